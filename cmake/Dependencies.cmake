@@ -1,0 +1,13 @@
+find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Widgets PrintSupport Svg Xml Test)
+find_package(SQLite3 REQUIRED)
+find_package(PostgreSQL REQUIRED)
+find_package(GTest REQUIRED)
+
+# Neither brings a CMake package file.
+find_package(PkgConfig REQUIRED)
+pkg_check_modules(HUNSPELL REQUIRED IMPORTED_TARGET hunspell)
+find_library(ZINT_LIBRARY zint REQUIRED)
+
+if(MIRSA_BENCH)
+  find_package(benchmark REQUIRED)
+endif()

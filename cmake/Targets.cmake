@@ -1,0 +1,45 @@
+# The kinds of target. Rules see Qt Core only, so the build itself keeps windows out of them;
+# screens see Qt Widgets. One precompiled header for each kind.
+
+add_library(mirsa_pch_core STATIC ${CMAKE_SOURCE_DIR}/cmake/pch_core.cpp)
+target_link_libraries(mirsa_pch_core PUBLIC Qt6::Core)
+target_precompile_headers(mirsa_pch_core PRIVATE ${CMAKE_SOURCE_DIR}/cmake/pch_core.h)
+
+add_library(mirsa_pch_widgets STATIC ${CMAKE_SOURCE_DIR}/cmake/pch_widgets.cpp)
+target_link_libraries(mirsa_pch_widgets PUBLIC Qt6::Widgets)
+target_precompile_headers(mirsa_pch_widgets PRIVATE ${CMAKE_SOURCE_DIR}/cmake/pch_widgets.h)
+
+# mirsa_rules(<target> SOURCES ... LINK ...): code without windows.
+function(mirsa_rules target)
+  cmake_parse_arguments(PARSE_ARGV 1 ARG "" "" "SOURCES;LINK")
+  add_library(${target} STATIC ${ARG_SOURCES})
+  target_include_directories(${target} PUBLIC ${CMAKE_SOURCE_DIR}/src)
+  target_link_libraries(${target} PUBLIC Qt6::Core ${ARG_LINK})
+  target_precompile_headers(${target} REUSE_FROM mirsa_pch_core)
+endfunction()
+
+# mirsa_screens(<target> SOURCES ... LINK ...): screens, dialogs and controls.
+function(mirsa_screens target)
+  cmake_parse_arguments(PARSE_ARGV 1 ARG "" "" "SOURCES;LINK")
+  add_library(${target} STATIC ${ARG_SOURCES})
+  target_include_directories(${target} PUBLIC ${CMAKE_SOURCE_DIR}/src)
+  target_link_libraries(${target} PUBLIC Qt6::Widgets ${ARG_LINK})
+  target_precompile_headers(${target} REUSE_FROM mirsa_pch_widgets)
+endfunction()
+
+# mirsa_test(<name> SOURCES ... LINK ...): one test program of a folder. It runs from the build
+# tree without a display; MIRSA_TEST_SERVER (set by ./test) names the PostgreSQL server.
+function(mirsa_test name)
+  cmake_parse_arguments(PARSE_ARGV 1 ARG "" "TIMEOUT" "SOURCES;LINK")
+  add_executable(${name} ${ARG_SOURCES})
+  target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/src ${CMAKE_SOURCE_DIR}/tests)
+  target_link_libraries(${name} PRIVATE ${ARG_LINK} GTest::gtest)
+  target_compile_definitions(${name} PRIVATE
+      MIRSA_SOURCE_DIR="${CMAKE_SOURCE_DIR}" MIRSA_BINARY_DIR="${CMAKE_BINARY_DIR}")
+  add_test(NAME ${name} COMMAND ${name})
+  if(NOT ARG_TIMEOUT)
+    set(ARG_TIMEOUT 300)
+  endif()
+  set_tests_properties(${name} PROPERTIES TIMEOUT ${ARG_TIMEOUT}
+      ENVIRONMENT "QT_QPA_PLATFORM=offscreen;TZ=UTC")
+endfunction()

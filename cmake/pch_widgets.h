@@ -1,0 +1,5 @@
+#pragma once
+
+#include "pch_core.h"
+
+#include <QtWidgets>
