@@ -16,7 +16,7 @@ class Connection;
 /// One open database: a file (SQLite) or a server (PostgreSQL). All statements are in the dialect;
 /// see Translate.h. Not thread-safe: it belongs to the thread of the user interface.
 class Database {
-public:
+  public:
     /// Opens a database file, shared, read and write. Throws cannotOpenFile, unrecognizedFormat.
     static std::unique_ptr<Database> openFile(const QString& path);
     /// Makes a new, empty database file; throws other if it exists.
@@ -45,7 +45,7 @@ public:
     /// The file's path or the server's URI.
     QString name() const;
 
-private:
+  private:
     friend class Workspace;
     friend class Recordset;
     friend class RecordsetData;
@@ -53,23 +53,24 @@ private:
     std::unique_ptr<Connection> m_connection;
 };
 
-/// Transactions of a database. They nest: an inner commit keeps, an inner rollback undoes to its begin.
-/// A transaction is begun for writing, so that two stations wait for each other and neither fails.
+/// Transactions of a database. They nest: an inner commit keeps, an inner rollback undoes to its
+/// begin. A transaction is begun for writing, so that two stations wait for each other and neither
+/// fails.
 class Workspace {
-public:
+  public:
     explicit Workspace(Database& database) : m_database(database) {}
     void beginTrans();
     void commitTrans();
     void rollback();
     int depth() const;
 
-private:
+  private:
     Database& m_database;
 };
 
 /// A transaction for a scope: rolled back on the way out unless it was committed.
 class Transaction {
-public:
+  public:
     explicit Transaction(Database& database);
     ~Transaction();
     Transaction(const Transaction&) = delete;
@@ -77,7 +78,7 @@ public:
     void commit();
     void rollback();
 
-private:
+  private:
     Workspace m_workspace;
     bool m_open = true;
 };

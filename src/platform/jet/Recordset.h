@@ -18,11 +18,11 @@ enum class RecordsetType {
     Snapshot, ///< read whole at once; cannot be edited
 };
 
-/// The rows of a select. Value semantics: copies share position and rows. No read stays open between
-/// calls. Until a row exists bof() and eof() are both true and reading a field throws
+/// The rows of a select. Value semantics: copies share position and rows. No read stays open
+/// between calls. Until a row exists bof() and eof() are both true and reading a field throws
 /// Error(noCurrentRecord).
 class Recordset {
-public:
+  public:
     Recordset() = default; ///< closed
 
     bool isOpen() const { return m_data != nullptr; }
@@ -42,8 +42,8 @@ public:
     void movePrevious(); ///< before the first row is bof; at bof throws noCurrentRecord
     void moveTo(int position);
 
-    /// The first row of the set that meets the criterion becomes current. If none does, noMatch() is
-    /// true and the current row stays.
+    /// The first row of the set that meets the criterion becomes current. If none does, noMatch()
+    /// is true and the current row stays.
     void findFirst(const QString& criteria);
     bool noMatch() const;
 
@@ -80,7 +80,7 @@ public:
 
     const QString& sql() const;
 
-private:
+  private:
     friend class Database;
     explicit Recordset(std::shared_ptr<RecordsetData> data) : m_data(std::move(data)) {}
     std::shared_ptr<RecordsetData> m_data;

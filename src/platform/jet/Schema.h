@@ -11,11 +11,11 @@ namespace jet {
 enum class ColumnType { Counter, Long, Integer, Double, Currency, Text, Memo, YesNo, DateTime };
 
 struct Column {
-    QString name;          ///< as created; looked up without regard to case
+    QString name; ///< as created; looked up without regard to case
     ColumnType type = ColumnType::Text;
-    int width = 0;         ///< characters of a TEXT(n); 0 where unlimited
+    int width = 0; ///< characters of a TEXT(n); 0 where unlimited
     bool primaryKey = false;
-    QString defaultValue;  ///< literal of the dialect, empty for none
+    QString defaultValue; ///< literal of the dialect, empty for none
 };
 
 struct Index {
@@ -37,14 +37,14 @@ struct Table {
 
 /// The tables of a database, as the statements are understood by them.
 class Schema {
-public:
+  public:
     void add(Table table);
     const Table* table(QStringView name) const;
     /// In order of creation where the engine tells it, else by name.
     const std::vector<Table>& tables() const { return m_tables; }
     void clear();
 
-private:
+  private:
     std::vector<Table> m_tables;
     QHash<QString, int> m_byName; ///< case-folded name to index
 };

@@ -23,7 +23,7 @@ struct Dialect {
 /// A statement with its literals lifted out. Two statements that differ only in the values of their
 /// literals have the same key, so that one translation and one prepared statement serve both.
 struct Normalized {
-    QString key;                 ///< the statement with each lifted literal as a placeholder of its kind
+    QString key; ///< the statement with each lifted literal as a placeholder of its kind
     std::vector<Value> literals; ///< in order: Text, Integer, Double or Date
 };
 
@@ -35,13 +35,13 @@ Normalized normalize(QStringView statement);
 /// How a literal is turned into a bound value; by the column that it meets.
 enum class Conversion {
     AsIs,
-    ToDate,     ///< text to a moment, for a DATETIME column; Error(typeMismatch) if it is none
-    ToYesNo,    ///< true, false, -1 and any other non-zero number to 1 or 0
-    ToWhole,    ///< ties to even, for LONG and INTEGER columns
-    ToMoney,    ///< four decimals, ties to even
+    ToDate,  ///< text to a moment, for a DATETIME column; Error(typeMismatch) if it is none
+    ToYesNo, ///< true, false, -1 and any other non-zero number to 1 or 0
+    ToWhole, ///< ties to even, for LONG and INTEGER columns
+    ToMoney, ///< four decimals, ties to even
     ToReal,
     ToText,
-    ToPattern,  ///< LIKE's * and ? to % and _, the rest escaped with a backslash
+    ToPattern, ///< LIKE's * and ? to % and _, the rest escaped with a backslash
 };
 
 struct Parameter {
@@ -51,32 +51,41 @@ struct Parameter {
 
 /// What a column of the result is, so that the engine's cells become the right kind of Value.
 struct ResultColumn {
-    QString name;        ///< alias, column name, or Expr1000, Expr1001 ... for unnamed expressions
-    QString table;       ///< the table (or alias) it comes from; empty for expressions
+    QString name;  ///< alias, column name, or Expr1000, Expr1001 ... for unnamed expressions
+    QString table; ///< the table (or alias) it comes from; empty for expressions
     std::optional<ColumnType> type; ///< nothing where only the engine knows
 };
 
-enum class StatementKind { Select, Insert, Update, Delete, CreateTable, CreateIndex, DropTable, AlterTable };
+enum class StatementKind {
+    Select,
+    Insert,
+    Update,
+    Delete,
+    CreateTable,
+    CreateIndex,
+    DropTable,
+    AlterTable
+};
 
 /// A keyed dynaset's plan: a select over one table (or a join led by one) with a single-column key.
 struct DynasetPlan {
-    QString table;              ///< base table whose rows are edited and deleted
-    QString keyColumn;          ///< its key; on a table without one, the engine's hidden row identity
-    bool singleTable = false;   ///< true: rows can be fetched one by one through rowSql
-    QByteArray keysSql;         ///< keys in the select's order, same parameters as the select
-    QByteArray rowSql;          ///< the select's columns of the one row whose key is the last parameter
+    QString table;            ///< base table whose rows are edited and deleted
+    QString keyColumn;        ///< its key; on a table without one, the engine's hidden row identity
+    bool singleTable = false; ///< true: rows can be fetched one by one through rowSql
+    QByteArray keysSql;       ///< keys in the select's order, same parameters as the select
+    QByteArray rowSql; ///< the select's columns of the one row whose key is the last parameter
     /// The first rows of the select that also meet `criteria` (a tail " AND (<emitted criteria>)").
 };
 
 /// The statement as the engine takes it.
 struct Translation {
     StatementKind kind = StatementKind::Select;
-    QByteArray sql;                      ///< parameters as ?1, ?2 ... on SQLite, $1, $2 ... on PostgreSQL
-    std::vector<Parameter> parameters;   ///< one for each engine parameter, in number order
-    std::vector<ResultColumn> columns;   ///< of a select
-    QString table;                       ///< target of a write; first table of a select
-    std::optional<DynasetPlan> dynaset;  ///< where a select can be one
-    std::vector<QByteArray> more;        ///< further statements of a definition (indexes, sequences)
+    QByteArray sql; ///< parameters as ?1, ?2 ... on SQLite, $1, $2 ... on PostgreSQL
+    std::vector<Parameter> parameters;  ///< one for each engine parameter, in number order
+    std::vector<ResultColumn> columns;  ///< of a select
+    QString table;                      ///< target of a write; first table of a select
+    std::optional<DynasetPlan> dynaset; ///< where a select can be one
+    std::vector<QByteArray> more;       ///< further statements of a definition (indexes, sequences)
 };
 
 /// Parses the key of a normalized statement and writes it for an engine. Throws Error: syntax,
@@ -85,8 +94,8 @@ Translation translate(const Normalized& statement, const Schema& schema, const D
 
 /// The keys of a select's rows that also meet a criterion (`JobNo = 12 and Default = true`): the
 /// select of FindFirst. The literals of the criterion come behind those of the select.
-Translation translateFind(const Normalized& select, const Normalized& criteria, const Schema& schema,
-                          const Dialect& dialect);
+Translation translateFind(const Normalized& select, const Normalized& criteria,
+                          const Schema& schema, const Dialect& dialect);
 
 /// A CREATE TABLE of the dialect as a Table, for comparing a database with what it should be.
 Table tableFromDefinition(QStringView createTable);

@@ -12,7 +12,7 @@ namespace jet {
 
 /// One field of a row, or one value to bind. Null is a value of its own.
 class Value {
-public:
+  public:
     enum class Kind { Null, Boolean, Integer, Double, Money, Text, Date };
 
     Value() = default;
@@ -35,9 +35,9 @@ public:
     Kind kind() const { return static_cast<Kind>(m_data.index()); }
     bool isNull() const { return kind() == Kind::Null; }
 
-    /// What concatenation with an empty text gives: Null is empty, True and False are words, numbers
-    /// have a full stop and no needless zeros, dates are m/d/yyyy with h:nn:ss AM/PM behind it where
-    /// the time isn't midnight (the time alone on 12/30/1899).
+    /// What concatenation with an empty text gives: Null is empty, True and False are words,
+    /// numbers have a full stop and no needless zeros, dates are m/d/yyyy with h:nn:ss AM/PM behind
+    /// it where the time isn't midnight (the time alone on 12/30/1899).
     QString toText() const;
     /// Val of the text; Null is 0, True is -1.
     double toDouble() const;
@@ -50,10 +50,11 @@ public:
     std::optional<QDateTime> toDateTime() const;
     std::optional<QDate> toDate() const;
 
-    /// Equal as the database compares: text without regard to case, numbers by value; Null equals Null.
+    /// Equal as the database compares: text without regard to case, numbers by value; Null equals
+    /// Null.
     friend bool operator==(const Value& a, const Value& b);
 
-private:
+  private:
     std::variant<std::monostate, bool, qint64, double, values::Currency, QString, QDateTime> m_data;
 };
 

@@ -12,7 +12,7 @@ namespace values {
 /// rounded to the nearest ten-thousandth, ties to even. Sums and products that leave the range
 /// (about +-922 million million) throw values::Overflow.
 class Currency {
-public:
+  public:
     constexpr Currency() = default;
     static constexpr Currency fromTenThousandths(std::int64_t n) {
         Currency c;
@@ -41,7 +41,7 @@ public:
     Currency& operator+=(Currency other) { return *this = *this + other; }
     Currency& operator-=(Currency other) { return *this = *this - other; }
 
-private:
+  private:
     std::int64_t m_units = 0;
 };
 

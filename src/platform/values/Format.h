@@ -20,7 +20,8 @@ QString format(const QDate& date, QStringView mask);
 QString format(const QDateTime& moment, QStringView mask);
 
 /// A date as a person types it: m/d/yyyy, m/d/yy, yyyymmdd, yyyy-mm-dd; invalid for anything else,
-/// and for dates that don't exist. Two-digit years 0 to 29 are 2000 to 2029, 30 to 99 are 1930 to 1999.
+/// and for dates that don't exist. Two-digit years 0 to 29 are 2000 to 2029, 30 to 99 are 1930 to
+/// 1999.
 QDate dateFromText(QStringView text);
 
 /// The text of an empty masked date field.

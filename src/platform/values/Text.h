@@ -48,7 +48,8 @@ QString stripNull(const QString& text);
 QString quoted(const QString& text);
 
 /// The text of a numeric field after it was left: through the mask, or `fallback` if not numeric.
-QString numberField(const QString& text, QStringView mask, const QString& fallback = QStringLiteral("0"));
+QString numberField(const QString& text, QStringView mask,
+                    const QString& fallback = QStringLiteral("0"));
 /// The text of a date field after it was left: Short Date, or the blank pattern.
 QString dateField(const QString& text);
 

@@ -1,0 +1,73 @@
+#pragma once
+
+#include "platform/controls/Field.h"
+#include "platform/jet/Recordset.h"
+#include "platform/values/Text.h"
+
+#include <QComboBox>
+
+namespace controls {
+
+/// A combo whose list comes from a recordset: it shows one column and is bound to another. Typing
+/// completes from the list without regard to case; text that isn't on the list may stand (its bound
+/// text is then empty).
+class DataCombo : public QComboBox, public Field {
+  public:
+    explicit DataCombo(QWidget* parent = nullptr);
+
+    /// Fills the list, keeping text and choice where they still stand. `boundField` may equal
+    /// `listField`.
+    void setRows(jet::Recordset rows, const QString& listField, const QString& boundField);
+    void setItems(const QStringList& items);
+
+    QString text() const override;
+    void setText(const QString& text) override;
+    /// The key of the chosen row, empty if the text is on no row.
+    QString boundText() const;
+    void setBoundText(const QString& key);
+    void setLocked(bool locked) override;
+    bool isLocked() const override { return m_locked; }
+    QWidget* widget() override { return this; }
+
+    /// Whether text that is not on the list may be typed (default true).
+    void setTypingAllowed(bool allowed);
+    void setLimit(int characters);
+    void setKeyFilter(values::KeyFilter filter);
+    void setUpperCase(bool upper);
+
+    Event<> chosen; ///< the user chose a row from the list or completed its text
+
+  protected:
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override; ///< scrolls the page, never the choice
+    bool eventFilter(QObject* object, QEvent* event) override;
+
+  private:
+    values::KeyFilter m_filter;
+    bool m_locked = false;
+    QString m_lastChosen;
+};
+
+/// A plain list to choose from, each item with a number behind it.
+class ListCombo : public QComboBox, public Field {
+  public:
+    explicit ListCombo(QWidget* parent = nullptr);
+    void addRow(const QString& text, qint64 itemData = 0);
+    qint64 itemNumber() const; ///< of the chosen item; 0 if none
+    bool chooseNumber(qint64 itemData);
+
+    QString text() const override { return currentText(); }
+    void setText(const QString& text) override;
+    void setLocked(bool locked) override;
+    bool isLocked() const override { return !isEnabled(); }
+    QWidget* widget() override { return this; }
+
+    Event<> chosen;
+
+  protected:
+    void wheelEvent(QWheelEvent* event) override;
+};
+
+} // namespace controls

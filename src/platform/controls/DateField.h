@@ -1,0 +1,47 @@
+#pragma once
+
+#include "platform/controls/Field.h"
+
+#include <QDate>
+#include <QLineEdit>
+
+#include <optional>
+
+namespace controls {
+
+/// A date that may be empty. Typed as m/d/yyyy, m/d/yy or yyyymmdd, or picked from a calendar
+/// (button, F4 or Alt+Down); T types today, + and - move by a day. Text that is no date is marked,
+/// and on leaving becomes empty with the old date back on Escape.
+class DateField : public QLineEdit, public Field {
+  public:
+    enum class Shown { Short, Long };
+
+    explicit DateField(QWidget* parent = nullptr);
+
+    std::optional<QDate> date() const;
+    void setDate(const std::optional<QDate>& date);
+    void setShown(Shown shown); ///< how it shows while it doesn't have the focus
+
+    /// Short date text; empty for none. setText also takes "yyyymmdd".
+    QString text() const override;
+    void setText(const QString& text) override;
+    jet::Value value() const override;
+    void setValue(const jet::Value& value) override;
+    void setLocked(bool locked) override;
+    bool isLocked() const override { return isReadOnly(); }
+    QWidget* widget() override { return this; }
+
+  protected:
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+  private:
+    void showDate();
+    void takeText();
+    void openCalendar();
+    std::optional<QDate> m_date;
+    Shown m_shown = Shown::Short;
+};
+
+} // namespace controls

@@ -1,0 +1,132 @@
+#pragma once
+
+#include "platform/controls/Event.h"
+#include "platform/values/Text.h"
+
+#include <QColor>
+#include <QIcon>
+#include <QString>
+#include <QTableView>
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace controls {
+
+class GridModel;
+
+/// A column of a grid.
+struct GridColumn {
+    enum class Kind {
+        Text,
+        Number,  ///< right-aligned, sorts by value
+        Picture, ///< an icon, answers clicks and the space bar
+        Check,
+        Combo, ///< edited through a list of `choices`, typing allowed
+    };
+
+    QString title;
+    int characters = 12; ///< width to begin with
+    Kind kind = Kind::Text;
+    bool editable = false;
+    values::KeyFilter filter = {};
+    QStringList choices = {};
+    int limit = 0;
+};
+
+/// A table with typed cells, pictures, locked cells and cells whose text is hidden. Rows and
+/// columns count from 0. F2, Enter or typing edits; Enter and Tab go to the next cell that can be
+/// edited; Ctrl+C copies the selected rows or cells as text with tabs.
+class Grid : public QTableView {
+  public:
+    explicit Grid(QWidget* parent = nullptr);
+    ~Grid() override;
+
+    void setColumns(std::vector<GridColumn> columns);
+    void setColumnChoices(int column, const QStringList& choices);
+
+    int rowCount() const;
+    int columnCount() const;
+    void setRowCount(int rows);
+    void insertRow(int row);
+    void removeRow(int row);
+    void clearRows() { setRowCount(0); }
+    /// Replaces all rows at once; the way for long lists.
+    void setRows(std::vector<QStringList> rows);
+
+    QString text(int row, int column) const;
+    void setText(int row, int column, const QString& text);
+    void setPicture(int row, int column, const QIcon& icon, const QString& accessibleText);
+    void clearPicture(int row, int column);
+    bool hasPicture(int row, int column) const;
+    /// Overrides the column's editability for one cell.
+    void setCellLocked(int row, int column, bool locked);
+    bool isCellLocked(int row, int column) const;
+    /// Draws the text in the colour of its background, and keeps it out of copies and screen
+    /// readers.
+    void setTextHidden(int row, int column, bool hidden);
+    void setRowColour(int row, const QColor& foreground);
+    /// A number behind a row, such as its key.
+    void setRowKey(int row, qint64 key);
+    qint64 rowKey(int row) const;
+
+    /// The current row, -1 if none.
+    int activeRow() const;
+    void setActiveRow(int row);
+    /// No cell can be edited while locked.
+    void setLocked(bool locked);
+    bool isLocked() const;
+    /// Sorting by a click on a header; off to begin with. Numbers sort by value.
+    void setSortable(bool sortable);
+
+    Event<int, int> cellChanged; ///< the user changed a cell's text
+    Event<int, int> cellClicked; ///< also the space bar on a picture
+    Event<int> rowDoubleClicked; ///< also Enter on a row where nothing is editable
+    Event<int> activeRowChanged;
+
+  protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
+  private:
+    std::unique_ptr<GridModel> m_model;
+};
+
+/// A list with columns: rows have a key such as "O17", an icon and texts; one row is selected.
+class ListView : public QTableView {
+  public:
+    explicit ListView(QWidget* parent = nullptr);
+    ~ListView() override;
+
+    void setColumns(std::vector<GridColumn> columns);
+    void setMultipleSelection(bool multiple);
+    void clearRows();
+    void addRow(const QString& key, const QStringList& texts, const QIcon& icon = {},
+                const QString& iconText = {});
+    int rowCount() const;
+    QString rowText(int row, int column) const;
+    void setRowText(int row, int column, const QString& text);
+    void removeRow(int row);
+    void swapRows(int a, int b);
+
+    QString key(int row) const;
+    /// Number behind the letter of a row's key.
+    qint64 keyNumber(int row) const;
+    int selectedRow() const; ///< -1 if none
+    std::vector<int> selectedRows() const;
+    QString selectedKey() const; ///< empty if none
+    /// Selects a row, clamped to the rows there are; nothing if there is none.
+    void selectRow(int row);
+    bool selectKey(const QString& key);
+
+    Event<> selectionChangedByUser;
+    Event<int> rowDoubleClicked; ///< also Enter
+
+  protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
+  private:
+    std::unique_ptr<GridModel> m_model;
+};
+
+} // namespace controls

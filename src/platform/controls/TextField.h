@@ -1,0 +1,88 @@
+#pragma once
+
+#include "platform/controls/Field.h"
+#include "platform/values/Text.h"
+
+#include <QLineEdit>
+#include <QPlainTextEdit>
+
+namespace controls {
+
+/// One line of text. The key filter and the limit act on typed keys and on pasted and dropped text.
+class TextField : public QLineEdit, public Field {
+  public:
+    explicit TextField(QWidget* parent = nullptr);
+
+    QString text() const override { return QLineEdit::text(); }
+    void setText(const QString& text) override;
+    void setLocked(bool locked) override;
+    bool isLocked() const override { return isReadOnly(); }
+    QWidget* widget() override { return this; }
+
+    void setKeyFilter(values::KeyFilter filter);
+    /// Most characters; 0 is no limit.
+    void setLimit(int characters);
+    /// Reformats with values::numberField on leaving. Empty mask: no reformatting.
+    void setNumberMask(const QString& mask, const QString& prefix = {});
+    void setUpperCase(bool upper);
+    /// Selects the whole text when the field gets the focus.
+    void setSelectOnEntry(bool select);
+    double number() const; ///< Val of the text
+
+  protected:
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+    void inputMethodEvent(QInputMethodEvent* event) override;
+
+  private:
+    void reformat();
+    values::KeyFilter m_filter;
+    QString m_mask;
+    QString m_prefix;
+    bool m_upper = false;
+    bool m_selectOnEntry = true;
+};
+
+/// Money in a line: digits, one point, a sign; value() is a Currency. Shown through a mask.
+class CurrencyField : public TextField {
+  public:
+    explicit CurrencyField(QWidget* parent = nullptr);
+    jet::Value value() const override;
+    void setValue(const jet::Value& value) override;
+    values::Currency amount() const;
+    void setAmount(values::Currency amount);
+    void setMask(const QString& mask);
+
+  private:
+    QString m_displayMask = QStringLiteral("#####0.0000");
+};
+
+/// Several lines of text. Tab moves on instead of writing a tab.
+class MemoField : public QPlainTextEdit, public Field {
+  public:
+    explicit MemoField(QWidget* parent = nullptr);
+
+    /// Lines are parted by CR LF, as the database holds them.
+    QString text() const override;
+    void setText(const QString& text) override;
+    void setLocked(bool locked) override;
+    bool isLocked() const override { return isReadOnly(); }
+    QWidget* widget() override { return this; }
+
+    void setKeyFilter(values::KeyFilter filter);
+    void setLimit(int characters);
+
+  protected:
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void insertFromMimeData(const QMimeData* source) override;
+
+  private:
+    values::KeyFilter m_filter;
+    int m_limit = 0;
+};
+
+} // namespace controls

@@ -1,0 +1,115 @@
+#pragma once
+
+#include "platform/controls/Event.h"
+#include "platform/screen/MsgBox.h"
+
+#include <QWidget>
+
+#include <functional>
+#include <optional>
+#include <type_traits>
+
+class QAbstractButton;
+class QAction;
+class QPushButton;
+
+namespace screen {
+
+/// Base of every document screen and dialog. The object name is the class name ("frmJob"), every
+/// control's object name is the control's name ("txtNotes(2)" for arrays). Handlers are wired with
+/// on(), which guards them: an exception never crosses the event loop; what nobody caught goes to
+/// Seams::runTimeError, which ends the process.
+class Form : public QWidget {
+  public:
+    Form(const QString& name, const QString& caption);
+    ~Form() override;
+
+    QString name() const { return objectName(); }
+
+    /// Once, before the form is shown for the first time. Call refuse() in it to stay closed.
+    virtual void Form_Load() {}
+    /// Whenever the form becomes the active one (not while a dialog of its own is on top).
+    virtual void Form_Activate() {}
+    /// Before the form closes, by whatever way; false keeps it open.
+    virtual bool Form_QueryUnload() { return true; }
+
+    /// Runs Form_Load if that has not been done. False if the form refused.
+    bool load();
+    /// Asks Form_QueryUnload, closes and deletes the form (later). False if it stays open.
+    bool unload();
+    /// Shows the form as a dialog over the active window and returns when it was hidden or
+    /// unloaded. The form still exists afterwards: its owner (Forms::dialog) deletes it.
+    void showModal();
+    /// Ends showModal without unloading, fields kept.
+    void hideModal();
+    bool isModalNow() const { return m_modal; }
+    bool isRefused() const { return m_refused; }
+
+    /// Control of a name below this form; nullptr if there is none.
+    template <class T = QWidget>
+    T* control(const QString& controlName) const {
+        return dynamic_cast<T*>(findControl(controlName));
+    }
+
+    /// Runs a handler under the guard. True if it ended without an error.
+    bool guarded(const std::function<void()>& handler);
+
+  protected:
+    /// From Form_Load: the form is not to open.
+    void refuse() { m_refused = true; }
+
+    /// Enter presses this one, where the focused control has no use for Enter itself.
+    void setDefaultButton(QPushButton* button);
+    /// Escape presses this one.
+    void setCancelButton(QPushButton* button);
+
+    /// Wires a button's click, an action's trigger or a control's event to a handler of this form.
+    template <class F>
+    void on(QAbstractButton* button, void (F::*handler)()) {
+        onClick(button, [this, handler] { (static_cast<F*>(this)->*handler)(); });
+    }
+    template <class Fn>
+    requires std::is_invocable_v<Fn>
+    void on(QAbstractButton* button, Fn handler) { onClick(button, std::move(handler)); }
+    template <class F>
+    void on(QAction* action, void (F::*handler)()) {
+        onTrigger(action, [this, handler] { (static_cast<F*>(this)->*handler)(); });
+    }
+    template <class Fn>
+    requires std::is_invocable_v<Fn>
+    void on(QAction* action, Fn handler) { onTrigger(action, std::move(handler)); }
+    template <class F, class... Args>
+    void on(controls::Event<Args...>& event, void (F::*handler)(Args...)) {
+        event.connect([this, handler](Args... args) {
+            guarded([&] { (static_cast<F*>(this)->*handler)(args...); });
+        });
+    }
+    template <class Fn, class... Args>
+    requires std::is_invocable_v<Fn, Args...>
+    void on(controls::Event<Args...>& event, Fn handler) {
+        event.connect([this, handler](Args... args) { guarded([&] { handler(args...); }); });
+    }
+
+    /// A message with the focus sent to a field, whose text is selected.
+    void complain(const QString& text, QWidget* field, Icon icon = Icon::Exclamation,
+                  const QString& title = {});
+
+    void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+  private:
+    QObject* findControl(const QString& controlName) const;
+    void onClick(QAbstractButton* button, std::function<void()> handler);
+    void onTrigger(QAction* action, std::function<void()> handler);
+
+    QPushButton* m_default = nullptr;
+    QPushButton* m_cancel = nullptr;
+    bool m_loaded = false;
+    bool m_refused = false;
+    bool m_modal = false;
+    bool m_closing = false;
+    std::function<void()> m_endModal;
+};
+
+} // namespace screen

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QString>
+
+namespace screen {
+
+enum class Icon { None, Critical, Question, Exclamation, Information };
+enum class Buttons { Ok, OkCancel, YesNo, YesNoCancel };
+enum class Answer { Ok = 1, Cancel = 2, Yes = 6, No = 7 };
+
+/// Shows a message and waits for its answer. An empty title is the program's "Mirsa". Escape
+/// answers Cancel, or No where there is no Cancel. `defaultButton` is the answer that Enter gives;
+/// the first button if not said.
+Answer MsgBox(const QString& text, Buttons buttons = Buttons::Ok, Icon icon = Icon::None,
+              const QString& title = {}, Answer defaultButton = Answer{});
+
+/// Asks for one line; empty for Cancel.
+QString InputBox(const QString& prompt, const QString& title = {}, const QString& text = {});
+
+/// The run-time's own sound for something that can't be done.
+void beep();
+
+} // namespace screen

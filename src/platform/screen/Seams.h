@@ -1,0 +1,45 @@
+#pragma once
+
+#include "platform/screen/MsgBox.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+
+class QWidget;
+
+namespace screen {
+
+/// Where the program leaves itself: boxes, file dialogs, other programs, its own end. Tests put
+/// their own functions here.
+struct Seams {
+    std::function<Answer(const QString& text, Buttons, Icon, const QString& title,
+                         Answer defaultButton)>
+        msgBox;
+    std::function<QString(const QString& prompt, const QString& title, const QString& text)>
+        inputBox;
+    /// Path of a file to save to; empty for Cancel.
+    std::function<QString(const QString& title, const QString& suggested, const QString& filter)>
+        saveFile;
+    std::function<QString(const QString& title, const QString& folder, const QString& filter)>
+        openFile;
+    /// Starts a program; false and a message in `error` if it doesn't start.
+    std::function<bool(const QString& program, const QStringList& arguments, QString& error)>
+        startProgram;
+    /// Brings another program's window to the front by its title; false if there is none.
+    std::function<bool(const QString& title)> activateWindow;
+    std::function<void()> beep;
+    /// The run-time's box for an error that nothing caught; the real one ends the process.
+    std::function<void(int number, const QString& text)> runTimeError;
+    /// Ends the process at once.
+    std::function<void(int code)> endProcess;
+};
+
+/// The functions in force: the desktop's own until replaced.
+Seams& seams();
+
+/// Puts the desktop's own functions back.
+void resetSeams();
+
+} // namespace screen
