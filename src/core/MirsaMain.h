@@ -1,0 +1,41 @@
+#pragma once
+
+#include "platform/jet/Database.h"
+
+#include <QString>
+
+#include <memory>
+
+namespace core {
+
+/// What the whole process shares: written by the start and by the login only, read by all modules.
+struct SharedState {
+    QString CurrencySymbol = QStringLiteral("$"); ///< of the user's locale; stands in front of money masks
+    QString ProgramFolder;                        ///< without a slash at its end
+    QString DatabasePath;                         ///< the file, or the server's URI
+    std::unique_ptr<jet::Database> MainDatabase;  ///< the one open database
+    QString CurrentUserName;                      ///< as typed at the login
+    qint64 CurrentUserNo = 0;
+    qint64 CurrentGroupNo = 0;                    ///< 0: no group
+    double PreviewWidthFactor = 0.8;              ///< share of the screen that a report preview takes
+    double PreviewHeightFactor = 0.8;
+};
+
+SharedState& shared();
+
+/// The one open database. Asserts that it is open.
+jet::Database& MainDatabase();
+/// Transactions of the one open database.
+jet::Workspace MainWorkspace();
+
+/// Program folder, a slash, and the file's name.
+QString programFile(const QString& fileName);
+
+/// Whether the signed-in user may do what the security code names: the administrator may do all,
+/// others what they or their group were given.
+bool HasAccess(const QString& code);
+
+/// CurrencySymbol in front of a number mask.
+QString moneyMask(const QString& mask);
+
+} // namespace core
