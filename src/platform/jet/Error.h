@@ -27,18 +27,20 @@ inline constexpr int noCurrentRecord = 3021;    ///< "No current record."
 inline constexpr int duplicate = 3022;          ///< a unique index would hold two equal rows
 inline constexpr int cannotOpenFile = 3024;     ///< "Could not find file '...'."
 inline constexpr int unrecognizedFormat = 3343; ///< the file is no database
-inline constexpr int tooFewParameters = 3061; ///< "Too few parameters. Expected n." (unknown name)
-inline constexpr int syntax = 3075;           ///< syntax error in the statement
-inline constexpr int noSuchTable = 3078;      ///< table or query not found
-inline constexpr int itemNotFound = 3265;     ///< no such field in the recordset
-inline constexpr int fieldTooSmall = 3163;    ///< text longer than its column
-inline constexpr int typeMismatch = 3464;     ///< data type mismatch in criteria or value
-inline constexpr int needsEdit = 3020;        ///< Update without AddNew or Edit
-inline constexpr int rowDeleted = 3167;       ///< "Record is deleted."
-inline constexpr int locked = 3260;           ///< couldn't get the lock within the waiting time
-inline constexpr int connectionFailed = 3151; ///< the server was not reached or was lost
-inline constexpr int notUpdatable = 3027;     ///< the recordset is read-only
-inline constexpr int other = 3000;            ///< reserved error: the engine's own text
+inline constexpr int tooFewParameters = 3061;  ///< "Too few parameters. Expected n." (unknown name)
+inline constexpr int syntax = 3075;            ///< syntax error in the statement
+inline constexpr int noSuchTable = 3078;       ///< table or query not found
+inline constexpr int undefinedFunction = 3085; ///< function that the dialect doesn't have
+inline constexpr int unknownField = 3127;      ///< INSERT names a column that the table lacks
+inline constexpr int itemNotFound = 3265;      ///< no such field in the recordset
+inline constexpr int fieldTooSmall = 3163;     ///< text longer than its column
+inline constexpr int typeMismatch = 3464;      ///< data type mismatch in criteria or value
+inline constexpr int needsEdit = 3020;         ///< Update without AddNew or Edit
+inline constexpr int rowDeleted = 3167;        ///< "Record is deleted."
+inline constexpr int locked = 3260;            ///< couldn't get the lock within the waiting time
+inline constexpr int connectionFailed = 3151;  ///< the server was not reached or was lost
+inline constexpr int notUpdatable = 3027;      ///< the recordset is read-only
+inline constexpr int other = 3000;             ///< reserved error: the engine's own text
 } // namespace errors
 
 } // namespace jet

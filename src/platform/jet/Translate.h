@@ -1,11 +1,14 @@
 #pragma once
 
 #include "platform/jet/Schema.h"
+#include "platform/jet/Types.h"
 #include "platform/jet/Value.h"
 
 #include <QByteArray>
 #include <QString>
 
+#include <functional>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -45,7 +48,13 @@ enum class Conversion {
 };
 
 struct Parameter {
-    int literal = 0; ///< index into Normalized::literals
+    /// In place of a literal: the moment of values::now() when the statement runs, its day, its
+    /// time of day on 12/30/1899.
+    static constexpr int now = -1;
+    static constexpr int today = -2;
+    static constexpr int timeOfDay = -3;
+
+    int literal = 0; ///< index into Normalized::literals, or one of the above
     Conversion conversion = Conversion::AsIs;
 };
 
@@ -67,14 +76,19 @@ enum class StatementKind {
     AlterTable
 };
 
-/// A keyed dynaset's plan: a select over one table (or a join led by one) with a single-column key.
+/// How a select is held by its keys. Selects that are no single select (UNION), are DISTINCT,
+/// grouped or read no table first have none: they are read whole and not edited.
 struct DynasetPlan {
-    QString table;            ///< base table whose rows are edited and deleted
-    QString keyColumn;        ///< its key; on a table without one, the engine's hidden row identity
+    QString table;            ///< base table (the first one) whose rows are edited and deleted
+    QString keyColumn;        ///< its key; "rowid" or `hiddenIdentity` on a table without one
     bool singleTable = false; ///< true: rows can be fetched one by one through rowSql
-    QByteArray keysSql;       ///< keys in the select's order, same parameters as the select
-    QByteArray rowSql; ///< the select's columns of the one row whose key is the last parameter
-    /// The first rows of the select that also meet `criteria` (a tail " AND (<emitted criteria>)").
+    /// singleTable: the keys in the select's order, in the first column. A join: the whole select
+    /// with the base row's key in one more column, behind `columns`. The same parameters as the
+    /// select. Columns behind those named here are to be ignored (they keep parameters in use).
+    QByteArray keysSql;
+    /// singleTable only: the select's columns of the row whose key is bound behind the select's
+    /// parameters.
+    QByteArray rowSql;
 };
 
 /// The statement as the engine takes it.
@@ -93,9 +107,28 @@ struct Translation {
 Translation translate(const Normalized& statement, const Schema& schema, const Dialect& dialect);
 
 /// The keys of a select's rows that also meet a criterion (`JobNo = 12 and Default = true`): the
-/// select of FindFirst. The literals of the criterion come behind those of the select.
+/// select of FindFirst, in the select's order, key in the first column. The literals of the
+/// criterion come behind those of the select. Only for selects with a DynasetPlan;
+/// Error(notUpdatable) for others, whose rows are tested one by one with Criteria.
 Translation translateFind(const Normalized& select, const Normalized& criteria,
                           const Schema& schema, const Dialect& dialect);
+
+/// A criterion of FindFirst for rows that are held in memory. Compares as the engines do: text
+/// without regard to case, a comparison with Null is not met.
+class Criteria {
+  public:
+    /// Throws Error(syntax).
+    explicit Criteria(const Normalized& criteria);
+    ~Criteria();
+    Criteria(Criteria&&) noexcept;
+    Criteria& operator=(Criteria&&) noexcept;
+    /// `field` gives a field of the row by name and throws Error for unknown names.
+    bool matches(const std::function<Value(const QString&)>& field) const;
+
+  private:
+    struct Data;
+    std::unique_ptr<Data> m_data;
+};
 
 /// A CREATE TABLE of the dialect as a Table, for comparing a database with what it should be.
 Table tableFromDefinition(QStringView createTable);
