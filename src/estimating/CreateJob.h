@@ -1,0 +1,16 @@
+#pragma once
+
+#include "estimating/EstimateForJob.h"
+
+namespace estimating {
+
+/// What the dialog "frmCreatJob" offers: asks for what the estimate doesn't know and makes the job.
+class CreateJobDialog {
+  public:
+    virtual ~CreateJobDialog() = default;
+    /// Number of the new job; 0 if the user cancelled or the job could not be made, which the
+    /// dialog has told.
+    virtual qint64 createJob(const EstimateForJob& estimate) = 0;
+};
+
+} // namespace estimating

@@ -1,0 +1,237 @@
+#include "estimating/EstimateStore.h"
+
+#include "platform/values/Numbers.h"
+#include "platform/values/Text.h"
+
+namespace estimating {
+
+using jet::Value;
+using values::Currency;
+
+namespace {
+
+constexpr std::array<char16_t, breakCount> breakLetters{u'A', u'B', u'C', u'D', u'E'};
+
+QString breakColumn(const char16_t* stem, std::size_t i) {
+    return QString::fromUtf16(stem) + QChar(breakLetters[i]);
+}
+
+/// Runs a step of a save or delete; its name goes behind the engine's text if it fails.
+template <class Work>
+void step(const char16_t* name, Work work) {
+    try {
+        work();
+    } catch (const jet::Error& error) {
+        throw jet::Error(error.number(),
+                         error.text() + QStringLiteral("\r\n") + QString::fromUtf16(name));
+    }
+}
+
+void writeHeader(jet::Recordset& rows, const EstimateHeader& header) {
+    rows.set(u"CustID", header.custId);
+    rows.set(u"RFQNo", header.rfqNo);
+    rows.set(u"Description", header.description);
+    rows.set(u"PartNo", header.partNo);
+    rows.set(u"Material", header.material);
+    rows.set(u"Quantity", header.quantity);
+    rows.set(u"EstDate", header.estDate);
+    rows.set(u"EstShopRate", header.shopRate);
+    rows.set(u"OneShopRate", header.oneShopRate);
+    for (std::size_t i = 0; i < header.breaks.size(); ++i) {
+        const PriceBreak& one = header.breaks[i];
+        rows.set(breakColumn(u"QtyBreak", i), one.quantity);
+        rows.set(breakColumn(u"QtyDiscount", i), one.discount);
+        rows.set(breakColumn(u"QtyPrice", i), one.price);
+        rows.set(breakColumn(u"QtyQP", i), one.quoted);
+        rows.set(breakColumn(u"QtyTotal", i), one.total);
+    }
+    rows.set(u"EstNotes", header.estNotes);
+    rows.set(u"TravelerNotes", header.travelerNotes);
+    rows.set(u"JobNotes", header.jobNotes);
+    rows.set(u"AssemblyEstno", header.assemblyEstNo);
+}
+
+QString pairOf(qint64 custId, const QString& rfqNo) {
+    return QStringLiteral("CustID=") + QString::number(custId) + QStringLiteral(" and RFQNo='") +
+           values::quoted(rfqNo) + QStringLiteral("'");
+}
+
+} // namespace
+
+QString estimateRows() {
+    return QStringLiteral("SELECT * FROM Estimate ORDER BY EstNo");
+}
+
+EstimateHeader readHeader(const jet::Recordset& row) {
+    EstimateHeader header;
+    header.custId = row[u"CustID"].toLong();
+    header.rfqNo = row.text(u"RFQNo");
+    header.description = row.text(u"Description");
+    header.partNo = row.text(u"PartNo");
+    header.material = row.text(u"Material");
+    header.quantity = row[u"Quantity"].toLong();
+    header.estDate = row[u"EstDate"].toDate();
+    header.shopRate = row[u"EstShopRate"].toCurrency();
+    header.oneShopRate = row[u"OneShopRate"].toBool();
+    for (std::size_t i = 0; i < header.breaks.size(); ++i) {
+        PriceBreak& one = header.breaks[i];
+        one.quantity = row[breakColumn(u"QtyBreak", i)].toDouble();
+        one.discount = row[breakColumn(u"QtyDiscount", i)].toDouble();
+        one.price = row[breakColumn(u"QtyPrice", i)].toCurrency();
+        one.quoted = row[breakColumn(u"QtyQP", i)].toCurrency();
+        one.total = row[breakColumn(u"QtyTotal", i)].toCurrency();
+    }
+    header.estNotes = row.text(u"EstNotes");
+    header.travelerNotes = row.text(u"TravelerNotes");
+    header.jobNotes = row.text(u"JobNotes");
+    header.assemblyEstNo = row[u"AssemblyEstno"].toLong();
+    return header;
+}
+
+std::optional<Complaint> checkDraft(const EstimateDraft& draft) {
+    const EstimateHeader& header = draft.header;
+    if (header.rfqNo.trimmed().isEmpty())
+        return Complaint{QStringLiteral("Please enter Rfq No."), QStringLiteral("txtRfqno")};
+    if (header.partNo.trimmed().isEmpty())
+        return Complaint{QStringLiteral("Please enter Part No."), QStringLiteral("txtPartno")};
+    if (header.quantity <= 0) {
+        return Complaint{QStringLiteral("Please enter a Quantity greater than 0"),
+                         QStringLiteral("txtQuantity")};
+    }
+    if (header.custId == 0)
+        return Complaint{QStringLiteral("Please select a Customer"), QStringLiteral("dbcCustomer")};
+    if (!header.estDate) {
+        return Complaint{QStringLiteral("Please enter Estimate Date!"),
+                         QStringLiteral("txtEstDate")};
+    }
+    if (draft.operations.empty()) {
+        return Complaint{QStringLiteral("Please enter at least one operation"),
+                         QStringLiteral("sprOper")};
+    }
+    return std::nullopt;
+}
+
+qint64 saveEstimate(jet::Database& database, jet::Recordset& rows, qint64 estNo,
+                    EstimateDraft& draft) {
+    jet::Transaction transaction(database);
+    step(u"Update", [&] {
+        if (estNo != 0) {
+            rows.edit();
+        } else {
+            try {
+                rows.addNew();
+            } catch (const jet::Error&) {
+                rows.addNew();
+            }
+        }
+        writeHeader(rows, draft.header);
+        rows.update();
+        if (estNo == 0)
+            estNo = rows.lastAddedKey().toLong();
+    });
+    const QString ofEstimate = QStringLiteral(" WHERE EstNo = ") + QString::number(estNo);
+    step(u"Delete EstOper",
+         [&] { database.execute(QStringLiteral("DELETE FROM EstOper") + ofEstimate); });
+    step(u"Delete EstMiscCost",
+         [&] { database.execute(QStringLiteral("DELETE FROM EstMiscCost") + ofEstimate); });
+    step(u"Insert EstOper",
+         [&] { insertOperRows(database, estimateRouting(), estNo, draft.operations); });
+    step(u"Insert EstMiscCost",
+         [&] { insertMiscRows(database, estimateRouting(), estNo, draft.fixedCosts); });
+    step(u"Commit Trans", [&] { transaction.commit(); });
+    return estNo;
+}
+
+void deleteEstimate(jet::Database& database, jet::Recordset& rows, qint64 estNo) {
+    const QString ofEstimate = QStringLiteral(" WHERE EstNo=") + QString::number(estNo);
+    jet::Transaction transaction(database);
+    step(u"Delete EstOper",
+         [&] { database.execute(QStringLiteral("DELETE FROM EstOper") + ofEstimate); });
+    step(u"Delete EstMiscCost",
+         [&] { database.execute(QStringLiteral("DELETE FROM EstMiscCost") + ofEstimate); });
+    step(u"Delete EstOperNote",
+         [&] { database.execute(QStringLiteral("Delete from EstOperNote") + ofEstimate); });
+    step(u"Delete Estimate", [&] { rows.remove(); });
+    step(u"Commit Trans", [&] { transaction.commit(); });
+}
+
+QString rfqNotes(jet::Database& database, qint64 custId, const QString& rfqNo) {
+    return database
+        .lookup(QStringLiteral("SELECT rfqnotes FROM rfqnotes WHERE ") + pairOf(custId, rfqNo))
+        .toText();
+}
+
+bool hasRfqNotes(jet::Database& database, qint64 custId, const QString& rfqNo) {
+    return database.hasRows(QStringLiteral("SELECT rfqnotes FROM rfqnotes WHERE ") +
+                            pairOf(custId, rfqNo));
+}
+
+void writeRfqNotes(jet::Database& database, qint64 custId, const QString& rfqNo,
+                   const QString& notes) {
+    const QString text = QStringLiteral("'") + values::quoted(notes) + QStringLiteral("'");
+    if (hasRfqNotes(database, custId, rfqNo)) {
+        database.execute(QStringLiteral("UPDATE RfqNotes SET rfqnotes = ") + text +
+                         QStringLiteral(" WHERE ") + pairOf(custId, rfqNo));
+    } else {
+        database.execute(QStringLiteral("INSERT INTO RfqNotes (CustID, RFQNo, rfqnotes) VALUES(") +
+                         QString::number(custId) + QStringLiteral(",'") + values::quoted(rfqNo) +
+                         QStringLiteral("',") + text + QStringLiteral(")"));
+    }
+}
+
+void dropUnusedRfqNotes(jet::Database& database, qint64 custId, const QString& rfqNo) {
+    const QString pair = pairOf(custId, rfqNo);
+    jet::Transaction transaction(database);
+    const Value count =
+        database.lookup(QStringLiteral("SELECT COUNT(*) FROM Estimate WHERE ") + pair);
+    if (count.toLong() == 0)
+        database.execute(QStringLiteral("DELETE FROM RfqNotes WHERE ") + pair);
+    transaction.commit();
+}
+
+void saveRfqNotes(jet::Database& database, const EstimateHeader& saved, const QString& oldRfqNo,
+                  const QString& notes) {
+    jet::Transaction transaction(database);
+    if (!oldRfqNo.isEmpty() && oldRfqNo != saved.rfqNo)
+        dropUnusedRfqNotes(database, saved.custId, oldRfqNo);
+    writeRfqNotes(database, saved.custId, saved.rfqNo, notes);
+    transaction.commit();
+}
+
+std::optional<EstimateDraft> draftFromJob(jet::Database& database, qint64 jobNo,
+                                          const QString& currencySymbol) {
+    const jet::Recordset job = database.openRecordset(
+        QStringLiteral("SELECT * FROM job WHERE jobno=") + QString::number(jobNo),
+        jet::RecordsetType::Snapshot);
+    if (job.isEmpty())
+        return std::nullopt;
+    EstimateDraft draft;
+    EstimateHeader& header = draft.header;
+    header.custId = job[u"CustID"].toLong();
+    header.partNo = job.text(u"PartNo");
+    header.description = job.text(u"Description");
+    header.quantity = job[u"Quantity"].toLong();
+    header.shopRate = job[u"JobShopRate"].toCurrency();
+    header.oneShopRate = job[u"OneShopRate"].toBool();
+    header.travelerNotes = job.text(u"TravelerNotes");
+    header.jobNotes = job.text(u"JobNotes");
+    header.material = job.text(u"Material");
+    header.breaks[0].quantity = static_cast<double>(header.quantity);
+    header.breaks[0].quoted = job[u"JobShopCost"].toCurrency();
+    draft.operations = loadOperRows(database, jobRouting(), jobNo, currencySymbol);
+    for (OperRow& row : draft.operations) {
+        row.hasNote = false;
+        row.located = 0;
+        row.status = QStringLiteral(" ");
+        row.estimated.reset();
+    }
+    draft.fixedCosts = loadMiscRows(database, jobRouting(), jobNo);
+    return draft;
+}
+
+QString partPattern(const QString& typed) {
+    return QStringLiteral("*") + QString(typed).replace(QLatin1Char('-'), QLatin1Char('?')) +
+           QStringLiteral("*");
+}
+
+} // namespace estimating

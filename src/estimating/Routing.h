@@ -1,0 +1,88 @@
+#pragma once
+
+#include "estimating/RoutingKind.h"
+#include "platform/jet/Database.h"
+#include "platform/values/Currency.h"
+
+#include <QString>
+
+#include <optional>
+#include <vector>
+
+namespace estimating {
+
+/// One line of a routing while a document is open. Its sequence number is its place from 1.
+struct OperRow {
+    qint64 operNo = 0;
+    QString description;
+    bool inhouse = true;
+    /// Hours of an in-house row, money of a contractor row; nothing until typed.
+    std::optional<double> time;
+    values::Currency rate; ///< per hour; means nothing on a contractor row
+    bool hasNote = false;
+    // Jobs only:
+    int located = 0;
+    QString status = QStringLiteral(" ");
+    std::optional<double> estimated; ///< estimated hours or money beside the actual in `time`
+
+    QString typeWord() const; ///< "Inhouse" or "Out Contr"
+};
+
+/// One fixed cost while a document is open. Unit and price are copies of the catalogue's.
+struct MiscRow {
+    qint64 itemNo = 0;
+    QString description;
+    QString unit;
+    values::Currency price;
+    values::Currency quantity;
+    values::Currency total;
+
+    void retotal() { total = price * quantity; } ///< throws values::Overflow
+};
+
+/// An operation of the catalogue, as it enters a routing.
+struct CatalogueOperation {
+    qint64 operNo = 0;
+    QString description;
+    bool inhouse = true;
+    values::Currency rate;
+};
+
+/// An operation picked for a new routing.
+struct ChosenOperation {
+    qint64 operNo = 0;
+    bool useNote = false;
+};
+
+/// A row as it is inserted from the catalogue: time empty, rate copied.
+OperRow newRow(const CatalogueOperation& operation);
+
+/// Where a row goes that is inserted before or after the active one: the first place of an empty
+/// list; at the end where no row is active.
+int insertPlace(int rows, int activeRow, bool before);
+
+/// The routing of a saved document in order, with its note marks.
+std::vector<OperRow> loadOperRows(jet::Database& database, const RoutingKind& kind,
+                                  qint64 documentNo, const QString& currencySymbol);
+std::vector<MiscRow> loadMiscRows(jet::Database& database, const RoutingKind& kind,
+                                  qint64 documentNo);
+
+/// Rows for a list of catalogue operations; those that have left the catalogue are passed over.
+std::vector<OperRow> rowsFor(jet::Database& database,
+                             const std::vector<ChosenOperation>& operations);
+/// The operations of a default set in its order, their default notes wanted or not.
+std::vector<ChosenOperation> operationsOfSet(jet::Database& database, qint64 setNo, bool useNotes);
+
+/// Writes the routing of a document, whose rows must have been deleted. The rate of a contractor
+/// row becomes 0, in `rows` too.
+void insertOperRows(jet::Database& database, const RoutingKind& kind, qint64 documentNo,
+                    std::vector<OperRow>& rows);
+void insertMiscRows(jet::Database& database, const RoutingKind& kind, qint64 documentNo,
+                    const std::vector<MiscRow>& rows);
+
+/// The operation's default note; empty if it has none.
+QString defaultNote(jet::Database& database, qint64 operNo);
+/// The same by the operation's name.
+QString defaultNote(jet::Database& database, const QString& description);
+
+} // namespace estimating
