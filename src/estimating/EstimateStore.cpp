@@ -229,9 +229,4 @@ std::optional<EstimateDraft> draftFromJob(jet::Database& database, qint64 jobNo,
     return draft;
 }
 
-QString partPattern(const QString& typed) {
-    return QStringLiteral("*") + QString(typed).replace(QLatin1Char('-'), QLatin1Char('?')) +
-           QStringLiteral("*");
-}
-
 } // namespace estimating

@@ -92,8 +92,4 @@ void saveRfqNotes(jet::Database& database, const EstimateHeader& saved, const QS
 std::optional<EstimateDraft> draftFromJob(jet::Database& database, qint64 jobNo,
                                           const QString& currencySymbol);
 
-/// The pattern of a part search: each hyphen stands for any one character, anything may be around
-/// it.
-QString partPattern(const QString& typed);
-
 } // namespace estimating

@@ -166,4 +166,9 @@ QString defaultNote(jet::Database& database, const QString& description) {
         .toText();
 }
 
+QString partPattern(const QString& typed) {
+    return QStringLiteral("*") + QString(typed).replace(QLatin1Char('-'), QLatin1Char('?')) +
+           QStringLiteral("*");
+}
+
 } // namespace estimating

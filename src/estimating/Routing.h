@@ -85,4 +85,8 @@ QString defaultNote(jet::Database& database, qint64 operNo);
 /// The same by the operation's name.
 QString defaultNote(jet::Database& database, const QString& description);
 
+/// The pattern of a part search: each hyphen stands for any one character, anything may be around
+/// it.
+QString partPattern(const QString& typed);
+
 } // namespace estimating

@@ -17,6 +17,14 @@ class SelectOperationsDialog {
     virtual std::optional<std::vector<ChosenOperation>> choose() = 0;
 };
 
+/// What "frmDefSet" offers to the screens that start a new routing.
+class DefaultSetDialog {
+  public:
+    virtual ~DefaultSetDialog() = default;
+    /// Number of the set chosen; 0 if the user chose none.
+    virtual qint64 pickSet() = 0;
+};
+
 struct InsertedOperation {
     CatalogueOperation operation;
     bool before = true; ///< of the active row, or after it

@@ -1,0 +1,469 @@
+#include "estimating/routing/RoutingPanel.h"
+
+#include "core/MirsaMain.h"
+#include "estimating/NoteStaging.h"
+#include "estimating/routing/Dialogs.h"
+#include "estimating/routing/Pictures.h"
+#include "platform/screen/Forms.h"
+#include "platform/screen/Layout.h"
+#include "platform/screen/MsgBox.h"
+#include "platform/values/Format.h"
+#include "platform/values/Numbers.h"
+
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPushButton>
+#include <QSplitter>
+#include <QVBoxLayout>
+
+namespace estimating {
+
+using controls::GridColumn;
+using values::Currency;
+
+namespace {
+
+enum MiscColumn { MiscDescription, MiscUnit, MiscPrice, MiscQuantity, MiscTotal };
+
+QString figure(const std::optional<double>& value) {
+    return value ? values::format(*value, u"#####0.00##") : QString();
+}
+
+QString money(Currency value) {
+    return values::format(value, u"#####0.00##");
+}
+
+std::vector<qint64> numbers(const std::vector<OperRow>& rows) {
+    std::vector<qint64> result;
+    for (const OperRow& row : rows)
+        result.push_back(row.operNo);
+    return result;
+}
+
+std::vector<qint64> numbers(const std::vector<MiscRow>& rows) {
+    std::vector<qint64> result;
+    for (const MiscRow& row : rows)
+        result.push_back(row.itemNo);
+    return result;
+}
+
+} // namespace
+
+RoutingPanel::RoutingPanel(screen::Form& form, const RoutingKind& kind, Qt::Orientation orientation)
+    : QWidget(&form), m_form(form), m_kind(kind) {
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    auto* splitter = new QSplitter(orientation, this);
+    splitter->setChildrenCollapsible(false);
+    splitter->addWidget(operPane());
+    splitter->addWidget(miscPane());
+    splitter->setStretchFactor(0, 3);
+    splitter->setStretchFactor(1, 2);
+    layout->addWidget(splitter);
+    setMode(RoutingMode::Browse);
+}
+
+QPushButton* RoutingPanel::button(const QString& name, const QString& caption,
+                                  std::function<void()> click) {
+    auto* result = screen::named(new QPushButton(caption, this), name);
+    result->setAutoDefault(false);
+    connect(result, &QPushButton::clicked, this,
+            [this, click = std::move(click)] { m_form.guarded(click); });
+    return result;
+}
+
+QWidget* RoutingPanel::operPane() {
+    auto* pane = new QWidget(this);
+    auto* layout = new QVBoxLayout(pane);
+    layout->setContentsMargins(0, 0, 0, 0);
+    m_oper = screen::named(new controls::Grid(pane), QStringLiteral("sprOper"),
+                           QStringLiteral("Operations"));
+
+    using Kind = GridColumn::Kind;
+    const values::KeyFilter decimal = values::keys::decimal();
+    const bool job = m_kind.hasProgress;
+    std::vector<GridColumn> columns;
+    const auto add = [&](Column column, GridColumn as) {
+        m_columns.push_back(column);
+        columns.push_back(std::move(as));
+    };
+    add(Column::Seq, {QStringLiteral("Seq"), 4, Kind::Number});
+    add(Column::Note, {QStringLiteral("Note"), 5, Kind::Picture});
+    add(Column::Description, {QStringLiteral("Description"), 26});
+    if (job)
+        add(Column::Status, {QStringLiteral(" Sts"), 5, Kind::Picture});
+    add(Column::Time, {job ? QStringLiteral("Time \\ Amount") : QStringLiteral("Time/Amount"),
+                       12,
+                       Kind::Number,
+                       true,
+                       decimal,
+                       {},
+                       12});
+    add(Column::Unit, {QStringLiteral("Unit"), 5});
+    if (job) {
+        add(Column::Estimated,
+            {QStringLiteral("Estimate Time/Amt"), 15, Kind::Number, true, decimal, {}, 12});
+    }
+    add(Column::Rate, {job ? QStringLiteral("Rate for Inhouse $") : QStringLiteral("Rate"),
+                       job ? 15 : 10,
+                       Kind::Number,
+                       true,
+                       decimal,
+                       {},
+                       12});
+    m_oper->setColumns(std::move(columns));
+    m_oper->installEventFilter(this);
+    m_oper->cellChanged.connect(
+        [this](int row, int column) { m_form.guarded([&] { sprOper_Change(row, column); }); });
+    m_oper->cellClicked.connect(
+        [this](int row, int column) { m_form.guarded([&] { sprOper_Click(row, column); }); });
+
+    auto* buttons = new QHBoxLayout;
+    m_operButtons[0] = button(QStringLiteral("cmdOper(0)"), QStringLiteral("Insert Operation..."),
+                              [this] { insertOperation(); });
+    m_operButtons[1] = button(QStringLiteral("cmdOper(1)"), QStringLiteral("Remove Operation"),
+                              [this] { removeOperation(); });
+    m_rateButtons[0] = button(QStringLiteral("cmdOperRate(0)"), QStringLiteral("One Rate"),
+                              [this] { switchRateMode(true); });
+    m_rateButtons[1] = button(QStringLiteral("cmdOperRate(1)"), QStringLiteral("Rate/Operation"),
+                              [this] { switchRateMode(false); });
+    buttons->addWidget(m_operButtons[0]);
+    buttons->addWidget(m_operButtons[1]);
+    buttons->addStretch();
+    buttons->addWidget(new QLabel(QStringLiteral("For Inhouse Operations, Use:"), pane));
+    buttons->addWidget(m_rateButtons[0]);
+    buttons->addWidget(m_rateButtons[1]);
+    layout->addWidget(m_oper);
+    layout->addLayout(buttons);
+    return pane;
+}
+
+QWidget* RoutingPanel::miscPane() {
+    auto* pane = new QWidget(this);
+    auto* layout = new QVBoxLayout(pane);
+    layout->setContentsMargins(0, 0, 0, 0);
+    m_misc = screen::named(new controls::Grid(pane), QStringLiteral("sprMisc"),
+                           QStringLiteral("Fixed costs"));
+    using Kind = GridColumn::Kind;
+    const values::KeyFilter decimal = values::keys::decimal();
+    m_misc->setColumns({
+        {QStringLiteral("Description"), 22},
+        {QStringLiteral("Unit"), 7, Kind::Text, true, values::keys::description(), {}, 10},
+        {QStringLiteral("Unit Price"), 10, Kind::Number, true, decimal, {}, 12},
+        {QStringLiteral("Qty"), 8, Kind::Number, true, decimal, {}, 12},
+        {QStringLiteral("Total"), 11, Kind::Number},
+    });
+    m_misc->installEventFilter(this);
+    m_misc->cellChanged.connect(
+        [this](int row, int column) { m_form.guarded([&] { sprMisc_Change(row, column); }); });
+    auto* buttons = new QHBoxLayout;
+    m_miscButtons[0] = button(QStringLiteral("cmdMisc(0)"), QStringLiteral("Insert Fixed Cost..."),
+                              [this] { insertItems(); });
+    m_miscButtons[1] = button(QStringLiteral("cmdMisc(1)"), QStringLiteral("Remove Fixed Cost"),
+                              [this] { removeItem(); });
+    buttons->addWidget(m_miscButtons[0]);
+    buttons->addWidget(m_miscButtons[1]);
+    buttons->addStretch();
+    layout->addWidget(m_misc);
+    layout->addLayout(buttons);
+    return pane;
+}
+
+int RoutingPanel::columnOf(Column column) const {
+    const auto at = std::find(m_columns.begin(), m_columns.end(), column);
+    return at == m_columns.end() ? -1 : static_cast<int>(at - m_columns.begin());
+}
+
+void RoutingPanel::setShowDollar(bool showDollar) {
+    m_showDollar = showDollar;
+    redraw();
+}
+
+void RoutingPanel::showRows(qint64 documentNo, std::vector<OperRow> operations,
+                            std::vector<MiscRow> fixedCosts, bool oneShopRate) {
+    m_documentNo = documentNo;
+    m_operations = std::move(operations);
+    m_fixedCosts = std::move(fixedCosts);
+    m_oneShopRate = oneShopRate;
+    redraw();
+}
+
+void RoutingPanel::setMode(RoutingMode mode) {
+    m_mode = mode;
+    if (mode == RoutingMode::Add)
+        m_documentNo = 0;
+    const bool locked = mode == RoutingMode::Browse;
+    m_oper->setLocked(locked);
+    m_misc->setLocked(locked);
+    for (QPushButton* one : {m_operButtons[0], m_operButtons[1], m_miscButtons[0], m_miscButtons[1],
+                             m_rateButtons[0], m_rateButtons[1]})
+        one->setEnabled(!locked);
+    showRateMode();
+}
+
+void RoutingPanel::setEstimatedLocked(bool locked) {
+    m_estimatedLocked = locked;
+    redraw();
+}
+
+void RoutingPanel::setOneShopRate(bool oneShopRate) {
+    m_oneShopRate = oneShopRate;
+    redraw();
+}
+
+void RoutingPanel::redraw() {
+    m_oper->setRowCount(static_cast<int>(m_operations.size()));
+    for (int row = 0; row < m_oper->rowCount(); ++row)
+        showOperRow(row);
+    m_misc->setRowCount(static_cast<int>(m_fixedCosts.size()));
+    for (int row = 0; row < m_misc->rowCount(); ++row)
+        showMiscRow(row);
+    showRateMode();
+}
+
+void RoutingPanel::showRateMode() {
+    for (int i = 0; i < 2; ++i) {
+        QFont font = m_rateButtons[i]->font();
+        const bool inForce = (i == 0) == m_oneShopRate;
+        font.setBold(inForce);
+        m_rateButtons[i]->setFont(font);
+        m_rateButtons[i]->setAccessibleDescription(inForce ? QStringLiteral("in force")
+                                                           : QString());
+    }
+}
+
+void RoutingPanel::showOperRow(int row) {
+    const OperRow& oper = m_operations[static_cast<std::size_t>(row)];
+    for (int i = 0; i < static_cast<int>(m_columns.size()); ++i) {
+        switch (m_columns[static_cast<std::size_t>(i)]) {
+        case Column::Seq:
+            m_oper->setText(row, i, QString::number(row + 1));
+            break;
+        case Column::Note:
+            if (oper.hasNote)
+                m_oper->setPicture(row, i, noteIcon(), QStringLiteral("Note"));
+            else
+                m_oper->clearPicture(row, i);
+            break;
+        case Column::Description:
+            m_oper->setText(row, i, oper.description);
+            break;
+        case Column::Status:
+            if (statusPicture) {
+                const auto [icon, words] = statusPicture(oper);
+                m_oper->setPicture(row, i, icon, words);
+            }
+            break;
+        case Column::Time:
+            m_oper->setText(row, i, figure(oper.time));
+            m_oper->setTextHidden(row, i, !m_showDollar && !oper.inhouse);
+            break;
+        case Column::Unit:
+            m_oper->setText(row, i,
+                            oper.inhouse ? QStringLiteral("hrs") : core::shared().CurrencySymbol);
+            m_oper->setTextHidden(row, i, !m_showDollar && !oper.inhouse);
+            break;
+        case Column::Estimated:
+            m_oper->setText(row, i, figure(oper.estimated));
+            m_oper->setTextHidden(row, i, !m_showDollar && !oper.inhouse);
+            break;
+        case Column::Rate:
+            m_oper->setText(row, i, oper.inhouse ? money(oper.rate) : QString());
+            m_oper->setTextHidden(row, i, !m_showDollar);
+            break;
+        }
+    }
+    m_oper->setRowKey(row, oper.operNo);
+    lockOperCells(row);
+}
+
+void RoutingPanel::lockOperCells(int row) {
+    const OperRow& oper = m_operations[static_cast<std::size_t>(row)];
+    // A figure that isn't shown isn't opened for typing either: the editor would show it.
+    const bool seen = m_showDollar || oper.inhouse;
+    m_oper->setCellLocked(row, columnOf(Column::Time),
+                          !seen || (oper.inhouse && m_kind.inhouseTimeIsBooked));
+    m_oper->setCellLocked(row, columnOf(Column::Rate),
+                          !oper.inhouse || m_oneShopRate || !m_showDollar);
+    if (m_kind.hasProgress)
+        m_oper->setCellLocked(row, columnOf(Column::Estimated), !seen || m_estimatedLocked);
+}
+
+void RoutingPanel::showMiscRow(int row) {
+    const MiscRow& misc = m_fixedCosts[static_cast<std::size_t>(row)];
+    m_misc->setText(row, MiscDescription, misc.description);
+    m_misc->setText(row, MiscUnit, misc.unit.trimmed());
+    m_misc->setText(row, MiscPrice, money(misc.price));
+    m_misc->setText(row, MiscQuantity, values::format(misc.quantity, u"#####0.####"));
+    m_misc->setText(row, MiscTotal, money(misc.total));
+    m_misc->setTextHidden(row, MiscPrice, !m_showDollar);
+    m_misc->setTextHidden(row, MiscTotal, !m_showDollar);
+    m_misc->setCellLocked(row, MiscPrice, !m_showDollar);
+    m_misc->setRowKey(row, misc.itemNo);
+}
+
+void RoutingPanel::insertOperation() {
+    if (m_mode == RoutingMode::Browse)
+        return;
+    auto dialog = screen::Forms::dialog<InsertOperationDialog>(QStringLiteral("frmInsOper"));
+    const auto chosen = dialog->insert(numbers(m_operations));
+    if (!chosen)
+        return;
+    const int rows = static_cast<int>(m_operations.size());
+    const int place = insertPlace(rows, m_oper->activeRow(), chosen->before);
+    jet::Database& database = core::MainDatabase();
+    const QString note =
+        chosen->useNote ? defaultNote(database, chosen->operation.operNo) : QString();
+    NoteStaging(database, m_kind, m_documentNo).rowInserted(place + 1, rows, note);
+
+    OperRow row = newRow(chosen->operation);
+    row.hasNote = !note.isEmpty();
+    if (m_kind.hasProgress)
+        row.time = 0;
+    m_operations.insert(m_operations.begin() + place, std::move(row));
+    redraw();
+    m_oper->setActiveRow(place);
+    m_oper->setFocus();
+}
+
+void RoutingPanel::removeOperation() {
+    const int row = m_oper->activeRow();
+    if (m_mode == RoutingMode::Browse || row < 0)
+        return;
+    const OperRow& oper = m_operations[static_cast<std::size_t>(row)];
+    if (mayRemove && !mayRemove(oper))
+        return;
+    if (screen::MsgBox(QStringLiteral("Delete operation ") + oper.description + QStringLiteral("?"),
+                       screen::Buttons::YesNo, screen::Icon::Question) != screen::Answer::Yes)
+        return;
+    const int rows = static_cast<int>(m_operations.size());
+    NoteStaging(core::MainDatabase(), m_kind, m_documentNo).rowRemoved(row + 1, rows);
+    m_operations.erase(m_operations.begin() + row);
+    redraw();
+    if (!m_operations.empty())
+        m_oper->setActiveRow(std::min(row, rows - 2));
+}
+
+void RoutingPanel::insertItems() {
+    if (m_mode == RoutingMode::Browse)
+        return;
+    auto dialog = screen::Forms::dialog<InsertItemsDialog>(QStringLiteral("frmInsItem"));
+    const auto chosen = dialog->insert(numbers(m_fixedCosts));
+    if (!chosen || chosen->rows.empty())
+        return;
+    const int place =
+        insertPlace(static_cast<int>(m_fixedCosts.size()), m_misc->activeRow(), chosen->before);
+    m_fixedCosts.insert(m_fixedCosts.begin() + place, chosen->rows.begin(), chosen->rows.end());
+    redraw();
+    m_misc->setActiveRow(place);
+    m_misc->setFocus();
+    fixedCostsChanged();
+}
+
+void RoutingPanel::removeItem() {
+    const int row = m_misc->activeRow();
+    if (m_mode == RoutingMode::Browse || row < 0)
+        return;
+    const QString& description = m_fixedCosts[static_cast<std::size_t>(row)].description;
+    if (screen::MsgBox(QStringLiteral("Delete item ") + description + QStringLiteral("?"),
+                       screen::Buttons::YesNo, screen::Icon::Question) != screen::Answer::Yes)
+        return;
+    m_fixedCosts.erase(m_fixedCosts.begin() + row);
+    redraw();
+    if (!m_fixedCosts.empty())
+        m_misc->setActiveRow(std::min(row, static_cast<int>(m_fixedCosts.size()) - 1));
+    fixedCostsChanged();
+}
+
+void RoutingPanel::switchRateMode(bool oneShopRate) {
+    if (m_mode == RoutingMode::Browse || oneShopRate == m_oneShopRate)
+        return;
+    if (screen::MsgBox(QStringLiteral("You are about to recalculate the Pricing for Inhouse "
+                                      "Operations. Are you sure?"),
+                       screen::Buttons::YesNo, screen::Icon::Question) != screen::Answer::Yes)
+        return;
+    setOneShopRate(oneShopRate);
+    costChanged();
+}
+
+void RoutingPanel::sprOper_Change(int row, int column) {
+    OperRow& oper = m_operations[static_cast<std::size_t>(row)];
+    const Currency typed = Currency::fromText(m_oper->text(row, column));
+    switch (m_columns[static_cast<std::size_t>(column)]) {
+    case Column::Time:
+        oper.time = typed.toDouble();
+        break;
+    case Column::Estimated:
+        oper.estimated = typed.toDouble();
+        break;
+    case Column::Rate:
+        oper.rate = typed;
+        break;
+    default:
+        return;
+    }
+    showOperRow(row);
+    costChanged();
+}
+
+void RoutingPanel::sprOper_Click(int row, int column) {
+    if (m_columns[static_cast<std::size_t>(column)] == Column::Note)
+        openNote(row);
+}
+
+void RoutingPanel::sprMisc_Change(int row, int column) {
+    MiscRow& misc = m_fixedCosts[static_cast<std::size_t>(row)];
+    const QString typed = m_misc->text(row, column);
+    if (column == MiscUnit) {
+        misc.unit = typed;
+        return;
+    }
+    MiscRow changed = misc;
+    (column == MiscPrice ? changed.price : changed.quantity) = Currency::fromText(typed);
+    try {
+        changed.retotal();
+        misc = changed;
+    } catch (const values::Overflow&) {
+        screen::MsgBox(QStringLiteral("The total is too large."), screen::Buttons::Ok,
+                       screen::Icon::Exclamation);
+    }
+    showMiscRow(row);
+    costChanged();
+}
+
+void RoutingPanel::openNote(int row) {
+    if (row < 0)
+        return;
+    m_oper->setActiveRow(row);
+    OperRow& oper = m_operations[static_cast<std::size_t>(row)];
+    auto dialog = screen::Forms::dialog<OperationNoteDialog>(m_kind.noteDialog);
+    const auto hasNote =
+        dialog->edit({m_documentNo, row + 1, oper.description, m_mode == RoutingMode::Browse});
+    if (!hasNote)
+        return;
+    oper.hasNote = *hasNote;
+    showOperRow(row);
+}
+
+bool RoutingPanel::eventFilter(QObject* object, QEvent* event) {
+    if (event->type() == QEvent::KeyPress && m_mode != RoutingMode::Browse) {
+        const auto* key = static_cast<QKeyEvent*>(event);
+        const bool plain = key->modifiers() == Qt::NoModifier;
+        if (plain && (key->key() == Qt::Key_Insert || key->key() == Qt::Key_Delete)) {
+            const bool insert = key->key() == Qt::Key_Insert;
+            const bool oper = object == m_oper;
+            m_form.guarded([&] {
+                if (oper)
+                    insert ? insertOperation() : removeOperation();
+                else
+                    insert ? insertItems() : removeItem();
+            });
+            return true;
+        }
+    }
+    return QWidget::eventFilter(object, event);
+}
+
+} // namespace estimating
