@@ -45,7 +45,7 @@ QString FindForm::ask(const QString& caption, const QString& prompt, int limit,
     txtNo->setAccessibleName(prompt);
     txtNo->setLimit(limit);
     txtNo->setKeyFilter(filter);
-    txtNo->clear();
+    txtNo->setText(QString());
     txtNo->setFocus();
     m_ok = false;
     showModal();
