@@ -5,8 +5,14 @@
 #include "platform/values/Text.h"
 
 #include <QComboBox>
+#include <QHash>
+#include <QStringList>
+
+class QStringListModel;
 
 namespace controls {
+
+class EntryRule;
 
 /// A combo whose list comes from a recordset: it shows one column and is bound to another. Typing
 /// completes from the list without regard to case; text that isn't on the list may stand (its bound
@@ -22,6 +28,8 @@ class DataCombo : public QComboBox, public Field {
 
     QString text() const override;
     void setText(const QString& text) override;
+    /// Empties the text; the list stays.
+    void clear() override { setText(QString()); }
     /// The key of the chosen row, empty if the text is on no row.
     QString boundText() const;
     void setBoundText(const QString& key);
@@ -29,7 +37,8 @@ class DataCombo : public QComboBox, public Field {
     bool isLocked() const override { return m_locked; }
     QWidget* widget() override { return this; }
 
-    /// Whether text that is not on the list may be typed (default true).
+    /// Whether text that is not on the list may be typed (default true). If not, such text gives
+    /// way to the last choice when the field is left; what the program sets stands.
     void setTypingAllowed(bool allowed);
     void setLimit(int characters);
     void setKeyFilter(values::KeyFilter filter);
@@ -42,11 +51,20 @@ class DataCombo : public QComboBox, public Field {
     void focusOutEvent(QFocusEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void wheelEvent(QWheelEvent* event) override; ///< scrolls the page, never the choice
-    bool eventFilter(QObject* object, QEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void showPopup() override;
 
   private:
-    values::KeyFilter m_filter;
+    void setList(const QStringList& texts, const QStringList& keys);
+    int rowOf(const QString& text) const;
+    void takeTyped();
+    EntryRule* m_rule;
+    QStringListModel* m_list;
+    QStringList m_texts;
+    QStringList m_keys;
+    QHash<QString, int> m_rowOfText; ///< by folded text, the first of equal ones
     bool m_locked = false;
+    bool m_typingAllowed = true;
     QString m_lastChosen;
 };
 
@@ -59,7 +77,12 @@ class ListCombo : public QComboBox, public Field {
     bool chooseNumber(qint64 itemData);
 
     QString text() const override { return currentText(); }
+    /// Chooses the row of that text; a text that has no row yet gets one, so that what a database
+    /// holds isn't lost. Empty text chooses none, unless there is an empty row.
     void setText(const QString& text) override;
+    /// Chooses none; the list stays.
+    void clear() override { setCurrentIndex(-1); }
+    void clearRows() { QComboBox::clear(); }
     void setLocked(bool locked) override;
     bool isLocked() const override { return !isEnabled(); }
     QWidget* widget() override { return this; }
@@ -67,6 +90,8 @@ class ListCombo : public QComboBox, public Field {
     Event<> chosen;
 
   protected:
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
 };
 

@@ -12,8 +12,9 @@ class QToolButton;
 
 namespace controls {
 
-/// The four arrows (first, previous, next, last) over a recordset. `reposition` fires whenever
-/// another row became current, also after setRecordset and refresh.
+/// The four arrows (first, previous, next, last) over a recordset; Alt with the left and right
+/// arrow keys goes to the previous and next row while the control is enabled. `reposition` fires
+/// whenever another row became current, also after setRecordset and refresh.
 class DataControl : public QWidget {
   public:
     explicit DataControl(QWidget* parent = nullptr);
@@ -32,6 +33,7 @@ class DataControl : public QWidget {
     void moveLast();
     /// Goes to the first row that meets the criterion; false if there is none (the row stays).
     bool findFirst(const QString& criteria);
+    /// Shown in front of the place ("3 of 120").
     void setCaption(const QString& caption);
 
     controls::Event<> reposition;
@@ -44,6 +46,7 @@ class DataControl : public QWidget {
     QToolButton* m_next;
     QToolButton* m_last;
     QLabel* m_caption;
+    QString m_captionText;
 };
 
 } // namespace controls

@@ -10,8 +10,8 @@
 namespace controls {
 
 /// A date that may be empty. Typed as m/d/yyyy, m/d/yy or yyyymmdd, or picked from a calendar
-/// (button, F4 or Alt+Down); T types today, + and - move by a day. Text that is no date is marked,
-/// and on leaving becomes empty with the old date back on Escape.
+/// (button, F4 or Alt+Down); T types today, + and - move by a day. Text that is no date stays and
+/// is marked; the field then counts as empty. Escape brings back the date that stood on entry.
 class DateField : public QLineEdit, public Field {
   public:
     enum class Shown { Short, Long };
@@ -21,10 +21,13 @@ class DateField : public QLineEdit, public Field {
     std::optional<QDate> date() const;
     void setDate(const std::optional<QDate>& date);
     void setShown(Shown shown); ///< how it shows while it doesn't have the focus
+    /// False while the field holds text that is no date.
+    bool isValid() const;
 
     /// Short date text; empty for none. setText also takes "yyyymmdd".
     QString text() const override;
     void setText(const QString& text) override;
+    void clear() override { setDate(std::nullopt); }
     jet::Value value() const override;
     void setValue(const jet::Value& value) override;
     void setLocked(bool locked) override;
@@ -39,8 +42,13 @@ class DateField : public QLineEdit, public Field {
   private:
     void showDate();
     void takeText();
+    void tellChange();
+    void mark();
     void openCalendar();
     std::optional<QDate> m_date;
+    std::optional<QDate> m_atEntry;
+    QString m_told;
+    bool m_editing = false;
     Shown m_shown = Shown::Short;
 };
 

@@ -13,6 +13,7 @@ class Event {
   public:
     using Handler = std::function<void(Args...)>;
     void connect(Handler handler) { m_handlers.push_back(std::move(handler)); }
+    bool isConnected() const { return !m_handlers.empty(); }
     void operator()(Args... args) const {
         const auto handlers = m_handlers; // a handler may connect or destroy
         for (const auto& handler : handlers)

@@ -14,6 +14,7 @@
 
 namespace controls {
 
+class GridLooks;
 class GridModel;
 
 /// A column of a grid.
@@ -22,8 +23,8 @@ struct GridColumn {
         Text,
         Number,  ///< right-aligned, sorts by value
         Picture, ///< an icon, answers clicks and the space bar
-        Check,
-        Combo, ///< edited through a list of `choices`, typing allowed
+        Check,   ///< a box; its text is "1" or "0", and any number but 0 or "True" shows as checked
+        Combo,   ///< edited through a list of `choices`, typing allowed
     };
 
     QString title;
@@ -37,7 +38,9 @@ struct GridColumn {
 
 /// A table with typed cells, pictures, locked cells and cells whose text is hidden. Rows and
 /// columns count from 0. F2, Enter or typing edits; Enter and Tab go to the next cell that can be
-/// edited; Ctrl+C copies the selected rows or cells as text with tabs.
+/// edited, Tab leaves the grid behind the last one; Space checks a box. Ctrl+C copies the selected
+/// rows or cells as text with tabs. Column widths and the sort that the user chose are kept for the
+/// run of the program under the screen's and the grid's name.
 class Grid : public QTableView {
   public:
     explicit Grid(QWidget* parent = nullptr);
@@ -77,22 +80,33 @@ class Grid : public QTableView {
     /// No cell can be edited while locked.
     void setLocked(bool locked);
     bool isLocked() const;
-    /// Sorting by a click on a header; off to begin with. Numbers sort by value.
+    /// Sorting by a click on a header; off to begin with. A column of numbers sorts by value, one
+    /// of dates by date. Sorting moves the rows: tell them apart by rowKey(), not by their place.
     void setSortable(bool sortable);
 
     Event<int, int> cellChanged; ///< the user changed a cell's text
     Event<int, int> cellClicked; ///< also the space bar on a picture
     Event<int> rowDoubleClicked; ///< also Enter on a row where nothing is editable
-    Event<int> activeRowChanged;
+    Event<int> activeRowChanged; ///< by the user or the program; not when there is none any more
 
   protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    bool focusNextPrevChild(bool next) override;
+    QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
+    void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
 
   private:
+    QModelIndex nextEditable(const QModelIndex& from, bool forward) const;
+    bool press(const QModelIndex& cell);
     std::unique_ptr<GridModel> m_model;
+    std::unique_ptr<GridLooks> m_looks;
 };
 
 /// A list with columns: rows have a key such as "O17", an icon and texts; one row is selected.
+/// Typing goes to the next row whose first text begins so. A click on a header sorts.
 class ListView : public QTableView {
   public:
     explicit ListView(QWidget* parent = nullptr);
@@ -108,6 +122,8 @@ class ListView : public QTableView {
     void setRowText(int row, int column, const QString& text);
     void removeRow(int row);
     void swapRows(int a, int b);
+    /// Sorting by a click on a header; on to begin with.
+    void setSortable(bool sortable);
 
     QString key(int row) const;
     /// Number behind the letter of a row's key.
@@ -122,11 +138,22 @@ class ListView : public QTableView {
     Event<> selectionChangedByUser;
     Event<int> rowDoubleClicked; ///< also Enter
 
+    void keyboardSearch(const QString& typed) override;
+
   protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void selectionChanged(const QItemSelection& selected,
+                          const QItemSelection& deselected) override;
 
   private:
     std::unique_ptr<GridModel> m_model;
+    std::unique_ptr<GridLooks> m_looks;
+    QString m_typed;
+    qint64 m_typedAt = 0;
+    int m_byProgram = 0;
 };
 
 } // namespace controls

@@ -3,6 +3,8 @@
 #include "platform/controls/Event.h"
 #include "platform/screen/MsgBox.h"
 
+#include <QPointer>
+#include <QPushButton>
 #include <QWidget>
 
 #include <functional>
@@ -11,14 +13,14 @@
 
 class QAbstractButton;
 class QAction;
-class QPushButton;
 
 namespace screen {
 
 /// Base of every document screen and dialog. The object name is the class name ("frmJob"), every
 /// control's object name is the control's name ("txtNotes(2)" for arrays). Handlers are wired with
 /// on(), which guards them: an exception never crosses the event loop; what nobody caught goes to
-/// Seams::runTimeError, which ends the process.
+/// Seams::runTimeError, which ends the process. A form's size is kept for the run of the program.
+/// Closing one never ends the program by itself.
 class Form : public QWidget {
   public:
     Form(const QString& name, const QString& caption);
@@ -28,17 +30,22 @@ class Form : public QWidget {
 
     /// Once, before the form is shown for the first time. Call refuse() in it to stay closed.
     virtual void Form_Load() {}
-    /// Whenever the form becomes the active one (not while a dialog of its own is on top).
+    /// Whenever the form becomes the active document, coming from another one (or from none), and
+    /// each time that it is shown as a dialog. Not when a dialog or a message box over it closes,
+    /// nor when the user comes back from another program: what is being entered stays undisturbed.
     virtual void Form_Activate() {}
     /// Before the form closes, by whatever way; false keeps it open.
     virtual bool Form_QueryUnload() { return true; }
 
     /// Runs Form_Load if that has not been done. False if the form refused.
     bool load();
-    /// Asks Form_QueryUnload, closes and deletes the form (later). False if it stays open.
+    /// Asks Form_QueryUnload and closes the form. False if it stays open. A document screen that
+    /// Forms::show made is deleted as soon as none of its handlers runs any more; others belong to
+    /// whoever made them, and load afresh when they are shown again.
     bool unload();
     /// Shows the form as a dialog over the active window and returns when it was hidden or
-    /// unloaded. The form still exists afterwards: its owner (Forms::dialog) deletes it.
+    /// unloaded. The form still exists afterwards: its owner (Forms::dialog) deletes it. Its close
+    /// box presses the cancel button, if there is one.
     void showModal();
     /// Ends showModal without unloading, fields kept.
     void hideModal();
@@ -97,18 +104,32 @@ class Form : public QWidget {
     void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
 
   private:
+    friend class Forms;
     QObject* findControl(const QString& controlName) const;
     void onClick(QAbstractButton* button, std::function<void()> handler);
     void onTrigger(QAction* action, std::function<void()> handler);
+    void becomeActive();
+    void finishUnload();
+    void deleteWhenIdle();
+    void leaveSubWindow();
+    void focusFirst();
+    void pressDefault();
+    QWidget* sized() const;
+    void restoreSize();
 
-    QPushButton* m_default = nullptr;
-    QPushButton* m_cancel = nullptr;
+    QPointer<QPushButton> m_default;
+    QPointer<QPushButton> m_cancel;
     bool m_loaded = false;
     bool m_refused = false;
     bool m_modal = false;
     bool m_closing = false;
+    bool m_ownsItself = false; ///< made by Forms::show
+    bool m_placed = false;     ///< shown before
+    int m_running = 0;         ///< handlers of this form on the stack
     std::function<void()> m_endModal;
 };
 

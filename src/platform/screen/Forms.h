@@ -50,7 +50,9 @@ class Forms {
     /// A dialog to be shown with showModal through its interface; it counts as open while it lives.
     template <class Interface>
     static Dialog<Interface> dialog(const QString& name) {
-        return Dialog<Interface>(make(name));
+        auto form = make(name);
+        opened(form.get());
+        return Dialog<Interface>(std::move(form));
     }
     /// Shows a dialog that takes and gives nothing.
     static void showModal(const QString& name);

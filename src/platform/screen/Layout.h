@@ -33,7 +33,7 @@ class Fields {
   public:
     /// Lays out in `parent`, which gets a grid layout unless it has one.
     explicit Fields(QWidget* parent);
-    /// Lays out below an existing layout's widget, as an item of it.
+    /// Lays out as an item of an existing layout.
     Fields(QWidget* parent, QBoxLayout* inside);
 
     controls::TextField* text(const QString& name, const QString& label, const Line& line = {});
@@ -68,7 +68,7 @@ class Fields {
     int m_row = 0, m_column = 0, m_top = 0, m_span = 1;
 };
 
-/// A row or column of push buttons.
+/// Push buttons: in a row where the layout goes down, in a column where it goes across.
 class ButtonBar {
   public:
     ButtonBar(QWidget* parent, QBoxLayout* inside);

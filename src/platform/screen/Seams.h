@@ -36,6 +36,11 @@ struct Seams {
     std::function<void(int code)> endProcess;
 };
 
+/// Runs an action and gives what it throws to Seams::runTimeError, under the number of the
+/// run-time: the database's own, 6 for a number out of range, 1000 for any other. True if nothing
+/// was thrown.
+bool guardedCall(const std::function<void()>& action);
+
 /// The functions in force: the desktop's own until replaced.
 Seams& seams();
 

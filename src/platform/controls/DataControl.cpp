@@ -1,0 +1,154 @@
+#include "platform/controls/DataControl.h"
+
+#include "platform/controls/Guard.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QShortcut>
+#include <QStyle>
+#include <QToolButton>
+
+namespace controls {
+
+DataControl::DataControl(QWidget* parent) : QWidget(parent) {
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(2);
+    const auto arrow = [&](QStyle::StandardPixmap icon, const QString& name, const QString& keys,
+                           void (DataControl::*move)()) {
+        auto* button = new QToolButton(this);
+        button->setIcon(style()->standardIcon(icon));
+        button->setToolTip(keys.isEmpty() ? name : QStringLiteral("%1 (%2)").arg(name, keys));
+        button->setAccessibleName(name);
+        button->setFocusPolicy(Qt::TabFocus);
+        const auto go = [this, move] { guarded([&] { (this->*move)(); }); };
+        connect(button, &QToolButton::clicked, this, go);
+        if (!keys.isEmpty()) {
+            auto* shortcut = new QShortcut(QKeySequence(keys), this);
+            connect(shortcut, &QShortcut::activated, this, go);
+        }
+        return button;
+    };
+    m_first = arrow(QStyle::SP_MediaSkipBackward, QStringLiteral("First record"), {},
+                    &DataControl::moveFirst);
+    m_previous = arrow(QStyle::SP_MediaSeekBackward, QStringLiteral("Previous record"),
+                       QStringLiteral("Alt+Left"), &DataControl::movePrevious);
+    m_caption = new QLabel(this);
+    m_caption->setAlignment(Qt::AlignCenter);
+    m_caption->setMinimumWidth(fontMetrics().averageCharWidth() * 18);
+    m_next = arrow(QStyle::SP_MediaSeekForward, QStringLiteral("Next record"),
+                   QStringLiteral("Alt+Right"), &DataControl::moveNext);
+    m_last = arrow(QStyle::SP_MediaSkipForward, QStringLiteral("Last record"), {},
+                   &DataControl::moveLast);
+    for (QWidget* part :
+         std::initializer_list<QWidget*>{m_first, m_previous, m_caption, m_next, m_last})
+        layout->addWidget(part, part == m_caption ? 1 : 0);
+    showPlace();
+}
+
+void DataControl::setRecordset(jet::Recordset recordset) {
+    m_recordset = std::move(recordset);
+    showPlace();
+    reposition();
+}
+
+void DataControl::refresh() {
+    if (m_recordset.isOpen())
+        m_recordset.requery();
+    showPlace();
+    reposition();
+}
+
+void DataControl::requeryKeepingRow() {
+    if (!m_recordset.isOpen())
+        return;
+    const int place = m_recordset.absolutePosition();
+    jet::Value mark;
+    if (place >= 0)
+        mark = m_recordset.bookmark();
+    m_recordset.requery();
+    if (place >= 0 && !m_recordset.isEmpty()) {
+        try {
+            m_recordset.setBookmark(mark);
+        } catch (const jet::Error&) {
+            // The row has gone; the one that moved up into its place is nearest.
+            m_recordset.moveTo(std::min(place, m_recordset.recordCount() - 1));
+        }
+    }
+    showPlace();
+    reposition();
+}
+
+void DataControl::moveFirst() {
+    if (!m_recordset.isOpen() || m_recordset.isEmpty())
+        return;
+    m_recordset.moveFirst();
+    showPlace();
+    reposition();
+}
+
+void DataControl::movePrevious() {
+    if (!m_recordset.isOpen() || m_recordset.isEmpty() || m_recordset.absolutePosition() == 0)
+        return;
+    if (m_recordset.bof())
+        m_recordset.moveFirst();
+    else
+        m_recordset.movePrevious();
+    showPlace();
+    reposition();
+}
+
+void DataControl::moveNext() {
+    if (!m_recordset.isOpen() || m_recordset.isEmpty() ||
+        m_recordset.absolutePosition() == m_recordset.recordCount() - 1)
+        return;
+    if (m_recordset.eof())
+        m_recordset.moveLast();
+    else
+        m_recordset.moveNext();
+    showPlace();
+    reposition();
+}
+
+void DataControl::moveLast() {
+    if (!m_recordset.isOpen() || m_recordset.isEmpty())
+        return;
+    m_recordset.moveLast();
+    showPlace();
+    reposition();
+}
+
+bool DataControl::findFirst(const QString& criteria) {
+    if (!m_recordset.isOpen())
+        return false;
+    m_recordset.findFirst(criteria);
+    if (m_recordset.noMatch())
+        return false;
+    showPlace();
+    reposition();
+    return true;
+}
+
+void DataControl::setCaption(const QString& caption) {
+    m_captionText = caption;
+    showPlace();
+}
+
+void DataControl::showPlace() {
+    const bool rows = m_recordset.isOpen() && !m_recordset.isEmpty();
+    const int count = rows ? m_recordset.recordCount() : 0;
+    const int place = rows ? m_recordset.absolutePosition() : -1;
+    QString shown = m_captionText;
+    if (place >= 0) {
+        if (!shown.isEmpty())
+            shown += u' ';
+        shown += QStringLiteral("%1 of %2").arg(place + 1).arg(count);
+    }
+    m_caption->setText(shown);
+    m_first->setEnabled(place > 0);
+    m_previous->setEnabled(place != 0 && rows);
+    m_next->setEnabled(rows && place != count - 1);
+    m_last->setEnabled(m_next->isEnabled());
+}
+
+} // namespace controls

@@ -1,0 +1,295 @@
+#include "platform/controls/GridModel.h"
+
+#include "platform/values/Format.h"
+#include "platform/values/Numbers.h"
+
+#include <QApplication>
+#include <QPalette>
+
+#include <algorithm>
+#include <numeric>
+
+namespace controls {
+
+void GridModel::setColumns(std::vector<GridColumn> columns) {
+    beginResetModel();
+    m_columns = std::move(columns);
+    endResetModel();
+}
+
+void GridModel::setChoices(int column, const QStringList& choices) {
+    if (column >= 0 && column < columnCount())
+        m_columns[size_t(column)].choices = choices;
+}
+
+bool GridModel::hasEditableColumn() const {
+    return std::any_of(m_columns.begin(), m_columns.end(),
+                       [](const GridColumn& c) { return c.editable; });
+}
+
+bool GridModel::has(int row, int column) const {
+    return row >= 0 && row < rows() && column >= 0 && column < columnCount();
+}
+
+void GridModel::insert(int row, GridRow content) {
+    row = std::clamp(row, 0, rows());
+    beginInsertRows({}, row, row);
+    m_rows.insert(m_rows.begin() + row, std::move(content));
+    endInsertRows();
+}
+
+void GridModel::remove(int row) {
+    if (row < 0 || row >= rows())
+        return;
+    beginRemoveRows({}, row, row);
+    m_rows.erase(m_rows.begin() + row);
+    endRemoveRows();
+}
+
+void GridModel::resize(int count) {
+    count = std::max(count, 0);
+    if (count > rows()) {
+        beginInsertRows({}, rows(), count - 1);
+        m_rows.resize(size_t(count));
+        endInsertRows();
+    } else if (count < rows()) {
+        beginRemoveRows({}, count, rows() - 1);
+        m_rows.resize(size_t(count));
+        endRemoveRows();
+    }
+}
+
+void GridModel::replace(std::vector<GridRow> rows) {
+    beginResetModel();
+    m_rows = std::move(rows);
+    endResetModel();
+}
+
+void GridModel::swapRows(int a, int b) {
+    if (a == b || a < 0 || b < 0 || a >= rows() || b >= rows())
+        return;
+    std::swap(m_rows[size_t(a)], m_rows[size_t(b)]);
+    rowTouched(a);
+    rowTouched(b);
+}
+
+const CellExtra* GridModel::extra(int row, int column) const {
+    const auto& extras = m_rows[size_t(row)].extras;
+    if (!extras)
+        return nullptr;
+    const auto found = extras->find(column);
+    return found == extras->end() ? nullptr : &found->second;
+}
+
+CellExtra& GridModel::makeExtra(int row, int column) {
+    auto& extras = m_rows[size_t(row)].extras;
+    if (!extras)
+        extras = std::make_unique<std::map<int, CellExtra>>();
+    return (*extras)[column];
+}
+
+void GridModel::setText(int row, int column, const QString& text) {
+    auto& texts = m_rows[size_t(row)].texts;
+    while (texts.size() <= column)
+        texts << QString();
+    texts[column] = text;
+    touched(row, column);
+}
+
+bool GridModel::isChecked(int row, int column) const {
+    const QString text = m_rows[size_t(row)].texts.value(column);
+    return values::val(text) != 0 || text.compare(u"true", Qt::CaseInsensitive) == 0;
+}
+
+bool GridModel::isEditable(int row, int column) const {
+    if (m_locked || !has(row, column))
+        return false;
+    const CellExtra* cell = extra(row, column);
+    return cell && cell->locked ? !*cell->locked : m_columns[size_t(column)].editable;
+}
+
+void GridModel::touched(int row, int column) {
+    const auto cell = index(row, column);
+    dataChanged(cell, cell);
+}
+
+void GridModel::rowTouched(int row) {
+    if (columnCount() > 0)
+        dataChanged(index(row, 0), index(row, columnCount() - 1));
+}
+
+void GridModel::setLocked(bool locked) {
+    m_locked = locked;
+    if (rows() > 0 && columnCount() > 0)
+        dataChanged(index(0, 0), index(rows() - 1, columnCount() - 1));
+}
+
+int GridModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : rows();
+}
+
+int GridModel::columnCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : int(m_columns.size());
+}
+
+QVariant GridModel::data(const QModelIndex& index, int role) const {
+    if (!has(index.row(), index.column()))
+        return {};
+    using Kind = GridColumn::Kind;
+    const GridRow& row = m_rows[size_t(index.row())];
+    const GridColumn& column = m_columns[size_t(index.column())];
+    const CellExtra* cell = extra(index.row(), index.column());
+    const bool hidden = cell && cell->hidden;
+    const bool picture = cell && !cell->picture.isNull();
+    const bool firstIcon = index.column() == 0 && !row.icon.isNull();
+    switch (role) {
+    case Qt::DisplayRole:
+        return hidden || column.kind == Kind::Check ? QString() : row.texts.value(index.column());
+    case Qt::EditRole:
+        return row.texts.value(index.column());
+    case Qt::ToolTipRole:
+        if (picture)
+            return cell->pictureText;
+        if (firstIcon && !row.iconText.isEmpty())
+            return row.iconText;
+        return hidden || column.kind == Kind::Check ? QString() : row.texts.value(index.column());
+    case Qt::AccessibleTextRole: {
+        QStringList said;
+        if (picture)
+            said << cell->pictureText;
+        if (firstIcon)
+            said << row.iconText;
+        if (column.kind == Kind::Check)
+            said << (isChecked(index.row(), index.column()) ? QStringLiteral("checked")
+                                                            : QStringLiteral("not checked"));
+        else if (!hidden)
+            said << row.texts.value(index.column());
+        said.removeAll(QString());
+        return said.join(u' ');
+    }
+    case Qt::DecorationRole:
+        if (picture)
+            return cell->picture;
+        return firstIcon ? QVariant(row.icon) : QVariant();
+    case Qt::CheckStateRole:
+        if (column.kind == Kind::Check)
+            return isChecked(index.row(), index.column()) ? Qt::Checked : Qt::Unchecked;
+        return {};
+    case Qt::TextAlignmentRole:
+        return int(column.kind == Kind::Number ? Qt::AlignRight | Qt::AlignVCenter
+                                               : Qt::AlignLeft | Qt::AlignVCenter);
+    case Qt::ForegroundRole:
+        if (cell && cell->locked == true)
+            return QApplication::palette().brush(QPalette::Disabled, QPalette::Text);
+        return row.colour.isValid() ? QVariant(QBrush(row.colour)) : QVariant();
+    case Qt::BackgroundRole:
+        if (cell && cell->locked == true)
+            return QApplication::palette().window();
+        return {};
+    default:
+        return {};
+    }
+}
+
+bool GridModel::setData(const QModelIndex& index, const QVariant& value, int role) {
+    if (!isEditable(index.row(), index.column()))
+        return false;
+    QString text = value.toString();
+    if (role == Qt::CheckStateRole)
+        text = value.toInt() == Qt::Checked ? QStringLiteral("1") : QStringLiteral("0");
+    else if (role != Qt::EditRole)
+        return false;
+    if (m_rows[size_t(index.row())].texts.value(index.column()) == text)
+        return true;
+    const int row = index.row();
+    const int column = index.column();
+    setText(row, column, text);
+    if (edited)
+        edited(row, column);
+    return true;
+}
+
+QVariant GridModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation != Qt::Horizontal || section < 0 || section >= columnCount())
+        return QAbstractTableModel::headerData(section, orientation, role);
+    const GridColumn& column = m_columns[size_t(section)];
+    if (role == Qt::DisplayRole || role == Qt::ToolTipRole)
+        return column.title;
+    if (role == Qt::TextAlignmentRole)
+        return int(column.kind == GridColumn::Kind::Number ? Qt::AlignRight | Qt::AlignVCenter
+                                                           : Qt::AlignLeft | Qt::AlignVCenter);
+    return {};
+}
+
+Qt::ItemFlags GridModel::flags(const QModelIndex& index) const {
+    if (!has(index.row(), index.column()))
+        return Qt::NoItemFlags;
+    Qt::ItemFlags flags = Qt::ItemIsEnabled | Qt::ItemIsSelectable;
+    using Kind = GridColumn::Kind;
+    const Kind kind = column(index.column()).kind;
+    if (isEditable(index.row(), index.column()) && kind != Kind::Picture)
+        flags |= kind == Kind::Check ? Qt::ItemIsUserCheckable : Qt::ItemIsEditable;
+    return flags;
+}
+
+void GridModel::sort(int column, Qt::SortOrder order) {
+    if (column < 0 || column >= columnCount() || rows() < 2)
+        return;
+    // A column of nothing but numbers sorts by value, one of dates by date, any other as text.
+    const auto count = m_rows.size();
+    std::vector<double> numbers(count, 0.0);
+    std::vector<QString> texts(count);
+    bool allNumbers = true;
+    bool allDates = true;
+    const bool asNumber = m_columns[size_t(column)].kind == GridColumn::Kind::Number;
+    for (size_t i = 0; i < count; ++i) {
+        const QString text = m_rows[i].texts.value(column).trimmed();
+        texts[i] = text.toCaseFolded();
+        if (text.isEmpty())
+            continue;
+        QString plain = text;
+        plain.remove(u',').remove(u'$');
+        allNumbers = allNumbers && (asNumber || values::isNumeric(plain));
+        allDates = allDates && text.contains(u'/') && values::dateFromText(text).isValid();
+        numbers[i] = values::val(plain);
+    }
+    const bool byValue = allNumbers || allDates;
+    if (allDates) {
+        for (size_t i = 0; i < count; ++i)
+            numbers[i] =
+                texts[i].isEmpty() ? 0.0 : double(values::dateFromText(texts[i]).toJulianDay());
+    }
+
+    std::vector<size_t> places(count);
+    std::iota(places.begin(), places.end(), size_t{0});
+    const auto before = [&](size_t a, size_t b) {
+        if (byValue) {
+            if (texts[a].isEmpty() != texts[b].isEmpty())
+                return texts[a].isEmpty();
+            return numbers[a] < numbers[b];
+        }
+        return texts[a] < texts[b];
+    };
+    std::stable_sort(places.begin(), places.end(), [&](size_t a, size_t b) {
+        return order == Qt::AscendingOrder ? before(a, b) : before(b, a);
+    });
+
+    layoutAboutToBeChanged({}, QAbstractItemModel::VerticalSortHint);
+    std::vector<GridRow> sorted;
+    sorted.reserve(count);
+    std::vector<int> newPlace(count);
+    for (size_t i = 0; i < count; ++i) {
+        newPlace[places[i]] = int(i);
+        sorted.push_back(std::move(m_rows[places[i]]));
+    }
+    m_rows = std::move(sorted);
+    const auto from = persistentIndexList();
+    QModelIndexList to;
+    to.reserve(from.size());
+    for (const QModelIndex& old : from)
+        to << index(newPlace[size_t(old.row())], old.column());
+    changePersistentIndexList(from, to);
+    layoutChanged({}, QAbstractItemModel::VerticalSortHint);
+}
+
+} // namespace controls

@@ -1,0 +1,104 @@
+#pragma once
+
+#include "platform/controls/Grid.h"
+
+#include <QAbstractTableModel>
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <vector>
+
+namespace controls {
+
+/// What is particular about a cell.
+struct CellExtra {
+    QIcon picture;
+    QString pictureText;
+    std::optional<bool> locked;
+    bool hidden = false;
+};
+
+struct GridRow {
+    QStringList texts;
+    qint64 key = 0;
+    QString tag; ///< key of a list's row, such as "O17"
+    QIcon icon;
+    QString iconText;
+    QColor colour;
+    std::unique_ptr<std::map<int, CellExtra>> extras;
+};
+
+/// The rows behind a Grid or a ListView. Sorting moves the rows themselves.
+class GridModel : public QAbstractTableModel {
+  public:
+    explicit GridModel(QObject* parent = nullptr) : QAbstractTableModel(parent) {}
+
+    void setColumns(std::vector<GridColumn> columns);
+    const GridColumn& column(int column) const { return m_columns[size_t(column)]; }
+    void setChoices(int column, const QStringList& choices);
+    bool hasEditableColumn() const;
+
+    int rows() const { return int(m_rows.size()); }
+    bool has(int row, int column) const;
+    void insert(int row, GridRow content);
+    void remove(int row);
+    void resize(int count);
+    void replace(std::vector<GridRow> rows);
+    void swapRows(int a, int b);
+
+    const GridRow& row(int row) const { return m_rows[size_t(row)]; }
+    GridRow& row(int row) { return m_rows[size_t(row)]; }
+    const CellExtra* extra(int row, int column) const;
+    CellExtra& makeExtra(int row, int column);
+    void setText(int row, int column, const QString& text);
+    bool isChecked(int row, int column) const;
+    bool isEditable(int row, int column) const;
+    void touched(int row, int column);
+    void rowTouched(int row);
+
+    void setLocked(bool locked);
+    bool isLocked() const { return m_locked; }
+
+    /// The user changed a text or a check.
+    std::function<void(int row, int column)> edited;
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    int columnCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    bool setData(const QModelIndex& index, const QVariant& value, int role) override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+    Qt::ItemFlags flags(const QModelIndex& index) const override;
+    void sort(int column, Qt::SortOrder order) override;
+
+  private:
+    std::vector<GridColumn> m_columns;
+    std::vector<GridRow> m_rows;
+    bool m_locked = false;
+};
+
+/// Widths, sorting and looks that Grid and ListView share.
+class GridLooks {
+  public:
+    GridLooks(QTableView& view, GridModel& model);
+    void applyWidths();
+    void setSortable(bool sortable);
+    bool isSortable() const { return m_sortable; }
+    void shown();
+    void hidden();
+    /// The selected rows, or cells, as lines with tabs, to the clipboard.
+    void copy() const;
+
+  private:
+    QString place() const;
+    void sortAgainLater();
+    QTableView& m_view;
+    GridModel& m_model;
+    bool m_sortable = false;
+    bool m_userWidths = false;
+    bool m_applying = false;
+    bool m_sortPending = false;
+    bool m_restored = false;
+};
+
+} // namespace controls

@@ -1,0 +1,31 @@
+#include "platform/screen/MsgBox.h"
+
+#include "platform/screen/Seams.h"
+#include "platform/screen/Suspension.h"
+
+namespace screen {
+
+namespace {
+
+QString titleOf(const QString& title) {
+    return title.isEmpty() ? QStringLiteral("Mirsa") : title;
+}
+
+} // namespace
+
+Answer MsgBox(const QString& text, Buttons buttons, Icon icon, const QString& title,
+              Answer defaultButton) {
+    const Suspension arrow;
+    return seams().msgBox(text, buttons, icon, titleOf(title), defaultButton);
+}
+
+QString InputBox(const QString& prompt, const QString& title, const QString& text) {
+    const Suspension arrow;
+    return seams().inputBox(prompt, titleOf(title), text);
+}
+
+void beep() {
+    seams().beep();
+}
+
+} // namespace screen
