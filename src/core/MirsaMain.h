@@ -10,14 +10,15 @@ namespace core {
 
 /// What the whole process shares: written by the start and by the login only, read by all modules.
 struct SharedState {
-    QString CurrencySymbol = QStringLiteral("$"); ///< of the user's locale; stands in front of money masks
-    QString ProgramFolder;                        ///< without a slash at its end
-    QString DatabasePath;                         ///< the file, or the server's URI
-    std::unique_ptr<jet::Database> MainDatabase;  ///< the one open database
-    QString CurrentUserName;                      ///< as typed at the login
+    QString CurrencySymbol =
+        QStringLiteral("$"); ///< of the user's locale; stands in front of money masks
+    QString ProgramFolder;   ///< without a slash at its end
+    QString DatabasePath;    ///< the file, or the server's URI
+    std::unique_ptr<jet::Database> MainDatabase; ///< the one open database
+    QString CurrentUserName;                     ///< as typed at the login
     qint64 CurrentUserNo = 0;
-    qint64 CurrentGroupNo = 0;                    ///< 0: no group
-    double PreviewWidthFactor = 0.8;              ///< share of the screen that a report preview takes
+    qint64 CurrentGroupNo = 0;       ///< 0: no group
+    double PreviewWidthFactor = 0.8; ///< share of the screen that a report preview takes
     double PreviewHeightFactor = 0.8;
 };
 

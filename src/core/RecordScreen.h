@@ -1,0 +1,40 @@
+#pragma once
+
+#include "platform/screen/Forms.h"
+
+#include <QString>
+#include <QStringList>
+
+namespace core {
+
+/// What other screens and the shell may ask of an open record module, found by name through
+/// screen::Forms.
+class RecordScreen {
+  public:
+    virtual ~RecordScreen() = default;
+    /// "Browse", "Add" or "Edit".
+    virtual QString mode() const = 0;
+    /// Key of the record on the screen; 0 while there is none or it isn't saved yet.
+    virtual qint64 currentKey() const = 0;
+    /// Shows the record with that key. False if it isn't among the rows that the screen shows, or
+    /// if the screen is not in Browse; the screen then stays as it is.
+    virtual bool goToRecord(qint64 key) = 0;
+};
+
+/// A screen with lists from a table that other screens change.
+class LookupUser {
+  public:
+    virtual ~LookupUser() = default;
+    /// Reads its lists of that table again; tables that it has no list of are passed over.
+    virtual void refreshLookup(const QString& table) = 0;
+};
+
+/// Lets those of the named screens that are open read their lists of a table again.
+inline void refreshNeighbours(const QStringList& screens, const QString& table) {
+    for (const QString& name : screens) {
+        if (auto* neighbour = screen::Forms::find<LookupUser>(name))
+            neighbour->refreshLookup(table);
+    }
+}
+
+} // namespace core

@@ -1,0 +1,152 @@
+#include "core/Security.h"
+
+#include "core/MirsaMain.h"
+
+namespace core {
+
+namespace {
+
+struct ToolButton {
+    int number;
+    const char16_t* menu;
+};
+
+constexpr ToolButton toolButtonList[] = {
+    {1, u"mnuFileEstimate"},
+    {2, u"mnuFileJob"},
+    {3, u"mnuSchedule"},
+    {4, u"mnuInvoice"},
+    {5, u"mnuFileTimeManagement"},
+    {7, u"mnuFileRequest"},
+    {8, u"mnuAP"},
+    {9, u"mnuFilePurchaseOrder"},
+    {11, u"mnuFileCustomer"},
+    {12, u"mnuFileEmployee"},
+    {13, u"mnuFileVendor"},
+    {15, u"mnuInventory"},
+    {16, u"mnuFileSpareParts"},
+    {18, u"mnuFileBarcode"},
+    {19, u"mnuFileAutoMirsa"},
+    {20, u"mnuFileBenchline"},
+    {22, u"mnuHistory"},
+};
+
+/// A separator follows the buttons in front of it.
+struct Separator {
+    int number;
+    int first, last;
+};
+
+constexpr Separator separators[] = {
+    {6, 1, 5}, {10, 7, 9}, {14, 11, 13}, {17, 15, 16}, {21, 18, 20}};
+
+QSet<QString> folded(const QStringList& names) {
+    QSet<QString> result;
+    for (const QString& name : names)
+        result.insert(name.toLower());
+    return result;
+}
+
+QStringList codes(jet::Recordset rows) {
+    QStringList result;
+    for (; !rows.eof(); rows.moveNext())
+        result << rows.text(u"securitycode");
+    return result;
+}
+
+} // namespace
+
+bool isAdministrator(const QString& userName) {
+    return userName.toUpper() == QStringLiteral("ADMIN");
+}
+
+ShellRights::ShellRights(const Input& input) {
+    const bool admin = isAdministrator(input.userName);
+    const QSet<QString> catalogue = folded(input.catalogueCodes);
+    const QSet<QString> granted = folded(input.grantedCodes);
+    for (const QString& menu : input.menuNames) {
+        const QString name = menu.toLower();
+        if (catalogue.contains(name) && !admin && !granted.contains(name))
+            m_disabled.insert(name);
+    }
+    // Setting up security is the administrator's alone, whatever the tables say.
+    const QString setup = QStringLiteral("mnuutilitiesloginsetup");
+    if (admin)
+        m_disabled.remove(setup);
+    else
+        m_disabled.insert(setup);
+    m_disabled += folded(input.unavailableMenus);
+}
+
+bool ShellRights::isEnabled(const QString& menu) const {
+    return !m_disabled.contains(menu.toLower());
+}
+
+bool ShellRights::isVisible(const QString& menu) const {
+    static const QSet<QString> vanishing =
+        folded({QStringLiteral("mnuAddOns"), QStringLiteral("mnuOptionsTables"),
+                QStringLiteral("mnuOptionsUtilities"), QStringLiteral("mnuOptions"),
+                QStringLiteral("mnuOptionsReports")});
+    return !vanishing.contains(menu.toLower()) || isEnabled(menu);
+}
+
+bool ShellRights::isButtonVisible(int number) const {
+    for (const Separator& separator : separators) {
+        if (separator.number != number)
+            continue;
+        for (int button = separator.first; button <= separator.last; ++button) {
+            if (isButtonVisible(button))
+                return true;
+        }
+        return false;
+    }
+    const QString menu = toolButtonMenu(number);
+    if (menu.isEmpty() || !isEnabled(menu))
+        return false;
+    const bool external = number == 18 || number == 19;
+    return !external || isEnabled(QStringLiteral("mnuExternal"));
+}
+
+QString toolButtonMenu(int number) {
+    for (const ToolButton& button : toolButtonList) {
+        if (button.number == number)
+            return QString::fromUtf16(button.menu);
+    }
+    return {};
+}
+
+bool isToolSeparator(int number) {
+    return std::any_of(std::begin(separators), std::end(separators),
+                       [number](const Separator& each) { return each.number == number; });
+}
+
+ShellRights readShellRights(jet::Database& database, const QStringList& menuNames,
+                            const QStringList& unavailableMenus) {
+    const SharedState& state = shared();
+    ShellRights::Input input;
+    input.menuNames = menuNames;
+    input.userName = state.CurrentUserName;
+    input.unavailableMenus = unavailableMenus;
+    input.catalogueCodes = codes(database.openRecordset(
+        QStringLiteral("SELECT securitycode, displayorder FROM securityobjects"
+                       " WHERE LEFT(securitycode,3)='mnu' ORDER BY displayorder"),
+        jet::RecordsetType::Snapshot));
+    if (!input.catalogueCodes.isEmpty() && !isAdministrator(state.CurrentUserName)) {
+        input.grantedCodes = codes(database.openRecordset(
+            QStringLiteral("SELECT a.securitycode, a.displayorder FROM securityobjects a"
+                           " INNER JOIN securityusers b ON a.objectid=b.objectid"
+                           " WHERE LEFT(a.securitycode,3)='mnu'"
+                           " AND b.id=") +
+                QString::number(state.CurrentUserNo) +
+                QStringLiteral(" UNION "
+                               "SELECT securitycode, displayorder FROM securityobjects a"
+                               " INNER JOIN securitygroups b ON a.objectid=b.objectid"
+                               " WHERE LEFT(a.securitycode,3)='mnu'"
+                               " AND b.groupid=") +
+                QString::number(state.CurrentGroupNo) + QStringLiteral(" ORDER BY a.displayorder"),
+            jet::RecordsetType::Snapshot));
+    }
+    return ShellRights(input);
+}
+
+} // namespace core

@@ -1,0 +1,93 @@
+#include "masters/BoundFields.h"
+
+#include "core/MirsaMain.h"
+#include "platform/controls/DataCombo.h"
+#include "platform/controls/TextField.h"
+
+#include <QCheckBox>
+#include <QLabel>
+
+namespace masters {
+
+void BoundFields::bind(const QString& column, controls::Field* field) {
+    bind({column, [field](const jet::Value& value) { field->setValue(value); },
+          [field] { return field->value(); }, [field] { field->clear(); },
+          [field](bool locked) { field->setLocked(locked); }, field->widget()});
+}
+
+void BoundFields::bind(const QString& column, QCheckBox* box) {
+    bind({column, [box](const jet::Value& value) { box->setChecked(value.toBool()); },
+          [box] { return jet::Value(box->isChecked()); }, [box] { box->setChecked(false); },
+          [box](bool locked) { box->setEnabled(!locked); }, box});
+}
+
+void BoundFields::bindShown(const QString& column, controls::Field* field) {
+    field->setLocked(true);
+    bind({column,
+          [field](const jet::Value& value) { field->setValue(value); },
+          {},
+          [field] { field->clear(); },
+          {},
+          field->widget()});
+}
+
+void BoundFields::bindShown(const QString& column, QLabel* label) {
+    bind({column,
+          [label](const jet::Value& value) { label->setText(value.toText()); },
+          {},
+          [label] { label->clear(); },
+          {},
+          label});
+}
+
+void BoundFields::bind(Column column) {
+    m_columns.push_back(std::move(column));
+}
+
+void BoundFields::limitTo(const QString& table) {
+    for (const Column& column : m_columns) {
+        const int width = core::MainDatabase().width(table, column.name);
+        if (width == 0)
+            continue;
+        if (auto* line = dynamic_cast<controls::TextField*>(column.widget))
+            line->setLimit(width);
+        else if (auto* combo = dynamic_cast<controls::DataCombo*>(column.widget))
+            combo->setLimit(width);
+        else if (auto* memo = dynamic_cast<controls::MemoField*>(column.widget))
+            memo->setLimit(width);
+    }
+}
+
+void BoundFields::show(const jet::Recordset& row) const {
+    for (const Column& column : m_columns)
+        column.show(row[column.name]);
+}
+
+void BoundFields::write(jet::Recordset& row) const {
+    for (const Column& column : m_columns) {
+        if (column.read)
+            row.set(column.name, column.read());
+    }
+}
+
+void BoundFields::clear() const {
+    for (const Column& column : m_columns)
+        column.clear();
+}
+
+void BoundFields::lock(bool locked) const {
+    for (const Column& column : m_columns) {
+        if (column.lock)
+            column.lock(locked);
+    }
+}
+
+QWidget* BoundFields::firstEntry() const {
+    for (const Column& column : m_columns) {
+        if (column.lock && column.widget)
+            return column.widget;
+    }
+    return nullptr;
+}
+
+} // namespace masters

@@ -1,0 +1,595 @@
+#include "masters/RecordModule.h"
+
+#include "core/MirsaMain.h"
+#include "platform/controls/DataCombo.h"
+#include "platform/screen/Forms.h"
+#include "platform/screen/MsgBox.h"
+#include "platform/screen/Pointer.h"
+#include "platform/values/Numbers.h"
+
+#include <QBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QScopedValueRollback>
+#include <QShortcut>
+
+namespace masters {
+
+using screen::Answer;
+using screen::Buttons;
+using screen::Icon;
+using screen::MsgBox;
+
+RecordModule::RecordModule(ModuleDescriptor descriptor)
+    : Form(descriptor.formName, descriptor.caption), m_descriptor(std::move(descriptor)),
+      m_data(new controls::DataControl(this)), m_modeLabel(new QLabel(this)) {
+    screen::named(m_data, m_descriptor.dataControlName, QStringLiteral("Records"));
+    screen::named(m_modeLabel, m_descriptor.modeLabelName);
+    QFont bold = m_modeLabel->font();
+    bold.setBold(true);
+    m_modeLabel->setFont(bold);
+    on(m_data->reposition, [this] { onReposition(); });
+
+    const auto shortcut = [this](int key, std::function<void()> action) {
+        auto* made = new QShortcut(QKeySequence(key), this);
+        made->setContext(Qt::WidgetWithChildrenShortcut);
+        connect(made, &QShortcut::activated, this, [this, action] { guarded(action); });
+    };
+    shortcut(Qt::ALT | Qt::Key_Left, [this] { moveByKey(-1); });
+    shortcut(Qt::ALT | Qt::Key_Right, [this] { moveByKey(+1); });
+    if (!m_descriptor.numberWord.isEmpty())
+        shortcut(Qt::CTRL | Qt::Key_G, [this] { GotoRecord(); });
+}
+
+void RecordModule::bindKey(controls::Field* field) {
+    field->setLocked(true);
+    m_showKey = [field](const QString& text) { field->setText(text); };
+}
+
+void RecordModule::bindKey(QLabel* label) {
+    m_showKey = [label](const QString& text) { label->setText(text); };
+}
+
+void RecordModule::bindNameList(controls::DataCombo* combo, const QString& select,
+                                const QString& listColumn, const QString& keyColumn) {
+    m_names = combo;
+    m_namesSelect = select;
+    m_namesColumn = listColumn;
+    m_namesKey = keyColumn;
+    on(combo->chosen, [this] {
+        const QString key = m_names->boundText();
+        if (isBrowse() && values::isNumeric(key))
+            m_data->findFirst(m_descriptor.keyColumn + QStringLiteral(" = ") + key);
+    });
+}
+
+std::vector<ModuleButton> RecordModule::standardButtons() const {
+    return {
+        {Role::New, QStringLiteral("cmdNew"), QStringLiteral("&New")},
+        {Role::Edit, QStringLiteral("cmdEdit"), QStringLiteral("&Edit")},
+        {Role::Delete, QStringLiteral("cmdDelete"), QStringLiteral("&Delete")},
+        {Role::Save, QStringLiteral("cmdSave"), QStringLiteral("&Save")},
+        {Role::Find, QStringLiteral("cmdFind"), QStringLiteral("&Goto")},
+        {Role::List, QStringLiteral("cmdList"), QStringLiteral("&Query/Report")},
+        {Role::PrintShown, QStringLiteral("cmdPrintScr"), QStringLiteral("Quick &Report Shown")},
+        {Role::PrintAll, QStringLiteral("cmdPrintAll"), QStringLiteral("Quick Report  &All")},
+        {Role::Cancel, QStringLiteral("cmdCancel"), QStringLiteral("&Cancel")},
+        {Role::Close, QStringLiteral("cmdClose"), QStringLiteral("Do&ne")}};
+}
+
+void RecordModule::makeButtons(QBoxLayout* inside, const std::vector<ModuleButton>& buttons) {
+    for (const ModuleButton& wanted : buttons) {
+        auto* made = screen::named(new QPushButton(wanted.caption, this), wanted.name);
+        inside->addWidget(made);
+        m_buttons.emplace_back(wanted.role, made);
+        switch (wanted.role) {
+        case Role::New:
+            on(made, &RecordModule::cmdNew_Click);
+            break;
+        case Role::Edit:
+            on(made, &RecordModule::cmdEdit_Click);
+            break;
+        case Role::Delete:
+            on(made, &RecordModule::cmdDelete_Click);
+            break;
+        case Role::Find:
+            on(made, &RecordModule::cmdFind_Click);
+            break;
+        case Role::List:
+            on(made, &RecordModule::cmdList_Click);
+            break;
+        case Role::PrintShown:
+            on(made, &RecordModule::cmdPrintScr_Click);
+            break;
+        case Role::PrintAll:
+            on(made, &RecordModule::cmdPrintAll_Click);
+            break;
+        case Role::Save:
+            on(made, &RecordModule::cmdSave_Click);
+            break;
+        case Role::Cancel:
+            on(made, &RecordModule::cmdCancel_Click);
+            break;
+        case Role::Close:
+            on(made, &RecordModule::cmdClose_Click);
+            break;
+        case Role::BrowseOnly:
+        case Role::EntryOnly:
+        case Role::Free:
+            break;
+        }
+    }
+}
+
+QPushButton* RecordModule::button(Role role) const {
+    for (const auto& [made, push] : m_buttons) {
+        if (made == role)
+            return push;
+    }
+    return nullptr;
+}
+
+// Opening and activation
+
+void RecordModule::Form_Load() {
+    if (!mayOpen()) {
+        refuse();
+        return;
+    }
+    const screen::BusyPointer busy;
+    m_fields.limitTo(m_descriptor.table);
+    openLookups();
+    reloadNames();
+    m_fresh = true;
+    ShowModuleMode(QStringLiteral("Browse"));
+    reopen(mainSelect());
+    if (hasRecord())
+        return;
+    if (askNoRecords())
+        startAdding();
+    else if (m_descriptor.emptyTableCloses)
+        refuse();
+}
+
+void RecordModule::Form_Activate() {
+    if (m_fresh) {
+        m_fresh = false;
+        return;
+    }
+    if (isBrowse())
+        showReadAgain();
+}
+
+void RecordModule::showReadAgain() {
+    reloadNames();
+    const bool wasEmpty = !hasRecord();
+    {
+        const QScopedValueRollback quiet(m_quiet, true);
+        m_data->requeryKeepingRow();
+        if (wasEmpty && hasRecord())
+            m_data->moveLast();
+    }
+    onReposition();
+}
+
+void RecordModule::reopen(const QString& select, qint64 key) {
+    {
+        const QScopedValueRollback quiet(m_quiet, true);
+        m_data->setRecordset(core::MainDatabase().openRecordset(select));
+        if (hasRecord() &&
+            !(key != 0 && m_data->findFirst(m_descriptor.keyColumn + QStringLiteral(" = ") +
+                                            QString::number(key))))
+            m_data->moveLast();
+    }
+    onReposition();
+}
+
+bool RecordModule::askNoRecords() {
+    const QString record =
+        m_descriptor.recordWord.isEmpty() ? m_descriptor.moduleWord : m_descriptor.recordWord;
+    return MsgBox(QStringLiteral("There are no records in the database. Before you can use the ") +
+                      m_descriptor.moduleWord +
+                      QStringLiteral(" module you must add at least one ") + record +
+                      QStringLiteral(". Would you like to do so now?"),
+                  Buttons::YesNo, Icon::Question, QStringLiteral("No Records!")) == Answer::Yes;
+}
+
+void RecordModule::offerFirstRecord() {
+    if (askNoRecords())
+        startAdding();
+    else if (m_descriptor.emptyTableCloses)
+        unload();
+}
+
+bool RecordModule::hasRecord() const {
+    return records().isOpen() && !records().isEmpty();
+}
+
+void RecordModule::refreshLookup(const QString& table) {
+    if (table.compare(m_descriptor.table, Qt::CaseInsensitive) == 0 && isBrowse())
+        showReadAgain();
+}
+
+void RecordModule::reloadNames() {
+    if (!m_names)
+        return;
+    m_names->setRows(
+        core::MainDatabase().openRecordset(m_namesSelect, jet::RecordsetType::Snapshot),
+        m_namesColumn, m_namesKey);
+}
+
+// Modes
+
+void RecordModule::setMode(const QString& mode) {
+    m_mode = mode;
+    setProperty("mode", mode);
+}
+
+void RecordModule::ShowModuleMode(const QString& mode) {
+    setMode(mode);
+    const bool browse = isBrowse();
+    m_modeLabel->setText(mode.toUpper());
+    // Light enough on a dark background, dark enough on a light one.
+    const bool dark = palette().color(QPalette::Window).lightness() < 128;
+    QPalette colours = m_modeLabel->palette();
+    colours.setColor(QPalette::WindowText, browse ? QColor(dark ? 0xff6b6b : 0xc00000)
+                                                  : QColor(dark ? 0x6bd66b : 0x007000));
+    m_modeLabel->setPalette(colours);
+
+    lockFields(browse);
+    m_data->setEnabled(browse);
+    if (m_names)
+        m_names->setEnabled(browse);
+    arrangeButtons();
+    if (browse)
+        return;
+    if (isAdding()) {
+        clearFields();
+        if (m_showKey)
+            m_showKey(m_descriptor.newKeyText);
+        newDefaults();
+    } else if (!isEditing()) {
+        setMode(QStringLiteral("Add"));
+        if (m_showKey)
+            m_showKey(m_descriptor.newKeyText);
+    }
+    if (QWidget* first = m_fields.firstEntry())
+        first->setFocus();
+}
+
+void RecordModule::arrangeButtons() {
+    const bool browse = isBrowse();
+    for (const auto& [role, push] : m_buttons) {
+        switch (role) {
+        case Role::Save:
+        case Role::EntryOnly:
+            push->setEnabled(!browse);
+            break;
+        case Role::Cancel:
+            push->setVisible(!browse);
+            break;
+        case Role::Close:
+            push->setVisible(browse);
+            break;
+        case Role::Free:
+            break;
+        default:
+            push->setEnabled(browse);
+        }
+    }
+    setDefaultButton(button(browse ? Role::Close : Role::Save));
+    setCancelButton(browse ? nullptr : button(Role::Cancel));
+}
+
+void RecordModule::clearFields() {
+    m_fields.clear();
+    if (m_names)
+        m_names->setText({});
+}
+
+void RecordModule::lockFields(bool locked) {
+    m_fields.lock(locked);
+}
+
+// The record shown
+
+void RecordModule::onReposition() {
+    if (m_quiet)
+        return;
+    if (!hasRecord()) {
+        showEmpty();
+        return;
+    }
+    try {
+        ShowCurrentRecord();
+    } catch (const jet::Error& error) {
+        if (error.number() != jet::errors::rowDeleted)
+            throw;
+        // Another station deleted the row since the keys were read.
+        {
+            const QScopedValueRollback quiet(m_quiet, true);
+            m_data->requeryKeepingRow();
+        }
+        if (hasRecord())
+            ShowCurrentRecord();
+        else
+            showEmpty();
+    }
+}
+
+void RecordModule::showEmpty() {
+    m_key = 0;
+    if (isBrowse()) {
+        clearFields();
+        if (m_showKey)
+            m_showKey({});
+    }
+}
+
+void RecordModule::ShowCurrentRecord() {
+    if (!hasRecord())
+        return;
+    const jet::Value key = records()[m_descriptor.keyColumn];
+    m_fields.show(records());
+    m_key = key.toLong();
+    if (m_showKey)
+        m_showKey(key.toText());
+    if (m_names)
+        m_names->setBoundText(key.toText());
+    showRecord();
+}
+
+qint64 RecordModule::currentKey() const {
+    return isAdding() ? 0 : m_key;
+}
+
+bool RecordModule::goToRecord(qint64 key) {
+    if (!isBrowse() || !hasRecord())
+        return false;
+    return m_data->findFirst(m_descriptor.keyColumn + QStringLiteral(" = ") + QString::number(key));
+}
+
+void RecordModule::moveByKey(int step) {
+    if (!m_data->isEnabled() || !hasRecord())
+        return;
+    if (step < 0)
+        m_data->movePrevious();
+    else
+        m_data->moveNext();
+}
+
+void RecordModule::GotoRecord() {
+    if (!isBrowse())
+        return;
+    const QString& word = m_descriptor.numberWord;
+    const QString answer = screen::InputBox(QStringLiteral("Please enter ") + word +
+                                            QStringLiteral(" Number to go to:"))
+                               .trimmed();
+    if (answer.isEmpty())
+        return;
+    const bool found = hasRecord() && values::isNumeric(answer) &&
+                       m_data->findFirst(m_descriptor.keyColumn + QStringLiteral("=") +
+                                         values::numberText(values::val(answer)));
+    if (!found) {
+        screen::beep();
+        MsgBox(word + QStringLiteral(" Number ") + answer + QStringLiteral(" not found!"));
+    }
+}
+
+// The button row
+
+void RecordModule::cmdNew_Click() {
+    ShowModuleMode(QStringLiteral("Add"));
+}
+
+bool RecordModule::readForEntry() {
+    if (!hasRecord()) {
+        offerFirstRecord();
+        return false;
+    }
+    try {
+        records().refreshRow();
+        ShowCurrentRecord();
+        return true;
+    } catch (const jet::Error& error) {
+        if (error.number() != jet::errors::rowDeleted)
+            throw;
+    }
+    showReadAgain();
+    MsgBox(QStringLiteral("This record has been deleted by another user."), Buttons::Ok,
+           Icon::Exclamation);
+    return false;
+}
+
+void RecordModule::cmdEdit_Click() {
+    if (readForEntry())
+        ShowModuleMode(QStringLiteral("Edit"));
+}
+
+void RecordModule::cmdSave_Click() {
+    if (isBrowse())
+        return;
+    // Enter presses the default button without leaving the field, which reformats on leaving.
+    if (QPushButton* save = button(Role::Save))
+        save->setFocus();
+    if (!validate())
+        return;
+    const bool adding = isAdding();
+    qint64 key = 0;
+    {
+        const screen::BusyPointer busy;
+        try {
+            if (!writeRecord(adding, key))
+                return;
+        } catch (const jet::Error& error) {
+            if (tellSaveFailed(error))
+                return;
+            throw;
+        }
+        afterSave(key, adding);
+    }
+    tellNeighbours();
+}
+
+bool RecordModule::writeRecord(bool adding, qint64& key) {
+    jet::Transaction transaction(core::MainDatabase());
+    jet::Recordset& row = records();
+    try {
+        if (adding)
+            row.addNew();
+        else
+            row.edit();
+        writeColumns(row);
+        if (adding)
+            newRowColumns(row);
+        row.update();
+        key = adding ? row.lastAddedKey().toLong() : m_key;
+        alsoWrite(key, adding);
+    } catch (...) {
+        row.cancelUpdate();
+        throw;
+    }
+    transaction.commit();
+    return true;
+}
+
+bool RecordModule::tellSaveFailed(const jet::Error& error) {
+    switch (error.number()) {
+    case jet::errors::rowDeleted:
+        MsgBox(QStringLiteral("This record has been deleted by another user and can't be saved. "
+                              "What you typed is still on the screen."),
+               Buttons::Ok, Icon::Critical);
+        return true;
+    case jet::errors::locked:
+    case jet::errors::fieldTooSmall:
+    case jet::errors::duplicate:
+        MsgBox(error.text(), Buttons::Ok, Icon::Critical);
+        return true;
+    default:
+        return false;
+    }
+}
+
+void RecordModule::afterSave(qint64 key, bool adding) {
+    reloadNames();
+    ShowModuleMode(QStringLiteral("Browse"));
+    {
+        const QScopedValueRollback quiet(m_quiet, true);
+        if (adding)
+            m_data->moveLast();
+        else
+            records().refreshRow();
+        if (hasRecord() && records()[m_descriptor.keyColumn].toLong() != key)
+            m_data->findFirst(m_descriptor.keyColumn + QStringLiteral(" = ") +
+                              QString::number(key));
+    }
+    onReposition();
+    if (QPushButton* close = button(Role::Close))
+        close->setFocus();
+}
+
+void RecordModule::cmdCancel_Click() {
+    if (MsgBox(QStringLiteral("Are you sure you want to cancel?"), Buttons::YesNo,
+               Icon::Question) != Answer::Yes)
+        return;
+    cancelStaged();
+    ShowModuleMode(QStringLiteral("Browse"));
+    // Another station may have changed or deleted the row meanwhile.
+    showReadAgain();
+    if (QPushButton* close = button(Role::Close))
+        close->setFocus();
+}
+
+bool RecordModule::askDelete() {
+    const Answer answer =
+        MsgBox(m_descriptor.deleteText, m_descriptor.deleteButtons, m_descriptor.deleteIcon,
+               m_descriptor.deleteTitle, m_descriptor.deleteDefault);
+    return answer == Answer::Yes || answer == Answer::Ok;
+}
+
+void RecordModule::cmdDelete_Click() {
+    if (!hasRecord()) {
+        offerFirstRecord();
+        return;
+    }
+    if (!mayDelete() || !askDelete())
+        return;
+    {
+        const screen::BusyPointer busy;
+        try {
+            jet::Transaction transaction(core::MainDatabase());
+            deleteRows(m_key);
+            transaction.commit();
+        } catch (const jet::Error& error) {
+            // Another station was quicker: the record is gone, as was asked.
+            if (error.number() != jet::errors::rowDeleted)
+                throw;
+        }
+        afterDelete();
+    }
+    tellNeighbours();
+    if (!hasRecord())
+        offerFirstRecord();
+}
+
+void RecordModule::deleteRows(qint64) {
+    records().remove();
+}
+
+void RecordModule::afterDelete() {
+    if (m_names)
+        m_names->setText({});
+    showReadAgain();
+}
+
+void RecordModule::cmdFind_Click() {
+    screen::Forms::showModal(m_descriptor.findScreen);
+}
+
+void RecordModule::cmdList_Click() {
+    screen::Forms::show(m_descriptor.queryScreen);
+}
+
+QString RecordModule::shownFormula() const {
+    return QStringLiteral("{") + m_descriptor.reportKey + QStringLiteral("} = ") +
+           QString::number(m_key);
+}
+
+void RecordModule::cmdPrintScr_Click() {
+    if (hasRecord())
+        printReport(shownFormula(), m_descriptor.reportTitle);
+    else
+        offerFirstRecord();
+}
+
+void RecordModule::cmdPrintAll_Click() {
+    printReport({}, m_descriptor.reportAllTitle);
+}
+
+void RecordModule::printReport(const QString& formula, const QString& title) {
+    (void)formula;
+    (void)title;
+}
+
+void RecordModule::cmdClose_Click() {
+    unload();
+}
+
+bool RecordModule::Form_QueryUnload() {
+    if (isBrowse())
+        return true;
+    switch (MsgBox(QStringLiteral("Would you like to save the current record before closing?"),
+                   Buttons::YesNoCancel, Icon::Question, QStringLiteral("Save & Exit?"))) {
+    case Answer::Yes:
+        cmdSave_Click();
+        return isBrowse();
+    case Answer::No:
+        closeStaged();
+        setMode(QStringLiteral("Browse"));
+        return true;
+    default:
+        return false;
+    }
+}
+
+} // namespace masters

@@ -1,0 +1,232 @@
+#pragma once
+
+#include "core/RecordScreen.h"
+#include "masters/BoundFields.h"
+#include "platform/controls/DataControl.h"
+#include "platform/jet/Database.h"
+#include "platform/screen/Form.h"
+#include "platform/screen/Layout.h"
+
+#include <QString>
+
+#include <vector>
+
+class QBoxLayout;
+class QLabel;
+class QPushButton;
+
+namespace controls {
+class DataCombo;
+}
+
+namespace masters {
+
+/// What tells one record module from another, as far as words and SQL go.
+struct ModuleDescriptor {
+    QString formName;        ///< "frmCustomer"
+    QString caption;         ///< of the window
+    QString moduleWord;      ///< "use the Customer module"
+    QString recordWord = {}; ///< "add at least one Customer"; the module's word if empty
+    QString table;           ///< whose column widths limit the fields
+    QString keyColumn;       ///< "CustID", as FindFirst names it
+    QString select;          ///< the rows of the module, in key order
+    QString newKeyText = QStringLiteral("???"); ///< shown for the number while adding
+    QString dataControlName;                    ///< "datCustomer"
+    QString modeLabelName;                      ///< "lblCustomerMode"
+
+    QString numberWord = {};  ///< GotoRecord: "Please enter Customer Number to go to:"; empty: none
+    QString findScreen = {};  ///< dialog of cmdFind: "frmCustFind"
+    QString queryScreen = {}; ///< screen of cmdList: "frmCustQuery"
+
+    QString reportModule = {};   ///< Reports.Module of the default report
+    QString reportTitle = {};    ///< of the report on the record shown
+    QString reportAllTitle = {}; ///< of the report on all records
+    QString reportKey = {};      ///< "Customer.Custid", as the report's formula names the key
+
+    QString deleteTitle = {};
+    QString deleteText = {};
+    screen::Buttons deleteButtons = screen::Buttons::YesNo;
+    screen::Icon deleteIcon = screen::Icon::Question;
+    screen::Answer deleteDefault = screen::Answer{};
+
+    /// What No to the question of the empty table does: close the module, or stay in it, empty.
+    bool emptyTableCloses = false;
+};
+
+/// What a button of the module is, and with it when it is enabled or visible and which handler it
+/// presses.
+enum class Role {
+    New,        ///< cmdNew_Click
+    Edit,       ///< cmdEdit_Click
+    Delete,     ///< cmdDelete_Click
+    Find,       ///< cmdFind_Click
+    List,       ///< cmdList_Click
+    PrintShown, ///< cmdPrintScr_Click
+    PrintAll,   ///< cmdPrintAll_Click
+    Save,       ///< cmdSave_Click; enabled in Add and Edit, and default there
+    Cancel,     ///< cmdCancel_Click; visible in Add and Edit
+    Close,      ///< cmdClose_Click; visible in Browse, and default there
+    BrowseOnly, ///< the member wires it; enabled in Browse
+    EntryOnly,  ///< the member wires it; enabled in Add and Edit
+    Free,       ///< the member wires it and says when it is enabled
+};
+
+struct ModuleButton {
+    Role role;
+    QString name;
+    QString caption;
+};
+
+/// The pattern that all record modules share: one main set of rows to browse through, and the modes
+/// Browse, Add and Edit.
+///
+/// How a member is made:
+///  1. Its constructor hands over a ModuleDescriptor, builds its fields with screen::Fields, binds
+///     them in the order of writing with fields().bind("Column", field), the number with
+///     bindKey(...), places datMain() and modeLabel() where it wants them, and makes its buttons
+///     with makeButtons(layout, standardButtons()) or a list of its own. A button row may be split
+///     over several layouts by several calls.
+///  2. It fills its lists in openLookups(), and gives them again in refreshLookup(table).
+///  3. What differs is an override of a step: mayOpen, newDefaults, validate, writeRecord or
+///     alsoWrite, afterSave, deleteRows, cancelStaged, closeStaged, tellNeighbours, lockFields,
+///     showRecord.
+///
+/// Other mode texts than the three (such as "CopyEst") leave the fields filled and unlocked, and
+/// turn into "Add" once the screen is arranged, while the mode label keeps the text.
+class RecordModule : public screen::Form, public core::RecordScreen, public core::LookupUser {
+  public:
+    explicit RecordModule(ModuleDescriptor descriptor);
+
+    QString mode() const override { return m_mode; }
+    qint64 currentKey() const override;
+    bool goToRecord(qint64 key) override;
+    void refreshLookup(const QString& table) override;
+
+    void Form_Load() override;
+    /// In Browse: reads the set again and shows the same row, or its neighbour if it has gone.
+    void Form_Activate() override;
+    bool Form_QueryUnload() override;
+
+    /// Sets the screen for a mode.
+    virtual void ShowModuleMode(const QString& mode);
+    /// Copies the current row to the fields; nothing where there is no row.
+    virtual void ShowCurrentRecord();
+    /// Asks for a number and goes there.
+    void GotoRecord();
+
+    virtual void cmdNew_Click();
+    virtual void cmdEdit_Click();
+    virtual void cmdDelete_Click();
+    virtual void cmdSave_Click();
+    virtual void cmdCancel_Click();
+    virtual void cmdFind_Click();
+    virtual void cmdList_Click();
+    virtual void cmdPrintScr_Click();
+    virtual void cmdPrintAll_Click();
+    virtual void cmdClose_Click();
+
+  protected:
+    // What the member's constructor uses.
+    BoundFields& fields() { return m_fields; }
+    void bindKey(controls::Field* field);
+    void bindKey(QLabel* label);
+    controls::DataControl* datMain() const { return m_data; }
+    QLabel* modeLabel() const { return m_modeLabel; }
+    /// A combo that goes to the record whose name is chosen; it works in Browse only. Its rows are
+    /// those of `select`, read at loading, after each save and delete.
+    void bindNameList(controls::DataCombo* combo, const QString& select, const QString& listColumn,
+                      const QString& keyColumn);
+    std::vector<ModuleButton> standardButtons() const;
+    void makeButtons(QBoxLayout* inside, const std::vector<ModuleButton>& buttons);
+    QPushButton* button(Role role) const; ///< the first of that role; nullptr if there is none
+
+    // What its handlers use.
+    const ModuleDescriptor& descriptor() const { return m_descriptor; }
+    jet::Recordset& records() const { return m_data->recordset(); }
+    bool isBrowse() const { return is(QStringLiteral("Browse")); }
+    bool isAdding() const { return is(QStringLiteral("Add")); }
+    bool isEditing() const { return is(QStringLiteral("Edit")); }
+    bool hasRecord() const;
+    /// Opens the main set anew on another select, in Browse; stays on `key` if it is among the new
+    /// rows, else goes to the last row.
+    void reopen(const QString& select, qint64 key = 0);
+    /// The box of the empty table; true for Yes.
+    bool askNoRecords();
+    /// As at opening: asks, and then adds, stays, or closes the module.
+    void offerFirstRecord();
+    /// The modes as the caller set them, without arranging the screen.
+    void setMode(const QString& mode);
+    /// Writes the bound fields to the row that is being added or edited.
+    void writeColumns(jet::Recordset& row) const { m_fields.write(row); }
+    void reloadNames();
+
+    // The steps.
+    /// Before anything is opened; say why not and return false to keep the module closed.
+    virtual bool mayOpen() { return true; }
+    /// The select of the main set at loading.
+    virtual QString mainSelect() const { return m_descriptor.select; }
+    virtual void openLookups() {}
+    /// How the first record of an empty table begins, after Yes.
+    virtual void startAdding() { ShowModuleMode(QStringLiteral("Add")); }
+    /// In Add, after all fields were cleared.
+    virtual void newDefaults() {}
+    /// Shows what the bound fields don't, of the current row.
+    virtual void showRecord() {}
+    virtual void clearFields();
+    virtual void lockFields(bool locked);
+    /// False after a message; nothing is written then and the mode stays.
+    virtual bool validate() { return true; }
+    /// Writes the record in one transaction and says its key; false (after a message) if nothing
+    /// was written. The base writes the bound columns and then calls newRowColumns and alsoWrite.
+    virtual bool writeRecord(bool adding, qint64& key);
+    /// Columns that only a new row is given.
+    virtual void newRowColumns(jet::Recordset& row) { (void)row; }
+    /// Further statements of the same transaction.
+    virtual void alsoWrite(qint64 key, bool adding) {
+        (void)key;
+        (void)adding;
+    }
+    /// After a save: the base reads the names again, goes to Browse and shows the saved row.
+    virtual void afterSave(qint64 key, bool adding);
+    /// Whether the current record may go, asked before the question; say why not.
+    virtual bool mayDelete() { return true; }
+    virtual bool askDelete();
+    /// Within the transaction of the deletion. The base deletes the current row of the main set.
+    virtual void deleteRows(qint64 key);
+    virtual void afterDelete();
+    /// Undoes what an entry left in tables: after Yes to the question of cmdCancel.
+    virtual void cancelStaged() {}
+    /// The same after No to the question of closing. As much as cancelStaged, or less.
+    virtual void closeStaged() {}
+    /// After a save and a delete: lets the open neighbours read their lists again.
+    virtual void tellNeighbours() {}
+    /// The formula of the report on the record shown.
+    virtual QString shownFormula() const;
+
+    void printReport(const QString& formula, const QString& title);
+
+  private:
+    bool is(const QString& text) const { return m_mode.compare(text, Qt::CaseInsensitive) == 0; }
+    void onReposition();
+    void showEmpty();
+    void moveByKey(int step);
+    bool tellSaveFailed(const jet::Error& error);
+    void arrangeButtons();
+    void showReadAgain();
+    bool readForEntry();
+
+    ModuleDescriptor m_descriptor;
+    BoundFields m_fields;
+    controls::DataControl* m_data;
+    QLabel* m_modeLabel;
+    QString m_mode = QStringLiteral("Browse");
+    std::vector<std::pair<Role, QPushButton*>> m_buttons;
+    std::function<void(const QString&)> m_showKey;
+    controls::DataCombo* m_names = nullptr;
+    QString m_namesSelect, m_namesColumn, m_namesKey;
+    qint64 m_key = 0;     ///< of the record shown
+    bool m_quiet = false; ///< the main set moves without being shown
+    bool m_fresh = false; ///< opened and not yet activated, so that nothing needs reading again
+};
+
+} // namespace masters
