@@ -30,7 +30,7 @@ RecordModule::RecordModule(ModuleDescriptor descriptor)
     m_modeLabel->setFont(bold);
     on(m_data->reposition, [this] { onReposition(); });
 
-    const auto shortcut = [this](int key, std::function<void()> action) {
+    const auto shortcut = [this](QKeyCombination key, std::function<void()> action) {
         auto* made = new QShortcut(QKeySequence(key), this);
         made->setContext(Qt::WidgetWithChildrenShortcut);
         connect(made, &QShortcut::activated, this, [this, action] { guarded(action); });
