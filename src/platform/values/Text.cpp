@@ -1,0 +1,89 @@
+#include "platform/values/Text.h"
+
+#include "platform/values/Format.h"
+#include "platform/values/Numbers.h"
+
+namespace values {
+
+namespace keys {
+
+KeyFilter description() {
+    return {QStringLiteral("*"), true, QStringLiteral("|'#[]\"")};
+}
+KeyFilter treeName() {
+    return {QStringLiteral("*"), true, QStringLiteral("|'\\\"")};
+}
+KeyFilter name() {
+    return {QStringLiteral("*"), true, QStringLiteral("|'\"")};
+}
+KeyFilter decimal() {
+    return {QStringLiteral("0123456789."), true, {}};
+}
+KeyFilter digits() {
+    return {QStringLiteral("0123456789"), true, {}};
+}
+
+} // namespace keys
+
+char16_t validKey(char16_t key, const QString& allowed, bool allowBackspace,
+                  const QString& denied) {
+    constexpr char16_t backspace = 8;
+    const QString typed = QString(QChar(key)).toUpper();
+    char16_t result = 0;
+    if (allowed == u"*")
+        result = key;
+    else if ((allowBackspace && key == backspace) || allowed.toUpper().contains(typed))
+        result = key;
+    if (!denied.isEmpty() && denied.toUpper().contains(typed))
+        result = 0;
+    return result;
+}
+
+QString filtered(const QString& text, const KeyFilter& filter) {
+    if (filter.isOpen())
+        return text;
+    QString kept;
+    kept.reserve(text.size());
+    for (const QChar c : text) {
+        if (validKey(c.unicode(), filter) != 0)
+            kept += c;
+    }
+    return kept;
+}
+
+QString padText(const QString& value, int width, QString& fill) {
+    if (fill.size() != 1)
+        fill = QStringLiteral(" ");
+    const QString trimmed = value.trimmed();
+    return trimmed.size() < width ? trimmed.rightJustified(width, fill[0]) : trimmed.left(width);
+}
+
+int findListIndex(const QStringList& items, const QString& value) {
+    return static_cast<int>(items.indexOf(value));
+}
+
+QString stripNull(const QString& text) {
+    const auto end = text.indexOf(QChar(u'\0'));
+    return end < 0 ? QString() : text.left(end);
+}
+
+QString quoted(const QString& text) {
+    QString doubled = text;
+    doubled.replace(u'\'', QStringLiteral("''"));
+    return doubled;
+}
+
+QString numberField(const QString& text, QStringView mask, const QString& fallback) {
+    if (!isNumeric(text))
+        return fallback;
+    QString plain = text;
+    plain.remove(u',');
+    return format(val(plain), mask);
+}
+
+QString dateField(const QString& text) {
+    const QDate date = dateFromText(text);
+    return date.isValid() ? format(date, u"Short Date") : QString::fromUtf16(blankDate);
+}
+
+} // namespace values
