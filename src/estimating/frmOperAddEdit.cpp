@@ -1,0 +1,210 @@
+#include "estimating/frmOperAddEdit.h"
+
+#include "core/MirsaMain.h"
+#include "platform/screen/Layout.h"
+#include "platform/values/Format.h"
+#include "platform/values/Numbers.h"
+
+#include <QAction>
+#include <QGroupBox>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace estimating {
+
+namespace {
+
+QString rateMask() {
+    return QStringLiteral("##,###.00");
+}
+
+} // namespace
+
+frmOperAddEdit::frmOperAddEdit() : Form(QString::fromLatin1(formName), QString()) {
+    auto* outside = new QVBoxLayout(this);
+    createMenus();
+    screen::Fields fields(this, outside);
+    txtDescription = fields.text(QStringLiteral("txtDescription"), QStringLiteral("&Description:"),
+                                 {core::MainDatabase().width(u"Operation", u"Description"),
+                                  values::keys::description(),
+                                  {},
+                                  36});
+
+    m_inhouseFields = new QWidget(this);
+    outside->addWidget(m_inhouseFields);
+    screen::Fields inhouse(m_inhouseFields);
+    m_inhouseFields->layout()->setContentsMargins(0, 0, 0, 0);
+    txtOperShopRate = inhouse.text(QStringLiteral("txtOperShopRate"),
+                                   QStringLiteral("Shop &Rate ") + core::shared().CurrencySymbol +
+                                       QStringLiteral("/hr:"),
+                                   {10, values::keys::decimal(), {}, 12});
+    cboDept = inhouse.listCombo(QStringLiteral("cboDept"), QStringLiteral("De&partment:"));
+
+    QGroupBox* frame = screen::frame(this, outside, QStringLiteral("fraNotes"),
+                                     QStringLiteral("Default Operation Notes"));
+    auto* inFrame = new QVBoxLayout(frame);
+    Text1 = screen::named(new controls::MemoField(frame), QStringLiteral("Text1"),
+                          QStringLiteral("Default Operation Notes"));
+    Text1->setKeyFilter(values::keys::description());
+    inFrame->addWidget(Text1);
+
+    auto* bottom = new QHBoxLayout;
+    outside->addLayout(bottom);
+    screen::ButtonBar bar(this, bottom);
+    bar.stretch();
+    QPushButton* cmdOK = bar.button(QStringLiteral("cmdOK"), QStringLiteral("&OK"));
+    cmdOKNew = bar.button(QStringLiteral("cmdOKNew"), QStringLiteral("OK and &New"));
+    QPushButton* cmdCancel = bar.button(QStringLiteral("cmdCancel"), QStringLiteral("&Cancel"));
+    setDefaultButton(cmdOK);
+    setCancelButton(cmdCancel);
+
+    // The rate is stored in the field without its mask's commas, which Val would stop at.
+    on(txtOperShopRate->left, [this] {
+        const QString text = txtOperShopRate->text().remove(QLatin1Char(','));
+        if (values::isNumeric(text))
+            txtOperShopRate->setText(values::format(values::Currency::fromText(text), rateMask()));
+    });
+    on(cmdOK, &frmOperAddEdit::cmdOK_Click);
+    on(cmdOKNew, &frmOperAddEdit::cmdOKNew_Click);
+    on(cmdCancel, [this] { hideModal(); });
+    resize(520, 400);
+}
+
+void frmOperAddEdit::createMenus() {
+    auto* menus = new QMenuBar(this);
+    layout()->setMenuBar(menus);
+    QMenu* edit = menus->addMenu(QStringLiteral("&Edit"));
+    // Works on the field that has the focus, whether of one line or of several.
+    const auto entry = [&](const char16_t* name, const char16_t* caption, auto act) {
+        QAction* action = edit->addAction(QString::fromUtf16(caption));
+        action->setObjectName(QString::fromUtf16(name));
+        on(action, [this, act] {
+            if (auto* line = dynamic_cast<QLineEdit*>(focusWidget()))
+                act(*line);
+            else if (auto* memo = dynamic_cast<QPlainTextEdit*>(focusWidget()))
+                act(*memo);
+        });
+    };
+    entry(u"mnuEditCut", u"Cu&t", [](auto& field) { field.cut(); });
+    entry(u"mnuEditCopy", u"&Copy", [](auto& field) { field.copy(); });
+    entry(u"mnuEditPaste", u"&Paste", [](auto& field) { field.paste(); });
+    entry(u"mnuEditDelete", u"&Delete", [](auto& field) {
+        if constexpr (std::is_same_v<std::decay_t<decltype(field)>, QLineEdit>) {
+            if (field.hasSelectedText())
+                field.del();
+        } else {
+            field.textCursor().removeSelectedText();
+        }
+    });
+}
+
+bool frmOperAddEdit::isInhouse() const {
+    return m_draft.type == QString::fromUtf16(inhouseType);
+}
+
+bool frmOperAddEdit::ShowForm(const QString& mode, qint64 operNo, qint64 departmentId,
+                              const QString& operType) {
+    m_draft = OperationDraft();
+    if (!operType.isEmpty())
+        m_draft.type = operType;
+    m_department = departmentId;
+    const bool editing = mode == QStringLiteral("Edit");
+    setWindowTitle(mode + QStringLiteral(" ") + operationTitle(m_draft.type));
+    m_inhouseFields->setVisible(isInhouse());
+    cmdOKNew->setEnabled(!editing);
+
+    if (isInhouse() && !fillDepartments())
+        return false;
+    if (!editing)
+        clearFields();
+    else if (!showOperation(operNo))
+        return false;
+    txtDescription->setFocus();
+    showModal();
+    return m_saved;
+}
+
+bool frmOperAddEdit::fillDepartments() {
+    jet::Recordset set = core::MainDatabase().openRecordset(
+        QStringLiteral("SELECT * FROM operdepartment ORDER BY department"),
+        jet::RecordsetType::Snapshot);
+    if (set.isEmpty()) {
+        screen::MsgBox(QStringLiteral("You may not add an inhouse operation without any department "
+                                      "defined!. Please add the department first."),
+                       screen::Buttons::Ok, screen::Icon::Exclamation);
+        return false;
+    }
+    for (; !set.eof(); set.moveNext())
+        cboDept->addRow(set.text(u"department"), set[u"id"].toLong());
+    return true;
+}
+
+void frmOperAddEdit::clearFields() {
+    m_draft.operNo = 0;
+    txtDescription->clear();
+    Text1->clear();
+    if (!isInhouse())
+        return;
+    const jet::Value rate =
+        core::MainDatabase().lookup(QStringLiteral("SELECT jobonerate FROM SystemSettings"));
+    txtOperShopRate->setText(values::format(rate.toCurrency(), rateMask()));
+    cboDept->setCurrentIndex(-1);
+    cboDept->chooseNumber(m_department);
+}
+
+bool frmOperAddEdit::showOperation(qint64 operNo) {
+    const auto stored = loadOperation(core::MainDatabase(), operNo);
+    if (!stored) {
+        screen::MsgBox(
+            QString::number(operNo) +
+                QStringLiteral(" record id not found! Operation table may need to be fixed!"),
+            screen::Buttons::Ok, screen::Icon::Critical);
+        return false;
+    }
+    m_draft.operNo = operNo;
+    txtDescription->setText(stored->description);
+    Text1->setText(stored->note);
+    if (!isInhouse())
+        return true;
+    txtOperShopRate->setText(values::format(values::Currency::fromText(stored->rate), rateMask()));
+    if (!cboDept->chooseNumber(stored->departmentId)) {
+        cboDept->setCurrentIndex(-1);
+        screen::MsgBox(QStringLiteral("The Department ID (") +
+                           QString::number(stored->departmentId) +
+                           QStringLiteral(") for this operation does not exist in the "
+                                          "operdepartment table!"),
+                       screen::Buttons::Ok, screen::Icon::Exclamation);
+    }
+    return true;
+}
+
+bool frmOperAddEdit::save() {
+    m_draft.description = txtDescription->text();
+    m_draft.rate = txtOperShopRate->text();
+    m_draft.departmentId = cboDept->itemNumber();
+    m_draft.note = Text1->text();
+    jet::Database& database = core::MainDatabase();
+    if (const auto complaint = checkOperation(database, m_draft)) {
+        complain(complaint->text, control(complaint->field));
+        return false;
+    }
+    saveOperation(database, m_draft);
+    m_saved = true;
+    return true;
+}
+
+void frmOperAddEdit::cmdOK_Click() {
+    if (save())
+        hideModal();
+}
+
+void frmOperAddEdit::cmdOKNew_Click() {
+    if (!save())
+        return;
+    clearFields();
+    txtDescription->setFocus();
+}
+
+} // namespace estimating

@@ -1,0 +1,66 @@
+#include "estimating/frmOperDeptAddEdit.h"
+
+#include "core/MirsaMain.h"
+#include "estimating/OperationCatalogue.h"
+#include "platform/screen/Layout.h"
+
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace estimating {
+
+frmOperDeptAddEdit::frmOperDeptAddEdit() : Form(QString::fromLatin1(formName), QString()) {
+    auto* outside = new QVBoxLayout(this);
+    screen::Fields fields(this, outside);
+    txtDescription = fields.text(QStringLiteral("txtDescription"), QStringLiteral("&Description:"),
+                                 {core::MainDatabase().width(u"OperDepartment", u"department"),
+                                  values::keys::description(),
+                                  {},
+                                  32});
+    auto* bottom = new QHBoxLayout;
+    outside->addLayout(bottom);
+    screen::ButtonBar bar(this, bottom);
+    bar.stretch();
+    QPushButton* cmdOK = bar.button(QStringLiteral("cmdOK"), QStringLiteral("&OK"));
+    QPushButton* cmdCancel = bar.button(QStringLiteral("cmdCancel"), QStringLiteral("&Cancel"));
+    setDefaultButton(cmdOK);
+    setCancelButton(cmdCancel);
+    on(cmdOK, &frmOperDeptAddEdit::cmdOK_Click);
+    on(cmdCancel, [this] { hideModal(); });
+}
+
+bool frmOperDeptAddEdit::ShowForm(const QString& mode, qint64 id) {
+    setWindowTitle(mode + QStringLiteral(" Department"));
+    m_id = 0;
+    if (mode == QStringLiteral("Edit")) {
+        m_id = id;
+        jet::Recordset set = core::MainDatabase().openRecordset(
+            QStringLiteral("SELECT * FROM operdepartment WHERE id=") + QString::number(id),
+            jet::RecordsetType::Snapshot);
+        if (set.isEmpty()) {
+            screen::MsgBox(QString::number(id) +
+                               QStringLiteral(" record id not found! Operdepartment table may "
+                                              "need to be fixed!"),
+                           screen::Buttons::Ok, screen::Icon::Critical);
+            return false;
+        }
+        txtDescription->setText(set.text(u"department"));
+    }
+    txtDescription->setFocus();
+    showModal();
+    return m_saved;
+}
+
+void frmOperDeptAddEdit::cmdOK_Click() {
+    jet::Database& database = core::MainDatabase();
+    const QString name = txtDescription->text();
+    if (const auto complaint = checkDepartment(database, m_id, name)) {
+        complain(complaint->text, txtDescription);
+        return;
+    }
+    saveDepartment(database, m_id, name);
+    m_saved = true;
+    hideModal();
+}
+
+} // namespace estimating
