@@ -1,0 +1,111 @@
+#include "jobs/JobFromEstimate.h"
+
+#include "estimating/NoteStaging.h"
+#include "jobs/JobCosting.h"
+#include "platform/values/Text.h"
+
+namespace jobs {
+
+using estimating::OperRow;
+using values::Currency;
+
+namespace {
+
+qint64 writeHeader(jet::Database& database, const estimating::EstimateForJob& estimate,
+                   const JobOrder& order) {
+    const estimating::EstimateHeader& header = estimate.header;
+    jet::Recordset job = database.openRecordset(QStringLiteral("Job"));
+    job.addNew();
+    job.set(u"CustID", header.custId);
+    job.set(u"PartNo", header.partNo);
+    job.set(u"Material", header.material);
+    job.set(u"Description", header.description);
+    job.set(u"OneShopRate", header.oneShopRate);
+    job.set(u"JobShopRate", header.shopRate);
+    job.set(u"EstNo", estimate.estNo);
+    const int width = database.width(u"Job", u"PONo");
+    job.set(u"PONo", width > 0 ? order.poNo.left(width) : order.poNo);
+    job.set(u"Quantity", order.quantity);
+    job.set(u"JobDateIn", order.dateIn);
+    job.set(u"JobDueDate", order.dueDate);
+    job.set(u"OrderRequired", order.inOrder);
+    job.set(u"QtyQuotedPrice", order.price);
+    job.set(u"InvoiceEach", order.price);
+    job.set(u"InvoiceTotal", order.price * Currency::fromInteger(order.quantity));
+    job.set(u"TravelerNotes", order.travelerNotes);
+    job.set(u"JobNotes", order.jobNotes);
+    job.update();
+    return job.lastAddedKey().toLong();
+}
+
+void copyNotes(jet::Database& database, qint64 estNo, qint64 jobNo, std::size_t rows) {
+    const estimating::NoteStaging notes(database, estimating::estimateRouting(), estNo);
+    const QString job = QString::number(jobNo);
+    for (std::size_t i = 1; i <= rows; ++i) {
+        const auto note = notes.note(static_cast<qint64>(i));
+        if (!note)
+            continue;
+        const QString seqNo = QString::number(i);
+        const QString id = database
+                               .lookup(QStringLiteral("Select ID from JobOper where Jobno = ") +
+                                       job + QStringLiteral(" and Seqno = ") + seqNo)
+                               .toText();
+        database.execute(
+            QStringLiteral("Insert into JobOperNote(ID,Jobno,SeqNo,OperNotes) values(") + id +
+            QStringLiteral(",") + job + QStringLiteral(",") + seqNo + QStringLiteral(",'") +
+            values::quoted(*note) + QStringLiteral("')"));
+    }
+}
+
+} // namespace
+
+std::optional<OrderComplaint> checkOrder(const JobOrder& order) {
+    if (order.quantity <= 0)
+        return OrderComplaint{QStringLiteral("Job Quantity may not be zero or negative number"),
+                              {},
+                              QStringLiteral("cmbQuantity")};
+    if (!order.dateIn)
+        return OrderComplaint{
+            QStringLiteral("Please enter Date In!"), {}, QStringLiteral("mskDate(0)")};
+    if (!order.dueDate)
+        return OrderComplaint{
+            QStringLiteral("Please enter Due Date!"), {}, QStringLiteral("mskDate(1)")};
+    if (order.price < Currency())
+        return OrderComplaint{QStringLiteral("Quantity Price Each may not be negative"),
+                              {},
+                              QStringLiteral("txtQtyQP")};
+    if (order.poNo.trimmed().isEmpty())
+        return OrderComplaint{QStringLiteral("Please enter PO number!"),
+                              QStringLiteral("PO Number Missing"), QStringLiteral("txtPONo")};
+    return std::nullopt;
+}
+
+bool estimateHasJob(jet::Database& database, qint64 estNo) {
+    return database.hasRows(QStringLiteral("SELECT EstNo FROM Job WHERE EstNo = ") +
+                            QString::number(estNo));
+}
+
+qint64 createJob(jet::Database& database, const estimating::EstimateForJob& estimate,
+                 const JobOrder& order) {
+    std::vector<OperRow> rows = estimate.operations;
+    for (OperRow& row : rows) {
+        row.estimated = row.time.value_or(0);
+        if (row.inhouse)
+            row.time = 0;
+        row.located = 0;
+        row.status = QStringLiteral(" ");
+    }
+
+    jet::Transaction transaction(database);
+    const qint64 jobNo = writeHeader(database, estimate, order);
+    estimating::insertOperRows(database, estimating::jobRouting(), jobNo, rows);
+    if (order.useNotes)
+        copyNotes(database, estimate.estNo, jobNo, rows.size());
+    estimating::insertMiscRows(database, estimating::jobRouting(), jobNo, estimate.fixedCosts);
+    transaction.commit();
+
+    UpdateJobCost(database, jobNo);
+    return jobNo;
+}
+
+} // namespace jobs
