@@ -65,7 +65,7 @@ void RecordModule::bindNameList(controls::DataCombo* combo, const QString& selec
 
 std::vector<ModuleButton> RecordModule::standardButtons() const {
     return {
-        {Role::New, QStringLiteral("cmdNew"), QStringLiteral("&New")},
+        {Role::New, QStringLiteral("cmdNew"), QStringLiteral("Ne&w")},
         {Role::Edit, QStringLiteral("cmdEdit"), QStringLiteral("&Edit")},
         {Role::Delete, QStringLiteral("cmdDelete"), QStringLiteral("&Delete")},
         {Role::Save, QStringLiteral("cmdSave"), QStringLiteral("&Save")},

@@ -1,0 +1,57 @@
+#include "core/Companions.h"
+
+#include "core/MirsaMain.h"
+#include "platform/screen/MsgBox.h"
+#include "platform/screen/Seams.h"
+
+#include <QDesktopServices>
+#include <QFileInfo>
+#include <QUrl>
+
+namespace core {
+
+namespace {
+
+void start(const QString& fileName) {
+    QString error;
+    if (!screen::seams().startProgram(programFile(fileName), {}, error))
+        screen::MsgBox(error, screen::Buttons::Ok, screen::Icon::Critical);
+}
+
+void activateOrStart(const QString& title, const QString& fileName) {
+    if (!screen::seams().activateWindow(title))
+        start(fileName);
+}
+
+} // namespace
+
+void startAutoMirsa() {
+    activateOrStart(QStringLiteral("Mirsa - Auto Suspend and Signout"),
+                    QStringLiteral("automirsa.exe"));
+}
+
+void startTimeTracking() {
+    activateOrStart(QStringLiteral("Mirsa Time Tracking"), QStringLiteral("Barcode.exe"));
+}
+
+void startBenchline() {
+    start(QStringLiteral("Benchline.exe"));
+}
+
+void openHelp() {
+    const QString guide = programFile(QStringLiteral("mirsa-help/index.html"));
+    if (!QFileInfo::exists(guide)) {
+        screen::MsgBox(QStringLiteral("The help file is missing!\r\n") + guide, screen::Buttons::Ok,
+                       screen::Icon::Exclamation);
+        return;
+    }
+    QDesktopServices::openUrl(QUrl::fromLocalFile(guide));
+}
+
+void printTraveler(qint64 jobNo, bool withNotes, QWidget* parent) {
+    (void)jobNo;
+    (void)withNotes;
+    (void)parent;
+}
+
+} // namespace core

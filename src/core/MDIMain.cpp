@@ -1,0 +1,358 @@
+#include "core/MDIMain.h"
+
+#include "core/Companions.h"
+#include "core/EditActions.h"
+#include "core/Login.h"
+#include "core/MirsaMain.h"
+#include "core/RecordScreen.h"
+#include "core/ToolIcons.h"
+#include "platform/screen/Forms.h"
+#include "platform/screen/Layout.h"
+#include "platform/screen/Seams.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QLabel>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenuBar>
+#include <QScreen>
+#include <QShortcut>
+#include <QStatusBar>
+#include <QToolBar>
+
+namespace core {
+
+namespace {
+
+Shell*& theShell() {
+    static Shell* made = nullptr;
+    return made;
+}
+
+QStringList entriesWithoutScreen() {
+    QStringList names;
+    const QStringList all = menuNames();
+    for (const QString& name : all) {
+        const MenuEntry* entry = menuEntry(name);
+        if (!entry->screen.isEmpty() && !screen::Forms::isKnown(entry->screen))
+            names << name;
+    }
+    return names;
+}
+
+/// A server's URI without the password that may stand in it.
+QString databaseShown(const QString& path) {
+    const int scheme = path.indexOf(QStringLiteral("://"));
+    const int at = path.indexOf(QLatin1Char('@'));
+    if (scheme < 0 || at < scheme)
+        return path;
+    return path.left(scheme + 3) + path.mid(at + 1);
+}
+
+} // namespace
+
+Shell* shell() {
+    return theShell();
+}
+
+void setShell(Shell* made) {
+    theShell() = made;
+}
+
+MDIMain::MDIMain() : m_area(new QMdiArea(this)) {
+    setObjectName(QStringLiteral("MDIMain"));
+    setWindowTitle(QStringLiteral("Mirsa Project Manager"));
+    setWindowIcon(programIcon());
+    m_area->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    m_area->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    setCentralWidget(m_area);
+
+    for (const MenuEntry& entry : mainMenu())
+        menuBar()->addMenu(makeMenu(entry, this));
+    for (const MenuEntry& entry : popupMenus())
+        m_popups.insert(entry.name.toLower(), makeMenu(entry, this));
+    menuAction(QStringLiteral("mnuHelp32"))->setShortcut(QKeySequence(Qt::Key_F1));
+    m_windowMenu = menuAction(QStringLiteral("mnuWindow"))->menu();
+    connect(m_windowMenu, &QMenu::aboutToShow, this, [this] { listWindows(); });
+    makeToolBar();
+    makeStatusBar();
+    takeInitialPlace();
+
+    auto* closeChild = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_F4), this);
+    connect(closeChild, &QShortcut::activated, m_area, &QMdiArea::closeActiveSubWindow);
+    connect(m_area, &QMdiArea::subWindowActivated, this, [this] { showStatus(); });
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
+        if (now && now != menuBar() && isAncestorOf(now))
+            m_lastControl = now;
+    });
+
+    screen::Forms::setHost([this](screen::Form& form) { place(form); },
+                           [this](screen::Form& form) { bringForward(form); });
+    setShell(this);
+}
+
+MDIMain::~MDIMain() {
+    screen::Forms::setHost({}, {});
+    if (shell() == this)
+        setShell(nullptr);
+}
+
+QMenu* MDIMain::makeMenu(const MenuEntry& entry, QWidget* parent) {
+    auto* menu = new QMenu(entry.caption, parent);
+    menu->menuAction()->setObjectName(entry.name);
+    m_actions.insert(entry.name.toLower(), menu->menuAction());
+    for (const MenuEntry& child : entry.children) {
+        if (child.does == MenuEntry::Does::Menu) {
+            menu->addMenu(makeMenu(child, menu));
+            continue;
+        }
+        QAction* action = menu->addAction(child.caption);
+        action->setObjectName(child.name);
+        m_actions.insert(child.name.toLower(), action);
+        connect(action, &QAction::triggered, this, [this, &child] { perform(child); });
+    }
+    return menu;
+}
+
+void MDIMain::makeToolBar() {
+    ToolBarMainMenu = addToolBar(QStringLiteral("Modules"));
+    ToolBarMainMenu->setObjectName(QStringLiteral("ToolBarMainMenu"));
+    ToolBarMainMenu->setMovable(false);
+    ToolBarMainMenu->setContextMenuPolicy(Qt::PreventContextMenu);
+    for (int number = 1; number <= toolButtons; ++number) {
+        if (isToolSeparator(number)) {
+            m_buttons.insert(number, ToolBarMainMenu->addSeparator());
+            continue;
+        }
+        const MenuEntry* entry = menuEntry(toolButtonMenu(number));
+        QString caption = entry->caption;
+        caption.remove(QLatin1Char('&'));
+        QAction* button = ToolBarMainMenu->addAction(toolIcon(number), caption);
+        button->setToolTip(caption);
+        connect(button, &QAction::triggered, this,
+                [this, number] { ToolBarMainMenu_ButtonClick(number); });
+        m_buttons.insert(number, button);
+    }
+}
+
+void MDIMain::makeStatusBar() {
+    statusBar()->setObjectName(QStringLiteral("sbMainMenu"));
+    const auto panel = [this](const char* name, const QString& meaning) {
+        auto* label = screen::named(new QLabel(this), QString::fromLatin1(name), meaning);
+        label->setToolTip(meaning);
+        label->setMargin(2);
+        statusBar()->addPermanentWidget(label);
+        return label;
+    };
+    m_mode = panel("pnlMode", QStringLiteral("Mode of the active module"));
+    m_user = panel("pnlUser", QStringLiteral("Signed-in user"));
+    m_database = panel("pnlDatabase", QStringLiteral("Database"));
+    showStatus();
+}
+
+void MDIMain::takeInitialPlace() {
+    const QRect room = screen()->availableGeometry();
+    resize(static_cast<int>(room.width() * 0.95), static_cast<int>(room.height() * 0.9));
+    move(room.left() + static_cast<int>((room.width() - width()) / 2.0),
+         room.top() + static_cast<int>((room.height() - height()) / 2.0));
+}
+
+// Rights
+
+void MDIMain::SecureMenuObjects() {
+    const ShellRights rights = readShellRights(MainDatabase(), menuNames(), entriesWithoutScreen());
+    const QStringList names = menuNames();
+    for (const QString& name : names) {
+        QAction* action = menuAction(name);
+        action->setEnabled(rights.isEnabled(name));
+        action->setVisible(rights.isVisible(name));
+    }
+    for (auto button = m_buttons.cbegin(); button != m_buttons.cend(); ++button)
+        button.value()->setVisible(rights.isButtonVisible(button.key()));
+    showStatus();
+}
+
+void MDIMain::showToolBar(bool shown) {
+    ToolBarMainMenu->setVisible(shown);
+}
+
+void MDIMain::bringToFront() {
+    raise();
+    activateWindow();
+}
+
+QAction* MDIMain::menuAction(const QString& name) const {
+    return m_actions.value(name.toLower());
+}
+
+QAction* MDIMain::toolButton(int number) const {
+    return m_buttons.value(number);
+}
+
+void MDIMain::ToolBarMainMenu_ButtonClick(int number) {
+    if (QAction* action = menuAction(toolButtonMenu(number)))
+        action->trigger();
+}
+
+// Entries
+
+void MDIMain::perform(const MenuEntry& entry) {
+    screen::guardedCall([&] {
+        switch (entry.does) {
+        case MenuEntry::Does::Document:
+            screen::Forms::show(entry.screen);
+            break;
+        case MenuEntry::Does::Dialog:
+            screen::Forms::showModal(entry.screen);
+            break;
+        case MenuEntry::Does::Handler:
+            performHandler(entry.name);
+            break;
+        case MenuEntry::Does::Menu:
+            break;
+        }
+    });
+}
+
+void MDIMain::performHandler(const QString& name) {
+    const auto is = [&name](const char16_t* other) { return name == QStringView(other); };
+    if (is(u"mnuFileLogin"))
+        SwitchUser();
+    else if (is(u"mnuFileExit"))
+        close();
+    else if (is(u"mnuEditCut"))
+        edit::cut(m_lastControl);
+    else if (is(u"mnuEditCopy"))
+        edit::copy(m_lastControl);
+    else if (is(u"mnuEditPaste"))
+        edit::paste(m_lastControl);
+    else if (is(u"mnuEditDelete"))
+        edit::deleteSelection(m_lastControl);
+    else if (is(u"mnuFileBenchline"))
+        startBenchline();
+    else if (is(u"mnuFileAutoMirsa"))
+        startAutoMirsa();
+    else if (is(u"mnuFileBarcode"))
+        startTimeTracking();
+    else if (is(u"mnuArrange"))
+        arrangeIcons();
+    else if (is(u"mnuCascade"))
+        m_area->cascadeSubWindows();
+    else if (is(u"mnuHelp32"))
+        openHelp();
+    else if (is(u"mnuTravel"))
+        launchTraveler(false);
+    else if (is(u"mnuTravelwNotes"))
+        launchTraveler(true);
+}
+
+QString MDIMain::popUp(const QString& menu, const QPoint& globalPlace) {
+    QMenu* popup = m_popups.value(menu.toLower());
+    const QAction* chosen = popup ? popup->exec(globalPlace) : nullptr;
+    return chosen ? chosen->objectName() : QString();
+}
+
+void MDIMain::launchTraveler(bool withNotes) {
+    auto* jobs = screen::Forms::find<RecordScreen>(QStringLiteral("frmJob"));
+    if (jobs && jobs->currentKey() != 0)
+        printTraveler(jobs->currentKey(), withNotes, this);
+}
+
+// Children
+
+void MDIMain::place(screen::Form& form) {
+    QMdiSubWindow* frame = m_area->addSubWindow(&form);
+    frame->setWindowIcon(windowIcon());
+    form.installEventFilter(this);
+    form.show();
+    // As large as it wants to be, and no larger than there is room for.
+    if (!frame->isMaximized()) {
+        frame->resize(frame->size().boundedTo(m_area->viewport()->size()));
+        const QRect room = m_area->viewport()->rect();
+        if (!room.contains(frame->geometry()))
+            frame->move(std::max(0, std::min(frame->x(), room.width() - frame->width())),
+                        std::max(0, std::min(frame->y(), room.height() - frame->height())));
+    }
+    m_area->setActiveSubWindow(frame);
+    showStatus();
+}
+
+void MDIMain::bringForward(screen::Form& form) {
+    auto* frame = qobject_cast<QMdiSubWindow*>(form.parentWidget());
+    if (!frame)
+        return;
+    if (frame->isMinimized())
+        frame->showNormal();
+    m_area->setActiveSubWindow(frame);
+}
+
+void MDIMain::listWindows() {
+    qDeleteAll(m_windowList);
+    m_windowList.clear();
+    const auto frames = m_area->subWindowList();
+    if (!frames.isEmpty())
+        m_windowList << m_windowMenu->addSeparator();
+    int number = 0;
+    for (QMdiSubWindow* frame : frames) {
+        ++number;
+        QString title = frame->windowTitle();
+        title.replace(QLatin1Char('&'), QStringLiteral("&&"));
+        QAction* action = m_windowMenu->addAction(
+            number < 10 ? QStringLiteral("&%1 %2").arg(number).arg(title) : title);
+        action->setCheckable(true);
+        action->setChecked(frame == m_area->activeSubWindow());
+        connect(action, &QAction::triggered, frame, [this, frame] {
+            if (frame->isMinimized())
+                frame->showNormal();
+            m_area->setActiveSubWindow(frame);
+        });
+        m_windowList << action;
+    }
+}
+
+void MDIMain::arrangeIcons() {
+    const QRect room = m_area->viewport()->rect();
+    int left = 0, bottom = room.height();
+    const auto frames = m_area->subWindowList();
+    for (QMdiSubWindow* frame : frames) {
+        if (!frame->isMinimized())
+            continue;
+        if (left > 0 && left + frame->width() > room.width()) {
+            left = 0;
+            bottom -= frame->height();
+        }
+        frame->move(left, bottom - frame->height());
+        left += frame->width();
+    }
+}
+
+bool MDIMain::eventFilter(QObject* object, QEvent* event) {
+    if (event->type() == QEvent::DynamicPropertyChange)
+        showStatus();
+    return QMainWindow::eventFilter(object, event);
+}
+
+void MDIMain::showStatus() {
+    const SharedState& state = shared();
+    m_user->setText(state.CurrentUserName);
+    m_database->setText(databaseShown(state.DatabasePath));
+    const QMdiSubWindow* frame = m_area->activeSubWindow();
+    const QWidget* form = frame ? frame->widget() : nullptr;
+    m_mode->setText(form ? form->property("mode").toString().toUpper() : QString());
+}
+
+void MDIMain::closeEvent(QCloseEvent* event) {
+    const auto open = screen::Forms::all();
+    for (screen::Form* form : open) {
+        if (screen::Forms::all().contains(form) && !form->unload()) {
+            event->ignore();
+            return;
+        }
+    }
+    event->accept();
+    screen::seams().endProcess(0);
+}
+
+} // namespace core

@@ -1,0 +1,151 @@
+#include "core/MainMenu.h"
+
+namespace core {
+
+namespace {
+
+using Does = MenuEntry::Does;
+
+MenuEntry menu(const char* name, const char* caption, std::vector<MenuEntry> children) {
+    return {QString::fromLatin1(name),
+            QString::fromLatin1(caption),
+            Does::Menu,
+            {},
+            std::move(children)};
+}
+
+MenuEntry document(const char* name, const char* caption, const char* screen) {
+    return {QString::fromLatin1(name),
+            QString::fromLatin1(caption),
+            Does::Document,
+            QString::fromLatin1(screen),
+            {}};
+}
+
+MenuEntry dialog(const char* name, const char* caption, const char* screen) {
+    return {QString::fromLatin1(name),
+            QString::fromLatin1(caption),
+            Does::Dialog,
+            QString::fromLatin1(screen),
+            {}};
+}
+
+MenuEntry handler(const char* name, const char* caption) {
+    return {QString::fromLatin1(name), QString::fromLatin1(caption), Does::Handler, {}, {}};
+}
+
+std::vector<MenuEntry> moduleEntries() {
+    return {document("mnuHistory", "&History", "frmHistory"),
+            handler("mnuFileBenchline", "Benchline Manager"),
+            document("mnuFileEstimate", "&Estimate", "frmEstimate"),
+            document("mnuFileJob", "&Job", "frmJob"),
+            document("mnuSchedule", "&Schedule", "frmSchedule"),
+            document("mnuInvoice", "&Invoice", "frmInvoice"),
+            document("mnuFileTimeManagement", "&Time Management", "frmTM"),
+            document("mnuFileRequest", "&Request For Quotation", "frmRFQ"),
+            document("mnuAP", "Accounts Payable", "frmAP"),
+            document("mnuFilePurchaseOrder", "&Purchase Order", "frmPO"),
+            document("mnuFileCustomer", "&Customer", "frmCustomer"),
+            document("mnuFileEmployee", "E&mployee", "frmEmployee"),
+            document("mnuFileVendor", "&Vendor/Contractor", "frmVendor"),
+            document("mnuInventory", "Inventory", "frmInventory"),
+            document("mnuFileSpareParts", "&Spare Parts", "frmSpareParts"),
+            menu("mnuExternal", "E&xternal",
+                 {handler("mnuFileAutoMirsa", "&Auto-Mirsa"),
+                  handler("mnuFileBarcode", "&Time Tracking")})};
+}
+
+std::vector<MenuEntry> tableEntries() {
+    return {
+        menu("mnuImport", "Import/Export Quickbooks Data",
+             {dialog("mnuImportEmp", "&Employees", "frmImportEmployee"),
+              dialog("mnuImportCust", "&Customers", "frmImportCustomer"),
+              dialog("mnuVendors", "&Vendors", "frmImportVendor"),
+              dialog("mnuImportTerms", "&Terms", "frmImportTerm")}),
+        document("mnuTablesOperations", "&Operations", "frmOperation"),
+        dialog("mnuTablesDefaultOperations", "&Default Operations for Estimate/Job", "frmDefSet"),
+        document("mnuTablesManufacturers", "&Manufacturers", "frmManufacturer"),
+        document("mnuTablesFixedCost", "&Fixed Cost Items", "frmMiscItems"),
+        document("mnuTablesTypes", "&Line Item Types", "frmLine"),
+        document("mnuTablesShifts", "&Shifts", "frmShifts"),
+        document("mnuTablesUnits", "&Units of Measure", "frmUnitOfMeasure"),
+        document("mnuTablesTerms", "&Terms", "frmTerms"),
+        document("mnuCountry", "&Countries", "frmCountry"),
+        document("mnuStates", "States / &Provinces", "frmStates"),
+        document("mnuScrapReasons", "Scrap &Reasons", "frmScrapReasons")};
+}
+
+std::vector<MenuEntry> utilityEntries() {
+    return {dialog("mnuUtilitiesChangePassword", "&Change Password", "frmPass"),
+            dialog("mnuUtilitiesLoginSetup", "&Security Setup", "frmUser_Group"),
+            menu("mnuUtilitiesDatabaseMaintenance", "&Database Maintenance",
+                 {dialog("mnuUtilitiesDMCompact", "Compact/Repair Database", "frmDBMaint")})};
+}
+
+void collectNames(const std::vector<MenuEntry>& entries, QStringList& names) {
+    for (const MenuEntry& entry : entries) {
+        names << entry.name;
+        collectNames(entry.children, names);
+    }
+}
+
+const MenuEntry* find(const std::vector<MenuEntry>& entries, const QString& name) {
+    for (const MenuEntry& entry : entries) {
+        if (entry.name.compare(name, Qt::CaseInsensitive) == 0)
+            return &entry;
+        if (const MenuEntry* below = find(entry.children, name))
+            return below;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+const std::vector<MenuEntry>& mainMenu() {
+    static const std::vector<MenuEntry> tree{
+        menu("mnuFile", "&File",
+             {handler("mnuFileLogin", "&Login"), handler("mnuFileExit", "E&xit")}),
+        menu("mnuEdit", "&Edit",
+             {handler("mnuEditCut", "&Cut"), handler("mnuEditCopy", "&Copy"),
+              handler("mnuEditPaste", "&Paste"), handler("mnuEditDelete", "&Delete")}),
+        menu("mnuAddOns", "&Modules", moduleEntries()),
+        menu("mnuOptionsTables", "&Tables", tableEntries()),
+        menu("mnuOptionsUtilities", "&Utilities", utilityEntries()),
+        menu("mnuOptions", "&Options",
+             {dialog("mnuUtilitiesSystemParameters", "&System Preferences", "frmSystemSettings")}),
+        menu("mnuOptionsReports", "&Reports",
+             {dialog("mnuOptionsReportsConfigure", "&Configure Reports", "frmConfigReports"),
+              dialog("mnuCreports", "C&ommon Reports", "frmCreports")}),
+        menu("mnuTools", "&Tools", {dialog("mnuSpellCheck", "&Spelling...", "frmSpelling")}),
+        menu("mnuWindow", "&Window",
+             {handler("mnuArrange", "Arrange Icons"), handler("mnuCascade", "Cascade")}),
+        menu("mnuHelp", "Hel&p",
+             {handler("mnuHelp32", "&Mirsa Help"), dialog("mnuAbout", "&About", "frmAbout")}),
+    };
+    return tree;
+}
+
+const std::vector<MenuEntry>& popupMenus() {
+    static const std::vector<MenuEntry> popups{
+        menu("InventoryNewPopup", "",
+             {handler("mnuInvNewLoc", "New &Location"), handler("mnuInvNewType", "New &Type"),
+              handler("mnuInvNewItem", "New &Item")}),
+        menu("mnuTravelPopup", "",
+             {handler("mnuTravel", "Traveler"), handler("mnuTravelwNotes", "Traveler with Notes")}),
+    };
+    return popups;
+}
+
+QStringList menuNames() {
+    QStringList names;
+    collectNames(mainMenu(), names);
+    collectNames(popupMenus(), names);
+    return names;
+}
+
+const MenuEntry* menuEntry(const QString& name) {
+    const MenuEntry* entry = find(mainMenu(), name);
+    return entry ? entry : find(popupMenus(), name);
+}
+
+} // namespace core

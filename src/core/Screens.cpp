@@ -1,0 +1,19 @@
+#include "core/Screens.h"
+
+#include "core/frmAbout.h"
+#include "core/frmLogin.h"
+#include "core/frmPass.h"
+#include "core/frmSplash.h"
+#include "platform/screen/Forms.h"
+
+namespace core {
+
+void registerScreens() {
+    using screen::Forms;
+    Forms::add<frmSplash>();
+    Forms::add<frmLogin>();
+    Forms::add<frmPass>();
+    Forms::add<frmAbout>();
+}
+
+} // namespace core
