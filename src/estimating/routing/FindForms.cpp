@@ -7,7 +7,6 @@
 #include "platform/screen/Pointer.h"
 #include "platform/values/Text.h"
 
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -22,9 +21,7 @@ FindForm::FindForm(const FindKind& kind) : Form(kind.find, kind.numberCaption), 
     outside->addWidget(lblPrompt);
     outside->addWidget(txtNo);
     outside->addStretch();
-    auto* bottom = new QHBoxLayout;
-    outside->addLayout(bottom);
-    screen::ButtonBar bar(this, bottom);
+    screen::ButtonBar bar(this, outside);
     bar.stretch();
     QPushButton* cmdOK = bar.button(QStringLiteral("cmdOK"), QStringLiteral("&OK"));
     QPushButton* cmdCancel = bar.button(QStringLiteral("cmdCancel"), QStringLiteral("Cancel"));
@@ -69,9 +66,7 @@ FoundForm::FoundForm(const FindKind& kind) : Form(kind.found, kind.foundCaption)
         columns.push_back({column.second, 14});
     m_list->setColumns(std::move(columns));
     outside->addWidget(m_list, 1);
-    auto* bottom = new QHBoxLayout;
-    outside->addLayout(bottom);
-    screen::ButtonBar bar(this, bottom);
+    screen::ButtonBar bar(this, outside);
     bar.stretch();
     QPushButton* cmdSelect = bar.button(QStringLiteral("cmdSelect"), QStringLiteral("&Select"));
     QPushButton* cmdCancel = bar.button(QStringLiteral("cmdCancel"), QStringLiteral("Cancel"));

@@ -31,9 +31,7 @@ OperNoteForm::OperNoteForm(const RoutingKind& kind)
                           QStringLiteral("Note"));
     outside->addWidget(Text1, 1);
 
-    auto* bottom = new QHBoxLayout;
-    outside->addLayout(bottom);
-    screen::ButtonBar bar(this, bottom);
+    screen::ButtonBar bar(this, outside);
     bar.stretch();
     cmdOK = bar.button(QStringLiteral("cmdOK"), QStringLiteral("Up&date"));
     cmdCancel = bar.button(QStringLiteral("cmdCancel"), QStringLiteral("Cancel"));

@@ -5,7 +5,6 @@
 #include "platform/screen/MsgBox.h"
 #include "platform/values/Format.h"
 
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
@@ -32,17 +31,15 @@ frmInsItem::frmInsItem()
     txtUnits->setLocked(true);
     txtUnitPrice->setLocked(true);
 
-    auto* bottom = new QHBoxLayout;
-    outside->addLayout(bottom);
+    screen::ButtonBar bar(this, outside);
     optPosition[0] = screen::named(new QRadioButton(QStringLiteral("Insert &Before"), this),
                                    QStringLiteral("optPosition(0)"));
     optPosition[1] = screen::named(new QRadioButton(QStringLiteral("Insert &After"), this),
                                    QStringLiteral("optPosition(1)"));
     optPosition[1]->setChecked(true);
-    bottom->addWidget(optPosition[0]);
-    bottom->addWidget(optPosition[1]);
-    bottom->addStretch();
-    screen::ButtonBar bar(this, bottom);
+    bar.layout()->addWidget(optPosition[0]);
+    bar.layout()->addWidget(optPosition[1]);
+    bar.stretch();
     QPushButton* cmdOK = bar.button(QStringLiteral("cmdOK"), QStringLiteral("&OK"));
     QPushButton* cmdCancel = bar.button(QStringLiteral("cmdCancel"), QStringLiteral("Cancel"));
     setDefaultButton(cmdOK);

@@ -29,16 +29,14 @@ frmSelOper::frmSelOper()
     auto* availableLayout = new QVBoxLayout(available);
     availableLayout->addWidget(lvwAvail);
 
-    auto* across = new QVBoxLayout;
-    lists->addLayout(across);
-    across->addStretch();
-    screen::ButtonBar middle(this, across);
+    screen::ButtonBar middle(this, lists);
+    middle.stretch();
     QPushButton* add = middle.button(QStringLiteral("cmdAddRemove(0)"), QStringLiteral("&Add >"));
     QPushButton* remove =
         middle.button(QStringLiteral("cmdAddRemove(1)"), QStringLiteral("< &Remove"));
     QPushButton* up = middle.button(QStringLiteral("cmdUpDown(0)"), QStringLiteral("Move &Up"));
     QPushButton* down = middle.button(QStringLiteral("cmdUpDown(1)"), QStringLiteral("Move &Down"));
-    across->addStretch();
+    middle.stretch();
 
     auto* selected = screen::frame(this, lists, QStringLiteral("fraSel"),
                                    QStringLiteral("Selected Operations for this Set"));
@@ -56,11 +54,9 @@ frmSelOper::frmSelOper()
     lists->setStretchFactor(available, 1);
     lists->setStretchFactor(selected, 1);
 
-    auto* bottom = new QHBoxLayout;
-    outside->addLayout(bottom);
-    bottom->addWidget(new QLabel(QStringLiteral("*oc = Outside Contractor"), this));
-    bottom->addStretch();
-    screen::ButtonBar bar(this, bottom);
+    screen::ButtonBar bar(this, outside);
+    bar.layout()->addWidget(new QLabel(QStringLiteral("*oc = Outside Contractor"), this));
+    bar.stretch();
     QPushButton* cmdOK = bar.button(QStringLiteral("cmdOK"), QStringLiteral("&OK"));
     QPushButton* cmdCancel = bar.button(QStringLiteral("cmdCancel"), QStringLiteral("Cancel"));
     setDefaultButton(cmdOK);

@@ -1,0 +1,23 @@
+#include "estimating/Screens.h"
+
+#include "estimating/frmEstFind.h"
+#include "estimating/frmEstFound.h"
+#include "estimating/frmEstNew.h"
+#include "estimating/frmMIAddEdit.h"
+#include "estimating/frmMiscItems.h"
+#include "estimating/routing/Register.h"
+#include "platform/screen/Forms.h"
+
+namespace estimating {
+
+void registerScreens() {
+    using screen::Forms;
+    registerRoutingDialogs();
+    Forms::add<frmEstNew>();
+    Forms::add<frmEstFind>();
+    Forms::add<frmEstFound>();
+    Forms::add<frmMiscItems>();
+    Forms::add<frmMIAddEdit>();
+}
+
+} // namespace estimating
