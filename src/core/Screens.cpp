@@ -4,6 +4,7 @@
 #include "core/frmLogin.h"
 #include "core/frmPass.h"
 #include "core/frmSplash.h"
+#include "core/frmTblPopup.h"
 #include "platform/screen/Forms.h"
 
 namespace core {
@@ -14,6 +15,7 @@ void registerScreens() {
     Forms::add<frmLogin>();
     Forms::add<frmPass>();
     Forms::add<frmAbout>();
+    Forms::add<frmTblPopup>();
 }
 
 } // namespace core

@@ -62,32 +62,6 @@ QString estimateRows() {
     return QStringLiteral("SELECT * FROM Estimate ORDER BY EstNo");
 }
 
-EstimateHeader readHeader(const jet::Recordset& row) {
-    EstimateHeader header;
-    header.custId = row[u"CustID"].toLong();
-    header.rfqNo = row.text(u"RFQNo");
-    header.description = row.text(u"Description");
-    header.partNo = row.text(u"PartNo");
-    header.material = row.text(u"Material");
-    header.quantity = row[u"Quantity"].toLong();
-    header.estDate = row[u"EstDate"].toDate();
-    header.shopRate = row[u"EstShopRate"].toCurrency();
-    header.oneShopRate = row[u"OneShopRate"].toBool();
-    for (std::size_t i = 0; i < header.breaks.size(); ++i) {
-        PriceBreak& one = header.breaks[i];
-        one.quantity = row[breakColumn(u"QtyBreak", i)].toDouble();
-        one.discount = row[breakColumn(u"QtyDiscount", i)].toDouble();
-        one.price = row[breakColumn(u"QtyPrice", i)].toCurrency();
-        one.quoted = row[breakColumn(u"QtyQP", i)].toCurrency();
-        one.total = row[breakColumn(u"QtyTotal", i)].toCurrency();
-    }
-    header.estNotes = row.text(u"EstNotes");
-    header.travelerNotes = row.text(u"TravelerNotes");
-    header.jobNotes = row.text(u"JobNotes");
-    header.assemblyEstNo = row[u"AssemblyEstno"].toLong();
-    return header;
-}
-
 std::optional<Complaint> checkDraft(const EstimateDraft& draft) {
     const EstimateHeader& header = draft.header;
     if (header.rfqNo.trimmed().isEmpty())

@@ -58,8 +58,6 @@ struct Complaint {
 /// The recordset that the module browses.
 QString estimateRows();
 
-EstimateHeader readHeader(const jet::Recordset& row);
-
 /// First fault of a draft in the order of the fields; nothing if it can be saved.
 std::optional<Complaint> checkDraft(const EstimateDraft& draft);
 

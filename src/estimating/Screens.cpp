@@ -3,6 +3,7 @@
 #include "estimating/frmEstFind.h"
 #include "estimating/frmEstFound.h"
 #include "estimating/frmEstNew.h"
+#include "estimating/frmEstimate.h"
 #include "estimating/frmMIAddEdit.h"
 #include "estimating/frmMiscItems.h"
 #include "estimating/routing/Register.h"
@@ -13,6 +14,7 @@ namespace estimating {
 void registerScreens() {
     using screen::Forms;
     registerRoutingDialogs();
+    Forms::add<frmEstimate>();
     Forms::add<frmEstNew>();
     Forms::add<frmEstFind>();
     Forms::add<frmEstFound>();

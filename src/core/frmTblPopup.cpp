@@ -1,0 +1,55 @@
+#include "core/frmTblPopup.h"
+
+#include "platform/screen/Layout.h"
+#include "platform/screen/MsgBox.h"
+
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace core {
+
+frmTblPopup::frmTblPopup() : Form(QString::fromLatin1(formName), QStringLiteral("Select")) {
+    auto* outside = new QVBoxLayout(this);
+    lstItems = screen::named(new controls::ListView(this), QStringLiteral("lstItems"),
+                             QStringLiteral("Items"));
+    lstItems->setColumns({{QString(), 40}});
+    outside->addWidget(lstItems, 1);
+    screen::ButtonBar bar(this, outside);
+    bar.stretch();
+    QPushButton* btnsel = bar.button(QStringLiteral("btnsel"), QStringLiteral("&Select"));
+    QPushButton* cancel = bar.button(QStringLiteral("btnCancel"), QStringLiteral("Cancel"));
+    setDefaultButton(btnsel);
+    setCancelButton(cancel);
+    on(btnsel, &frmTblPopup::btnsel_Click);
+    on(lstItems->rowDoubleClicked, [this](int) { btnsel_Click(); });
+    on(cancel, [this] { hideModal(); });
+    resize(400, 420);
+}
+
+QString frmTblPopup::pick(const QString& caption, const QStringList& items,
+                          const QString& emptyMessage) {
+    if (items.isEmpty()) {
+        screen::MsgBox(emptyMessage.isEmpty()
+                           ? QStringLiteral("No items to show for the selected lookup!")
+                           : emptyMessage,
+                       screen::Buttons::Ok, screen::Icon::Information);
+        return {};
+    }
+    setWindowTitle(caption);
+    for (const QString& item : items)
+        lstItems->addRow(item, {item});
+    lstItems->selectRow(0);
+    lstItems->setFocus();
+    showModal();
+    return m_chosen;
+}
+
+void frmTblPopup::btnsel_Click() {
+    const int row = lstItems->selectedRow();
+    if (row < 0)
+        return;
+    m_chosen = lstItems->rowText(row, 0);
+    hideModal();
+}
+
+} // namespace core

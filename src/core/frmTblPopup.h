@@ -1,0 +1,23 @@
+#pragma once
+
+#include "core/TablePopup.h"
+#include "platform/controls/Grid.h"
+#include "platform/screen/Form.h"
+
+namespace core {
+
+/// The general lookup dialog.
+class frmTblPopup : public screen::Form, public TablePopup {
+  public:
+    static constexpr char formName[] = "frmTblPopup";
+    frmTblPopup();
+    QString pick(const QString& caption, const QStringList& items,
+                 const QString& emptyMessage) override;
+
+  private:
+    void btnsel_Click();
+    controls::ListView* lstItems;
+    QString m_chosen;
+};
+
+} // namespace core
