@@ -1,5 +1,6 @@
 #include "estimating/Screens.h"
 
+#include "estimating/Catalogue.h"
 #include "estimating/frmEstFind.h"
 #include "estimating/frmEstFound.h"
 #include "estimating/frmEstNew.h"
@@ -14,6 +15,7 @@ namespace estimating {
 void registerScreens() {
     using screen::Forms;
     registerRoutingDialogs();
+    registerCatalogue();
     Forms::add<frmEstimate>();
     Forms::add<frmEstNew>();
     Forms::add<frmEstFind>();
