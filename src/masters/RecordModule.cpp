@@ -12,6 +12,8 @@
 #include <QPushButton>
 #include <QScopedValueRollback>
 #include <QShortcut>
+#include <QTabBar>
+#include <QTabWidget>
 
 namespace masters {
 
@@ -19,6 +21,43 @@ using screen::Answer;
 using screen::Buttons;
 using screen::Icon;
 using screen::MsgBox;
+
+namespace {
+
+/// The widgets that Tab goes to, in the order in which the layouts have them.
+void collectTabs(QWidget* widget, QList<QWidget*>& order);
+
+void collectTabs(QLayout* layout, QList<QWidget*>& order) {
+    for (int i = 0; i < layout->count(); ++i) {
+        QLayoutItem* item = layout->itemAt(i);
+        if (item->widget())
+            collectTabs(item->widget(), order);
+        else if (item->layout())
+            collectTabs(item->layout(), order);
+    }
+}
+
+void collectTabs(QWidget* widget, QList<QWidget*>& order) {
+    if (auto* tabs = qobject_cast<QTabWidget*>(widget)) {
+        order << tabs->tabBar();
+        for (int page = 0; page < tabs->count(); ++page)
+            collectTabs(tabs->widget(page), order);
+    } else if (widget->focusPolicy() & Qt::TabFocus) {
+        order << widget;
+    } else if (widget->layout()) {
+        collectTabs(widget->layout(), order);
+    }
+}
+
+void orderTabs(QWidget* form) {
+    QList<QWidget*> order;
+    if (form->layout())
+        collectTabs(form->layout(), order);
+    for (int i = 1; i < order.size(); ++i)
+        QWidget::setTabOrder(order[i - 1], order[i]);
+}
+
+} // namespace
 
 RecordModule::RecordModule(ModuleDescriptor descriptor)
     : Form(descriptor.formName, descriptor.caption), m_descriptor(std::move(descriptor)),
@@ -30,15 +69,11 @@ RecordModule::RecordModule(ModuleDescriptor descriptor)
     m_modeLabel->setFont(bold);
     on(m_data->reposition, [this] { onReposition(); });
 
-    const auto shortcut = [this](QKeyCombination key, std::function<void()> action) {
-        auto* made = new QShortcut(QKeySequence(key), this);
-        made->setContext(Qt::WidgetWithChildrenShortcut);
-        connect(made, &QShortcut::activated, this, [this, action] { guarded(action); });
-    };
-    shortcut(Qt::ALT | Qt::Key_Left, [this] { moveByKey(-1); });
-    shortcut(Qt::ALT | Qt::Key_Right, [this] { moveByKey(+1); });
-    if (!m_descriptor.numberWord.isEmpty())
-        shortcut(Qt::CTRL | Qt::Key_G, [this] { GotoRecord(); });
+    if (!m_descriptor.numberWord.isEmpty()) {
+        auto* ask = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_G), this);
+        ask->setContext(Qt::WidgetWithChildrenShortcut);
+        connect(ask, &QShortcut::activated, this, [this] { guarded([this] { GotoRecord(); }); });
+    }
 }
 
 void RecordModule::bindKey(controls::Field* field) {
@@ -137,6 +172,7 @@ void RecordModule::Form_Load() {
         return;
     }
     const screen::BusyPointer busy;
+    orderTabs(this);
     m_fields.limitTo(m_descriptor.table);
     openLookups();
     reloadNames();
@@ -347,15 +383,6 @@ bool RecordModule::goToRecord(qint64 key) {
     if (!isBrowse() || !hasRecord())
         return false;
     return m_data->findFirst(m_descriptor.keyColumn + QStringLiteral(" = ") + QString::number(key));
-}
-
-void RecordModule::moveByKey(int step) {
-    if (!m_data->isEnabled() || !hasRecord())
-        return;
-    if (step < 0)
-        m_data->movePrevious();
-    else
-        m_data->moveNext();
 }
 
 void RecordModule::GotoRecord() {

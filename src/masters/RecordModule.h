@@ -209,7 +209,6 @@ class RecordModule : public screen::Form, public core::RecordScreen, public core
     bool is(const QString& text) const { return m_mode.compare(text, Qt::CaseInsensitive) == 0; }
     void onReposition();
     void showEmpty();
-    void moveByKey(int step);
     bool tellSaveFailed(const jet::Error& error);
     void arrangeButtons();
     void showReadAgain();

@@ -1,0 +1,97 @@
+#include "masters/FindDialogs.h"
+
+#include "core/MirsaMain.h"
+#include "core/RecordScreen.h"
+#include "platform/screen/Forms.h"
+#include "platform/screen/Layout.h"
+#include "platform/screen/MsgBox.h"
+#include "platform/screen/Pointer.h"
+
+#include <QPushButton>
+#include <QRadioButton>
+#include <QVBoxLayout>
+
+namespace masters {
+
+FindForm::FindForm(Descriptor descriptor)
+    : Form(descriptor.formName, descriptor.title), m_descriptor(std::move(descriptor)) {
+    auto* layout = new QVBoxLayout(this);
+    screen::Fields fields(this, layout);
+    txtData = fields.text(QStringLiteral("txtData"), m_descriptor.prompt);
+    for (const FindForm::Option& option : m_descriptor.options)
+        m_options.push_back(fields.option(option.name, option.caption));
+    m_options.front()->setChecked(true);
+    screen::ButtonBar bar(this, layout);
+    bar.stretch();
+    auto* find = bar.button(QStringLiteral("cmdFind"), QStringLiteral("&List"));
+    auto* cancel = bar.button(QStringLiteral("cmdCancel"), QStringLiteral("&Cancel"));
+    on(find, &FindForm::cmdFind_Click);
+    on(cancel, [this] { unload(); });
+    setDefaultButton(find);
+    setCancelButton(cancel);
+}
+
+void FindForm::cmdFind_Click() {
+    std::size_t option = 0;
+    while (option + 1 < m_options.size() && !m_options[option]->isChecked())
+        ++option;
+    const auto found = screen::Forms::dialog<FoundDialog>(m_descriptor.foundScreen);
+    if (!found->list(m_descriptor.options[option].select + txtData->text() +
+                     QStringLiteral("*'"))) {
+        complain(QStringLiteral("No Matching Records Found!"), txtData, screen::Icon::Exclamation,
+                 QStringLiteral("Empty Results!"));
+        return;
+    }
+    found.form().showModal();
+    if (found->chosen() == 0)
+        return;
+    if (auto* module = screen::Forms::find<core::RecordScreen>(m_descriptor.moduleScreen))
+        module->goToRecord(found->chosen());
+    unload();
+}
+
+FoundForm::FoundForm(Descriptor descriptor)
+    : Form(descriptor.formName, descriptor.title), m_descriptor(std::move(descriptor)) {
+    auto* layout = new QVBoxLayout(this);
+    m_grid = screen::named(new controls::Grid(this), m_descriptor.gridName, m_descriptor.title);
+    m_grid->setColumns(m_descriptor.columns);
+    m_grid->setSortable(true);
+    m_grid->setMinimumSize(420, 260);
+    layout->addWidget(m_grid);
+    screen::ButtonBar bar(this, layout);
+    bar.stretch();
+    auto* select = bar.button(QStringLiteral("cmdSelect"), QStringLiteral("&Select"));
+    auto* cancel = bar.button(QStringLiteral("cmdCancel"), QStringLiteral("&Cancel"));
+    on(select, &FoundForm::cmdSelect_Click);
+    on(cancel, [this] { unload(); });
+    on(m_grid->rowDoubleClicked, [this](int) { cmdSelect_Click(); });
+    setDefaultButton(select);
+    setCancelButton(cancel);
+}
+
+bool FoundForm::list(const QString& select) {
+    const screen::BusyPointer busy;
+    jet::Recordset found = core::MainDatabase().openRecordset(select, jet::RecordsetType::Snapshot);
+    std::vector<QStringList> lines;
+    for (; !found.eof(); found.moveNext()) {
+        QStringList line;
+        for (const QString& field : m_descriptor.fields)
+            line << found.text(field);
+        lines.push_back(line);
+    }
+    const bool any = !lines.empty();
+    m_grid->setRows(std::move(lines));
+    if (any)
+        m_grid->setActiveRow(0);
+    return any;
+}
+
+void FoundForm::cmdSelect_Click() {
+    const int row = m_grid->activeRow();
+    if (row < 0)
+        return;
+    m_chosen = m_grid->text(row, 0).toLongLong();
+    unload();
+}
+
+} // namespace masters

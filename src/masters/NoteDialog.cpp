@@ -1,0 +1,43 @@
+#include "masters/NoteDialog.h"
+
+#include "platform/screen/Forms.h"
+#include "platform/screen/Layout.h"
+
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace masters {
+
+void editNote(const QString& dialogName, controls::Field& field) {
+    const auto note = screen::Forms::dialog<NoteDialog>(dialogName);
+    note->begin(field.text(), field.isLocked());
+    note.form().showModal();
+    if (note->taken() && !field.isLocked())
+        field.setText(*note->taken());
+}
+
+NoteForm::NoteForm(const QString& formName, const QString& title, const QString& fieldName)
+    : Form(formName, title) {
+    auto* layout = new QVBoxLayout(this);
+    m_text = screen::named(new controls::MemoField(this), fieldName, title);
+    m_text->setMinimumSize(560, 320);
+    layout->addWidget(m_text);
+    screen::ButtonBar bar(this, layout);
+    bar.stretch();
+    m_ok = bar.button(QStringLiteral("cmdOK"), QStringLiteral("&OK"));
+    auto* cancel = bar.button(QStringLiteral("cmdCancel"), QStringLiteral("&Cancel"));
+    on(m_ok, [this] {
+        m_taken = m_text->text();
+        unload();
+    });
+    on(cancel, [this] { unload(); });
+    setCancelButton(cancel);
+}
+
+void NoteForm::begin(const QString& text, bool locked) {
+    m_text->setText(text);
+    m_text->setLocked(locked);
+    m_ok->setEnabled(!locked);
+}
+
+} // namespace masters
