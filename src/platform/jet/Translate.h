@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/jet/Error.h"
 #include "platform/jet/Schema.h"
 #include "platform/jet/Types.h"
 #include "platform/jet/Value.h"

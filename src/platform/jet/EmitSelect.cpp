@@ -1,0 +1,325 @@
+#include "platform/jet/Emit.h"
+
+namespace jet {
+
+using Node = Expression::Node;
+
+bool Emitter::hasAggregate(const Expression& expression) {
+    if (expression.is(Node::Call) && isAggregate(expression.name))
+        return true;
+    return std::any_of(expression.children.begin(), expression.children.end(),
+                       [](const ExpressionPtr& child) { return hasAggregate(*child); });
+}
+
+/// Makes the tables of a source known, in the order in which they stand.
+void Emitter::declare(const Source& source, Scope& scope, const Scope* parent) {
+    if (source.left) {
+        declare(*source.left, scope, parent);
+        declare(*source.right, scope, parent);
+    } else if (source.kind == Source::Kind::Derived) {
+        ScopeSource derived;
+        derived.name = source.alias.isEmpty()
+                           ? QStringLiteral("query%1").arg(scope.sources.size() + 1)
+                           : source.alias;
+        const SelectParts parts = select(source.query->selects.front(), parent);
+        for (const ResultColumn& column : parts.columns)
+            derived.columns.push_back({column.name, column.type, true});
+        scope.sources.push_back(std::move(derived));
+    } else {
+        scope.sources.push_back(sourceOf(tableNamed(source.name), source.alias));
+    }
+}
+
+QByteArray Emitter::source(const Source& source, Scope& scope, const Scope* parent) {
+    switch (source.kind) {
+    case Source::Kind::Table: {
+        const Table& table = tableNamed(source.name);
+        const QByteArray name = quoted(table.name);
+        return source.alias.isEmpty() ? name : name + " AS " + quoted(source.alias);
+    }
+    case Source::Kind::Derived: {
+        // Which of the scope's sources this is: the one of its name.
+        QString name = source.alias;
+        if (name.isEmpty())
+            for (const ScopeSource& candidate : scope.sources)
+                if (candidate.table == nullptr && candidate.name.startsWith(u"query"))
+                    name = candidate.name;
+        return '(' + query(*source.query, parent) + ") AS " + quoted(name);
+    }
+    default:
+        break;
+    }
+    const QByteArray left = this->source(*source.left, scope, parent);
+    QByteArray right = this->source(*source.right, scope, parent);
+    if (source.right->left)
+        right = '(' + right + ')';
+    const char* word = source.kind == Source::Kind::Inner  ? " INNER JOIN "
+                       : source.kind == Source::Kind::Left ? " LEFT JOIN "
+                                                           : " RIGHT JOIN ";
+    return left + word + right + " ON " + condition(*source.on, scope);
+}
+
+QByteArray Emitter::from(const std::vector<Source>& sources, Scope& scope, const Scope* parent) {
+    scope.parent = parent;
+    for (const Source& source : sources)
+        declare(source, scope, parent);
+    QByteArray sql;
+    for (const Source& source : sources) {
+        if (!sql.isEmpty())
+            sql += ", ";
+        sql += this->source(source, scope, parent);
+    }
+    return sql;
+}
+
+void Emitter::addStar(SelectParts& parts, const ScopeSource& source) {
+    for (const ScopeSource::Column& column : source.columns) {
+        parts.list << columnSql({&source, &column});
+        parts.columns.push_back({column.name, source.name, column.type});
+        parts.expressions.push_back(nullptr);
+    }
+}
+
+SelectParts Emitter::select(const Select& select, const Scope* parent,
+                            const std::vector<const Column*>* targets) {
+    SelectParts parts;
+    parts.distinct = select.distinct;
+    parts.top = select.top;
+    parts.from = from(select.from, parts.scope, parent);
+    parts.aggregated = !select.groupBy.empty() || select.having != nullptr;
+    int unnamed = 1000;
+    for (const Item& item : select.items) {
+        if (item.star) {
+            bool found = false;
+            for (const ScopeSource& source : parts.scope.sources) {
+                if (!item.starOf.isEmpty() &&
+                    source.name.compare(item.starOf, Qt::CaseInsensitive) != 0)
+                    continue;
+                addStar(parts, source);
+                found = true;
+            }
+            if (!found)
+                m_unknown.insert(item.starOf.toLower() + QStringLiteral(".*"));
+            continue;
+        }
+        const Expression& expression = *item.expression;
+        const std::size_t place = parts.columns.size();
+        ResultColumn column;
+        column.type = typeOf(expression, parts.scope);
+        QByteArray sql;
+        if (targets != nullptr && place < targets->size() && (*targets)[place] != nullptr)
+            sql = assigned(expression, parts.scope, *(*targets)[place]);
+        else
+            sql = value(expression, parts.scope);
+        if (expression.is(Node::Column)) {
+            if (const Resolved resolved =
+                    find(parts.scope, expression.qualifier, expression.name)) {
+                column.name = resolved.column->name;
+                column.table = resolved.source->name;
+            }
+        } else {
+            if (!m_postgres && isText(column.type) && targets == nullptr)
+                sql = '(' + sql + ") COLLATE NOCASE";
+            column.name =
+                item.alias.isEmpty() ? QStringLiteral("Expr%1").arg(unnamed++) : QString();
+        }
+        if (!item.alias.isEmpty())
+            column.name = item.alias;
+        if (!expression.is(Node::Column) || !item.alias.isEmpty())
+            sql += " AS " + quoted(column.name);
+        parts.list << sql;
+        parts.columns.push_back(column);
+        parts.expressions.push_back(&expression);
+        parts.aggregated = parts.aggregated || hasAggregate(expression);
+    }
+    if (select.where)
+        parts.where = condition(*select.where, parts.scope);
+    for (const ExpressionPtr& group : select.groupBy) {
+        if (!parts.groupBy.isEmpty())
+            parts.groupBy += ", ";
+        parts.groupBy += value(*group, parts.scope);
+    }
+    if (select.having)
+        parts.having = condition(*select.having, parts.scope);
+    return parts;
+}
+
+QByteArray Emitter::joined(const SelectParts& parts, const QByteArray& list,
+                           const QByteArray& orderBy, const QByteArray& extraCondition,
+                           const QByteArray& extraColumns) {
+    QByteArray sql = parts.distinct ? "SELECT DISTINCT " : "SELECT ";
+    sql += list + extraColumns;
+    if (!parts.from.isEmpty())
+        sql += " FROM " + parts.from;
+    if (!extraCondition.isEmpty())
+        sql += " WHERE " + (parts.where.isEmpty() ? QByteArray() : '(' + parts.where + ") AND ") +
+               '(' + extraCondition + ')';
+    else if (!parts.where.isEmpty())
+        sql += " WHERE " + parts.where;
+    if (!parts.groupBy.isEmpty())
+        sql += " GROUP BY " + parts.groupBy;
+    if (!parts.having.isEmpty())
+        sql += " HAVING " + parts.having;
+    if (!orderBy.isEmpty())
+        sql += " ORDER BY " + orderBy;
+    if (parts.top >= 0)
+        sql += " LIMIT " + QByteArray::number(parts.top);
+    return sql;
+}
+
+/// The order of the rows, Nulls first. Columns of the select list are named by their number where
+/// the engine asks for it; `expanded` writes them out, for a text that has other columns.
+QByteArray Emitter::orderBy(const Query& query, const SelectParts& parts, bool expanded) {
+    QByteArray sql;
+    const bool compound = query.selects.size() > 1;
+    for (const Order& order : query.orderBy) {
+        const Expression& expression = *order.expression;
+        QByteArray term;
+        bool nullable = true;
+        int place = -1;
+        if (expression.is(Node::Literal) && expression.literal < 0 &&
+            expression.kind == LiteralKind::Integer) {
+            place = static_cast<int>(expression.value.toLong()) - 1;
+            if (place < 0 || place >= static_cast<int>(parts.columns.size()))
+                throw Error(errors::syntax,
+                            QStringLiteral("The ORDER BY position number %1 is out of range of the "
+                                           "number of items in the select list.")
+                                .arg(place + 1));
+        } else if (expression.is(Node::Column)) {
+            const Resolved resolved = find(parts.scope, expression.qualifier, expression.name);
+            for (std::size_t i = 0; i < parts.columns.size() && place < 0; ++i) {
+                const ResultColumn& column = parts.columns[i];
+                const bool sameName =
+                    column.name.compare(expression.name, Qt::CaseInsensitive) == 0;
+                const Expression* item = parts.expressions[i];
+                const bool renamed = item != nullptr &&
+                                     (!item->is(Node::Column) ||
+                                      (resolved && column.name.compare(resolved.column->name,
+                                                                       Qt::CaseInsensitive) != 0));
+                if (compound ? sameName
+                             : expression.qualifier.isEmpty() && sameName && (renamed || !resolved))
+                    place = static_cast<int>(i);
+                else if (parts.distinct && resolved && item != nullptr && item->is(Node::Column)) {
+                    const Resolved shown = find(parts.scope, item->qualifier, item->name);
+                    if (shown.column == resolved.column)
+                        place = static_cast<int>(i);
+                } else if (parts.distinct && resolved && item == nullptr &&
+                           parts.list[static_cast<qsizetype>(i)] == columnSql(resolved)) {
+                    place = static_cast<int>(i);
+                }
+            }
+            if (resolved)
+                nullable =
+                    resolved.column->nullable || resolved.source != &parts.scope.sources.front();
+        }
+        if (place >= 0 && expanded) {
+            const Expression* item = parts.expressions[static_cast<std::size_t>(place)];
+            term = item != nullptr ? value(*item, parts.scope) : parts.list[place];
+            const Type type = parts.columns[static_cast<std::size_t>(place)].type;
+            if (!m_postgres && item != nullptr && !item->is(Node::Column) && isText(type))
+                term = '(' + term + ") COLLATE NOCASE";
+        } else if (place >= 0) {
+            term = QByteArray::number(place + 1);
+        } else {
+            term = value(expression, parts.scope);
+            if (!m_postgres && !expression.is(Node::Column) &&
+                isText(typeOf(expression, parts.scope)))
+                term = '(' + term + ") COLLATE NOCASE";
+        }
+        if (order.descending)
+            term += " DESC";
+        if (m_postgres && nullable)
+            term += order.descending ? " NULLS LAST" : " NULLS FIRST";
+        sql += sql.isEmpty() ? term : ", " + term;
+    }
+    return sql;
+}
+
+QByteArray Emitter::query(const Query& query, const Scope* parent,
+                          std::vector<ResultColumn>* columns,
+                          const std::vector<const Column*>* targets) {
+    QByteArray sql;
+    SelectParts first;
+    for (std::size_t i = 0; i < query.selects.size(); ++i) {
+        SelectParts parts = select(query.selects[i], parent, targets);
+        if (i == 0 && query.selects.size() == 1) {
+            sql = joined(parts, parts.list.join(", "), orderBy(query, parts, false));
+        } else {
+            QByteArray part = joined(parts, parts.list.join(", "), {});
+            if (parts.top >= 0)
+                part = "SELECT * FROM (" + part + ") AS part" +
+                       QByteArray::number(static_cast<int>(i));
+            if (i > 0) {
+                if (parts.columns.size() != first.columns.size())
+                    throw Error(
+                        errors::syntax,
+                        QStringLiteral("The number of columns in the two selected tables or "
+                                       "queries of a union query do not match."));
+                sql += query.all[i - 1] ? " UNION ALL " : " UNION ";
+            }
+            sql += part;
+        }
+        if (i == 0)
+            first = std::move(parts);
+    }
+    if (query.selects.size() > 1 && !query.orderBy.empty())
+        sql += " ORDER BY " + orderBy(query, first, false);
+    if (columns != nullptr)
+        *columns = first.columns;
+    return sql;
+}
+
+/// The columns of a query, without leaving a trace of having read it.
+std::vector<ResultColumn> Emitter::columnsOf(const Query& query, const Scope* parent) {
+    const auto parameters = m_parameters;
+    const auto types = m_parameterTypes;
+    const auto used = m_used;
+    const SelectParts parts = select(query.selects.front(), parent);
+    m_parameters = parameters;
+    m_parameterTypes = types;
+    m_used = used;
+    return parts.columns;
+}
+
+std::optional<DynasetPlan> Emitter::plan(const Query& query, const SelectParts& parts) {
+    if (query.selects.size() != 1 || parts.distinct || parts.aggregated ||
+        parts.scope.sources.empty())
+        return std::nullopt;
+    const ScopeSource& base = parts.scope.sources.front();
+    const std::vector<Source>& from = query.selects.front().from;
+    if (base.table == nullptr)
+        return std::nullopt;
+    // Behind a right join the base row may be missing.
+    for (const Source* source = &from.front(); source != nullptr; source = source->left.get())
+        if (source->kind == Source::Kind::Right)
+            return std::nullopt;
+
+    DynasetPlan plan;
+    plan.table = base.table->name;
+    const QByteArray key = quoted(base.name) + '.' + keyColumn(*base.table, &plan.keyColumn);
+    plan.singleTable = parts.scope.sources.size() == 1;
+    if (!plan.singleTable) {
+        plan.keysSql =
+            joined(parts, parts.list.join(", "), orderBy(query, parts, false), {}, ", " + key);
+        return plan;
+    }
+    const QByteArray order = orderBy(query, parts, true);
+    const QByteArray unused = unusedParameters(joined(parts, key, order));
+    plan.keysSql = joined(parts, key, order, {}, unused);
+
+    SelectParts row = parts;
+    row.where.clear();
+    row.top = -1;
+    const QByteArray list = parts.list.join(", ");
+    const QByteArray number = QByteArray::number(static_cast<int>(m_parameters.size()) + 1);
+    const Column* keyOf = base.table->key();
+    const ColumnType keyType = keyOf != nullptr ? keyOf->type : ColumnType::Long;
+    QByteArray test = key + " = ";
+    test += m_postgres ? '$' + number + "::" + declaredType(keyType, 0, Dialect::postgres())
+                       : '?' + number;
+    row.where = test;
+    plan.rowSql = joined(row, list, {}, {}, unusedParameters(joined(row, list, {})));
+    return plan;
+}
+
+} // namespace jet

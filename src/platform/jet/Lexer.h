@@ -1,0 +1,33 @@
+#pragma once
+
+#include "platform/jet/Tree.h"
+
+#include <QStringView>
+
+#include <vector>
+
+namespace jet {
+
+struct Token {
+    enum class Kind { Word, Name, Literal, Symbol, End };
+    Kind kind = Kind::End;
+    QString text;     ///< word, name without its brackets, symbol
+    int position = 0; ///< in the key
+    LiteralKind literalKind = LiteralKind::Text;
+    int literal = -1; ///< index of a lifted literal
+    Value value;      ///< of a literal that stayed in the key
+
+    bool isWord(QStringView word) const {
+        return kind == Kind::Word && text.compare(word, Qt::CaseInsensitive) == 0;
+    }
+    bool isSymbol(QStringView symbol) const { return kind == Kind::Symbol && text == symbol; }
+};
+
+/// The tokens of a key as normalize() makes it, closed by one of kind End. Throws Error(syntax) on
+/// characters that the dialect doesn't have.
+std::vector<Token> tokenize(QStringView key);
+
+/// The key from `position` on with its literals put back, for messages.
+QString textOfKey(QStringView key, const std::vector<Value>& literals, int position = 0);
+
+} // namespace jet
