@@ -304,7 +304,9 @@ Translation Emitter::emitFind(const Statement& statement, const Expression& crit
         throw notKeyed();
     const ScopeSource& base = parts.scope.sources.front();
     const QByteArray key = quoted(base.name) + '.' + keyColumn(*base.table);
-    const QByteArray order = orderBy(statement.query, parts, true);
+    const QByteArray order = statement.query.orderBy.empty()
+                                 ? naturalOrder(parts)
+                                 : orderBy(statement.query, parts, true);
     m_criteriaColumns = &parts;
     const QByteArray extra = condition(criterion, parts.scope);
     m_criteriaColumns = nullptr;

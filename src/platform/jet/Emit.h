@@ -115,6 +115,7 @@ class Emitter {
     QByteArray source(const Source& source, Scope& scope, const Scope* parent);
     void declare(const Source& source, Scope& scope, const Scope* parent);
     QByteArray orderBy(const Query& query, const SelectParts& parts, bool expanded);
+    QByteArray naturalOrder(const SelectParts& parts) const;
     static QByteArray joined(const SelectParts& parts, const QByteArray& list,
                              const QByteArray& orderBy, const QByteArray& extraCondition = {},
                              const QByteArray& extraColumns = {});
@@ -123,6 +124,7 @@ class Emitter {
     std::vector<ResultColumn> columnsOf(const Query& query, const Scope* parent);
 
     // EmitWrite.cpp
+    QByteArray sequenceCatchUp(const Table& table, const Column& counter) const;
     void insert(const Statement& statement, Translation& result);
     void update(const Statement& statement, Translation& result);
     void remove(const Statement& statement, Translation& result);

@@ -235,6 +235,16 @@ QByteArray Emitter::orderBy(const Query& query, const SelectParts& parts, bool e
     return sql;
 }
 
+/// The order of a select of one table that names none: its key, so that a list doesn't change its
+/// order when a row was edited.
+QByteArray Emitter::naturalOrder(const SelectParts& parts) const {
+    if (parts.distinct || parts.aggregated || parts.scope.sources.size() != 1 ||
+        parts.scope.sources.front().table == nullptr)
+        return {};
+    const ScopeSource& source = parts.scope.sources.front();
+    return quoted(source.name) + '.' + keyColumn(*source.table);
+}
+
 QByteArray Emitter::query(const Query& query, const Scope* parent,
                           std::vector<ResultColumn>* columns,
                           const std::vector<const Column*>* targets) {
@@ -243,7 +253,11 @@ QByteArray Emitter::query(const Query& query, const Scope* parent,
     for (std::size_t i = 0; i < query.selects.size(); ++i) {
         SelectParts parts = select(query.selects[i], parent, targets);
         if (i == 0 && query.selects.size() == 1) {
-            sql = joined(parts, parts.list.join(", "), orderBy(query, parts, false));
+            const bool outermost = parent == nullptr && columns != nullptr && targets == nullptr;
+            const QByteArray order = query.orderBy.empty() && outermost
+                                         ? naturalOrder(parts)
+                                         : orderBy(query, parts, false);
+            sql = joined(parts, parts.list.join(", "), order);
         } else {
             QByteArray part = joined(parts, parts.list.join(", "), {});
             if (parts.top >= 0)
@@ -303,7 +317,8 @@ std::optional<DynasetPlan> Emitter::plan(const Query& query, const SelectParts& 
             joined(parts, parts.list.join(", "), orderBy(query, parts, false), {}, ", " + key);
         return plan;
     }
-    const QByteArray order = orderBy(query, parts, true);
+    const QByteArray order =
+        query.orderBy.empty() ? naturalOrder(parts) : orderBy(query, parts, true);
     const QByteArray unused = unusedParameters(joined(parts, key, order));
     plan.keysSql = joined(parts, key, order, {}, unused);
 

@@ -43,6 +43,10 @@ void Emitter::insert(const Statement& statement, Translation& result) {
         list += (list.isEmpty() ? "" : ", ") + quoted(column->name);
     }
     result.sql = "INSERT INTO " + quoted(table.name) + " (" + list + ") ";
+    if (m_postgres)
+        for (const Column* column : targets)
+            if (column->type == ColumnType::Counter)
+                result.more.push_back(sequenceCatchUp(table, *column));
 
     const auto differs = [] {
         return Error(errors::syntax, QStringLiteral("Number of query values and destination fields "
@@ -63,6 +67,14 @@ void Emitter::insert(const Statement& statement, Translation& result) {
     for (std::size_t i = 0; i < targets.size(); ++i)
         values += (i == 0 ? "" : ", ") + assigned(*statement.values[i], scope, *targets[i]);
     result.sql += "VALUES (" + values + ')';
+}
+
+/// Lets a counter go on behind the highest number, and never back: numbers are given out once.
+QByteArray Emitter::sequenceCatchUp(const Table& table, const Column& counter) const {
+    const QByteArray sequence = "pg_get_serial_sequence('" + quoted(table.name) + "', '" +
+                                counter.name.toLower().toUtf8() + "')";
+    return "SELECT setval(" + sequence + ", greatest(max(" + quoted(counter.name) + "), nextval(" +
+           sequence + ") - 1, 1)) FROM " + quoted(table.name);
 }
 
 void Emitter::update(const Statement& statement, Translation& result) {

@@ -100,7 +100,9 @@ struct Translation {
     std::vector<ResultColumn> columns;  ///< of a select
     QString table;                      ///< target of a write; first table of a select
     std::optional<DynasetPlan> dynaset; ///< where a select can be one
-    std::vector<QByteArray> more;       ///< further statements of a definition (indexes, sequences)
+    /// Statements to run behind this one, without parameters: a table's indexes; PostgreSQL's
+    /// sequence after an INSERT that gave a counter its value.
+    std::vector<QByteArray> more;
 };
 
 /// Parses the key of a normalized statement and writes it for an engine. Throws Error: syntax,
