@@ -258,6 +258,14 @@ Form* ScreenFixture::open(const QString& name) {
     return shown;
 }
 
+void ScreenFixture::showInShell(Form& made) {
+    made.load();
+    m_area->addSubWindow(&made);
+    made.show();
+    use(&made);
+    settle();
+}
+
 void ScreenFixture::use(Form* form) {
     m_form = form;
     if (!form)
@@ -411,6 +419,9 @@ void ScreenFixture::key(int key, Qt::KeyboardModifiers modifiers) {
     QWidget* focus = QApplication::focusWidget();
     QTest::keyClick(focus ? focus : &form(), Qt::Key(key), modifiers);
     settle();
+    // A mnemonic shows its button pressed for a tenth of a second before it clicks.
+    if (modifiers.testFlag(Qt::AltModifier))
+        QTest::qWait(130);
 }
 
 void ScreenFixture::paste(const QString& field, const QString& text, bool over) {

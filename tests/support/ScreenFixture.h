@@ -3,6 +3,7 @@
 #include "platform/controls/Grid.h"
 #include "platform/screen/Forms.h"
 #include "platform/screen/Seams.h"
+#include "support/Print.h"
 
 #include <gtest/gtest.h>
 
@@ -49,6 +50,8 @@ class ScreenFixture : public ::testing::Test {
     F* openAs(const QString& name) {
         return dynamic_cast<F*>(open(name));
     }
+    /// Shows a form that the test made as a document in the shell, and works on it.
+    void showInShell(screen::Form& form);
     /// Makes a form the one that the words below work on, and active.
     void use(screen::Form* form);
     screen::Form& form() const;

@@ -42,8 +42,15 @@ void GridDelegate::setEditorData(QWidget* editor, const QModelIndex& index) cons
 
 void GridDelegate::setModelData(QWidget* editor, QAbstractItemModel* model,
                                 const QModelIndex& index) const {
-    if (auto* field = dynamic_cast<Field*>(editor))
-        model->setData(index, field->text(), Qt::EditRole);
+    const auto* field = dynamic_cast<Field*>(editor);
+    if (!field)
+        return;
+    QString text = field->text();
+    // A choice is written as the list has it, however it was typed.
+    if (const auto* combo = dynamic_cast<DataCombo*>(editor);
+        combo && !combo->boundText().isEmpty())
+        text = combo->boundText();
+    model->setData(index, text, Qt::EditRole);
 }
 
 bool GridDelegate::eventFilter(QObject* object, QEvent* event) {

@@ -12,10 +12,12 @@
 #include <QComboBox>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QMainWindow>
 #include <QMdiSubWindow>
 #include <QPlainTextEdit>
 #include <QScreen>
 #include <QStackedWidget>
+#include <QTabBar>
 #include <QTabWidget>
 
 namespace screen {
@@ -30,6 +32,24 @@ QPointer<Form>& activeDocument() {
 QHash<QString, QSize>& keptSizes() {
     static QHash<QString, QSize> sizes;
     return sizes;
+}
+
+/// The window that a dialog stands over: the active one, or where none is (right after another
+/// dialog closed) the topmost dialog or main window to be seen.
+QWidget* windowBelow(const QWidget* dialog) {
+    const auto fits = [dialog](const QWidget* window) {
+        return window && window != dialog && window->isVisible();
+    };
+    if (fits(QApplication::activeWindow()))
+        return QApplication::activeWindow();
+    if (fits(QApplication::activeModalWidget()))
+        return QApplication::activeModalWidget();
+    const auto windows = QApplication::topLevelWidgets();
+    for (QWidget* window : windows) {
+        if (fits(window) && qobject_cast<QMainWindow*>(window))
+            return window;
+    }
+    return nullptr;
 }
 
 QMdiSubWindow* subWindowOf(const Form* form) {
@@ -156,7 +176,7 @@ void Form::showModal() {
     if (m_modal || !load())
         return;
     const QPointer<Form> self(this);
-    const QPointer<QWidget> below(QApplication::activeWindow());
+    const QPointer<QWidget> below(windowBelow(this));
     const QPointer<QWidget> belowFocus(QApplication::focusWidget());
     Forms::opened(this);
     m_closing = false;
@@ -351,7 +371,8 @@ void Form::focusFirst() {
     for (QWidget* next = nextInFocusChain(); next && next != this;
          next = next->nextInFocusChain()) {
         if (isAncestorOf(next) && next->isEnabledTo(this) && next->isVisibleTo(this) &&
-            (next->focusPolicy() & Qt::TabFocus) && !next->focusProxy()) {
+            (next->focusPolicy() & Qt::TabFocus) && !next->focusProxy() &&
+            !qobject_cast<QTabBar*>(next)) {
             next->setFocus(Qt::TabFocusReason);
             return;
         }
