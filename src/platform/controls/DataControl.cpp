@@ -134,6 +134,13 @@ void DataControl::setCaption(const QString& caption) {
     showPlace();
 }
 
+void DataControl::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    // Rows may have come and gone while the module edited.
+    if (event->type() == QEvent::EnabledChange && isEnabled())
+        showPlace();
+}
+
 void DataControl::showPlace() {
     const bool rows = m_recordset.isOpen() && !m_recordset.isEmpty();
     const int count = rows ? m_recordset.recordCount() : 0;

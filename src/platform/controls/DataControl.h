@@ -38,6 +38,9 @@ class DataControl : public QWidget {
 
     controls::Event<> reposition;
 
+  protected:
+    void changeEvent(QEvent* event) override;
+
   private:
     void showPlace();
     jet::Recordset m_recordset;
