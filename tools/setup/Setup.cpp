@@ -1,0 +1,181 @@
+#include "setup/Setup.h"
+
+#include "platform/jet/Translate.h"
+#include "platform/values/Text.h"
+#include "setup/SqlText.h"
+
+namespace setup {
+
+namespace {
+
+QStringList statementsOf(const std::vector<const char8_t*>& texts) {
+    QStringList statements;
+    for (const char8_t* text : texts)
+        statements += setup::statementsOf(QString::fromUtf8(text));
+    return statements;
+}
+
+bool isTable(const QString& statement) {
+    return statement.startsWith(u"CREATE TABLE", Qt::CaseInsensitive);
+}
+
+/// "CREATE INDEX name ON ..." gives name.
+QString indexName(const QString& statement) {
+    const QStringList words = statement.simplified().split(u' ');
+    const auto on = words.indexOf(QStringLiteral("ON"), 0, Qt::CaseInsensitive);
+    return on > 0 ? words[on - 1] : QString();
+}
+
+bool hasIndex(const jet::Schema& schema, const QString& name) {
+    for (const jet::Table& table : schema.tables()) {
+        for (const jet::Index& index : table.indexes) {
+            if (index.name.compare(name, Qt::CaseInsensitive) == 0)
+                return true;
+        }
+    }
+    return false;
+}
+
+/// The column's own words in a CREATE TABLE, as ALTER TABLE takes them.
+QString columnDefinition(const QString& createTable, const QString& column) {
+    const auto open = createTable.indexOf(u'(');
+    const auto close = createTable.lastIndexOf(u')');
+    int depth = 0;
+    QString piece;
+    QStringList pieces;
+    for (auto i = open + 1; i < close; ++i) {
+        const QChar c = createTable[i];
+        depth += c == u'(' ? 1 : c == u')' ? -1 : 0;
+        if (c == u',' && depth == 0) {
+            pieces += piece.trimmed();
+            piece.clear();
+        } else {
+            piece += c;
+        }
+    }
+    pieces += piece.trimmed();
+    for (const QString& definition : pieces) {
+        QString name = definition.section(u' ', 0, 0);
+        name.remove(u'[').remove(u']');
+        if (name.compare(column, Qt::CaseInsensitive) == 0)
+            return definition;
+    }
+    return {};
+}
+
+/// The text between the n-th pair of quotes of an INSERT's values.
+QString quotedValue(const QString& statement, int n) {
+    const auto values = statement.indexOf(u"VALUES", 0, Qt::CaseInsensitive);
+    return statement.mid(values).section(u'\'', 2 * n + 1, 2 * n + 1);
+}
+
+/// Delivered rows that a later program needs and an older database may lack.
+bool addIfMissing(jet::Database& database, const QString& statement, QString& what) {
+    QString probe;
+    if (statement.startsWith(u"INSERT INTO SecurityObjects", Qt::CaseInsensitive)) {
+        what = quotedValue(statement, 1);
+        probe = QStringLiteral("SELECT objectid FROM SecurityObjects WHERE securitycode='") +
+                values::quoted(what) + u'\'';
+    } else if (statement.startsWith(u"INSERT INTO Reports", Qt::CaseInsensitive)) {
+        what = quotedValue(statement, 3);
+        probe = QStringLiteral("SELECT Name FROM Reports WHERE FileName='") + values::quoted(what) +
+                u'\'';
+    } else {
+        return false;
+    }
+    if (database.hasRows(probe))
+        return false;
+    if (statement.startsWith(u"INSERT INTO SecurityObjects", Qt::CaseInsensitive)) {
+        const qint64 next =
+            database.lookup(QStringLiteral("SELECT MAX(objectid) FROM SecurityObjects")).toLong() +
+            1;
+        database.execute(
+            QStringLiteral("INSERT INTO SecurityObjects (objectid, objectname, securitycode, "
+                           "displayorder) VALUES (%1, '%2', '%3', %4)")
+                .arg(next)
+                .arg(values::quoted(quotedValue(statement, 0)), values::quoted(what))
+                .arg(next * 10));
+    } else {
+        database.execute(statement);
+    }
+    return true;
+}
+
+} // namespace
+
+QStringList statementsOf(const QString& text) {
+    QStringList statements;
+    QString statement;
+    QChar quote;
+    for (const QChar c : text) {
+        if (quote.isNull() && c == u';') {
+            if (!statement.trimmed().isEmpty())
+                statements += statement.trimmed();
+            statement.clear();
+            continue;
+        }
+        if (c == u'\'' || c == u'"')
+            quote = quote.isNull() ? c : quote == c ? QChar() : quote;
+        statement += c;
+    }
+    if (!statement.trimmed().isEmpty())
+        statements += statement.trimmed();
+    return statements;
+}
+
+QStringList definitions() { return statementsOf(tableTexts()); }
+
+void createTables(jet::Database& database) {
+    jet::Transaction transaction(database);
+    for (const QString& statement : definitions())
+        database.execute(statement);
+    transaction.commit();
+}
+
+void install(jet::Database& database) {
+    jet::Transaction transaction(database);
+    createTables(database);
+    for (const QString& statement : statementsOf(deliveredTexts()))
+        database.execute(statement);
+    transaction.commit();
+}
+
+QStringList upgrade(jet::Database& database) {
+    QStringList added;
+    jet::Transaction transaction(database);
+    for (const QString& statement : definitions()) {
+        if (!isTable(statement)) {
+            if (const QString name = indexName(statement); !hasIndex(database.schema(), name)) {
+                database.execute(statement);
+                added += QStringLiteral("index ") + name;
+            }
+            continue;
+        }
+        const jet::Table wanted = jet::tableFromDefinition(statement);
+        const jet::Table* table = database.schema().table(wanted.name);
+        if (!table) {
+            database.execute(statement);
+            added += QStringLiteral("table ") + wanted.name;
+            continue;
+        }
+        QStringList missing;
+        for (const jet::Column& column : wanted.columns) {
+            if (!table->column(column.name))
+                missing += column.name;
+        }
+        for (const QString& column : missing) {
+            database.execute(QStringLiteral("ALTER TABLE [%1] ADD COLUMN %2")
+                                 .arg(wanted.name, columnDefinition(statement, column)));
+            added += QStringLiteral("column ") + wanted.name + u'.' + column;
+        }
+    }
+    for (const QString& statement : statementsOf(deliveredTexts())) {
+        QString what;
+        if (addIfMissing(database, statement, what))
+            added += QStringLiteral("row ") + what;
+    }
+    transaction.commit();
+    return added;
+}
+
+} // namespace setup

@@ -1,0 +1,143 @@
+#include "platform/jet/Database.h"
+#include "sample/Sample.h"
+#include "setup/Setup.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QTextStream>
+
+namespace {
+
+constexpr char usage[] = R"(mirsa-setup: makes and keeps the databases of Mirsa Project Manager.
+
+  mirsa-setup new FOLDER            makes FOLDER/Mirsa.mdb with what a delivered database holds
+  mirsa-setup upgrade FOLDER        adds the tables, columns and indexes that an older database lacks
+  mirsa-setup sample FOLDER [--years N] [--jobs N]
+                                    fills the database of FOLDER with a made-up shop's last N years
+                                    (2) and about N jobs (400); the database must hold no jobs yet
+  mirsa-setup server URI FOLDER     sets up the PostgreSQL database at URI and lets FOLDER use it
+
+FOLDER is the program folder. Nothing that is there already is overwritten.
+)";
+
+/// What went wrong in the user's own request.
+struct Refusal {
+    QString text;
+};
+
+QString filePath(const QString& folder, const QString& name) { return QDir(folder).filePath(name); }
+
+std::unique_ptr<jet::Database> openFolder(const QString& folder) {
+    QFile server(filePath(folder, QStringLiteral("Mirsa.server")));
+    if (server.open(QIODevice::ReadOnly))
+        return jet::Database::openServer(QString::fromUtf8(server.readLine()).trimmed());
+    return jet::Database::openFile(filePath(folder, QStringLiteral("Mirsa.mdb")));
+}
+
+void makeNew(const QString& folder, QTextStream& out) {
+    const QString path = filePath(folder, QStringLiteral("Mirsa.mdb"));
+    if (QFile::exists(path))
+        throw Refusal{path + QStringLiteral(" is there already. Nothing was changed.")};
+    if (!QDir().mkpath(folder))
+        throw Refusal{QStringLiteral("The folder ") + folder +
+                      QStringLiteral(" can't be made.")};
+    // Under another name until it is whole: a broken-off run leaves no half database behind.
+    const QString unfinished = path + QStringLiteral(".new");
+    QFile::remove(unfinished);
+    {
+        const auto database = jet::Database::createFile(unfinished);
+        setup::install(*database);
+    }
+    if (!QFile::rename(unfinished, path))
+        throw Refusal{path + QStringLiteral(" can't be written.")};
+    out << path << " is ready. Sign in as Admin with the password Bolts.\n";
+}
+
+void upgrade(const QString& folder, QTextStream& out) {
+    const auto database = openFolder(folder);
+    const QStringList added = setup::upgrade(*database);
+    if (added.isEmpty())
+        out << "Nothing was missing.\n";
+    for (const QString& line : added)
+        out << "Added " << line << '\n';
+}
+
+void fillSample(const QString& folder, const sample::Options& options, QTextStream& out) {
+    const auto database = openFolder(folder);
+    if (database->hasRows(QStringLiteral("SELECT TOP 1 JobNo FROM Job")))
+        throw Refusal{
+            QStringLiteral("This database holds jobs already. The sample shop goes into a new one.")};
+    QElapsedTimer timer;
+    timer.start();
+    sample::fill(*database, options);
+    out << "The sample shop is filled: "
+        << database->lookup(QStringLiteral("SELECT COUNT(*) FROM Job")).toText() << " jobs, "
+        << database->lookup(QStringLiteral("SELECT COUNT(*) FROM Estimate")).toText()
+        << " estimates, "
+        << database->lookup(QStringLiteral("SELECT COUNT(*) FROM Timelog")).toText()
+        << " time records, in " << timer.elapsed() / 1000 << " s.\n";
+}
+
+void setUpServer(const QString& uri, const QString& folder, QTextStream& out) {
+    const QString marker = filePath(folder, QStringLiteral("Mirsa.server"));
+    if (QFile::exists(marker))
+        throw Refusal{marker + QStringLiteral(" is there already. Nothing was changed.")};
+    const auto database = jet::Database::openServer(uri);
+    if (database->schema().table(u"Job")) {
+        out << "The database on the server is set up already; nothing was added to it.\n";
+    } else {
+        setup::install(*database);
+        out << "The database on the server is set up.\n";
+    }
+    QFile file(marker);
+    if (!QDir().mkpath(folder) || !file.open(QIODevice::WriteOnly) ||
+        file.write(uri.toUtf8() + '\n') < 0)
+        throw Refusal{marker + QStringLiteral(" can't be written.")};
+    out << folder << " now uses it.\n";
+}
+
+int number(const QStringList& words, const QString& name, int fallback) {
+    const auto at = words.indexOf(name);
+    if (at < 0)
+        return fallback;
+    bool ok = false;
+    const int value = at + 1 < words.size() ? words[at + 1].toInt(&ok) : 0;
+    if (!ok || value < 1)
+        throw Refusal{name + QStringLiteral(" takes a number above 0.")};
+    return value;
+}
+
+} // namespace
+
+int main(int argc, char* argv[]) {
+    const QCoreApplication application(argc, argv);
+    QTextStream out(stdout), err(stderr);
+    const QStringList words = application.arguments().mid(1);
+    const QString command = words.value(0);
+    try {
+        if (command == u"new" && words.size() == 2) {
+            makeNew(words[1], out);
+        } else if (command == u"upgrade" && words.size() == 2) {
+            upgrade(words[1], out);
+        } else if (command == u"sample" && words.size() >= 2) {
+            sample::Options options;
+            options.years = number(words, QStringLiteral("--years"), options.years);
+            options.jobs = number(words, QStringLiteral("--jobs"), options.jobs);
+            fillSample(words[1], options, out);
+        } else if (command == u"server" && words.size() == 3) {
+            setUpServer(words[1], words[2], out);
+        } else if (command == u"--help" || command == u"-h" || command == u"help") {
+            out << usage;
+        } else {
+            err << usage;
+            return 2;
+        }
+    } catch (const Refusal& refusal) {
+        err << "mirsa-setup: " << refusal.text << '\n';
+        return 1;
+    } catch (const jet::Error& error) {
+        err << "mirsa-setup: " << error.text() << '\n';
+        return 1;
+    }
+    return 0;
+}
