@@ -14,9 +14,9 @@ struct Options {
 };
 
 /// Fills a database that holds the delivered rows only with a made-up shop: masters, operations,
-/// estimates, jobs with their floor hours, purchasing, inventory. Deterministic: the same options give
-/// the same rows. Awkward cases are in it: late and shipped jobs, partial receipts, open sign-ins,
-/// apostrophes and accents in names, gaps in the numbers.
+/// estimates, jobs with their floor hours, purchasing, inventory. Deterministic: the same options
+/// give the same rows. Awkward cases are in it: late and shipped jobs, partial receipts, open
+/// sign-ins, apostrophes and accents in names, gaps in the numbers.
 void fill(jet::Database& database, const Options& options = {});
 
 } // namespace sample

@@ -21,9 +21,9 @@ bool isTable(const QString& statement) {
 
 /// "CREATE INDEX name ON ..." gives name.
 QString indexName(const QString& statement) {
-    const QStringList words = statement.simplified().split(u' ');
-    const auto on = words.indexOf(QStringLiteral("ON"), 0, Qt::CaseInsensitive);
-    return on > 0 ? words[on - 1] : QString();
+    const QString words = statement.simplified();
+    return words.section(QStringLiteral(" ON "), 0, 0, QString::SectionCaseInsensitiveSeps)
+        .section(u' ', -1);
 }
 
 bool hasIndex(const jet::Schema& schema, const QString& name) {
@@ -123,7 +123,9 @@ QStringList statementsOf(const QString& text) {
     return statements;
 }
 
-QStringList definitions() { return statementsOf(tableTexts()); }
+QStringList definitions() {
+    return statementsOf(tableTexts());
+}
 
 void createTables(jet::Database& database) {
     jet::Transaction transaction(database);

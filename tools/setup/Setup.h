@@ -13,8 +13,8 @@ QStringList statementsOf(const QString& text);
 /// All statements that make the tables and indexes, in order.
 QStringList definitions();
 
-/// Makes all tables and indexes in an empty database and fills in the rows of a delivered one, in one
-/// transaction.
+/// Makes all tables and indexes in an empty database and fills in the rows of a delivered one, in
+/// one transaction.
 void install(jet::Database& database);
 
 /// Only the tables and indexes.

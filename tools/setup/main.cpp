@@ -25,7 +25,9 @@ struct Refusal {
     QString text;
 };
 
-QString filePath(const QString& folder, const QString& name) { return QDir(folder).filePath(name); }
+QString filePath(const QString& folder, const QString& name) {
+    return QDir(folder).filePath(name);
+}
 
 std::unique_ptr<jet::Database> openFolder(const QString& folder) {
     QFile server(filePath(folder, QStringLiteral("Mirsa.server")));
@@ -39,8 +41,7 @@ void makeNew(const QString& folder, QTextStream& out) {
     if (QFile::exists(path))
         throw Refusal{path + QStringLiteral(" is there already. Nothing was changed.")};
     if (!QDir().mkpath(folder))
-        throw Refusal{QStringLiteral("The folder ") + folder +
-                      QStringLiteral(" can't be made.")};
+        throw Refusal{QStringLiteral("The folder ") + folder + QStringLiteral(" can't be made.")};
     // Under another name until it is whole: a broken-off run leaves no half database behind.
     const QString unfinished = path + QStringLiteral(".new");
     QFile::remove(unfinished);
@@ -65,8 +66,8 @@ void upgrade(const QString& folder, QTextStream& out) {
 void fillSample(const QString& folder, const sample::Options& options, QTextStream& out) {
     const auto database = openFolder(folder);
     if (database->hasRows(QStringLiteral("SELECT TOP 1 JobNo FROM Job")))
-        throw Refusal{
-            QStringLiteral("This database holds jobs already. The sample shop goes into a new one.")};
+        throw Refusal{QStringLiteral(
+            "This database holds jobs already. The sample shop goes into a new one.")};
     QElapsedTimer timer;
     timer.start();
     sample::fill(*database, options);

@@ -1,0 +1,36 @@
+#include "sample/Sample.h"
+
+#include "platform/values/Clock.h"
+#include "sample/Shop.h"
+
+namespace sample {
+
+void fill(jet::Database& database, const Options& options) {
+    const QDate today = options.today.isValid() ? options.today : values::today();
+    Shop shop{database,
+              options,
+              today,
+              today.addYears(-options.years),
+              Random(20260101),
+              {},
+              {},
+              {},
+              {},
+              {},
+              {},
+              {},
+              {},
+              {},
+              {},
+              {}};
+    jet::Transaction transaction(database);
+    makeCatalogue(shop);
+    makeMasters(shop);
+    makeWork(shop);
+    makePurchasing(shop);
+    makeInventory(shop);
+    makeUsers(shop);
+    transaction.commit();
+}
+
+} // namespace sample
