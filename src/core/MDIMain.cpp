@@ -5,6 +5,7 @@
 #include "core/Login.h"
 #include "core/MirsaMain.h"
 #include "core/RecordScreen.h"
+#include "core/Spelling.h"
 #include "core/ToolIcons.h"
 #include "platform/screen/Forms.h"
 #include "platform/screen/Layout.h"
@@ -236,6 +237,8 @@ void MDIMain::performHandler(const QString& name) {
         startAutoMirsa();
     else if (is(u"mnuFileBarcode"))
         startTimeTracking();
+    else if (is(u"mnuSpellCheck"))
+        checkSpelling(m_lastControl);
     else if (is(u"mnuArrange"))
         arrangeIcons();
     else if (is(u"mnuCascade"))

@@ -116,7 +116,7 @@ const std::vector<MenuEntry>& mainMenu() {
         menu("mnuOptionsReports", "&Reports",
              {dialog("mnuOptionsReportsConfigure", "&Configure Reports", "frmConfigReports"),
               dialog("mnuCreports", "C&ommon Reports", "frmCreports")}),
-        menu("mnuTools", "&Tools", {dialog("mnuSpellCheck", "&Spelling...", "frmSpelling")}),
+        menu("mnuTools", "&Tools", {handler("mnuSpellCheck", "&Spelling...")}),
         menu("mnuWindow", "&Window",
              {handler("mnuArrange", "Arrange Icons"), handler("mnuCascade", "Cascade")}),
         menu("mnuHelp", "Hel&p",

@@ -181,7 +181,7 @@ void Form::showModal() {
     Forms::opened(this);
     m_closing = false;
     setWindowFlags(Qt::Dialog | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
-                   Qt::WindowCloseButtonHint);
+                   Qt::WindowCloseButtonHint | (windowFlags() & Qt::FramelessWindowHint));
     setWindowModality(Qt::ApplicationModal);
     setAttribute(Qt::WA_QuitOnClose, false);
     restoreSize();

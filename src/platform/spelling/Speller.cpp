@@ -1,0 +1,131 @@
+#include "platform/spelling/Speller.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QLocale>
+
+#include <hunspell/hunspell.hxx>
+
+namespace spelling {
+
+namespace {
+
+bool isInside(QChar character) {
+    return character == QLatin1Char('\'') || character == QChar(0x2019);
+}
+
+QStringList dictionaryFolders() {
+    QStringList folders{QCoreApplication::applicationDirPath() + QStringLiteral("/dictionaries")};
+#ifndef Q_OS_WIN
+    folders << QStringLiteral("/usr/share/hunspell") << QStringLiteral("/usr/share/myspell/dicts")
+            << QStringLiteral("/usr/local/share/hunspell");
+#endif
+    return folders;
+}
+
+} // namespace
+
+std::vector<Word> words(const QString& text) {
+    std::vector<Word> found;
+    const int end = static_cast<int>(text.size());
+    for (int i = 0; i < end;) {
+        if (!text[i].isLetterOrNumber()) {
+            ++i;
+            continue;
+        }
+        const int start = i;
+        bool digits = false;
+        while (i < end && (text[i].isLetterOrNumber() || text[i].isMark() ||
+                           (isInside(text[i]) && i + 1 < end && text[i + 1].isLetter()))) {
+            digits |= text[i].isDigit();
+            ++i;
+        }
+        if (!digits && i - start > 1)
+            found.push_back({start, i - start});
+    }
+    return found;
+}
+
+std::unique_ptr<Speller> Speller::open(const QString& ownWords) {
+    const QStringList names{QLocale::system().name(), QStringLiteral("en_US"),
+                            QStringLiteral("en_GB")};
+    for (const QString& name : names) {
+        const QStringList folders = dictionaryFolders();
+        for (const QString& folder : folders) {
+            if (auto speller = openDictionary(folder + QLatin1Char('/') + name, ownWords))
+                return speller;
+        }
+    }
+    return nullptr;
+}
+
+std::unique_ptr<Speller> Speller::openDictionary(const QString& base, const QString& ownWords) {
+    if (!QFile::exists(base + QStringLiteral(".aff")) ||
+        !QFile::exists(base + QStringLiteral(".dic")))
+        return nullptr;
+    return std::unique_ptr<Speller>(new Speller(base, ownWords));
+}
+
+Speller::Speller(const QString& base, const QString& ownWords)
+    : m_hunspell(
+          std::make_unique<Hunspell>(QFile::encodeName(base + QStringLiteral(".aff")).constData(),
+                                     QFile::encodeName(base + QStringLiteral(".dic")).constData())),
+      m_ownWords(ownWords) {
+    m_utf8 = QString::fromStdString(m_hunspell->get_dict_encoding())
+                 .contains(QStringLiteral("UTF"), Qt::CaseInsensitive);
+    QFile own(m_ownWords);
+    if (own.open(QIODevice::ReadOnly | QIODevice::Text)) {
+        const auto lines = QString::fromUtf8(own.readAll()).split(QLatin1Char('\n'));
+        for (const QString& line : lines) {
+            if (!line.trimmed().isEmpty())
+                m_right.insert(line.trimmed().toCaseFolded());
+        }
+    }
+}
+
+Speller::~Speller() = default;
+
+std::string Speller::encoded(const QString& word) const {
+    QString plain = word;
+    plain.replace(QChar(0x2019), QLatin1Char('\''));
+    const QByteArray bytes = m_utf8 ? plain.toUtf8() : plain.toLatin1();
+    return bytes.toStdString();
+}
+
+QString Speller::decoded(const std::string& word) const {
+    const auto size = static_cast<qsizetype>(word.size());
+    return m_utf8 ? QString::fromUtf8(word.data(), size) : QString::fromLatin1(word.data(), size);
+}
+
+bool Speller::isRight(const QString& word) const {
+    return m_right.count(word.toCaseFolded()) > 0 || m_hunspell->spell(encoded(word));
+}
+
+QStringList Speller::suggestions(const QString& word) const {
+    QStringList result;
+    for (const std::string& suggestion : m_hunspell->suggest(encoded(word)))
+        result << decoded(suggestion);
+    return result;
+}
+
+void Speller::ignore(const QString& word) {
+    m_right.insert(word.toCaseFolded());
+}
+
+bool Speller::add(const QString& word) {
+    ignore(word);
+    QFile own(m_ownWords);
+    return own.open(QIODevice::Append | QIODevice::Text) &&
+           own.write(word.toUtf8() + '\n') == word.toUtf8().size() + 1;
+}
+
+Word Speller::firstWrong(const QString& text, int from) const {
+    for (const Word& word : words(text)) {
+        if (word.start >= from && !isRight(text.mid(word.start, word.length)))
+            return word;
+    }
+    return {};
+}
+
+} // namespace spelling
