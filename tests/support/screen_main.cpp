@@ -1,6 +1,7 @@
+#include "platform/screen/Application.h"
+
 #include <gtest/gtest.h>
 
-#include <QApplication>
 #include <QFile>
 #include <QFont>
 #include <QStyleFactory>
@@ -35,7 +36,7 @@ int main(int argc, char** argv) {
     if (qgetenv("XDG_RUNTIME_DIR").isEmpty())
         qputenv("XDG_RUNTIME_DIR", folder.path().toUtf8());
 
-    QApplication application(argc, argv);
+    const screen::Application application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     QApplication::setFont(QFont(QStringLiteral("DejaVu Sans"), 9));

@@ -164,7 +164,7 @@ void DataCombo::takeTyped() {
 
 void DataCombo::focusInEvent(QFocusEvent* event) {
     QComboBox::focusInEvent(event);
-    if (isPassing(event))
+    if (isPassing(this, event))
         return;
     if (event->reason() != Qt::MouseFocusReason)
         lineEdit()->selectAll();
@@ -173,7 +173,7 @@ void DataCombo::focusInEvent(QFocusEvent* event) {
 
 void DataCombo::focusOutEvent(QFocusEvent* event) {
     QComboBox::focusOutEvent(event);
-    if (isPassing(event))
+    if (isPassing(this, event))
         return;
     takeTyped();
     left();
@@ -255,13 +255,13 @@ void ListCombo::setLocked(bool locked) {
 
 void ListCombo::focusInEvent(QFocusEvent* event) {
     QComboBox::focusInEvent(event);
-    if (!isPassing(event))
+    if (!isPassing(this, event))
         entered();
 }
 
 void ListCombo::focusOutEvent(QFocusEvent* event) {
     QComboBox::focusOutEvent(event);
-    if (!isPassing(event))
+    if (!isPassing(this, event))
         left();
 }
 

@@ -130,7 +130,7 @@ void DateField::tellChange() {
 
 void DateField::focusInEvent(QFocusEvent* event) {
     QLineEdit::focusInEvent(event);
-    if (isPassing(event))
+    if (isPassing(this, event))
         return;
     m_editing = true;
     m_atEntry = m_date;
@@ -144,7 +144,7 @@ void DateField::focusInEvent(QFocusEvent* event) {
 
 void DateField::focusOutEvent(QFocusEvent* event) {
     QLineEdit::focusOutEvent(event);
-    if (isPassing(event))
+    if (isPassing(this, event))
         return;
     m_editing = false;
     if (isValid())

@@ -3,14 +3,22 @@
 #include <QFocusEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QMdiSubWindow>
 
 #include <algorithm>
 
 namespace controls {
 
-bool isPassing(const QFocusEvent* event) {
-    return event->reason() == Qt::PopupFocusReason ||
-           event->reason() == Qt::ActiveWindowFocusReason;
+bool isPassing(const QWidget* field, const QFocusEvent* event) {
+    if (event->reason() == Qt::PopupFocusReason || event->reason() == Qt::ActiveWindowFocusReason)
+        return true;
+    for (const QWidget* above = field; above; above = above->parentWidget()) {
+        const bool isForm = above->isWindow() || qobject_cast<const QMdiSubWindow*>(above) ||
+                            qobject_cast<const QMdiSubWindow*>(above->parentWidget());
+        if (isForm && above->isHidden())
+            return true;
+    }
+    return false;
 }
 
 QChar typedCharacter(const QKeyEvent* event) {

@@ -7,6 +7,7 @@
 class QFocusEvent;
 class QKeyEvent;
 class QLineEdit;
+class QWidget;
 
 namespace controls {
 
@@ -35,9 +36,9 @@ class EntryRule : public QValidator {
     bool m_program = false;
 };
 
-/// Whether the focus goes (or comes back) only for a menu or for another window on top: nobody left
-/// the field then.
-bool isPassing(const QFocusEvent* event);
+/// Whether the focus goes (or comes back) only for a menu or for another window on top, or because
+/// the whole form is put away: nobody left the field then.
+bool isPassing(const QWidget* field, const QFocusEvent* event);
 
 /// The character that a key event types; null if it types none.
 QChar typedCharacter(const QKeyEvent* event);

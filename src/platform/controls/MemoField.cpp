@@ -70,13 +70,13 @@ void MemoField::cutToLimit() {
 
 void MemoField::focusInEvent(QFocusEvent* event) {
     QPlainTextEdit::focusInEvent(event);
-    if (!isPassing(event))
+    if (!isPassing(this, event))
         entered();
 }
 
 void MemoField::focusOutEvent(QFocusEvent* event) {
     QPlainTextEdit::focusOutEvent(event);
-    if (!isPassing(event))
+    if (!isPassing(this, event))
         left();
 }
 

@@ -67,7 +67,7 @@ void TextField::reformat() {
 
 void TextField::focusInEvent(QFocusEvent* event) {
     QLineEdit::focusInEvent(event);
-    if (isPassing(event))
+    if (isPassing(this, event))
         return;
     if (m_selectOnEntry && event->reason() != Qt::MouseFocusReason)
         selectAll();
@@ -76,7 +76,7 @@ void TextField::focusInEvent(QFocusEvent* event) {
 
 void TextField::focusOutEvent(QFocusEvent* event) {
     QLineEdit::focusOutEvent(event);
-    if (isPassing(event))
+    if (isPassing(this, event))
         return;
     if (!isReadOnly())
         reformat();

@@ -6,6 +6,7 @@
 #include "platform/screen/Seams.h"
 #include "platform/screen/Suspension.h"
 
+#include <QAbstractItemView>
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
@@ -50,6 +51,20 @@ QWidget* windowBelow(const QWidget* dialog) {
             return window;
     }
     return nullptr;
+}
+
+/// Takes what is being typed into a cell of a grid below the form.
+void commitCell(const Form* form) {
+    const QWidget* focus = QApplication::focusWidget();
+    if (!focus || !form->isAncestorOf(focus))
+        return;
+    for (QWidget* above = focus->parentWidget(); above && above != form;
+         above = above->parentWidget()) {
+        if (auto* view = qobject_cast<QAbstractItemView*>(above)) {
+            view->setFocus(Qt::OtherFocusReason);
+            return;
+        }
+    }
 }
 
 QMdiSubWindow* subWindowOf(const Form* form) {
@@ -110,6 +125,7 @@ bool Form::unload() {
     if (m_closing)
         return true;
     if (m_loaded) {
+        commitCell(this);
         bool leaves = false;
         if (!guarded([&] { leaves = Form_QueryUnload(); }) || !leaves)
             return false;
@@ -163,6 +179,7 @@ void Form::closeEvent(QCloseEvent* event) {
         return;
     }
     bool leaves = !m_loaded;
+    commitCell(this);
     if (m_loaded && !guarded([&] { leaves = Form_QueryUnload(); }))
         leaves = false;
     event->setAccepted(leaves || m_closing);
@@ -366,7 +383,8 @@ void Form::hideEvent(QHideEvent* event) {
 }
 
 void Form::focusFirst() {
-    if (focusWidget())
+    // Qt itself stops at the tabs; people begin in the first field.
+    if (focusWidget() && !qobject_cast<QTabBar*>(focusWidget()))
         return;
     for (QWidget* next = nextInFocusChain(); next && next != this;
          next = next->nextInFocusChain()) {

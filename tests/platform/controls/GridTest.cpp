@@ -60,6 +60,19 @@ TEST_F(GridTest, EditsByKeyThroughFilterAndLimitAndTellsAfterwards) {
     EXPECT_EQ(grid->text(1, 3), u"PAIR"_qs);
 }
 
+TEST_F(GridTest, WhatIsBeingTypedCountsWhenTheFormIsClosedOrLeft) {
+    clickCell(u"sprLines"_qs, 0, 1);
+    typeOn(u"Lathe"_qs);
+    go(u"txtNext"_qs);
+    EXPECT_EQ(grid->text(0, 1), u"Lathe"_qs);
+    clickCell(u"sprLines"_qs, 1, 1);
+    typeOn(u"Press"_qs);
+    QString atEnd;
+    grid->cellChanged.connect([&](int row, int column) { atEnd = grid->text(row, column); });
+    form().unload();
+    EXPECT_EQ(atEnd, u"Press"_qs);
+}
+
 TEST_F(GridTest, LockedCellsAndLockedGridsTakeNothing) {
     grid->setCellLocked(0, 1, true);
     grid->setCellLocked(0, 0, false);

@@ -10,6 +10,7 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QTabWidget>
+#include <QTimer>
 
 using namespace screen;
 
@@ -104,6 +105,7 @@ class FormTest : public testsupport::ScreenFixture {
 TEST_F(FormTest, OpensOnceComesForwardAndIsKnownByName) {
     auto* one = open(u"frmOne"_qs);
     EXPECT_EQ(log(), u"frmOne load, frmOne activate"_qs);
+    EXPECT_EQ(focusName(), u"txtRate"_qs);
     auto* two = open(u"FRMTWO"_qs);
     EXPECT_EQ(Forms::active(), two);
     EXPECT_EQ(log(), u"frmTwo load, frmTwo activate"_qs);
@@ -180,12 +182,16 @@ TEST_F(FormTest, ADialogTakesItsArgumentsAndKeepsItsFieldsAfterwards) {
         auto dialog = Forms::dialog<Numbered>(u"frmAsk"_qs);
         EXPECT_TRUE(Forms::isLoaded(u"frmask"_qs));
         dialog->setNumber(7);
+        int left = 0;
+        dialog.form().control<controls::TextField>(u"txtRate"_qs)->left.connect([&] { ++left; });
         whenShown(u"frmAsk"_qs, [this] {
             EXPECT_EQ(focusName(), u"txtRate"_qs);
             type(u"txtRate"_qs, u"5"_qs);
             key(Qt::Key_Escape);
         });
         dialog.form().showModal();
+        // Cancelling is no leaving: nothing is checked or reformatted then.
+        EXPECT_EQ(left, 0);
         EXPECT_EQ(dialog.form().control<controls::TextField>(u"txtRate"_qs)->text(), u"5"_qs);
         whenShown(u"frmAsk"_qs, [this] { form().close(); });
         dialog.form().showModal();
@@ -261,6 +267,12 @@ TEST_F(FormTest, WhatAHandlerThrowsNeverCrossesALoop) {
     expectRunTimeError(1000);
     press(u"cmdSave"_qs);
     EXPECT_EQ(depth, 1);
+}
+
+TEST_F(FormTest, WhatATimerThrowsIsARunTimeErrorToo) {
+    expectRunTimeError(3260);
+    QTimer::singleShot(0, qApp, [] { throw jet::Error(3260, u"Locked."_qs); });
+    settle();
 }
 
 TEST_F(FormTest, BusyPointersStepAsideForDialogsAndBoxes) {
