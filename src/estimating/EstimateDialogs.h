@@ -32,4 +32,13 @@ class FixedCostItemDialog {
     virtual bool ShowForm(qint64 itemNo) = 0;
 };
 
+/// What "frmDefNew" offers.
+class DefaultSetEditor {
+  public:
+    virtual ~DefaultSetEditor() = default;
+    /// Makes a set (`setNo` 0) or changes one; the number of the set saved, 0 if the user
+    /// cancelled.
+    virtual qint64 ShowForm(qint64 setNo) = 0;
+};
+
 } // namespace estimating

@@ -1,6 +1,8 @@
 #include "estimating/Screens.h"
 
 #include "estimating/Catalogue.h"
+#include "estimating/frmDefNew.h"
+#include "estimating/frmDefSet.h"
 #include "estimating/frmEstFind.h"
 #include "estimating/frmEstFound.h"
 #include "estimating/frmEstNew.h"
@@ -20,6 +22,8 @@ void registerScreens() {
     Forms::add<frmEstNew>();
     Forms::add<frmEstFind>();
     Forms::add<frmEstFound>();
+    Forms::add<frmDefSet>();
+    Forms::add<frmDefNew>();
     Forms::add<frmMiscItems>();
     Forms::add<frmMIAddEdit>();
 }
