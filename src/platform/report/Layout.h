@@ -1,0 +1,22 @@
+#pragma once
+
+#include "platform/report/Document.h"
+#include "platform/report/RowSource.h"
+
+#include <functional>
+#include <memory>
+
+namespace report {
+
+/// Called with the number of pages made so far, now and then; false breaks off.
+using Progress = std::function<bool(int pages)>;
+
+/// Runs the report's queries, restricted by the selection formula, and lays out its pages. Throws
+/// ReportError with the engine's code.
+std::unique_ptr<Document> layOut(const ReportFile& file, RowSource& source, const QString& formula,
+                                 const Progress& progress = {});
+
+/// The select of the report's own rows with the condition of the formula in its place.
+QString reportSql(const Query& query, const RowSource& source, const QString& formula);
+
+} // namespace report

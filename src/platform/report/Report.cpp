@@ -1,0 +1,50 @@
+#include "platform/report/Report.h"
+
+#include "platform/report/PreviewWindow.h"
+#include "platform/report/ProgressBox.h"
+#include "platform/report/ReportError.h"
+
+namespace report {
+
+namespace {
+
+Previewer& previewerInForce() {
+    static Previewer previewer;
+    return previewer;
+}
+
+} // namespace
+
+void setPreviewer(Previewer previewer) {
+    previewerInForce() = std::move(previewer);
+}
+
+int Report::printReport() {
+    m_errorDetail.clear();
+    try {
+        const ReportFile file = readReportFile(reportFileName);
+        ProgressBox progress(QStringLiteral("Preparing the report: page %1 ..."), windowTitle,
+                             parentWindow);
+        std::shared_ptr<const Document> document = layOut(
+            file, m_source, selectionFormula, [&](int pages) { return progress.goOn(pages); });
+        progress.close();
+        const WindowPlacing placing{windowTitle.isEmpty() ? file.title : windowTitle,
+                                    windowLeft,
+                                    windowTop,
+                                    windowWidth,
+                                    windowHeight,
+                                    parentWindow};
+        if (const auto& previewer = previewerInForce())
+            previewer(document, placing);
+        else
+            PreviewWindow::open(document, placing);
+        return 0;
+    } catch (const ReportError& error) {
+        m_errorDetail = error.detail();
+        if (error.code() != codes::cancelled)
+            qWarning("%s", qUtf8Printable(m_errorDetail));
+        return error.code();
+    }
+}
+
+} // namespace report
