@@ -202,9 +202,11 @@ QByteArray Emitter::value(const Expression& expression, const Scope& scope, Type
 
 QByteArray Emitter::bracketed(const Expression& expression, const Scope& scope, Type target) {
     const QByteArray sql = value(expression, scope, target);
-    const bool plain = expression.is(Node::Column) || expression.is(Node::Literal) ||
-                       expression.is(Node::Scalar) || expression.is(Node::Null) ||
-                       expression.is(Node::Boolean);
+    const bool plain =
+        expression.is(Node::Column) || expression.is(Node::Literal) ||
+        expression.is(Node::Scalar) || expression.is(Node::Null) || expression.is(Node::Boolean) ||
+        (expression.is(Node::Call) && (isAggregate(expression.name) || expression.name == u"now" ||
+                                       expression.name == u"date" || expression.name == u"time"));
     return plain && m_criteriaColumns == nullptr ? sql : '(' + sql + ')';
 }
 
@@ -274,7 +276,7 @@ QByteArray Emitter::arithmetic(const Expression& expression, const Scope& scope)
         const QByteArray a = bracketed(left, scope), b = bracketed(right, scope);
         if (m_postgres)
             return "extract(epoch from " + a + " - " + b + ")::double precision / 86400";
-        return "julianday(" + a + ") - julianday(" + b + ')';
+        return "(strftime('%s', " + a + ") - strftime('%s', " + b + ")) / 86400.0";
     }
     if ((expression.op == Operator::Add || expression.op == Operator::Subtract) &&
         (leftDate || rightDate)) {

@@ -138,6 +138,8 @@ SelectParts Emitter::select(const Select& select, const Scope* parent,
         if (!parts.groupBy.isEmpty())
             parts.groupBy += ", ";
         parts.groupBy += value(*group, parts.scope);
+        if (!m_postgres && !group->is(Node::Column) && isText(typeOf(*group, parts.scope)))
+            parts.groupBy += " COLLATE NOCASE";
     }
     if (select.having)
         parts.having = condition(*select.having, parts.scope);
@@ -208,7 +210,7 @@ QByteArray Emitter::orderBy(const Query& query, const SelectParts& parts, bool e
                     place = static_cast<int>(i);
                 }
             }
-            if (resolved)
+            if (resolved && !compound)
                 nullable =
                     resolved.column->nullable || resolved.source != &parts.scope.sources.front();
         }
@@ -254,12 +256,13 @@ QByteArray Emitter::query(const Query& query, const Scope* parent,
         SelectParts parts = select(query.selects[i], parent, targets);
         if (i == 0 && query.selects.size() == 1) {
             const bool outermost = parent == nullptr && columns != nullptr && targets == nullptr;
-            const QByteArray order = query.orderBy.empty() && outermost
+            const QByteArray order = query.orderBy.empty() && (outermost || parts.top >= 0)
                                          ? naturalOrder(parts)
                                          : orderBy(query, parts, false);
             sql = joined(parts, parts.list.join(", "), order);
         } else {
-            QByteArray part = joined(parts, parts.list.join(", "), {});
+            QByteArray part = joined(parts, parts.list.join(", "),
+                                     parts.top >= 0 ? naturalOrder(parts) : QByteArray());
             if (parts.top >= 0)
                 part = "SELECT * FROM (" + part + ") AS part" +
                        QByteArray::number(static_cast<int>(i));

@@ -86,6 +86,13 @@ class Normalizer {
         m_at = end;
     }
 
+    /// What a message shows of a statement that ends within a text: its condition.
+    QStringView currentExpression() const {
+        const QStringView whole(m_begin, m_end);
+        const qsizetype where = whole.indexOf(QStringView(u" where "), 0, Qt::CaseInsensitive);
+        return where < 0 ? whole : whole.mid(where + 7);
+    }
+
     /// Writes the placeholder of a literal, or says that it mustn't be lifted.
     bool lifted(char16_t kind) {
         if (m_inBy)
@@ -181,7 +188,7 @@ class Normalizer {
             if (m_at >= m_end)
                 throw Error(errors::syntax,
                             QStringLiteral("Syntax error in string in query expression '%1'.")
-                                .arg(QStringView(start, m_end)));
+                                .arg(currentExpression()));
             if (*m_at == quote) {
                 if (m_at + 1 >= m_end || m_at[1] != quote)
                     break;

@@ -1,0 +1,183 @@
+#include "platform/jet/StatementEngines.h"
+
+#include <QDir>
+#include <QFile>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <iostream>
+
+/// Every statement that the system uses, run on both engines over one small shop: they must return
+/// the same rows and leave the same tables.
+
+namespace jet {
+namespace {
+
+QString textOfFile(const QString& path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        throw std::runtime_error(("cannot read " + path).toStdString());
+    return QString::fromUtf8(file.readAll());
+}
+
+QString testFile(const char* name) {
+    return QStringLiteral(MIRSA_SOURCE_DIR "/tests/platform/jet/") + QLatin1String(name);
+}
+
+QStringList definitions() {
+    QStringList result;
+    const QDir sources(QStringLiteral(MIRSA_SOURCE_DIR "/src"));
+    for (const QString& folder : sources.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+        const QString path = sources.filePath(folder + QStringLiteral("/tables.sql"));
+        if (QFile::exists(path))
+            for (const QString& statement : textOfFile(path).split(u';'))
+                if (!statement.trimmed().isEmpty())
+                    result << statement.trimmed();
+    }
+    return result;
+}
+
+/// The rows of the table a write goes to, without new counters.
+Rows tableRows(Engine& engine, const Schema& schema, const QString& name) {
+    QStringList columns;
+    for (const Column& column : schema.table(name)->columns)
+        if (column.type != ColumnType::Counter)
+            columns << u'[' + column.name + u']';
+    Rows rows =
+        engine.run(QStringLiteral("SELECT %1 FROM [%2]").arg(columns.join(u','), name), schema);
+    std::sort(rows.begin(), rows.end());
+    return rows;
+}
+
+struct Outcome {
+    Rows rows, after;
+    StatementKind kind = StatementKind::Select;
+};
+
+/// The first row that a criterion finds, by the database or, for a select without keys, among the
+/// rows that were read. Where both ways are open they must agree.
+Rows found(Engine& engine, const Schema& schema, const QString& recordset, const QString& text) {
+    const Normalized select = normalize(recordset), criteria = normalize(text);
+    const Translation whole = translate(select, schema, engine.dialect());
+    const Criteria criterion(criteria);
+    Rows tested;
+    for (const Row& row : engine.run(whole.sql, whole.parameters, select, whole.columns)) {
+        const auto field = [&](const QString& name) {
+            for (std::size_t i = 0; i < whole.columns.size(); ++i) {
+                if (whole.columns[i].name.compare(name, Qt::CaseInsensitive) != 0)
+                    continue;
+                const QString& text = row[static_cast<qsizetype>(i)];
+                const bool isText = whole.columns[i].type == ColumnType::Text;
+                return text == u"Null" ? Value() : isText ? Value(text) : Value(text.toDouble());
+            }
+            throw Error(errors::itemNotFound, name);
+        };
+        if (criterion.matches(field))
+            tested.push_back(row);
+    }
+    if (!whole.dynaset)
+        return tested;
+    const Translation find = translateFind(select, criteria, schema, engine.dialect());
+    Normalized both = select;
+    both.literals.insert(both.literals.end(), criteria.literals.begin(), criteria.literals.end());
+    const Rows keys = engine.run(find.sql, find.parameters, both, find.columns);
+    EXPECT_EQ(keys.size(), tested.size()) << text.toStdString();
+    return keys;
+}
+
+Outcome outcome(Engine& engine, const Schema& schema, const QString& text,
+                const QString& recordset) {
+    Outcome result;
+    engine.plain("BEGIN");
+    if (!recordset.isEmpty()) {
+        result.rows = found(engine, schema, recordset, text);
+    } else {
+        const Normalized statement = normalize(text);
+        const Translation translation = translate(statement, schema, engine.dialect());
+        result.kind = translation.kind;
+        result.rows =
+            engine.run(translation.sql, translation.parameters, statement, translation.columns);
+        if (translation.kind != StatementKind::Select)
+            result.after = tableRows(engine, schema, translation.table);
+        if (translation.dynaset) {
+            const DynasetPlan& plan = *translation.dynaset;
+            const Rows keys =
+                engine.run(plan.keysSql, translation.parameters, statement,
+                           plan.singleTable ? std::vector<ResultColumn>() : translation.columns);
+            EXPECT_EQ(keys.size(), result.rows.size()) << text.toStdString();
+            if (plan.singleTable && keys.size() == result.rows.size()) {
+                for (std::size_t i = 0; i < keys.size(); ++i) {
+                    const Rows row = engine.run(plan.rowSql, translation.parameters, statement,
+                                                translation.columns, &keys[i][0]);
+                    EXPECT_EQ(row.size(), 1U) << plan.rowSql.toStdString();
+                    if (row.size() == 1)
+                        EXPECT_EQ(shown({row[0].mid(0, result.rows[i].size())}),
+                                  shown({result.rows[i]}))
+                            << text.toStdString();
+                }
+            }
+        }
+        if (translation.kind == StatementKind::Select &&
+            !text.contains(u"ORDER BY", Qt::CaseInsensitive))
+            std::sort(result.rows.begin(), result.rows.end());
+    }
+    engine.plain("ROLLBACK");
+    return result;
+}
+
+TEST(Corpus, EveryStatementRunsAlikeOnBothEngines) {
+    Engines shop;
+    for (const QString& definition : definitions())
+        shop.define(definition);
+    for (const QString& row : textOfFile(testFile("corpus_rows.sql")).split(u'\n'))
+        if (!row.isEmpty())
+            shop.execute(row);
+    ASSERT_GT(shop.schema.tables().size(), 50U);
+    if (!shop.postgres && qEnvironmentVariableIsSet("CI"))
+        FAIL() << "MIRSA_TEST_SERVER is not set";
+    int statements = 0, productive = 0;
+    for (const QString& line : textOfFile(testFile("statements.txt")).split(u'\n')) {
+        if (line.isEmpty())
+            continue;
+        const QStringList parts = line.split(u'\t');
+        ++statements;
+        try {
+            const Outcome onSqlite = outcome(*shop.sqlite, shop.schema, parts[0], parts.value(1));
+            const bool counts = onSqlite.kind != StatementKind::Select;
+            if (!onSqlite.rows.empty() && (!counts || onSqlite.rows[0][0] != u"0"))
+                ++productive;
+            else if (qEnvironmentVariableIsSet("CORPUS_VERBOSE"))
+                std::cerr << "no row: " << line.toStdString() << '\n';
+            if (!shop.postgres)
+                continue;
+            const Outcome onPostgres =
+                outcome(*shop.postgres, shop.schema, parts[0], parts.value(1));
+            EXPECT_EQ(shown(onSqlite.rows), shown(onPostgres.rows)) << line.toStdString();
+            EXPECT_EQ(shown(onSqlite.after), shown(onPostgres.after)) << line.toStdString();
+        } catch (const Error& error) {
+            ADD_FAILURE() << error.number() << ' ' << error.what() << "\n" << line.toStdString();
+            for (Engine* engine : shop.all())
+                try {
+                    engine->plain("ROLLBACK");
+                } catch (const std::exception&) {
+                }
+        } catch (const std::exception& error) {
+            ADD_FAILURE() << error.what() << "\n" << line.toStdString();
+            for (Engine* engine : shop.all())
+                try {
+                    engine->plain("ROLLBACK");
+                } catch (const std::exception&) {
+                }
+        }
+    }
+    EXPECT_GT(statements, 700);
+    // Most must find or change rows of the small shop, or they prove little.
+    EXPECT_GT(productive, statements * 3 / 4);
+    RecordProperty("productive", productive);
+    if (!shop.postgres)
+        GTEST_SKIP() << "no server: only SQLite was tried";
+}
+
+} // namespace
+} // namespace jet
