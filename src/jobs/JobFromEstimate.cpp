@@ -102,9 +102,8 @@ qint64 createJob(jet::Database& database, const estimating::EstimateForJob& esti
     if (order.useNotes)
         copyNotes(database, estimate.estNo, jobNo, rows.size());
     estimating::insertMiscRows(database, estimating::jobRouting(), jobNo, estimate.fixedCosts);
-    transaction.commit();
-
     UpdateJobCost(database, jobNo);
+    transaction.commit();
     return jobNo;
 }
 

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <optional>
+
+namespace jobs {
+
+/// How a new job starts.
+struct NewJob {
+    enum class Way { DefaultSet, SelectOperations, CopyCurrent };
+    Way way = Way::SelectOperations;
+    bool carryCustomer = false;
+    bool carryNotes = false;      ///< operation notes of the copied job
+    bool useDefaultNotes = false; ///< default notes of the operations
+    bool copyEstimated = false;   ///< estimated times and amounts of the copied job
+};
+
+/// What "frmJobNew" offers.
+class NewJobDialog {
+  public:
+    virtual ~NewJobDialog() = default;
+    /// `hasCurrent`: there is a record to copy. Nothing if the user cancelled.
+    virtual std::optional<NewJob> choose(bool hasCurrent) = 0;
+};
+
+} // namespace jobs

@@ -1,0 +1,21 @@
+#include "jobs/Screens.h"
+
+#include "jobs/frmCreatJob.h"
+#include "jobs/frmJob.h"
+#include "jobs/frmJobFind.h"
+#include "jobs/frmJobFound.h"
+#include "jobs/frmJobNew.h"
+#include "platform/screen/Forms.h"
+
+namespace jobs {
+
+void registerScreens() {
+    using screen::Forms;
+    Forms::add<frmJob>();
+    Forms::add<frmJobNew>();
+    Forms::add<frmJobFind>();
+    Forms::add<frmJobFound>();
+    Forms::add<frmCreatJob>();
+}
+
+} // namespace jobs

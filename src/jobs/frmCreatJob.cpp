@@ -1,0 +1,188 @@
+#include "jobs/frmCreatJob.h"
+
+#include "core/Companions.h"
+#include "core/MirsaMain.h"
+
+#include "platform/screen/Layout.h"
+#include "platform/screen/MsgBox.h"
+#include "platform/screen/Pointer.h"
+#include "platform/values/Clock.h"
+#include "platform/values/Format.h"
+#include "platform/values/Numbers.h"
+
+#include <QCheckBox>
+#include <QCompleter>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace jobs {
+
+using screen::Answer;
+using screen::Buttons;
+using screen::Icon;
+using screen::MsgBox;
+using values::Currency;
+
+frmCreatJob::frmCreatJob()
+    : Form(QString::fromLatin1(formName), QStringLiteral("Create a Job from Estimate")) {
+    auto* outside = new QVBoxLayout(this);
+    auto* across = new QHBoxLayout;
+    outside->addLayout(across);
+
+    auto* left = new QVBoxLayout;
+    across->addLayout(left);
+    screen::Fields fields(this, left);
+    cmbQuantity = fields.dataCombo(QStringLiteral("cmbQuantity"), QStringLiteral("Job &Quantity:"),
+                                   {9, values::keys::digits(), {}, 10});
+    // Completing would make 10 of a typed 1.
+    cmbQuantity->setCompleter(nullptr);
+    txtQtyQP = fields.text(QStringLiteral("txtQtyQP"), QStringLiteral("Quoted Price &Each-$"),
+                           {14, values::keys::decimal(), {}, 12});
+    txtQtyQP->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    mskDate[0] = fields.date(QStringLiteral("mskDate(0)"), QStringLiteral("Date &In"));
+    mskDate[1] = fields.date(QStringLiteral("mskDate(1)"), QStringLiteral("&Due Date"));
+    txtPONo = fields.text(QStringLiteral("txtPONo"), QStringLiteral("&PO No."),
+                          {core::MainDatabase().width(u"Job", u"PONo"), {}, {}, 20});
+    chkOrderRequired =
+        fields.check(QStringLiteral("chkOrderRequired"), QStringLiteral("Perform in O&rder"));
+    chkNotes = fields.check(QStringLiteral("chkNotes"), QStringLiteral("&Use Operation Notes"));
+    chkPrintTraveler =
+        fields.check(QStringLiteral("chkPrintTraveler"), QStringLiteral("Print &Traveler"));
+    chkPrintNotes = fields.check(QStringLiteral("chkPrintNotes"), QStringLiteral("&with Notes"));
+    left->addStretch();
+    m_secured.push_back(txtQtyQP);
+    const auto labels = findChildren<QLabel*>();
+    for (QLabel* label : labels) {
+        if (label->buddy() == txtQtyQP)
+            m_secured.push_back(label);
+    }
+
+    auto* right = new QVBoxLayout;
+    across->addLayout(right, 1);
+    const auto notes = [&](const char16_t* frameName, const char16_t* name, const QString& title) {
+        QGroupBox* frame = screen::frame(this, right, QString::fromUtf16(frameName), title);
+        auto* inside = new QVBoxLayout(frame);
+        auto* field = screen::named(new controls::MemoField(frame), QString::fromUtf16(name),
+                                    title + QStringLiteral(" notes"));
+        inside->addWidget(field);
+        return field;
+    };
+    txtTrvNotes = notes(u"fraTraveler", u"txtTrvNotes", QStringLiteral("Traveler"));
+    txtJobNotes = notes(u"fraJob", u"txtJobNotes", QStringLiteral("Job"));
+
+    auto* bottom = new QHBoxLayout;
+    outside->addLayout(bottom);
+    screen::ButtonBar bar(this, bottom);
+    bar.stretch();
+    QPushButton* cmdOK = bar.button(QStringLiteral("cmdOK"), QStringLiteral("&OK"));
+    QPushButton* cmdCancel = bar.button(QStringLiteral("cmdCancel"), QStringLiteral("&Cancel"));
+    setDefaultButton(cmdOK);
+    setCancelButton(cmdCancel);
+
+    on(cmbQuantity->changed, &frmCreatJob::cmbQuantity_Change);
+    on(txtQtyQP->left, [this] {
+        const QString typed = txtQtyQP->text().remove(QLatin1Char(','));
+        txtQtyQP->setText(values::numberField(typed, u"#####0.0000"));
+    });
+    connect(chkPrintTraveler, &QCheckBox::toggled, this,
+            [this] { guarded([this] { chkPrintTraveler_Click(); }); });
+    on(cmdOK, &frmCreatJob::cmdOK_Click);
+    on(cmdCancel, [this] { hideModal(); });
+    resize(720, 420);
+}
+
+qint64 frmCreatJob::createJob(const estimating::EstimateForJob& estimate) {
+    if (estimateHasJob(core::MainDatabase(), estimate.estNo) &&
+        MsgBox(QStringLiteral("This estimate has been previously used for a job. Do you want to "
+                              "create a new job based on this estimate?"),
+               Buttons::YesNo, Icon::Question, QStringLiteral("Create a Job")) != Answer::Yes)
+        return 0;
+    m_estimate = estimate;
+    showOffers();
+    showModal();
+    return m_jobNo;
+}
+
+void frmCreatJob::showOffers() {
+    const bool showDollar = core::HasAccess(QStringLiteral("ShowDollar"));
+    for (QWidget* widget : m_secured)
+        widget->setVisible(showDollar);
+    QStringList quantities;
+    for (const estimating::PriceBreak& offer : m_estimate.header.breaks) {
+        if (offer.quantity != 0)
+            quantities << values::numberText(offer.quantity);
+    }
+    cmbQuantity->setItems(quantities);
+    cmbQuantity->setText(quantities.value(0));
+    cmbQuantity_Change();
+    mskDate[0]->setDate(values::today());
+    mskDate[1]->setDate(std::nullopt);
+    txtTrvNotes->setText(m_estimate.header.travelerNotes);
+    txtJobNotes->setText(m_estimate.header.jobNotes);
+    chkPrintTraveler_Click();
+    cmbQuantity->setFocus();
+}
+
+void frmCreatJob::cmbQuantity_Change() {
+    const double wanted = values::val(cmbQuantity->text());
+    Currency price;
+    for (const estimating::PriceBreak& offer : m_estimate.header.breaks) {
+        if (offer.quantity != 0 && offer.quantity == wanted) {
+            price = offer.quoted;
+            break;
+        }
+    }
+    txtQtyQP->setText(values::format(price, u"###,##0.0000"));
+}
+
+void frmCreatJob::chkPrintTraveler_Click() {
+    chkPrintNotes->setEnabled(chkPrintTraveler->isChecked());
+    if (!chkPrintTraveler->isChecked())
+        chkPrintNotes->setChecked(false);
+}
+
+JobOrder frmCreatJob::order() const {
+    JobOrder result;
+    result.quantity = values::cLng(values::val(cmbQuantity->text()));
+    result.price = Currency::fromText(txtQtyQP->text().remove(QLatin1Char(',')));
+    result.dateIn = mskDate[0]->date();
+    result.dueDate = mskDate[1]->date();
+    result.poNo = txtPONo->text().trimmed();
+    result.inOrder = chkOrderRequired->isChecked();
+    result.useNotes = chkNotes->isChecked();
+    result.travelerNotes = txtTrvNotes->text();
+    result.jobNotes = txtJobNotes->text();
+    return result;
+}
+
+void frmCreatJob::cmdOK_Click() {
+    const JobOrder wanted = order();
+    if (const auto complaint = checkOrder(wanted)) {
+        complain(complaint->text, control(complaint->field), Icon::Critical, complaint->title);
+        return;
+    }
+    try {
+        const screen::BusyPointer busy;
+        m_jobNo = jobs::createJob(core::MainDatabase(), m_estimate, wanted);
+    } catch (const jet::Error& error) {
+        MsgBox(error.text(), Buttons::Ok, Icon::Critical);
+        return;
+    } catch (const values::Overflow&) {
+        complain(QStringLiteral("The amounts of this job are too large to be computed. Please "
+                                "check quantity and price."),
+                 cmbQuantity);
+        return;
+    }
+    if (chkPrintTraveler->isChecked())
+        core::printTraveler(m_jobNo, chkPrintNotes->isChecked(), this);
+    MsgBox(QStringLiteral("Job # ") + QString::number(m_jobNo) +
+               QStringLiteral(" has been created from Estimate # ") +
+               QString::number(m_estimate.estNo),
+           Buttons::Ok, Icon::Information, QStringLiteral("Create a Job"));
+    hideModal();
+}
+
+} // namespace jobs

@@ -1,0 +1,409 @@
+#include "jobs/frmJob.h"
+
+#include "core/MirsaMain.h"
+#include "core/Shell.h"
+#include "estimating/AssemblyTree.h"
+#include "estimating/NoteStaging.h"
+#include "estimating/routing/FindForms.h"
+#include "platform/screen/Forms.h"
+#include "platform/screen/MsgBox.h"
+#include "platform/screen/Pointer.h"
+#include "platform/values/Clock.h"
+#include "platform/values/Format.h"
+#include "platform/values/Numbers.h"
+
+#include <QCheckBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+
+namespace jobs {
+
+using estimating::jobRouting;
+using estimating::NoteStaging;
+using estimating::RoutingMode;
+using screen::Buttons;
+using screen::Forms;
+using screen::Icon;
+using screen::MsgBox;
+using values::Currency;
+
+namespace {
+
+void tell(const jet::Error& error) {
+    MsgBox(error.text(), Buttons::Ok, Icon::Critical);
+}
+
+double number(const QString& text) {
+    return values::val(QString(text).remove(QLatin1Char(',')));
+}
+
+} // namespace
+
+// Opening and showing
+
+bool frmJob::mayOpen() {
+    if (!core::MainDatabase().hasRows(QStringLiteral("SELECT CustID FROM Customer"))) {
+        MsgBox(QStringLiteral("You cannot use the Job module if you do not have any Customers in "
+                              "the database!"),
+               Buttons::Ok, Icon::Critical, QStringLiteral("Error"));
+        return false;
+    }
+    const bool showDollar = core::HasAccess(QStringLiteral("ShowDollar"));
+    for (QWidget* widget : m_secured)
+        widget->setVisible(showDollar);
+    m_routing->setShowDollar(showDollar);
+    return true;
+}
+
+QString frmJob::mainSelect() const {
+    // With inactive jobs alone there would be nothing to show.
+    if (!core::MainDatabase().hasRows(QStringLiteral("SELECT JobNo FROM Job WHERE Shipped = "
+                                                     "False")))
+        optShow[1]->setChecked(true);
+    return jobRows(activeOnly());
+}
+
+void frmJob::openLookups() {
+    dbcCustomer->setRows(
+        core::MainDatabase().openRecordset(
+            QStringLiteral("SELECT Company, CustID FROM Customer ORDER BY Company"),
+            jet::RecordsetType::Snapshot),
+        QStringLiteral("Company"), QStringLiteral("CustID"));
+}
+
+void frmJob::refreshLookup(const QString& table) {
+    if (table.compare(QStringLiteral("Customer"), Qt::CaseInsensitive) == 0) {
+        openLookups();
+        dbcCustomer->setBoundText(lblCustID->text());
+    }
+    RecordModule::refreshLookup(table);
+}
+
+void frmJob::ShowModuleMode(const QString& mode) {
+    RecordModule::ShowModuleMode(mode);
+    fraBrowse->setVisible(isBrowse());
+    fraEdit->setVisible(!isBrowse());
+    datMain()->setVisible(isBrowse());
+    fraShow->setEnabled(isBrowse());
+    m_routing->setMode(isBrowse()   ? RoutingMode::Browse
+                       : isAdding() ? RoutingMode::Add
+                                    : RoutingMode::Edit);
+    // An estimated figure that came with an estimate is not typed over.
+    m_routing->setEstimatedLocked(lblEstNo->text().toLongLong() != 0);
+}
+
+void frmJob::clearFields() {
+    RecordModule::clearFields();
+    lblAssembly->clear();
+    m_assemblyJobNo = 0;
+    m_wasShipped = false;
+    m_routing->showRows(0, {}, {}, m_routing->oneShopRate());
+    calcJob();
+}
+
+void frmJob::newDefaults() {
+    txtJobDateIn->setDate(values::today());
+    const Currency rate = core::MainDatabase()
+                              .lookup(QStringLiteral("SELECT jobonerate FROM SystemSettings"))
+                              .toCurrency();
+    txtJobShopRate->setText(values::format(rate, u"#####0.00"));
+    txtQuantity->setText(QStringLiteral("0"));
+    txtInvoiceEach->setText(values::format(Currency(), u"######0.0000"));
+    lblQtyQuotedPrice->setText(values::format(Currency(), u"#####0.0000"));
+}
+
+void frmJob::showRecord() {
+    const qint64 jobNo = currentKey();
+    const jet::Recordset& row = records();
+    m_wasShipped = row[u"Shipped"].toBool();
+    m_assemblyJobNo = row[u"AssemblyJobNo"].toLong();
+    showAssembly();
+    m_routing->showRows(jobNo,
+                        estimating::loadOperRows(core::MainDatabase(), jobRouting(), jobNo,
+                                                 core::shared().CurrencySymbol),
+                        estimating::loadMiscRows(core::MainDatabase(), jobRouting(), jobNo),
+                        row[u"OneShopRate"].toBool());
+    // The other figures are shown as they are stored.
+    const JobFigures now = figures();
+    lblCalc_OutContr->setText(values::format(static_cast<double>(now.outContr), u"######0.00"));
+    lblCalc_Fixed->setText(values::format(static_cast<double>(now.fixed), u"######0.00"));
+}
+
+void frmJob::showAssembly() {
+    const bool isParent = core::MainDatabase().hasRows(
+        QStringLiteral("SELECT * FROM job WHERE assemblyjobno=") + QString::number(currentKey()));
+    if (isParent)
+        lblAssembly->setText(QStringLiteral("ASSY"));
+    else
+        lblAssembly->setText(m_assemblyJobNo == 0 ? QString() : QString::number(m_assemblyJobNo));
+}
+
+bool frmJob::activeOnly() const {
+    return optShow[0]->isChecked();
+}
+
+void frmJob::optShow_Click() {
+    if (!isBrowse())
+        return;
+    reopen(jobRows(activeOnly()), currentKey());
+    if (hasRecord() || !activeOnly() ||
+        !core::MainDatabase().hasRows(QStringLiteral("SELECT JobNo FROM Job")))
+        return;
+    MsgBox(QStringLiteral("There are no active jobs."), Buttons::Ok, Icon::Information);
+    optShow[1]->setChecked(true);
+    reopen(jobRows(false));
+}
+
+void frmJob::refreshView() {
+    RecordModule::refreshLookup(QStringLiteral("Job"));
+    if (hasRecord() || !activeOnly())
+        return;
+    optShow[1]->setChecked(true);
+    reopen(jobRows(false));
+}
+
+// Costing
+
+Currency frmJob::amount(const QString& text) const {
+    return Currency::fromText(QString(text).remove(QLatin1Char(',')));
+}
+
+JobFigures frmJob::figures() const {
+    try {
+        return CalcJob(m_routing->operations(), m_routing->fixedCosts(), m_routing->oneShopRate(),
+                       amount(txtJobShopRate->text()), number(txtQuantity->text()),
+                       amount(txtInvoiceEach->text()));
+    } catch (const values::Overflow&) {
+        MsgBox(QStringLiteral("The cost is too large to be computed. Please check the times, "
+                              "amounts and rates."),
+               Buttons::Ok, Icon::Exclamation);
+        return {};
+    }
+}
+
+void frmJob::calcJob() {
+    const JobFigures now = figures();
+    lblCalc_OutContr->setText(values::format(static_cast<double>(now.outContr), u"######0.00"));
+    lblCalc_Fixed->setText(values::format(static_cast<double>(now.fixed), u"######0.00"));
+    lblJobShopCost->setText(values::format(now.costEach, u"######0.0000"));
+    lblTotalHours->setText(values::format(static_cast<double>(now.hours), u"######0.00"));
+    lblInvoiceTotal->setText(values::format(now.invoiceTotal, u"######0.00"));
+}
+
+void frmJob::chkShipped_Click() {
+    if (isBrowse())
+        return;
+    const bool shipped = chkShipped->isChecked();
+    txtShipDate->setLocked(!shipped);
+    if (shipped)
+        txtShipDate->setDate(values::today());
+    else
+        txtShipDate->setDate(std::nullopt);
+}
+
+// Saving, cancelling, deleting
+
+JobDraft frmJob::draft() const {
+    JobDraft result;
+    JobHeader& header = result.header;
+    header.custId = lblCustID->text().toLongLong();
+    header.poNo = txtPONo->text().trimmed();
+    header.description = txtDescription->text();
+    header.partNo = txtPartno->text().trimmed();
+    header.material = txtMaterial->text();
+    header.travelerNotes = txtTravelerNotes->text();
+    header.jobNotes = txtJobNotes->text();
+    header.quantity = values::cLng(number(txtQuantity->text()));
+    header.shopRate = amount(txtJobShopRate->text());
+    header.oneShopRate = m_routing->oneShopRate();
+    header.inOrder = chkSequential->isChecked();
+    header.quotedPrice = amount(lblQtyQuotedPrice->text());
+    header.dateIn = txtJobDateIn->date();
+    header.dueDate = txtJobDueDate->date();
+    header.totalHours = number(lblTotalHours->text());
+    header.shopCost = amount(lblJobShopCost->text());
+    header.invoiceEach = amount(txtInvoiceEach->text());
+    header.invoiceTotal = amount(lblInvoiceTotal->text());
+    header.shipped = chkShipped->isChecked();
+    header.shipDate = txtShipDate->date();
+    header.estNo = lblEstNo->text().toLongLong();
+    header.assemblyJobNo = m_assemblyJobNo;
+    result.operations = m_routing->operations();
+    result.fixedCosts = m_routing->fixedCosts();
+    return result;
+}
+
+bool frmJob::validate() {
+    const auto complaint = checkJob(core::MainDatabase(), currentKey(), m_wasShipped, draft());
+    if (!complaint)
+        return true;
+    complain(complaint->text, control(complaint->field));
+    return false;
+}
+
+bool frmJob::writeRecord(bool adding, qint64& key) {
+    JobDraft current = draft();
+    try {
+        key = saveJob(core::MainDatabase(), adding ? 0 : currentKey(), current);
+        return true;
+    } catch (const jet::Error& error) {
+        tell(error);
+        return false;
+    }
+}
+
+void frmJob::afterSave(qint64 key, bool adding) {
+    const int rows = static_cast<int>(m_routing->operations().size());
+    try {
+        NoteStaging(core::MainDatabase(), jobRouting(), m_routing->documentNo()).adopt(key, rows);
+        UpdateJobCost(core::MainDatabase(), key);
+    } catch (const jet::Error& error) {
+        // The job is saved; the next save does these steps again.
+        tell(error);
+    }
+    ShowModuleMode(QStringLiteral("Browse"));
+    if (adding)
+        reopen(jobRows(activeOnly()), key);
+    else
+        refreshView();
+    if (QPushButton* close = button(masters::Role::Close))
+        close->setFocus();
+}
+
+bool frmJob::mayDelete() {
+    if (!hasTimeRecords(core::MainDatabase(), currentKey()))
+        return true;
+    MsgBox(QStringLiteral("Time Management records exist for this job. You must delete all Time "
+                          "Management\r\nrecords for this job before it can be deleted!"),
+           Buttons::Ok, Icon::Exclamation, QStringLiteral("Delete"));
+    return false;
+}
+
+void frmJob::cmdDelete_Click() {
+    if (!hasRecord()) {
+        offerFirstRecord();
+        return;
+    }
+    if (!mayDelete() || !askDelete())
+        return;
+    {
+        const screen::BusyPointer busy;
+        try {
+            deleteJob(core::MainDatabase(), currentKey());
+        } catch (const jet::Error& error) {
+            tell(error);
+            return;
+        }
+        afterDelete();
+    }
+    tellNeighbours();
+    if (!hasRecord())
+        offerFirstRecord();
+}
+
+void frmJob::afterDelete() {
+    refreshView();
+}
+
+void frmJob::cancelStaged() {
+    NoteStaging(core::MainDatabase(), jobRouting(), m_routing->documentNo()).cancel();
+}
+
+void frmJob::tellNeighbours() {
+    core::refreshNeighbours({QStringLiteral("frmhistory")}, QStringLiteral("Job"));
+}
+
+bool frmJob::mayRemove(const estimating::OperRow& row) {
+    const qint64 jobNo = m_routing->documentNo();
+    if (jobNo == 0 || !hasTimeRecords(core::MainDatabase(), jobNo, row.operNo))
+        return true;
+    MsgBox(QStringLiteral("Time Management record(s) exists for this job operation. You must "
+                          "delete all Time Management\r\nrecords for this job operation before it "
+                          "can be deleted!"),
+           Buttons::Ok, Icon::Exclamation, QStringLiteral("Delete"));
+    return false;
+}
+
+void frmJob::cmdEdit_Click() {
+    if (Forms::isLoaded(QStringLiteral("frmSchedule"))) {
+        MsgBox(QStringLiteral("Cannot edit jobs while Job Scheduler is open."), Buttons::Ok,
+               Icon::Exclamation, QStringLiteral("System Message"));
+        return;
+    }
+    RecordModule::cmdEdit_Click();
+}
+
+// Going to a record
+
+void frmJob::cmdFind_Click() {
+    const qint64 jobNo =
+        Forms::dialog<estimating::FindDialog>(QStringLiteral("frmJobFind"))->askNumber();
+    if (jobNo == 0 || goToRecord(jobNo))
+        return;
+    const QString subject = QStringLiteral("Job No. ") + QString::number(jobNo);
+    const jet::Recordset found = core::MainDatabase().openRecordset(
+        QStringLiteral("SELECT * FROM Job WHERE JobNo = ") + QString::number(jobNo),
+        jet::RecordsetType::Snapshot);
+    if (found.isEmpty()) {
+        MsgBox(subject + QStringLiteral(" does not exist!"), Buttons::Ok, Icon::Information);
+    } else if (activeOnly() && found[u"Shipped"].toBool()) {
+        MsgBox(subject + QStringLiteral(" is an Inactive Job!"), Buttons::Ok, Icon::Information);
+    } else {
+        // Another station added it after this set was read.
+        reopen(jobRows(activeOnly()), jobNo);
+    }
+}
+
+void frmJob::cmdGotoPart_Click() {
+    const QString part =
+        Forms::dialog<estimating::FindDialog>(QStringLiteral("frmJobFind"))->askPart();
+    if (part.isEmpty())
+        return;
+    const qint64 jobNo =
+        Forms::dialog<estimating::FoundDialog>(QStringLiteral("frmJobFound"))
+            ->pick(part, activeOnly() ? QStringLiteral(" AND Shipped = False") : QString());
+    if (jobNo != 0 && !goToRecord(jobNo))
+        reopen(jobRows(activeOnly()), jobNo);
+}
+
+// Handing over
+
+void frmJob::cmdSchedule_Click() {
+    if (!hasRecord())
+        return;
+    if (chkShipped->isChecked()) {
+        MsgBox(QStringLiteral("Job has been completed and shipped. Schedule not available."),
+               Buttons::Ok, Icon::Information, QStringLiteral("System Message"));
+        return;
+    }
+    Forms::show(QStringLiteral("frmSchedule"));
+}
+
+void frmJob::cmdInvoice_Click() {
+    if (hasRecord())
+        Forms::show(QStringLiteral("frmInvoice"));
+}
+
+void frmJob::cmdTraveler_Click() {
+    if (!hasRecord() || !core::shell())
+        return;
+    const QWidget* cmdTraveler = control(QStringLiteral("cmdTraveler"));
+    core::shell()->popUp(QStringLiteral("mnuTravelPopup"),
+                         cmdTraveler->mapToGlobal(QPoint(0, cmdTraveler->height())));
+}
+
+void frmJob::cmdShippingHistory_Click() {
+    if (hasRecord())
+        Forms::showModal(QStringLiteral("frmJobShip"));
+}
+
+void frmJob::cmdAssembly_Click() {
+    if (!hasRecord())
+        return;
+    const JobHeader header = draft().header;
+    Forms::dialog<estimating::AssemblyTree>(QStringLiteral("frmAssemblyInfo"))
+        ->showTree(header.custId, header.poNo, currentKey(), QStringLiteral("Job"));
+}
+
+} // namespace jobs

@@ -1,0 +1,93 @@
+#include "jobs/frmJob.h"
+
+#include "core/MirsaMain.h"
+#include "estimating/NoteStaging.h"
+#include "estimating/routing/Dialogs.h"
+#include "platform/screen/Forms.h"
+#include "platform/screen/MsgBox.h"
+#include "platform/values/Clock.h"
+
+#include <QCheckBox>
+#include <QLabel>
+
+namespace jobs {
+
+using estimating::ChosenOperation;
+using estimating::jobRouting;
+using screen::Answer;
+using screen::Forms;
+using Way = NewJob::Way;
+
+void frmJob::cmdNew_Click() {
+    const CarriedCustomer customer{lblCustID->text(), txtPONo->text()};
+    const auto how = Forms::dialog<NewJobDialog>(QStringLiteral("frmJobNew"))->choose(hasRecord());
+    if (!how)
+        return;
+    switch (how->way) {
+    case Way::DefaultSet: {
+        const qint64 setNo =
+            Forms::dialog<estimating::DefaultSetDialog>(QStringLiteral("frmDefSet"))->pickSet();
+        if (setNo != 0) {
+            startFrom(
+                estimating::operationsOfSet(core::MainDatabase(), setNo, how->useDefaultNotes),
+                *how, customer);
+        }
+        break;
+    }
+    case Way::SelectOperations: {
+        const auto chosen =
+            Forms::dialog<estimating::SelectOperationsDialog>(QStringLiteral("frmSelOper"))
+                ->choose();
+        if (chosen)
+            startFrom(*chosen, *how, customer);
+        break;
+    }
+    case Way::CopyCurrent:
+        if (screen::MsgBox(QStringLiteral("You are about to copy the current Job into a new Job. "
+                                          "Are you sure?"),
+                           screen::Buttons::YesNo, screen::Icon::Question) == Answer::Yes)
+            copyCurrent(*how);
+        break;
+    }
+}
+
+void frmJob::showCarried(const CarriedCustomer& customer) {
+    lblCustID->setText(customer.custId);
+    dbcCustomer->setBoundText(customer.custId);
+    txtPONo->setText(customer.poNo);
+}
+
+void frmJob::startFrom(const std::vector<ChosenOperation>& operations, const NewJob& how,
+                       const CarriedCustomer& customer) {
+    ShowModuleMode(QStringLiteral("Add"));
+    showCarried(how.carryCustomer ? customer : CarriedCustomer{});
+    std::vector<estimating::OperRow> rows = estimating::rowsFor(core::MainDatabase(), operations);
+    for (estimating::OperRow& row : rows)
+        row.time = 0;
+    estimating::stageDefaultNotes(core::MainDatabase(), jobRouting(), operations, rows);
+    m_routing->showRows(0, std::move(rows), {}, m_routing->oneShopRate());
+    calcJob();
+}
+
+void frmJob::copyCurrent(const NewJob& how) {
+    const qint64 oldJobNo = currentKey();
+    lblEstNo->clear();
+    lblAssembly->clear();
+    ShowModuleMode(QStringLiteral("CopyJob"));
+    m_assemblyJobNo = 0;
+    m_wasShipped = false;
+    chkShipped->setChecked(false);
+    txtShipDate->setDate(std::nullopt);
+    txtShipDate->setLocked(true);
+    txtJobDateIn->setDate(values::today());
+    if (!how.carryCustomer)
+        showCarried({});
+    makeCopy(m_routing->operations(), how.copyEstimated);
+    estimating::stageCopiedNotes(core::MainDatabase(), jobRouting(), m_routing->operations(),
+                                 jobRouting(), oldJobNo, how.useDefaultNotes, how.carryNotes);
+    m_routing->redraw();
+    for (QLabel* label : {lblTotalHours, lblJobShopCost, lblInvoiceTotal, lblCalc_OutContr})
+        label->setText(QStringLiteral("0.0000"));
+}
+
+} // namespace jobs
