@@ -1,6 +1,8 @@
 #include "estimating/frmOperAddEdit.h"
 
+#include "core/EditActions.h"
 #include "core/MirsaMain.h"
+#include "core/Spelling.h"
 #include "platform/screen/Layout.h"
 #include "platform/values/Format.h"
 #include "platform/values/Numbers.h"
@@ -76,28 +78,18 @@ void frmOperAddEdit::createMenus() {
     auto* menus = new QMenuBar(this);
     layout()->setMenuBar(menus);
     QMenu* edit = menus->addMenu(QStringLiteral("&Edit"));
-    // Works on the field that has the focus, whether of one line or of several.
-    const auto entry = [&](const char16_t* name, const char16_t* caption, auto act) {
-        QAction* action = edit->addAction(QString::fromUtf16(caption));
+    QMenu* tools = menus->addMenu(QStringLiteral("&Tools"));
+    const auto entry = [&](QMenu* menu, const char16_t* name, const char16_t* caption,
+                           void (*act)(QWidget*)) {
+        QAction* action = menu->addAction(QString::fromUtf16(caption));
         action->setObjectName(QString::fromUtf16(name));
-        on(action, [this, act] {
-            if (auto* line = dynamic_cast<QLineEdit*>(focusWidget()))
-                act(*line);
-            else if (auto* memo = dynamic_cast<QPlainTextEdit*>(focusWidget()))
-                act(*memo);
-        });
+        on(action, [this, act] { act(focusWidget()); });
     };
-    entry(u"mnuEditCut", u"Cu&t", [](auto& field) { field.cut(); });
-    entry(u"mnuEditCopy", u"&Copy", [](auto& field) { field.copy(); });
-    entry(u"mnuEditPaste", u"&Paste", [](auto& field) { field.paste(); });
-    entry(u"mnuEditDelete", u"&Delete", [](auto& field) {
-        if constexpr (std::is_same_v<std::decay_t<decltype(field)>, QLineEdit>) {
-            if (field.hasSelectedText())
-                field.del();
-        } else {
-            field.textCursor().removeSelectedText();
-        }
-    });
+    entry(edit, u"mnuEditCut", u"Cu&t", core::edit::cut);
+    entry(edit, u"mnuEditCopy", u"&Copy", core::edit::copy);
+    entry(edit, u"mnuEditPaste", u"&Paste", core::edit::paste);
+    entry(edit, u"mnuEditDelete", u"&Delete", core::edit::deleteSelection);
+    entry(tools, u"mnuToolsSpelling", u"&Spelling...", core::checkSpelling);
 }
 
 bool frmOperAddEdit::isInhouse() const {
