@@ -101,6 +101,7 @@ class Emitter {
     // Functions.cpp
     Type typeOfCall(const Expression& call, const Scope& scope);
     QByteArray call(const Expression& call, const Scope& scope);
+    QByteArray datePart(const Expression& call, const Scope& scope);
     QByteArray dateArithmetic(const Expression& call, const Scope& scope);
     static bool isAggregate(const QString& function);
 

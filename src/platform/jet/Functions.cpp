@@ -136,8 +136,8 @@ Type Emitter::typeOfCall(const Expression& call, const Scope& scope) {
     if (call.name == u"now" || call.name == u"date" || call.name == u"time" ||
         call.name == u"dateadd")
         return ColumnType::DateTime;
-    if (call.name == u"datediff" || call.name == u"clng" || call.name == u"cint" ||
-        (call.name == u"round" && call.children.size() == 1))
+    if (call.name == u"datediff" || call.name == u"datepart" || call.name == u"clng" ||
+        call.name == u"cint" || (call.name == u"round" && call.children.size() == 1))
         return ColumnType::Long;
     if (call.name == u"ccur")
         return ColumnType::Currency;
@@ -197,6 +197,26 @@ QByteArray Emitter::dateArithmetic(const Expression& call, const Scope& scope) {
     return unit->factor == 1 ? difference : '(' + difference + ") / " + factor;
 }
 
+QByteArray Emitter::datePart(const Expression& call, const Scope& scope) {
+    static constexpr std::pair<const char16_t*, const char16_t*> parts[] = {
+        {u"yyyy", u"year"}, {u"m", u"month"},  {u"d", u"day"},    {u"w", u"weekday"},
+        {u"h", u"hour"},    {u"n", u"minute"}, {u"s", u"second"},
+    };
+    if (call.children.size() == 2 && call.children[0]->is(Node::Literal) &&
+        call.children[0]->literal < 0) {
+        const QString unit = call.children[0]->value.toText();
+        for (const auto& [name, functionName] : parts) {
+            if (unit.compare(QStringView(name), Qt::CaseInsensitive) != 0)
+                continue;
+            for (const Function& function : functions)
+                if (QStringView(function.name) == QStringView(functionName))
+                    return QByteArray(m_postgres ? function.postgres : function.sqlite)
+                        .replace("{0}", bracketed(*call.children[1], scope, ColumnType::DateTime));
+        }
+    }
+    wrongArguments(call);
+}
+
 QByteArray Emitter::call(const Expression& call, const Scope& scope) {
     const std::size_t count = call.children.size();
     if (isAggregate(call.name)) {
@@ -240,6 +260,8 @@ QByteArray Emitter::call(const Expression& call, const Scope& scope) {
     }
     if (call.name == u"dateadd" || call.name == u"datediff")
         return dateArithmetic(call, scope);
+    if (call.name == u"datepart")
+        return datePart(call, scope);
     if (call.name == u"clng" || call.name == u"cint" || call.name == u"ccur" ||
         (call.name == u"round" && count == 1)) {
         if (count != 1)

@@ -52,10 +52,38 @@ constexpr std::array<Level, 8> levels = {{{u"&", Operator::Concatenate, 0},
                                           {u"*", Operator::Multiply, 4},
                                           {u"/", Operator::Divide, 4},
                                           {u"^", Operator::Power, 6}}};
+constexpr int deepest = 200;
+constexpr int longestChain = 500;
+
+Error tooComplex() {
+    return Error(errors::syntax, QStringLiteral("Query is too complex."));
+}
+
 constexpr int unaryLevel = 5;
 constexpr int powerLevel = 6;
 
 } // namespace
+
+class Parser::Nesting {
+  public:
+    explicit Nesting(Parser& parser) : m_depth(parser.m_depth) {
+        if (++m_depth > deepest) {
+            --m_depth;
+            throw tooComplex();
+        }
+    }
+    ~Nesting() { --m_depth; }
+    Nesting(const Nesting&) = delete;
+    Nesting& operator=(const Nesting&) = delete;
+
+  private:
+    int& m_depth;
+};
+
+void Parser::checkChain(int length) const {
+    if (length > longestChain)
+        throw tooComplex();
+}
 
 Parser::Parser(const Normalized& statement)
     : m_statement(statement), m_tokens(tokenize(statement.key)) {}
@@ -166,6 +194,7 @@ ExpressionPtr Parser::criterion() {
 }
 
 Query Parser::query() {
+    const Nesting nesting(*this);
     Query result;
     do {
         if (!result.selects.empty())
@@ -281,6 +310,7 @@ Source Parser::source() {
 }
 
 Source Parser::sourcePrimary() {
+    const Nesting nesting(*this);
     Source result;
     if (acceptSymbol(u"(")) {
         if (peek().isWord(u"select")) {
@@ -386,10 +416,11 @@ Statement Parser::remove() {
 }
 
 ExpressionPtr Parser::expression() {
+    const Nesting nesting(*this);
     const int outer = m_expressionStart;
     m_expressionStart = peek().position;
     ExpressionPtr left = conjunction();
-    while (acceptWord(u"or"))
+    for (int length = 0; acceptWord(u"or"); checkChain(++length))
         left = make(Node::Or, std::move(left), conjunction());
     // The place stays for what follows this expression, unless it is part of a greater one.
     if (outer >= 0 && (peek().isSymbol(u")") || peek().isSymbol(u",")))
@@ -399,12 +430,13 @@ ExpressionPtr Parser::expression() {
 
 ExpressionPtr Parser::conjunction() {
     ExpressionPtr left = negation();
-    while (acceptWord(u"and"))
+    for (int length = 0; acceptWord(u"and"); checkChain(++length))
         left = make(Node::And, std::move(left), negation());
     return left;
 }
 
 ExpressionPtr Parser::negation() {
+    const Nesting nesting(*this);
     if (acceptWord(u"not"))
         return make(Node::Not, negation(), nullptr);
     return comparison();
@@ -419,7 +451,7 @@ ExpressionPtr Parser::comparison() {
          {u">", Operator::Greater},
          {u">=", Operator::GreaterOrEqual}}};
     ExpressionPtr left = binary(0);
-    while (true) {
+    for (int length = 0;; checkChain(++length)) {
         if (peek().kind == Token::Kind::Symbol) {
             const auto found =
                 std::find_if(operators.begin(), operators.end(),
@@ -474,7 +506,7 @@ ExpressionPtr Parser::binary(int level) {
     if (level > powerLevel)
         return primary();
     ExpressionPtr left = binary(level + 1);
-    while (true) {
+    for (int length = 0;; checkChain(++length)) {
         const auto found = std::find_if(levels.begin(), levels.end(), [&](const Level& entry) {
             return entry.level == level &&
                    (peek().isSymbol(entry.symbol) || peek().isWord(entry.symbol));
@@ -491,6 +523,7 @@ ExpressionPtr Parser::binary(int level) {
 }
 
 ExpressionPtr Parser::unary() {
+    const Nesting nesting(*this);
     if (acceptSymbol(u"-"))
         return make(Node::Negate, unary(), nullptr);
     if (acceptSymbol(u"+"))

@@ -46,9 +46,15 @@ class Parser {
     QString name();
     [[noreturn]] void fail() const;
 
+    /// Counts how deep expressions and joins are nested, so that a text can't exhaust the stack.
+    class Nesting;
+    /// A chain of operators is a tree as deep as it is long.
+    void checkChain(int length) const;
+
     const Normalized& m_statement;
     std::vector<Token> m_tokens;
     std::size_t m_at = 0;
+    int m_depth = 0;
     int m_expressionStart = -1;         ///< place in the key of the expression being read
     const char16_t* m_clause = nullptr; ///< what to call the statement in a message
 };

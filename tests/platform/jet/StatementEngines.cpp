@@ -95,6 +95,8 @@ class SqliteEngine : public Engine {
         sqlite3_stmt* prepared = nullptr;
         if (sqlite3_prepare_v2(m_database, sql.constData(), -1, &prepared, nullptr) != SQLITE_OK)
             throw std::runtime_error(sqlite3_errmsg(m_database) + (" in " + sql).toStdString());
+        const std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt*)> owner(prepared,
+                                                                          sqlite3_finalize);
         int place = 1;
         for (const Parameter& parameter : parameters) {
             const auto text = boundText(parameter, statement);
@@ -120,12 +122,8 @@ class SqliteEngine : public Engine {
                                 : nullptr);
             rows.push_back(row);
         }
-        if (result != SQLITE_DONE) {
-            const std::string message = sqlite3_errmsg(m_database);
-            sqlite3_finalize(prepared);
-            throw std::runtime_error(message + (" in " + sql).toStdString());
-        }
-        sqlite3_finalize(prepared);
+        if (result != SQLITE_DONE)
+            throw std::runtime_error(sqlite3_errmsg(m_database) + (" in " + sql).toStdString());
         if (width == 0)
             rows = {{QString::number(sqlite3_changes(m_database))}};
         return rows;

@@ -32,11 +32,11 @@ class StatementText : public testing::Test {
         EXPECT_STREQ(translate(normalized, m_schema, Dialect::postgres()).sql.constData(),
                      postgres);
     }
-    Translation translated(const char16_t* statement) {
+    Translation translated(QStringView statement) {
         return translate(normalize(statement), m_schema, Dialect::sqlite());
     }
     /// Number and text of the error that a statement ends in.
-    std::string failure(const char16_t* statement) {
+    std::string failure(QStringView statement) {
         try {
             translated(statement);
         } catch (const Error& error) {
@@ -302,6 +302,14 @@ TEST_F(StatementText, FaultsTellTheirNumberAndPlace) {
           u"DELETE FROM JobShip INNER JOIN Job ON JobShip.JobNo = Job.JobNo", u"SELECT 1 +",
           u"UPDATE"})
         EXPECT_EQ(failure(broken).substr(0, 4), "3075") << QString::fromUtf16(broken).toStdString();
+}
+
+TEST_F(StatementText, AnEndlessTextIsAnErrorAndNoCrash) {
+    for (const char16_t* piece : {u"(", u"NOT ", u"- ", u"x + ", u"x AND ", u"Left(", u"x = "}) {
+        const QString text = QStringLiteral("SELECT JobNo FROM Job WHERE ") +
+                             QString::fromUtf16(piece).repeated(20000) + QStringLiteral("1");
+        EXPECT_EQ(failure(text), "3075 Query is too complex.");
+    }
 }
 
 TEST(Normalize, LiteralsLeaveTheirKindInTheKey) {

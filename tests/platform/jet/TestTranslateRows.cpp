@@ -85,10 +85,11 @@ TEST_F(StatementRows, DatesInEveryForm) {
           u"Weekday(Made) "
           u"FROM Part WHERE ID = 1",
           "2025-11-23 02:30:00|1.60416666667|2025|11|21|6\n");
-    gives(
-        u"SELECT DateAdd('m', 1, Made), DateDiff('d', #11/20/2025#, Made), DateSerial(2025, 2, 31) "
-        u"FROM Part WHERE ID = 1",
-        "2025-12-21 14:30:00|1|2025-03-03 00:00:00\n");
+    gives(u"SELECT DateAdd('m', 1, Made), DateDiff('d', #11/20/2025#, Made), DateSerial(2025, 2, "
+          u"31), "
+          u"DatePart('h', Made) "
+          u"FROM Part WHERE ID = 1",
+          "2025-12-21 14:30:00|1|2025-03-03 00:00:00|14\n");
     gives(u"SELECT ID FROM Part WHERE Made < Date() AND Made > Date() - 120 AND Made < Now()",
           "1\n");
     gives(u"SELECT 'on ' & Made FROM Part WHERE ID = 2", "on 3/5/2025\n");
