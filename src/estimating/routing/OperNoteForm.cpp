@@ -1,6 +1,7 @@
 #include "estimating/routing/OperNoteForm.h"
 
 #include "core/MirsaMain.h"
+#include "core/Spelling.h"
 #include "estimating/NoteStaging.h"
 #include "platform/screen/Layout.h"
 
@@ -49,12 +50,16 @@ OperNoteForm::OperNoteForm(const RoutingKind& kind)
     QAction* erase = entry(u"mnuEditDelete", u"&Delete");
     edit->addSeparator();
     mnuEditInsert = entry(u"mnuEditInsert", u"&Insert Default Notes");
-    m_changing = {cut, paste, erase, mnuEditInsert};
+    QMenu* tools = menus->addMenu(QStringLiteral("&Tools"));
+    QAction* mnuSpellCheck = tools->addAction(QStringLiteral("&Spelling..."));
+    mnuSpellCheck->setObjectName(QStringLiteral("mnuSpellCheck"));
+    m_changing = {cut, paste, erase, mnuEditInsert, mnuSpellCheck};
 
     on(cut, [this] { Text1->cut(); });
     on(copy, [this] { Text1->copy(); });
     on(paste, [this] { Text1->paste(); });
     on(erase, [this] { Text1->textCursor().removeSelectedText(); });
+    on(mnuSpellCheck, [this] { core::checkSpelling(Text1); });
     on(mnuEditInsert, &OperNoteForm::mnuEditInsert_Click);
     on(cmdOK, &OperNoteForm::cmdOK_Click);
     on(cmdCancel, [this] { hideModal(); });
