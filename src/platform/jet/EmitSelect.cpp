@@ -315,11 +315,14 @@ std::optional<DynasetPlan> Emitter::plan(const Query& query, const SelectParts& 
     plan.table = base.table->name;
     const QByteArray key = quoted(base.name) + '.' + keyColumn(*base.table, &plan.keyColumn);
     plan.singleTable = parts.scope.sources.size() == 1;
+    const QByteArray shownOrder =
+        query.orderBy.empty() ? naturalOrder(parts) : orderBy(query, parts, false);
+    const QByteArray whole = joined(parts, parts.list.join(", "), shownOrder, {}, ", " + key);
     if (!plan.singleTable) {
-        plan.keysSql =
-            joined(parts, parts.list.join(", "), orderBy(query, parts, false), {}, ", " + key);
+        plan.keysSql = whole;
         return plan;
     }
+    plan.keyedSql = whole;
     const QByteArray order =
         query.orderBy.empty() ? naturalOrder(parts) : orderBy(query, parts, true);
     const QByteArray unused = unusedParameters(joined(parts, key, order));

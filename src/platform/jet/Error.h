@@ -21,8 +21,18 @@ class Error : public std::exception {
     QByteArray m_what;
 };
 
+/// The failures that both engines know, with their texts.
+Error duplicateError();
+Error fieldTooSmallError();
+Error requiredFieldError(const QString& field);
+Error typeMismatchError();
+Error lockedError();
+Error overflowError();
+
 /// The numbers in use.
 namespace errors {
+inline constexpr int overflow = 6;              ///< "Overflow": a number that its column can't hold
+inline constexpr int divisionByZero = 11;       ///< "Division by zero"
 inline constexpr int noCurrentRecord = 3021;    ///< "No current record."
 inline constexpr int duplicate = 3022;          ///< a unique index would hold two equal rows
 inline constexpr int cannotOpenFile = 3024;     ///< "Could not find file '...'."
@@ -32,15 +42,22 @@ inline constexpr int syntax = 3075;            ///< syntax error in the statemen
 inline constexpr int noSuchTable = 3078;       ///< table or query not found
 inline constexpr int undefinedFunction = 3085; ///< function that the dialect doesn't have
 inline constexpr int unknownField = 3127;      ///< INSERT names a column that the table lacks
-inline constexpr int itemNotFound = 3265;      ///< no such field in the recordset
-inline constexpr int fieldTooSmall = 3163;     ///< text longer than its column
-inline constexpr int typeMismatch = 3464;      ///< data type mismatch in criteria or value
-inline constexpr int needsEdit = 3020;         ///< Update without AddNew or Edit
-inline constexpr int rowDeleted = 3167;        ///< "Record is deleted."
-inline constexpr int locked = 3260;            ///< couldn't get the lock within the waiting time
-inline constexpr int connectionFailed = 3151;  ///< the server was not reached or was lost
-inline constexpr int notUpdatable = 3027;      ///< the recordset is read-only
-inline constexpr int other = 3000;             ///< reserved error: the engine's own text
+inline constexpr int requiredField = 3314;     ///< Null in a column that must have a value
+inline constexpr int prohibitedValue = 3317;   ///< a value that the table's own check refuses
+inline constexpr int severalRows = 3354;       ///< a subquery for one value gave several
+inline constexpr int cannotExecuteSelect = 3065; ///< a select was given to execute()
+inline constexpr int notASelect = 3219;          ///< a statement without rows was opened as a set
+inline constexpr int closed = 3420;              ///< a recordset that isn't open was used
+inline constexpr int noTransaction = 3034;       ///< commit or rollback without a begin
+inline constexpr int itemNotFound = 3265;        ///< no such field in the recordset
+inline constexpr int fieldTooSmall = 3163;       ///< text longer than its column
+inline constexpr int typeMismatch = 3464;        ///< data type mismatch in criteria or value
+inline constexpr int needsEdit = 3020;           ///< Update without AddNew or Edit
+inline constexpr int rowDeleted = 3167;          ///< "Record is deleted."
+inline constexpr int locked = 3260;              ///< couldn't get the lock within the waiting time
+inline constexpr int connectionFailed = 3151;    ///< the server was not reached or was lost
+inline constexpr int notUpdatable = 3027;        ///< the recordset is read-only
+inline constexpr int other = 3000;               ///< reserved error: the engine's own text
 } // namespace errors
 
 } // namespace jet

@@ -87,6 +87,8 @@ struct DynasetPlan {
     /// with the base row's key in one more column, behind `columns`. The same parameters as the
     /// select. Columns behind those named here are to be ignored (they keep parameters in use).
     QByteArray keysSql;
+    /// singleTable only: the whole select with the key in one more column, behind `columns`.
+    QByteArray keyedSql;
     /// singleTable only: the select's columns of the row whose key is bound behind the select's
     /// parameters.
     QByteArray rowSql;

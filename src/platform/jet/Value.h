@@ -39,6 +39,10 @@ class Value {
     /// numbers have a full stop and no needless zeros, dates are m/d/yyyy with h:nn:ss AM/PM behind
     /// it where the time isn't midnight (the time alone on 12/30/1899).
     QString toText() const;
+    /// The text of a Text; empty for all other kinds.
+    QStringView textView() const;
+    /// The number of an Integer; 0 for all other kinds.
+    qint64 toInteger() const;
     /// Val of the text; Null is 0, True is -1.
     double toDouble() const;
     /// As toDouble, rounded ties to even; throws values::Overflow outside 32 bits.

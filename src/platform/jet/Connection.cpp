@@ -1,0 +1,297 @@
+#include "platform/jet/Connection.h"
+
+#include "platform/jet/Types.h"
+#include "platform/jet/engines/Sqlite.h"
+#include "platform/values/Clock.h"
+
+namespace jet {
+
+namespace {
+
+constexpr qsizetype cacheSize = 500;
+
+Value momentFor(int special) {
+    const QDateTime now = values::now();
+    switch (special) {
+    case Parameter::today:
+        return now.date();
+    case Parameter::timeOfDay:
+        return QDateTime(QDate(1899, 12, 30), now.time(), Qt::UTC);
+    default:
+        return now;
+    }
+}
+
+bool isAboutNames(const Error& error) {
+    return error.number() == errors::noSuchTable || error.number() == errors::tooFewParameters ||
+           error.number() == errors::unknownField || error.number() == errors::itemNotFound;
+}
+
+Error undoneError() {
+    return Error(errors::other, QStringLiteral("The transaction was undone by the database."));
+}
+
+} // namespace
+
+Connection::Connection(std::unique_ptr<Engine> engine)
+    : m_engine(std::move(engine)), m_dialect(m_engine->dialect()) {
+    m_arguments.setExactMoney(m_dialect.engine == Dialect::Engine::Postgres);
+    m_schema = m_engine->readSchema();
+}
+
+Connection::~Connection() {
+    m_cache.clear();
+}
+
+void Connection::reloadSchema() {
+    m_cache.clear();
+    m_schema = m_engine->readSchema();
+    m_schemaStale = false;
+}
+
+const Schema& Connection::schema() {
+    if (m_schemaStale && !m_broken)
+        reloadSchema();
+    return m_schema;
+}
+
+StatementPtr Connection::cached(const QString& key) {
+    const auto found = m_cache.constFind(key);
+    if (found == m_cache.constEnd())
+        return nullptr;
+    (*found)->lastUse = ++m_uses;
+    return *found;
+}
+
+StatementPtr Connection::keep(const QString& key, Translation translation) {
+    if (m_cache.size() >= cacheSize) {
+        // A quarter goes at once: those that weren't used for longest.
+        std::vector<quint64> uses;
+        uses.reserve(static_cast<std::size_t>(m_cache.size()));
+        for (const StatementPtr& entry : std::as_const(m_cache))
+            uses.push_back(entry->lastUse);
+        const auto quarter = uses.begin() + static_cast<std::ptrdiff_t>(uses.size() / 4);
+        std::nth_element(uses.begin(), quarter, uses.end());
+        const quint64 oldest = *quarter;
+        m_cache.removeIf([oldest](const auto& entry) { return entry.value()->lastUse < oldest; });
+    }
+    auto entry = std::make_shared<CachedStatement>();
+    entry->translation = std::move(translation);
+    entry->lastUse = ++m_uses;
+    m_cache.insert(key, entry);
+    return entry;
+}
+
+template <class Translate>
+StatementPtr Connection::translated(const QString& key, Translate translate) {
+    if (StatementPtr found = cached(key))
+        return found;
+    try {
+        return keep(key, translate());
+    } catch (const Error& error) {
+        // The name may be one that another station has just added.
+        if (!isAboutNames(error) || m_broken || !m_engine->schemaMayHaveChanged())
+            throw;
+        reloadSchema();
+        return keep(key, translate());
+    }
+}
+
+StatementPtr Connection::statement(const Normalized& statement) {
+    if (StatementPtr found = cached(statement.key))
+        return found;
+    StatementPtr entry =
+        translated(statement.key, [&] { return translate(statement, m_schema, m_dialect); });
+    Translation& translation = entry->translation;
+    if (translation.kind == StatementKind::Insert) {
+        const Table* table = m_schema.table(translation.table);
+        const Column* key = table != nullptr ? table->key() : nullptr;
+        entry->givesCounter = key != nullptr && key->type == ColumnType::Counter;
+        if (entry->givesCounter)
+            translation.sql += returning(key->name);
+    }
+    return entry;
+}
+
+StatementPtr Connection::finder(const Normalized& select, const Normalized& criteria) {
+    return translated(select.key + u'\n' + criteria.key,
+                      [&] { return translateFind(select, criteria, m_schema, m_dialect); });
+}
+
+StatementPtr Connection::generated(const QString& key, const std::function<QByteArray()>& sql) {
+    if (StatementPtr found = cached(key))
+        return found;
+    Translation translation;
+    translation.sql = sql();
+    return keep(key, std::move(translation));
+}
+
+Arguments& Connection::newArguments() {
+    m_arguments.clear();
+    return m_arguments;
+}
+
+Arguments& Connection::argumentsOf(const CachedStatement& statement,
+                                   const std::vector<Value>& literals) {
+    m_arguments.clear();
+    for (const Parameter& parameter : statement.translation.parameters) {
+        if (parameter.literal < 0)
+            m_arguments.add(momentFor(parameter.literal), parameter.conversion);
+        else
+            m_arguments.add(literals[static_cast<std::size_t>(parameter.literal)],
+                            parameter.conversion);
+    }
+    return m_arguments;
+}
+
+void Connection::checkUsable() const {
+    if (m_broken)
+        throw undoneError();
+}
+
+void Connection::noteFailure(const Error& error) {
+    if (m_depth > 0 && !m_engine->inTransaction())
+        m_broken = true;
+    if (isAboutNames(error)) // the tables are no longer what the statement was written for
+        m_cache.clear();
+}
+
+Engine::Outcome Connection::run(std::unique_ptr<Prepared>& slot, const QByteArray& sql,
+                                Access access, const Arguments& arguments, Rows* rows, int first) {
+    checkUsable();
+    try {
+        if (!slot)
+            slot = first > 0 ? m_engine->prepareFirst(sql, first) : m_engine->prepare(sql, access);
+        return m_engine->run(*slot, arguments, rows, first > 0 ? first : -1);
+    } catch (const Error& error) {
+        noteFailure(error);
+        throw;
+    }
+}
+
+QByteArray Connection::returning(const QString& keyColumn) const {
+    if (m_dialect.engine == Dialect::Engine::Sqlite)
+        return {};
+    return " RETURNING " + quoted(keyColumn);
+}
+
+QByteArray Connection::quoted(const QString& name) const {
+    QString text = m_dialect.engine == Dialect::Engine::Postgres ? name.toLower() : name;
+    return '"' + text.replace(u'"', QStringLiteral("\"\"")).toUtf8() + '"';
+}
+
+QByteArray Connection::parameter(int number) const {
+    return (m_dialect.engine == Dialect::Engine::Postgres ? '$' : '?') + QByteArray::number(number);
+}
+
+int Connection::execute(QStringView text) {
+    const Normalized normalized = normalize(text);
+    const StatementPtr entry = statement(normalized);
+    switch (entry->translation.kind) {
+    case StatementKind::Select:
+        throw Error(errors::cannotExecuteSelect, QStringLiteral("Cannot execute a select query."));
+    case StatementKind::Insert:
+    case StatementKind::Update:
+    case StatementKind::Delete:
+        return write(*entry, normalized.literals);
+    default:
+        define(*entry, text);
+        return 0;
+    }
+}
+
+int Connection::write(CachedStatement& entry, const std::vector<Value>& literals) {
+    const Arguments& arguments = argumentsOf(entry, literals);
+    const bool server = m_dialect.engine == Dialect::Engine::Postgres;
+    Rows given;
+    const Engine::Outcome outcome = run(entry.whole, entry.translation.sql, Access::Writes,
+                                        arguments, server && entry.givesCounter ? &given : nullptr);
+    if (entry.givesCounter && outcome.touched > 0)
+        m_lastCounter = server ? given.cell(given.count() - 1, 0).integer
+                               : static_cast<Sqlite&>(*m_engine).lastRow();
+    entry.more.resize(entry.translation.more.size());
+    for (std::size_t i = 0; i < entry.more.size(); ++i)
+        run(entry.more[i], entry.translation.more[i], Access::Writes, newArguments());
+    return outcome.touched;
+}
+
+Value Connection::insert(CachedStatement& entry, const Arguments& arguments, const Table& table) {
+    Value identity;
+    if (m_dialect.engine == Dialect::Engine::Sqlite) {
+        run(entry.whole, entry.translation.sql, Access::Writes, arguments);
+        identity = static_cast<Sqlite&>(*m_engine).lastRow();
+    } else {
+        Rows given;
+        run(entry.whole, entry.translation.sql, Access::Writes, arguments, &given);
+        identity = given.isEmpty() ? Value() : valueOf(given.cell(0, 0), std::nullopt);
+    }
+    const Column* key = table.key();
+    if (key != nullptr && key->type == ColumnType::Counter)
+        m_lastCounter = identity.toInteger();
+    return identity;
+}
+
+/// A definition with its indexes: all of it or nothing.
+void Connection::define(const CachedStatement& entry, QStringView text) {
+    const Translation definition = entry.translation;
+    begin();
+    try {
+        if (m_dialect.engine == Dialect::Engine::Postgres && !m_serverPrepared) {
+            for (const QByteArray& sql : serverPrelude())
+                m_engine->execute(sql);
+            m_serverPrepared = true;
+        }
+        m_engine->execute(definition.sql);
+        for (const QByteArray& sql : definition.more)
+            m_engine->execute(sql);
+        commit();
+    } catch (const Error& error) {
+        noteFailure(error);
+        rollback();
+        throw;
+    }
+    m_defined = m_depth > 0;
+    // Setting up a shop runs hundreds of definitions: reading the schema waits until one needs it.
+    m_schemaStale = true;
+    if (definition.kind == StatementKind::CreateTable)
+        m_schema.add(tableFromDefinition(text));
+    else if (definition.kind != StatementKind::CreateIndex)
+        reloadSchema();
+    m_cache.clear();
+}
+
+void Connection::begin() {
+    checkUsable();
+    m_engine->begin(m_depth);
+    ++m_depth;
+}
+
+void Connection::commit() {
+    if (m_depth == 0)
+        throw Error(errors::noTransaction, QStringLiteral("No transaction is open."));
+    checkUsable();
+    try {
+        m_engine->commit(m_depth - 1);
+    } catch (const Error& error) {
+        noteFailure(error);
+        throw;
+    }
+    --m_depth;
+}
+
+void Connection::rollback() {
+    if (m_depth == 0)
+        throw Error(errors::noTransaction, QStringLiteral("No transaction is open."));
+    --m_depth;
+    const bool standing = m_engine->inTransaction();
+    if (m_depth == 0)
+        m_broken = false;
+    if (standing || m_depth == 0)
+        m_engine->rollback(m_depth);
+    if (m_defined && standing)
+        reloadSchema();
+    if (m_depth == 0)
+        m_defined = false;
+}
+
+} // namespace jet

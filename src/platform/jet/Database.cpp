@@ -1,0 +1,138 @@
+#include "platform/jet/Database.h"
+
+#include "platform/jet/Connection.h"
+#include "platform/jet/RecordsetData.h"
+#include "platform/jet/engines/Postgres.h"
+#include "platform/jet/engines/Sqlite.h"
+
+namespace jet {
+
+namespace {
+
+/// A table's bare name stands for all its rows.
+QString selectOf(const QString& source) {
+    const QString name = source.trimmed();
+    const bool bare = std::none_of(name.begin(), name.end(), [](QChar c) { return c.isSpace(); });
+    return bare ? QStringLiteral("SELECT * FROM ") + name : source;
+}
+
+} // namespace
+
+Database::Database(std::unique_ptr<Connection> connection) : m_connection(std::move(connection)) {}
+
+Database::~Database() = default;
+
+std::unique_ptr<Database> Database::openFile(const QString& path) {
+    return std::unique_ptr<Database>(new Database(
+        std::make_unique<Connection>(std::make_unique<Sqlite>(path, Sqlite::Mode::Open))));
+}
+
+std::unique_ptr<Database> Database::createFile(const QString& path) {
+    return std::unique_ptr<Database>(new Database(
+        std::make_unique<Connection>(std::make_unique<Sqlite>(path, Sqlite::Mode::Create))));
+}
+
+std::unique_ptr<Database> Database::openServer(const QString& uri) {
+    return std::unique_ptr<Database>(
+        new Database(std::make_unique<Connection>(std::make_unique<Postgres>(uri))));
+}
+
+Recordset Database::openRecordset(const QString& select, RecordsetType type) {
+    return Recordset(std::make_shared<RecordsetData>(*m_connection, selectOf(select), type));
+}
+
+int Database::execute(const QString& statement) {
+    return m_connection->execute(statement);
+}
+
+namespace {
+
+/// The first row of a select; false where there is none.
+bool firstRow(Connection& connection, const QString& select, Rows& rows, StatementPtr& statement) {
+    const Normalized normalized = normalize(select);
+    statement = connection.statement(normalized);
+    if (statement->translation.kind != StatementKind::Select)
+        throw Error(errors::notASelect,
+                    QStringLiteral("Invalid operation: the statement returns no records."));
+    const Arguments& arguments = connection.argumentsOf(*statement, normalized.literals);
+    connection.run(statement->firstRow, statement->translation.sql, Engine::Access::Reads,
+                   arguments, &rows, 1);
+    return !rows.isEmpty();
+}
+
+} // namespace
+
+Value Database::lookup(const QString& select) {
+    Rows rows;
+    StatementPtr statement;
+    if (!firstRow(*m_connection, select, rows, statement))
+        return {};
+    return valueOf(rows.cell(0, 0), statement->translation.columns.front().type);
+}
+
+bool Database::hasRows(const QString& select) {
+    Rows rows;
+    StatementPtr statement;
+    return firstRow(*m_connection, select, rows, statement);
+}
+
+qint64 Database::lastCounter() const {
+    return m_connection->lastCounter();
+}
+
+const Schema& Database::schema() const {
+    return m_connection->schema();
+}
+
+int Database::width(QStringView table, QStringView column) const {
+    const Table* found = schema().table(table);
+    const Column* wanted = found != nullptr ? found->column(column) : nullptr;
+    return wanted != nullptr ? wanted->width : 0;
+}
+
+bool Database::isServer() const {
+    return m_connection->dialect().engine == Dialect::Engine::Postgres;
+}
+
+QString Database::name() const {
+    return m_connection->engine().name();
+}
+
+void Workspace::beginTrans() {
+    m_database.m_connection->begin();
+}
+void Workspace::commitTrans() {
+    m_database.m_connection->commit();
+}
+void Workspace::rollback() {
+    m_database.m_connection->rollback();
+}
+int Workspace::depth() const {
+    return m_database.m_connection->depth();
+}
+
+Transaction::Transaction(Database& database) : m_workspace(database) {
+    m_workspace.beginTrans();
+}
+
+Transaction::~Transaction() {
+    if (!m_open)
+        return;
+    try {
+        m_workspace.rollback();
+    } catch (const std::exception&) {
+        // What failed is undone all the same: nothing of it was committed.
+    }
+}
+
+void Transaction::commit() {
+    m_workspace.commitTrans();
+    m_open = false;
+}
+
+void Transaction::rollback() {
+    m_open = false;
+    m_workspace.rollback();
+}
+
+} // namespace jet

@@ -1,0 +1,103 @@
+#include "platform/jet/Recordset.h"
+
+#include "platform/jet/RecordsetData.h"
+
+namespace jet {
+
+namespace {
+
+RecordsetData& opened(const std::shared_ptr<RecordsetData>& data) {
+    if (!data)
+        throw Error(errors::closed, QStringLiteral("Object invalid or no longer set."));
+    return *data;
+}
+
+} // namespace
+
+bool Recordset::bof() const {
+    return opened(m_data).bof();
+}
+bool Recordset::eof() const {
+    return opened(m_data).eof();
+}
+int Recordset::recordCount() const {
+    return opened(m_data).recordCount();
+}
+int Recordset::absolutePosition() const {
+    return opened(m_data).absolutePosition();
+}
+
+void Recordset::moveFirst() {
+    opened(m_data).moveFirst();
+}
+void Recordset::moveLast() {
+    opened(m_data).moveLast();
+}
+void Recordset::moveNext() {
+    opened(m_data).moveNext();
+}
+void Recordset::movePrevious() {
+    opened(m_data).movePrevious();
+}
+void Recordset::moveTo(int position) {
+    opened(m_data).moveTo(position);
+}
+
+void Recordset::findFirst(const QString& criteria) {
+    opened(m_data).findFirst(criteria);
+}
+bool Recordset::noMatch() const {
+    return opened(m_data).noMatch();
+}
+
+Value Recordset::bookmark() const {
+    return opened(m_data).bookmark();
+}
+void Recordset::setBookmark(const Value& mark) {
+    opened(m_data).setBookmark(mark);
+}
+
+Value Recordset::operator[](QStringView name) const {
+    return opened(m_data).field(name);
+}
+Value Recordset::field(int index) const {
+    return opened(m_data).field(index);
+}
+QStringList Recordset::fieldNames() const {
+    return opened(m_data).fieldNames();
+}
+
+void Recordset::addNew() {
+    opened(m_data).addNew();
+}
+void Recordset::edit() {
+    opened(m_data).edit();
+}
+void Recordset::set(QStringView name, const Value& value) {
+    opened(m_data).set(name, value);
+}
+void Recordset::update() {
+    opened(m_data).update();
+}
+void Recordset::cancelUpdate() {
+    opened(m_data).cancelUpdate();
+}
+void Recordset::remove() {
+    opened(m_data).remove();
+}
+Value Recordset::lastAddedKey() const {
+    return opened(m_data).lastAddedKey();
+}
+
+void Recordset::requery() {
+    opened(m_data).load();
+}
+void Recordset::refreshRow() {
+    opened(m_data).refreshRow();
+}
+
+const QString& Recordset::sql() const {
+    return opened(m_data).sql();
+}
+
+} // namespace jet

@@ -1,0 +1,449 @@
+#include "platform/jet/RecordsetData.h"
+
+namespace jet {
+
+namespace {
+
+/// A set of no more rows than this is read with its keys in one go.
+constexpr int rowsReadAtOnce = 200;
+constexpr QChar occurrenceMark(0x1f);
+
+Error noCurrentRecord() {
+    return Error(errors::noCurrentRecord, QStringLiteral("No current record."));
+}
+
+Error rowDeleted() {
+    return Error(errors::rowDeleted, QStringLiteral("Record is deleted."));
+}
+
+} // namespace
+
+RecordsetData::RecordsetData(Connection& connection, const QString& select, RecordsetType type)
+    : m_connection(connection), m_sql(select), m_type(type), m_select(normalize(select)) {
+    load();
+}
+
+void RecordsetData::load() {
+    m_statement = m_connection.statement(m_select);
+    if (translation().kind != StatementKind::Select)
+        throw Error(errors::notASelect,
+                    QStringLiteral("Invalid operation: the statement returns no records."));
+    m_keys.clear();
+    m_rows.clear();
+    m_changed.clear();
+    m_cells.clear();
+    m_removed = m_rowsStand = m_noMatch = false;
+    m_current = Current::Unread;
+    m_editing = Editing::No;
+    m_position = -1;
+
+    const auto& plan = translation().dynaset;
+    m_kind = m_type == RecordsetType::Snapshot || !plan ? Kind::Whole
+             : plan->singleTable                        ? Kind::Keyed
+                                                        : Kind::Joined;
+    if (m_kind == Kind::Keyed) {
+        loadKeyed();
+    } else {
+        const Arguments& arguments = m_connection.argumentsOf(*m_statement, m_select.literals);
+        if (m_kind == Kind::Joined)
+            m_connection.run(m_statement->keys, plan->keysSql, Engine::Access::Reads, arguments,
+                             &m_rows);
+        else
+            m_connection.run(m_statement->whole, translation().sql, Engine::Access::Reads,
+                             arguments, &m_rows);
+    }
+    m_position = stored() > 0 ? 0 : -1;
+    m_fresh = true;
+}
+
+void RecordsetData::loadKeyed() {
+    const DynasetPlan& plan = *translation().dynaset;
+    m_mark = m_connection.engine().mark();
+    const Arguments& arguments = m_connection.argumentsOf(*m_statement, m_select.literals);
+    const Engine::Outcome outcome =
+        m_connection.run(m_statement->keyed, plan.keyedSql, Engine::Access::Reads, arguments,
+                         &m_rows, rowsReadAtOnce);
+    m_rowsStand = outcome.complete;
+    if (outcome.complete) {
+        m_keys.take(m_rows, columnCount(), keyType());
+        return;
+    }
+    m_rows.clear();
+    Rows keys;
+    m_connection.run(m_statement->keys, plan.keysSql, Engine::Access::Reads, arguments, &keys);
+    m_keys.take(keys, 0, keyType());
+}
+
+const Table& RecordsetData::baseTable() const {
+    const Table* table = translation().dynaset && m_kind != Kind::Whole
+                             ? m_connection.schema().table(translation().dynaset->table)
+                             : nullptr;
+    if (table == nullptr)
+        throw Error(errors::notUpdatable,
+                    QStringLiteral("Cannot update. Database or object is read-only."));
+    return *table;
+}
+
+std::optional<ColumnType> RecordsetData::keyType() const {
+    const Table* table = m_connection.schema().table(translation().dynaset->table);
+    const Column* key = table != nullptr ? table->key() : nullptr;
+    return key != nullptr ? key->type : ColumnType::Long;
+}
+
+Value RecordsetData::keyAt(int position) const {
+    if (m_kind == Kind::Keyed)
+        return m_keys.at(position);
+    return valueOf(m_rows.cell(position, columnCount()), keyType());
+}
+
+void RecordsetData::goTo(int position) {
+    m_position = position;
+    m_current = Current::Unread;
+    m_fresh = false;
+}
+
+void RecordsetData::drop(int position) {
+    if (m_kind == Kind::Keyed)
+        m_keys.erase(position);
+    if (position < m_rows.count())
+        m_rows.erase(position);
+    if (!m_changed.isEmpty()) {
+        decltype(m_changed) moved;
+        for (auto it = m_changed.cbegin(); it != m_changed.cend(); ++it)
+            if (it.key() != position)
+                moved.insert(it.key() - (it.key() > position ? 1 : 0), it.value());
+        m_changed = std::move(moved);
+    }
+}
+
+/// A row that was deleted here leaves the set when the position leaves it; the position is then
+/// between its neighbours.
+void RecordsetData::dropRemoved() {
+    if (!m_removed)
+        return;
+    m_removed = false;
+    if (m_kind != Kind::Joined) {
+        drop(m_position);
+        return;
+    }
+    // The base row is gone from every row of the join that showed it.
+    const Value key = keyAt(m_position);
+    for (int row = m_rows.count() - 1; row >= 0; --row) {
+        if (keyAt(row) == key) {
+            drop(row);
+            if (row < m_position)
+                --m_position;
+        }
+    }
+}
+
+/// Goes on in a direction past rows that other stations have deleted; they leave the set.
+void RecordsetData::skipGone(int step) {
+    while (m_position >= 0 && m_position < stored() && !readCurrent()) {
+        drop(m_position);
+        goTo(step > 0 ? m_position : m_position - 1);
+    }
+}
+
+void RecordsetData::moveFirst() {
+    m_editing = Editing::No;
+    dropRemoved();
+    goTo(0);
+    skipGone(1);
+}
+
+void RecordsetData::moveLast() {
+    m_editing = Editing::No;
+    dropRemoved();
+    goTo(stored() - 1);
+    skipGone(-1);
+}
+
+void RecordsetData::moveNext() {
+    if (eof())
+        throw noCurrentRecord();
+    m_editing = Editing::No;
+    if (m_removed) {
+        dropRemoved();
+        goTo(m_position);
+    } else {
+        goTo(m_position + 1);
+    }
+    skipGone(1);
+}
+
+void RecordsetData::movePrevious() {
+    if (bof())
+        throw noCurrentRecord();
+    m_editing = Editing::No;
+    dropRemoved();
+    goTo(m_position - 1);
+    skipGone(-1);
+}
+
+void RecordsetData::moveTo(int position) {
+    if (m_removed && position > m_position)
+        --position;
+    m_editing = Editing::No;
+    dropRemoved();
+    if (position < 0 || position >= stored())
+        throw noCurrentRecord();
+    goTo(position);
+}
+
+void RecordsetData::needCurrent() const {
+    if (bof() || eof())
+        throw noCurrentRecord();
+    if (m_removed)
+        throw rowDeleted();
+}
+
+/// Has the current row's cells at hand; false if the row has gone.
+bool RecordsetData::readCurrent() {
+    if (m_current != Current::Unread)
+        return m_current == Current::Read;
+    if (m_kind != Kind::Keyed) {
+        m_rows.read(m_position, m_cells);
+    } else {
+        if (m_rowsStand && m_position < m_rows.count() &&
+            (m_fresh || m_connection.engine().stillStands(m_mark)))
+            m_rows.read(m_position, m_cells);
+        else if (!fetch())
+            return false;
+    }
+    m_current = Current::Read;
+    return true;
+}
+
+/// Reads the current row from the database.
+bool RecordsetData::fetch() {
+    m_rowsStand = false;
+    m_fetched.clear();
+    Arguments& arguments = m_connection.argumentsOf(*m_statement, m_select.literals);
+    arguments.add(m_keys.at(m_position));
+    m_connection.run(m_statement->row, translation().dynaset->rowSql, Engine::Access::Reads,
+                     arguments, &m_fetched);
+    if (m_fetched.isEmpty()) {
+        m_current = Current::Gone;
+        return false;
+    }
+    m_fetched.read(0, m_cells);
+    m_current = Current::Read;
+    return true;
+}
+
+int RecordsetData::columnNamed(QStringView name) const {
+    const std::vector<ResultColumn>& columns = translation().columns;
+    const auto equal = [](const QString& a, QStringView b) {
+        return a.size() == b.size() && a.compare(b, Qt::CaseInsensitive) == 0;
+    };
+    for (std::size_t i = 0; i < columns.size(); ++i)
+        if (equal(columns[i].name, name))
+            return static_cast<int>(i);
+    const qsizetype point = name.indexOf(u'.');
+    if (point > 0)
+        for (std::size_t i = 0; i < columns.size(); ++i)
+            if (equal(columns[i].table, name.left(point)) &&
+                equal(columns[i].name, name.mid(point + 1)))
+                return static_cast<int>(i);
+    throw Error(errors::itemNotFound,
+                QStringLiteral("Item not found in this collection: '%1'.").arg(name));
+}
+
+Value RecordsetData::currentField(int index) {
+    needCurrent();
+    if (!readCurrent())
+        throw rowDeleted();
+    if (!m_changed.isEmpty()) {
+        const auto row = m_changed.constFind(m_position);
+        if (row != m_changed.cend())
+            for (const auto& [column, value] : *row)
+                if (column == index)
+                    return value;
+    }
+    const auto place = static_cast<std::size_t>(index);
+    return valueOf(m_cells[place], translation().columns[place].type);
+}
+
+Value RecordsetData::field(QStringView name) {
+    const int index = columnNamed(name);
+    if (m_editing != Editing::No)
+        return field(index);
+    return currentField(index);
+}
+
+QStringList RecordsetData::fieldNames() const {
+    QStringList names;
+    for (const ResultColumn& column : translation().columns)
+        names << column.name;
+    return names;
+}
+
+/// The key, so that the mark means the same row after the set was read again. Of a join that shows
+/// the same base row several times also which of them; of a set without keys its place.
+Value RecordsetData::bookmark() {
+    needCurrent();
+    if (m_kind == Kind::Whole)
+        return m_position;
+    const Value key = keyAt(m_position);
+    if (m_kind == Kind::Keyed)
+        return key;
+    int before = 0;
+    for (int row = 0; row < m_position; ++row)
+        before += keyAt(row) == key ? 1 : 0;
+    return before == 0 ? key : Value(key.toText() + occurrenceMark + QString::number(before));
+}
+
+void RecordsetData::setBookmark(const Value& mark) {
+    m_editing = Editing::No;
+    dropRemoved();
+    relocate(mark);
+    if (!readCurrent())
+        throw rowDeleted();
+}
+
+void RecordsetData::relocate(const Value& mark) {
+    int place = -1;
+    if (m_kind == Kind::Keyed) {
+        place = m_keys.find(mark);
+    } else if (m_kind == Kind::Whole) {
+        place = mark.isNull() ? -1 : static_cast<int>(mark.toLong());
+    } else {
+        const QString text = mark.toText();
+        const qsizetype at = text.indexOf(occurrenceMark);
+        int skip = at < 0 ? 0 : text.mid(at + 1).toInt();
+        const Value key = at < 0 ? mark : Value(text.left(at));
+        for (int row = 0; row < stored() && place < 0; ++row)
+            if (keyAt(row) == key && skip-- == 0)
+                place = row;
+    }
+    if (place < 0 || place >= stored())
+        throw rowDeleted();
+    goTo(place);
+}
+
+void RecordsetData::refreshRow() {
+    needCurrent();
+    m_editing = Editing::No;
+    if (m_kind == Kind::Keyed) {
+        fetch();
+        return;
+    }
+    const Value mark = bookmark();
+    const int position = m_position;
+    load();
+    try {
+        relocate(mark);
+    } catch (const Error&) {
+        goTo(std::min(position, stored() - 1));
+        throw;
+    }
+}
+
+void RecordsetData::found(int position) {
+    m_noMatch = position < 0;
+    if (m_noMatch)
+        return;
+    if (m_removed && position != m_position) {
+        const Value mark = m_kind == Kind::Whole ? Value(position) : keyAt(position);
+        if (m_kind == Kind::Keyed) {
+            dropRemoved();
+            position = m_keys.find(mark);
+        } else {
+            const int before = m_rows.count();
+            const bool behind = position > m_position;
+            dropRemoved();
+            if (behind)
+                position -= before - m_rows.count();
+        }
+    }
+    goTo(position);
+}
+
+void RecordsetData::findFirst(const QString& criteria) {
+    m_editing = Editing::No;
+    const Normalized normalized = normalize(criteria);
+    if (m_kind != Kind::Keyed)
+        findByRows(normalized);
+    else if (!findByKey(normalized))
+        findByQuery(normalized);
+}
+
+/// `Key = n` alone needs no query; false if the criterion is another.
+bool RecordsetData::findByKey(const Normalized& criteria) {
+    const QString& name = translation().dynaset->keyColumn;
+    const QStringView key = criteria.key;
+    if (criteria.literals.size() != 1 || m_keys.count() == 0)
+        return false;
+    QStringView left = key.left(key.indexOf(u'=')).trimmed();
+    const QStringView right = key.mid(key.indexOf(u'=') + 1).trimmed();
+    if (!key.contains(u'=') || right.size() != 2 || right[0] != u'?' ||
+        (right[1] == u't') != (keyType() == ColumnType::Text || keyType() == ColumnType::Memo))
+        return false;
+    if (left.startsWith(u'[') && left.endsWith(u']'))
+        left = left.mid(1, left.size() - 2);
+    if (left.compare(name, Qt::CaseInsensitive) != 0)
+        return false;
+    const int place = m_keys.find(criteria.literals.front());
+    if (place < 0 || (place == m_position && m_removed)) {
+        m_noMatch = true;
+        return true;
+    }
+    const int position = m_position;
+    const Value before = position >= 0 && position < stored() ? m_keys.at(position) : Value();
+    found(place);
+    if (!readCurrent()) { // another station has deleted it
+        drop(m_position);
+        goTo(before.isNull() ? position : m_keys.find(before));
+        m_noMatch = true;
+    }
+    return true;
+}
+
+bool RecordsetData::findByQuery(const Normalized& criteria) {
+    const StatementPtr finder = m_connection.finder(m_select, criteria);
+    std::vector<Value> literals = m_select.literals;
+    literals.insert(literals.end(), criteria.literals.begin(), criteria.literals.end());
+    // The first of them is in the set but for rows that were added since.
+    constexpr int few = 20;
+    for (const int limit : {few, 0}) {
+        const Arguments& arguments = m_connection.argumentsOf(*finder, literals);
+        Rows rows;
+        const Engine::Outcome outcome =
+            m_connection.run(limit > 0 ? finder->firstRow : finder->whole, finder->translation.sql,
+                             Engine::Access::Reads, arguments, &rows, limit);
+        for (int row = 0; row < rows.count(); ++row) {
+            const int place = m_keys.find(valueOf(rows.cell(row, 0), keyType()));
+            if (place >= 0 && !(place == m_position && m_removed)) {
+                found(place);
+                return true;
+            }
+        }
+        if (outcome.complete)
+            break;
+    }
+    m_noMatch = true;
+    return false;
+}
+
+bool RecordsetData::findByRows(const Normalized& criteria) {
+    const Criteria test(criteria);
+    std::vector<Cell> cells;
+    for (int row = 0; row < m_rows.count(); ++row) {
+        if (row == m_position && m_removed)
+            continue;
+        m_rows.read(row, cells);
+        const bool matches = test.matches([&](const QString& name) {
+            const auto place = static_cast<std::size_t>(columnNamed(name));
+            return valueOf(cells[place], translation().columns[place].type);
+        });
+        if (matches) {
+            found(row);
+            return true;
+        }
+    }
+    m_noMatch = true;
+    return false;
+}
+
+} // namespace jet

@@ -1,0 +1,116 @@
+#pragma once
+
+#include "platform/jet/Connection.h"
+#include "platform/jet/Keys.h"
+#include "platform/jet/Recordset.h"
+#include "platform/jet/Rows.h"
+
+namespace jet {
+
+/// What the copies of a Recordset share. See Recordset for the meaning of its functions.
+class RecordsetData {
+  public:
+    RecordsetData(Connection& connection, const QString& select, RecordsetType type);
+
+    const QString& sql() const { return m_sql; }
+    void load();
+
+    bool bof() const { return stored() == 0 || m_position < 0; }
+    bool eof() const { return stored() == 0 || m_position >= stored(); }
+    int recordCount() const { return stored() - (m_removed ? 1 : 0); }
+    int absolutePosition() const { return bof() || eof() ? -1 : m_position; }
+
+    void moveFirst();
+    void moveLast();
+    void moveNext();
+    void movePrevious();
+    void moveTo(int position);
+    void findFirst(const QString& criteria);
+    bool noMatch() const { return m_noMatch; }
+    Value bookmark();
+    void setBookmark(const Value& mark);
+
+    Value field(QStringView name);
+    Value field(int index);
+    QStringList fieldNames() const;
+
+    void addNew();
+    void edit();
+    void set(QStringView field, const Value& value);
+    void update();
+    void cancelUpdate();
+    void remove();
+    const Value& lastAddedKey() const { return m_lastAddedKey; }
+    void refreshRow();
+
+  private:
+    /// Keyed: rows of one table, fetched by their keys. Joined: held rows with the base row's key
+    /// behind them. Whole: held rows, not to be edited.
+    enum class Kind { Keyed, Joined, Whole };
+    enum class Editing { No, Added, Changed };
+    enum class Current { Unread, Read, Gone };
+    struct Assignment {
+        const Column* column;
+        Value value;
+    };
+
+    const Translation& translation() const { return m_statement->translation; }
+    int columnCount() const { return static_cast<int>(translation().columns.size()); }
+    int stored() const { return m_kind == Kind::Keyed ? m_keys.count() : m_rows.count(); }
+    Value keyAt(int position) const;
+    std::optional<ColumnType> keyType() const;
+    const Table& baseTable() const;
+
+    void loadKeyed();
+    void goTo(int position);
+    void dropRemoved();
+    void drop(int position);
+    void skipGone(int step);
+    bool readCurrent();
+    bool fetch();
+    void needCurrent() const;
+    void relocate(const Value& mark);
+
+    int columnNamed(QStringView name) const;
+    Value currentField(int index);
+    const Column& editedColumn(QStringView name) const;
+    const Assignment* assigned(const QString& column) const;
+    void insertRow();
+    void updateRow();
+
+    bool findByKey(const Normalized& criteria);
+    bool findByQuery(const Normalized& criteria);
+    bool findByRows(const Normalized& criteria);
+    void found(int position);
+
+    Connection& m_connection;
+    QString m_sql;
+    RecordsetType m_type;
+    Normalized m_select;
+    StatementPtr m_statement;
+    Kind m_kind = Kind::Whole;
+
+    Keys m_keys; ///< Keyed
+    Rows m_rows; ///< Joined and Whole: all; Keyed: those of the first keys, read with them
+    ChangeMark m_mark;
+    bool m_fresh = false;     ///< nothing moved since the set was read
+    bool m_rowsStand = false; ///< Keyed: m_rows may be shown while the mark stands
+
+    int m_position = -1;
+    bool m_removed =
+        false; ///< the current row was deleted here; it leaves the set with the next move
+    Current m_current = Current::Unread;
+    Rows m_fetched; ///< Keyed: the current row
+    std::vector<Cell> m_cells;
+    bool m_noMatch = false;
+
+    Editing m_editing = Editing::No;
+    Value m_editedKey;
+    Table m_editedTable;
+    std::vector<Assignment> m_assignments;
+    Value m_lastAddedKey;
+    /// Joined: fields that were changed here, by place.
+    QHash<int, std::vector<std::pair<int, Value>>> m_changed;
+};
+
+} // namespace jet

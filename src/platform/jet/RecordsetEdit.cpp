@@ -1,0 +1,210 @@
+#include "platform/jet/RecordsetData.h"
+
+namespace jet {
+
+namespace {
+
+/// A default as the schema tells it: a literal of the dialect or of the engine.
+Value defaultOf(const Column& column) {
+    QString text = column.defaultValue;
+    if (text.isEmpty() || text.compare(QStringView(u"null"), Qt::CaseInsensitive) == 0)
+        return column.type == ColumnType::YesNo ? Value(false) : Value();
+    if (text.startsWith(u'\'') && text.endsWith(u'\''))
+        text = text.mid(1, text.size() - 2).replace(QStringLiteral("''"), QStringLiteral("'"));
+    try {
+        return storedValue(text, column);
+    } catch (const Error&) { // computed by the engine when the row is written
+        return {};
+    }
+}
+
+} // namespace
+
+Value RecordsetData::field(int index) {
+    if (index < 0 || index >= columnCount())
+        throw Error(errors::itemNotFound, QStringLiteral("Item not found in this collection."));
+    if (m_editing == Editing::No)
+        return currentField(index);
+    const ResultColumn& column = translation().columns[static_cast<std::size_t>(index)];
+    if (const Assignment* assignment = assigned(column.name))
+        return assignment->value;
+    if (m_editing == Editing::Changed)
+        return currentField(index);
+    const Column* stored = m_editedTable.column(column.name);
+    return stored != nullptr ? defaultOf(*stored) : Value();
+}
+
+const RecordsetData::Assignment* RecordsetData::assigned(const QString& column) const {
+    for (const Assignment& assignment : m_assignments)
+        if (assignment.column->name.compare(column, Qt::CaseInsensitive) == 0)
+            return &assignment;
+    return nullptr;
+}
+
+void RecordsetData::addNew() {
+    m_editedTable = baseTable();
+    m_assignments.clear();
+    m_editing = Editing::Added;
+}
+
+void RecordsetData::edit() {
+    const Table& table = baseTable();
+    needCurrent();
+    m_editing = Editing::No;
+    if (m_kind == Kind::Keyed ? !fetch() : !readCurrent())
+        throw Error(errors::rowDeleted, QStringLiteral("Record is deleted."));
+    m_editedTable = table;
+    m_editedKey = keyAt(m_position);
+    m_assignments.clear();
+    m_editing = Editing::Changed;
+}
+
+const Column& RecordsetData::editedColumn(QStringView name) const {
+    const ResultColumn& shown = translation().columns[static_cast<std::size_t>(columnNamed(name))];
+    const Column* column = m_editedTable.column(shown.name);
+    if (column == nullptr)
+        throw Error(errors::notUpdatable,
+                    QStringLiteral("Cannot update '%1': it belongs to another table.").arg(name));
+    return *column;
+}
+
+void RecordsetData::set(QStringView field, const Value& value) {
+    if (m_editing == Editing::No)
+        throw Error(errors::needsEdit,
+                    QStringLiteral("Update or CancelUpdate without AddNew or Edit."));
+    const Column& column = editedColumn(field);
+    Value stored = storedValue(value, column);
+    for (Assignment& assignment : m_assignments) {
+        if (assignment.column == &column) {
+            assignment.value = std::move(stored);
+            return;
+        }
+    }
+    m_assignments.push_back({&column, std::move(stored)});
+}
+
+void RecordsetData::update() {
+    switch (m_editing) {
+    case Editing::No:
+        throw Error(errors::needsEdit,
+                    QStringLiteral("Update or CancelUpdate without AddNew or Edit."));
+    case Editing::Added:
+        insertRow();
+        break;
+    case Editing::Changed:
+        updateRow();
+        break;
+    }
+    m_editing = Editing::No;
+    m_assignments.clear();
+}
+
+void RecordsetData::insertRow() {
+    QString names = QStringLiteral("+") + m_editedTable.name;
+    for (const Assignment& assignment : m_assignments)
+        names += u'\t' + assignment.column->name;
+    const QString& keyColumn = translation().dynaset->keyColumn;
+    const StatementPtr statement = m_connection.generated(names, [&] {
+        QByteArrayList columns, values;
+        for (const Assignment& assignment : m_assignments) {
+            columns << m_connection.quoted(assignment.column->name);
+            values << m_connection.parameter(static_cast<int>(columns.size()));
+        }
+        return "INSERT INTO " + m_connection.quoted(m_editedTable.name) +
+               (columns.isEmpty()
+                    ? QByteArray(" DEFAULT VALUES")
+                    : " (" + columns.join(", ") + ") VALUES (" + values.join(", ") + ')') +
+               m_connection.returning(keyColumn);
+    });
+    Arguments& arguments = m_connection.newArguments();
+    for (const Assignment& assignment : m_assignments)
+        arguments.add(assignment.value);
+    Value key = m_connection.insert(*statement, arguments, m_editedTable);
+    // A key that isn't counted is the one that was given.
+    if (const Column* column = m_editedTable.key();
+        column != nullptr && column->type != ColumnType::Counter) {
+        const Assignment* given = assigned(column->name);
+        key = given != nullptr ? given->value : Value();
+    }
+    m_lastAddedKey = key;
+    if (m_kind == Kind::Keyed) {
+        m_keys.append(key);
+        m_rowsStand = false;
+    }
+}
+
+void RecordsetData::updateRow() {
+    if (m_assignments.empty())
+        return;
+    QString names = QStringLiteral("=") + m_editedTable.name;
+    for (const Assignment& assignment : m_assignments)
+        names += u'\t' + assignment.column->name;
+    const QString& keyColumn = translation().dynaset->keyColumn;
+    const StatementPtr statement = m_connection.generated(names, [&] {
+        QByteArray sql;
+        int number = 0;
+        for (const Assignment& assignment : m_assignments)
+            sql += (sql.isEmpty() ? "" : ", ") + m_connection.quoted(assignment.column->name) +
+                   " = " + m_connection.parameter(++number);
+        return "UPDATE " + m_connection.quoted(m_editedTable.name) + " SET " + sql + " WHERE " +
+               m_connection.quoted(keyColumn) + " = " + m_connection.parameter(number + 1);
+    });
+    Arguments& arguments = m_connection.newArguments();
+    for (const Assignment& assignment : m_assignments)
+        arguments.add(assignment.value);
+    arguments.add(m_editedKey);
+    const Engine::Outcome outcome = m_connection.run(statement->whole, statement->translation.sql,
+                                                     Engine::Access::Writes, arguments);
+    if (outcome.touched == 0) {
+        m_editing = Editing::No;
+        m_current = Current::Gone;
+        throw Error(errors::rowDeleted, QStringLiteral("Record is deleted."));
+    }
+
+    if (m_kind == Kind::Keyed) {
+        m_current = Current::Unread;
+        m_rowsStand = false;
+        const Column* key = m_editedTable.key();
+        if (const Assignment* given = key != nullptr ? assigned(key->name) : nullptr)
+            m_keys.replace(m_position, given->value);
+        return;
+    }
+    // All rows of the join that show the base row.
+    for (int row = 0; row < m_rows.count(); ++row) {
+        if (!(keyAt(row) == m_editedKey))
+            continue;
+        auto& changed = m_changed[row];
+        for (const Assignment& assignment : m_assignments) {
+            const int column = columnNamed(assignment.column->name);
+            changed.emplace(changed.begin(), column, assignment.value);
+        }
+    }
+}
+
+void RecordsetData::cancelUpdate() {
+    m_editing = Editing::No;
+    m_assignments.clear();
+}
+
+void RecordsetData::remove() {
+    const Table& table = baseTable();
+    needCurrent();
+    m_editing = Editing::No;
+    const QString& keyColumn = translation().dynaset->keyColumn;
+    const StatementPtr statement = m_connection.generated(QStringLiteral("-") + table.name, [&] {
+        return "DELETE FROM " + m_connection.quoted(table.name) + " WHERE " +
+               m_connection.quoted(keyColumn) + " = " + m_connection.parameter(1);
+    });
+    Arguments& arguments = m_connection.newArguments();
+    arguments.add(keyAt(m_position));
+    const Engine::Outcome outcome = m_connection.run(statement->whole, statement->translation.sql,
+                                                     Engine::Access::Writes, arguments);
+    if (outcome.touched == 0) {
+        m_current = Current::Gone;
+        throw Error(errors::rowDeleted, QStringLiteral("Record is deleted."));
+    }
+    m_removed = true;
+    m_rowsStand = false;
+}
+
+} // namespace jet

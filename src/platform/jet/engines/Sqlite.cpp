@@ -1,0 +1,363 @@
+#include "platform/jet/engines/Sqlite.h"
+
+#include "platform/jet/Error.h"
+#include "platform/jet/Types.h"
+
+#include <QFileInfo>
+#include <QStorageInfo>
+
+namespace jet {
+
+namespace {
+
+constexpr int busyMilliseconds = 20000;
+
+class SqlitePrepared : public Prepared {
+  public:
+    explicit SqlitePrepared(sqlite3_stmt* statement) : m_statement(statement) {}
+    ~SqlitePrepared() override { sqlite3_finalize(m_statement); }
+    sqlite3_stmt* statement() const { return m_statement; }
+
+  private:
+    sqlite3_stmt* m_statement;
+};
+
+/// Ends a statement on the way out, so that no read or lock outlives its call.
+class Stepping {
+  public:
+    explicit Stepping(sqlite3_stmt* statement) : m_statement(statement) {}
+    ~Stepping() { sqlite3_reset(m_statement); }
+    Stepping(const Stepping&) = delete;
+    Stepping& operator=(const Stepping&) = delete;
+
+  private:
+    sqlite3_stmt* m_statement;
+};
+
+/// The write-ahead log needs memory that all stations share: not to be had over a network.
+bool isOnNetwork(const QString& path) {
+    if (path.startsWith(QStringLiteral("//")))
+        return true;
+    const QByteArray type = QStorageInfo(QFileInfo(path).absolutePath()).fileSystemType().toLower();
+    for (const char* network : {"nfs", "cifs", "smb", "afs", "sshfs", "davfs", "ceph", "gluster"})
+        if (type.contains(network))
+            return true;
+    return false;
+}
+
+QString textAt(sqlite3_stmt* statement, int column) {
+    const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement, column));
+    return QString::fromUtf8(text, sqlite3_column_bytes(statement, column));
+}
+
+void takeRow(sqlite3_stmt* statement, int columns, Rows& rows) {
+    rows.beginRow();
+    for (int i = 0; i < columns; ++i) {
+        switch (sqlite3_column_type(statement, i)) {
+        case SQLITE_NULL:
+            rows.addNull();
+            break;
+        case SQLITE_INTEGER:
+            rows.addInteger(sqlite3_column_int64(statement, i));
+            break;
+        case SQLITE_FLOAT:
+            rows.addReal(sqlite3_column_double(statement, i));
+            break;
+        default: {
+            const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement, i));
+            rows.addText(text, sqlite3_column_bytes(statement, i));
+        }
+        }
+    }
+    rows.endRow();
+}
+
+} // namespace
+
+Sqlite::Sqlite(const QString& path, Mode mode) : m_path(path) {
+    try {
+        openFile(mode);
+        configure();
+    } catch (...) {
+        closeStatements();
+        sqlite3_close_v2(m_db);
+        throw;
+    }
+}
+
+Sqlite::~Sqlite() {
+    closeStatements();
+    sqlite3_close_v2(m_db); // waits for statements that recordsets still hold
+}
+
+void Sqlite::closeStatements() {
+    for (auto* statement : {&m_begin, &m_commit, &m_dataVersion, &m_schemaVersion})
+        statement->reset();
+}
+
+void Sqlite::openFile(Mode mode) {
+    const QFileInfo file(m_path);
+    if (mode == Mode::Create && file.exists())
+        throw Error(errors::other, QStringLiteral("The database '%1' already exists.").arg(m_path));
+    if (mode == Mode::Open && !file.isFile())
+        throw Error(errors::cannotOpenFile,
+                    QStringLiteral("Could not find file '%1'.").arg(m_path));
+    if (mode == Mode::Open && file.size() == 0)
+        fail(SQLITE_NOTADB);
+    const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX |
+                      (mode == Mode::Create ? SQLITE_OPEN_CREATE : 0);
+    const int code = sqlite3_open_v2(m_path.toUtf8().constData(), &m_db, flags, nullptr);
+    if (code != SQLITE_OK)
+        fail(code);
+}
+
+void Sqlite::configure() {
+    sqlite3_extended_result_codes(m_db, 1);
+    sqlite3_busy_timeout(m_db, busyMilliseconds);
+    sqlite3_db_config(m_db, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
+    sqlite3_db_config(m_db, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
+    execute("PRAGMA foreign_keys = OFF");
+    execute("PRAGMA temp_store = MEMORY");
+    execute("PRAGMA cache_size = -65536");
+    number("PRAGMA schema_version", m_schemaVersion); // the first look into the file
+
+    const bool readOnly = sqlite3_db_readonly(m_db, "main") == 1;
+    if (readOnly)
+        return;
+    // With the log a killed program loses nothing, and a power cut at most the last moments but
+    // never the file; without it every transaction must reach the disk.
+    const auto mode =
+        prepare(isOnNetwork(m_path) ? "PRAGMA journal_mode = DELETE" : "PRAGMA journal_mode = WAL",
+                Access::Reads);
+    Rows rows;
+    run(*mode, Arguments(), &rows, -1);
+    const bool logged =
+        !rows.isEmpty() && valueOf(rows.cell(0, 0), ColumnType::Text).toText() == u"wal";
+    execute(logged ? "PRAGMA synchronous = NORMAL" : "PRAGMA synchronous = FULL");
+}
+
+std::unique_ptr<Prepared> Sqlite::prepare(const QByteArray& sql, Access) {
+    sqlite3_stmt* statement = nullptr;
+    const int code = sqlite3_prepare_v3(m_db, sql.constData(), static_cast<int>(sql.size()) + 1,
+                                        SQLITE_PREPARE_PERSISTENT, &statement, nullptr);
+    if (code != SQLITE_OK)
+        fail(code);
+    return std::make_unique<SqlitePrepared>(statement);
+}
+
+std::unique_ptr<Prepared> Sqlite::prepareFirst(const QByteArray& sql, int) {
+    return prepare(sql, Access::Reads); // rows that nobody takes aren't looked for
+}
+
+Engine::Outcome Sqlite::run(Prepared& prepared, const Arguments& arguments, Rows* rows, int limit) {
+    sqlite3_stmt* statement = static_cast<SqlitePrepared&>(prepared).statement();
+    for (int i = 0; i < arguments.count(); ++i) {
+        const Arguments::Argument& argument = arguments.at(i);
+        switch (argument.kind) {
+        case Arguments::Kind::Null:
+            sqlite3_bind_null(statement, i + 1);
+            break;
+        case Arguments::Kind::Integer:
+            sqlite3_bind_int64(statement, i + 1, argument.integer);
+            break;
+        case Arguments::Kind::Real:
+            sqlite3_bind_double(statement, i + 1, argument.real);
+            break;
+        case Arguments::Kind::Text:
+            sqlite3_bind_text(statement, i + 1, arguments.text(argument), argument.size,
+                              SQLITE_STATIC);
+            break;
+        }
+    }
+
+    Stepping stepping(statement);
+    Outcome outcome;
+    int code = sqlite3_step(statement);
+    if (code == SQLITE_ROW) {
+        const int columns = sqlite3_column_count(statement);
+        for (int taken = 0; code == SQLITE_ROW; code = sqlite3_step(statement), ++taken) {
+            if (taken == limit) {
+                outcome.complete = false;
+                return outcome;
+            }
+            if (rows != nullptr)
+                takeRow(statement, columns, *rows);
+        }
+    }
+    if (code != SQLITE_DONE)
+        fail(code);
+    if (!sqlite3_stmt_readonly(statement))
+        outcome.touched = sqlite3_changes(m_db);
+    return outcome;
+}
+
+void Sqlite::execute(const QByteArray& sql) {
+    const int code = sqlite3_exec(m_db, sql.constData(), nullptr, nullptr, nullptr);
+    if (code != SQLITE_OK)
+        fail(code);
+}
+
+void Sqlite::begin(int depth) {
+    if (depth > 0) {
+        execute("SAVEPOINT level" + QByteArray::number(depth));
+        return;
+    }
+    // Begun as a writer: stations then wait here for each other. One that read first and wrote
+    // later would be refused as soon as another had written in between.
+    if (!m_begin)
+        m_begin = prepare("BEGIN IMMEDIATE", Access::Writes);
+    run(*m_begin, Arguments(), nullptr, -1);
+}
+
+void Sqlite::commit(int depth) {
+    if (depth > 0) {
+        execute("RELEASE level" + QByteArray::number(depth));
+        return;
+    }
+    if (!m_commit)
+        m_commit = prepare("COMMIT", Access::Writes);
+    run(*m_commit, Arguments(), nullptr, -1);
+}
+
+void Sqlite::rollback(int depth) {
+    if (depth > 0) {
+        const QByteArray level = "level" + QByteArray::number(depth);
+        execute("ROLLBACK TO " + level);
+        execute("RELEASE " + level);
+    } else if (inTransaction()) { // after some failures SQLite has done it by itself
+        execute("ROLLBACK");
+    }
+}
+
+qint64 Sqlite::number(const char* pragma, std::unique_ptr<Prepared>& statement) {
+    if (!statement)
+        statement = prepare(pragma, Access::Reads);
+    sqlite3_stmt* stepped = static_cast<SqlitePrepared&>(*statement).statement();
+    Stepping stepping(stepped);
+    const int code = sqlite3_step(stepped);
+    if (code != SQLITE_ROW)
+        fail(code);
+    return sqlite3_column_int64(stepped, 0);
+}
+
+ChangeMark Sqlite::mark() {
+    return {number("PRAGMA data_version", m_dataVersion), sqlite3_total_changes64(m_db), {}};
+}
+
+bool Sqlite::stillStands(const ChangeMark& mark) {
+    return mark.own == sqlite3_total_changes64(m_db) &&
+           mark.others == number("PRAGMA data_version", m_dataVersion);
+}
+
+bool Sqlite::schemaMayHaveChanged() {
+    return number("PRAGMA schema_version", m_schemaVersion) != m_readSchemaVersion;
+}
+
+Schema Sqlite::readSchema() {
+    m_readSchemaVersion = number("PRAGMA schema_version", m_schemaVersion);
+    Schema schema;
+    std::vector<Table> tables;
+    const auto each = [this](const char* sql, auto&& take) {
+        const auto prepared = prepare(sql, Access::Reads);
+        sqlite3_stmt* statement = static_cast<SqlitePrepared&>(*prepared).statement();
+        Stepping stepping(statement);
+        int code;
+        while ((code = sqlite3_step(statement)) == SQLITE_ROW)
+            take(statement);
+        if (code != SQLITE_DONE)
+            fail(code);
+    };
+    each("SELECT m.name, c.name, c.type, c.pk, c.dflt_value, "
+         "(SELECT count(*) FROM pragma_table_info(m.name) k WHERE k.pk > 0) "
+         "FROM sqlite_schema m JOIN pragma_table_info(m.name) c "
+         "WHERE m.type = 'table' AND m.name NOT LIKE 'sqlite\\_%' ESCAPE '\\' "
+         "ORDER BY m.rowid, c.cid",
+         [&](sqlite3_stmt* row) {
+             const QString name = textAt(row, 0);
+             if (tables.empty() || tables.back().name != name)
+                 tables.emplace_back().name = name;
+             Column column;
+             column.name = textAt(row, 1);
+             const QString declared = textAt(row, 2);
+             column.primaryKey = sqlite3_column_int(row, 3) > 0;
+             const bool automatic =
+                 column.primaryKey && sqlite3_column_int(row, 5) == 1 &&
+                 declared.compare(QStringView(u"integer"), Qt::CaseInsensitive) == 0;
+             const DeclaredType type = typeFromDeclaration(declared, automatic, dialect());
+             column.type = type.type;
+             column.width = type.width;
+             column.defaultValue = textAt(row, 4);
+             tables.back().columns.push_back(std::move(column));
+         });
+    each("SELECT m.name, i.name, i.\"unique\", c.name FROM sqlite_schema m "
+         "JOIN pragma_index_list(m.name) i JOIN pragma_index_info(i.name) c "
+         "WHERE m.type = 'table' AND i.origin = 'c' ORDER BY m.rowid, i.seq DESC, c.seqno",
+         [&](sqlite3_stmt* row) {
+             const QString name = textAt(row, 0), index = textAt(row, 1);
+             for (Table& table : tables) {
+                 if (table.name != name)
+                     continue;
+                 if (table.indexes.empty() || table.indexes.back().name != index)
+                     table.indexes.push_back({index, {}, sqlite3_column_int(row, 2) != 0});
+                 table.indexes.back().columns.append(textAt(row, 3));
+             }
+         });
+    for (Table& table : tables)
+        schema.add(std::move(table));
+    return schema;
+}
+
+void Sqlite::fail(int code) const {
+    const QString text =
+        QString::fromUtf8(m_db != nullptr ? sqlite3_errmsg(m_db) : sqlite3_errstr(code));
+    switch (code) {
+    case SQLITE_CONSTRAINT_UNIQUE:
+    case SQLITE_CONSTRAINT_PRIMARYKEY:
+    case SQLITE_CONSTRAINT_ROWID:
+        throw duplicateError();
+    case SQLITE_CONSTRAINT_CHECK:
+        if (text.endsWith(QStringLiteral("_width")))
+            throw fieldTooSmallError();
+        throw Error(errors::prohibitedValue, text);
+    case SQLITE_CONSTRAINT_NOTNULL:
+        throw requiredFieldError(text.section(u':', -1).trimmed());
+    case SQLITE_CONSTRAINT_DATATYPE:
+    case SQLITE_MISMATCH:
+        throw typeMismatchError();
+    case SQLITE_TOOBIG:
+        throw fieldTooSmallError();
+    default:
+        break;
+    }
+    switch (code & 0xff) {
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+        throw lockedError();
+    case SQLITE_NOTADB:
+    case SQLITE_CORRUPT:
+        throw Error(errors::unrecognizedFormat,
+                    QStringLiteral("Unrecognized database format '%1'.").arg(m_path));
+    case SQLITE_CANTOPEN:
+        throw Error(errors::cannotOpenFile,
+                    QStringLiteral("Could not find file '%1'.").arg(m_path));
+    case SQLITE_READONLY:
+        throw Error(errors::notUpdatable,
+                    QStringLiteral("Cannot update. Database or object is read-only."));
+    case SQLITE_ERROR:
+        if (text.startsWith(QStringLiteral("no such table")))
+            throw Error(errors::noSuchTable, text);
+        if (text.startsWith(QStringLiteral("no such column")))
+            throw Error(errors::tooFewParameters,
+                        QStringLiteral("Too few parameters. Expected 1."));
+        if (text.contains(QStringLiteral("syntax error")))
+            throw Error(errors::syntax, text);
+        if (text.contains(QStringLiteral("integer overflow")))
+            throw overflowError();
+        break;
+    default:
+        break;
+    }
+    throw Error(errors::other, text);
+}
+
+} // namespace jet

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "platform/jet/engines/Engine.h"
+
+#include <sqlite3.h>
+
+namespace jet {
+
+/// A database file.
+class Sqlite : public Engine {
+  public:
+    enum class Mode { Open, Create };
+    Sqlite(const QString& path, Mode mode);
+    ~Sqlite() override;
+
+    Dialect dialect() const override { return Dialect::sqlite(); }
+    QString name() const override { return m_path; }
+    std::unique_ptr<Prepared> prepare(const QByteArray& sql, Access access) override;
+    std::unique_ptr<Prepared> prepareFirst(const QByteArray& sql, int limit) override;
+    Outcome run(Prepared& statement, const Arguments& arguments, Rows* rows, int limit) override;
+    void execute(const QByteArray& sql) override;
+    void begin(int depth) override;
+    void commit(int depth) override;
+    void rollback(int depth) override;
+    bool inTransaction() const override { return sqlite3_get_autocommit(m_db) == 0; }
+    Schema readSchema() override;
+    bool schemaMayHaveChanged() override;
+    ChangeMark mark() override;
+    bool stillStands(const ChangeMark& mark) override;
+
+    /// The row identity that the last INSERT was given.
+    qint64 lastRow() const { return sqlite3_last_insert_rowid(m_db); }
+
+  private:
+    void openFile(Mode mode);
+    void configure();
+    void closeStatements();
+    qint64 number(const char* pragma, std::unique_ptr<Prepared>& statement);
+    [[noreturn]] void fail(int code) const;
+
+    QString m_path;
+    sqlite3* m_db = nullptr;
+    std::unique_ptr<Prepared> m_begin, m_commit, m_dataVersion, m_schemaVersion;
+    qint64 m_readSchemaVersion = -1;
+};
+
+} // namespace jet

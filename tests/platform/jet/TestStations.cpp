@@ -1,0 +1,134 @@
+#include "support/DatabaseFixture.h"
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+using namespace testsupport;
+
+namespace {
+
+/// Several stations at one database, as connections and as processes.
+class StationsTest : public DatabaseFixture {
+  protected:
+    void SetUp() override {
+        DatabaseFixture::SetUp();
+        if (IsSkipped() || HasFatalFailure())
+            return;
+        execute(u"CREATE TABLE Item (ItemID COUNTER PRIMARY KEY, Name TEXT(20), Stock LONG)");
+        execute(u"INSERT INTO Item (Name, Stock) VALUES ('Bolt', 0)");
+    }
+
+    /// Runs `action` on a station in a process of its own; its process id.
+    template <class Action>
+    pid_t inProcess(Action action) {
+        testDatabase().close(); // a connection must not be taken into the child
+        const pid_t child = fork();
+        if (child == 0) {
+            int status = 1;
+            try {
+                const auto own = station();
+                action(*own);
+                status = 0;
+            } catch (const std::exception& error) {
+                fprintf(stderr, "station: %s\n", error.what());
+            }
+            _exit(status);
+        }
+        return child;
+    }
+    static int statusOf(pid_t child) {
+        int status = 0;
+        waitpid(child, &status, 0);
+        return status;
+    }
+};
+
+TEST_P(StationsTest, LoseNoUpdateOfEachOther) {
+    const auto work = [](jet::Database& own) {
+        for (int i = 0; i < 60; ++i) {
+            jet::Transaction transaction(own);
+            jet::Recordset rs = own.openRecordset(QStringLiteral("SELECT * FROM Item"));
+            rs.edit();
+            rs.set(u"Stock", rs[u"Stock"].toLong() + 1);
+            rs.update();
+            own.execute(QStringLiteral("INSERT INTO Item (Name) VALUES ('row')"));
+            transaction.commit();
+            own.execute(QStringLiteral("UPDATE Item SET Stock = Stock + 1 WHERE ItemID = 1"));
+        }
+    };
+    const pid_t children[] = {inProcess(work), inProcess(work), inProcess(work)};
+    for (const pid_t child : children)
+        EXPECT_EQ(statusOf(child), 0);
+    const auto own = station();
+    EXPECT_EQ(rows(*own, QStringLiteral("SELECT Stock FROM Item WHERE ItemID = 1")),
+              QStringList(QStringLiteral("360")));
+    EXPECT_EQ(own->lookup(QStringLiteral("SELECT COUNT(*) FROM Item")).toLong(), 181);
+}
+
+TEST_P(StationsTest, LeaveNothingOfATransactionThatWasKilled) {
+    const pid_t child = inProcess([](jet::Database& own) {
+        own.execute(QStringLiteral("INSERT INTO Item (Name) VALUES ('whole')"));
+        jet::Workspace(own).beginTrans();
+        own.execute(QStringLiteral("UPDATE Item SET Stock = 99"));
+        own.execute(QStringLiteral("DELETE FROM Item WHERE ItemID = 2"));
+        kill(getpid(), SIGKILL);
+    });
+    EXPECT_EQ(WTERMSIG(statusOf(child)), SIGKILL);
+    const auto own = station();
+    EXPECT_EQ(rows(*own, QStringLiteral("SELECT Name, Stock FROM Item ORDER BY ItemID")),
+              (QStringList{QStringLiteral("Bolt|0"), QStringLiteral("whole|")}));
+    EXPECT_EQ(own->execute(QStringLiteral("UPDATE Item SET Stock = 1")), 2);
+}
+
+TEST_P(StationsTest, SeeEachOthersRowsWhenTheyReadAgain) {
+    const auto other = station();
+    jet::Recordset rs = db().openRecordset(QStringLiteral("SELECT * FROM Item ORDER BY ItemID"));
+    other->execute(QStringLiteral("INSERT INTO Item (Name) VALUES ('Nut')"));
+    other->execute(QStringLiteral("UPDATE Item SET Stock = 5 WHERE ItemID = 1"));
+    EXPECT_EQ(rs.recordCount(), 1);
+    rs.refreshRow();
+    EXPECT_EQ(rs.text(u"Stock"), u"5");
+    rs.requery();
+    EXPECT_EQ(rs.recordCount(), 2);
+    rs.edit();
+    other->execute(QStringLiteral("UPDATE Item SET Name = 'Screw' WHERE ItemID = 1"));
+    rs.set(u"Stock", 6);
+    rs.update();
+    EXPECT_EQ(rs.text(u"Name"), u"Screw") << "an edit writes only what was set";
+}
+
+TEST_P(StationsTest, PassOverRowsThatAnotherDeleted) {
+    const auto other = station();
+    {
+        jet::Transaction transaction(db());
+        for (int i = 2; i <= 300; ++i) // more than are read at once
+            db().execute(QStringLiteral("INSERT INTO Item (Stock) VALUES (%1)").arg(i));
+        transaction.commit();
+    }
+    jet::Recordset rs = db().openRecordset(QStringLiteral("SELECT * FROM Item ORDER BY ItemID"));
+    other->execute(QStringLiteral("DELETE FROM Item WHERE ItemID BETWEEN 2 AND 4"));
+    other->execute(QStringLiteral("DELETE FROM Item WHERE ItemID > 298"));
+    EXPECT_EQ(rs.recordCount(), 300);
+    rs.moveNext();
+    EXPECT_EQ(rs[u"ItemID"].toLong(), 5);
+    rs.moveLast();
+    EXPECT_EQ(rs[u"ItemID"].toLong(), 298);
+    rs.moveTo(2);
+    const jet::Value mark = rs.bookmark();
+    other->execute(QStringLiteral("DELETE FROM Item WHERE ItemID = ") + mark.toText());
+    EXPECT_EQ(errorOf([&] { rs[u"Stock"]; }), jet::errors::rowDeleted);
+    EXPECT_EQ(errorOf([&] { rs.edit(); }), jet::errors::rowDeleted);
+    EXPECT_EQ(errorOf([&] { rs.setBookmark(mark); }), jet::errors::rowDeleted);
+    rs.moveFirst();
+    rs.edit();
+    rs.set(u"Stock", 7);
+    other->execute(QStringLiteral("DELETE FROM Item WHERE ItemID = 1"));
+    EXPECT_EQ(errorOf([&] { rs.update(); }), jet::errors::rowDeleted);
+    EXPECT_EQ(errorOf([&] { rs[u"Stock"]; }), jet::errors::rowDeleted);
+    rs.moveNext();
+    EXPECT_EQ(rs[u"ItemID"].toLong(), 5);
+}
+
+MIRSA_BOTH_ENGINES(StationsTest);
+
+} // namespace
