@@ -115,6 +115,7 @@ class Emitter {
     QByteArray from(const std::vector<Source>& sources, Scope& scope, const Scope* parent);
     QByteArray source(const Source& source, Scope& scope, const Scope* parent);
     void declare(const Source& source, Scope& scope, const Scope* parent);
+    int placeOf(const Expression& order, const SelectParts& parts, bool compound) const;
     QByteArray orderBy(const Query& query, const SelectParts& parts, bool expanded);
     QByteArray naturalOrder(const SelectParts& parts) const;
     static QByteArray joined(const SelectParts& parts, const QByteArray& list,

@@ -171,9 +171,9 @@ QByteArray Emitter::value(const Expression& expression, const Scope& scope, Type
                 if (parts.columns[i].name.compare(expression.name, Qt::CaseInsensitive) != 0)
                     continue;
                 m_criteriaColumns = nullptr;
-                const QByteArray sql = parts.expressions[i] != nullptr
-                                           ? value(*parts.expressions[i], scope)
-                                           : parts.list[static_cast<qsizetype>(i)];
+                QByteArray sql = parts.expressions[i] != nullptr
+                                     ? value(*parts.expressions[i], scope)
+                                     : parts.list[static_cast<qsizetype>(i)];
                 m_criteriaColumns = &parts;
                 return sql;
             }
@@ -241,7 +241,7 @@ QByteArray Emitter::asNumber(const Expression& expression, const Scope& scope) {
         return literal(expression,
                        expression.kind == LiteralKind::Text ? Type(ColumnType::Double) : Type(),
                        Use::Compare);
-    const QByteArray sql = bracketed(expression, scope);
+    QByteArray sql = bracketed(expression, scope);
     if (type == ColumnType::YesNo)
         return "(CASE WHEN " + sql + " <> 0 THEN -1 ELSE 0 END)";
     if (isText(type)) {
@@ -586,7 +586,7 @@ QByteArray Emitter::assigned(const Expression& expression, const Scope& scope,
         return !type || isText(type) ? value(expression, scope) : asText(expression, scope);
     if (target == ColumnType::DateTime || !type)
         return value(expression, scope);
-    const QByteArray sql = asNumber(expression, scope);
+    QByteArray sql = asNumber(expression, scope);
     if (isWhole(target))
         return isWhole(type) ? sql : rounded(sql, 0);
     if (target == ColumnType::Currency && !isWhole(type) &&

@@ -169,6 +169,27 @@ QByteArray Emitter::joined(const SelectParts& parts, const QByteArray& list,
     return sql;
 }
 
+/// Which column of the select list an ORDER BY means and must be named by its number: an alias, any
+/// column of a union, any shown one of a DISTINCT. -1 for none.
+int Emitter::placeOf(const Expression& order, const SelectParts& parts, bool compound) const {
+    const Resolved resolved = find(parts.scope, order.qualifier, order.name);
+    for (std::size_t i = 0; i < parts.columns.size(); ++i) {
+        const bool sameName = parts.columns[i].name.compare(order.name, Qt::CaseInsensitive) == 0;
+        const Expression* item = parts.expressions[i];
+        bool shown = false; // it is this very column
+        if (item == nullptr) {
+            shown = resolved && parts.list[static_cast<qsizetype>(i)] == columnSql(resolved);
+        } else if (item->is(Node::Column)) {
+            shown = resolved &&
+                    find(parts.scope, item->qualifier, item->name).column == resolved.column;
+        }
+        const bool alias = item != nullptr && order.qualifier.isEmpty() && sameName && !shown;
+        if (compound ? sameName : alias || (parts.distinct && shown))
+            return static_cast<int>(i);
+    }
+    return -1;
+}
+
 /// The order of the rows, Nulls first. Columns of the select list are named by their number where
 /// the engine asks for it; `expanded` writes them out, for a text that has other columns.
 QByteArray Emitter::orderBy(const Query& query, const SelectParts& parts, bool expanded) {
@@ -189,27 +210,7 @@ QByteArray Emitter::orderBy(const Query& query, const SelectParts& parts, bool e
                                 .arg(place + 1));
         } else if (expression.is(Node::Column)) {
             const Resolved resolved = find(parts.scope, expression.qualifier, expression.name);
-            for (std::size_t i = 0; i < parts.columns.size() && place < 0; ++i) {
-                const ResultColumn& column = parts.columns[i];
-                const bool sameName =
-                    column.name.compare(expression.name, Qt::CaseInsensitive) == 0;
-                const Expression* item = parts.expressions[i];
-                const bool renamed = item != nullptr &&
-                                     (!item->is(Node::Column) ||
-                                      (resolved && column.name.compare(resolved.column->name,
-                                                                       Qt::CaseInsensitive) != 0));
-                if (compound ? sameName
-                             : expression.qualifier.isEmpty() && sameName && (renamed || !resolved))
-                    place = static_cast<int>(i);
-                else if (parts.distinct && resolved && item != nullptr && item->is(Node::Column)) {
-                    const Resolved shown = find(parts.scope, item->qualifier, item->name);
-                    if (shown.column == resolved.column)
-                        place = static_cast<int>(i);
-                } else if (parts.distinct && resolved && item == nullptr &&
-                           parts.list[static_cast<qsizetype>(i)] == columnSql(resolved)) {
-                    place = static_cast<int>(i);
-                }
-            }
+            place = placeOf(expression, parts, compound);
             if (resolved && !compound)
                 nullable =
                     resolved.column->nullable || resolved.source != &parts.scope.sources.front();

@@ -11,10 +11,10 @@ namespace {
 /// Letters, digits, _ and $, and everything beyond ASCII: one look in a table.
 constexpr std::array<bool, 128> wordTable = [] {
     std::array<bool, 128> table{};
-    for (char c = 'a'; c <= 'z'; ++c)
-        table[static_cast<std::size_t>(c)] = table[static_cast<std::size_t>(c - 32)] = true;
-    for (char c = '0'; c <= '9'; ++c)
-        table[static_cast<std::size_t>(c)] = true;
+    for (unsigned char c = 'a'; c <= 'z'; ++c)
+        table[c] = table[c - 32U] = true;
+    for (unsigned char c = '0'; c <= '9'; ++c)
+        table[c] = true;
     table['_'] = table['$'] = true;
     return table;
 }();

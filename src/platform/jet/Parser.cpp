@@ -289,13 +289,11 @@ Source Parser::source() {
     Source left = sourcePrimary();
     while (true) {
         Source join;
-        if (acceptWord(u"inner")) {
+        if (acceptWord(u"inner") || peek().isWord(u"join")) {
             join.kind = Source::Kind::Inner;
         } else if (peek().isWord(u"left") || peek().isWord(u"right")) {
             join.kind = take().isWord(u"left") ? Source::Kind::Left : Source::Kind::Right;
             acceptWord(u"outer");
-        } else if (peek().isWord(u"join")) {
-            join.kind = Source::Kind::Inner;
         } else {
             return left;
         }
