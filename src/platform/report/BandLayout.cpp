@@ -129,8 +129,10 @@ BandLayout::Grown BandLayout::text(const Element& element, const QString& text,
     if (text.trimmed().isEmpty())
         return grown;
     const auto& measure = *m_measures[static_cast<std::size_t>(element.style)];
-    const QStringList lines = element.grow ? measure.lines(text, element.w)
-                                           : QStringList{measure.shortened(text, element.w)};
+    QStringList lines = element.grow ? measure.lines(text, element.w)
+                                     : QStringList{measure.shortened(text, element.w)};
+    if (element.skipEmptyLines)
+        lines.removeIf([](const QString& line) { return line.trimmed().isEmpty(); });
     const double needed = static_cast<double>(lines.size()) * measure.lineHeight();
     double y = std::max(0.0, (height - needed) * element.verticalShare);
     grown.height = needed;

@@ -31,7 +31,10 @@ struct ExpressionNode {
         Divide,
         Join,
         Iif,
-        IsEmpty
+        IsEmpty,
+        Left,
+        Upper,
+        JoinFilled
     };
     Op op = Op::Literal;
     Value literal;
@@ -239,6 +242,12 @@ class Parser {
             return node(Op::Iif, std::move(arguments));
         if (dot < 0 && function == u"isempty" && count == 1)
             return node(Op::IsEmpty, std::move(arguments));
+        if (dot < 0 && function == u"left" && count == 2)
+            return node(Op::Left, std::move(arguments));
+        if (dot < 0 && function == u"upper" && count == 1)
+            return node(Op::Upper, std::move(arguments));
+        if (dot < 0 && function == u"join" && count > 1)
+            return node(Op::JoinFilled, std::move(arguments));
         static const QHash<QString, TotalKind> totals{{QStringLiteral("sum"), TotalKind::Sum},
                                                       {QStringLiteral("count"), TotalKind::Count},
                                                       {QStringLiteral("avg"), TotalKind::Average},
@@ -363,6 +372,19 @@ Value nodeValue(const ExpressionNode& node, const Scope& scope) {
         return kid(0).toBool() ? kid(1) : kid(2);
     case Op::IsEmpty:
         return kid(0).toText().trimmed().isEmpty();
+    case Op::Left:
+        return kid(0).toText().left(static_cast<qsizetype>(kid(1).toDouble()));
+    case Op::Upper:
+        return kid(0).toText().toUpper();
+    case Op::JoinFilled: {
+        QStringList filled;
+        for (std::size_t index = 1; index < node.kids.size(); ++index) {
+            const QString text = kid(index).toText().trimmed();
+            if (!text.isEmpty())
+                filled.append(text);
+        }
+        return filled.join(kid(0).toText());
+    }
     default:
         return arithmetic(node.op, kid(0), kid(1));
     }

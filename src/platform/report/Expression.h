@@ -15,7 +15,8 @@ namespace report {
 class Scope {
   public:
     virtual ~Scope() = default;
-    /// A field by name, or one of page, pages, title, printdate, rownumber. Throws ReportError
+    /// A field by name, or one of page, pages, title, printdate, printtime, currency,
+    /// rownumber. Throws ReportError
     /// (invalidFieldName).
     virtual jet::Value field(const QString& name) const = 0;
     virtual jet::Value total(int id) const = 0;
@@ -35,8 +36,9 @@ struct TotalRequest {
 
 /// A value worked out of the fields of a row: names (`PartNo`, `Job.PartNo`, `[Part No]`), numbers,
 /// text in single quotes, true, false, + - * / & (joins texts), = <> < > <= >=, and, or, not,
-/// iif(condition, a, b), isempty(x), and the totals sum, avg, min, max, count. Empty fields count
-/// as 0 in arithmetic; text compares without regard to case.
+/// iif(condition, a, b), isempty(x), left(text, n), upper(text), join(separator, a, b, ...) of
+/// those that aren't empty, and the totals sum, avg, min, max, count. Empty fields count as 0 in
+/// arithmetic; text compares without regard to case.
 class Expression {
   public:
     /// Throws std::invalid_argument with what is wrong.

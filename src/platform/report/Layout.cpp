@@ -32,6 +32,7 @@ struct Columns {
 /// A list whose rows are going by.
 struct Level {
     QString name; ///< lower case
+    const List* list = nullptr;
     Columns columns;
     std::vector<Value> row;
     int rowNumber = 0;
@@ -79,9 +80,9 @@ struct Sum {
 
 class Composer : public Scope {
   public:
-    Composer(const ReportFile& file, RowSource& source, const Progress& progress,
+    Composer(const ReportFile& file, RowSource& source, const LayoutOptions& options,
              Document& document)
-        : m_file(file), m_source(source), m_progress(progress), m_document(document),
+        : m_file(file), m_source(source), m_options(options), m_document(document),
           m_bands(file, document),
           m_pages(file.paper, {[this](int page) { return header(page); },
                                [this](int page) { return frame(m_file.pageFooter, page); },
@@ -111,6 +112,10 @@ class Composer : public Scope {
             const int place = level->columns.find(wanted);
             if (place >= 0)
                 return cell(*level, place);
+            for (const auto& computed : level->list->computed) {
+                if (computed.name == wanted)
+                    return computedValue(computed);
+            }
         }
         const auto dot = wanted.indexOf(u'.');
         if (dot > 0) {
@@ -133,6 +138,19 @@ class Composer : public Scope {
     }
 
   private:
+    Value computedValue(const Computed& computed) const {
+        struct Depth {
+            int& depth;
+            explicit Depth(int& counter) : depth(counter) { ++depth; }
+            ~Depth() { --depth; }
+        } depth(m_depth);
+        if (m_depth > 50)
+            throw ReportError(codes::invalidFieldName,
+                              QStringLiteral("%1: the computed field %2 is worked out of itself")
+                                  .arg(m_file.path, computed.name));
+        return computed.value.value(*this);
+    }
+
     static Value cell(const Level& level, int place) {
         return level.row.empty() ? Value() : level.row[static_cast<std::size_t>(place)];
     }
@@ -144,6 +162,8 @@ class Composer : public Scope {
             return QString(QChar(pageTotalMark));
         if (wanted == u"title")
             return m_file.title;
+        if (wanted == u"currency")
+            return m_options.currencySymbol;
         if (wanted == u"printdate")
             return values::today();
         if (wanted == u"printtime")
@@ -158,6 +178,7 @@ class Composer : public Scope {
         auto rows = m_source.open(sql);
         Level level;
         level.name = list.name.toLower();
+        level.list = &list;
         level.columns = Columns(rows->fieldNames());
         m_levels.push_back(std::move(level));
         resetTotals(list, -1);
@@ -282,16 +303,16 @@ class Composer : public Scope {
     void done(Page&& page) {
         m_document.append(page);
         constexpr int milliseconds = 100;
-        if (!m_progress || m_sinceProgress.elapsed() < milliseconds)
+        if (!m_options.progress || m_sinceProgress.elapsed() < milliseconds)
             return;
-        if (!m_progress(m_document.pageCount()))
+        if (!m_options.progress(m_document.pageCount()))
             throw ReportError(codes::cancelled, QStringLiteral("Cancelled"));
         m_sinceProgress.restart();
     }
 
     const ReportFile& m_file;
     RowSource& m_source;
-    const Progress& m_progress;
+    const LayoutOptions& m_options;
     Document& m_document;
     BandLayout m_bands;
     Paginator m_pages;
@@ -299,7 +320,8 @@ class Composer : public Scope {
     std::vector<Sum> m_sums;
     std::vector<TotalKind> m_kinds;
     int m_headers = 0;
-    int m_framed = 0; ///< the page whose frame is being laid out; 0: none
+    mutable int m_depth = 0; ///< of computed fields that name each other
+    int m_framed = 0;        ///< the page whose frame is being laid out; 0: none
     QElapsedTimer m_sinceProgress = [] {
         QElapsedTimer timer;
         timer.start();
@@ -408,9 +430,9 @@ QString reportSql(const Query& query, const RowSource& source, const QString& fo
 }
 
 std::unique_ptr<Document> layOut(const ReportFile& file, RowSource& source, const QString& formula,
-                                 const Progress& progress) {
+                                 const LayoutOptions& options) {
     auto document = std::make_unique<Document>();
-    Composer(file, source, progress, *document).run(formula);
+    Composer(file, source, options, *document).run(formula);
     return document;
 }
 

@@ -11,10 +11,15 @@ namespace report {
 /// Called with the number of pages made so far, now and then; false breaks off.
 using Progress = std::function<bool(int pages)>;
 
+struct LayoutOptions {
+    Progress progress = {};
+    QString currencySymbol = QStringLiteral("$"); ///< what {currency} prints
+};
+
 /// Runs the report's queries, restricted by the selection formula, and lays out its pages. Throws
 /// ReportError with the engine's code.
 std::unique_ptr<Document> layOut(const ReportFile& file, RowSource& source, const QString& formula,
-                                 const Progress& progress = {});
+                                 const LayoutOptions& options = {});
 
 /// The select of the report's own rows with the condition of the formula in its place.
 QString reportSql(const Query& query, const RowSource& source, const QString& formula);

@@ -25,8 +25,9 @@ int Report::printReport() {
         const ReportFile file = readReportFile(reportFileName);
         ProgressBox progress(QStringLiteral("Preparing the report: page %1 ..."), windowTitle,
                              parentWindow);
-        std::shared_ptr<const Document> document = layOut(
-            file, m_source, selectionFormula, [&](int pages) { return progress.goOn(pages); });
+        std::shared_ptr<const Document> document =
+            layOut(file, m_source, selectionFormula,
+                   {[&](int pages) { return progress.goOn(pages); }, currencySymbol});
         progress.close();
         const WindowPlacing placing{windowTitle.isEmpty() ? file.title : windowTitle,
                                     windowLeft,

@@ -36,6 +36,7 @@ class Report {
     QString reportFileName;   ///< with its path
     QString selectionFormula; ///< empty: all records
     QString windowTitle;
+    QString currencySymbol = QStringLiteral("$");
     int windowHeight = 0, windowWidth = 0, windowTop = 0, windowLeft = 0;
     QPointer<QWidget> parentWindow;
 

@@ -47,7 +47,8 @@ struct Element {
     int style = 0; ///< index into ReportFile::styles
     Align align = Align::Left;
     double verticalShare = 0; ///< where the text stands in its height: 0 top, 0.5 middle, 1 bottom
-    bool grow = true;         ///< wrapped into as many lines as it takes; else one line, with "..."
+    bool skipEmptyLines = false; ///< as in addresses
+    bool grow = true; ///< wrapped into as many lines as it takes; else one line, with "..."
 
     double thickness = 0.2;
     QColor color = Qt::black; ///< of lines, of a box's frame
@@ -92,9 +93,16 @@ struct Total {
     int group = -1; ///< index of the group whose start sets it back; -1: runs over all rows
 };
 
+/// A value worked out of the fields of a row, under a name of its own.
+struct Computed {
+    QString name; ///< lower case
+    Expression value;
+};
+
 /// The rows of a query and what is printed of them.
 struct List {
     QString name;
+    std::vector<Computed> computed;
     Template query; ///< of a list inside another; its braces name fields of the rows around it
     std::vector<Group> groups;
     Section header, detail, footer;

@@ -283,6 +283,11 @@ class Reader {
             if (is(QLatin1String("query")) && &list != &m_report.body) {
                 plain();
                 list.query = Template::parse(content().simplified());
+            } else if (is(QLatin1String("computed"))) {
+                Attributes attributes(*this);
+                const QString name = attributes.required(QLatin1String("name")).toLower();
+                attributes.end();
+                list.computed.push_back({name, Expression::parse(content())});
             } else if (is(QLatin1String("group"))) {
                 readGroup(list);
             } else if (is(QLatin1String("header"))) {
@@ -472,6 +477,7 @@ class Reader {
         element.verticalShare = attributes.choice<double>(
             QLatin1String("valign"), {{"top", 0.0}, {"middle", 0.5}, {"bottom", 1.0}}, 0.0);
         element.grow = attributes.flag(QLatin1String("grow"), true);
+        element.skipEmptyLines = attributes.flag(QLatin1String("skipEmptyLines"), false);
     }
 
     /// The text of an element: its lines joined by blanks, <br/> begins a new one.

@@ -1,0 +1,89 @@
+#include "core/ReportLaunch.h"
+
+#include "core/MirsaMain.h"
+#include "core/ReportErrors.h"
+#include "platform/report/Report.h"
+#include "platform/screen/MsgBox.h"
+#include "platform/screen/Pointer.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+
+namespace core {
+
+namespace {
+
+/// File name of the catalogue's row that meets the criterion; empty if there is none.
+QString catalogued(const QString& criteria) {
+    auto reports = MainDatabase().openRecordset(QStringLiteral("Select * from Reports"));
+    if (reports.isEmpty())
+        return {};
+    reports.moveFirst();
+    reports.findFirst(criteria);
+    return reports.noMatch() ? QString() : reports.text(u"FileName");
+}
+
+void complain(const QString& text, const QString& title) {
+    screen::MsgBox(text, screen::Buttons::Ok, screen::Icon::Critical, title);
+}
+
+} // namespace
+
+void launchDefaultReport(const QString& module, const QString& formula, const QString& title,
+                         QWidget* parent) {
+    const QString fileName =
+        catalogued(QStringLiteral("Module = '") + module + QStringLiteral("' and Default = true"));
+    if (fileName.isEmpty()) {
+        complain(QStringLiteral("You do not have a Default Report specified for this Module or the "
+                                "Default Report is missing!"),
+                 QStringLiteral("No Default Report"));
+        return;
+    }
+    launchReportFile(fileName, formula, title, parent);
+}
+
+void launchReportFile(const QString& fileName, const QString& formula, const QString& title,
+                      QWidget* parent) {
+    screen::BusyPointer pointer(screen::BusyPointer::ArrowAndHourglass);
+    // Catalogued names and fixed ones may carry the separator in front.
+    QString name = fileName;
+    while (name.startsWith(u'\\') || name.startsWith(u'/'))
+        name.remove(0, 1);
+    report::DatabaseRowSource source(MainDatabase());
+    report::Report report(source);
+    report.reportFileName = programFile(name);
+    report.selectionFormula = formula;
+    report.windowTitle = title;
+    report.currencySymbol = shared().CurrencySymbol;
+    const auto* display = parent ? parent->screen() : QGuiApplication::primaryScreen();
+    const QRect area = display->geometry();
+    const double height = area.height() * shared().PreviewHeightFactor;
+    const double width = area.width() * shared().PreviewWidthFactor;
+    report.windowHeight = qRound(height);
+    report.windowWidth = qRound(width);
+    // A little above the centre.
+    report.windowTop = area.top() + qRound((area.height() - height) / 2 * 0.65);
+    report.windowLeft = area.left() + qRound((area.width() - width) / 2);
+    report.parentWindow = parent;
+    const int code = report.printReport();
+    pointer.reset();
+    if (code != 0) {
+        QString message;
+        ShowReportError(code, message);
+    }
+}
+
+void launchTraveler(qint64 jobNo, bool withNotes, QWidget* parent) {
+    const QString fileName = catalogued(
+        withNotes ? QStringLiteral("Module = 'Jobs' and Filename = 'Job_Traveler_Notes.rpt'")
+                  : QStringLiteral("Module = 'Jobs' and Filename = 'Job_traveler.rpt'"));
+    if (fileName.isEmpty()) {
+        complain(QStringLiteral("The Job Traveler Report is missing!"),
+                 QStringLiteral("No Job Traveler Report"));
+        return;
+    }
+    launchReportFile(fileName, QStringLiteral("{Job.jobno} = %1").arg(jobNo),
+                     QStringLiteral("Traveler Report"), parent);
+}
+
+} // namespace core

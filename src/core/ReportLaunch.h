@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QString>
+
+class QWidget;
+
+namespace core {
+
+/// Prints a module's default report, as chosen in the catalogue `Reports`, to a preview window. A
+/// missing default and every failure of the engine end in a box; nothing else changes.
+/// `formula` is a selection formula in Crystal's syntax; empty for all records. `parent` is the
+/// calling window.
+void launchDefaultReport(const QString& module, const QString& formula, const QString& title,
+                         QWidget* parent);
+
+/// The same with a report file of the program folder, whether the catalogue has it or not.
+void launchReportFile(const QString& fileName, const QString& formula, const QString& title,
+                      QWidget* parent);
+
+/// Prints a job's traveler, with the notes of its operations if wanted.
+void launchTraveler(qint64 jobNo, bool withNotes, QWidget* parent);
+
+} // namespace core
