@@ -1,4 +1,5 @@
 #include "platform/jet/StatementEngines.h"
+#include "support/DatabaseFixture.h"
 
 #include <QDir>
 #include <QFile>
@@ -177,6 +178,71 @@ TEST(Corpus, EveryStatementRunsAlikeOnBothEngines) {
     RecordProperty("productive", productive);
     if (!shop.postgres)
         GTEST_SKIP() << "no server: only SQLite was tried";
+}
+
+/// What the program sees of a statement: the rows of a recordset as texts, the place that findFirst
+/// goes to, the number of rows that a write touched.
+QString seen(Database& database, const QString& text, const QString& recordset) {
+    const auto textOf = [](Recordset& rows) {
+        const qsizetype width = rows.fieldNames().size();
+        QStringList lines;
+        for (; !rows.eof(); rows.moveNext()) {
+            QStringList cells;
+            for (int i = 0; i < width; ++i)
+                cells << rows.field(i).toText();
+            lines << cells.join(u'|');
+        }
+        return lines;
+    };
+    if (!recordset.isEmpty()) {
+        Recordset rows = database.openRecordset(recordset);
+        rows.findFirst(text);
+        return rows.noMatch() ? QStringLiteral("no match")
+                              : QString::number(rows.absolutePosition());
+    }
+    const Translation translation =
+        translate(normalize(text), database.schema(), Dialect::sqlite());
+    if (translation.kind != StatementKind::Select) {
+        Transaction undone(database);
+        return QString::number(database.execute(text));
+    }
+    Recordset rows = database.openRecordset(text);
+    Recordset snapshot = database.openRecordset(text, RecordsetType::Snapshot);
+    QStringList lines = textOf(rows), read = textOf(snapshot);
+    if (!text.contains(QStringLiteral("ORDER BY"), Qt::CaseInsensitive)) {
+        lines.sort();
+        read.sort();
+    }
+    EXPECT_EQ(lines, read) << text.toStdString();
+    return lines.join(u'\n');
+}
+
+TEST(Corpus, TheProgramSeesTheSameOnAFileAndOnAServer) {
+    using namespace testsupport;
+    if (!TestDatabase::hasServer())
+        GTEST_SKIP() << "no server to compare with";
+    TestDatabase file(EngineKind::File), server(EngineKind::Server);
+    for (TestDatabase* each : {&file, &server}) {
+        for (const QString& definition : definitions())
+            each->database().execute(definition);
+        Transaction transaction(each->database());
+        for (const QString& row : textOfFile(testFile("corpus_rows.sql")).split(u'\n'))
+            if (!row.isEmpty())
+                each->database().execute(row);
+        transaction.commit();
+    }
+    for (const QString& line : textOfFile(testFile("statements.txt")).split(u'\n')) {
+        if (line.isEmpty())
+            continue;
+        const QStringList parts = line.split(u'\t');
+        try {
+            EXPECT_EQ(seen(file.database(), parts[0], parts.value(1)),
+                      seen(server.database(), parts[0], parts.value(1)))
+                << line.toStdString();
+        } catch (const Error& error) {
+            ADD_FAILURE() << error.number() << ' ' << error.what() << "\n" << line.toStdString();
+        }
+    }
 }
 
 } // namespace
