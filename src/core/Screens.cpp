@@ -5,6 +5,7 @@
 #include "core/frmPass.h"
 #include "core/frmSplash.h"
 #include "core/frmTblPopup.h"
+#include "core/reference/ReferenceForms.h"
 #include "platform/screen/Forms.h"
 
 namespace core {
@@ -16,6 +17,7 @@ void registerScreens() {
     Forms::add<frmPass>();
     Forms::add<frmAbout>();
     Forms::add<frmTblPopup>();
+    registerReferenceScreens();
 }
 
 } // namespace core

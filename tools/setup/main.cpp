@@ -1,9 +1,12 @@
 #include "platform/jet/Database.h"
+#include "platform/jet/Location.h"
 #include "sample/Sample.h"
 #include "setup/Setup.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QElapsedTimer>
+#include <QFile>
 #include <QTextStream>
 
 namespace {
@@ -29,13 +32,6 @@ QString filePath(const QString& folder, const QString& name) {
     return QDir(folder).filePath(name);
 }
 
-std::unique_ptr<jet::Database> openFolder(const QString& folder) {
-    QFile server(filePath(folder, QStringLiteral("Mirsa.server")));
-    if (server.open(QIODevice::ReadOnly))
-        return jet::Database::openServer(QString::fromUtf8(server.readLine()).trimmed());
-    return jet::Database::openFile(filePath(folder, QStringLiteral("Mirsa.mdb")));
-}
-
 void makeNew(const QString& folder, QTextStream& out) {
     const QString path = filePath(folder, QStringLiteral("Mirsa.mdb"));
     if (QFile::exists(path))
@@ -55,7 +51,7 @@ void makeNew(const QString& folder, QTextStream& out) {
 }
 
 void upgrade(const QString& folder, QTextStream& out) {
-    const auto database = openFolder(folder);
+    const auto database = jet::openProgramFolder(folder);
     const QStringList added = setup::upgrade(*database);
     if (added.isEmpty())
         out << "Nothing was missing.\n";
@@ -64,7 +60,7 @@ void upgrade(const QString& folder, QTextStream& out) {
 }
 
 void fillSample(const QString& folder, const sample::Options& options, QTextStream& out) {
-    const auto database = openFolder(folder);
+    const auto database = jet::openProgramFolder(folder);
     if (database->hasRows(QStringLiteral("SELECT TOP 1 JobNo FROM Job")))
         throw Refusal{QStringLiteral(
             "This database holds jobs already. The sample shop goes into a new one.")};
