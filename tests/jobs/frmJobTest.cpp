@@ -1,0 +1,324 @@
+#include "JobShop.h"
+
+#include "core/RecordScreen.h"
+#include "estimating/routing/Register.h"
+#include "jobs/Screens.h"
+#include "platform/values/Clock.h"
+
+using screen::Answer;
+using screen::Buttons;
+
+namespace {
+
+// Columns of sprOper.
+constexpr int noteColumn = 1;
+constexpr int descriptionColumn = 2;
+constexpr int timeColumn = 4;
+
+class Jobs : public JobShop {
+  protected:
+    void SetUp() override {
+        JobShop::SetUp();
+        if (IsSkipped())
+            return;
+        jobs::registerScreens();
+        estimating::registerRoutingDialogs();
+        values::setNow(QDateTime(QDate(2026, 3, 9), QTime(8, 0), Qt::UTC));
+        m_acme = customer(QStringLiteral("Acme"));
+        const char16_t* names[] = {u"Boring", u"Milling", u"Plating", u"Turning"};
+        for (int i = 0; i < 4; ++i) {
+            m_operations[i] = operation(QString::fromUtf16(names[i]),
+                                        i == 2 ? QStringLiteral("C") : QStringLiteral("I"),
+                                        i == 2 ? QStringLiteral("0") : QStringLiteral("40"));
+        }
+        m_job = job(m_acme, QStringLiteral("12-34"), 10);
+        // Boring, Milling, Plating, each with a note and a place in the schedule.
+        for (int row = 1; row <= 3; ++row) {
+            const qint64 id = jobOper(m_job, row, m_operations[row - 1],
+                                      row == 3 ? QStringLiteral("100") : QStringLiteral("0"));
+            jobNote(id, m_job, row, QStringLiteral("note ") + QString::number(row));
+            database().execute(
+                QStringLiteral("INSERT INTO JobOperSchedule (JobNo, SeqNo, Description) "
+                               "VALUES(%1,%2,'bar %2')")
+                    .arg(m_job)
+                    .arg(row));
+        }
+    }
+    void TearDown() override {
+        values::setNow(std::nullopt);
+        JobShop::TearDown();
+    }
+
+    core::RecordScreen* openJobs() { return dynamic_cast<core::RecordScreen*>(open(s(u"frmJob"))); }
+    static QString s(const char16_t* text) { return QString::fromUtf16(text); }
+    /// The notes of a document, by place.
+    QStringList notes(qint64 jobNo) const {
+        return rows(QStringLiteral("SELECT SeqNo, OperNotes FROM JobOperNote WHERE JobNo = %1 "
+                                   "ORDER BY SeqNo, OperNotes")
+                        .arg(jobNo));
+    }
+    QStringList bars() const {
+        return rows(QStringLiteral("SELECT SeqNo, Description FROM JobOperSchedule ORDER BY "
+                                   "Description"));
+    }
+    /// The routing with its notes found through their binding to the row.
+    QStringList bound(qint64 jobNo) const {
+        return rows(QStringLiteral("SELECT JobOper.SeqNo, Operation.Description, "
+                                   "JobOperNote.OperNotes FROM (JobOper INNER JOIN Operation ON "
+                                   "JobOper.OperNo = Operation.OperNo) LEFT JOIN JobOperNote ON "
+                                   "JobOper.ID = JobOperNote.ID WHERE JobOper.JobNo = %1 ORDER "
+                                   "BY JobOper.SeqNo")
+                        .arg(jobNo));
+    }
+    void edit() { press(s(u"cmdEdit")); }
+    void save() { press(s(u"cmdSave")); }
+    void cancel() {
+        expectBox(s(u"Are you sure you want to cancel?"), Answer::Yes);
+        press(s(u"cmdCancel"));
+    }
+    void removeRow(int row, const char16_t* description) {
+        control<controls::Grid>(s(u"sprOper"))->setActiveRow(row);
+        expectBox(QStringLiteral("Delete operation %1?").arg(s(description)), Answer::Yes);
+        press(s(u"cmdOper(1)"));
+    }
+    void insertTurningBefore(int row) {
+        control<controls::Grid>(s(u"sprOper"))->setActiveRow(row);
+        whenShown(s(u"frmInsOper"), [this] {
+            press(s(u"optPosition(0)"));
+            press(s(u"cmdOK"));
+        });
+        press(s(u"cmdOper(0)"));
+    }
+
+    qint64 m_acme = 0;
+    qint64 m_operations[4] = {};
+    qint64 m_job = 0;
+};
+
+TEST_P(Jobs, ASaveMovesNotesAndScheduleAndDropsWhatWasRemoved) {
+    openJobs();
+    edit();
+    insertTurningBefore(0);
+    EXPECT_EQ(bars(), QStringList({s(u"2|bar 1"), s(u"3|bar 2"), s(u"4|bar 3")}));
+    removeRow(2, u"Milling");
+    EXPECT_EQ(bars(), QStringList({s(u"2|bar 1"), s(u"0|bar 2"), s(u"3|bar 3")}));
+    EXPECT_EQ(notes(m_job), QStringList({s(u"0|note 2"), s(u"2|note 1"), s(u"3|note 3")}));
+    save();
+    EXPECT_EQ(text(s(u"lblJobMode")), s(u"BROWSE"));
+    EXPECT_EQ(bound(m_job),
+              QStringList({s(u"1|Turning|"), s(u"2|Boring|note 1"), s(u"3|Plating|note 3")}));
+    EXPECT_EQ(notes(m_job).size(), 2);
+    EXPECT_EQ(bars(), QStringList({s(u"2|bar 1"), s(u"3|bar 3")}));
+    EXPECT_EQ(rows(s(u"SELECT JobShopCost, InvoiceTotal FROM Job")), QStringList(s(u"10|100")));
+}
+
+TEST_P(Jobs, CancelBringsNotesBackButNotTheSchedule) {
+    openJobs();
+    edit();
+    removeRow(1, u"Milling");
+    insertTurningBefore(0);
+    type(s(u"txtDescription"), s(u"typed in vain"));
+    cancel();
+    EXPECT_EQ(bound(m_job),
+              QStringList({s(u"1|Boring|note 1"), s(u"2|Milling|note 2"), s(u"3|Plating|note 3")}));
+    EXPECT_EQ(notes(m_job), QStringList({s(u"1|note 1"), s(u"2|note 2"), s(u"3|note 3")}));
+    EXPECT_EQ(bars(), QStringList({s(u"2|bar 1"), s(u"0|bar 2"), s(u"3|bar 3")}));
+    EXPECT_EQ(text(s(u"txtDescription")), QString());
+
+    edit();
+    save();
+    EXPECT_EQ(bars(), QStringList({s(u"2|bar 1"), s(u"3|bar 3")}));
+}
+
+TEST_P(Jobs, BookedTimeHoldsOperationAndJob) {
+    time(m_job, m_operations[0], s(u"1.5"));
+    openJobs();
+    edit();
+    control<controls::Grid>(s(u"sprOper"))->setActiveRow(0);
+    expectBoxContaining(s(u"Time Management record(s) exists for this job operation."));
+    press(s(u"cmdOper(1)"));
+    EXPECT_EQ(rowCount(s(u"sprOper")), 3);
+    auto* grid = control<controls::Grid>(s(u"sprOper"));
+    EXPECT_TRUE(grid->isCellLocked(0, timeColumn));
+    EXPECT_FALSE(grid->isCellLocked(2, timeColumn));
+    setCell(s(u"sprOper"), 2, timeColumn, s(u"250"));
+    EXPECT_EQ(text(s(u"lblCalc_OutContr")), s(u"250.00"));
+    save();
+    EXPECT_EQ(rows(s(u"SELECT OperTime_Amount FROM JobOper ORDER BY SeqNo")),
+              QStringList({s(u"1.5"), s(u"0"), s(u"250")}));
+    EXPECT_EQ(text(s(u"lblTotalHours")), s(u"1.50"));
+    EXPECT_EQ(text(s(u"lblJobShopCost")), s(u"32.5000"));
+
+    expectBoxContaining(s(u"Time Management records exist for this job."));
+    press(s(u"cmdDelete"));
+    database().execute(s(u"DELETE * FROM Timelog"));
+    database().execute(
+        QStringLiteral("INSERT INTO JobShip (JobNo, Quantity) VALUES(%1,1)").arg(m_job));
+    job(m_acme, s(u"other"), 1);
+    expectBox(s(u"You are about to delete the current Job. Are you sure?"), Answer::Yes,
+              s(u"Delete"));
+    press(s(u"cmdDelete"));
+    for (const char16_t* table : {u"JobOper", u"JobOperNote", u"JobMiscCost"})
+        EXPECT_FALSE(database().hasRows(s(u"SELECT * FROM ") + s(table)));
+    EXPECT_EQ(rows(s(u"SELECT PartNo FROM Job")), QStringList(s(u"other")));
+    EXPECT_TRUE(database().hasRows(s(u"SELECT * FROM JobShip")));
+    EXPECT_EQ(bars().size(), 3);
+}
+
+TEST_P(Jobs, AShippedJobLeavesTheActiveView) {
+    const qint64 next = job(m_acme, s(u"next"), 1);
+    jobOper(next, 1, m_operations[0]);
+    const qint64 part = job(m_acme, s(u"sub"), 1);
+    jobOper(part, 1, m_operations[0]);
+    database().execute(
+        QStringLiteral("UPDATE Job SET AssemblyJobNo = %1 WHERE JobNo = %2").arg(m_job).arg(part));
+    core::RecordScreen* screen = openJobs();
+    ASSERT_TRUE(screen->goToRecord(m_job));
+    EXPECT_EQ(text(s(u"lblAssembly")), s(u"ASSY"));
+    edit();
+    EXPECT_TRUE(isLocked(s(u"txtShipDate")));
+    check(s(u"chkShipped"));
+    expectBox(s(u"You may not ship a job on which other active jobs are dependent.\r\nPlease "
+                u"check the assembly tree."));
+    save();
+    cancel();
+
+    ASSERT_TRUE(screen->goToRecord(next));
+    edit();
+    check(s(u"chkShipped"));
+    EXPECT_FALSE(isLocked(s(u"txtShipDate")));
+    save();
+    EXPECT_EQ(rows(QStringLiteral("SELECT ShipDate FROM Job WHERE Shipped = True")),
+              QStringList(s(u"3/9/2026")));
+    EXPECT_NE(screen->currentKey(), next);
+    EXPECT_NE(screen->currentKey(), 0);
+
+    const qint64 before = screen->currentKey();
+    const auto find = [&](qint64 number) {
+        whenShown(s(u"frmJobFind"), [this, number] {
+            EXPECT_EQ(form().windowTitle(), s(u"Find Job"));
+            type(s(u"txtNo"), QString::number(number));
+            press(s(u"cmdOK"));
+        });
+        press(s(u"cmdFind"));
+    };
+    expectBox(QStringLiteral("Job No. %1 is an Inactive Job!").arg(next));
+    find(next);
+    expectBox(s(u"Job No. 98765 does not exist!"));
+    find(98765);
+    EXPECT_EQ(screen->currentKey(), before);
+    press(s(u"optShow(1)"));
+    EXPECT_EQ(screen->currentKey(), before);
+    find(next);
+    EXPECT_EQ(screen->currentKey(), next);
+    EXPECT_TRUE(isChecked(s(u"chkShipped")));
+
+    whenShown(s(u"frmJobFind"), [this] {
+        type(s(u"txtNo"), s(u"12-3"));
+        press(s(u"cmdOK"));
+    });
+    whenShown(s(u"frmJobFound"), [this] {
+        EXPECT_EQ(rowCount(s(u"sprFound")), 1);
+        press(s(u"cmdSelect"));
+    });
+    press(s(u"cmdGotoPart"));
+    EXPECT_EQ(screen->currentKey(), m_job);
+}
+
+TEST_P(Jobs, ACopyStartsAnewWithItsNotesJoined) {
+    defaultNote(m_operations[0], s(u"Default"));
+    database().execute(QStringLiteral("UPDATE JobOper SET Status = 'F', EstOper = 3.5"));
+    database().execute(QStringLiteral("UPDATE Job SET EstNo = 77"));
+    time(m_job, m_operations[0], s(u"2"));
+    core::RecordScreen* screen = openJobs();
+    whenShown(s(u"frmJobNew"), [this] {
+        EXPECT_FALSE(isEnabled(s(u"chkCopyEstTimeAmt")));
+        press(s(u"Option3"));
+        check(s(u"chkCarryCus"));
+        check(s(u"chkNotes"));
+        check(s(u"chkDefault"));
+        check(s(u"chkCopyEstTimeAmt"));
+        press(s(u"cmdOK"));
+    });
+    expectBox(s(u"You are about to copy the current Job into a new Job. Are you sure?"),
+              Answer::Yes);
+    press(s(u"cmdNew"));
+    EXPECT_EQ(text(s(u"lblJobNo")), s(u"New"));
+    EXPECT_EQ(text(s(u"lblEstNo")), QString());
+    EXPECT_EQ(screen->mode(), s(u"Add"));
+    EXPECT_EQ(notes(0), QStringList({s(u"1|Default\r\nnote 1"), s(u"2|note 2"), s(u"3|note 3")}));
+    removeRow(1, u"Milling");
+    EXPECT_EQ(notes(0), QStringList({s(u"1|Default\r\nnote 1"), s(u"2|note 3")}));
+    save();
+    const qint64 copy = screen->currentKey();
+    EXPECT_NE(copy, m_job);
+    EXPECT_EQ(bound(copy), QStringList({s(u"1|Boring|Default\r\nnote 1"), s(u"2|Plating|note 3")}));
+    EXPECT_EQ(rows(QStringLiteral("SELECT OperTime_Amount, Status, EstOper FROM JobOper WHERE "
+                                  "JobNo = %1 ORDER BY SeqNo")
+                       .arg(copy)),
+              QStringList({s(u"0| |3.5"), s(u"0| |3.5")}));
+    EXPECT_EQ(rows(QStringLiteral("SELECT PONo, CustID, EstNo, JobDateIn FROM Job WHERE JobNo = %1")
+                       .arg(copy)),
+              QStringList(QStringLiteral("PO-7|%1|0|3/9/2026").arg(m_acme)));
+    EXPECT_EQ(notes(m_job).size(), 3);
+}
+
+TEST_P(Jobs, ANewJobIsCheckedFieldByField) {
+    defaultNote(m_operations[3], s(u"Coolant on"));
+    core::RecordScreen* screen = openJobs();
+    whenShown(s(u"frmJobNew"), [this] {
+        press(s(u"Option2"));
+        press(s(u"cmdOK"));
+    });
+    whenShown(s(u"frmSelOper"), [this] {
+        selectRow(s(u"lvwAvail"), 3);
+        doubleClickRow(s(u"lvwAvail"), 3);
+        press(s(u"cmdOK"));
+    });
+    press(s(u"cmdNew"));
+    EXPECT_EQ(cell(s(u"sprOper"), 0, descriptionColumn), s(u"Turning"));
+    EXPECT_TRUE(control<controls::Grid>(s(u"sprOper"))->hasPicture(0, noteColumn));
+    EXPECT_EQ(text(s(u"txtJobShopRate")), s(u"60.00"));
+
+    const auto refused = [this](const char16_t* message, const char16_t* field) {
+        expectBox(s(message));
+        save();
+        EXPECT_EQ(focusName(), s(field));
+    };
+    refused(u"Please enter a PO No.", u"txtPONo");
+    type(s(u"txtPONo"), s(u"PO-8"));
+    refused(u"Please enter Part No.", u"txtPartno");
+    type(s(u"txtPartno"), s(u"77-A"));
+    refused(u"Please enter a Quantity greater than 0", u"txtQuantity");
+    type(s(u"txtQuantity"), s(u"4"));
+    refused(u"Please select a Customer", u"dbcCustomer");
+    choose(s(u"dbcCustomer"), s(u"Acme"));
+    refused(u"Please enter Due Date!", u"txtJobDueDate");
+    type(s(u"txtJobDueDate"), s(u"3/30/2026"));
+    type(s(u"txtInvoiceEach"), s(u"12.5"));
+    leave();
+    EXPECT_EQ(text(s(u"lblInvoiceTotal")), s(u"50.00"));
+    save();
+    EXPECT_EQ(bound(screen->currentKey()), QStringList(s(u"1|Turning|Coolant on")));
+    EXPECT_EQ(rows(s(u"SELECT PONo, Quantity, InvoiceTotal, JobShopRate FROM Job WHERE PartNo = "
+                     u"'77-A'")),
+              QStringList(s(u"PO-8|4|50|60")));
+}
+
+TEST_P(Jobs, AFailedSaveKeepsTheJobAndWhatWasTyped) {
+    openJobs();
+    edit();
+    type(s(u"txtDescription"), s(u"kept on screen"));
+    database().execute(s(u"DROP TABLE JobMiscCost"));
+    expectBoxContaining(s(u"\r\nDelete JobMiscCost"));
+    save();
+    EXPECT_EQ(text(s(u"lblJobMode")), s(u"EDIT"));
+    EXPECT_EQ(text(s(u"txtDescription")), s(u"kept on screen"));
+    EXPECT_EQ(bound(m_job).size(), 3);
+    expectBoxContaining(s(u"Would you like to save"), Answer::No);
+    form().unload();
+}
+
+MIRSA_BOTH_ENGINES(Jobs);
+
+} // namespace

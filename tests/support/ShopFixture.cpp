@@ -1,0 +1,33 @@
+#include "support/ShopFixture.h"
+
+#include "core/MirsaMain.h"
+
+namespace testsupport {
+
+void ShopTest::SetUp() {
+    if (GetParam() == EngineKind::Server && !TestDatabase::hasServer()) {
+        if (qEnvironmentVariableIsSet("CI"))
+            FAIL() << "MIRSA_TEST_SERVER names no server";
+        GTEST_SKIP() << "MIRSA_TEST_SERVER names no server";
+    }
+    m_test = std::make_unique<TestDatabase>(GetParam(), TestDatabase::Contents::Shop);
+    core::SharedState& state = core::shared();
+    state.MainDatabase = m_test->station();
+    state.DatabasePath = m_test->location();
+    state.CurrentUserName = QStringLiteral("Admin");
+    useDatabase(*state.MainDatabase);
+}
+
+void ShopTest::TearDown() {
+    ScreenFixture::TearDown();
+    const auto open = screen::Forms::all();
+    for (screen::Form* form : open)
+        delete form;
+    core::shared() = core::SharedState();
+}
+
+jet::Database& ShopTest::database() const {
+    return core::MainDatabase();
+}
+
+} // namespace testsupport
