@@ -34,7 +34,8 @@ BandLayout::BandLayout(const ReportFile& file, Document& document)
 PlacedBand BandLayout::place(const Band& band, const Scope& scope) {
     PlacedBand placed;
     placed.keepTogether = band.keepTogether;
-    placed.keepWithNext = band.keepWithNext;
+    placed.keepWithNext =
+        band.keepWithNext || (band.keepWithNextIf && band.keepWithNextIf->isTrue(scope));
     placed.newPage = band.newPage;
     std::vector<const Element*> order;
     for (const auto& element : band.elements)
@@ -42,21 +43,29 @@ PlacedBand BandLayout::place(const Band& band, const Scope& scope) {
     std::stable_sort(order.begin(), order.end(),
                      [](const Element* a, const Element* b) { return a->y < b->y; });
 
-    // What an element takes beyond its own height pushes down whatever begins below it.
-    struct Growth {
-        double below;
-        double by;
+    // What an element takes beyond its own height pushes down what begins below it, as far as the
+    // white space between them doesn't take it up.
+    struct Moved {
+        double y;              // as designed
+        double designedBottom; // without growth
+        double bottom;
+        double shift;
     };
-    std::vector<Growth> growths;
+    std::vector<Moved> moved;
     double bottom = 0;
     double growth = 0;
     for (const auto* element : order) {
         if (element->showIf && !element->showIf->isTrue(scope))
             continue;
         double shift = 0;
-        for (const auto& grown : growths) {
-            if (element->y >= grown.below - hair)
-                shift = std::max(shift, grown.by);
+        for (const auto& above : moved) {
+            constexpr double sameRow = 2; // a label and its value stay in line
+            constexpr double leastGap = 1;
+            const double gap = element->y - above.designedBottom;
+            if (gap >= -hair)
+                shift = std::max(shift, above.bottom + std::min(gap, leastGap) - element->y);
+            if (element->y - above.y < sameRow)
+                shift = std::max(shift, above.shift);
         }
         Grown grown;
         double designed = element->h;
@@ -90,11 +99,10 @@ PlacedBand BandLayout::place(const Band& band, const Scope& scope) {
             break;
         }
         }
-        if (grown.height > designed + hair) {
-            growths.push_back({element->y + designed, shift + grown.height - designed});
-            growth = std::max(growth, growths.back().by);
-        } else if (shift > 0) {
-            growths.push_back({element->y + designed, shift});
+        const double taken = std::max(designed, grown.height);
+        if (!element->stretch && (shift > 0 || taken > designed + hair)) {
+            moved.push_back({element->y, element->y + designed, element->y + shift + taken, shift});
+            growth = std::max(growth, shift + taken - designed);
         }
         for (auto& item : grown.items) {
             item.x += static_cast<float>(element->x);

@@ -67,9 +67,11 @@ struct Band {
     double height = 0;
     std::vector<Element> elements;
     std::optional<Expression> showIf;
-    bool keepTogether = true;  ///< goes to the next page as a whole where that has room for it
-    bool keepWithNext = false; ///< never the last thing on a page
-    bool newPage = false;      ///< begins a page
+    bool keepTogether = true; ///< goes to the next page as a whole where that has room for it
+    /// Never the last thing on a page: always, or where the condition holds.
+    bool keepWithNext = false;
+    std::optional<Expression> keepWithNextIf;
+    bool newPage = false; ///< begins a page
 };
 
 struct List;

@@ -382,7 +382,11 @@ class Reader {
         band.height = attributes.number(QLatin1String("height"), 0);
         band.showIf = attributes.condition(QLatin1String("showIf"));
         band.keepTogether = attributes.flag(QLatin1String("keepTogether"), true);
-        band.keepWithNext = attributes.flag(QLatin1String("keepWithNext"), false);
+        const QString with = attributes.text(QLatin1String("keepWithNext"), QStringLiteral("no"));
+        if (with == u"yes")
+            band.keepWithNext = true;
+        else if (with != u"no")
+            band.keepWithNextIf = Expression::parse(with);
         band.newPage = attributes.flag(QLatin1String("newPage"), false);
         attributes.end();
         std::vector<TotalRequest> totals;

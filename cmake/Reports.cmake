@@ -1,0 +1,7 @@
+# The delivered report files: they are installed beside the program.
+set(MIRSA_REPORT_FILES
+  reports/Customers.rpt
+  reports/Estimate_Quote.rpt
+  reports/Job_Report.rpt
+  reports/Job_Traveler.rpt
+  reports/Job_Traveler_Notes.rpt)
