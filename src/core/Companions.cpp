@@ -48,10 +48,4 @@ void openHelp() {
     QDesktopServices::openUrl(QUrl::fromLocalFile(guide));
 }
 
-void printTraveler(qint64 jobNo, bool withNotes, QWidget* parent) {
-    (void)jobNo;
-    (void)withNotes;
-    (void)parent;
-}
-
 } // namespace core

@@ -1,9 +1,5 @@
 #pragma once
 
-#include <QString>
-
-class QWidget;
-
 namespace core {
 
 /// Brings the sign-out program forward, or starts it from the program folder.
@@ -13,7 +9,5 @@ void startTimeTracking();
 void startBenchline();
 /// Opens the guide that stands in the program folder.
 void openHelp();
-/// Prints the traveler of a job.
-void printTraveler(qint64 jobNo, bool withNotes, QWidget* parent);
 
 } // namespace core

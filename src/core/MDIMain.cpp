@@ -4,7 +4,9 @@
 #include "core/EditActions.h"
 #include "core/Login.h"
 #include "core/MirsaMain.h"
+#include "core/Mnemonics.h"
 #include "core/RecordScreen.h"
+#include "core/ReportLaunch.h"
 #include "core/Spelling.h"
 #include "core/ToolIcons.h"
 #include "platform/screen/Forms.h"
@@ -81,8 +83,11 @@ MDIMain::MDIMain() : m_area(new QMdiArea(this)) {
     makeStatusBar();
     takeInitialPlace();
 
+    new Mnemonics(m_area);
     auto* closeChild = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_F4), this);
     connect(closeChild, &QShortcut::activated, m_area, &QMdiArea::closeActiveSubWindow);
+    // The children's own system menus claim the key as well on some desktops.
+    connect(closeChild, &QShortcut::activatedAmbiguously, m_area, &QMdiArea::closeActiveSubWindow);
     connect(m_area, &QMdiArea::subWindowActivated, this, [this] { showStatus(); });
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
         if (now && now != menuBar() && isAncestorOf(now))
@@ -260,7 +265,7 @@ QString MDIMain::popUp(const QString& menu, const QPoint& globalPlace) {
 void MDIMain::launchTraveler(bool withNotes) {
     auto* jobs = screen::Forms::find<RecordScreen>(QStringLiteral("frmJob"));
     if (jobs && jobs->currentKey() != 0)
-        printTraveler(jobs->currentKey(), withNotes, this);
+        core::launchTraveler(jobs->currentKey(), withNotes, this);
 }
 
 // Children

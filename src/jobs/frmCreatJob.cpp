@@ -1,7 +1,7 @@
 #include "jobs/frmCreatJob.h"
 
-#include "core/Companions.h"
 #include "core/MirsaMain.h"
+#include "core/ReportLaunch.h"
 
 #include "platform/screen/Layout.h"
 #include "platform/screen/MsgBox.h"
@@ -177,7 +177,7 @@ void frmCreatJob::cmdOK_Click() {
         return;
     }
     if (chkPrintTraveler->isChecked())
-        core::printTraveler(m_jobNo, chkPrintNotes->isChecked(), this);
+        core::launchTraveler(m_jobNo, chkPrintNotes->isChecked(), this);
     MsgBox(QStringLiteral("Job # ") + QString::number(m_jobNo) +
                QStringLiteral(" has been created from Estimate # ") +
                QString::number(m_estimate.estNo),

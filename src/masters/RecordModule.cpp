@@ -1,6 +1,7 @@
 #include "masters/RecordModule.h"
 
 #include "core/MirsaMain.h"
+#include "core/ReportLaunch.h"
 #include "platform/controls/DataCombo.h"
 #include "platform/screen/Forms.h"
 #include "platform/screen/MsgBox.h"
@@ -594,8 +595,7 @@ void RecordModule::cmdPrintAll_Click() {
 }
 
 void RecordModule::printReport(const QString& formula, const QString& title) {
-    (void)formula;
-    (void)title;
+    core::launchDefaultReport(m_descriptor.reportModule, formula, title, this);
 }
 
 void RecordModule::cmdClose_Click() {

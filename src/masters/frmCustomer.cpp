@@ -51,6 +51,11 @@ screen::Line wide(int characters) {
     return line;
 }
 
+/// Leaves spare height below the fields.
+void keepTogether(const Fields& fields) {
+    fields.grid()->setRowStretch(fields.grid()->rowCount(), 1);
+}
+
 } // namespace
 
 frmCustomer::frmCustomer() : RecordModule(customerModule()) {
@@ -102,6 +107,8 @@ void frmCustomer::makeMainTab(QWidget* page) {
     m_main.zip = address.text(QStringLiteral("txtZip1"), QStringLiteral("&Zip:"), wide(12));
     m_main.country =
         address.dataCombo(QStringLiteral("dbcCountry"), QStringLiteral("Country:"), wide(24));
+
+    keepTogether(address);
 
     auto* right = new QVBoxLayout;
     across->addLayout(right, 1);
@@ -178,6 +185,7 @@ void frmCustomer::makeInvoiceTab(QWidget* page) {
                                wide(12));
         made.country = fields.dataCombo(statePrefix + QStringLiteral("Country"),
                                         QStringLiteral("Country:"), wide(20));
+        keepTogether(fields);
         return made;
     };
     m_bill = address(QStringLiteral("Bill To"), QStringLiteral("txtBill"),
@@ -197,6 +205,7 @@ void frmCustomer::makeInvoiceTab(QWidget* page) {
     txtInAltPhone =
         contact.text(QStringLiteral("txtInAltPhone"), QStringLiteral("Alternate phone:"), wide(20));
     txtInFax = contact.text(QStringLiteral("txtInFax"), QStringLiteral("&Fax:"), wide(20));
+    keepTogether(contact);
 }
 
 void frmCustomer::bindColumns() {

@@ -63,9 +63,15 @@ void DataControl::requeryKeepingRow() {
     if (!m_recordset.isOpen())
         return;
     const int place = m_recordset.absolutePosition();
-    jet::Value mark;
-    if (place >= 0)
-        mark = m_recordset.bookmark();
+    jet::Value mark; // Null where the current row was just deleted
+    if (place >= 0) {
+        try {
+            mark = m_recordset.bookmark();
+        } catch (const jet::Error& error) {
+            if (error.number() != jet::errors::rowDeleted)
+                throw;
+        }
+    }
     m_recordset.requery();
     if (place >= 0 && !m_recordset.isEmpty()) {
         try {
@@ -94,6 +100,9 @@ void DataControl::movePrevious() {
         m_recordset.moveFirst();
     else
         m_recordset.movePrevious();
+    // Rows that other stations deleted are passed over; there may be none left in this direction.
+    if (m_recordset.bof() && !m_recordset.eof())
+        m_recordset.moveFirst();
     showPlace();
     reposition();
 }
@@ -106,6 +115,8 @@ void DataControl::moveNext() {
         m_recordset.moveLast();
     else
         m_recordset.moveNext();
+    if (m_recordset.eof() && !m_recordset.bof())
+        m_recordset.moveLast();
     showPlace();
     reposition();
 }

@@ -1,0 +1,17 @@
+#include "app/Screens.h"
+
+#include "core/Screens.h"
+#include "estimating/Screens.h"
+#include "jobs/Screens.h"
+#include "masters/Screens.h"
+
+namespace app {
+
+void registerAllScreens() {
+    core::registerScreens();
+    masters::registerScreens();
+    estimating::registerScreens();
+    jobs::registerScreens();
+}
+
+} // namespace app

@@ -1,0 +1,65 @@
+#include "app/Start.h"
+
+#include "core/Login.h"
+#include "core/MDIMain.h"
+#include "core/MirsaMain.h"
+#include "platform/jet/Location.h"
+#include "platform/screen/Forms.h"
+#include "platform/screen/MsgBox.h"
+#include "platform/screen/Pointer.h"
+#include "platform/screen/Seams.h"
+#include "platform/system/Locale.h"
+#include "platform/system/SingleInstance.h"
+
+namespace app {
+
+Program::Program() = default;
+Program::~Program() = default;
+
+bool Program::openShop(const QString& programFolder) {
+    return screen::guardedCall([&] {
+        core::SharedState& state = core::shared();
+        state.CurrencySymbol = platform::localeCurrencySymbol();
+        state.ProgramFolder = programFolder;
+        state.MainDatabase = jet::openProgramFolder(programFolder);
+        state.DatabasePath = state.MainDatabase->name();
+    });
+}
+
+bool Program::Main(const QString& programFolder) {
+    if (!openShop(programFolder))
+        return false;
+    m_instance = std::make_unique<platform::SingleInstance>(programFolder);
+    if (!m_instance->isFirst()) {
+        screen::MsgBox(QStringLiteral("Mirsa is already running."), screen::Buttons::Ok,
+                       screen::Icon::Critical, QStringLiteral("Mirsa"));
+        screen::seams().endProcess(0);
+        return false;
+    }
+    core::shared().PreviewWidthFactor = 0.8;
+    core::shared().PreviewHeightFactor = 0.8;
+
+    bool signedIn = false;
+    const bool ended = screen::guardedCall([&] {
+        {
+            const screen::BusyPointer hourglass;
+            screen::Forms::showModal(QStringLiteral("frmSplash"));
+        }
+        // Nobody is signed in yet, so the menus are cut down to what anybody may use.
+        m_shell = std::make_unique<core::MDIMain>();
+        m_shell->SecureMenuObjects();
+        m_shell->showToolBar(false);
+        m_shell->show();
+        signedIn = core::LoginUser();
+        if (!signedIn) {
+            screen::seams().endProcess(0);
+            return;
+        }
+        m_shell->SecureMenuObjects();
+        m_shell->showToolBar(true);
+        m_shell->bringToFront();
+    });
+    return ended && signedIn;
+}
+
+} // namespace app

@@ -1,0 +1,19 @@
+#include "app/Screens.h"
+#include "app/Start.h"
+#include "core/ToolIcons.h"
+
+#include <QApplication>
+
+int main(int argc, char** argv) {
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("Mirsa"));
+    QApplication::setApplicationVersion(QStringLiteral(MIRSA_VERSION));
+    QApplication::setQuitOnLastWindowClosed(false);
+    QApplication::setWindowIcon(core::programIcon());
+    app::registerAllScreens();
+
+    app::Program program;
+    if (!program.Main(QApplication::applicationDirPath()))
+        return 1;
+    return QApplication::exec();
+}
