@@ -58,13 +58,13 @@ void RecordsetData::load() {
 
 void RecordsetData::loadKeyed() {
     const DynasetPlan& plan = *translation().dynaset;
-    m_mark = m_connection.engine().mark();
     const Arguments& arguments = m_connection.argumentsOf(*m_statement, m_select.literals);
     const Engine::Outcome outcome =
         m_connection.run(m_statement->keyed, plan.keyedSql, Engine::Access::Reads, arguments,
                          &m_rows, rowsReadAtOnce);
     m_rowsStand = outcome.complete;
     if (outcome.complete) {
+        m_mark = m_connection.engine().mark();
         m_keys.take(m_rows, columnCount(), keyType());
         return;
     }

@@ -60,6 +60,7 @@ class Engine {
     /// Whether the tables may have been changed from elsewhere since readSchema().
     virtual bool schemaMayHaveChanged() = 0;
 
+    /// What the database was like when the last read ended.
     virtual ChangeMark mark() = 0;
     /// Whether rows that were read at the mark need not be read again to be shown.
     virtual bool stillStands(const ChangeMark& mark) = 0;

@@ -240,13 +240,20 @@ qint64 Sqlite::number(const char* pragma, std::unique_ptr<Prepared>& statement) 
     return sqlite3_column_int64(stepped, 0);
 }
 
-ChangeMark Sqlite::mark() {
-    return {number("PRAGMA data_version", m_dataVersion), sqlite3_total_changes64(m_db), {}};
+/// As of the last read of this connection; costs no look into the file.
+qint64 Sqlite::lastReadVersion() const {
+    unsigned int version = 0;
+    sqlite3_file_control(m_db, "main", SQLITE_FCNTL_DATA_VERSION, &version);
+    return version;
 }
 
+ChangeMark Sqlite::mark() { return {lastReadVersion(), sqlite3_total_changes64(m_db), {}}; }
+
 bool Sqlite::stillStands(const ChangeMark& mark) {
-    return mark.own == sqlite3_total_changes64(m_db) &&
-           mark.others == number("PRAGMA data_version", m_dataVersion);
+    if (mark.own != sqlite3_total_changes64(m_db))
+        return false;
+    number("PRAGMA data_version", m_dataVersion); // looks into the file
+    return mark.others == lastReadVersion();
 }
 
 bool Sqlite::schemaMayHaveChanged() {

@@ -36,6 +36,7 @@ class Sqlite : public Engine {
     void configure();
     void closeStatements();
     qint64 number(const char* pragma, std::unique_ptr<Prepared>& statement);
+    qint64 lastReadVersion() const;
     [[noreturn]] void fail(int code) const;
 
     QString m_path;

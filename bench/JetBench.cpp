@@ -1,0 +1,235 @@
+// What a statement costs through the database layer, beside the same prepared statement on bare
+// SQLite, and what a module on a large table costs. Both sides read every field that they select.
+
+#include "platform/jet/Database.h"
+
+#include <benchmark/benchmark.h>
+#include <sqlite3.h>
+
+#include <QTemporaryDir>
+
+namespace {
+
+constexpr int fewRows = 20000;
+constexpr int manyRows = 200000;
+
+/// A job's table with its usual columns, filled once.
+class Shop {
+  public:
+    explicit Shop(int count) : path(m_folder.filePath(QStringLiteral("Mirsa.mdb"))) {
+        database = jet::Database::createFile(path);
+        database->execute(QStringLiteral(
+            "CREATE TABLE Job (JobNo COUNTER PRIMARY KEY, CustID LONG, Description TEXT(60), "
+            "PartNo TEXT(30), Status TEXT(10), Quantity LONG, InvoiceEach CURRENCY, "
+            "ShopRate CURRENCY, TotalHours DOUBLE, JobDateIn DATETIME, DueDate DATETIME, "
+            "Complete YESNO, Notes MEMO)"));
+        database->execute(QStringLiteral("CREATE INDEX JobPartNo ON Job (PartNo)"));
+        jet::Transaction transaction(*database);
+        for (int i = 1; i <= count; ++i)
+            database->execute(insertText(i));
+        transaction.commit();
+        sqlite3_open(path.toUtf8().constData(), &bare);
+        sqlite3_exec(bare, "PRAGMA synchronous = NORMAL; PRAGMA cache_size = -65536", nullptr,
+                     nullptr, nullptr);
+        sqlite3_busy_timeout(bare, 20000);
+    }
+    ~Shop() { sqlite3_close_v2(bare); }
+    Shop(const Shop&) = delete;
+    Shop& operator=(const Shop&) = delete;
+
+    static QString insertText(int i) {
+        return QStringLiteral("INSERT INTO Job (CustID, Description, PartNo, Status, Quantity, "
+                              "InvoiceEach, JobDateIn, Complete, Notes) VALUES (%1, 'Bracket, %2', "
+                              "'P-%2', 'Open', %3, 12.5, #3/2/2026#, False, 'Deburr all edges')")
+            .arg(i % 997)
+            .arg(i)
+            .arg(i % 50);
+    }
+    sqlite3_stmt* prepare(const char* sql) const {
+        sqlite3_stmt* statement = nullptr;
+        sqlite3_prepare_v3(bare, sql, -1, SQLITE_PREPARE_PERSISTENT, &statement, nullptr);
+        return statement;
+    }
+
+  private:
+    QTemporaryDir m_folder;
+
+  public:
+    QString path;
+    std::unique_ptr<jet::Database> database;
+    sqlite3* bare = nullptr;
+};
+
+Shop& shop() {
+    static Shop made(fewRows);
+    return made;
+}
+
+Shop& largeShop() {
+    static Shop made(manyRows);
+    return made;
+}
+
+constexpr char columns[] = "JobNo, CustID, Description, PartNo, Status, Quantity, InvoiceEach, "
+                           "ShopRate, TotalHours, JobDateIn, DueDate, Complete, Notes";
+
+void SelectByKeyBare(benchmark::State& state) {
+    sqlite3_stmt* statement =
+        shop().prepare(QByteArray("SELECT ").append(columns).append(" FROM Job WHERE JobNo = ?1"));
+    int key = 0;
+    for (auto _ : state) {
+        key = key % fewRows + 1;
+        sqlite3_bind_int64(statement, 1, key);
+        while (sqlite3_step(statement) == SQLITE_ROW) {
+            for (int column : {0, 1, 5, 11})
+                benchmark::DoNotOptimize(sqlite3_column_int64(statement, column));
+            for (int column : {6, 7, 8})
+                benchmark::DoNotOptimize(sqlite3_column_double(statement, column));
+            for (int column : {2, 3, 4, 9, 10, 12})
+                benchmark::DoNotOptimize(QString::fromUtf8(
+                    reinterpret_cast<const char*>(sqlite3_column_text(statement, column)),
+                    sqlite3_column_bytes(statement, column)));
+        }
+        sqlite3_reset(statement);
+    }
+    sqlite3_finalize(statement);
+}
+BENCHMARK(SelectByKeyBare);
+
+void SelectByKeyDynaset(benchmark::State& state) {
+    int key = 0;
+    for (auto _ : state) {
+        key = key % fewRows + 1;
+        const jet::Recordset rs = shop().database->openRecordset(
+            QStringLiteral("SELECT * FROM Job WHERE JobNo = ") + QString::number(key));
+        for (int column = 0; column < 13; ++column)
+            benchmark::DoNotOptimize(rs.field(column));
+    }
+}
+BENCHMARK(SelectByKeyDynaset);
+
+void SelectByKeySnapshot(benchmark::State& state) {
+    int key = 0;
+    for (auto _ : state) {
+        key = key % fewRows + 1;
+        const jet::Recordset rs = shop().database->openRecordset(
+            QStringLiteral("SELECT * FROM Job WHERE JobNo = ") + QString::number(key),
+            jet::RecordsetType::Snapshot);
+        for (int column = 0; column < 13; ++column)
+            benchmark::DoNotOptimize(rs.field(column));
+    }
+}
+BENCHMARK(SelectByKeySnapshot);
+
+void UpdateBare(benchmark::State& state) {
+    sqlite3_stmt* statement =
+        shop().prepare("UPDATE Job SET Quantity = ?1, Status = ?2 WHERE JobNo = ?3");
+    int key = 0;
+    for (auto _ : state) {
+        key = key % fewRows + 1;
+        sqlite3_bind_int64(statement, 1, key + state.iterations());
+        sqlite3_bind_text(statement, 2, "Closed", -1, SQLITE_STATIC);
+        sqlite3_bind_int64(statement, 3, key);
+        sqlite3_step(statement);
+        sqlite3_reset(statement);
+    }
+    sqlite3_finalize(statement);
+}
+BENCHMARK(UpdateBare);
+
+void Update(benchmark::State& state) {
+    int key = 0;
+    for (auto _ : state) {
+        key = key % fewRows + 1;
+        shop().database->execute(QStringLiteral("UPDATE Job SET Quantity = ") +
+                                 QString::number(key + state.iterations()) +
+                                 QStringLiteral(", Status = 'Closed' WHERE JobNo = ") +
+                                 QString::number(key));
+    }
+}
+BENCHMARK(Update);
+
+void InsertBare(benchmark::State& state) {
+    sqlite3_stmt* statement =
+        shop().prepare("INSERT INTO Job (CustID, Description, PartNo, Quantity, Complete) VALUES "
+                       "(?1, ?2, ?3, ?4, ?5)");
+    int number = 0;
+    for (auto _ : state) {
+        sqlite3_bind_int64(statement, 1, ++number % 997);
+        sqlite3_bind_text(statement, 2, "Bracket, left", -1, SQLITE_STATIC);
+        sqlite3_bind_text(statement, 3, "P-4711", -1, SQLITE_STATIC);
+        sqlite3_bind_int64(statement, 4, number);
+        sqlite3_bind_int64(statement, 5, 0);
+        sqlite3_step(statement);
+        sqlite3_reset(statement);
+    }
+    sqlite3_finalize(statement);
+}
+BENCHMARK(InsertBare);
+
+void Insert(benchmark::State& state) {
+    int number = 0;
+    for (auto _ : state) {
+        ++number;
+        shop().database->execute(
+            QStringLiteral(
+                "INSERT INTO Job (CustID, Description, PartNo, Quantity, Complete) VALUES "
+                "(") +
+            QString::number(number % 997) + QStringLiteral(", 'Bracket, left', 'P-4711', ") +
+            QString::number(number) + QStringLiteral(", False)"));
+    }
+}
+BENCHMARK(Insert);
+
+void OpenLargeDynaset(benchmark::State& state) {
+    largeShop();
+    for (auto _ : state) {
+        const jet::Recordset rs =
+            largeShop().database->openRecordset(QStringLiteral("SELECT * FROM Job ORDER BY JobNo"));
+        benchmark::DoNotOptimize(rs.recordCount());
+    }
+}
+BENCHMARK(OpenLargeDynaset)->Unit(benchmark::kMillisecond);
+
+void MoveInLargeDynaset(benchmark::State& state) {
+    jet::Recordset rs =
+        largeShop().database->openRecordset(QStringLiteral("SELECT * FROM Job ORDER BY JobNo"));
+    for (auto _ : state) {
+        rs.moveNext();
+        if (rs.eof())
+            rs.moveFirst();
+        benchmark::DoNotOptimize(rs.field(2));
+    }
+}
+BENCHMARK(MoveInLargeDynaset);
+
+void FindByKeyInLargeDynaset(benchmark::State& state) {
+    jet::Recordset rs =
+        largeShop().database->openRecordset(QStringLiteral("SELECT * FROM Job ORDER BY JobNo"));
+    for (auto _ : state) {
+        rs.findFirst(QStringLiteral("JobNo = %1").arg(manyRows - 5));
+        benchmark::DoNotOptimize(rs.field(2));
+    }
+}
+BENCHMARK(FindByKeyInLargeDynaset);
+
+void FindByTextInLargeDynaset(benchmark::State& state) {
+    jet::Recordset rs =
+        largeShop().database->openRecordset(QStringLiteral("SELECT * FROM Job ORDER BY JobNo"));
+    for (auto _ : state) {
+        rs.findFirst(QStringLiteral("PartNo = 'P-%1'").arg(manyRows - 5));
+        benchmark::DoNotOptimize(rs.field(2));
+    }
+}
+BENCHMARK(FindByTextInLargeDynaset);
+
+void ReadLargeSnapshot(benchmark::State& state) {
+    for (auto _ : state) {
+        jet::Recordset rs = largeShop().database->openRecordset(
+            QStringLiteral("SELECT TOP 100000 * FROM Job"), jet::RecordsetType::Snapshot);
+        benchmark::DoNotOptimize(rs.recordCount());
+    }
+}
+BENCHMARK(ReadLargeSnapshot)->Unit(benchmark::kMillisecond);
+
+} // namespace
