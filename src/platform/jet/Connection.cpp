@@ -103,6 +103,11 @@ StatementPtr Connection::statement(const Normalized& statement) {
     StatementPtr entry =
         translated(statement.key, [&] { return translate(statement, m_schema, m_dialect); });
     Translation& translation = entry->translation;
+    if (translation.dynaset) {
+        const Table* table = m_schema.table(translation.dynaset->table);
+        if (const Column* key = table != nullptr ? table->key() : nullptr)
+            entry->keyType = key->type;
+    }
     if (translation.kind == StatementKind::Insert) {
         const Table* table = m_schema.table(translation.table);
         const Column* key = table != nullptr ? table->key() : nullptr;

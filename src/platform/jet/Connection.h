@@ -17,6 +17,7 @@ struct CachedStatement {
     Translation translation;
     std::unique_ptr<Prepared> whole, firstRow, keyed, keys, row;
     std::vector<std::unique_ptr<Prepared>> more;
+    ColumnType keyType = ColumnType::Long; ///< of a dynaset's key
     bool givesCounter = false; ///< an INSERT into a table with a counter
     quint64 lastUse = 0;
 };

@@ -84,12 +84,6 @@ const Table& RecordsetData::baseTable() const {
     return *table;
 }
 
-std::optional<ColumnType> RecordsetData::keyType() const {
-    const Table* table = m_connection.schema().table(translation().dynaset->table);
-    const Column* key = table != nullptr ? table->key() : nullptr;
-    return key != nullptr ? key->type : ColumnType::Long;
-}
-
 Value RecordsetData::keyAt(int position) const {
     if (m_kind == Kind::Keyed)
         return m_keys.at(position);

@@ -54,11 +54,17 @@ class RecordsetData {
         Value value;
     };
 
+    struct Edited {
+        Table table;
+        Value key;
+        std::vector<Assignment> assignments;
+    };
+
     const Translation& translation() const { return m_statement->translation; }
     int columnCount() const { return static_cast<int>(translation().columns.size()); }
     int stored() const { return m_kind == Kind::Keyed ? m_keys.count() : m_rows.count(); }
     Value keyAt(int position) const;
-    std::optional<ColumnType> keyType() const;
+    ColumnType keyType() const { return m_statement->keyType; }
     const Table& baseTable() const;
 
     void loadKeyed();
@@ -105,9 +111,7 @@ class RecordsetData {
     bool m_noMatch = false;
 
     Editing m_editing = Editing::No;
-    Value m_editedKey;
-    Table m_editedTable;
-    std::vector<Assignment> m_assignments;
+    std::unique_ptr<Edited> m_edited; ///< of the last addNew() or edit()
     Value m_lastAddedKey;
     /// Joined: fields that were changed here, by place.
     QHash<int, std::vector<std::pair<int, Value>>> m_changed;

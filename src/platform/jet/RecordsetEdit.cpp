@@ -30,20 +30,19 @@ Value RecordsetData::field(int index) {
         return assignment->value;
     if (m_editing == Editing::Changed)
         return currentField(index);
-    const Column* stored = m_editedTable.column(column.name);
+    const Column* stored = m_edited->table.column(column.name);
     return stored != nullptr ? defaultOf(*stored) : Value();
 }
 
 const RecordsetData::Assignment* RecordsetData::assigned(const QString& column) const {
-    for (const Assignment& assignment : m_assignments)
+    for (const Assignment& assignment : m_edited->assignments)
         if (assignment.column->name.compare(column, Qt::CaseInsensitive) == 0)
             return &assignment;
     return nullptr;
 }
 
 void RecordsetData::addNew() {
-    m_editedTable = baseTable();
-    m_assignments.clear();
+    m_edited = std::make_unique<Edited>(Edited{baseTable(), {}, {}});
     m_editing = Editing::Added;
 }
 
@@ -53,15 +52,13 @@ void RecordsetData::edit() {
     m_editing = Editing::No;
     if (m_kind == Kind::Keyed ? !fetch() : !readCurrent())
         throw Error(errors::rowDeleted, QStringLiteral("Record is deleted."));
-    m_editedTable = table;
-    m_editedKey = keyAt(m_position);
-    m_assignments.clear();
+    m_edited = std::make_unique<Edited>(Edited{table, keyAt(m_position), {}});
     m_editing = Editing::Changed;
 }
 
 const Column& RecordsetData::editedColumn(QStringView name) const {
     const ResultColumn& shown = translation().columns[static_cast<std::size_t>(columnNamed(name))];
-    const Column* column = m_editedTable.column(shown.name);
+    const Column* column = m_edited->table.column(shown.name);
     if (column == nullptr)
         throw Error(errors::notUpdatable,
                     QStringLiteral("Cannot update '%1': it belongs to another table.").arg(name));
@@ -74,13 +71,13 @@ void RecordsetData::set(QStringView field, const Value& value) {
                     QStringLiteral("Update or CancelUpdate without AddNew or Edit."));
     const Column& column = editedColumn(field);
     Value stored = storedValue(value, column);
-    for (Assignment& assignment : m_assignments) {
+    for (Assignment& assignment : m_edited->assignments) {
         if (assignment.column == &column) {
             assignment.value = std::move(stored);
             return;
         }
     }
-    m_assignments.push_back({&column, std::move(stored)});
+    m_edited->assignments.push_back({&column, std::move(stored)});
 }
 
 void RecordsetData::update() {
@@ -96,32 +93,31 @@ void RecordsetData::update() {
         break;
     }
     m_editing = Editing::No;
-    m_assignments.clear();
 }
 
 void RecordsetData::insertRow() {
-    QString names = QStringLiteral("+") + m_editedTable.name;
-    for (const Assignment& assignment : m_assignments)
+    QString names = QStringLiteral("+") + m_edited->table.name;
+    for (const Assignment& assignment : m_edited->assignments)
         names += u'\t' + assignment.column->name;
     const QString& keyColumn = translation().dynaset->keyColumn;
     const StatementPtr statement = m_connection.generated(names, [&] {
         QByteArrayList columns, values;
-        for (const Assignment& assignment : m_assignments) {
+        for (const Assignment& assignment : m_edited->assignments) {
             columns << m_connection.quoted(assignment.column->name);
             values << m_connection.parameter(static_cast<int>(columns.size()));
         }
-        return "INSERT INTO " + m_connection.quoted(m_editedTable.name) +
+        return "INSERT INTO " + m_connection.quoted(m_edited->table.name) +
                (columns.isEmpty()
                     ? QByteArray(" DEFAULT VALUES")
                     : " (" + columns.join(", ") + ") VALUES (" + values.join(", ") + ')') +
                m_connection.returning(keyColumn);
     });
     Arguments& arguments = m_connection.newArguments();
-    for (const Assignment& assignment : m_assignments)
+    for (const Assignment& assignment : m_edited->assignments)
         arguments.add(assignment.value);
-    Value key = m_connection.insert(*statement, arguments, m_editedTable);
+    Value key = m_connection.insert(*statement, arguments, m_edited->table);
     // A key that isn't counted is the one that was given.
-    if (const Column* column = m_editedTable.key();
+    if (const Column* column = m_edited->table.key();
         column != nullptr && column->type != ColumnType::Counter) {
         const Assignment* given = assigned(column->name);
         key = given != nullptr ? given->value : Value();
@@ -134,25 +130,25 @@ void RecordsetData::insertRow() {
 }
 
 void RecordsetData::updateRow() {
-    if (m_assignments.empty())
+    if (m_edited->assignments.empty())
         return;
-    QString names = QStringLiteral("=") + m_editedTable.name;
-    for (const Assignment& assignment : m_assignments)
+    QString names = QStringLiteral("=") + m_edited->table.name;
+    for (const Assignment& assignment : m_edited->assignments)
         names += u'\t' + assignment.column->name;
     const QString& keyColumn = translation().dynaset->keyColumn;
     const StatementPtr statement = m_connection.generated(names, [&] {
         QByteArray sql;
         int number = 0;
-        for (const Assignment& assignment : m_assignments)
+        for (const Assignment& assignment : m_edited->assignments)
             sql += (sql.isEmpty() ? "" : ", ") + m_connection.quoted(assignment.column->name) +
                    " = " + m_connection.parameter(++number);
-        return "UPDATE " + m_connection.quoted(m_editedTable.name) + " SET " + sql + " WHERE " +
+        return "UPDATE " + m_connection.quoted(m_edited->table.name) + " SET " + sql + " WHERE " +
                m_connection.quoted(keyColumn) + " = " + m_connection.parameter(number + 1);
     });
     Arguments& arguments = m_connection.newArguments();
-    for (const Assignment& assignment : m_assignments)
+    for (const Assignment& assignment : m_edited->assignments)
         arguments.add(assignment.value);
-    arguments.add(m_editedKey);
+    arguments.add(m_edited->key);
     const Engine::Outcome outcome = m_connection.run(statement->whole, statement->translation.sql,
                                                      Engine::Access::Writes, arguments);
     if (outcome.touched == 0) {
@@ -164,17 +160,17 @@ void RecordsetData::updateRow() {
     if (m_kind == Kind::Keyed) {
         m_current = Current::Unread;
         m_rowsStand = false;
-        const Column* key = m_editedTable.key();
+        const Column* key = m_edited->table.key();
         if (const Assignment* given = key != nullptr ? assigned(key->name) : nullptr)
             m_keys.replace(m_position, given->value);
         return;
     }
     // All rows of the join that show the base row.
     for (int row = 0; row < m_rows.count(); ++row) {
-        if (!(keyAt(row) == m_editedKey))
+        if (!(keyAt(row) == m_edited->key))
             continue;
         auto& changed = m_changed[row];
-        for (const Assignment& assignment : m_assignments) {
+        for (const Assignment& assignment : m_edited->assignments) {
             const int column = columnNamed(assignment.column->name);
             changed.emplace(changed.begin(), column, assignment.value);
         }
@@ -183,7 +179,6 @@ void RecordsetData::updateRow() {
 
 void RecordsetData::cancelUpdate() {
     m_editing = Editing::No;
-    m_assignments.clear();
 }
 
 void RecordsetData::remove() {

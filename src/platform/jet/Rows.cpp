@@ -121,6 +121,8 @@ void Rows::beginRow() {
 
 void Rows::endRow() {
     *room(1) = static_cast<char>(Tag::End);
+    if (m_rows.capacity() == 0)
+        m_rows.reserve(8);
     m_rows.push_back(m_row);
 }
 
@@ -197,6 +199,8 @@ Cell Rows::next(const char*& at) {
 
 void Rows::read(int row, std::vector<Cell>& cells) const {
     cells.clear();
+    if (cells.capacity() == 0)
+        cells.reserve(32);
     const char* at = m_rows[static_cast<std::size_t>(row)];
     while (static_cast<Tag>(*at) != Tag::End)
         cells.push_back(next(at));

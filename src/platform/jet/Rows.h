@@ -14,10 +14,12 @@ namespace jet {
 struct Cell {
     enum class Kind : unsigned char { Null, Integer, Real, Text };
     Kind kind = Kind::Null;
-    qint64 integer = 0;
-    double real = 0;
-    const char* text = nullptr; ///< UTF-8, not terminated
-    int size = 0;
+    int size = 0; ///< bytes of a text
+    union {
+        qint64 integer = 0;
+        double real;
+        const char* text; ///< UTF-8, not terminated
+    };
 
     bool isNull() const { return kind == Kind::Null; }
 };
