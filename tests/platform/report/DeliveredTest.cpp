@@ -1,0 +1,290 @@
+#include "platform/report/Layout.h"
+#include "platform/report/Painting.h"
+#include "platform/report/ReportError.h"
+#include "platform/values/Format.h"
+#include "sample/Sample.h"
+#include "support/DatabaseFixture.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QImage>
+#include <QPainter>
+
+#include <algorithm>
+
+using report::PageItem;
+
+namespace {
+
+QString money(double value) {
+    return values::format(value, u"#,##0.00");
+}
+
+/// The delivered report files on the sample shop. Figures come from statements of the test's own.
+class Delivered : public ::testing::TestWithParam<testsupport::EngineKind> {
+  protected:
+    /// One shop for all tests of an engine: they change no row that another one looks at.
+    static jet::Database& db() {
+        auto& shop = shops()[GetParam()];
+        if (!shop) {
+            shop = std::make_unique<testsupport::TestDatabase>(
+                GetParam(), testsupport::TestDatabase::Contents::Shop);
+            sample::fill(shop->database(), {1, 60, QDate(2026, 3, 2)});
+        }
+        return shop->database();
+    }
+    void SetUp() override {
+        if (GetParam() == testsupport::EngineKind::Server &&
+            !testsupport::TestDatabase::hasServer())
+            GTEST_SKIP() << "no test server";
+    }
+    static void TearDownTestSuite() { shops().clear(); }
+    struct Access : testsupport::DatabaseFixture {
+        using DatabaseFixture::rows;
+    };
+    static QStringList rows(const QString& select) { return Access::rows(db(), select); }
+
+    std::unique_ptr<report::Document> print(const QString& name, const QString& formula = {}) {
+        report::DatabaseRowSource source(db());
+        try {
+            const auto file =
+                report::readReportFile(QStringLiteral(MIRSA_SOURCE_DIR "/reports/") + name);
+            auto document = report::layOut(file, source, formula);
+            checkPages(*document, name);
+            return document;
+        } catch (const report::ReportError& error) {
+            ADD_FAILURE() << name.toStdString() << ": " << error.code() << ' '
+                          << error.detail().toStdString();
+            return std::make_unique<report::Document>();
+        }
+    }
+
+    /// Nothing stands outside the margins, no text lies on another, and the pages say which they
+    /// are. The first pages are saved as pictures.
+    static void checkPages(const report::Document& document, const QString& name) {
+        ASSERT_GT(document.pageCount(), 0) << name.toStdString();
+        const auto& paper = document.paper;
+        for (int index = 0; index < document.pageCount(); ++index) {
+            const auto page = document.page(index);
+            std::vector<QRectF> texts;
+            for (const auto& item : page.items) {
+                EXPECT_GE(item.x, paper.left - 0.01);
+                EXPECT_LE(item.x + item.w, paper.size.width() - paper.right + 0.02)
+                    << name.toStdString() << ' ' << item.text.toStdString();
+                EXPECT_LE(item.y + item.h, paper.size.height() - paper.bottom + 0.02)
+                    << name.toStdString() << " page " << index << ' ' << item.text.toStdString();
+                if (item.kind != PageItem::Kind::Text)
+                    continue;
+                const QRectF place =
+                    QRectF(item.x, item.y, item.w, item.h).adjusted(0.05, 0.4, -0.05, -0.4);
+                for (const auto& other : texts)
+                    EXPECT_FALSE(place.intersects(other)) << name.toStdString() << " page " << index
+                                                          << ' ' << item.text.toStdString();
+                texts.push_back(place);
+            }
+            EXPECT_TRUE(page.text().contains(
+                QStringLiteral("Page %1 of %2").arg(index + 1).arg(document.pageCount())));
+            if (index < 2)
+                savePicture(document, page, name, index);
+        }
+    }
+
+    static void savePicture(const report::Document& document, const report::Page& page,
+                            const QString& name, int index) {
+        constexpr int dotsPerMm = 5;
+        QImage image((document.paper.size * dotsPerMm).toSize(), QImage::Format_RGB32);
+        image.fill(Qt::white);
+        QPainter painter(&image);
+        painter.setRenderHint(QPainter::Antialiasing);
+        report::PagePainter(document).paint(painter, page, dotsPerMm);
+        QDir().mkpath(QStringLiteral(MIRSA_BINARY_DIR "/gallery"));
+        image.save(QStringLiteral(MIRSA_BINARY_DIR "/gallery/%1-%2.png").arg(name).arg(index + 1));
+    }
+
+    static QString allText(const report::Document& document) {
+        QString text;
+        for (int page = 0; page < document.pageCount(); ++page)
+            text += document.page(page).text();
+        return text;
+    }
+
+    static QStringList barTexts(const report::Document& document) {
+        QStringList texts;
+        for (int page = 0; page < document.pageCount(); ++page) {
+            for (const auto& item : document.page(page).items) {
+                if (item.kind == PageItem::Kind::Bars)
+                    texts.append(item.text);
+            }
+        }
+        return texts;
+    }
+
+    static std::map<testsupport::EngineKind, std::unique_ptr<testsupport::TestDatabase>>& shops() {
+        static std::map<testsupport::EngineKind, std::unique_ptr<testsupport::TestDatabase>> made;
+        return made;
+    }
+
+    static double number(const QString& select) { return db().lookup(select).toDouble(); }
+};
+
+} // namespace
+
+TEST_P(Delivered, travelerCarriesTheRoutingWithItsBarCodes) {
+    const qint64 job =
+        db().lookup(QStringLiteral("SELECT TOP 1 JobNo FROM JobOper GROUP BY JobNo ORDER BY "
+                                   "COUNT(*) DESC, JobNo"))
+            .toLong();
+    const auto document =
+        print(QStringLiteral("Job_Traveler.rpt"), QStringLiteral("{Job.jobno} = %1").arg(job));
+    QStringList codes{QString::number(job)};
+    codes +=
+        rows(QStringLiteral("SELECT OperNo FROM JobOper WHERE JobNo = %1 ORDER BY SeqNo").arg(job));
+    EXPECT_EQ(barTexts(*document), codes);
+    const QString text = allText(*document);
+    for (const auto& row : rows(QStringLiteral("SELECT PartNo FROM Job WHERE JobNo = %1").arg(job)))
+        EXPECT_TRUE(text.contains(row)) << row.toStdString();
+    const auto contractors = number(
+        QStringLiteral("SELECT COUNT(*) FROM JobOper INNER JOIN Operation ON JobOper.OperNo = "
+                       "Operation.OperNo WHERE JobNo = %1 AND OperType = 'C'")
+            .arg(job));
+    EXPECT_EQ(text.count(QStringLiteral("OUTSIDE CONTRACTOR")), contractors);
+}
+
+TEST_P(Delivered, everyJobBeginsItsOwnTraveler) {
+    const auto jobs = rows(QStringLiteral("SELECT JobNo FROM Job ORDER BY JobNo"));
+    const auto document = print(QStringLiteral("Job_Traveler.rpt"));
+    ASSERT_GE(document->pageCount(), jobs.size());
+    QStringList starts;
+    for (int page = 0; page < document->pageCount(); ++page) {
+        const QString text = document->page(page).text();
+        if (text.contains(QStringLiteral("Customer\t")))
+            starts.append(text.section(QStringLiteral("Job "), 1, 1).section(u'\n', 0, 0));
+    }
+    EXPECT_EQ(starts, jobs);
+}
+
+TEST_P(Delivered, travelerWithNotesHasEachNoteBeneathItsOperation) {
+    const qint64 job =
+        db().lookup(
+                QStringLiteral("SELECT TOP 1 JobNo FROM JobOperNote WHERE JobNo > 0 AND SeqNo > 0 "
+                               "ORDER BY JobNo"))
+            .toLong();
+    ASSERT_GT(job, 0);
+    const QString longNote = QStringLiteral("Deburr with care and measure again. ").repeated(150) +
+                             QStringLiteral("END OF NOTE");
+    db().execute(QStringLiteral("UPDATE JobOperNote SET OperNotes = '%1' WHERE JobNo = %2")
+                     .arg(longNote)
+                     .arg(job));
+    const auto document = print(QStringLiteral("Job_Traveler_Notes.rpt"),
+                                QStringLiteral("{Job.JobNo} = %1").arg(job));
+    QString text = allText(*document).simplified();
+    EXPECT_EQ(text.count(QStringLiteral("END OF NOTE")),
+              number(QStringLiteral("SELECT COUNT(*) FROM JobOperNote INNER JOIN JobOper ON "
+                                    "(JobOperNote.JobNo = JobOper.JobNo) AND (JobOperNote.SeqNo = "
+                                    "JobOper.SeqNo) WHERE JobOper.JobNo = %1")
+                         .arg(job)));
+    EXPECT_EQ(text.count(QStringLiteral("Deburr")) % 150, 0);
+}
+
+TEST_P(Delivered, quoteShowsBreaksThatHaveAQuantity) {
+    const qint64 estimate =
+        db().lookup(QStringLiteral(
+                        "SELECT TOP 1 EstNo FROM Estimate WHERE QtyBreakA > 0 AND QtyBreakC > 0 "
+                        "ORDER BY EstNo"))
+            .toLong();
+    ASSERT_GT(estimate, 0);
+    db().execute(
+        QStringLiteral("UPDATE Estimate SET QtyBreakB = 0, QtyQPB = 98.7654, QtyQPC = 1234.5, "
+                       "QtyTotalC = 24690 WHERE EstNo = %1")
+            .arg(estimate));
+    const auto document = print(QStringLiteral("Estimate_Quote.rpt"),
+                                QStringLiteral("{Estimate.Estno} = %1").arg(estimate));
+    const QString text = allText(*document);
+    EXPECT_TRUE(text.contains(QStringLiteral("No. %1\n").arg(estimate)));
+    EXPECT_TRUE(text.contains(QStringLiteral("\t$1,234.5000\t$24,690.00"))) << text.toStdString();
+    EXPECT_FALSE(text.contains(QStringLiteral("98.7654")));
+    const auto rest =
+        rows(QStringLiteral("SELECT company, RFQNo, PartNo FROM Estimate INNER JOIN Customer ON "
+                            "Estimate.CustID = Customer.Custid WHERE EstNo = %1")
+                 .arg(estimate));
+    ASSERT_EQ(rest.size(), 1);
+    for (const auto& part : rest.front().split(u'|'))
+        EXPECT_TRUE(text.contains(part)) << part.toStdString();
+    EXPECT_TRUE(text.contains(
+        db().lookup(QStringLiteral("SELECT CompanyName FROM SystemSettings")).toText()));
+}
+
+TEST_P(Delivered, customerListHasEveryCustomerOnceInOrder) {
+    const auto document = print(QStringLiteral("Customers.rpt"));
+    const QString text = allText(*document);
+    const auto count = rows(QStringLiteral("SELECT Custid FROM Customer")).size();
+    EXPECT_TRUE(text.contains(QStringLiteral("%1 customers").arg(count)))
+        << text.right(300).toStdString();
+    for (const auto& name : rows(QStringLiteral("SELECT company FROM Customer WHERE State = 'OH'")))
+        EXPECT_TRUE(text.contains(name.section(u' ', 0, 0))) << name.toStdString();
+    const auto some = print(QStringLiteral("Customers.rpt"),
+                            QStringLiteral("{customer.company} in 'A' to 'Czz'"));
+    const auto between =
+        rows(QStringLiteral("SELECT Custid FROM Customer WHERE company BETWEEN 'A' AND 'Czz'"));
+    ASSERT_GT(between.size(), 0);
+    EXPECT_TRUE(allText(*some).contains(QStringLiteral("%1 customers").arg(between.size())));
+}
+
+TEST_P(Delivered, jobReportAddsUpWhatTheJobCost) {
+    const qint64 job =
+        db().lookup(QStringLiteral(
+                        "SELECT TOP 1 Job.JobNo FROM Job INNER JOIN JobMiscCost ON Job.JobNo = "
+                        "JobMiscCost.JobNo WHERE Job.TotalHours > 0 ORDER BY Job.JobNo"))
+            .toLong();
+    ASSERT_GT(job, 0);
+    const bool oneRate =
+        db().lookup(QStringLiteral("SELECT OneShopRate FROM Job WHERE JobNo = %1").arg(job))
+            .toBool();
+    const QString join =
+        QStringLiteral(" FROM (JobOper INNER JOIN Operation ON JobOper.OperNo = Operation.OperNo) "
+                       "INNER JOIN Job ON "
+                       "JobOper.JobNo = Job.JobNo WHERE JobOper.JobNo = %1 AND OperType = '%2'");
+    const QString rate = oneRate ? QStringLiteral("JobShopRate") : QStringLiteral("OperShopRate");
+    const double hours = number(QStringLiteral("SELECT SUM(OperTime_Amount)") +
+                                join.arg(job).arg(QStringLiteral("I")));
+    const double inHouse = number(QStringLiteral("SELECT SUM(OperTime_Amount * ") + rate + u')' +
+                                  join.arg(job).arg(QStringLiteral("I")));
+    const double outside = number(QStringLiteral("SELECT SUM(OperTime_Amount)") +
+                                  join.arg(job).arg(QStringLiteral("C")));
+    const double fixed =
+        number(QStringLiteral("SELECT SUM(CostAmount) FROM JobMiscCost WHERE JobNo = %1").arg(job));
+    const auto document =
+        print(QStringLiteral("Job_Report.rpt"), QStringLiteral("{Job.JobNo} = %1").arg(job));
+    const QString text = allText(*document);
+    EXPECT_TRUE(text.contains(u'\t' + values::format(hours, u"#,##0.00") + u'\t')) << hours;
+    EXPECT_TRUE(text.contains(QStringLiteral("Operations\t$") + money(inHouse + outside)))
+        << inHouse << ' ' << outside << '\n'
+        << text.toStdString();
+    EXPECT_TRUE(text.contains(QStringLiteral("Fixed costs and material\t$") + money(fixed)));
+    EXPECT_TRUE(text.contains(QStringLiteral("Total cost\t$") + money(inHouse + outside + fixed)));
+}
+
+TEST_P(Delivered, formulasOfTheQueryFormsRun) {
+    for (const auto* formula :
+         {u"{customer.company} in 'A' to 'M'", u"{Job.JobNo} in 1 to 20",
+          u"{Job.PartNo} = 'O''Hara'", u"{Job.JobDateIn} in date(2025,06,01) to date(2026,03,02)",
+          u"{Job.PoNo} in '1' to '9' and {Job.JobDueDate} = date(2026,03,02)",
+          u"{Job.JobNo} = 3 OR {Job.JobNo} = 5", u"not {Job.Shipped} and {Job.PartNo} like '*1*'",
+          u"{JobOper.OperNo} in [1, 2, 3]", u"isnull({Job.PONo}) or {Job.Quantity} >= 10"}) {
+        const QString text = QString::fromUtf16(formula);
+        SCOPED_TRACE(text.toStdString());
+        print(QStringLiteral("Job_Report.rpt"), text);
+    }
+    const auto some = print(QStringLiteral("Job_Report.rpt"),
+                            QStringLiteral("{Job.JobNo} in 40 to 60 and not {Job.Shipped}"));
+    QStringList shown;
+    for (int page = 0; page < some->pageCount(); ++page)
+        shown.append(
+            some->page(page).text().section(QStringLiteral("Job "), 1, 1).section(u'\n', 0, 0));
+    shown.removeDuplicates();
+    EXPECT_EQ(shown, rows(QStringLiteral("SELECT JobNo FROM Job WHERE JobNo BETWEEN 40 AND 60 AND "
+                                         "Shipped = False ORDER BY JobNo")));
+}
+
+MIRSA_BOTH_ENGINES(Delivered);
