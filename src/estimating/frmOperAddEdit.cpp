@@ -52,9 +52,7 @@ frmOperAddEdit::frmOperAddEdit() : Form(QString::fromLatin1(formName), QString()
     Text1->setKeyFilter(values::keys::description());
     inFrame->addWidget(Text1);
 
-    auto* bottom = new QHBoxLayout;
-    outside->addLayout(bottom);
-    screen::ButtonBar bar(this, bottom);
+    screen::ButtonBar bar(this, outside);
     bar.stretch();
     QPushButton* cmdOK = bar.button(QStringLiteral("cmdOK"), QStringLiteral("&OK"));
     cmdOKNew = bar.button(QStringLiteral("cmdOKNew"), QStringLiteral("OK and &New"));

@@ -17,9 +17,7 @@ frmOperDeptAddEdit::frmOperDeptAddEdit() : Form(QString::fromLatin1(formName), Q
                                   values::keys::description(),
                                   {},
                                   32});
-    auto* bottom = new QHBoxLayout;
-    outside->addLayout(bottom);
-    screen::ButtonBar bar(this, bottom);
+    screen::ButtonBar bar(this, outside);
     bar.stretch();
     QPushButton* cmdOK = bar.button(QStringLiteral("cmdOK"), QStringLiteral("&OK"));
     QPushButton* cmdCancel = bar.button(QStringLiteral("cmdCancel"), QStringLiteral("&Cancel"));

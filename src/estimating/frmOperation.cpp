@@ -60,14 +60,15 @@ frmOperation::frmOperation() : Form(QString::fromLatin1(formName), QStringLitera
                       QStringLiteral("O&verhead"));
     SSTabOper->addTab(listPage(contractor(), QStringLiteral("CO"), lvwCO),
                       QStringLiteral("Co&ntractor"));
-    auto* bottom = new QHBoxLayout;
-    outside->addLayout(bottom);
-    screen::ButtonBar bar(this, bottom);
+    screen::ButtonBar bar(this, outside);
     bar.stretch();
     QPushButton* cmdClose = bar.button(QStringLiteral("cmdClose"), QStringLiteral("&Close"));
     setCancelButton(cmdClose);
     on(cmdClose, [this] { unload(); });
-    resize(760, 500);
+}
+
+QSize frmOperation::sizeHint() const {
+    return {760, 500};
 }
 
 controls::ListView* frmOperation::newList(QWidget* parent, const QString& name,
@@ -95,9 +96,7 @@ QWidget* frmOperation::inhousePage() {
     m_views->addWidget(tvwOper);
     m_views->addWidget(lvwIN);
 
-    auto* down = new QVBoxLayout;
-    across->addLayout(down);
-    screen::ButtonBar bar(page, down);
+    screen::ButtonBar bar(page, across);
     cmdView = bar.button(QStringLiteral("cmdView"), QStringLiteral("&View by Operation"));
     QPushButton* cmdNewDept =
         bar.button(QStringLiteral("cmdNewDept"), QStringLiteral("New De&partment"));
@@ -126,9 +125,7 @@ QWidget* frmOperation::listPage(const QString& type, const QString& prefix,
     list = newList(page, QStringLiteral("lvw") + prefix, operationTitle(type));
     list->setColumns({{QStringLiteral("Description"), 60}});
     across->addWidget(list, 1);
-    auto* down = new QVBoxLayout;
-    across->addLayout(down);
-    screen::ButtonBar bar(page, down);
+    screen::ButtonBar bar(page, across);
     const QString cmd = QStringLiteral("cmd") + prefix;
     QPushButton* add = bar.button(cmd + QStringLiteral("new"), QStringLiteral("&New Operation"));
     QPushButton* edit = bar.button(cmd + QStringLiteral("edit"), QStringLiteral("&Edit"));

@@ -20,6 +20,7 @@ class frmOperation : public screen::Form {
   public:
     static constexpr char formName[] = "frmOperation";
     frmOperation();
+    QSize sizeHint() const override;
     void Form_Load() override;
 
   private:

@@ -73,9 +73,7 @@ frmCreatJob::frmCreatJob()
     txtTrvNotes = notes(u"fraTraveler", u"txtTrvNotes", QStringLiteral("Traveler"));
     txtJobNotes = notes(u"fraJob", u"txtJobNotes", QStringLiteral("Job"));
 
-    auto* bottom = new QHBoxLayout;
-    outside->addLayout(bottom);
-    screen::ButtonBar bar(this, bottom);
+    screen::ButtonBar bar(this, outside);
     bar.stretch();
     QPushButton* cmdOK = bar.button(QStringLiteral("cmdOK"), QStringLiteral("&OK"));
     QPushButton* cmdCancel = bar.button(QStringLiteral("cmdCancel"), QStringLiteral("&Cancel"));

@@ -22,6 +22,7 @@ class frmJob : public masters::RecordModule {
   public:
     static constexpr char formName[] = "frmJob";
     frmJob();
+    QSize sizeHint() const override;
 
     void ShowModuleMode(const QString& mode) override;
     void refreshLookup(const QString& table) override;

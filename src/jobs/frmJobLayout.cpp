@@ -103,7 +103,7 @@ TextField* numberField(QWidget* parent, const QString& mask, int limit) {
 DateField* longDate(QWidget* parent) {
     auto* field = new DateField(parent);
     field->setShown(DateField::Shown::Long);
-    field->setMinimumWidth(field->fontMetrics().averageCharWidth() * 26);
+    field->setMinimumWidth(field->fontMetrics().averageCharWidth() * 30 + 40);
     return field;
 }
 
@@ -168,7 +168,10 @@ frmJob::frmJob() : RecordModule(describe()) {
     bottom->addStretch();
     bottom->addWidget(buttonPane());
     wire();
-    resize(1230, 640);
+}
+
+QSize frmJob::sizeHint() const {
+    return QSize(1230, 640).expandedTo(RecordModule::sizeHint());
 }
 
 void frmJob::bindFigure(const QString& column, QLabel* label, const QString& mask) {
@@ -208,7 +211,7 @@ QWidget* frmJob::headerPane() {
     customer->addWidget(lblCustID);
     pane.put(dbcCustomer, u"dbcCustomer", QStringLiteral("C&ustomer:"), 0, 0, customer);
     txtPONo = new TextField(widget);
-    pane.put(txtPONo, u"txtPONo", QStringLiteral("P&O No.:"), 1, 0);
+    pane.put(txtPONo, u"txtPONo", QStringLiteral("PO No.:"), 1, 0);
     txtPartno = new TextField(widget);
     pane.put(txtPartno, u"txtPartno", QStringLiteral("&Part No.:"), 2, 0);
     txtDescription = new TextField(widget);
@@ -219,14 +222,14 @@ QWidget* frmJob::headerPane() {
     txtJobDueDate = longDate(widget);
     pane.put(txtJobDueDate, u"txtJobDueDate", QStringLiteral("Due Date:"), 1, 2);
     txtQuantity = numberField(widget, QStringLiteral("#####0"), 9);
-    pane.put(txtQuantity, u"txtQuantity", QStringLiteral("Quantit&y:"), 2, 2);
+    pane.put(txtQuantity, u"txtQuantity", QStringLiteral("&Quantity:"), 2, 2);
     txtJobShopRate = numberField(widget, QStringLiteral("#####0.00"), 12);
     m_secured.push_back(
         pane.put(txtJobShopRate, u"txtJobShopRate", QStringLiteral("&Hourly Rate:"), 3, 2));
     m_secured.push_back(txtJobShopRate);
 
-    chkSequential = named(new QCheckBox(QStringLiteral("Se&quential"), widget),
-                          QStringLiteral("chkSequential"));
+    chkSequential =
+        named(new QCheckBox(QStringLiteral("Sequential"), widget), QStringLiteral("chkSequential"));
     chkShipped = named(new QCheckBox(QStringLiteral("Completed and Shipped?"), widget),
                        QStringLiteral("chkShipped"));
     auto* marks = new QHBoxLayout;
@@ -273,6 +276,8 @@ QWidget* frmJob::headerPane() {
 
 QTabWidget* frmJob::notePane() {
     auto* tabs = named(new QTabWidget(this), QStringLiteral("SSTabNotes"), QStringLiteral("Notes"));
+    // As high as the fields beside it.
+    tabs->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
     const auto page = [&](const char16_t* name, const char16_t* title, const char16_t* spoken,
                           const char16_t* column) {
         auto* field =
@@ -340,12 +345,12 @@ QWidget* frmJob::buttonPane() {
             {Role::Delete, QStringLiteral("cmdDelete"), QStringLiteral("&Delete")},
             {Role::Close, QStringLiteral("cmdClose"), QStringLiteral("D&one")}});
     column({{Role::Find, QStringLiteral("cmdFind"), QStringLiteral("&Goto Job")},
-            {Role::BrowseOnly, QStringLiteral("cmdGotoPart"), QStringLiteral("Go&to Part")},
-            {Role::Free, QStringLiteral("cmdAssembly"), QStringLiteral("Assem&bly Tree")},
+            {Role::BrowseOnly, QStringLiteral("cmdGotoPart"), QStringLiteral("Goto Par&t")},
+            {Role::Free, QStringLiteral("cmdAssembly"), QStringLiteral("Assembl&y Tree")},
             {Role::Free, QStringLiteral("cmdSchedule"), QStringLiteral("Schedu&le")}});
     column({{Role::Free, QStringLiteral("cmdInvoice"), QStringLiteral("In&voice")},
             {Role::BrowseOnly, QStringLiteral("cmdTraveler"), QStringLiteral("Tr&aveler...")},
-            {Role::Free, QStringLiteral("cmdShippingHistory"), QStringLiteral("Shippin&g History")},
+            {Role::Free, QStringLiteral("cmdShippingHistory"), QStringLiteral("&Shipping History")},
             {Role::List, QStringLiteral("cmdList"), QStringLiteral("Query/Report")},
             {Role::PrintShown, QStringLiteral("cmdQuery"), QStringLiteral("Quick &Report Shown")}});
     auto* entry = new QHBoxLayout(fraEdit);

@@ -61,6 +61,7 @@ RoutingPanel::RoutingPanel(screen::Form& form, const RoutingKind& kind, Qt::Orie
     splitter->addWidget(miscPane());
     splitter->setStretchFactor(0, 3);
     splitter->setStretchFactor(1, 2);
+    splitter->setSizes({760, 460});
     layout->addWidget(splitter);
     setMode(RoutingMode::Browse);
 }
