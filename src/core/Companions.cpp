@@ -45,7 +45,9 @@ void openHelp() {
                        screen::Icon::Exclamation);
         return;
     }
-    QDesktopServices::openUrl(QUrl::fromLocalFile(guide));
+    if (!QDesktopServices::openUrl(QUrl::fromLocalFile(guide)))
+        screen::MsgBox(QStringLiteral("There is no program to show the help with.\r\n") + guide,
+                       screen::Buttons::Ok, screen::Icon::Exclamation);
 }
 
 } // namespace core

@@ -25,6 +25,11 @@ using screen::MsgBox;
 
 namespace {
 
+/// Whether this installation has a screen; a member that opens its own names none.
+bool hasScreen(const QString& name) {
+    return name.isEmpty() || screen::Forms::isKnown(name);
+}
+
 /// The widgets that Tab goes to, in the order in which the layouts have them.
 void collectTabs(QWidget* widget, QList<QWidget*>& order);
 
@@ -310,6 +315,12 @@ void RecordModule::arrangeButtons() {
             break;
         case Role::Free:
             break;
+        case Role::Find:
+            push->setEnabled(browse && hasScreen(m_descriptor.findScreen));
+            break;
+        case Role::List:
+            push->setEnabled(browse && hasScreen(m_descriptor.queryScreen));
+            break;
         default:
             push->setEnabled(browse);
         }
@@ -450,6 +461,11 @@ void RecordModule::cmdSave_Click() {
             if (!writeRecord(adding, key))
                 return;
         } catch (const jet::Error& error) {
+            if (adding) {
+                // The row that was undone may already stand among the keys of the set.
+                const QScopedValueRollback quiet(m_quiet, true);
+                m_data->requeryKeepingRow();
+            }
             if (tellSaveFailed(error))
                 return;
             throw;

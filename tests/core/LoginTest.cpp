@@ -3,6 +3,7 @@
 #include "core/MainMenu.h"
 #include "core/MirsaMain.h"
 #include "core/Screens.h"
+#include "support/Gallery.h"
 #include "support/ShopFixture.h"
 
 #include <QAction>
@@ -194,7 +195,13 @@ TEST_P(Login, OnesOwnPasswordIsCheckedAndStoredInCapitals) {
         type(QStringLiteral("txtVerify"), again);
         press(QStringLiteral("cmdOK"));
     };
+    whenShown(QStringLiteral("frmAbout"), [this] {
+        EXPECT_EQ(testsupport::gallery(form()), QStringList());
+        press(QStringLiteral("cmdOK"));
+    });
+    screen::Forms::showModal(QStringLiteral("frmAbout"));
     whenShown(QStringLiteral("frmPass"), [&] {
+        EXPECT_EQ(testsupport::gallery(form()), QStringList());
         expectBox(QStringLiteral("Invalid Old Password. Please try again!"));
         fill(QStringLiteral("wrong"), QStringLiteral("a"), QStringLiteral("b"));
         EXPECT_EQ(focusName(), QStringLiteral("txtOldPassword"));

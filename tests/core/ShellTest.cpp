@@ -5,6 +5,7 @@
 #include "core/Screens.h"
 #include "core/Spelling.h"
 #include "platform/controls/TextField.h"
+#include "support/Gallery.h"
 #include "support/ScreenFixture.h"
 
 #include <QAction>
@@ -177,6 +178,16 @@ TEST_F(Shell, ClosingItEndsTheProcessUnlessAScreenRefuses) {
     expectEndOfProcess();
     click("mnuFileExit");
     EXPECT_FALSE(m_shell->isVisible());
+}
+
+TEST_F(Shell, TheDialogsAreWholeAndSpoken) {
+    for (const char* name : {"frmLogin", "frmSplash"}) {
+        whenShown(QString::fromLatin1(name), [this] {
+            EXPECT_EQ(testsupport::gallery(form()), QStringList());
+            form().unload();
+        });
+        screen::Forms::showModal(QString::fromLatin1(name));
+    }
 }
 
 TEST_F(Shell, TheStatusBarShowsNoPassword) {

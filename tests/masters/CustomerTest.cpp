@@ -67,7 +67,8 @@ TEST_P(Customer, OpensOnTheNewestAndMovesWithArrowsAndKeys) {
     EXPECT_EQ(company(), QStringLiteral("Acme Tools"));
     key(Qt::Key_Right, Qt::AltModifier);
     EXPECT_EQ(company(), QStringLiteral("Baker Molds"));
-    choose(QStringLiteral("dbcCustomer"), QStringLiteral("Acme Tools"));
+    type(QStringLiteral("dbcCustomer"), QStringLiteral("acme\n"));
+    ASSERT_TRUE(module()) << "Return chose the name and pressed nothing";
     EXPECT_EQ(company(), QStringLiteral("Acme Tools"));
     EXPECT_EQ(text(QStringLiteral("txtCustid")), QString::number(numberOf("Acme Tools")));
 }
@@ -380,9 +381,30 @@ TEST_P(Customer, LongNotesAreEditedLargeAndOnlyWhileTheFieldTakesEntries) {
               QStringList(QStringLiteral("first\r\nsecond")));
 }
 
+TEST_P(Customer, QuickReportNeedsADefault) {
+    addThree();
+    database().execute(QStringLiteral("DELETE * FROM Reports"));
+    ASSERT_TRUE(openModule());
+    for (const char* button : {"cmdPrintScr", "cmdPrintAll"}) {
+        expectBoxContaining(QStringLiteral("You do not have a Default Report specified"));
+        press(QString::fromLatin1(button));
+    }
+    EXPECT_FALSE(isEnabled(QStringLiteral("cmdList"))) << "its screen is not installed";
+}
+
 TEST_P(Customer, NothingIsClippedUnnamedOrClashing) {
     addThree();
     ASSERT_TRUE(openModule());
+    whenShown(QStringLiteral("frmCustFind"), [this] {
+        EXPECT_EQ(testsupport::gallery(form()), QStringList());
+        whenShown(QStringLiteral("frmCustFound"), [this] {
+            EXPECT_EQ(testsupport::gallery(form()), QStringList());
+            press(QStringLiteral("cmdSelect"));
+        });
+        press(QStringLiteral("cmdFind"));
+    });
+    press(QStringLiteral("cmdFind"));
+    EXPECT_EQ(company(), QStringLiteral("Acme Tools")) << "the first found";
     EXPECT_EQ(testsupport::gallery(form()), QStringList());
     press(QStringLiteral("cmdEdit"));
     EXPECT_EQ(testsupport::gallery(form()), QStringList());
