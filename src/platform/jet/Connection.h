@@ -18,7 +18,7 @@ struct CachedStatement {
     std::unique_ptr<Prepared> whole, firstRow, keyed, keys, row;
     std::vector<std::unique_ptr<Prepared>> more;
     ColumnType keyType = ColumnType::Long; ///< of a dynaset's key
-    bool givesCounter = false; ///< an INSERT into a table with a counter
+    bool givesCounter = false;             ///< an INSERT into a table with a counter
     quint64 lastUse = 0;
 };
 using StatementPtr = std::shared_ptr<CachedStatement>;

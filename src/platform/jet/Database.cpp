@@ -5,6 +5,8 @@
 #include "platform/jet/engines/Postgres.h"
 #include "platform/jet/engines/Sqlite.h"
 
+#include <QFile>
+
 namespace jet {
 
 namespace {
@@ -35,6 +37,22 @@ std::unique_ptr<Database> Database::createFile(const QString& path) {
 std::unique_ptr<Database> Database::openServer(const QString& uri) {
     return std::unique_ptr<Database>(
         new Database(std::make_unique<Connection>(std::make_unique<Postgres>(uri))));
+}
+
+void Database::compactFile(const QString& from, const QString& to) {
+    if (QFile::exists(to))
+        throw Error(errors::other, QStringLiteral("The database '%1' already exists.").arg(to));
+    try {
+        Sqlite(from, Sqlite::Mode::Open).copyCompacted(to);
+        Sqlite(to, Sqlite::Mode::Open).readSchema();
+    } catch (const Error&) {
+        QFile::remove(to);
+        throw;
+    }
+}
+
+void Database::tidy() {
+    m_connection->engine().tidy();
 }
 
 Recordset Database::openRecordset(const QString& select, RecordsetType type) {

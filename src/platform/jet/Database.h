@@ -23,6 +23,9 @@ class Database {
     static std::unique_ptr<Database> createFile(const QString& path);
     /// Opens a server's database by its postgresql:// URI. Throws connectionFailed.
     static std::unique_ptr<Database> openServer(const QString& uri);
+    /// Writes a compacted, repaired copy of a database file to a path where nothing stands. The
+    /// file itself keeps its rows. Throws locked while anybody has it open, and as openFile.
+    static void compactFile(const QString& from, const QString& to);
 
     ~Database();
     Database(const Database&) = delete;
@@ -37,6 +40,9 @@ class Database {
 
     /// The counter that this connection's last INSERT was given.
     qint64 lastCounter() const;
+
+    /// On a server: lets it reuse what deleted rows took. Nothing on a file; see compactFile.
+    void tidy();
 
     const Schema& schema() const;
     /// The width of a text column; 0 where it has none. For the length limits of fields.

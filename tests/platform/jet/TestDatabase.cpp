@@ -3,6 +3,8 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
+#include <QUrl>
 
 using namespace testsupport;
 
@@ -146,6 +148,75 @@ TEST_P(DatabaseTest, ServesMoreStatementsThanItKeeps) {
 }
 
 MIRSA_BOTH_ENGINES(DatabaseTest);
+
+TEST(DatabaseServer, IsReachedAgainAfterItWasLost) {
+    if (!TestDatabase::hasServer())
+        GTEST_SKIP() << "MIRSA_TEST_SERVER names no server";
+    TestDatabase test(EngineKind::Server);
+    jet::Database& database = test.database();
+    const auto numberOf = [&](const QString& statement) {
+        try {
+            database.execute(statement);
+        } catch (const jet::Error& error) {
+            return error.number();
+        }
+        return 0;
+    };
+    const auto cut = [&] {
+        const QString name = QUrl(test.location()).path().mid(1);
+        onTestServer(QStringLiteral("DO $$ BEGIN PERFORM pg_terminate_backend(pid, 5000) FROM "
+                                    "pg_stat_activity WHERE datname = '%1'; END $$")
+                         .arg(name));
+    };
+    database.execute(QStringLiteral("CREATE TABLE Note (Id COUNTER PRIMARY KEY, Body MEMO)"));
+    const QString insert = QStringLiteral("INSERT INTO Note (Body) VALUES ('x')");
+    EXPECT_EQ(numberOf(insert), 0);
+    cut();
+    EXPECT_EQ(numberOf(insert), jet::errors::connectionFailed);
+    EXPECT_EQ(numberOf(insert), 0);
+    {
+        jet::Transaction transaction(database);
+        EXPECT_EQ(numberOf(insert), 0);
+        cut();
+        EXPECT_EQ(numberOf(insert), jet::errors::connectionFailed);
+        EXPECT_NE(numberOf(insert), 0) << "nothing more runs in a transaction that is lost";
+        EXPECT_THROW(transaction.commit(), jet::Error);
+    }
+    EXPECT_EQ(database.lookup(QStringLiteral("SELECT COUNT(*) FROM Note")).toLong(), 2);
+}
+
+TEST(DatabaseFile, IsCompactedWhileNobodyHasItOpen) {
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("Mirsa.mdb"));
+    const QString copy = folder.filePath(QStringLiteral("MTEMP.MDB"));
+    auto database = jet::Database::createFile(path);
+    database->execute(QStringLiteral("CREATE TABLE Note (Id COUNTER PRIMARY KEY, Body MEMO)"));
+    {
+        jet::Transaction transaction(*database);
+        for (int i = 0; i < 500; ++i)
+            database->execute(
+                QStringLiteral("INSERT INTO Note (Body) VALUES ('%1')").arg(QString(1000, u'x')));
+        transaction.commit();
+    }
+    database->execute(QStringLiteral("DELETE FROM Note WHERE Id > 10"));
+    const jet::Recordset left = database->openRecordset(QStringLiteral("SELECT * FROM Note"));
+    EXPECT_EQ(left.recordCount(), 10);
+    try {
+        jet::Database::compactFile(path, copy);
+        ADD_FAILURE() << "another station had it open";
+    } catch (const jet::Error& error) {
+        EXPECT_EQ(error.number(), jet::errors::locked);
+    }
+    EXPECT_FALSE(QFile::exists(copy));
+    database.reset(); // the recordset must not keep the file
+    EXPECT_FALSE(QFile::exists(path + QStringLiteral("-wal")));
+    jet::Database::compactFile(path, copy);
+    EXPECT_LT(QFileInfo(copy).size() * 5, QFileInfo(path).size());
+    database = jet::Database::openFile(copy);
+    EXPECT_EQ(database->execute(QStringLiteral("UPDATE Note SET Body = ''")), 10);
+    database->execute(QStringLiteral("INSERT INTO Note (Body) VALUES ('')"));
+    EXPECT_EQ(database->lastCounter(), 501) << "a counter goes on where it was";
+}
 
 TEST(DatabaseFile, RefusesWhatIsNoDatabase) {
     const QTemporaryDir folder;

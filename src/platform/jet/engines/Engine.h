@@ -56,6 +56,9 @@ class Engine {
     /// False: the engine has given up the open transaction by itself.
     virtual bool inTransaction() const = 0;
 
+    /// Gives back what deleted rows took, as far as other stations may go on working.
+    virtual void tidy() {}
+
     virtual Schema readSchema() = 0;
     /// Whether the tables may have been changed from elsewhere since readSchema().
     virtual bool schemaMayHaveChanged() = 0;

@@ -396,6 +396,10 @@ void Postgres::rollback(int depth) {
         exchange({"ROLLBACK"});
 }
 
+void Postgres::tidy() {
+    exchange({"VACUUM (ANALYZE)"});
+}
+
 bool Postgres::inTransaction() const {
     return m_inTransaction && PQstatus(m_connection) == CONNECTION_OK;
 }

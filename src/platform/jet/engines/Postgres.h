@@ -22,6 +22,7 @@ class Postgres : public Engine {
     void commit(int depth) override;
     void rollback(int depth) override;
     bool inTransaction() const override;
+    void tidy() override;
     Schema readSchema() override;
     bool schemaMayHaveChanged() override { return true; }
     ChangeMark mark() override;

@@ -14,12 +14,17 @@ constexpr int busyMilliseconds = 20000;
 
 class SqlitePrepared : public Prepared {
   public:
-    explicit SqlitePrepared(sqlite3_stmt* statement) : m_statement(statement) {}
-    ~SqlitePrepared() override { sqlite3_finalize(m_statement); }
+    SqlitePrepared(sqlite3_stmt* statement, std::shared_ptr<bool> open)
+        : m_statement(statement), m_open(std::move(open)) {}
+    ~SqlitePrepared() override {
+        if (*m_open)
+            sqlite3_finalize(m_statement);
+    }
     sqlite3_stmt* statement() const { return m_statement; }
 
   private:
     sqlite3_stmt* m_statement;
+    std::shared_ptr<bool> m_open; ///< false: the engine is closed, its statements with it
 };
 
 /// Ends a statement on the way out, so that no read or lock outlives its call.
@@ -79,20 +84,23 @@ Sqlite::Sqlite(const QString& path, Mode mode) : m_path(path) {
         openFile(mode);
         configure();
     } catch (...) {
-        closeStatements();
-        sqlite3_close_v2(m_db);
+        close();
         throw;
     }
 }
 
 Sqlite::~Sqlite() {
-    closeStatements();
-    sqlite3_close_v2(m_db); // waits for statements that recordsets still hold
+    close();
 }
 
-void Sqlite::closeStatements() {
-    for (auto* statement : {&m_begin, &m_commit, &m_dataVersion, &m_schemaVersion})
-        statement->reset();
+/// Also with recordsets still about: the file must be free when its database is let go.
+void Sqlite::close() {
+    if (m_db == nullptr)
+        return;
+    while (sqlite3_stmt* statement = sqlite3_next_stmt(m_db, nullptr))
+        sqlite3_finalize(statement);
+    *m_open = false;
+    sqlite3_close(m_db);
 }
 
 void Sqlite::openFile(Mode mode) {
@@ -142,7 +150,7 @@ std::unique_ptr<Prepared> Sqlite::prepare(const QByteArray& sql, Access) {
                                         SQLITE_PREPARE_PERSISTENT, &statement, nullptr);
     if (code != SQLITE_OK)
         fail(code);
-    return std::make_unique<SqlitePrepared>(statement);
+    return std::make_unique<SqlitePrepared>(statement, m_open);
 }
 
 std::unique_ptr<Prepared> Sqlite::prepareFirst(const QByteArray& sql, int) {
@@ -229,6 +237,21 @@ void Sqlite::rollback(int depth) {
     }
 }
 
+void Sqlite::copyCompacted(const QString& to) {
+    sqlite3_busy_timeout(m_db, 500);
+    Rows rows;
+    // Leaving the log takes the file for this connection alone, and brings all into it.
+    const auto leaveLog = prepare("PRAGMA journal_mode = DELETE", Access::Writes);
+    run(*leaveLog, Arguments(), &rows, -1);
+    execute("PRAGMA locking_mode = EXCLUSIVE");
+    execute("BEGIN EXCLUSIVE");
+    execute("COMMIT");
+    const auto copy = prepare("VACUUM INTO ?1", Access::Reads);
+    Arguments target;
+    target.addText(to);
+    run(*copy, target, nullptr, -1);
+}
+
 qint64 Sqlite::number(const char* pragma, std::unique_ptr<Prepared>& statement) {
     if (!statement)
         statement = prepare(pragma, Access::Reads);
@@ -247,7 +270,9 @@ qint64 Sqlite::lastReadVersion() const {
     return version;
 }
 
-ChangeMark Sqlite::mark() { return {lastReadVersion(), sqlite3_total_changes64(m_db), {}}; }
+ChangeMark Sqlite::mark() {
+    return {lastReadVersion(), sqlite3_total_changes64(m_db), {}};
+}
 
 bool Sqlite::stillStands(const ChangeMark& mark) {
     if (mark.own != sqlite3_total_changes64(m_db))

@@ -28,19 +28,23 @@ class Sqlite : public Engine {
     ChangeMark mark() override;
     bool stillStands(const ChangeMark& mark) override;
 
+    /// Writes a compacted copy with all indexes made anew. Only while no other connection is open.
+    void copyCompacted(const QString& to);
+
     /// The row identity that the last INSERT was given.
     qint64 lastRow() const { return sqlite3_last_insert_rowid(m_db); }
 
   private:
     void openFile(Mode mode);
     void configure();
-    void closeStatements();
+    void close();
     qint64 number(const char* pragma, std::unique_ptr<Prepared>& statement);
     qint64 lastReadVersion() const;
     [[noreturn]] void fail(int code) const;
 
     QString m_path;
     sqlite3* m_db = nullptr;
+    std::shared_ptr<bool> m_open = std::make_shared<bool>(true);
     std::unique_ptr<Prepared> m_begin, m_commit, m_dataVersion, m_schemaVersion;
     qint64 m_readSchemaVersion = -1;
 };

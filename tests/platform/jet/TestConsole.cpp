@@ -1,0 +1,44 @@
+#include "platform/jet/Database.h"
+#include "support/Print.h"
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+
+namespace {
+
+/// The administrator's console as a process of its own.
+TEST(Console, RunsEachLineAndGoesOnBehindAnError) {
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("Mirsa.mdb"));
+    const auto run = [&](const QStringList& arguments, const QByteArray& input, int exitCode) {
+        QProcess process;
+        process.start(QStringLiteral(MIRSA_BINARY_DIR "/tools/jetsql"), arguments);
+        process.write(input);
+        process.closeWriteChannel();
+        EXPECT_TRUE(process.waitForFinished());
+        EXPECT_EQ(process.exitCode(), exitCode);
+        return QString::fromUtf8(process.readAllStandardOutput());
+    };
+    EXPECT_EQ(run({folder.path()}, "", 1),
+              QStringLiteral("ERROR 3024 Could not find file '%1'.\n").arg(path));
+    jet::Database::createFile(path);
+    EXPECT_EQ(run({folder.path()},
+                  "CREATE TABLE Part (ID COUNTER PRIMARY KEY, Name TEXT(20), Price CURRENCY)\n"
+                  "INSERT INTO Part (Name, Price) VALUES ('a\tb\\c', 2.5)\n"
+                  "DELETE FROM Nothing WHERE\n"
+                  "\n"
+                  "INSERT INTO Part (Name) VALUES ('x')\n"
+                  "SELECT Name, Price AS Each FROM Part\n",
+                  1)
+                  .replace(QRegularExpression(QStringLiteral("ERROR (\\d+)[^\n]*")),
+                           QStringLiteral("ERROR \\1")),
+              u"0 rows\n\n1 rows\n\nERROR 3075\n\n1 rows\n\nName\tEach\na\\tb\\\\c\t2.5\nx\t\n\n");
+    EXPECT_EQ(run({QStringLiteral("--schema"), path}, "", 0),
+              u"Part\n\tID\tCOUNTER\tPRIMARY KEY\n\tName\tTEXT(20)\n\tPrice\tCURRENCY\n\n");
+}
+
+} // namespace
