@@ -130,6 +130,22 @@ TEST_P(Jobs, CancelBringsNotesBackButNotTheSchedule) {
     EXPECT_EQ(bars(), QStringList({s(u"2|bar 1"), s(u"3|bar 3")}));
 }
 
+TEST_P(Jobs, TheRowInsertedIsTheOneSelectedInASortedList) {
+    const qint64 other = job(m_acme, s(u"other"), 1);
+    jobOper(other, 1, m_operations[1]);
+    openJobs();
+    edit();
+    whenShown(s(u"frmInsOper"), [this] {
+        control<controls::ListView>(s(u"lstOper"))->sortByColumn(0, Qt::DescendingOrder);
+        EXPECT_EQ(cell(s(u"lstOper"), 0, 0), s(u"Turning"));
+        selectRow(s(u"lstOper"), 0);
+        press(s(u"cmdOK"));
+    });
+    press(s(u"cmdOper(0)"));
+    EXPECT_EQ(cell(s(u"sprOper"), 1, descriptionColumn), s(u"Turning"));
+    cancel();
+}
+
 TEST_P(Jobs, BookedTimeHoldsOperationAndJob) {
     time(m_job, m_operations[0], s(u"1.5"));
     openJobs();

@@ -79,19 +79,29 @@ std::optional<InsertedItems> frmInsItem::insert(const std::vector<qint64>& taken
         return std::nullopt;
     InsertedItems chosen;
     chosen.before = optPosition[0]->isChecked();
-    for (const int row : lstItems->selectedRows())
-        chosen.rows.push_back(m_items[static_cast<std::size_t>(row)]);
+    for (const int row : lstItems->selectedRows()) {
+        if (const MiscRow* item = itemOf(row))
+            chosen.rows.push_back(*item);
+    }
     return chosen;
 }
 
+const MiscRow* frmInsItem::itemOf(int row) const {
+    // By number: the list may have been sorted.
+    const qint64 itemNo = lstItems->keyNumber(row);
+    const auto found = std::find_if(m_items.begin(), m_items.end(), [itemNo](const MiscRow& item) {
+        return item.itemNo == itemNo;
+    });
+    return found == m_items.end() ? nullptr : &*found;
+}
+
 void frmInsItem::lstItems_Click() {
-    const int row = lstItems->selectedRow();
-    if (row < 0)
+    const MiscRow* item = itemOf(lstItems->selectedRow());
+    if (!item)
         return;
-    const MiscRow& item = m_items[static_cast<std::size_t>(row)];
-    txtUnits->setText(item.unit.trimmed());
+    txtUnits->setText(item->unit.trimmed());
     const bool showDollar = core::HasAccess(QStringLiteral("ShowDollar"));
-    txtUnitPrice->setText(showDollar ? values::format(item.price, u"#0.0000") : QString());
+    txtUnitPrice->setText(showDollar ? values::format(item->price, u"#0.0000") : QString());
 }
 
 void frmInsItem::cmdOK_Click() {

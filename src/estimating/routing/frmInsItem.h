@@ -19,6 +19,7 @@ class frmInsItem : public screen::Form, public InsertItemsDialog {
   private:
     void cmdOK_Click();
     void lstItems_Click();
+    const MiscRow* itemOf(int row) const; ///< of a row of the list; nullptr if there is none
 
     controls::ListView* lstItems;
     controls::TextField* txtUnits;

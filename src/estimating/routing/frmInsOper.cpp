@@ -77,22 +77,27 @@ std::optional<InsertedOperation> frmInsOper::insert(const std::vector<qint64>& t
     lstOper_Click();
     lstOper->setFocus();
     showModal();
-    const int row = lstOper->selectedRow();
-    if (!m_ok || row < 0)
+    const CatalogueOperation* chosen = selected();
+    if (!m_ok || !chosen)
         return std::nullopt;
-    return InsertedOperation{m_operations[static_cast<std::size_t>(row)],
-                             optPosition[0]->isChecked(), chkNotes->isChecked()};
+    return InsertedOperation{*chosen, optPosition[0]->isChecked(), chkNotes->isChecked()};
+}
+
+const CatalogueOperation* frmInsOper::selected() const {
+    // By number: the list may have been sorted.
+    const qint64 operNo = lstOper->keyNumber(lstOper->selectedRow());
+    const auto found = std::find_if(
+        m_operations.begin(), m_operations.end(),
+        [operNo](const CatalogueOperation& operation) { return operation.operNo == operNo; });
+    return found == m_operations.end() ? nullptr : &*found;
 }
 
 void frmInsOper::lstOper_Click() {
-    const int row = lstOper->selectedRow();
     QString text;
-    if (row >= 0) {
-        const CatalogueOperation& operation = m_operations[static_cast<std::size_t>(row)];
-        if (operation.inhouse && core::HasAccess(QStringLiteral("ShowDollar"))) {
-            text = QStringLiteral("Hourly Rate: ") +
-                   values::format(operation.rate, core::moneyMask(QStringLiteral("#,###.00")));
-        }
+    const CatalogueOperation* operation = selected();
+    if (operation && operation->inhouse && core::HasAccess(QStringLiteral("ShowDollar"))) {
+        text = QStringLiteral("Hourly Rate: ") +
+               values::format(operation->rate, core::moneyMask(QStringLiteral("#,###.00")));
     }
     lblOperShopRate->setText(text);
 }

@@ -20,6 +20,7 @@ class frmInsOper : public screen::Form, public InsertOperationDialog {
   private:
     void cmdOK_Click();
     void lstOper_Click();
+    const CatalogueOperation* selected() const; ///< nullptr if none
 
     controls::ListView* lstOper;
     QLabel* lblOperShopRate;
