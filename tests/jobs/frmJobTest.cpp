@@ -321,6 +321,36 @@ TEST_P(Jobs, ANewJobIsCheckedFieldByField) {
               QStringList(s(u"PO-8|4|50|60")));
 }
 
+TEST_P(Jobs, WhoMayNotSeeMoneyLosesNoneOfIt) {
+    database().execute(s(u"UPDATE JobOper SET OperShopRate = 45 WHERE SeqNo = 1"));
+    core::shared().CurrentUserName = s(u"pat");
+    core::shared().CurrentUserNo = 4711;
+    openJobs();
+    for (const char16_t* name : {u"txtJobShopRate", u"txtInvoiceEach", u"lblInvoiceTotal",
+                                 u"lblJobShopCost", u"lblQtyQuotedPrice", u"lblCalc_Fixed"})
+        EXPECT_FALSE(isVisible(s(name)));
+    EXPECT_TRUE(isVisible(s(u"lblTotalHours")));
+    edit();
+    type(s(u"txtDescription"), s(u"changed"));
+    save();
+    EXPECT_EQ(rows(s(u"SELECT Description, JobShopRate, InvoiceEach FROM Job")),
+              QStringList(s(u"changed|50|10")));
+    EXPECT_EQ(rows(s(u"SELECT OperTime_Amount, OperShopRate FROM JobOper ORDER BY SeqNo")),
+              QStringList({s(u"0|45"), s(u"0|0"), s(u"100|0")}));
+}
+
+TEST_P(Jobs, AnotherStationsDeletionIsToldOnSave) {
+    openJobs();
+    edit();
+    anotherStation()->execute(QStringLiteral("DELETE FROM Job WHERE JobNo = %1").arg(m_job));
+    expectBoxContaining(s(u"3167"));
+    save();
+    EXPECT_EQ(text(s(u"lblJobMode")), s(u"EDIT"));
+    EXPECT_EQ(bound(m_job).size(), 3);
+    expectBoxContaining(s(u"Would you like to save"), Answer::No);
+    form().unload();
+}
+
 TEST_P(Jobs, AFailedSaveKeepsTheJobAndWhatWasTyped) {
     openJobs();
     edit();
