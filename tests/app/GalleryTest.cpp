@@ -1,0 +1,52 @@
+#include "support/Gallery.h"
+#include "app/Screens.h"
+#include "core/MirsaMain.h"
+#include "platform/values/Clock.h"
+#include "sample/Sample.h"
+#include "support/DatabaseFixture.h"
+#include "support/ScreenFixture.h"
+
+namespace {
+
+/// Every screen of the program, opened on the sample shop.
+class GalleryTest : public testsupport::ScreenFixture {
+  protected:
+    GalleryTest()
+        : m_test(testsupport::EngineKind::File, testsupport::TestDatabase::Contents::Shop) {
+        app::registerAllScreens();
+        values::setNow(QDateTime(QDate(2026, 3, 2), QTime(9, 0)));
+        core::SharedState& state = core::shared();
+        state.MainDatabase = m_test.station();
+        state.CurrentUserName = QStringLiteral("Admin");
+        state.CurrencySymbol = QStringLiteral("$");
+        state.ProgramFolder = QStringLiteral(MIRSA_SOURCE_DIR "/reports");
+        sample::fill(core::MainDatabase(), {.years = 1, .jobs = 60});
+        useDatabase(core::MainDatabase());
+    }
+    ~GalleryTest() override {
+        const auto open = screen::Forms::all();
+        for (screen::Form* form : open)
+            delete form;
+        core::shared().MainDatabase.reset();
+        values::setNow(std::nullopt);
+    }
+
+    testsupport::TestDatabase m_test;
+};
+
+} // namespace
+
+TEST_F(GalleryTest, EveryScreenOpensWithNothingClippedAndEverythingNamed) {
+    QStringList names = screen::Forms::known();
+    ASSERT_FALSE(names.isEmpty());
+    names.sort();
+    for (const QString& name : std::as_const(names)) {
+        SCOPED_TRACE(name.toStdString());
+        const auto form = screen::Forms::make(name);
+        EXPECT_TRUE(form->load());
+        showInShell(*form);
+        const QStringList complaints = testsupport::gallery(*form);
+        EXPECT_TRUE(complaints.isEmpty()) << complaints.join(u'\n').toStdString();
+        form->hide();
+    }
+}
