@@ -18,6 +18,7 @@ class GalleryTest : public testsupport::ScreenFixture {
         core::SharedState& state = core::shared();
         state.MainDatabase = m_test.station();
         state.CurrentUserName = QStringLiteral("Admin");
+        state.CurrentUserNo = 1;
         state.CurrencySymbol = QStringLiteral("$");
         state.ProgramFolder = QStringLiteral(MIRSA_SOURCE_DIR "/reports");
         sample::fill(core::MainDatabase(), {.years = 1, .jobs = 60});
