@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <QDir>
+#include <QFile>
 #include <QImage>
 #include <QPainter>
 
@@ -285,6 +286,32 @@ TEST_P(Delivered, formulasOfTheQueryFormsRun) {
     shown.removeDuplicates();
     EXPECT_EQ(shown, rows(QStringLiteral("SELECT JobNo FROM Job WHERE JobNo BETWEEN 40 AND 60 AND "
                                          "Shipped = False ORDER BY JobNo")));
+}
+
+TEST_P(Delivered, theManualsExamplePrints) {
+    QFile manual(QStringLiteral(MIRSA_SOURCE_DIR "/docs/reports.md"));
+    ASSERT_TRUE(manual.open(QIODevice::ReadOnly));
+    const QByteArray content = manual.readAll();
+    const auto start = content.indexOf("<?xml");
+    const QByteArray example = content.mid(start, content.indexOf("```", start) - start);
+    report::DatabaseRowSource source(db());
+    const auto file = report::readReportText(example, QStringLiteral("Example.rpt"));
+    const auto document = report::layOut(file, source, QStringLiteral("{Job.Quantity} > 0"));
+    checkPages(*document, QStringLiteral("Example"));
+    const QString text = allText(*document);
+    const auto open =
+        rows(QStringLiteral("SELECT JobNo FROM Job INNER JOIN Customer ON Job.CustID = "
+                            "Customer.Custid WHERE Shipped = False AND Quantity > 0 ORDER BY "
+                            "company, JobDueDate, JobNo"));
+    ASSERT_GT(open.size(), 0);
+    EXPECT_EQ(barTexts(*document), open);
+    EXPECT_TRUE(text.contains(QStringLiteral("%1 open jobs in all").arg(open.size())));
+    const double left =
+        number(QStringLiteral("SELECT SUM(EstOper - OperTime_Amount) FROM JobOper INNER JOIN "
+                              "Operation ON JobOper.OperNo = Operation.OperNo WHERE JobNo = %1 AND "
+                              "OperType = 'I' AND EstOper > OperTime_Amount")
+                   .arg(open.front()));
+    EXPECT_TRUE(text.contains(u'\n' + money(left) + QStringLiteral(" h left\n"))) << left;
 }
 
 MIRSA_BOTH_ENGINES(Delivered);
