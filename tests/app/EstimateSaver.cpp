@@ -1,0 +1,65 @@
+#include "estimating/EstimateStore.h"
+#include "platform/jet/Location.h"
+
+#include <QCoreApplication>
+
+#include <cstdio>
+
+// A station that saves: EstimateSaver DATABASE FIRST ROUNDS writes estimate after estimate, each
+// with a marked number of operations, edits one of them in between, and says so on standard output.
+// The test kills it or runs two at once.
+
+using estimating::EstimateDraft;
+
+namespace {
+
+EstimateDraft draftOf(int rows, const QString& partNo) {
+    EstimateDraft draft;
+    draft.header.custId = 1;
+    draft.header.rfqNo = QStringLiteral("R");
+    draft.header.partNo = partNo;
+    draft.header.quantity = rows; // what the routing must hold
+    draft.header.estDate = QDate(2026, 3, 2);
+    for (int i = 0; i < rows; ++i) {
+        estimating::OperRow row;
+        row.operNo = i + 1;
+        row.time = i + 0.5;
+        draft.operations.push_back(row);
+    }
+    estimating::MiscRow item;
+    item.itemNo = 1;
+    item.quantity = values::Currency::fromInteger(rows);
+    draft.fixedCosts = {item};
+    return draft;
+}
+
+} // namespace
+
+int main(int argc, char* argv[]) {
+    const QCoreApplication application(argc, argv);
+    const QStringList words = application.arguments();
+    try {
+        const auto database = jet::isServerUri(words[1]) ? jet::Database::openServer(words[1])
+                                                         : jet::Database::openFile(words[1]);
+        const int rounds = words[3].toInt();
+        jet::Recordset rows = database->openRecordset(estimating::estimateRows());
+        qint64 edited = 0;
+        for (int i = 0; i < rounds; ++i) {
+            EstimateDraft draft = draftOf(20 + i % 7, words[2] + QString::number(i));
+            const qint64 estNo = estimating::saveEstimate(*database, rows, 0, draft);
+            if (edited == 0)
+                edited = estNo;
+            rows.requery();
+            rows.findFirst(QStringLiteral("EstNo = ") + QString::number(edited));
+            EstimateDraft change = draftOf(10 + i % 30, words[2] + QStringLiteral("edited"));
+            estimating::saveEstimate(*database, rows, edited, change);
+            rows.requery();
+            std::printf("%lld\n", static_cast<long long>(estNo));
+            std::fflush(stdout);
+        }
+    } catch (const jet::Error& error) {
+        std::fprintf(stderr, "%d %s\n", error.number(), error.what());
+        return 1;
+    }
+    return 0;
+}
