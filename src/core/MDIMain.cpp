@@ -86,8 +86,6 @@ MDIMain::MDIMain() : m_area(new QMdiArea(this)) {
     new Mnemonics(m_area);
     auto* closeChild = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_F4), this);
     connect(closeChild, &QShortcut::activated, m_area, &QMdiArea::closeActiveSubWindow);
-    // The children's own system menus claim the key as well on some desktops.
-    connect(closeChild, &QShortcut::activatedAmbiguously, m_area, &QMdiArea::closeActiveSubWindow);
     connect(m_area, &QMdiArea::subWindowActivated, this, [this] { showStatus(); });
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
         if (now && now != menuBar() && isAncestorOf(now))

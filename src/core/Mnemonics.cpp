@@ -50,6 +50,11 @@ bool Mnemonics::eventFilter(QObject*, QEvent* event) {
     const auto* shortcut = static_cast<QShortcutEvent*>(event);
     if (!shortcut->isAmbiguous())
         return false;
+    // The children's own system menus claim this one as well on some desktops.
+    if (shortcut->key() == QKeySequence(Qt::CTRL | Qt::Key_F4)) {
+        m_area->closeActiveSubWindow();
+        return true;
+    }
     const QMdiSubWindow* frame = m_area->activeSubWindow();
     return frame && frame->isActiveWindow() && frame->widget() &&
            pressMnemonic(frame->widget(), shortcut->key());

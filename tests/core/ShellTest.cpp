@@ -157,6 +157,13 @@ TEST_F(Shell, TheKeyboardReachesChildrenAndTheirLettersComeBeforeTheMenus) {
     settle();
     EXPECT_FALSE(screen::Forms::isLoaded(QStringLiteral("frmSecond")));
     EXPECT_TRUE(screen::Forms::isLoaded(QStringLiteral("frmFirst")));
+    ASSERT_TRUE(show("frmSecond"));
+    for (int left = 1; left >= 0; --left) {
+        settle();
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_F4, Qt::ControlModifier);
+        settle();
+        EXPECT_EQ(screen::Forms::all().size(), left);
+    }
 }
 
 TEST_F(Shell, ClosingItEndsTheProcessUnlessAScreenRefuses) {
