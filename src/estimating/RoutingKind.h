@@ -21,8 +21,8 @@ struct RoutingKind {
     /// While a new document is being added, the note of a removed row is parked; otherwise it is
     /// deleted outright.
     bool parksNotesOfNewDocument = true;
-    /// On save, parked rows are deleted before the notes of a new document are adopted, so that
-    /// notes parked under the new document stay with it.
+    /// On save, parked rows are deleted before the notes of a new document are adopted; otherwise
+    /// after it.
     bool deletesParkedFirst = false;
     QString noteDialog; ///< the dialog's name
     QString noteCaption;

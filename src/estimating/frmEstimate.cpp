@@ -1,6 +1,7 @@
 #include "estimating/frmEstimate.h"
 
 #include "core/MirsaMain.h"
+#include "core/ReportLaunch.h"
 #include "core/TablePopup.h"
 #include "estimating/AssemblyTree.h"
 #include "estimating/CreateJob.h"
@@ -406,6 +407,12 @@ void frmEstimate::cmdAssembly_Click() {
         ->showTree(header.custId, header.rfqNo, currentKey(), QStringLiteral("Estimate"));
 }
 
-void frmEstimate::cmdPrintBOM_Click() {}
+void frmEstimate::cmdPrintBOM_Click() {
+    if (!hasRecord())
+        return;
+    core::launchReportFile(QStringLiteral("estimate_bom.rpt"),
+                           QStringLiteral("{estimate.estNo} = ") + QString::number(currentKey()),
+                           QStringLiteral("Estimate BOM Report"), this);
+}
 
 } // namespace estimating

@@ -18,6 +18,7 @@ class frmEstimate : public masters::RecordModule {
     static constexpr char formName[] = "frmEstimate";
     frmEstimate();
 
+    QSize sizeHint() const override;
     void ShowModuleMode(const QString& mode) override;
     void refreshLookup(const QString& table) override;
 

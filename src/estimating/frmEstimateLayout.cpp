@@ -105,8 +105,13 @@ frmEstimate::frmEstimate() : RecordModule(describe()) {
     bottom->addWidget(breakPane());
     bottom->addStretch();
     bottom->addWidget(buttonPane());
+    // The list in the title line comes last, behind what is filled in.
+    setTabOrder(fpQtyQP.back(), dbcJobsCreated);
     wire();
-    resize(1230, 640);
+}
+
+QSize frmEstimate::sizeHint() const {
+    return {1230, 660};
 }
 
 void frmEstimate::bindNumber(const QString& column, TextField* field, const QString& mask) {
@@ -130,6 +135,7 @@ QWidget* frmEstimate::headerPane() {
         auto* made = new QLabel(text, pane);
         made->setBuddy(buddy);
         grid->addWidget(made, row, column);
+        return made;
     };
     const auto line = [&](const char16_t* name, const char16_t* spoken) {
         return named(new TextField(pane), QString::fromUtf16(name), QString::fromUtf16(spoken));
@@ -161,6 +167,9 @@ QWidget* frmEstimate::headerPane() {
     txtEstDate = named(new controls::DateField(pane), QStringLiteral("txtEstDate"),
                        QStringLiteral("Estimate Date"));
     txtEstDate->setShown(controls::DateField::Shown::Long);
+    txtEstDate->setMinimumWidth(txtEstDate->fontMetrics().horizontalAdvance(
+                                    QStringLiteral("Wednesday, September 30, 2026")) +
+                                40);
     txtQuantity = line(u"txtQuantity", u"Quantity");
     txtEstShopRate = line(u"txtEstShopRate", u"Hourly Rate");
     txtMaterial = named(new controls::MemoField(pane), QStringLiteral("txtMaterial"),
@@ -184,16 +193,15 @@ QWidget* frmEstimate::headerPane() {
     label(QStringLiteral("&Part No.:"), txtPartno, 2, 0);
     grid->addLayout(beside(txtPartno, cmdPartno), 2, 1);
     label(QStringLiteral("Descript&ion:"), txtDescription, 3, 0);
-    grid->addWidget(txtDescription, 3, 1);
+    grid->addWidget(txtDescription, 3, 1, 1, 3);
     label(QStringLiteral("Da&te:"), txtEstDate, 0, 2);
     grid->addWidget(txtEstDate, 0, 3);
-    label(QStringLiteral("Quantit&y:"), txtQuantity, 1, 2);
+    label(QStringLiteral("Qu&antity:"), txtQuantity, 1, 2);
     grid->addWidget(txtQuantity, 1, 3);
-    auto* rateLabel = new QLabel(QStringLiteral("&Hourly Rate:"), pane);
-    rateLabel->setBuddy(txtEstShopRate);
-    grid->addWidget(rateLabel, 2, 2);
+    auto* rateLabel = label(QStringLiteral("&Hourly Rate:"), txtEstShopRate, 2, 2);
     grid->addWidget(txtEstShopRate, 2, 3);
-    label(QStringLiteral("Special &Material Notes:"), txtMaterial, 4, 0);
+    label(QStringLiteral("Special &Material Notes:"), txtMaterial, 4, 0)
+        ->setAlignment(Qt::AlignTop);
     grid->addWidget(txtMaterial, 4, 1, 1, 3);
     grid->setColumnStretch(1, 3);
     grid->setColumnStretch(3, 2);
@@ -301,7 +309,8 @@ QWidget* frmEstimate::breakPane() {
                            const char16_t* stem, const QString& spoken, int at, bool typed) {
         for (std::size_t i = 0; i < breakCount; ++i) {
             row[i] = new CurrencyField(pane);
-            row[i]->setMask(at == 5 ? QStringLiteral("#####0.00") : QStringLiteral("#####0.0000"));
+            row[i]->setMask(at == 5 ? QStringLiteral("#####0.00##")
+                                    : QStringLiteral("#####0.0000"));
             place(row[i], indexed(name, i), spoken + letterOf(i), at, static_cast<int>(i) + 1);
             if (typed) {
                 row[i]->setKeyFilter(values::keys::decimal());
@@ -320,7 +329,7 @@ QWidget* frmEstimate::breakPane() {
     const auto shown = [&](const char16_t* name, const char16_t* text, int row) {
         auto* caption = new QLabel(QString::fromUtf16(text), pane);
         auto* field = new CurrencyField(pane);
-        field->setMask(QStringLiteral("#####0.00"));
+        field->setMask(QStringLiteral("#####0.00##"));
         grid->addWidget(caption, row, 6);
         place(field, QString::fromUtf16(name), QString::fromUtf16(text), row + 1, 6);
         field->setLocked(true);

@@ -59,16 +59,18 @@ RoutingPanel::RoutingPanel(screen::Form& form, const RoutingKind& kind, Qt::Orie
     splitter->setChildrenCollapsible(false);
     splitter->addWidget(operPane());
     splitter->addWidget(miscPane());
-    splitter->setStretchFactor(0, 3);
-    splitter->setStretchFactor(1, 2);
-    splitter->setSizes({760, 460});
+    // A job's routing has more columns.
+    splitter->setStretchFactor(0, m_kind.hasProgress ? 3 : 1);
+    splitter->setStretchFactor(1, m_kind.hasProgress ? 2 : 1);
+    splitter->setSizes(m_kind.hasProgress ? QList<int>{760, 460} : QList<int>{620, 580});
     layout->addWidget(splitter);
     setMode(RoutingMode::Browse);
 }
 
 QPushButton* RoutingPanel::button(const QString& name, const QString& caption,
-                                  std::function<void()> click) {
-    auto* result = screen::named(new QPushButton(caption, this), name);
+                                  const QString& meaning, std::function<void()> click) {
+    auto* result = screen::named(new QPushButton(caption, this), name, meaning);
+    result->setToolTip(meaning);
     result->setAutoDefault(false);
     connect(result, &QPushButton::clicked, this,
             [this, click = std::move(click)] { m_form.guarded(click); });
@@ -91,12 +93,12 @@ QWidget* RoutingPanel::operPane() {
         columns.push_back(std::move(as));
     };
     add(Column::Seq, {QStringLiteral("Seq"), 4, Kind::Number});
-    add(Column::Note, {QStringLiteral("Note"), 5, Kind::Picture});
+    add(Column::Note, {QStringLiteral("Note"), 6, Kind::Picture});
     add(Column::Description, {QStringLiteral("Description"), 26});
     if (job)
         add(Column::Status, {QStringLiteral(" Sts"), 5, Kind::Picture});
     add(Column::Time, {job ? QStringLiteral("Time \\ Amount") : QStringLiteral("Time/Amount"),
-                       12,
+                       14,
                        Kind::Number,
                        true,
                        decimal,
@@ -122,14 +124,15 @@ QWidget* RoutingPanel::operPane() {
         [this](int row, int column) { m_form.guarded([&] { sprOper_Click(row, column); }); });
 
     auto* buttons = new QHBoxLayout;
-    m_operButtons[0] = button(QStringLiteral("cmdOper(0)"), QStringLiteral("Insert Operation..."),
-                              [this] { insertOperation(); });
-    m_operButtons[1] = button(QStringLiteral("cmdOper(1)"), QStringLiteral("Remove Operation"),
-                              [this] { removeOperation(); });
+    m_operButtons[0] = button(QStringLiteral("cmdOper(0)"), QStringLiteral("Insert..."),
+                              QStringLiteral("Insert an operation"), [this] { insertOperation(); });
+    m_operButtons[1] =
+        button(QStringLiteral("cmdOper(1)"), QStringLiteral("Remove"),
+               QStringLiteral("Remove the operation"), [this] { removeOperation(); });
     m_rateButtons[0] = button(QStringLiteral("cmdOperRate(0)"), QStringLiteral("One Rate"),
-                              [this] { switchRateMode(true); });
+                              QString(), [this] { switchRateMode(true); });
     m_rateButtons[1] = button(QStringLiteral("cmdOperRate(1)"), QStringLiteral("Rate/Operation"),
-                              [this] { switchRateMode(false); });
+                              QString(), [this] { switchRateMode(false); });
     buttons->addWidget(m_operButtons[0]);
     buttons->addWidget(m_operButtons[1]);
     buttons->addStretch();
@@ -160,10 +163,10 @@ QWidget* RoutingPanel::miscPane() {
     m_misc->cellChanged.connect(
         [this](int row, int column) { m_form.guarded([&] { sprMisc_Change(row, column); }); });
     auto* buttons = new QHBoxLayout;
-    m_miscButtons[0] = button(QStringLiteral("cmdMisc(0)"), QStringLiteral("Insert Fixed Cost..."),
-                              [this] { insertItems(); });
-    m_miscButtons[1] = button(QStringLiteral("cmdMisc(1)"), QStringLiteral("Remove Fixed Cost"),
-                              [this] { removeItem(); });
+    m_miscButtons[0] = button(QStringLiteral("cmdMisc(0)"), QStringLiteral("Insert..."),
+                              QStringLiteral("Insert fixed costs"), [this] { insertItems(); });
+    m_miscButtons[1] = button(QStringLiteral("cmdMisc(1)"), QStringLiteral("Remove"),
+                              QStringLiteral("Remove the fixed cost"), [this] { removeItem(); });
     buttons->addWidget(m_miscButtons[0]);
     buttons->addWidget(m_miscButtons[1]);
     buttons->addStretch();

@@ -65,7 +65,8 @@ class RoutingPanel : public QWidget {
 
     QWidget* operPane();
     QWidget* miscPane();
-    QPushButton* button(const QString& name, const QString& caption, std::function<void()> click);
+    QPushButton* button(const QString& name, const QString& caption, const QString& meaning,
+                        std::function<void()> click);
     int columnOf(Column column) const;
     void showOperRow(int row);
     void showMiscRow(int row);
