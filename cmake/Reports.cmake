@@ -4,4 +4,6 @@ set(MIRSA_REPORT_FILES
   reports/Estimate_Quote.rpt
   reports/Job_Report.rpt
   reports/Job_Traveler.rpt
-  reports/Job_Traveler_Notes.rpt)
+  reports/Job_Traveler_Notes.rpt
+  reports/estimate_bom.rpt
+  reports/job_bom.rpt)

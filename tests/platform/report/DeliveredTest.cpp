@@ -266,6 +266,46 @@ TEST_P(Delivered, jobReportAddsUpWhatTheJobCost) {
     EXPECT_TRUE(text.contains(QStringLiteral("Total cost\t$") + money(inHouse + outside + fixed)));
 }
 
+TEST_P(Delivered, billsOfMaterialListItemsAndAssemblies) {
+    for (const auto& [file, table, key, costs, parent] :
+         {std::array{"estimate_bom.rpt", "Estimate", "EstNo", "EstMiscCost", "AssemblyEstno"},
+          std::array{"job_bom.rpt", "Job", "JobNo", "JobMiscCost", "AssemblyJobNo"}}) {
+        const QString from = QLatin1String(costs);
+        const QString number = QLatin1String(key);
+        const auto top =
+            db().lookup(QStringLiteral("SELECT TOP 1 %1 FROM %2 ORDER BY %1").arg(number, from))
+                .toLong();
+        ASSERT_GT(top, 0) << costs;
+        // Another record of the table becomes an assembly of the first with costs.
+        const auto child =
+            db().lookup(QStringLiteral("SELECT MAX(%1) FROM %2").arg(number, QLatin1String(table)))
+                .toLong();
+        ASSERT_NE(child, top);
+        db().execute(QStringLiteral("UPDATE %1 SET %2 = %3 WHERE %4 = %5")
+                         .arg(QLatin1String(table), QLatin1String(parent))
+                         .arg(top)
+                         .arg(number)
+                         .arg(child));
+        const auto document =
+            print(QLatin1String(file),
+                  QStringLiteral("{%1.%2} = %3").arg(QLatin1String(table), number).arg(top));
+        const QString text = allText(*document);
+        for (const auto& row : rows(QStringLiteral("SELECT ItemNo, Quantity FROM %1 WHERE %2 = %3")
+                                        .arg(from, number)
+                                        .arg(top))) {
+            const auto parts = row.split(u'|');
+            EXPECT_TRUE(text.contains(u'\n' + parts[0] + u'\t'));
+            EXPECT_TRUE(text.contains(u'\t' + money(parts[1].toDouble()) + u'\t'))
+                << row.toStdString();
+        }
+        for (const auto& row : rows(QStringLiteral("SELECT %1, PartNo FROM %2 WHERE %3 = %4")
+                                        .arg(number, QLatin1String(table), QLatin1String(parent))
+                                        .arg(top)))
+            EXPECT_TRUE(text.contains(u'\n' + QString(row).replace(u'|', u'\t') + u'\t'))
+                << text.toStdString();
+    }
+}
+
 TEST_P(Delivered, formulasOfTheQueryFormsRun) {
     for (const auto* formula :
          {u"{customer.company} in 'A' to 'M'", u"{Job.JobNo} in 1 to 20",

@@ -5,6 +5,7 @@
 #include "support/ScreenFixture.h"
 
 #include <QAction>
+#include <QDir>
 #include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
@@ -97,6 +98,8 @@ TEST_F(Preview, searchGoesFromPlaceToPlaceAndRound) {
                                  QStringLiteral("Page 3 of 12")}));
     press(Qt::Key_F3, Qt::ShiftModifier);
     EXPECT_EQ(state(), QStringLiteral("Page 7 of 12"));
+    QDir().mkpath(QStringLiteral(MIRSA_BINARY_DIR "/gallery"));
+    window->grab().save(QStringLiteral(MIRSA_BINARY_DIR "/gallery/reportPreview.png"));
     EXPECT_FALSE(window->view()->find(QStringLiteral("no such words")));
     EXPECT_EQ(state(), QStringLiteral("Page 7 of 12"));
 }
