@@ -4,28 +4,25 @@
 #include "estimating/Screens.h"
 #include "estimating/ShopRows.h"
 #include "platform/values/Clock.h"
-#include "support/DatabaseFixture.h"
-#include "support/ScreenFixture.h"
+#include "support/ShopFixture.h"
 
 using namespace shoprows;
 using screen::Answer;
-using testsupport::TestDatabase;
 
 namespace {
 
 /// The estimate module on a shop with two customers, three operations and two fixed cost items.
-class EstimateScreenTest : public testsupport::ScreenFixture {
+class EstimateScreenTest : public testsupport::ShopTest {
   protected:
-    EstimateScreenTest() : m_test(testsupport::EngineKind::File, TestDatabase::Contents::Shop) {
+    void SetUp() override {
+        ShopTest::SetUp();
+        if (IsSkipped())
+            return;
         core::registerScreens();
         estimating::registerScreens();
-        core::SharedState& state = core::shared();
-        state.MainDatabase = m_test.station();
-        state.CurrentUserName = QStringLiteral("Admin");
-        state.CurrencySymbol = QStringLiteral("$");
+        core::shared().CurrencySymbol = QStringLiteral("$");
         values::setNow(QDateTime(QDate(2026, 11, 22), QTime(9, 0)));
-        jet::Database& db = core::MainDatabase();
-        useDatabase(db);
+        jet::Database& db = database();
         m_acme = customer(db, QStringLiteral("Acme"));
         m_bolt = customer(db, QStringLiteral("Bolt & Nut"));
         m_mill = operation(db, QStringLiteral("Mill"));
@@ -35,11 +32,8 @@ class EstimateScreenTest : public testsupport::ScreenFixture {
         item(db, QStringLiteral("Bar"), QStringLiteral("FT"), 12.5);
         item(db, QStringLiteral("Sheet"), QStringLiteral("EA"), 4);
     }
-    ~EstimateScreenTest() override {
-        const auto open = screen::Forms::all();
-        for (screen::Form* form : open)
-            delete form;
-        core::shared().MainDatabase.reset();
+    void TearDown() override {
+        ShopTest::TearDown();
         values::setNow(std::nullopt);
     }
 
@@ -71,7 +65,6 @@ class EstimateScreenTest : public testsupport::ScreenFixture {
                                    "ORDER BY EstNo, SeqNo"));
     }
 
-    TestDatabase m_test;
     qint64 m_acme = 0, m_bolt = 0, m_mill = 0, m_turn = 0, m_plate = 0;
 };
 
@@ -80,7 +73,7 @@ enum MiscColumn { MiscDescription, MiscUnit, MiscPrice, MiscQuantity, MiscTotal 
 
 } // namespace
 
-TEST_F(EstimateScreenTest, AnEmptyShopStartsWithAnEstimateToAdd) {
+TEST_P(EstimateScreenTest, AnEmptyShopStartsWithAnEstimateToAdd) {
     expectBox(QStringLiteral("There are no records in the database. Before you can use the "
                              "Estimate module you must add at least one Estimate. Would you like "
                              "to do so now?"),
@@ -96,7 +89,7 @@ TEST_F(EstimateScreenTest, AnEmptyShopStartsWithAnEstimateToAdd) {
     EXPECT_EQ(text(QStringLiteral("lblEstimateMode")), QStringLiteral("ADD"));
 }
 
-TEST_F(EstimateScreenTest, OperationsAndCostsArePickedAndReckonedAsTheyCome) {
+TEST_P(EstimateScreenTest, OperationsAndCostsArePickedAndReckonedAsTheyCome) {
     estimate(QStringLiteral("R1"), QStringLiteral("P1"));
     open(QStringLiteral("frmEstimate"));
     whenShown(QStringLiteral("frmEstNew"), [this] {
@@ -163,7 +156,7 @@ TEST_F(EstimateScreenTest, OperationsAndCostsArePickedAndReckonedAsTheyCome) {
     EXPECT_EQ(text(QStringLiteral("lblEstno")), QStringLiteral("2"));
 }
 
-TEST_F(EstimateScreenTest, CancelPutsRowsNotesAndFieldsBack) {
+TEST_P(EstimateScreenTest, CancelPutsRowsNotesAndFieldsBack) {
     const qint64 estNo = estimate(QStringLiteral("R1"), QStringLiteral("P1"));
     note(estNo, 2, QStringLiteral("two"));
     note(estNo, 3, QStringLiteral("three"));
@@ -196,7 +189,7 @@ TEST_F(EstimateScreenTest, CancelPutsRowsNotesAndFieldsBack) {
     EXPECT_EQ(text(QStringLiteral("txtPartno")), QStringLiteral("P1"));
 }
 
-TEST_F(EstimateScreenTest, NotesAreReadInBrowseAndWrittenInEdit) {
+TEST_P(EstimateScreenTest, NotesAreReadInBrowseAndWrittenInEdit) {
     const qint64 estNo = estimate(QStringLiteral("R1"), QStringLiteral("P1"));
     note(estNo, 1, QStringLiteral("first"));
     open(QStringLiteral("frmEstimate"));
@@ -220,7 +213,7 @@ TEST_F(EstimateScreenTest, NotesAreReadInBrowseAndWrittenInEdit) {
     EXPECT_EQ(text(QStringLiteral("lblEstimateMode")), QStringLiteral("BROWSE"));
 }
 
-TEST_F(EstimateScreenTest, ACopyTakesTheRowsAndTheWantedNotes) {
+TEST_P(EstimateScreenTest, ACopyTakesTheRowsAndTheWantedNotes) {
     const qint64 estNo = estimate(QStringLiteral("R1"), QStringLiteral("P1"));
     note(estNo, 1, QStringLiteral("mine"));
     note(estNo, 3, QStringLiteral("third"));
@@ -257,7 +250,7 @@ TEST_F(EstimateScreenTest, ACopyTakesTheRowsAndTheWantedNotes) {
                                     QStringLiteral("2|3|third")}));
 }
 
-TEST_F(EstimateScreenTest, GoingToEstimatesAndParts) {
+TEST_P(EstimateScreenTest, GoingToEstimatesAndParts) {
     estimate(QStringLiteral("R1"), QStringLiteral("12A34"));
     estimate(QStringLiteral("R1"), QStringLiteral("99"));
     open(QStringLiteral("frmEstimate"));
@@ -288,7 +281,7 @@ TEST_F(EstimateScreenTest, GoingToEstimatesAndParts) {
     press(QStringLiteral("cmdGotoPart"));
 }
 
-TEST_F(EstimateScreenTest, AFailedSaveKeepsWhatWasTyped) {
+TEST_P(EstimateScreenTest, AFailedSaveKeepsWhatWasTyped) {
     estimate(QStringLiteral("R1"), QStringLiteral("P1"));
     open(QStringLiteral("frmEstimate"));
     press(QStringLiteral("cmdEdit"));
@@ -306,7 +299,7 @@ TEST_F(EstimateScreenTest, AFailedSaveKeepsWhatWasTyped) {
     EXPECT_FALSE(form().unload());
 }
 
-TEST_F(EstimateScreenTest, DeletingTheLastOneGoesToAdd) {
+TEST_P(EstimateScreenTest, DeletingTheLastOneGoesToAdd) {
     estimate(QStringLiteral("R1"), QStringLiteral("P1"));
     open(QStringLiteral("frmEstimate"));
     const QString question =
@@ -320,7 +313,7 @@ TEST_F(EstimateScreenTest, DeletingTheLastOneGoesToAdd) {
     EXPECT_EQ(rows(QStringLiteral("SELECT EstNo FROM EstOper")), QStringList());
 }
 
-TEST_F(EstimateScreenTest, WhoMayNotSeeMoneySeesNone) {
+TEST_P(EstimateScreenTest, WhoMayNotSeeMoneySeesNone) {
     estimate(QStringLiteral("R1"), QStringLiteral("P1"));
     core::shared().CurrentUserName = QStringLiteral("Guest");
     open(QStringLiteral("frmEstimate"));
@@ -336,3 +329,5 @@ TEST_F(EstimateScreenTest, WhoMayNotSeeMoneySeesNone) {
     EXPECT_FALSE(hidden(0, Time));
     EXPECT_TRUE(hidden(2, Time));
 }
+
+MIRSA_BOTH_ENGINES(EstimateScreenTest);
