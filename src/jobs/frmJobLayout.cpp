@@ -78,6 +78,7 @@ class Pane {
         value->setFrameShape(QFrame::StyledPanel);
         value->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
         value->setMinimumWidth(96);
+        value->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
         QLabel* caption = put(value, name, label, row, column);
         if (secured) {
             secured->push_back(caption);

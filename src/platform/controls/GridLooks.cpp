@@ -37,8 +37,10 @@ GridLooks::GridLooks(QTableView& view, GridModel& model) : m_view(view), m_model
     header->setStretchLastSection(true);
     header->setHighlightSections(false);
     header->setSectionsClickable(false);
-    QObject::connect(header, &QHeaderView::sectionResized, &view, [this] {
-        if (!m_applying && m_view.isVisible())
+    QObject::connect(header, &QHeaderView::sectionResized, &view, [this, header](int column) {
+        // The last section fills what is left; that is not the user's doing.
+        const bool fills = header->visualIndex(column) == header->count() - 1;
+        if (!m_applying && !fills && m_view.isVisible())
             m_userWidths = true;
     });
     QObject::connect(&model, &QAbstractItemModel::rowsInserted, &view,
