@@ -10,7 +10,8 @@ struct Line {
     Part part;
     int quantity = 0;
     Currency price;
-    qint64 jobNo = 0;
+    const char16_t* type = u"Stock";
+    qint64 jobNo = 0, estNo = 0;
 };
 
 std::vector<Line> madeUpLines(Shop& shop) {
@@ -20,8 +21,15 @@ std::vector<Line> madeUpLines(Shop& shop) {
         line.part = madeUpPart(random);
         line.quantity = random.between(1, 60);
         line.price = Currency::fromDouble(random.between(40, 9000) / 100.0);
-        if (random.chance(50) && !shop.jobs.empty())
+        if (random.chance(50)) {
+            line.type = u"Job";
             line.jobNo = random.of(shop.jobs).jobNo;
+        } else if (random.chance(15)) {
+            line.type = u"Estimate";
+            line.estNo = random.of(shop.estimates);
+        } else if (random.chance(15)) {
+            line.type = u"Overhead";
+        }
     }
     return lines;
 }
@@ -76,10 +84,10 @@ void makeRfq(Shop& shop, const QDate& date) {
                 .set(u"Quantity", line.quantity)
                 .set(u"PartNumber", line.part.number)
                 .set(u"Description", line.part.description)
-                .set(u"Type", line.jobNo ? u"Job" : u"Stock")
+                .set(u"Type", line.type)
                 .set(u"UnitPrice", line.price)
                 .set(u"ItemTotal", line.price * Currency::fromInteger(line.quantity))
-                .set(u"Estimate", 0)
+                .set(u"Estimate", line.estNo)
                 .set(u"Job", line.jobNo)
                 .set(u"UnitOfMeasure", u"EA")
                 .insert(db);
@@ -120,7 +128,8 @@ int makePurchaseOrder(Shop& shop, const QDate& date) {
                 .set(u"PartNumber", line.part.number)
                 .set(u"Description", line.part.description)
                 .set(u"Manufacturer", u"Harrow Bearings")
-                .set(u"Type", line.jobNo ? u"Job" : u"Stock")
+                .set(u"Type", line.type)
+                .set(u"Estimate", line.estNo)
                 .set(u"Job", line.jobNo)
                 .set(u"UnitOfMeasure", u"EA")
                 .set(u"UnitPrice", line.price)

@@ -206,7 +206,14 @@ void makeMasters(Shop& shop) {
     const qint64 shift =
         db.lookup(QStringLiteral("SELECT TOP 1 ID FROM Shifts ORDER BY ID")).toLong();
     const double jobsADay = shop.options.jobs / (shop.options.years * 250.0);
-    const int employeeCount = std::clamp(static_cast<int>(jobsADay * 3.2), 14, 140);
+    const int employeeCount = std::clamp(static_cast<int>(jobsADay * 4.2), 14, 200);
+    for (const auto& [time, type] :
+         {std::pair{u"12:00:00 PM", u"Suspend"}, std::pair{u"05:30:00 PM", u"Signout"}})
+        Row(u"ShiftsTimer")
+            .set(u"ShiftsID", shift)
+            .set(u"RunTime", time)
+            .set(u"RunType", type)
+            .insert(db);
     for (int i = 0; i < employeeCount; ++i)
         makeEmployee(shop, i, shift);
 
@@ -231,12 +238,16 @@ void makeUsers(Shop& shop) {
         .set(u"password", u"lathe")
         .set(u"usergroupid", floor)
         .insert(db);
-    Row(u"Users")
-        .set(u"UserID", u"loner")
-        .set(u"username", u"Lee Loner")
-        .set(u"password", u"solo")
-        .set(u"usergroupid", 0)
-        .insert(db);
+    const qint64 loner = Row(u"Users")
+                             .set(u"UserID", u"loner")
+                             .set(u"username", u"Lee Loner")
+                             .set(u"password", u"solo")
+                             .set(u"usergroupid", 0)
+                             .insert(db);
+    db.execute(QStringLiteral("INSERT INTO SecurityUsers (id, objectID) SELECT %1 AS id, objectid "
+                              "FROM SecurityObjects WHERE securitycode IN ('mnuAddOns', "
+                              "'mnuFileCustomer', 'ShowDollar')")
+                   .arg(loner));
     const auto grant = [&](qint64 group, const QString& condition) {
         db.execute(QStringLiteral("INSERT INTO SecurityGroups (groupid, objectID) SELECT ") +
                    QString::number(group) +

@@ -6,7 +6,9 @@
 namespace sample {
 
 void fill(jet::Database& database, const Options& options) {
-    const QDate today = options.today.isValid() ? options.today : values::today();
+    // Before the shift's start the day's sign-ins would lie in the future.
+    const QDate today =
+        options.today.isValid() ? options.today : values::now().addSecs(-7 * 3600 - 900).date();
     Shop shop{database,
               options,
               today,

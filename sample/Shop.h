@@ -46,6 +46,8 @@ class Row {
     Row& set(const char16_t* column, bool yes);
     Row& set(const char16_t* column, const QDate& date);
     Row& set(const char16_t* column, const QDateTime& moment);
+    /// Null in place of the column's default.
+    Row& setNull(const char16_t* column) { return add(column, QStringLiteral("Null")); }
     /// Returns the counter that the row was given.
     qint64 insert(jet::Database& database) const;
 
