@@ -330,4 +330,146 @@ TEST_P(EstimateScreenTest, WhoMayNotSeeMoneySeesNone) {
     EXPECT_TRUE(hidden(2, Time));
 }
 
+TEST_P(EstimateScreenTest, ADefaultSetIsMadeChangedAndStartsAnEstimate) {
+    estimate(QStringLiteral("R1"), QStringLiteral("P1"));
+    open(QStringLiteral("frmEstimate"));
+    whenShown(QStringLiteral("frmEstNew"), [this] {
+        check(QStringLiteral("Option1"));
+        check(QStringLiteral("chkDefault"));
+        press(QStringLiteral("cmdOK"));
+    });
+    whenShown(QStringLiteral("frmDefSet"), [this] {
+        EXPECT_FALSE(isEnabled(QStringLiteral("cmdSelect")));
+        whenShown(QStringLiteral("frmDefNew"), [this] {
+            type(QStringLiteral("txtDescription"), QStringLiteral("Shaft"));
+            for (int i = 0; i < 2; ++i) { // Mill, Plating
+                selectRow(QStringLiteral("lvwAvail"), 0);
+                press(QStringLiteral("cmdAddRemove(0)"));
+            }
+            press(QStringLiteral("cmdUpDown(0)"));
+            press(QStringLiteral("cmdOK"));
+        });
+        press(QStringLiteral("cmdNew"));
+        EXPECT_EQ(cells(QStringLiteral("sprDef")),
+                  QStringList({QStringLiteral("Plating|Yes"), QStringLiteral("Mill|No")}));
+        expectInput(QStringLiteral("Please enter the new Default Set Name:"),
+                    QStringLiteral("Axle"));
+        press(QStringLiteral("cmdSaveAs"));
+        whenShown(QStringLiteral("frmDefNew"), [this] {
+            selectRow(QStringLiteral("lvwSel"), 0);
+            press(QStringLiteral("cmdAddRemove(1)"));
+            type(QStringLiteral("txtDescription"), QStringLiteral("shaft"));
+            expectBox(QStringLiteral("Set Description already exists. Duplicate is not allowed."));
+            press(QStringLiteral("cmdOK"));
+            type(QStringLiteral("txtDescription"), QStringLiteral("Pin"));
+            press(QStringLiteral("cmdOK"));
+        });
+        press(QStringLiteral("cmdEdit"));
+        EXPECT_EQ(cells(QStringLiteral("sprDef")), QStringList({QStringLiteral("Mill|No")}));
+        choose(QStringLiteral("dbcDef"), QStringLiteral("Shaft"));
+        press(QStringLiteral("cmdSelect"));
+    });
+    press(QStringLiteral("cmdNew"));
+    EXPECT_EQ(rowCount(QStringLiteral("sprOper")), 2);
+    EXPECT_EQ(cell(QStringLiteral("sprOper"), 0, Description), QStringLiteral("Plating"));
+    EXPECT_EQ(notes(), QStringList({QStringLiteral("0|2|Use coolant")}));
+    EXPECT_EQ(rows(QStringLiteral("SELECT SetDescription, SeqNo, OperNo FROM DefaultSet INNER JOIN "
+                                  "DefaultSetOper ON DefaultSet.SetNo = DefaultSetOper.SetNo "
+                                  "ORDER BY SetDescription, SeqNo")),
+              QStringList({QStringLiteral("Pin|1|%1").arg(m_mill),
+                           QStringLiteral("Shaft|1|%1").arg(m_plate),
+                           QStringLiteral("Shaft|2|%1").arg(m_mill)}));
+    expectBox(QStringLiteral("Would you like to save the current record before closing?"),
+              Answer::No);
+    EXPECT_TRUE(form().unload());
+    // What was staged stays, for the next save to take over.
+    EXPECT_EQ(notes().size(), 1);
+}
+
+TEST_P(EstimateScreenTest, AJobsRoutingBecomesAnEstimate) {
+    estimate(QStringLiteral("R1"), QStringLiteral("P1"));
+    const qint64 jobNo = job(database(), m_bolt);
+    database().execute(QStringLiteral("INSERT INTO JobOper (JobNo, SeqNo, OperNo, OperTime_Amount, "
+                                      "OperShopRate) VALUES(%1,1,%2,1.25,44)")
+                           .arg(jobNo)
+                           .arg(m_mill));
+    estimating::NoteStaging(database(), estimating::jobRouting(), jobNo)
+        .write(1, QStringLiteral("job's own"));
+    open(QStringLiteral("frmEstimate"));
+    const auto start = [&](const QString& number) {
+        whenShown(QStringLiteral("frmEstNew"), [this, number] {
+            check(QStringLiteral("Option4"));
+            check(QStringLiteral("chkCarryCus"));
+            check(QStringLiteral("chkNotes"));
+            check(QStringLiteral("chkDefault"));
+            type(QStringLiteral("txtJobno"), number);
+            press(QStringLiteral("cmdOK"));
+        });
+    };
+    start(QStringLiteral("99"));
+    expectBox(QStringLiteral("Job No. 99 does not exist!"));
+    press(QStringLiteral("cmdNew"));
+    EXPECT_EQ(text(QStringLiteral("lblEstimateMode")), QStringLiteral("BROWSE"));
+
+    start(QString::number(jobNo));
+    expectBox(QStringLiteral("You are about to copy Job No. %1 into a new Estimate. Are you sure?")
+                  .arg(jobNo),
+              Answer::Yes);
+    press(QStringLiteral("cmdNew"));
+    EXPECT_EQ(text(QStringLiteral("dbcCustomer")), QStringLiteral("Bolt & Nut"));
+    EXPECT_EQ(text(QStringLiteral("txtRfqno")), QStringLiteral("R1"));
+    EXPECT_EQ(text(QStringLiteral("txtPartno")), QStringLiteral("JP-1"));
+    EXPECT_EQ(text(QStringLiteral("txtQtyBreak(0)")), QStringLiteral("12"));
+    EXPECT_EQ(text(QStringLiteral("fpQtyQP(0)")), QStringLiteral("3.2500"));
+    EXPECT_EQ(text(QStringLiteral("fpQtyTotal(0)")), QStringLiteral("39.00"));
+    EXPECT_EQ(text(QStringLiteral("fpQtyPrice(0)")), QStringLiteral("4.5833")); // 55 by 12
+    EXPECT_EQ(notes(), QStringList({QStringLiteral("0|1|Use coolant\r\njob's own")}));
+    expectBox(QStringLiteral("Are you sure you want to cancel?"), Answer::Yes);
+    press(QStringLiteral("cmdCancel"));
+    EXPECT_EQ(notes(), QStringList());
+    EXPECT_EQ(text(QStringLiteral("txtPartno")), QStringLiteral("P1"));
+}
+
+TEST_P(EstimateScreenTest, FixedCostItemsAreKeptAndGuarded) {
+    open(QStringLiteral("frmMiscItems"));
+    whenShown(QStringLiteral("frmMIAddEdit"), [this] {
+        expectBox(QStringLiteral("Description may not be blank!"));
+        press(QStringLiteral("cmdOK"));
+        type(QStringLiteral("txtDescription"), QStringLiteral("bar|'#[]\""));
+        expectBox(QStringLiteral("Units may not be blank!"));
+        press(QStringLiteral("cmdOK"));
+        type(QStringLiteral("cboUnitofMeasure"), QStringLiteral("barrels and more"));
+        expectBox(QStringLiteral("bar already exists!"));
+        press(QStringLiteral("cmdOK"));
+        EXPECT_EQ(focusName(), QStringLiteral("txtDescription"));
+        type(QStringLiteral("txtDescription"), QStringLiteral("Oil"));
+        type(QStringLiteral("txtUnitPrice"), QStringLiteral("1.23456"));
+        press(QStringLiteral("cmdOK"));
+    });
+    press(QStringLiteral("cmdNew"));
+    EXPECT_EQ(cells(QStringLiteral("lvwMI")),
+              QStringList({QStringLiteral("Bar|FT|$12.5000|1"),
+                           QStringLiteral("Oil|BARRELS AN|$1.2346|3"),
+                           QStringLiteral("Sheet|EA|$4.0000|2")}));
+    selectRow(QStringLiteral("lvwMI"), 2);
+    whenShown(QStringLiteral("frmMIAddEdit"), [this] {
+        EXPECT_FALSE(isEnabled(QStringLiteral("cmdOKNew")));
+        press(QStringLiteral("cmdOK"));
+    });
+    press(QStringLiteral("cmdEdit"));
+    // An edit writes one blank behind the unit.
+    EXPECT_EQ(rows(QStringLiteral("SELECT UnitOfMeasure FROM MiscItems WHERE ItemNo = 2")),
+              QStringList({QStringLiteral("EA ")}));
+
+    database().execute(QStringLiteral("INSERT INTO EstMiscCost (EstNo, ItemNo) VALUES(1, 2)"));
+    expectBox(QStringLiteral("This fixed cost item has been included in either an estimate or a "
+                             "job. It cannot be deleted!"),
+              Answer::Ok, QStringLiteral("Delete"));
+    press(QStringLiteral("cmdDelete"));
+    selectRow(QStringLiteral("lvwMI"), 1);
+    expectBox(QStringLiteral("Delete this item?"), Answer::Yes, QStringLiteral("Delete"));
+    press(QStringLiteral("cmdDelete"));
+    EXPECT_EQ(rowCount(QStringLiteral("lvwMI")), 2);
+}
+
 MIRSA_BOTH_ENGINES(EstimateScreenTest);
