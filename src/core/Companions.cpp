@@ -1,6 +1,7 @@
 #include "core/Companions.h"
 
 #include "core/MirsaMain.h"
+#include "platform/screen/Forms.h"
 #include "platform/screen/MsgBox.h"
 #include "platform/screen/Seams.h"
 
@@ -39,7 +40,13 @@ void startBenchline() {
 }
 
 void openHelp() {
-    const QString guide = programFile(QStringLiteral("mirsa-help/index.html"));
+    const auto page = [](const QString& name) {
+        return programFile(QStringLiteral("mirsa-help/") + name + QStringLiteral(".html"));
+    };
+    QString guide = page(QStringLiteral("index"));
+    if (const screen::Form* active = screen::Forms::active();
+        active && QFileInfo::exists(page(active->name())))
+        guide = page(active->name());
     if (!QFileInfo::exists(guide)) {
         screen::MsgBox(QStringLiteral("The help file is missing!\r\n") + guide, screen::Buttons::Ok,
                        screen::Icon::Exclamation);
