@@ -3,32 +3,62 @@
 #include "masters/FindDialogs.h"
 #include "masters/NoteDialog.h"
 #include "masters/frmCustomer.h"
+#include "masters/frmVendor.h"
 #include "platform/screen/Forms.h"
 
 namespace masters {
 
 namespace {
 
-FindForm::Descriptor customerFind() {
-    return {QStringLiteral("frmCustFind"),
-            QStringLiteral("Goto Customers"),
-            QStringLiteral("&Enter the Number or Name Here:"),
-            {{QStringLiteral("optFind1"), QStringLiteral("List By Customer &Name"),
-              QStringLiteral("SELECT * FROM Customer WHERE Company LIKE '")},
-             {QStringLiteral("optFind2"), QStringLiteral("List By Customer N&umber"),
-              QStringLiteral("SELECT * FROM Customer WHERE CustID LIKE '")}},
-            QStringLiteral("frmCustFound"),
-            QStringLiteral("frmCustomer")};
+/// The pair of dialogs by which a record module goes to a record.
+struct GoTo {
+    FindForm::Descriptor find;
+    FoundForm::Descriptor found;
+};
+
+void add(const GoTo& dialogs) {
+    screen::Forms::add(dialogs.find.formName,
+                       [find = dialogs.find] { return std::make_unique<FindForm>(find); });
+    screen::Forms::add(dialogs.found.formName,
+                       [found = dialogs.found] { return std::make_unique<FoundForm>(found); });
 }
 
-FoundForm::Descriptor customerFound() {
-    using Kind = controls::GridColumn::Kind;
-    return {QStringLiteral("frmCustFound"),
-            QStringLiteral("Customer Found"),
-            QStringLiteral("sprCustFound"),
-            {{.title = QStringLiteral("Cust. #"), .characters = 8, .kind = Kind::Number},
-             {.title = QStringLiteral("Company Name"), .characters = 40}},
-            {QStringLiteral("Custid"), QStringLiteral("company")}};
+const controls::GridColumn::Kind number = controls::GridColumn::Kind::Number;
+
+GoTo customers() {
+    return {{QStringLiteral("frmCustFind"),
+             QStringLiteral("Goto Customers"),
+             QStringLiteral("&Enter the Number or Name Here:"),
+             {{QStringLiteral("optFind1"), QStringLiteral("List By Customer &Name"),
+               QStringLiteral("SELECT * FROM Customer WHERE Company LIKE '")},
+              {QStringLiteral("optFind2"), QStringLiteral("List By Customer N&umber"),
+               QStringLiteral("SELECT * FROM Customer WHERE CustID LIKE '")}},
+             QStringLiteral("frmCustFound"),
+             QStringLiteral("frmCustomer")},
+            {QStringLiteral("frmCustFound"),
+             QStringLiteral("Customer Found"),
+             QStringLiteral("sprCustFound"),
+             {{.title = QStringLiteral("Cust. #"), .characters = 8, .kind = number},
+              {.title = QStringLiteral("Company Name"), .characters = 40}},
+             {QStringLiteral("Custid"), QStringLiteral("company")}}};
+}
+
+GoTo vendors() {
+    return {{QStringLiteral("frmVendFind"),
+             QStringLiteral("Goto Vendors"),
+             QStringLiteral("&Enter the Number or Name Here:"),
+             {{QStringLiteral("optFind1"), QStringLiteral("List By Vendor &Name"),
+               QStringLiteral("SELECT * FROM Vendor WHERE Company LIKE '")},
+              {QStringLiteral("optFind2"), QStringLiteral("List By Vendor N&umber"),
+               QStringLiteral("SELECT * FROM Vendor WHERE VendID LIKE '")}},
+             QStringLiteral("frmVendFound"),
+             QStringLiteral("frmVendor")},
+            {QStringLiteral("frmVendFound"),
+             QStringLiteral("Vendor Found"),
+             QStringLiteral("sprVendFound"),
+             {{.title = QStringLiteral("Vend. #"), .characters = 8, .kind = number},
+              {.title = QStringLiteral("Company Name"), .characters = 40}},
+             {QStringLiteral("VendID"), QStringLiteral("company")}}};
 }
 
 } // namespace
@@ -36,10 +66,9 @@ FoundForm::Descriptor customerFound() {
 void registerScreens() {
     using screen::Forms;
     Forms::add<frmCustomer>();
-    Forms::add(QStringLiteral("frmCustFind"),
-               [] { return std::make_unique<FindForm>(customerFind()); });
-    Forms::add(QStringLiteral("frmCustFound"),
-               [] { return std::make_unique<FoundForm>(customerFound()); });
+    Forms::add<frmVendor>();
+    add(customers());
+    add(vendors());
     Forms::add(QStringLiteral("frmQuoteRemarks"), [] {
         return std::make_unique<NoteForm>(QStringLiteral("frmQuoteRemarks"),
                                           QStringLiteral("Quote Remarks"),

@@ -13,7 +13,6 @@
 
 namespace masters {
 
-using screen::Answer;
 using screen::Buttons;
 using screen::Fields;
 using screen::Icon;
@@ -43,17 +42,6 @@ ModuleDescriptor customerModule() {
         QStringLiteral("Once Deleted, Customer data will be unrecoverable.  Continue?");
     module.deleteButtons = Buttons::OkCancel;
     return module;
-}
-
-screen::Line wide(int characters) {
-    screen::Line line;
-    line.characters = characters;
-    return line;
-}
-
-/// Leaves spare height below the fields.
-void keepTogether(const Fields& fields) {
-    fields.grid()->setRowStretch(fields.grid()->rowCount(), 1);
 }
 
 } // namespace
@@ -98,17 +86,7 @@ void frmCustomer::makeMainTab(QWidget* page) {
     Fields address(left);
     txtCustomer =
         address.text(QStringLiteral("txtCustomer"), QStringLiteral("Compan&y:"), wide(36));
-    m_main.line1 = address.text(QStringLiteral("txtAdd1"), QStringLiteral("Address &1:"), wide(36));
-    m_main.line2 = address.text(QStringLiteral("txtAdd2"), QStringLiteral("Address &2:"), wide(36));
-    txtAdd3 = address.text(QStringLiteral("txtAdd3"), QStringLiteral("Address &3:"), wide(36));
-    m_main.city = address.text(QStringLiteral("txtCity"), QStringLiteral("City:"), wide(24));
-    m_main.state = address.dataCombo(QStringLiteral("dbcState"),
-                                     QStringLiteral("State / Pro&vince:"), wide(12));
-    m_main.zip = address.text(QStringLiteral("txtZip1"), QStringLiteral("&Zip:"), wide(12));
-    m_main.country =
-        address.dataCombo(QStringLiteral("dbcCountry"), QStringLiteral("Country:"), wide(24));
-
-    keepTogether(address);
+    m_main = AddressFields::main(address);
 
     auto* right = new QVBoxLayout;
     across->addLayout(right, 1);
@@ -169,29 +147,12 @@ void frmCustomer::makeQuoteTab(QWidget* page) {
 
 void frmCustomer::makeInvoiceTab(QWidget* page) {
     auto* across = new QHBoxLayout(page);
-    const auto address = [&](const QString& title, const QString& prefix,
-                             const QString& statePrefix, const char* frameName) {
-        Address made;
-        auto* box = screen::frame(page, across, QString::fromLatin1(frameName), title);
-        Fields fields(box);
-        made.line1 = fields.text(prefix + QStringLiteral("Address1"), QStringLiteral("Address 1:"),
-                                 wide(24));
-        made.line2 = fields.text(prefix + QStringLiteral("Address2"), QStringLiteral("Address 2:"),
-                                 wide(24));
-        made.city = fields.text(prefix + QStringLiteral("City"), QStringLiteral("City:"), wide(20));
-        made.state = fields.dataCombo(statePrefix + QStringLiteral("State"),
-                                      QStringLiteral("State:"), wide(12));
-        made.zip = fields.text(prefix + QStringLiteral("Postal"), QStringLiteral("Postal Code:"),
-                               wide(12));
-        made.country = fields.dataCombo(statePrefix + QStringLiteral("Country"),
-                                        QStringLiteral("Country:"), wide(20));
-        keepTogether(fields);
-        return made;
+    const auto address = [&](const char* frameName, const QString& title, const QString& prefix) {
+        Fields inside(screen::frame(page, across, QString::fromLatin1(frameName), title));
+        return AddressFields::other(inside, prefix, QStringLiteral("Postal"), false);
     };
-    m_bill = address(QStringLiteral("Bill To"), QStringLiteral("txtBill"),
-                     QStringLiteral("dbcBill"), "fraBill");
-    m_ship = address(QStringLiteral("Ship To"), QStringLiteral("txtShip"),
-                     QStringLiteral("dbcShip"), "fraShip");
+    m_bill = address("fraBill", QStringLiteral("Bill To"), QStringLiteral("Bill"));
+    m_ship = address("fraShip", QStringLiteral("Ship To"), QStringLiteral("Ship"));
 
     auto* box = screen::frame(page, across, QStringLiteral("fraInvoiceContact"),
                               QStringLiteral("Invoice Contact"));
@@ -213,13 +174,7 @@ void frmCustomer::bindColumns() {
         fields().bind(QString::fromLatin1(column), field);
     };
     bind("company", txtCustomer);
-    bind("Address1", m_main.line1);
-    bind("Address2", m_main.line2);
-    bind("Address3", txtAdd3);
-    bind("City", m_main.city);
-    bind("State", m_main.state);
-    bind("Zip", m_main.zip);
-    bind("Country", m_main.country);
+    m_main.bind(fields());
     bind("Contact", txtContact);
     bind("Phone", etxtPhone);
     bind("Fax", etxtFax);
@@ -232,18 +187,8 @@ void frmCustomer::bindColumns() {
     bind("qtevalid", txtValid);
     bind("QteRemark", txtRemarks);
     bind("OurNotes", txtNotes);
-    bind("BillAddress1", m_bill.line1);
-    bind("BillAddress2", m_bill.line2);
-    bind("BillCity", m_bill.city);
-    bind("billState", m_bill.state);
-    bind("BillZip", m_bill.zip);
-    bind("billcountry", m_bill.country);
-    bind("shipaddress1", m_ship.line1);
-    bind("shipaddress2", m_ship.line2);
-    bind("shipcity", m_ship.city);
-    bind("shipstate", m_ship.state);
-    bind("shipzip", m_ship.zip);
-    bind("shipcountry", m_ship.country);
+    m_bill.bind(fields(), QStringLiteral("Bill"));
+    m_ship.bind(fields(), QStringLiteral("Ship"));
     bind("InContact", txtInContact);
     bind("InAltContact", txtInAltContact);
     bind("InEmail", txtInEmail);
@@ -253,25 +198,14 @@ void frmCustomer::bindColumns() {
 }
 
 void frmCustomer::openLookups() {
-    const auto rows = [](const char16_t* select) {
-        return core::MainDatabase().openRecordset(QString::fromUtf16(select),
-                                                  jet::RecordsetType::Snapshot);
-    };
-    const jet::Recordset states = rows(u"Select * from States order by code");
-    const jet::Recordset countries = rows(u"Select * from Country order by Country");
-    for (const Address* address : {&m_main, &m_bill, &m_ship}) {
-        address->state->setRows(states, QStringLiteral("code"), QStringLiteral("code"));
-        address->country->setRows(countries, QStringLiteral("country"), QStringLiteral("country"));
-    }
-    dbcTerms->setRows(rows(u"Select * from Terms"), QStringLiteral("description"),
-                      QStringLiteral("description"));
+    AddressFields::fillLists({m_main, m_bill, m_ship});
+    dbcTerms->setRows(core::MainDatabase().openRecordset(QStringLiteral("Select * from Terms"),
+                                                         jet::RecordsetType::Snapshot),
+                      QStringLiteral("description"), QStringLiteral("description"));
 }
 
 void frmCustomer::refreshLookup(const QString& table) {
-    const auto is = [&table](const char16_t* other) {
-        return table.compare(QStringView(other), Qt::CaseInsensitive) == 0;
-    };
-    if (is(u"States") || is(u"Country") || is(u"Terms"))
+    if (AddressFields::listsFrom(table) || table.compare(u"Terms", Qt::CaseInsensitive) == 0)
         openLookups();
     RecordModule::refreshLookup(table);
 }
@@ -310,21 +244,9 @@ void frmCustomer::tellNeighbours() {
 
 // Copy buttons
 
-bool frmCustomer::mayOverwrite(const controls::TextField& target, const QString& question) {
-    return target.text().isEmpty() ||
-           MsgBox(question, Buttons::OkCancel, Icon::Question,
-                  QStringLiteral("Overwrite Information?")) == Answer::Ok;
-}
-
-void frmCustomer::copyMainAddress(const Address& to, const QString& question) {
-    if (to.line1->isLocked() || !mayOverwrite(*to.line1, question))
-        return;
-    to.line1->setText(m_main.line1->text());
-    to.line2->setText(m_main.line2->text());
-    to.city->setText(m_main.city->text());
-    to.zip->setText(m_main.zip->text());
-    to.state->setText(m_main.state->text());
-    to.country->setText(m_main.country->text());
+void frmCustomer::copyMainAddress(const AddressFields& to, const QString& question) {
+    if (!to.line1->isLocked() && mayOverwrite(*to.line1, question))
+        m_main.copyTo(to);
 }
 
 void frmCustomer::cmdSendtoBill_Click() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "masters/AddressFields.h"
 #include "masters/RecordModule.h"
 
 namespace controls {
@@ -31,28 +32,17 @@ class frmCustomer : public RecordModule {
     void tellNeighbours() override;
 
   private:
-    /// Six fields of an address; the main one has a third line beside them.
-    struct Address {
-        controls::TextField* line1;
-        controls::TextField* line2;
-        controls::TextField* city;
-        controls::DataCombo* state;
-        controls::TextField* zip;
-        controls::DataCombo* country;
-    };
     void makeMainTab(QWidget* page);
     void makeQuoteTab(QWidget* page);
     void makeInvoiceTab(QWidget* page);
     void bindColumns();
-    void copyMainAddress(const Address& to, const QString& question);
-    static bool mayOverwrite(const controls::TextField& target, const QString& question);
+    void copyMainAddress(const AddressFields& to, const QString& question);
 
     QTabWidget* m_tabs;
     controls::DataCombo* dbcCustomer;
     controls::TextField* txtCustid;
     controls::TextField* txtCustomer;
-    controls::TextField* txtAdd3;
-    Address m_main, m_bill, m_ship;
+    AddressFields m_main, m_bill, m_ship;
     controls::TextField *txtContact, *etxtPhone, *etxtFax, *txtEmail, *txtAttention;
     controls::TextField *txtShip, *txtFOB;
     controls::DataCombo* dbcTerms;
