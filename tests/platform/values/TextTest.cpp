@@ -1,5 +1,5 @@
-#include "platform/values/Format.h"
 #include "platform/values/Text.h"
+#include "platform/values/Format.h"
 
 #include <gtest/gtest.h>
 
