@@ -36,7 +36,7 @@ frmCreatJob::frmCreatJob()
     across->addLayout(left);
     screen::Fields fields(this, left);
     cmbQuantity = fields.dataCombo(QStringLiteral("cmbQuantity"), QStringLiteral("Job &Quantity:"),
-                                   {9, values::keys::digits(), {}, 10});
+                                   {9, values::keys::decimal(), {}, 10});
     // Completing would make 10 of a typed 1.
     cmbQuantity->setCompleter(nullptr);
     txtQtyQP = fields.text(QStringLiteral("txtQtyQP"), QStringLiteral("Quoted Price &Each-$"),
