@@ -90,6 +90,9 @@ qint64 saveEstimate(jet::Database& database, jet::Recordset& rows, qint64 estNo,
     jet::Transaction transaction(database);
     step(u"Update", [&] {
         if (estNo != 0) {
+            // Where another station deleted the estimate the set stands on another one.
+            if (rows[u"EstNo"].toLong() != estNo)
+                throw jet::Error(jet::errors::rowDeleted, QStringLiteral("Record is deleted."));
             rows.edit();
         } else {
             try {

@@ -8,10 +8,6 @@ namespace estimating {
 
 using values::Currency;
 
-QString OperRow::typeWord() const {
-    return inhouse ? QStringLiteral("Inhouse") : QStringLiteral("Out Contr");
-}
-
 OperRow newRow(const CatalogueOperation& operation) {
     OperRow row;
     row.operNo = operation.operNo;

@@ -24,8 +24,6 @@ struct OperRow {
     int located = 0;
     QString status = QStringLiteral(" ");
     std::optional<double> estimated; ///< estimated hours or money beside the actual in `time`
-
-    QString typeWord() const; ///< "Inhouse" or "Out Contr"
 };
 
 /// One fixed cost while a document is open. Unit and price are copies of the catalogue's.

@@ -24,6 +24,7 @@ frmDefSet::frmDefSet()
     sprDef = screen::named(new controls::ListView(this), QStringLiteral("sprDef"),
                            QStringLiteral("Operations of the set"));
     sprDef->setColumns({{QStringLiteral("Operation"), 40}, {QStringLiteral("Contractor"), 11}});
+    sprDef->setSortable(false); // shown in the order of the set
     outside->addWidget(sprDef, 1);
 
     screen::ButtonBar bar(this, outside);

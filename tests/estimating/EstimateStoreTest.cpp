@@ -148,6 +148,21 @@ TEST_P(EstimateStoreTest, AFailureOnTheWayLeavesNothingBehind) {
     EXPECT_GT(save(draft(QStringLiteral("R-2"))), first);
 }
 
+TEST_P(EstimateStoreTest, AnEstimateThatAnotherStationDeletedIsNotSavedOverItsNeighbour) {
+    const qint64 gone = save(draft());
+    const qint64 neighbour = save(draft(QStringLiteral("R-2")));
+    m_rows.requery();
+    m_rows.findFirst(QStringLiteral("EstNo = %1").arg(gone));
+    const auto other = station();
+    other->execute(QStringLiteral("DELETE FROM Estimate WHERE EstNo = %1").arg(gone));
+    EstimateDraft changed = draft(QStringLiteral("changed"));
+    EXPECT_EQ(errorOf([&] { saveEstimate(db(), m_rows, gone, changed); }), jet::errors::rowDeleted);
+    m_rows.requery();
+    EXPECT_EQ(errorOf([&] { saveEstimate(db(), m_rows, gone, changed); }), jet::errors::rowDeleted);
+    EXPECT_EQ(rows(db(), QStringLiteral("SELECT EstNo, RFQNo FROM Estimate")),
+              QStringList({QStringLiteral("%1|R-2").arg(neighbour)}));
+}
+
 TEST_P(EstimateStoreTest, EverySaveGivesTheRowsNewIdentitiesAndTheNotesFollow) {
     const qint64 estNo = save(draft());
     NoteStaging notes(db(), estimateRouting(), estNo);
