@@ -2,7 +2,6 @@
 
 #include "core/MirsaMain.h"
 #include "core/ReportLaunch.h"
-
 #include "platform/screen/Layout.h"
 #include "platform/screen/MsgBox.h"
 #include "platform/screen/Pointer.h"
