@@ -14,6 +14,7 @@ namespace {
 constexpr int noteColumn = 1;
 constexpr int descriptionColumn = 2;
 constexpr int timeColumn = 4;
+constexpr int estimatedColumn = 6;
 
 class Jobs : public JobShop {
   protected:
@@ -157,6 +158,7 @@ TEST_P(Jobs, BookedTimeHoldsOperationAndJob) {
     auto* grid = control<controls::Grid>(s(u"sprOper"));
     EXPECT_TRUE(grid->isCellLocked(0, timeColumn));
     EXPECT_FALSE(grid->isCellLocked(2, timeColumn));
+    EXPECT_FALSE(grid->isCellLocked(0, estimatedColumn));
     setCell(s(u"sprOper"), 2, timeColumn, s(u"250"));
     EXPECT_EQ(text(s(u"lblCalc_OutContr")), s(u"250.00"));
     save();
@@ -247,6 +249,9 @@ TEST_P(Jobs, ACopyStartsAnewWithItsNotesJoined) {
     database().execute(QStringLiteral("UPDATE Job SET EstNo = 77"));
     time(m_job, m_operations[0], s(u"2"));
     core::RecordScreen* screen = openJobs();
+    edit();
+    EXPECT_TRUE(control<controls::Grid>(s(u"sprOper"))->isCellLocked(0, estimatedColumn));
+    cancel();
     whenShown(s(u"frmJobNew"), [this] {
         EXPECT_FALSE(isEnabled(s(u"chkCopyEstTimeAmt")));
         press(s(u"Option3"));
