@@ -19,7 +19,7 @@ std::vector<Line> madeUpLines(Shop& shop) {
     std::vector<Line> lines(static_cast<std::size_t>(random.between(1, 6)));
     for (Line& line : lines) {
         line.part = madeUpPart(random);
-        line.quantity = random.between(1, 60);
+        line.quantity = random.between(2, 60);
         line.price = Currency::fromDouble(random.between(40, 9000) / 100.0);
         if (random.chance(50)) {
             line.type = u"Job";
@@ -95,12 +95,12 @@ void makeRfq(Shop& shop, const QDate& date) {
     }
 }
 
-int makePurchaseOrder(Shop& shop, const QDate& date) {
+int makePurchaseOrder(Shop& shop, const QDate& date, int number) {
     jet::Database& db = shop.database;
     Random& random = shop.random;
     const auto lines = madeUpLines(shop);
     const bool old = date < shop.today.addDays(-40);
-    const int received = old ? (random.chance(92) ? 2 : 1) : random.below(3); // none, in part, all
+    const int received = old ? (random.chance(92) ? 2 : 1) : number % 3; // none, in part, all
     const qint64 poNumber = Row(u"PO")
                                 .set(u"Title", lines[0].part.description)
                                 .set(u"PODate", date)
@@ -114,15 +114,15 @@ int makePurchaseOrder(Shop& shop, const QDate& date) {
     vendor.set(u"OrderNumber", poNumber);
     setVendor(vendor, shop, random.of(shop.vendors));
     vendor.insert(db);
-    int number = 0;
+    int lineNumber = 0;
     for (const Line& line : lines) {
-        ++number;
+        ++lineNumber;
         const int in = received == 2 ? line.quantity : received == 1 ? line.quantity / 2 : 0;
         const qint64 id =
             Row(u"POItem")
-                .set(u"ItemKey", QString::number(poNumber) + u'-' + QString::number(number))
+                .set(u"ItemKey", QString::number(poNumber) + u'-' + QString::number(lineNumber))
                 .set(u"PONumber", poNumber)
-                .set(u"ItemNumber", number)
+                .set(u"ItemNumber", lineNumber)
                 .set(u"Quantity", line.quantity)
                 .set(u"ReceivedQuantity", in)
                 .set(u"PartNumber", line.part.number)
@@ -145,7 +145,7 @@ int makePurchaseOrder(Shop& shop, const QDate& date) {
                 .insert(db);
         }
     }
-    return number;
+    return lineNumber;
 }
 
 } // namespace
@@ -153,11 +153,11 @@ int makePurchaseOrder(Shop& shop, const QDate& date) {
 void makePurchasing(Shop& shop) {
     const auto span = shop.start.daysTo(shop.today);
     const int lines = std::max(60, shop.options.jobs / 2);
-    for (int made = 0; made < lines;) {
+    for (int made = 0, number = 0; made < lines; ++number) {
         const QDate date = shop.start.addDays(made * span / lines);
         if (shop.random.chance(40))
             makeRfq(shop, date);
-        made += makePurchaseOrder(shop, date);
+        made += makePurchaseOrder(shop, date, number);
     }
 }
 

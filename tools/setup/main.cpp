@@ -93,15 +93,22 @@ void setUpServer(const QString& uri, const QString& folder, QTextStream& out) {
     out << folder << " now uses it.\n";
 }
 
-int number(const QStringList& words, const QString& name, int fallback) {
-    const auto at = words.indexOf(name);
-    if (at < 0)
-        return fallback;
-    bool ok = false;
-    const int value = at + 1 < words.size() ? words[at + 1].toInt(&ok) : 0;
-    if (!ok || value < 1)
-        throw Refusal{name + QStringLiteral(" takes a number above 0.")};
-    return value;
+/// "--years N" and "--jobs N", in any order.
+sample::Options sampleOptions(const QStringList& words) {
+    sample::Options options;
+    for (qsizetype i = 0; i < words.size(); i += 2) {
+        int* const option = words[i] == u"--years"  ? &options.years
+                            : words[i] == u"--jobs" ? &options.jobs
+                                                    : nullptr;
+        if (!option)
+            throw Refusal{words[i] +
+                          QStringLiteral(" is no option. Options are --years and --jobs.")};
+        bool ok = false;
+        *option = words.value(i + 1).toInt(&ok);
+        if (!ok || *option < 1)
+            throw Refusal{words[i] + QStringLiteral(" takes a number above 0.")};
+    }
+    return options;
 }
 
 } // namespace
@@ -117,10 +124,7 @@ int main(int argc, char* argv[]) {
         } else if (command == u"upgrade" && words.size() == 2) {
             upgrade(words[1], out);
         } else if (command == u"sample" && words.size() >= 2) {
-            sample::Options options;
-            options.years = number(words, QStringLiteral("--years"), options.years);
-            options.jobs = number(words, QStringLiteral("--jobs"), options.jobs);
-            fillSample(words[1], options, out);
+            fillSample(words[1], sampleOptions(words.mid(2)), out);
         } else if (command == u"server" && words.size() == 3) {
             setUpServer(words[1], words[2], out);
         } else if (command == u"--help" || command == u"-h" || command == u"help") {
