@@ -95,6 +95,7 @@ void frmEstimate::ShowModuleMode(const QString& mode) {
     fraEdit->setVisible(!isBrowse());
     datMain()->setVisible(isBrowse());
     cmdCreateJob->setEnabled(isBrowse() && core::HasAccess(QStringLiteral("mnuFileJob")));
+    cmdAssembly->setEnabled(isBrowse() && Forms::isKnown(QStringLiteral("frmAssemblyInfo")));
     m_routing->setMode(isBrowse()   ? RoutingMode::Browse
                        : isAdding() ? RoutingMode::Add
                                     : RoutingMode::Edit);

@@ -100,6 +100,7 @@ class frmEstimate : public masters::RecordModule {
     QPushButton* cmdPartno = nullptr;
     QPushButton* cmdRfqno = nullptr;
     QPushButton* cmdCreateJob = nullptr;
+    QPushButton* cmdAssembly = nullptr;
     QWidget* fraBrowse = nullptr;
     QWidget* fraEdit = nullptr;
     RoutingPanel* m_routing = nullptr;

@@ -367,7 +367,7 @@ QWidget* frmEstimate::buttonPane() {
             {Role::Close, QStringLiteral("cmdClose"), QStringLiteral("Do&ne")}});
     column({{Role::Find, QStringLiteral("cmdFind"), QStringLiteral("&Goto Est")},
             {Role::BrowseOnly, QStringLiteral("cmdGotoPart"), QStringLiteral("G&oto Part")},
-            {Role::BrowseOnly, QStringLiteral("cmdAssembly"), QStringLiteral("Assembl&y Tree")},
+            {Role::Free, QStringLiteral("cmdAssembly"), QStringLiteral("Assembl&y Tree")},
             {Role::Free, QStringLiteral("cmdCreateJob"), QStringLiteral("Create &Job")}});
     column(
         {{Role::List, QStringLiteral("cmdQuery"), QStringLiteral("&Query/Report")},
@@ -387,7 +387,8 @@ void frmEstimate::wire() {
     };
     cmdCreateJob = push(u"cmdCreateJob");
     on(push(u"cmdGotoPart"), &frmEstimate::cmdGotoPart_Click);
-    on(push(u"cmdAssembly"), &frmEstimate::cmdAssembly_Click);
+    cmdAssembly = push(u"cmdAssembly");
+    on(cmdAssembly, &frmEstimate::cmdAssembly_Click);
     on(push(u"cmdPrintBOM"), &frmEstimate::cmdPrintBOM_Click);
     on(cmdCreateJob, &frmEstimate::cmdCreateJob_Click);
     on(cmdPartno, &frmEstimate::cmdPartno_Click);
