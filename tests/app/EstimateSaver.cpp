@@ -53,6 +53,11 @@ int main(int argc, char* argv[]) {
             rows.findFirst(QStringLiteral("EstNo = ") + QString::number(edited));
             EstimateDraft change = draftOf(10 + i % 30, words[2] + QStringLiteral("edited"));
             estimating::saveEstimate(*database, rows, edited, change);
+            EstimateDraft passing = draftOf(15, words[2] + QStringLiteral("gone"));
+            const qint64 gone = estimating::saveEstimate(*database, rows, 0, passing);
+            rows.requery();
+            rows.findFirst(QStringLiteral("EstNo = ") + QString::number(gone));
+            estimating::deleteEstimate(*database, rows, gone);
             rows.requery();
             std::printf("%lld\n", static_cast<long long>(estNo));
             std::fflush(stdout);

@@ -43,7 +43,7 @@ class Stations : public testsupport::ShopDatabaseFixture {
 
 } // namespace
 
-TEST_P(Stations, AProcessKilledInTheMiddleOfASaveLeavesWholeEstimatesOnly) {
+TEST_P(Stations, AProcessKilledWhileItSavesAndDeletesLeavesWholeEstimatesOnly) {
     int saved = 0;
     for (int round = 0; round < 8; ++round) {
         const auto station = start(QString(QChar(u'A' + round)), 100000);

@@ -122,7 +122,7 @@ TEST(Costing, AgreesWithWholeNumbersOnThousandsOfEstimates) {
     const auto pick = [&](std::int64_t low, std::int64_t high) {
         return std::uniform_int_distribution<std::int64_t>(low, high)(random);
     };
-    for (int round = 0; round < 5000; ++round) {
+    for (int round = 0; round < 10000; ++round) {
         // Small shops and large sums: up to about 10 million, where the float is coarse.
         const std::int64_t scale = round % 3 == 0 ? 1000000000 : 5000000;
         const bool oneRate = pick(0, 1) == 1;
