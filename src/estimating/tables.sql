@@ -117,7 +117,7 @@ CREATE INDEX Estimate_AssemblyEstno ON Estimate (AssemblyEstno);
 CREATE INDEX RfqNotes_CustID_RFQNo ON RfqNotes (CustID, RFQNo);
 CREATE INDEX EstOper_EstNo_SeqNo ON EstOper (EstNo, SeqNo);
 CREATE INDEX EstOper_OperNo ON EstOper (OperNo);
-CREATE INDEX EstMiscCost_EstNo ON EstMiscCost (EstNo);
+CREATE INDEX EstMiscCost_EstNo_ItemNo ON EstMiscCost (EstNo, ItemNo);
 CREATE INDEX EstMiscCost_ItemNo ON EstMiscCost (ItemNo);
 CREATE INDEX EstOperNote_EstNo_SeqNo ON EstOperNote (EstNo, SeqNo);
 CREATE INDEX EstOperNote_SeqNo ON EstOperNote (SeqNo);

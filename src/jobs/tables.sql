@@ -72,7 +72,7 @@ CREATE INDEX Job_JobDateIn ON Job (JobDateIn);
 CREATE INDEX Job_AssemblyJobNo ON Job (AssemblyJobNo);
 CREATE INDEX JobOper_JobNo_SeqNo ON JobOper (JobNo, SeqNo);
 CREATE INDEX JobOper_OperNo_JobNo ON JobOper (OperNo, JobNo);
-CREATE INDEX JobMiscCost_JobNo ON JobMiscCost (JobNo);
+CREATE INDEX JobMiscCost_JobNo_ItemNo ON JobMiscCost (JobNo, ItemNo);
 CREATE INDEX JobMiscCost_ItemNo ON JobMiscCost (ItemNo);
 CREATE INDEX JobOperNote_JobNo_SeqNo ON JobOperNote (JobNo, SeqNo);
 CREATE INDEX JobOperNote_SeqNo ON JobOperNote (SeqNo);

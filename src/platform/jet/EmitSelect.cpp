@@ -53,6 +53,10 @@ QByteArray Emitter::source(const Source& source, Scope& scope, const Scope* pare
     QByteArray right = this->source(*source.right, scope, parent);
     if (source.right->left)
         right = '(' + right + ')';
+    if (source.kind == Source::Kind::Right && !source.left->left)
+        // The other way round: only a left join is planned as an inner one where the condition
+        // leaves out the rows without a partner.
+        return right + " LEFT JOIN " + left + " ON " + condition(*source.on, scope);
     const char* word = source.kind == Source::Kind::Inner  ? " INNER JOIN "
                        : source.kind == Source::Kind::Left ? " LEFT JOIN "
                                                            : " RIGHT JOIN ";
