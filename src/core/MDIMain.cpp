@@ -98,6 +98,9 @@ MDIMain::MDIMain() : m_area(new QMdiArea(this)) {
 }
 
 MDIMain::~MDIMain() {
+    // The focus still moves while the children go, when this is no shell any more.
+    qApp->disconnect(this);
+    m_area->disconnect(this);
     screen::Forms::setHost({}, {});
     if (shell() == this)
         setShell(nullptr);

@@ -16,7 +16,8 @@ namespace estimating {
 FindForm::FindForm(const FindKind& kind) : Form(kind.find, kind.numberCaption), m_kind(kind) {
     auto* outside = new QVBoxLayout(this);
     lblPrompt = screen::named(new QLabel(this), QStringLiteral("lblPrompt"));
-    txtNo = screen::named(new controls::TextField(this), QStringLiteral("txtNo"));
+    txtNo = screen::named(new controls::TextField(this), QStringLiteral("txtNo"),
+                          QStringLiteral("What to find"));
     lblPrompt->setBuddy(txtNo);
     outside->addWidget(lblPrompt);
     outside->addWidget(txtNo);

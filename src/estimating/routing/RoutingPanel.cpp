@@ -300,7 +300,7 @@ void RoutingPanel::showMiscRow(int row) {
     m_misc->setText(row, MiscDescription, misc.description);
     m_misc->setText(row, MiscUnit, misc.unit.trimmed());
     m_misc->setText(row, MiscPrice, money(misc.price));
-    m_misc->setText(row, MiscQuantity, values::format(misc.quantity, u"#####0.####"));
+    m_misc->setText(row, MiscQuantity, misc.quantity.toText());
     m_misc->setText(row, MiscTotal, money(misc.total));
     m_misc->setTextHidden(row, MiscPrice, !m_showDollar);
     m_misc->setTextHidden(row, MiscTotal, !m_showDollar);
