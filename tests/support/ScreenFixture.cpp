@@ -416,6 +416,12 @@ void ScreenFixture::typeOn(const QString& text) {
 }
 
 void ScreenFixture::key(int key, Qt::KeyboardModifiers modifiers) {
+    // Without a desktop nobody gives the window back its activity when a dialog has closed, and an
+    // inactive window has no shortcuts.
+    if (QWidget* window = form().window(); !window->isActiveWindow()) {
+        window->activateWindow();
+        (void)QTest::qWaitForWindowActive(window, 2000);
+    }
     QWidget* focus = QApplication::focusWidget();
     QTest::keyClick(focus ? focus : &form(), Qt::Key(key), modifiers);
     settle();
