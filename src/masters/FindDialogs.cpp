@@ -45,8 +45,11 @@ void FindForm::cmdFind_Click() {
     found.form().showModal();
     if (found->chosen() == 0)
         return;
-    if (auto* module = screen::Forms::find<core::RecordScreen>(m_descriptor.moduleScreen))
-        module->goToRecord(found->chosen());
+    auto* module = screen::Forms::find<core::RecordScreen>(m_descriptor.moduleScreen);
+    if (module && !module->goToRecord(found->chosen())) {
+        complain(QStringLiteral("That record isn't among those shown at present."), txtData);
+        return;
+    }
     unload();
 }
 

@@ -260,6 +260,11 @@ void RecordModule::reloadNames() {
         m_namesColumn, m_namesKey);
 }
 
+void RecordModule::setNamesSelect(const QString& select) {
+    m_namesSelect = select;
+    reloadNames();
+}
+
 // Modes
 
 void RecordModule::setMode(const QString& mode) {

@@ -153,12 +153,14 @@ class RecordModule : public screen::Form, public core::RecordScreen, public core
     /// The box of the empty table; true for Yes.
     bool askNoRecords();
     /// As at opening: asks, and then adds, stays, or closes the module.
-    void offerFirstRecord();
+    virtual void offerFirstRecord();
     /// The modes as the caller set them, without arranging the screen.
     void setMode(const QString& mode);
     /// Writes the bound fields to the row that is being added or edited.
     void writeColumns(jet::Recordset& row) const { m_fields.write(row); }
     void reloadNames();
+    /// Reads the list of names from another select, for a set that is narrowed.
+    void setNamesSelect(const QString& select);
 
     // The steps.
     /// Before anything is opened; say why not and return false to keep the module closed.

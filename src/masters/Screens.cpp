@@ -2,7 +2,9 @@
 
 #include "masters/FindDialogs.h"
 #include "masters/NoteDialog.h"
+#include "masters/SalaryDialogs.h"
 #include "masters/frmCustomer.h"
+#include "masters/frmEmployee.h"
 #include "masters/frmVendor.h"
 #include "platform/screen/Forms.h"
 
@@ -61,6 +63,30 @@ GoTo vendors() {
              {QStringLiteral("VendID"), QStringLiteral("company")}}};
 }
 
+GoTo employees() {
+    return {{QStringLiteral("frmEmpFind"),
+             QStringLiteral("Goto Employees"),
+             QStringLiteral("&Enter the Number or Name Here:"),
+             {{QStringLiteral("optFind1"), QStringLiteral("List By Las&t Name"),
+               QStringLiteral("SELECT EmpID, FirstName, LastName FROM Employee WHERE LastName "
+                              "LIKE '")},
+              {QStringLiteral("optFind2"), QStringLiteral("List By &First Name"),
+               QStringLiteral("SELECT EmpID, FirstName, LastName FROM Employee WHERE FirstName "
+                              "LIKE '")},
+              {QStringLiteral("optFind3"), QStringLiteral("List By Employee N&umber"),
+               QStringLiteral("SELECT EmpID, FirstName, LastName FROM Employee WHERE EmpID LIKE "
+                              "'")}},
+             QStringLiteral("frmEmpFound"),
+             QStringLiteral("frmEmployee")},
+            {QStringLiteral("frmEmpFound"),
+             QStringLiteral("Employee Found"),
+             QStringLiteral("sprEmpFound"),
+             {{.title = QStringLiteral("Emp. #"), .characters = 8, .kind = number},
+              {.title = QStringLiteral("First Name"), .characters = 20},
+              {.title = QStringLiteral("Last Name"), .characters = 20}},
+             {QStringLiteral("EmpID"), QStringLiteral("FirstName"), QStringLiteral("LastName")}}};
+}
+
 } // namespace
 
 void registerScreens() {
@@ -69,6 +95,15 @@ void registerScreens() {
     Forms::add<frmVendor>();
     add(customers());
     add(vendors());
+    Forms::add<frmEmployee>();
+    add(employees());
+    Forms::add<frmEmpSalary>();
+    for (const auto& [name, title] :
+         {std::pair{QStringLiteral("frmSalaryAdd"), QStringLiteral("Add Salary")},
+          std::pair{QStringLiteral("frmSalaryEdit"), QStringLiteral("Edit Salary")}})
+        Forms::add(name, [name = name, title = title] {
+            return std::make_unique<SalaryForm>(name, title);
+        });
     Forms::add(QStringLiteral("frmQuoteRemarks"), [] {
         return std::make_unique<NoteForm>(QStringLiteral("frmQuoteRemarks"),
                                           QStringLiteral("Quote Remarks"),
