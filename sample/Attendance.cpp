@@ -62,7 +62,7 @@ std::optional<Attendance::Stretch> Attendance::book(const QDate& wanted, int min
                                   ? static_cast<std::size_t>(wished - m_shop.employees.begin())
                                   : static_cast<std::size_t>(m_shop.random.below(
                                         static_cast<int>(m_shop.employees.size())));
-        if (const auto stretch = take(day, employee, minutes))
+        if (auto stretch = take(day, employee, minutes))
             return stretch;
     }
     return std::nullopt;

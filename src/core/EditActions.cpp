@@ -59,6 +59,8 @@ Text textOf(QWidget* control) {
 } // namespace
 
 bool isLocked(QWidget* control) {
+    if (!control)
+        return true;
     if (auto* field = dynamic_cast<controls::Field*>(control))
         return field->isLocked();
     const Text text = textOf(control);
