@@ -73,38 +73,16 @@ bool frmEstimate::mayOpen() {
     return true;
 }
 
-void frmEstimate::openLookups() {
-    dbcCustomer->setRows(
-        core::MainDatabase().openRecordset(
-            QStringLiteral("SELECT Company, CustID FROM Customer ORDER BY Company"),
-            jet::RecordsetType::Snapshot),
-        QStringLiteral("Company"), QStringLiteral("CustID"));
-}
-
-void frmEstimate::refreshLookup(const QString& table) {
-    if (table.compare(QStringLiteral("Customer"), Qt::CaseInsensitive) == 0) {
-        openLookups();
-        dbcCustomer->setBoundText(lblCustID->text());
-    }
-    RecordModule::refreshLookup(table);
-}
-
 void frmEstimate::ShowModuleMode(const QString& mode) {
-    RecordModule::ShowModuleMode(mode);
-    fraBrowse->setVisible(isBrowse());
-    fraEdit->setVisible(!isBrowse());
-    datMain()->setVisible(isBrowse());
+    RoutedModule::ShowModuleMode(mode);
     cmdCreateJob->setEnabled(isBrowse() && core::HasAccess(QStringLiteral("mnuFileJob")));
     cmdAssembly->setEnabled(isBrowse() && Forms::isKnown(QStringLiteral("frmAssemblyInfo")));
-    m_routing->setMode(isBrowse()   ? RoutingMode::Browse
-                       : isAdding() ? RoutingMode::Add
-                                    : RoutingMode::Edit);
     if (isAdding())
         calcBoth();
 }
 
 void frmEstimate::lockFields(bool locked) {
-    RecordModule::lockFields(locked);
+    RoutedModule::lockFields(locked);
     txtNotes[2]->setLocked(locked);
     txtQtyBreak[0]->setLocked(true);
     txtQtyDiscount[0]->setLocked(true);
@@ -113,7 +91,7 @@ void frmEstimate::lockFields(bool locked) {
 }
 
 void frmEstimate::clearFields() {
-    RecordModule::clearFields();
+    RoutedModule::clearFields();
     txtNotes[2]->setText(QString());
     lblAssembly->clear();
     m_assemblyEstNo = 0;
@@ -290,7 +268,7 @@ void frmEstimate::afterSave(qint64 key, bool adding) {
     } catch (const jet::Error& error) {
         tell(error);
     }
-    RecordModule::afterSave(key, adding);
+    RoutedModule::afterSave(key, adding);
 }
 
 void frmEstimate::cancelStaged() {

@@ -2,8 +2,7 @@
 
 #include "estimating/EstimateDialogs.h"
 #include "estimating/EstimateStore.h"
-#include "estimating/routing/RoutingPanel.h"
-#include "masters/RecordModule.h"
+#include "estimating/routing/RoutedModule.h"
 
 #include <array>
 
@@ -13,14 +12,13 @@ namespace estimating {
 
 /// The estimate module: header, routing, fixed costs and five price breaks of one estimate. Routing
 /// and fixed costs are working copies until the save; operation notes are staged in their table.
-class frmEstimate : public masters::RecordModule {
+class frmEstimate : public RoutedModule {
   public:
     static constexpr char formName[] = "frmEstimate";
     frmEstimate();
 
     QSize sizeHint() const override;
     void ShowModuleMode(const QString& mode) override;
-    void refreshLookup(const QString& table) override;
 
     void cmdNew_Click() override;
     void cmdDelete_Click() override;
@@ -34,7 +32,6 @@ class frmEstimate : public masters::RecordModule {
 
   protected:
     bool mayOpen() override;
-    void openLookups() override;
     void newDefaults() override;
     void showRecord() override;
     void clearFields() override;
@@ -77,9 +74,7 @@ class frmEstimate : public masters::RecordModule {
     values::Currency shopRate() const;
     double number(const controls::TextField* field) const;
 
-    controls::DataCombo* dbcCustomer = nullptr;
     QLabel* lblEstno = nullptr;
-    QLabel* lblCustID = nullptr;
     QLabel* lblAssembly = nullptr;
     controls::TextField* txtRfqno = nullptr;
     controls::TextField* txtPartno = nullptr;
@@ -101,9 +96,6 @@ class frmEstimate : public masters::RecordModule {
     QPushButton* cmdRfqno = nullptr;
     QPushButton* cmdCreateJob = nullptr;
     QPushButton* cmdAssembly = nullptr;
-    QWidget* fraBrowse = nullptr;
-    QWidget* fraEdit = nullptr;
-    RoutingPanel* m_routing = nullptr;
     std::vector<QWidget*> m_secured; ///< hidden from users who may not see money
 
     bool m_showDollar = true;

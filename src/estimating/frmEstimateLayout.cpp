@@ -58,7 +58,7 @@ QHBoxLayout* beside(QWidget* field, QPushButton* button) {
 
 } // namespace
 
-frmEstimate::frmEstimate() : RecordModule(describe()) {
+frmEstimate::frmEstimate() : RoutedModule(describe()) {
     auto* outside = new QVBoxLayout(this);
     outside->setContentsMargins(6, 6, 6, 6);
     outside->setSpacing(4);
@@ -343,42 +343,18 @@ QWidget* frmEstimate::breakPane() {
 }
 
 QWidget* frmEstimate::buttonPane() {
-    auto* pane = new QWidget(this);
-    auto* layout = new QVBoxLayout(pane);
-    layout->setContentsMargins(0, 0, 0, 0);
-    fraBrowse = named(new QWidget(pane), QStringLiteral("fraBrowse"));
-    fraEdit = named(new QWidget(pane), QStringLiteral("fraEdit"));
-    layout->addWidget(fraBrowse);
-    layout->addWidget(fraEdit);
-    layout->addStretch();
-
-    auto* columns = new QHBoxLayout(fraBrowse);
-    columns->setContentsMargins(0, 0, 0, 0);
-    const auto column = [&](const std::vector<masters::ModuleButton>& buttons) {
-        auto* made = new QVBoxLayout;
-        made->setSpacing(3);
-        columns->addLayout(made);
-        makeButtons(made, buttons);
-        made->addStretch();
-    };
-    column({{Role::New, QStringLiteral("cmdNew"), QStringLiteral("&New")},
-            {Role::Edit, QStringLiteral("cmdEdit"), QStringLiteral("&Edit")},
-            {Role::Delete, QStringLiteral("cmdDelete"), QStringLiteral("&Delete")},
-            {Role::Close, QStringLiteral("cmdClose"), QStringLiteral("Do&ne")}});
-    column({{Role::Find, QStringLiteral("cmdFind"), QStringLiteral("&Goto Est")},
-            {Role::BrowseOnly, QStringLiteral("cmdGotoPart"), QStringLiteral("G&oto Part")},
-            {Role::Free, QStringLiteral("cmdAssembly"), QStringLiteral("Assembl&y Tree")},
-            {Role::Free, QStringLiteral("cmdCreateJob"), QStringLiteral("Create &Job")}});
-    column(
-        {{Role::List, QStringLiteral("cmdQuery"), QStringLiteral("&Query/Report")},
-         {Role::PrintShown, QStringLiteral("cmdPrintScr"), QStringLiteral("Quick &Report Shown")},
-         {Role::BrowseOnly, QStringLiteral("cmdPrintBOM"), QStringLiteral("Print BOM")}});
-    auto* entry = new QHBoxLayout(fraEdit);
-    entry->setContentsMargins(0, 0, 0, 0);
-    entry->addStretch();
-    makeButtons(entry, {{Role::Save, QStringLiteral("cmdSave"), QStringLiteral("&Save")},
-                        {Role::Cancel, QStringLiteral("cmdCancel"), QStringLiteral("&Cancel")}});
-    return pane;
+    return makeButtonPane(
+        {{{Role::New, QStringLiteral("cmdNew"), QStringLiteral("&New")},
+          {Role::Edit, QStringLiteral("cmdEdit"), QStringLiteral("&Edit")},
+          {Role::Delete, QStringLiteral("cmdDelete"), QStringLiteral("&Delete")},
+          {Role::Close, QStringLiteral("cmdClose"), QStringLiteral("Do&ne")}},
+         {{Role::Find, QStringLiteral("cmdFind"), QStringLiteral("&Goto Est")},
+          {Role::BrowseOnly, QStringLiteral("cmdGotoPart"), QStringLiteral("G&oto Part")},
+          {Role::Free, QStringLiteral("cmdAssembly"), QStringLiteral("Assembl&y Tree")},
+          {Role::Free, QStringLiteral("cmdCreateJob"), QStringLiteral("Create &Job")}},
+         {{Role::List, QStringLiteral("cmdQuery"), QStringLiteral("&Query/Report")},
+          {Role::PrintShown, QStringLiteral("cmdPrintScr"), QStringLiteral("Quick &Report Shown")},
+          {Role::BrowseOnly, QStringLiteral("cmdPrintBOM"), QStringLiteral("Print BOM")}}});
 }
 
 void frmEstimate::wire() {
@@ -394,12 +370,7 @@ void frmEstimate::wire() {
     on(cmdPartno, &frmEstimate::cmdPartno_Click);
     on(cmdRfqno, &frmEstimate::cmdRfqno_Click);
 
-    const auto customerTaken = [this] { lblCustID->setText(dbcCustomer->boundText()); };
-    on(dbcCustomer->chosen, customerTaken);
-    on(dbcCustomer->left, [this, customerTaken] {
-        if (!isBrowse())
-            customerTaken();
-    });
+    wireCustomer();
     on(txtRfqno->left, &frmEstimate::txtRfqno_LostFocus);
     on(txtEstShopRate->left, &frmEstimate::calcEstimate);
     on(txtQuantity->left, &frmEstimate::calcBoth);

@@ -64,37 +64,15 @@ QString frmJob::mainSelect() const {
     return jobRows(activeOnly());
 }
 
-void frmJob::openLookups() {
-    dbcCustomer->setRows(
-        core::MainDatabase().openRecordset(
-            QStringLiteral("SELECT Company, CustID FROM Customer ORDER BY Company"),
-            jet::RecordsetType::Snapshot),
-        QStringLiteral("Company"), QStringLiteral("CustID"));
-}
-
-void frmJob::refreshLookup(const QString& table) {
-    if (table.compare(QStringLiteral("Customer"), Qt::CaseInsensitive) == 0) {
-        openLookups();
-        dbcCustomer->setBoundText(lblCustID->text());
-    }
-    RecordModule::refreshLookup(table);
-}
-
 void frmJob::ShowModuleMode(const QString& mode) {
-    RecordModule::ShowModuleMode(mode);
-    fraBrowse->setVisible(isBrowse());
-    fraEdit->setVisible(!isBrowse());
-    datMain()->setVisible(isBrowse());
+    RoutedModule::ShowModuleMode(mode);
     fraShow->setEnabled(isBrowse());
-    m_routing->setMode(isBrowse()   ? RoutingMode::Browse
-                       : isAdding() ? RoutingMode::Add
-                                    : RoutingMode::Edit);
     // An estimated figure that came with an estimate is not typed over.
     m_routing->setEstimatedLocked(lblEstNo->text().toLongLong() != 0);
 }
 
 void frmJob::clearFields() {
-    RecordModule::clearFields();
+    RoutedModule::clearFields();
     lblAssembly->clear();
     m_assemblyJobNo = 0;
     m_wasShipped = false;
@@ -156,7 +134,7 @@ void frmJob::optShow_Click() {
 }
 
 void frmJob::refreshView() {
-    RecordModule::refreshLookup(QStringLiteral("Job"));
+    RoutedModule::refreshLookup(QStringLiteral("Job"));
     if (hasRecord() || !activeOnly())
         return;
     optShow[1]->setChecked(true);
@@ -331,7 +309,7 @@ void frmJob::cmdEdit_Click() {
                Icon::Exclamation, QStringLiteral("System Message"));
         return;
     }
-    RecordModule::cmdEdit_Click();
+    RoutedModule::cmdEdit_Click();
 }
 
 // Going to a record

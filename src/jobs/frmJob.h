@@ -1,10 +1,9 @@
 #pragma once
 
-#include "estimating/routing/RoutingPanel.h"
+#include "estimating/routing/RoutedModule.h"
 #include "jobs/JobCosting.h"
 #include "jobs/JobDialogs.h"
 #include "jobs/JobStore.h"
-#include "masters/RecordModule.h"
 
 #include <vector>
 
@@ -18,14 +17,13 @@ namespace jobs {
 /// The job module: header, routing with estimated and actual figures, and fixed costs of one job.
 /// Routing and fixed costs are working copies until the save; operation notes and the schedule rows
 /// of an edited job are staged in their tables.
-class frmJob : public masters::RecordModule {
+class frmJob : public estimating::RoutedModule {
   public:
     static constexpr char formName[] = "frmJob";
     frmJob();
     QSize sizeHint() const override;
 
     void ShowModuleMode(const QString& mode) override;
-    void refreshLookup(const QString& table) override;
 
     void cmdNew_Click() override;
     void cmdEdit_Click() override;
@@ -41,7 +39,6 @@ class frmJob : public masters::RecordModule {
   protected:
     bool mayOpen() override;
     QString mainSelect() const override;
-    void openLookups() override;
     void newDefaults() override;
     void showRecord() override;
     void clearFields() override;
@@ -86,10 +83,8 @@ class frmJob : public masters::RecordModule {
     values::Currency amount(const QString& text) const;
 
     QLabel* lblJobNo = nullptr;
-    QLabel* lblCustID = nullptr;
     QLabel* lblEstNo = nullptr;
     QLabel* lblAssembly = nullptr;
-    controls::DataCombo* dbcCustomer = nullptr;
     controls::TextField* txtPONo = nullptr;
     controls::TextField* txtPartno = nullptr;
     controls::TextField* txtDescription = nullptr;
@@ -112,9 +107,6 @@ class frmJob : public masters::RecordModule {
     QLabel* lblCalc_Fixed = nullptr;
     QRadioButton* optShow[2] = {};
     QWidget* fraShow = nullptr;
-    QWidget* fraBrowse = nullptr;
-    QWidget* fraEdit = nullptr;
-    estimating::RoutingPanel* m_routing = nullptr;
     std::vector<QWidget*> m_secured; ///< hidden from users who may not see money
 
     bool m_wasShipped = false;

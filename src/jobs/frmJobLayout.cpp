@@ -110,7 +110,7 @@ DateField* longDate(QWidget* parent) {
 
 } // namespace
 
-frmJob::frmJob() : RecordModule(describe()) {
+frmJob::frmJob() : RoutedModule(describe()) {
     auto* outside = new QVBoxLayout(this);
     outside->setContentsMargins(6, 6, 6, 6);
     outside->setSpacing(4);
@@ -172,7 +172,7 @@ frmJob::frmJob() : RecordModule(describe()) {
 }
 
 QSize frmJob::sizeHint() const {
-    return QSize(1230, 640).expandedTo(RecordModule::sizeHint());
+    return QSize(1230, 640).expandedTo(RoutedModule::sizeHint());
 }
 
 void frmJob::bindFigure(const QString& column, QLabel* label, const QString& mask) {
@@ -323,43 +323,20 @@ QWidget* frmJob::figuresPane() {
 }
 
 QWidget* frmJob::buttonPane() {
-    auto* pane = new QWidget(this);
-    auto* layout = new QVBoxLayout(pane);
-    layout->setContentsMargins(0, 0, 0, 0);
-    fraBrowse = named(new QWidget(pane), QStringLiteral("fraBrowse"));
-    fraEdit = named(new QWidget(pane), QStringLiteral("fraEdit"));
-    layout->addWidget(fraBrowse);
-    layout->addWidget(fraEdit);
-    layout->addStretch();
-
-    auto* columns = new QHBoxLayout(fraBrowse);
-    columns->setContentsMargins(0, 0, 0, 0);
-    const auto column = [&](const std::vector<masters::ModuleButton>& buttons) {
-        auto* made = new QVBoxLayout;
-        made->setSpacing(3);
-        columns->addLayout(made);
-        makeButtons(made, buttons);
-        made->addStretch();
-    };
-    column({{Role::New, QStringLiteral("cmdNew"), QStringLiteral("&New")},
-            {Role::Edit, QStringLiteral("cmdEdit"), QStringLiteral("&Edit")},
-            {Role::Delete, QStringLiteral("cmdDelete"), QStringLiteral("&Delete")},
-            {Role::Close, QStringLiteral("cmdClose"), QStringLiteral("D&one")}});
-    column({{Role::Find, QStringLiteral("cmdFind"), QStringLiteral("&Goto Job")},
-            {Role::BrowseOnly, QStringLiteral("cmdGotoPart"), QStringLiteral("Goto Par&t")},
-            {Role::Free, QStringLiteral("cmdAssembly"), QStringLiteral("Assembl&y Tree")},
-            {Role::Free, QStringLiteral("cmdSchedule"), QStringLiteral("Schedu&le")}});
-    column({{Role::Free, QStringLiteral("cmdInvoice"), QStringLiteral("In&voice")},
-            {Role::BrowseOnly, QStringLiteral("cmdTraveler"), QStringLiteral("Tr&aveler...")},
-            {Role::Free, QStringLiteral("cmdShippingHistory"), QStringLiteral("&Shipping History")},
-            {Role::List, QStringLiteral("cmdList"), QStringLiteral("Query/Report")},
-            {Role::PrintShown, QStringLiteral("cmdQuery"), QStringLiteral("Quick &Report Shown")}});
-    auto* entry = new QHBoxLayout(fraEdit);
-    entry->setContentsMargins(0, 0, 0, 0);
-    entry->addStretch();
-    makeButtons(entry, {{Role::Save, QStringLiteral("cmdSave"), QStringLiteral("&Save")},
-                        {Role::Cancel, QStringLiteral("cmdCancel"), QStringLiteral("&Cancel")}});
-    return pane;
+    return makeButtonPane(
+        {{{Role::New, QStringLiteral("cmdNew"), QStringLiteral("&New")},
+          {Role::Edit, QStringLiteral("cmdEdit"), QStringLiteral("&Edit")},
+          {Role::Delete, QStringLiteral("cmdDelete"), QStringLiteral("&Delete")},
+          {Role::Close, QStringLiteral("cmdClose"), QStringLiteral("D&one")}},
+         {{Role::Find, QStringLiteral("cmdFind"), QStringLiteral("&Goto Job")},
+          {Role::BrowseOnly, QStringLiteral("cmdGotoPart"), QStringLiteral("Goto Par&t")},
+          {Role::Free, QStringLiteral("cmdAssembly"), QStringLiteral("Assembl&y Tree")},
+          {Role::Free, QStringLiteral("cmdSchedule"), QStringLiteral("Schedu&le")}},
+         {{Role::Free, QStringLiteral("cmdInvoice"), QStringLiteral("In&voice")},
+          {Role::BrowseOnly, QStringLiteral("cmdTraveler"), QStringLiteral("Tr&aveler...")},
+          {Role::Free, QStringLiteral("cmdShippingHistory"), QStringLiteral("&Shipping History")},
+          {Role::List, QStringLiteral("cmdList"), QStringLiteral("Query/Report")},
+          {Role::PrintShown, QStringLiteral("cmdQuery"), QStringLiteral("Quick &Report Shown")}}});
 }
 
 void frmJob::wire() {
@@ -383,12 +360,7 @@ void frmJob::wire() {
         on(option, &frmJob::optShow_Click);
     connect(chkShipped, &QCheckBox::toggled, this,
             [this] { guarded([this] { chkShipped_Click(); }); });
-    const auto customerTaken = [this] { lblCustID->setText(dbcCustomer->boundText()); };
-    on(dbcCustomer->chosen, customerTaken);
-    on(dbcCustomer->left, [this, customerTaken] {
-        if (!isBrowse())
-            customerTaken();
-    });
+    wireCustomer();
     const auto left = [this] {
         if (!isBrowse())
             calcJob();

@@ -1,0 +1,77 @@
+#include "estimating/routing/RoutedModule.h"
+
+#include "core/MirsaMain.h"
+#include "platform/controls/DataCombo.h"
+#include "platform/screen/Layout.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+
+namespace estimating {
+
+using masters::ModuleButton;
+using masters::Role;
+
+void RoutedModule::openLookups() {
+    dbcCustomer->setRows(
+        core::MainDatabase().openRecordset(
+            QStringLiteral("SELECT Company, CustID FROM Customer ORDER BY Company"),
+            jet::RecordsetType::Snapshot),
+        QStringLiteral("Company"), QStringLiteral("CustID"));
+}
+
+void RoutedModule::refreshLookup(const QString& table) {
+    if (table.compare(QStringLiteral("Customer"), Qt::CaseInsensitive) == 0) {
+        openLookups();
+        dbcCustomer->setBoundText(lblCustID->text());
+    }
+    RecordModule::refreshLookup(table);
+}
+
+void RoutedModule::ShowModuleMode(const QString& mode) {
+    RecordModule::ShowModuleMode(mode);
+    fraBrowse->setVisible(isBrowse());
+    fraEdit->setVisible(!isBrowse());
+    datMain()->setVisible(isBrowse());
+    m_routing->setMode(isBrowse()   ? RoutingMode::Browse
+                       : isAdding() ? RoutingMode::Add
+                                    : RoutingMode::Edit);
+}
+
+QWidget* RoutedModule::makeButtonPane(const std::vector<std::vector<ModuleButton>>& browseColumns) {
+    auto* pane = new QWidget(this);
+    auto* layout = new QVBoxLayout(pane);
+    layout->setContentsMargins(0, 0, 0, 0);
+    fraBrowse = screen::named(new QWidget(pane), QStringLiteral("fraBrowse"));
+    fraEdit = screen::named(new QWidget(pane), QStringLiteral("fraEdit"));
+    layout->addWidget(fraBrowse);
+    layout->addWidget(fraEdit);
+    layout->addStretch();
+
+    auto* columns = new QHBoxLayout(fraBrowse);
+    columns->setContentsMargins(0, 0, 0, 0);
+    for (const std::vector<ModuleButton>& buttons : browseColumns) {
+        auto* column = new QVBoxLayout;
+        column->setSpacing(3);
+        columns->addLayout(column);
+        makeButtons(column, buttons);
+        column->addStretch();
+    }
+    auto* entry = new QHBoxLayout(fraEdit);
+    entry->setContentsMargins(0, 0, 0, 0);
+    entry->addStretch();
+    makeButtons(entry, {{Role::Save, QStringLiteral("cmdSave"), QStringLiteral("&Save")},
+                        {Role::Cancel, QStringLiteral("cmdCancel"), QStringLiteral("&Cancel")}});
+    return pane;
+}
+
+void RoutedModule::wireCustomer() {
+    const auto taken = [this] { lblCustID->setText(dbcCustomer->boundText()); };
+    on(dbcCustomer->chosen, taken);
+    on(dbcCustomer->left, [this, taken] {
+        if (!isBrowse())
+            taken();
+    });
+}
+
+} // namespace estimating
