@@ -6,7 +6,6 @@
 namespace estimating {
 
 using jet::Value;
-using values::Currency;
 
 namespace {
 
