@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QString>
+
 #include <optional>
 
 namespace jobs {
@@ -20,6 +22,14 @@ class NewJobDialog {
     virtual ~NewJobDialog() = default;
     /// `hasCurrent`: there is a record to copy. Nothing if the user cancelled.
     virtual std::optional<NewJob> choose(bool hasCurrent) = 0;
+};
+
+/// What "frmJobshipAddEdit" offers.
+class ShippingDialog {
+  public:
+    virtual ~ShippingDialog() = default;
+    /// `mode` is "New" or "Edit"; `jobShipId` the consignment to edit. True if anything was saved.
+    virtual bool ShowForm(const QString& mode, qint64 jobNo, qint64 jobShipId) = 0;
 };
 
 } // namespace jobs

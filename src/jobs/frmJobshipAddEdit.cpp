@@ -1,0 +1,172 @@
+#include "jobs/frmJobshipAddEdit.h"
+
+#include "core/MirsaMain.h"
+#include "platform/screen/Layout.h"
+#include "platform/screen/MsgBox.h"
+#include "platform/values/Clock.h"
+#include "platform/values/Format.h"
+#include "platform/values/Numbers.h"
+
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace jobs {
+
+using screen::Buttons;
+using screen::Icon;
+using screen::MsgBox;
+
+frmJobshipAddEdit::frmJobshipAddEdit()
+    : Form(QString::fromLatin1(formName), QStringLiteral("New Shipping")) {
+    auto* outside = new QVBoxLayout(this);
+    auto* body = new QWidget(this);
+    outside->addWidget(body);
+    screen::Fields fields(body);
+    etShippedDate = fields.date(QStringLiteral("etShippedDate"), QStringLiteral("&Shipped Date:"));
+    fields.nextRow();
+    // Nine digits are the most that a whole number column takes for certain.
+    txtQuantity = fields.text(QStringLiteral("txtQuantity"), QStringLiteral("&Quantity:"),
+                              {.limit = 9, .filter = values::keys::decimal(), .characters = 12});
+    fields.nextRow();
+    cboEmp = fields.listCombo(QStringLiteral("cboEmp"), QStringLiteral("&Employee:"));
+    cboEmp->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    cboEmp->setMinimumContentsLength(30);
+    outside->addStretch();
+
+    screen::ButtonBar bar(this, outside);
+    bar.stretch();
+    QPushButton* cmdOK = bar.button(QStringLiteral("cmdOK"), QStringLiteral("&OK"));
+    cmdOKNewButton = bar.button(QStringLiteral("cmdOKNew"), QStringLiteral("OK and &New"));
+    QPushButton* cmdCancel = bar.button(QStringLiteral("cmdCancel"), QStringLiteral("Cancel"));
+    setDefaultButton(cmdOK);
+    setCancelButton(cmdCancel);
+    on(cmdOK, &frmJobshipAddEdit::cmdOK_Click);
+    on(cmdOKNewButton, &frmJobshipAddEdit::cmdOKNew_Click);
+    on(cmdCancel, [this] { hideModal(); });
+    on(txtQuantity->left, &frmJobshipAddEdit::txtQuantity_LostFocus);
+}
+
+bool frmJobshipAddEdit::ShowForm(const QString& mode, qint64 jobNo, qint64 jobShipId) {
+    const bool editing = mode == QStringLiteral("Edit");
+    m_jobNo = jobNo;
+    m_jobShipId = editing ? jobShipId : 0;
+    setWindowTitle(mode + QStringLiteral(" Shipping"));
+    cmdOKNewButton->setEnabled(!editing);
+    if (!fillEmployees()) {
+        MsgBox(QStringLiteral("You may not add an item without any employee defined!. Please add "
+                              "the employees first."),
+               Buttons::Ok, Icon::Exclamation);
+        return false;
+    }
+    clearFields();
+    if (editing && !showShipment())
+        return false;
+    etShippedDate->setFocus();
+    showModal();
+    return m_saved;
+}
+
+bool frmJobshipAddEdit::fillEmployees() {
+    cboEmp->clearRows();
+    jet::Recordset set = core::MainDatabase().openRecordset(
+        QStringLiteral("SELECT * FROM employee ORDER BY lastname"), jet::RecordsetType::Snapshot);
+    for (; !set.eof(); set.moveNext()) {
+        cboEmp->addRow(set.text(u"lastname") + QStringLiteral(", ") + set.text(u"firstname"),
+                       set[u"EmpID"].toLong());
+    }
+    return cboEmp->count() > 0;
+}
+
+void frmJobshipAddEdit::clearFields() {
+    etShippedDate->setText(values::format(values::today(), u"yyyymmdd"));
+    txtQuantity->clear();
+    cboEmp->clear();
+}
+
+bool frmJobshipAddEdit::showShipment() {
+    const jet::Recordset row = core::MainDatabase().openRecordset(
+        QStringLiteral("SELECT * FROM jobship WHERE jobshipid=") + QString::number(m_jobShipId),
+        jet::RecordsetType::Snapshot);
+    if (row.isEmpty()) {
+        tellMissing();
+        return false;
+    }
+    etShippedDate->setDate(row[u"ShippedDate"].toDate());
+    txtQuantity->setText(row.text(u"Quantity"));
+    txtQuantity_LostFocus();
+    const qint64 empId = row[u"ShippedByEmpID"].toLong();
+    if (!cboEmp->chooseNumber(empId)) {
+        MsgBox(QStringLiteral("The Employee ID (") + QString::number(empId) +
+                   QStringLiteral(") for this record does not exist in the employee table!"),
+               Buttons::Ok, Icon::Exclamation);
+    }
+    return true;
+}
+
+void frmJobshipAddEdit::tellMissing() {
+    MsgBox(QString::number(m_jobShipId) +
+               QStringLiteral(" shipping no. not found! Jobship table may need to be fixed!"),
+           Buttons::Ok, Icon::Critical);
+}
+
+void frmJobshipAddEdit::txtQuantity_LostFocus() {
+    // A blank stays blank, so that the check sees it.
+    if (!txtQuantity->text().trimmed().isEmpty())
+        txtQuantity->setText(values::format(values::val(txtQuantity->text()), u"#####0"));
+}
+
+bool frmJobshipAddEdit::save() {
+    txtQuantity_LostFocus(); // Enter saves without leaving the field
+    const auto date = etShippedDate->date();
+    const QString quantity = txtQuantity->text().trimmed();
+    if (!date) {
+        complain(QStringLiteral("Please enter a valid Shipped Date!"), etShippedDate);
+        return false;
+    }
+    if (quantity.isEmpty()) {
+        complain(QStringLiteral("Quantity may not be blank"), txtQuantity);
+        return false;
+    }
+    if (cboEmp->currentIndex() < 0) {
+        complain(QStringLiteral("Employee may not be blank!"), cboEmp);
+        return false;
+    }
+    const QString job = QString::number(m_jobNo);
+    const QString shipped = values::format(*date, u"Short Date");
+    const QString employee = QString::number(cboEmp->itemNumber());
+    jet::Database& database = core::MainDatabase();
+    try {
+        if (m_jobShipId == 0) {
+            database.execute(QStringLiteral("INSERT INTO jobship (jobno, shippeddate, quantity, "
+                                            "shippedbyempid) VALUES(") +
+                             job + QStringLiteral(", #") + shipped + QStringLiteral("#, ") +
+                             quantity + QStringLiteral(", ") + employee + QStringLiteral(")"));
+        } else if (database.execute(
+                       QStringLiteral("UPDATE jobship SET jobno=") + job +
+                       QStringLiteral(",shippeddate=#") + shipped + QStringLiteral("#, quantity=") +
+                       quantity + QStringLiteral(", shippedbyempid=") + employee +
+                       QStringLiteral(" WHERE jobshipid=") + QString::number(m_jobShipId)) == 0) {
+            tellMissing();
+            return false;
+        }
+    } catch (const jet::Error& error) {
+        MsgBox(error.text(), Buttons::Ok, Icon::Critical);
+        return false;
+    }
+    m_saved = true;
+    return true;
+}
+
+void frmJobshipAddEdit::cmdOK_Click() {
+    if (save())
+        hideModal();
+}
+
+void frmJobshipAddEdit::cmdOKNew_Click() {
+    if (!save())
+        return;
+    clearFields();
+    etShippedDate->setFocus();
+}
+
+} // namespace jobs

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "jobs/JobDialogs.h"
+#include "platform/controls/DataCombo.h"
+#include "platform/controls/DateField.h"
+#include "platform/controls/TextField.h"
+#include "platform/screen/Form.h"
+
+namespace jobs {
+
+/// Adds or edits a consignment of a job.
+class frmJobshipAddEdit : public screen::Form, public ShippingDialog {
+  public:
+    static constexpr char formName[] = "frmJobshipAddEdit";
+    frmJobshipAddEdit();
+    bool ShowForm(const QString& mode, qint64 jobNo, qint64 jobShipId) override;
+
+  private:
+    void cmdOK_Click();
+    void cmdOKNew_Click();
+    void txtQuantity_LostFocus();
+    bool fillEmployees();
+    bool showShipment();
+    void tellMissing();
+    void clearFields();
+    bool save();
+
+    controls::DateField* etShippedDate;
+    controls::TextField* txtQuantity;
+    controls::ListCombo* cboEmp;
+    QPushButton* cmdOKNewButton;
+    qint64 m_jobNo = 0;
+    qint64 m_jobShipId = 0; ///< 0 for a new one
+    bool m_saved = false;
+};
+
+} // namespace jobs

@@ -1,0 +1,288 @@
+#include "jobs/AssemblyRules.h"
+
+#include "JobShop.h"
+
+#include "core/RecordScreen.h"
+#include "estimating/AssemblyTree.h"
+#include "estimating/routing/Register.h"
+#include "jobs/Screens.h"
+#include "support/Gallery.h"
+
+#include <QElapsedTimer>
+#include <QMouseEvent>
+#include <QTest>
+#include <QTreeWidget>
+
+using jobs::Assembly;
+using jobs::AssemblyNode;
+using jobs::Hanging;
+
+namespace {
+
+QString s(const char16_t* text) {
+    return QString::fromUtf16(text);
+}
+
+/// "number<place" of each record, in the order of showing.
+QStringList places(const Assembly& assembly) {
+    QStringList result;
+    for (const AssemblyNode& node : assembly.nodes())
+        result << QStringLiteral("%1<%2").arg(node.number).arg(node.under);
+    return result;
+}
+
+TEST(AssemblyPlaces, ParentsComeFirstAndStrangersStandUnderTheRoot) {
+    // 2 and 9 belong together, 4 hangs under a record that isn't there, 5 under 4.
+    const Assembly assembly({{9, {}, 0}, {2, {}, 9}, {4, {}, 77}, {5, {}, 4}, {1, {}, 2}});
+    EXPECT_EQ(places(assembly),
+              QStringList({s(u"4<0"), s(u"9<0"), s(u"5<4"), s(u"2<9"), s(u"1<2")}));
+    EXPECT_TRUE(assembly.hasRoot());
+    EXPECT_FALSE(Assembly({{4, {}, 77}}).hasRoot());
+}
+
+TEST(AssemblyPlaces, ALoopIsOpenedAtTheRoot) {
+    const Assembly assembly({{1, {}, 2}, {2, {}, 1}, {3, {}, 3}, {4, {}, 1}});
+    EXPECT_EQ(places(assembly), QStringList({s(u"1<0"), s(u"2<0"), s(u"3<0"), s(u"4<1")}));
+    EXPECT_FALSE(assembly.hasRoot());
+}
+
+TEST(AssemblyPlaces, NothingHangsUnderItselfOrItsOwnParts) {
+    Assembly assembly({{1, {}, 0}, {2, {}, 1}, {3, {}, 2}, {4, {}, 0}});
+    EXPECT_FALSE(assembly.mayHang(1, 1));
+    EXPECT_FALSE(assembly.mayHang(1, 3));
+    EXPECT_FALSE(assembly.mayHang(0, 4));
+    EXPECT_FALSE(assembly.mayHang(1, 99));
+    EXPECT_TRUE(assembly.mayHang(1, 4));
+    EXPECT_TRUE(assembly.mayHang(3, 0));
+    assembly.moved(4, 3);
+    EXPECT_FALSE(assembly.mayHang(1, 4));
+    EXPECT_FALSE(assembly.mayHang(2, 4));
+}
+
+class Assemblies : public JobShop {
+  protected:
+    void SetUp() override {
+        JobShop::SetUp();
+        if (IsSkipped())
+            return;
+        jobs::registerScreens();
+        estimating::registerRoutingDialogs();
+        m_acme = customer(s(u"Acme"));
+        m_other = customer(s(u"Brown"));
+        for (qint64& number : m_jobs)
+            number = job(m_acme, s(u"P%1").arg(&number - m_jobs + 1), 1);
+    }
+    void hangJob(qint64 number, qint64 parent) {
+        database().execute(QStringLiteral("UPDATE Job SET AssemblyJobNo=%1 WHERE JobNo=%2")
+                               .arg(parent)
+                               .arg(number));
+    }
+    qint64 parentOf(qint64 number) const {
+        return rows(QStringLiteral("SELECT AssemblyJobNo FROM Job WHERE JobNo=%1").arg(number))
+            .value(0)
+            .toLongLong();
+    }
+    /// The tree as the user sees it, each level two dots further in.
+    QStringList tree() const {
+        QStringList lines;
+        for (QTreeWidgetItemIterator at(control<QTreeWidget>(s(u"tvwAssembly"))); *at; ++at) {
+            QString line = (*at)->text(0);
+            for (auto* up = (*at)->parent(); up; up = up->parent())
+                line.prepend(s(u".."));
+            lines << line;
+        }
+        return lines;
+    }
+    QTreeWidgetItem* item(const QString& text) const {
+        const auto found = control<QTreeWidget>(s(u"tvwAssembly"))
+                               ->findItems(text, Qt::MatchStartsWith | Qt::MatchRecursive);
+        EXPECT_EQ(found.size(), 1) << text.toStdString();
+        return found.value(0);
+    }
+    QString label(qint64 number) const { return QString::number(number) + s(u"  ("); }
+    void drag(const QString& from, const QString& to) {
+        auto* view = control<QTreeWidget>(s(u"tvwAssembly"));
+        QWidget* port = view->viewport();
+        view->scrollToItem(item(to));
+        const QPoint start = view->visualItemRect(item(from)).center();
+        const QPoint end = view->visualItemRect(item(to)).center();
+        QTest::mousePress(port, Qt::LeftButton, {}, start);
+        for (const QPoint& at : {(start + end) / 2, end}) {
+            QMouseEvent move(QEvent::MouseMove, at, port->mapToGlobal(at), Qt::NoButton,
+                             Qt::LeftButton, Qt::NoModifier);
+            QApplication::sendEvent(port, &move);
+        }
+        QTest::mouseRelease(port, Qt::LeftButton, {}, end);
+        settle();
+    }
+    void onTree(const std::function<void()>& driver) {
+        whenShown(s(u"frmAssemblyInfo"), [this, driver] {
+            driver();
+            press(s(u"cmdClose"));
+        });
+    }
+
+    qint64 m_acme = 0;
+    qint64 m_other = 0;
+    qint64 m_jobs[4] = {};
+};
+
+TEST_P(Assemblies, StoredLoopsAreRefusedEvenThroughRecordsOutOfSight) {
+    const auto& kind = jobs::assemblyKind(s(u"Job"));
+    const auto hang = [&](int number, int parent) {
+        return jobs::hangUnder(database(), kind, m_jobs[number], m_jobs[parent]);
+    };
+    EXPECT_EQ(hang(1, 0), Hanging::Done);
+    EXPECT_EQ(hang(2, 1), Hanging::Done);
+    EXPECT_EQ(hang(0, 2), Hanging::Loop);
+    EXPECT_EQ(hang(0, 0), Hanging::Loop);
+    EXPECT_EQ(parentOf(m_jobs[0]), 0);
+    EXPECT_EQ(jobs::hangUnder(database(), kind, m_jobs[0], 98765), Hanging::Gone);
+    EXPECT_EQ(jobs::hangUnder(database(), kind, 98765, m_jobs[0]), Hanging::Gone);
+    // A broken link and an old loop further up don't hold.
+    hangJob(m_jobs[0], 98765);
+    EXPECT_EQ(hang(3, 2), Hanging::Done);
+    hangJob(m_jobs[0], m_jobs[2]);
+    EXPECT_EQ(hang(3, 1), Hanging::Done);
+    EXPECT_EQ(jobs::hangUnder(database(), kind, m_jobs[0], 0), Hanging::Done);
+    EXPECT_EQ(parentOf(m_jobs[3]), m_jobs[1]);
+}
+
+TEST_P(Assemblies, AJobIsDraggedUnderAnotherAndBack) {
+    const qint64 shipped = job(m_acme, s(u"gone"), 1, true);
+    hangJob(m_jobs[2], m_jobs[1]);
+    auto* screen = dynamic_cast<core::RecordScreen*>(open(s(u"frmJob")));
+    ASSERT_TRUE(screen->goToRecord(m_jobs[0]));
+    onTree([&] {
+        EXPECT_EQ(form().windowTitle(), s(u"Job Assembly Information"));
+        EXPECT_EQ(text(s(u"lblPoOrRfq")), s(u"PO Number"));
+        EXPECT_EQ(text(s(u"lblDescription")), s(u"Job Number  (Part Number)"));
+        EXPECT_EQ(text(s(u"cboCustomer")), s(u"Acme"));
+        EXPECT_EQ(text(s(u"cboPoOrRfq")), s(u"PO-7"));
+        EXPECT_EQ(testsupport::gallery(form()), QStringList());
+        EXPECT_EQ(tree(),
+                  QStringList({s(u"Root"), s(u"..%1  (P1)").arg(m_jobs[0]),
+                               s(u"..%1  (P2)").arg(m_jobs[1]), s(u"....%1  (P3)").arg(m_jobs[2]),
+                               s(u"..%1  (P4)").arg(m_jobs[3])}));
+        EXPECT_EQ(control<QTreeWidget>(s(u"tvwAssembly"))->currentItem(), item(label(m_jobs[0])));
+        drag(label(m_jobs[3]), label(m_jobs[0]));
+        drag(label(m_jobs[1]), label(m_jobs[0]));
+        EXPECT_EQ(parentOf(m_jobs[3]), m_jobs[0]);
+        EXPECT_EQ(tree(), QStringList({s(u"Root"), s(u"..%1  (P1)").arg(m_jobs[0]),
+                                       s(u"....%1  (P2)").arg(m_jobs[1]),
+                                       s(u"......%1  (P3)").arg(m_jobs[2]),
+                                       s(u"....%1  (P4)").arg(m_jobs[3])}));
+        EXPECT_TRUE(item(label(m_jobs[1]))->isExpanded());
+        const QStringList before = tree();
+        drag(label(m_jobs[0]), label(m_jobs[2]));
+        drag(label(m_jobs[0]), label(m_jobs[0]));
+        drag(s(u"Root"), label(m_jobs[2]));
+        EXPECT_EQ(tree(), before);
+        EXPECT_EQ(parentOf(m_jobs[0]), 0);
+        drag(label(m_jobs[2]), s(u"Root"));
+        EXPECT_EQ(parentOf(m_jobs[2]), 0);
+        EXPECT_EQ(item(label(m_jobs[2]))->parent()->text(0), s(u"Root"));
+    });
+    press(s(u"cmdAssembly"));
+    use(screen::Forms::find(s(u"frmJob")));
+    EXPECT_EQ(text(s(u"lblAssembly")), s(u"ASSY"));
+    EXPECT_EQ(parentOf(shipped), 0);
+}
+
+TEST_P(Assemblies, CutAndPasteMoveAndADoubleClickGoesToTheJob) {
+    auto* screen = dynamic_cast<core::RecordScreen*>(open(s(u"frmJob")));
+    ASSERT_TRUE(screen->goToRecord(m_jobs[0]));
+    onTree([&] {
+        auto* view = control<QTreeWidget>(s(u"tvwAssembly"));
+        const auto select = [&](int index) { view->setCurrentItem(item(label(m_jobs[index]))); };
+        EXPECT_FALSE(isEnabled(s(u"cmdPaste")));
+        go(s(u"tvwAssembly"));
+        key(Qt::Key_X, Qt::ControlModifier);
+        EXPECT_TRUE(isEnabled(s(u"cmdPaste")));
+        key(Qt::Key_V, Qt::ControlModifier);
+        EXPECT_EQ(beeps, 1);
+        key(Qt::Key_Down);
+        key(Qt::Key_V, Qt::ControlModifier);
+        EXPECT_EQ(parentOf(m_jobs[0]), m_jobs[1]);
+        EXPECT_FALSE(isEnabled(s(u"cmdPaste")));
+        select(2);
+        press(s(u"cmdCut"));
+        key(Qt::Key_Escape);
+        EXPECT_FALSE(isEnabled(s(u"cmdPaste")));
+        press(s(u"cmdCut"));
+        select(0);
+        press(s(u"cmdPaste"));
+        EXPECT_EQ(parentOf(m_jobs[2]), m_jobs[0]);
+        // Another station was quicker.
+        hangJob(m_jobs[1], m_jobs[3]);
+        expectBox(QStringLiteral("Job No. %1 is already a part of Job No. %2.")
+                      .arg(m_jobs[0])
+                      .arg(m_jobs[3]));
+        drag(label(m_jobs[3]), label(m_jobs[0]));
+        EXPECT_EQ(item(label(m_jobs[1]))->parent(), item(label(m_jobs[3])));
+
+        QTest::mouseDClick(view->viewport(), Qt::LeftButton, {},
+                           view->visualItemRect(item(label(m_jobs[2]))).center());
+        EXPECT_EQ(screen->currentKey(), m_jobs[2]);
+        select(3);
+        key(Qt::Key_Return);
+        EXPECT_EQ(screen->currentKey(), m_jobs[3]);
+    });
+    press(s(u"cmdAssembly"));
+}
+
+TEST_P(Assemblies, CustomerAndOrderChooseWhatIsShown) {
+    database().execute(
+        QStringLiteral("UPDATE Job SET PONo='O''Hara' WHERE JobNo=%1").arg(m_jobs[3]));
+    hangJob(m_jobs[3], m_jobs[0]);
+    job(m_other, s(u"done"), 1, true);
+    dynamic_cast<core::RecordScreen*>(open(s(u"frmJob")))->goToRecord(m_jobs[0]);
+    onTree([&] {
+        EXPECT_EQ(tree().size(), 4);
+        expectBox(s(u"No root found for the Assembly Tree for Acme, PO No. O'Hara"));
+        choose(s(u"cboPoOrRfq"), s(u"O'Hara"));
+        EXPECT_EQ(tree(), QStringList({s(u"Root"), s(u"..%1  (P4)").arg(m_jobs[3])}));
+        choose(s(u"cboPoOrRfq"), s(u"ALL"));
+        EXPECT_EQ(item(label(m_jobs[3]))->parent(), item(label(m_jobs[0])));
+        expectBox(s(u"Cannot find any Job records for Brown"));
+        choose(s(u"cboCustomer"), s(u"Brown"));
+        EXPECT_EQ(text(s(u"cboPoOrRfq")), s(u"ALL"));
+        expectBox(s(u"Cannot find any Job records for Brown, PO No. PO-7"));
+        choose(s(u"cboPoOrRfq"), s(u"PO-7"));
+        EXPECT_EQ(tree(), QStringList());
+    });
+    press(s(u"cmdAssembly"));
+}
+
+TEST_P(Assemblies, EstimatesHaveTheirOwnTreeAndAFewHundredOpenAtOnce) {
+    std::vector<qint64> numbers;
+    jet::Transaction transaction(database());
+    for (int i = 0; i < 500; ++i) {
+        numbers.push_back(insert(s(u"Estimate"), s(u"CustID, RFQNo, PartNo, AssemblyEstno"),
+                                 QStringLiteral("%1,'R-1','E%2',%3")
+                                     .arg(m_acme)
+                                     .arg(i)
+                                     .arg(i < 10 ? 0 : numbers[static_cast<std::size_t>(i / 10)])));
+    }
+    transaction.commit();
+    QElapsedTimer clock;
+    clock.start();
+    onTree([&] {
+        EXPECT_EQ(form().windowTitle(), s(u"Estimate Assembly Information"));
+        EXPECT_EQ(text(s(u"lblPoOrRfq")), s(u"RFQ Number"));
+        EXPECT_EQ(tree().size(), 501);
+        EXPECT_EQ(item(label(numbers[499]))->parent(), item(label(numbers[49])));
+        clock.restart();
+        drag(label(numbers[498]), label(numbers[499]));
+        EXPECT_LT(clock.elapsed(), 500);
+        EXPECT_EQ(rows(QStringLiteral("SELECT AssemblyEstno FROM Estimate WHERE Estno=%1")
+                           .arg(numbers[498])),
+                  QStringList(QString::number(numbers[499])));
+    });
+    screen::Forms::dialog<estimating::AssemblyTree>(s(u"frmAssemblyInfo"))
+        ->showTree(m_acme, s(u"R-1"), numbers[499], s(u"Estimate"));
+}
+
+MIRSA_BOTH_ENGINES(Assemblies);
+
+} // namespace
