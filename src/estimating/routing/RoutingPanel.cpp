@@ -35,17 +35,12 @@ QString money(Currency value) {
     return values::format(value, u"#####0.00##");
 }
 
-std::vector<qint64> numbers(const std::vector<OperRow>& rows) {
-    std::vector<qint64> result;
-    for (const OperRow& row : rows)
-        result.push_back(row.operNo);
-    return result;
-}
-
-std::vector<qint64> numbers(const std::vector<MiscRow>& rows) {
-    std::vector<qint64> result;
-    for (const MiscRow& row : rows)
-        result.push_back(row.itemNo);
+/// A number of every row.
+template <class Row>
+std::vector<qint64> numbers(const std::vector<Row>& rows, qint64 Row::*number) {
+    std::vector<qint64> result(rows.size());
+    std::transform(rows.begin(), rows.end(), result.begin(),
+                   [number](const Row& row) { return row.*number; });
     return result;
 }
 
@@ -312,7 +307,7 @@ void RoutingPanel::insertOperation() {
     if (m_mode == RoutingMode::Browse)
         return;
     auto dialog = screen::Forms::dialog<InsertOperationDialog>(QStringLiteral("frmInsOper"));
-    const auto chosen = dialog->insert(numbers(m_operations));
+    const auto chosen = dialog->insert(numbers(m_operations, &OperRow::operNo));
     if (!chosen)
         return;
     const int rows = static_cast<int>(m_operations.size());
@@ -354,7 +349,7 @@ void RoutingPanel::insertItems() {
     if (m_mode == RoutingMode::Browse)
         return;
     auto dialog = screen::Forms::dialog<InsertItemsDialog>(QStringLiteral("frmInsItem"));
-    const auto chosen = dialog->insert(numbers(m_fixedCosts));
+    const auto chosen = dialog->insert(numbers(m_fixedCosts, &MiscRow::itemNo));
     if (!chosen || chosen->rows.empty())
         return;
     const int place =

@@ -32,6 +32,7 @@ class Currency {
     /// Shortest decimal text with a full stop and no trailing zeros: "12.5", "0", "-3.0001".
     QString toText() const;
 
+    // NOLINTNEXTLINE(modernize-use-nullptr): the linter trips over the default
     friend constexpr auto operator<=>(Currency, Currency) = default;
     Currency operator-() const;
     friend Currency operator+(Currency a, Currency b);
