@@ -1,10 +1,14 @@
 #include "core/Screens.h"
 
 #include "core/frmAbout.h"
+#include "core/frmGroupAddEdit.h"
 #include "core/frmLogin.h"
 #include "core/frmPass.h"
 #include "core/frmSplash.h"
+#include "core/frmSystemSettings.h"
 #include "core/frmTblPopup.h"
+#include "core/frmUserAddEdit.h"
+#include "core/frmUser_Group.h"
 #include "core/reference/ReferenceForms.h"
 #include "platform/screen/Forms.h"
 
@@ -17,6 +21,10 @@ void registerScreens() {
     Forms::add<frmPass>();
     Forms::add<frmAbout>();
     Forms::add<frmTblPopup>();
+    Forms::add<frmUser_Group>();
+    Forms::add<frmUserAddEdit>();
+    Forms::add<frmGroupAddEdit>();
+    Forms::add<frmSystemSettings>();
     registerReferenceScreens();
 }
 

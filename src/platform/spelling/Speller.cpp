@@ -1,5 +1,7 @@
 #include "platform/spelling/Speller.h"
 
+#include "platform/spelling/Options.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
@@ -25,6 +27,11 @@ QStringList dictionaryFolders() {
 }
 
 } // namespace
+
+Options& options() {
+    static Options theOptions;
+    return theOptions;
+}
 
 std::vector<Word> words(const QString& text) {
     std::vector<Word> found;
