@@ -1,0 +1,24 @@
+#pragma once
+
+#include "platform/controls/Grid.h"
+#include "platform/screen/Form.h"
+#include "reporting/ReportDialogs.h"
+
+namespace reporting {
+
+/// Chooses one of the report files that stand in the program folder.
+class frmNewReport : public screen::Form, public NewReportDialog {
+  public:
+    static constexpr char formName[] = "frmNewReport";
+    frmNewReport();
+    void Form_Load() override;
+
+    QString choose() override;
+    void cmdSelect_Click();
+
+  private:
+    controls::ListView* filReport;
+    QString m_chosen;
+};
+
+} // namespace reporting
