@@ -4,6 +4,7 @@
 #include "estimating/Screens.h"
 #include "jobs/Screens.h"
 #include "masters/Screens.h"
+#include "reporting/Screens.h"
 
 namespace app {
 
@@ -12,6 +13,7 @@ void registerAllScreens() {
     masters::registerScreens();
     estimating::registerScreens();
     jobs::registerScreens();
+    reporting::registerScreens();
 }
 
 } // namespace app

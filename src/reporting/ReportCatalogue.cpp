@@ -16,23 +16,31 @@ QString modulePattern(const QString& type) {
 } // namespace
 
 const QStringList& reportTypes() {
-    static const QStringList types = {
-        QStringLiteral("Customer"),        QStringLiteral("Employee"),  QStringLiteral("Estimates"),
-        QStringLiteral("Inventory"),       QStringLiteral("Jobs"),      QStringLiteral("RFQ"),
-        QStringLiteral("Schedule"),        QStringLiteral("Spare Parts"),
-        QStringLiteral("Time Management"), QStringLiteral("Benchline"), QStringLiteral("Vendor")};
+    static const QStringList types = {QStringLiteral("Customer"),
+                                      QStringLiteral("Employee"),
+                                      QStringLiteral("Estimates"),
+                                      QStringLiteral("Inventory"),
+                                      QStringLiteral("Jobs"),
+                                      QStringLiteral("RFQ"),
+                                      QStringLiteral("Schedule"),
+                                      QStringLiteral("Spare Parts"),
+                                      QStringLiteral("Time Management"),
+                                      QStringLiteral("Benchline"),
+                                      QStringLiteral("Vendor")};
     return types;
 }
 
 QString reportsOfType(const QString& type) {
-    return QStringLiteral("SELECT * FROM Reports WHERE Reports.Module LIKE '") + modulePattern(type) + u'\'';
+    return QStringLiteral("SELECT * FROM Reports WHERE Reports.Module LIKE '") +
+           modulePattern(type) + u'\'';
 }
 
 void makeDefault(jet::Database& database, const QString& type, const QString& name) {
     jet::Transaction transaction(database);
     database.execute(QStringLiteral("UPDATE Reports SET Default = False WHERE Module LIKE '") +
                      modulePattern(type) + u'\'');
-    database.execute(QStringLiteral("UPDATE Reports SET Default = True WHERE Name = '") + quoted(name) + u'\'');
+    database.execute(QStringLiteral("UPDATE Reports SET Default = True WHERE Name = '") +
+                     quoted(name) + u'\'');
     transaction.commit();
 }
 
@@ -41,11 +49,13 @@ void removeReport(jet::Database& database, const QString& name) {
 }
 
 bool hasReport(jet::Database& database, const QString& name) {
-    return database.hasRows(QStringLiteral("SELECT Name FROM Reports WHERE Name = '") + quoted(name) + u'\'');
+    return database.hasRows(QStringLiteral("SELECT Name FROM Reports WHERE Name = '") +
+                            quoted(name) + u'\'');
 }
 
 void importReport(jet::Database& database, const ImportedReport& report) {
-    jet::Recordset rows = database.openRecordset(QStringLiteral("SELECT * FROM Reports WHERE Name = ''"));
+    jet::Recordset rows =
+        database.openRecordset(QStringLiteral("SELECT * FROM Reports WHERE Name = ''"));
     rows.addNew();
     rows.set(u"name", report.name);
     rows.set(u"description", report.description);

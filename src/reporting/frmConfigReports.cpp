@@ -28,7 +28,8 @@ frmConfigReports::frmConfigReports()
     screen::Fields fields(head);
     dbcRtype = fields.listCombo(QStringLiteral("dbcRtype"), QStringLiteral("Report &Type"));
 
-    sprReport = screen::named(new controls::Grid(this), QStringLiteral("sprReport"), QStringLiteral("Reports"));
+    sprReport = screen::named(new controls::Grid(this), QStringLiteral("sprReport"),
+                              QStringLiteral("Reports"));
     using Kind = controls::GridColumn::Kind;
     sprReport->setColumns({{QStringLiteral("Name"), 28},
                            {QStringLiteral("Description"), 48},
@@ -39,7 +40,8 @@ frmConfigReports::frmConfigReports()
     outside->addWidget(sprReport, 1);
 
     screen::ButtonBar bar(this, outside);
-    QPushButton* cmdDefault = bar.button(QStringLiteral("cmdDefault"), QStringLiteral("&Set as Default"));
+    QPushButton* cmdDefault =
+        bar.button(QStringLiteral("cmdDefault"), QStringLiteral("&Set as Default"));
     QPushButton* cmdAdd = bar.button(QStringLiteral("cmdAdd"), QStringLiteral("&Import"));
     QPushButton* cmdRemove = bar.button(QStringLiteral("cmdRemove"), QStringLiteral("&Remove"));
     bar.stretch();
@@ -60,8 +62,8 @@ void frmConfigReports::Form_Load() {
 }
 
 void frmConfigReports::dbcRtype_Change() {
-    jet::Recordset rows =
-        core::MainDatabase().openRecordset(reportsOfType(dbcRtype->text()), jet::RecordsetType::Snapshot);
+    jet::Recordset rows = core::MainDatabase().openRecordset(reportsOfType(dbcRtype->text()),
+                                                             jet::RecordsetType::Snapshot);
     std::vector<QStringList> shown;
     for (; !rows.eof(); rows.moveNext()) {
         shown.push_back({rows.text(u"Name"), rows.text(u"Description"), rows.text(u"OEM"),
@@ -78,10 +80,12 @@ QString frmConfigReports::selectedName() const {
 void frmConfigReports::cmdDefault_Click() {
     const QString name = selectedName();
     if (name.isEmpty()) {
-        MsgBox(QStringLiteral("Nothing Selected!."), Buttons::Ok, Icon::Exclamation, QStringLiteral("Error"));
+        MsgBox(QStringLiteral("Nothing Selected!."), Buttons::Ok, Icon::Exclamation,
+               QStringLiteral("Error"));
         return;
     }
-    if (MsgBox(QStringLiteral("Set ") + name + QStringLiteral(" As Default for ") + dbcRtype->text() + u'?',
+    if (MsgBox(QStringLiteral("Set ") + name + QStringLiteral(" As Default for ") +
+                   dbcRtype->text() + u'?',
                Buttons::OkCancel, Icon::Question) != Answer::Ok)
         return;
     makeDefault(core::MainDatabase(), dbcRtype->text(), name);
@@ -100,16 +104,19 @@ void frmConfigReports::cmdRemove_Click() {
                QStringLiteral("Delete Error"));
         return;
     }
-    if (MsgBox(QStringLiteral("Delete This Record?"), Buttons::OkCancel, Icon::Question) != Answer::Ok)
+    if (MsgBox(QStringLiteral("Delete This Record?"), Buttons::OkCancel, Icon::Question) !=
+        Answer::Ok)
         return;
     removeReport(core::MainDatabase(), name);
     dbcRtype_Change();
 }
 
 void frmConfigReports::cmdAdd_Click() {
-    const QString file = screen::Forms::dialog<NewReportDialog>(QStringLiteral("frmNewReport"))->choose();
-    if (!file.isEmpty() && screen::Forms::dialog<ImportReportDialog>(QStringLiteral("frmImportSelected"))
-                               ->import(file, dbcRtype->text()))
+    const QString file =
+        screen::Forms::dialog<NewReportDialog>(QStringLiteral("frmNewReport"))->choose();
+    if (!file.isEmpty() &&
+        screen::Forms::dialog<ImportReportDialog>(QStringLiteral("frmImportSelected"))
+            ->import(file, dbcRtype->text()))
         dbcRtype_Change();
 }
 

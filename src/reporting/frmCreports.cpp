@@ -28,9 +28,11 @@ frmCreports::frmCreports() : Form(QString::fromLatin1(formName), QStringLiteral(
 
 void frmCreports::cmdPrint_Click(int index) {
     if (index == 0)
-        core::launchReportFile(QStringLiteral("bCommands.rpt"), {}, QStringLiteral("Barcode Commands"), this);
+        core::launchReportFile(QStringLiteral("bCommands.rpt"), {},
+                               QStringLiteral("Barcode Commands"), this);
     else
-        core::launchReportFile(QStringLiteral("Employee_ID_Badges.rpt"), {}, QStringLiteral("Employee ID Badges"), this);
+        core::launchReportFile(QStringLiteral("Employee_ID_Badges.rpt"), {},
+                               QStringLiteral("Employee ID Badges"), this);
 }
 
 } // namespace reporting

@@ -54,29 +54,34 @@ bool frmImportSelected::import(const QString& fileName, const QString& type) {
 }
 
 void frmImportSelected::cmdOK_Click() {
-    const ImportedReport wanted{txtName->text().trimmed(), txtDesc->text().trimmed(), cboRtype->text(),
-                                lblRpt->text()};
+    const ImportedReport wanted{txtName->text().trimmed(), txtDesc->text().trimmed(),
+                                cboRtype->text(), lblRpt->text()};
     if (wanted.type.isEmpty()) {
-        complain(QStringLiteral("You must enter a Report Type!"), cboRtype, screen::Icon::Exclamation, errorTitle);
+        complain(QStringLiteral("You must enter a Report Type!"), cboRtype,
+                 screen::Icon::Exclamation, errorTitle);
         return;
     }
     if (wanted.name.isEmpty()) {
-        complain(QStringLiteral("You must enter a Name!"), txtName, screen::Icon::Exclamation, errorTitle);
+        complain(QStringLiteral("You must enter a Name!"), txtName, screen::Icon::Exclamation,
+                 errorTitle);
         return;
     }
     if (wanted.description.isEmpty()) {
-        complain(QStringLiteral("You must enter a Description!"), txtDesc, screen::Icon::Exclamation, errorTitle);
+        complain(QStringLiteral("You must enter a Description!"), txtDesc,
+                 screen::Icon::Exclamation, errorTitle);
         return;
     }
     // Reports go by their name, and a second one of a name would be removed with the first.
     if (hasReport(core::MainDatabase(), wanted.name)) {
-        complain(wanted.name + QStringLiteral(" already exists!"), txtName, screen::Icon::Exclamation, errorTitle);
+        complain(wanted.name + QStringLiteral(" already exists!"), txtName,
+                 screen::Icon::Exclamation, errorTitle);
         return;
     }
     try {
         report::readReportFile(core::programFile(wanted.fileName));
     } catch (const report::ReportError& error) {
-        screen::MsgBox(wanted.fileName + QStringLiteral(" can't be used as a report.\r\n") + error.detail(),
+        screen::MsgBox(wanted.fileName + QStringLiteral(" can't be used as a report.\r\n") +
+                           error.detail(),
                        screen::Buttons::Ok, screen::Icon::Exclamation, errorTitle);
         return;
     }

@@ -29,9 +29,10 @@ frmNewReport::frmNewReport()
 }
 
 void frmNewReport::Form_Load() {
-    const QStringList files = QDir(core::shared().ProgramFolder)
-                                  .entryList({QStringLiteral("*.rpt")}, QDir::Files | QDir::Readable,
-                                             QDir::Name | QDir::IgnoreCase);
+    const QStringList files =
+        QDir(core::shared().ProgramFolder)
+            .entryList({QStringLiteral("*.rpt")}, QDir::Files | QDir::Readable,
+                       QDir::Name | QDir::IgnoreCase);
     for (const QString& file : files)
         filReport->addRow(u'F' + file, {file});
 }

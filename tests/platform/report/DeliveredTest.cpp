@@ -232,6 +232,37 @@ TEST_P(Delivered, customerListHasEveryCustomerOnceInOrder) {
     EXPECT_TRUE(allText(*some).contains(QStringLiteral("%1 customers").arg(between.size())));
 }
 
+TEST_P(Delivered, listsOfVendorsAndEmployeesCountThemAll) {
+    const auto vendors = rows(QStringLiteral("SELECT VendID FROM Vendor")).size();
+    EXPECT_TRUE(allText(*print(QStringLiteral("Vendors.rpt")))
+                    .contains(QStringLiteral("%1 vendors").arg(vendors)));
+    const auto employees = rows(QStringLiteral("SELECT EmpID FROM Employee")).size();
+    EXPECT_TRUE(allText(*print(QStringLiteral("Employees.rpt")))
+                    .contains(QStringLiteral("%1 employees").arg(employees)));
+    EXPECT_TRUE(
+        allText(*print(QStringLiteral("Vendors.rpt"), QStringLiteral("{Vendor.Vendid} = 1")))
+            .contains(QStringLiteral("1 vendors")));
+}
+
+TEST_P(Delivered, badgesAreOfActivePeopleAndCarryTheSecurityCharactersWhenTheseAreOn) {
+    const QStringList active =
+        rows(QStringLiteral("SELECT EmpID FROM Employee WHERE EmpStatus = 'Active'"));
+    ASSERT_GT(active.size(), 1);
+    for (const bool on : {false, true}) {
+        db().execute(
+            QStringLiteral("UPDATE SystemSettings SET SecurityCode = 'K7', Securityon = ") +
+            (on ? QStringLiteral("True") : QStringLiteral("False")));
+        const QString text = allText(*print(QStringLiteral("Employee_ID_Badges.rpt")));
+        EXPECT_EQ(text.count(QStringLiteral("K7")), on ? active.size() : 0)
+            << text.left(400).toStdString();
+        for (const QString& name :
+             rows(QStringLiteral("SELECT lastname FROM Employee WHERE EmpStatus = 'Active'")))
+            EXPECT_TRUE(text.contains(name)) << name.toStdString();
+    }
+    EXPECT_TRUE(
+        allText(*print(QStringLiteral("bCommands.rpt"))).contains(QStringLiteral("SUSPEND")));
+}
+
 TEST_P(Delivered, jobReportAddsUpWhatTheJobCost) {
     const qint64 job =
         db().lookup(QStringLiteral(
