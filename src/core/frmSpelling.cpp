@@ -97,7 +97,7 @@ QString frmSpelling::controlText() const {
 
 bool frmSpelling::showNext() {
     const QString text = controlText();
-    m_word = m_speller.firstWrong(text, m_word.start + m_word.length);
+    m_word = m_speller.firstWrong(text, m_word.start + m_word.length, spelling::options());
     if (m_word.length == 0) {
         screen::MsgBox(QStringLiteral("The spelling check is complete."), screen::Buttons::Ok,
                        screen::Icon::Information, QStringLiteral("Spelling"));
@@ -129,12 +129,20 @@ void frmSpelling::replace(const spelling::Word& word, const QString& with) {
     if (m_line) {
         m_line->setSelection(word.start, word.length);
         m_line->insert(with);
+        // A text that is set anew has nothing to take back.
+        if (!spelling::options().canUndo) {
+            const int place = m_line->cursorPosition();
+            m_line->QLineEdit::setText(m_line->text());
+            m_line->setCursorPosition(place);
+        }
     } else if (m_memo) {
         QTextCursor cursor = m_memo->textCursor();
         cursor.setPosition(word.start);
         cursor.setPosition(word.start + word.length, QTextCursor::KeepAnchor);
         m_memo->setTextCursor(cursor);
         m_memo->insertPlainText(with);
+        if (!spelling::options().canUndo)
+            m_memo->document()->clearUndoRedoStacks();
     }
 }
 
@@ -150,7 +158,7 @@ void frmSpelling::cmdChangeAll_Click() {
     const QString with = txtChange->text();
     // From the end, so that the places in front stay as they are.
     const QString text = controlText();
-    std::vector<spelling::Word> all = spelling::words(text);
+    std::vector<spelling::Word> all = spelling::words(text, spelling::options());
     for (auto word = all.rbegin(); word != all.rend(); ++word) {
         if (word->start >= m_word.start && text.mid(word->start, word->length) == wrong)
             replace(*word, with);

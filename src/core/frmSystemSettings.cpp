@@ -156,12 +156,28 @@ void frmSystemSettings::buildRates(QWidget* page) {
 void frmSystemSettings::buildSecurity(QWidget* page) {
     screen::Fields fields(page);
     chkSec = fields.check(QStringLiteral("chkSec"), QStringLiteral("&Use Security"));
-    const screen::Line one{.limit = 1, .characters = 2};
-    txtSec0 =
-        fields.text(QStringLiteral("txtSec(0)"), QStringLiteral("Security C&haracters:"), one);
-    txtSec1 = fields.text(QStringLiteral("txtSec(1)"), QStringLiteral("Second:"), one);
-    fields.note(QStringLiteral("NOTE: Any time you change the security characters you will need to "
-                               "print new Employee ID Badges!"));
+    const auto character = [&](const QString& name) {
+        auto* box = screen::named(new controls::TextField(page), name);
+        box->setLimit(1);
+        box->setFixedWidth(box->fontMetrics().averageCharWidth() * 2 + 24);
+        return box;
+    };
+    txtSec0 = character(QStringLiteral("txtSec(0)"));
+    txtSec1 = character(QStringLiteral("txtSec(1)"));
+    txtSec0->setAccessibleName(QStringLiteral("First security character"));
+    txtSec1->setAccessibleName(QStringLiteral("Second security character"));
+    auto* pair = new QHBoxLayout;
+    auto* caption = new QLabel(QStringLiteral("Security C&haracters:"), page);
+    caption->setBuddy(txtSec0);
+    pair->addWidget(caption);
+    pair->addWidget(txtSec0);
+    pair->addWidget(txtSec1);
+    pair->addStretch();
+    fields.add(pair);
+    auto* note = fields.note(
+        QStringLiteral("NOTE: Any time you change the security characters you will need to "
+                       "print new Employee ID Badges!"));
+    note->setMinimumWidth(480);
     chkPartsQty = fields.check(QStringLiteral("chkPartsQty"),
                                QStringLiteral("&Prompt for Parts Qty Completed"));
     keepTogether(fields);

@@ -44,4 +44,45 @@ TEST(Speller, TheUsersOwnWordsStayForTheNextRun) {
     EXPECT_FALSE(speller->isRight(QStringLiteral("fixtuer")));
 }
 
+TEST(Speller, TheOptionsSayWhatIsLookedUpAndWhatIsWrong) {
+    QTemporaryDir folder;
+    const auto speller = Speller::open(folder.filePath(QStringLiteral("userdic.txt")));
+    ASSERT_TRUE(speller);
+    const auto wrong = [&](const char* text, const spelling::Options& options) {
+        const QString whole = QString::fromUtf8(text);
+        QStringList found;
+        for (int from = 0;;) {
+            const spelling::Word word = speller->firstWrong(whole, from, options);
+            if (word.length == 0)
+                return found.join(u' ');
+            found << whole.mid(word.start, word.length);
+            from = word.start + word.length;
+        }
+    };
+    using Option = bool spelling::Options::*;
+    struct Case {
+        Option option;
+        const char* text;
+        const char* off;
+        const char* on;
+    };
+    using spelling::Options;
+    const Case cases[] = {
+        {&Options::caseSensitive, "the monday shift", "", "monday"},
+        {&Options::catchDoubleWords, "cut the The bar, the bar", "", "The"},
+        {&Options::catchMixedCaseWords, "STEEL McDonald Bar", "", "McDonald"},
+        {&Options::catchWordsWithDigits, "bar 12qqz 99", "", "12qqz"},
+        {&Options::ignoreAllCapsWords, "QZXV qzxv", "QZXV qzxv", "qzxv"},
+        {&Options::ignoreCapitalizedWords, "Qzxv qzxv QZXV", "Qzxv qzxv QZXV", "qzxv QZXV"},
+        {&Options::ignoreDomainNames, "see qzxv.shop or me@vxzq, qzxv.", "qzxv vxzq qzxv", "qzxv"},
+    };
+    for (const Case& each : cases) {
+        Options options;
+        options.*each.option = false;
+        EXPECT_EQ(wrong(each.text, options), QString::fromUtf8(each.off)) << each.text;
+        options.*each.option = true;
+        EXPECT_EQ(wrong(each.text, options), QString::fromUtf8(each.on)) << each.text;
+    }
+}
+
 } // namespace

@@ -4,15 +4,15 @@ namespace spelling {
 
 /// What counts as wrong, as the user set it for this run of the program.
 struct Options {
-    bool canUndo = true;               ///< each change goes on the text's undo list
-    bool caseSensitive = true;         ///< a name in small letters is wrong
-    bool catchDoubleWords = false;     ///< "the the"
-    bool catchMixedCaseWords = false;  ///< "sTeel"
-    bool catchWordsWithDigits = false; ///< "2nd": a part number is one, too
+    bool canUndo = true;               ///< changes go on the undo list of the text
+    bool caseSensitive = true;         ///< a name written small is wrong
+    bool catchDoubleWords = false;     ///< the second of "the the" is wrong
+    bool catchMixedCaseWords = false;  ///< capitals behind the first letter ("sTeel") are wrong
+    bool catchWordsWithDigits = false; ///< words with letters and digits ("2nd") are looked up
     bool ignoreAllCapsWords = false;
     bool ignoreCapitalizedWords = false;
-    bool ignoreDomainNames = false;  ///< "shop.example.com", "me@shop.example"
-    bool ignoreNonAlphaWords = true; ///< words that hold anything but letters and apostrophes
+    bool ignoreDomainNames = true;   ///< "shop.example", "me@shop.example", "http://shop"
+    bool ignoreNonAlphaWords = true; ///< words without a letter ("2026") are not looked up
 };
 
 /// The options of this run.

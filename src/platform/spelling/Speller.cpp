@@ -1,7 +1,5 @@
 #include "platform/spelling/Speller.h"
 
-#include "platform/spelling/Options.h"
-
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
@@ -15,6 +13,24 @@ namespace {
 
 bool isInside(QChar character) {
     return character == QLatin1Char('\'') || character == QChar(0x2019);
+}
+
+/// Whether the stretch between blanks around a place reads as an address on a network.
+bool isInDomainName(const QString& text, int place) {
+    int start = place;
+    while (start > 0 && !text[start - 1].isSpace())
+        --start;
+    int end = place;
+    while (end < text.size() && !text[end].isSpace())
+        ++end;
+    const QStringView stretch = QStringView(text).mid(start, end - start);
+    if (stretch.contains(u'@') || stretch.contains(QStringLiteral("://")))
+        return true;
+    for (qsizetype i = 1; i + 1 < stretch.size(); ++i) {
+        if (stretch[i] == u'.' && stretch[i - 1].isLetterOrNumber() && stretch[i + 1].isLetter())
+            return true;
+    }
+    return false;
 }
 
 QStringList dictionaryFolders() {
@@ -33,7 +49,7 @@ Options& options() {
     return theOptions;
 }
 
-std::vector<Word> words(const QString& text) {
+std::vector<Word> words(const QString& text, const Options& options) {
     std::vector<Word> found;
     const int end = static_cast<int>(text.size());
     for (int i = 0; i < end;) {
@@ -43,12 +59,16 @@ std::vector<Word> words(const QString& text) {
         }
         const int start = i;
         bool digits = false;
+        bool letters = false;
         while (i < end && (text[i].isLetterOrNumber() || text[i].isMark() ||
                            (isInside(text[i]) && i + 1 < end && text[i + 1].isLetter()))) {
             digits |= text[i].isDigit();
+            letters |= text[i].isLetter();
             ++i;
         }
-        if (!digits && i - start > 1)
+        const bool counts =
+            !letters ? !options.ignoreNonAlphaWords : !digits || options.catchWordsWithDigits;
+        if (counts && i - start > 1 && !(options.ignoreDomainNames && isInDomainName(text, start)))
             found.push_back({start, i - start});
     }
     return found;
@@ -127,10 +147,34 @@ bool Speller::add(const QString& word) {
            own.write(word.toUtf8() + '\n') == word.toUtf8().size() + 1;
 }
 
-Word Speller::firstWrong(const QString& text, int from) const {
-    for (const Word& word : words(text)) {
-        if (word.start >= from && !isRight(text.mid(word.start, word.length)))
+bool Speller::isRight(const QString& word, const Options& options) const {
+    const bool allCaps = word == word.toUpper();
+    const bool capitalsInside = word.mid(1) != word.mid(1).toLower();
+    if ((options.ignoreAllCapsWords && allCaps) ||
+        (options.ignoreCapitalizedWords && word[0].isUpper() && !capitalsInside))
+        return true;
+    if (options.catchMixedCaseWords && !allCaps && capitalsInside)
+        return m_right.count(word.toCaseFolded()) > 0;
+    if (isRight(word))
+        return true;
+    const QString small = word.toLower();
+    return !options.caseSensitive &&
+           (isRight(small) || isRight(small.at(0).toUpper() + small.mid(1)) ||
+            isRight(word.toUpper()));
+}
+
+Word Speller::firstWrong(const QString& text, int from, const Options& options) const {
+    Word before;
+    for (const Word& word : words(text, options)) {
+        const QString letters = text.mid(word.start, word.length);
+        const int end = before.start + before.length;
+        const bool twice =
+            options.catchDoubleWords && before.length > 0 &&
+            text.mid(end, word.start - end).trimmed().isEmpty() &&
+            letters.compare(text.mid(before.start, before.length), Qt::CaseInsensitive) == 0;
+        if (word.start >= from && (twice || !isRight(letters, options)))
             return word;
+        before = word;
     }
     return {};
 }

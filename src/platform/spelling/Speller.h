@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/spelling/Options.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -17,9 +19,9 @@ struct Word {
     int length = 0;
 };
 
-/// The words of a text: letters, with apostrophes inside. What holds a digit (part numbers,
-/// measures) and single letters are no words.
-std::vector<Word> words(const QString& text);
+/// The words of a text: letters, with apostrophes inside. Single letters are no words, and what
+/// holds a digit (part numbers, measures) or belongs to a domain name is one by the options only.
+std::vector<Word> words(const QString& text, const Options& options = {});
 
 /// Tells right words from wrong ones by the dictionary of a language and by the user's own words.
 class Speller {
@@ -40,11 +42,13 @@ class Speller {
     /// for the life of the program.
     bool add(const QString& word);
 
-    /// The first wrong word at or behind a place; its length is 0 if there is none.
-    Word firstWrong(const QString& text, int from = 0) const;
+    /// The first word at or behind a place that is wrong by the options; its length is 0 if there
+    /// is none.
+    Word firstWrong(const QString& text, int from = 0, const Options& options = {}) const;
 
   private:
     Speller(const QString& base, const QString& ownWords);
+    bool isRight(const QString& word, const Options& options) const;
     std::string encoded(const QString& word) const;
     QString decoded(const std::string& word) const;
 
