@@ -168,6 +168,7 @@ frmJob::frmJob() : RoutedModule(describe()) {
     bottom->addWidget(figuresPane());
     bottom->addStretch();
     bottom->addWidget(buttonPane());
+    orderTabs(txtJobNotes);
     wire();
 }
 

@@ -6,6 +6,9 @@
 #include "support/DatabaseFixture.h"
 #include "support/ScreenFixture.h"
 
+#include <QApplication>
+#include <QRadioButton>
+
 namespace {
 
 /// Every screen of the program, opened on the sample shop.
@@ -51,5 +54,34 @@ TEST_F(GalleryTest, EveryScreenOpensWithNothingClippedAndEverythingNamed) {
         complaints.removeAll(QStringLiteral("mnemonic: n on cmdNew and cmdClose"));
         EXPECT_TRUE(complaints.isEmpty()) << complaints.join(u'\n').toStdString();
         form->hide();
+    }
+}
+
+TEST_F(GalleryTest, TabReachesEveryControlOfAModuleAndComesRound) {
+    for (const char* name : {"frmCustomer", "frmVendor", "frmEmployee", "frmOperation",
+                             "frmMiscItems", "frmEstimate", "frmJob", "frmUnitOfMeasure"}) {
+        SCOPED_TRACE(name);
+        open(QString::fromLatin1(name));
+        QStringList wanted;
+        const auto widgets = form().findChildren<QWidget*>();
+        for (const QWidget* widget : widgets) {
+            const auto* option = qobject_cast<const QRadioButton*>(widget);
+            if (widget->isVisible() && widget->isEnabled() &&
+                (widget->focusPolicy() & Qt::TabFocus) != 0 && !widget->objectName().isEmpty() &&
+                !widget->objectName().startsWith(u"qt_") && !widget->focusProxy() &&
+                (!option || option->isChecked()))
+                wanted += widget->objectName();
+        }
+        EXPECT_GT(wanted.size(), 4);
+        QStringList reached;
+        for (int i = 0; i < 200; ++i) {
+            key(Qt::Key_Tab);
+            for (const QWidget* at = QApplication::focusWidget(); at && at != &form();
+                 at = at->parentWidget())
+                reached += at->objectName();
+        }
+        for (const QString& control : std::as_const(wanted))
+            EXPECT_TRUE(reached.contains(control)) << control.toStdString() << " isn't reached";
+        press(QStringLiteral("cmdClose"));
     }
 }

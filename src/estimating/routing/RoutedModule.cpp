@@ -65,6 +65,15 @@ QWidget* RoutedModule::makeButtonPane(const std::vector<std::vector<ModuleButton
     return pane;
 }
 
+void RoutedModule::orderTabs(QWidget* before) {
+    for (const auto* name : {u"sprOper", u"cmdOper(0)", u"cmdOper(1)", u"cmdOperRate(0)",
+                             u"cmdOperRate(1)", u"sprMisc", u"cmdMisc(0)", u"cmdMisc(1)"}) {
+        auto* next = control<QWidget>(QString::fromUtf16(name));
+        setTabOrder(before, next);
+        before = next;
+    }
+}
+
 void RoutedModule::wireCustomer() {
     const auto taken = [this] { lblCustID->setText(dbcCustomer->boundText()); };
     on(dbcCustomer->chosen, taken);

@@ -26,6 +26,8 @@ class RoutedModule : public masters::RecordModule {
     /// The frames fraBrowse, with columns of buttons, and fraEdit, with Save and Cancel: the mode
     /// shows one of them.
     QWidget* makeButtonPane(const std::vector<std::vector<masters::ModuleButton>>& browseColumns);
+    /// Puts the routing panel's controls behind `before` in the order of Tab.
+    void orderTabs(QWidget* before);
     /// The number follows the customer that is chosen or typed.
     void wireCustomer();
 

@@ -331,6 +331,22 @@ void Form::becomeActive() {
     guarded([this] { Form_Activate(); });
 }
 
+bool Form::focusNextPrevChild(bool next) {
+    QWidget* start = QApplication::focusWidget();
+    if (!start || !isAncestorOf(start))
+        start = this;
+    QWidget* at = start;
+    do {
+        at = next ? at->nextInFocusChain() : at->previousInFocusChain();
+        if (isAncestorOf(at) && at->isVisible() && at->isEnabled() && !at->focusProxy() &&
+            (at->focusPolicy() & Qt::TabFocus) == Qt::TabFocus) {
+            at->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+            return true;
+        }
+    } while (at != start);
+    return false;
+}
+
 void Form::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
     if (event->type() == QEvent::ActivationChange && isWindow() && isActiveWindow() &&
