@@ -21,7 +21,6 @@ namespace jobs {
 
 using estimating::jobRouting;
 using estimating::NoteStaging;
-using estimating::RoutingMode;
 using screen::Buttons;
 using screen::Forms;
 using screen::Icon;

@@ -12,7 +12,7 @@ QString serverOfFolder(const QString& folder) {
     if (!file.open(QIODevice::ReadOnly))
         throw Error(errors::cannotOpenFile,
                     QStringLiteral("Could not read file '%1'.").arg(file.fileName()));
-    const QString uri = QString::fromUtf8(file.readLine()).trimmed();
+    QString uri = QString::fromUtf8(file.readLine()).trimmed();
     if (!isServerUri(uri))
         throw Error(
             errors::connectionFailed,

@@ -279,7 +279,7 @@ Value RecordsetData::bookmark() {
     needCurrent();
     if (m_kind == Kind::Whole)
         return m_position;
-    const Value key = keyAt(m_position);
+    Value key = keyAt(m_position);
     if (m_kind == Kind::Keyed)
         return key;
     int before = 0;
