@@ -1,0 +1,150 @@
+#include "platform/controls/TimeField.h"
+
+#include "platform/controls/EntryRule.h"
+#include "platform/controls/Look.h"
+#include "platform/values/Format.h"
+
+#include <QFocusEvent>
+#include <QKeyEvent>
+#include <QRegularExpression>
+
+namespace controls {
+
+namespace {
+
+QDateTime momentOf(const QTime& time) {
+    return {QDate(1899, 12, 30), time, Qt::UTC};
+}
+
+} // namespace
+
+TimeField::TimeField(QWidget* parent) : QLineEdit(parent) {
+    setPlaceholderText(QStringLiteral("h:mm AM"));
+    setMaxLength(11);
+    connect(this, &QLineEdit::textEdited, this, [this] { takeText(); });
+}
+
+std::optional<QTime> TimeField::timeFromText(const QString& text) {
+    static const QRegularExpression form(
+        QStringLiteral("^(\\d{1,2})(?::?(\\d{2})(?::?(\\d{2}))?)?\\s*(?:([ap])m?)?$"),
+        QRegularExpression::CaseInsensitiveOption);
+    const auto match = form.match(text.trimmed());
+    if (!match.hasMatch())
+        return {};
+    int hour = match.captured(1).toInt();
+    const QString marker = match.captured(4).toUpper();
+    if (!marker.isEmpty()) {
+        if (hour < 1 || hour > 12)
+            return {};
+        hour = hour % 12 + (marker == u"P" ? 12 : 0);
+    }
+    const QTime time(hour, match.captured(2).toInt(), match.captured(3).toInt());
+    return time.isValid() ? std::optional(time) : std::nullopt;
+}
+
+void TimeField::setTime(const std::optional<QTime>& time) {
+    m_time = time && time->isValid() ? time : std::nullopt;
+    QLineEdit::setText(text());
+    setCursorPosition(0);
+    mark();
+    tellChange();
+}
+
+bool TimeField::isValid() const {
+    return m_time || QLineEdit::text().trimmed().isEmpty();
+}
+
+QString TimeField::text() const {
+    if (!m_time)
+        return {};
+    return values::format(momentOf(*m_time),
+                          m_time->second() != 0 ? u"hh:nn:ss AM/PM" : u"hh:nn AM/PM");
+}
+
+void TimeField::setText(const QString& text) {
+    const auto time = timeFromText(text);
+    if (time || text.trimmed().isEmpty()) {
+        setTime(time);
+        return;
+    }
+    QLineEdit::setText(text);
+    takeText();
+}
+
+jet::Value TimeField::value() const {
+    return m_time ? jet::Value(momentOf(*m_time)) : jet::Value();
+}
+
+void TimeField::setValue(const jet::Value& value) {
+    const auto moment = value.toDateTime();
+    if (moment || value.isNull())
+        setTime(moment ? std::optional(moment->time()) : std::nullopt);
+    else
+        setText(value.toText());
+}
+
+void TimeField::setLocked(bool locked) {
+    setReadOnly(locked);
+    showLocked(this, locked);
+}
+
+void TimeField::takeText() {
+    m_time = timeFromText(QLineEdit::text());
+    mark();
+    tellChange();
+}
+
+void TimeField::mark() {
+    // While somebody is still typing, half a time is no mistake.
+    const bool wrong = !isValid() && !m_editing;
+    setTextColour(this, wrong ? redText(palette()) : QColor());
+    setToolTip(wrong ? QStringLiteral("This isn't a time.") : QString());
+    setAccessibleDescription(toolTip());
+}
+
+void TimeField::tellChange() {
+    if (text() == m_told)
+        return;
+    m_told = text();
+    changed();
+}
+
+void TimeField::focusInEvent(QFocusEvent* event) {
+    QLineEdit::focusInEvent(event);
+    if (isPassing(this, event))
+        return;
+    m_editing = true;
+    m_atEntry = m_time;
+    mark();
+    if (event->reason() != Qt::MouseFocusReason)
+        selectAll();
+    entered();
+}
+
+void TimeField::focusOutEvent(QFocusEvent* event) {
+    QLineEdit::focusOutEvent(event);
+    if (isPassing(this, event))
+        return;
+    m_editing = false;
+    if (isValid())
+        QLineEdit::setText(text());
+    mark();
+    left();
+}
+
+void TimeField::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape && !isReadOnly() && (m_time != m_atEntry || !isValid())) {
+        setTime(m_atEntry);
+        selectAll();
+        return;
+    }
+    const QChar typed = typedCharacter(event);
+    const bool fits =
+        typed.isNull() || typed.isDigit() || QStringLiteral(": aApPmM").contains(typed);
+    if (isReadOnly() || fits)
+        QLineEdit::keyPressEvent(event);
+    else
+        event->accept();
+}
+
+} // namespace controls

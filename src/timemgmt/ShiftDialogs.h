@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QString>
+
+namespace timemgmt {
+
+/// What "frmShiftsAddEdit" offers.
+class ShiftDialog {
+  public:
+    virtual ~ShiftDialog() = default;
+    /// `mode` "New", or "Edit" of the shift; whether something was saved.
+    virtual bool ShowForm(const QString& mode, qint64 shiftId) = 0;
+};
+
+/// What "frmShiftsTimer" offers.
+class ShiftTimerDialog {
+  public:
+    virtual ~ShiftTimerDialog() = default;
+    /// `readOnly`: the times can only be looked at.
+    virtual void ShowForm(qint64 shiftId, bool readOnly) = 0;
+};
+
+} // namespace timemgmt

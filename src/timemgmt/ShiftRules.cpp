@@ -1,0 +1,139 @@
+#include "timemgmt/ShiftRules.h"
+
+#include "platform/values/Numbers.h"
+#include "platform/values/Text.h"
+
+#include <QFile>
+
+#ifdef Q_OS_UNIX
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+#endif
+
+namespace timemgmt {
+
+using values::quoted;
+
+namespace {
+
+/// Here an open file can be deleted, so it takes a lock to show that somebody has it.
+bool isHeld(const QString& file) {
+#ifdef Q_OS_UNIX
+    const int handle = ::open(QFile::encodeName(file).constData(), O_RDONLY | O_CLOEXEC);
+    if (handle < 0)
+        return QFile::exists(file);
+    struct flock range = {};
+    range.l_type = F_WRLCK;
+    range.l_whence = SEEK_SET;
+    const bool record = ::fcntl(handle, F_GETLK, &range) == 0 && range.l_type != F_UNLCK;
+    const bool whole = ::flock(handle, LOCK_EX | LOCK_NB) != 0;
+    ::close(handle);
+    return record || whole;
+#else
+    Q_UNUSED(file)
+    return false;
+#endif
+}
+
+QString timeLiteral(const QString& time) {
+    return time.isEmpty() ? QStringLiteral("NULL")
+                          : QStringLiteral("#") + time + QStringLiteral("#");
+}
+
+} // namespace
+
+bool canChangeShifts(const QString& markerFile) {
+    if (!QFile::exists(markerFile))
+        return true;
+    return !isHeld(markerFile) && QFile::remove(markerFile);
+}
+
+bool isShiftSignedIn(jet::Database& database, qint64 shiftId) {
+    return database.hasRows(QStringLiteral("SELECT * FROM employee WHERE shiftsid=") +
+                            QString::number(shiftId) + QStringLiteral(" AND signedin<>0"));
+}
+
+bool isShiftInUse(jet::Database& database, qint64 shiftId) {
+    return database.hasRows(QStringLiteral("SELECT * FROM employee WHERE shiftsid=") +
+                            QString::number(shiftId));
+}
+
+bool IsValidTimeSeries(const QStringList& series) {
+    if (series.isEmpty())
+        return true;
+    const QString& first = series.first();
+    const QString& last = series.last();
+    QString previous = first;
+    bool wrapped = false, justWrapped = false;
+    for (const QString& t : series) {
+        if (!wrapped && t < previous)
+            wrapped = justWrapped = true;
+        if (wrapped) {
+            if (justWrapped)
+                justWrapped = false;
+            else if (t < previous)
+                return false;
+            if (t > last || t > first)
+                return false;
+        }
+        previous = t;
+    }
+    return true;
+}
+
+bool isTimerTime(const QString& text) {
+    const QString marker = text.right(2);
+    const double hour = values::val(text.left(2));
+    // From the colon on, so that these are never minutes too many.
+    const double minutes = values::val(text.mid(2, 2));
+    return (marker == u"PM" || marker == u"AM") && hour >= 1 && hour <= 12 && minutes < 60;
+}
+
+void deleteShift(jet::Database& database, qint64 shiftId) {
+    const QString id = QString::number(shiftId);
+    jet::Transaction transaction(database);
+    database.execute(QStringLiteral("DELETE FROM shiftstimer WHERE shiftsid=") + id);
+    database.execute(QStringLiteral("DELETE FROM shifts WHERE id=") + id);
+    transaction.commit();
+}
+
+void addShift(jet::Database& database, const Shift& shift) {
+    database.execute(
+        QStringLiteral("INSERT INTO shifts (description, earliestsignin, latestsignout) VALUES('") +
+        quoted(shift.description) + QStringLiteral("', ") + timeLiteral(shift.earliest) +
+        QStringLiteral(",") + timeLiteral(shift.latest) + QStringLiteral(")"));
+}
+
+void changeShift(jet::Database& database, qint64 shiftId, const Shift& shift, bool resetTimer) {
+    const QString id = QString::number(shiftId);
+    jet::Transaction transaction(database);
+    database.execute(QStringLiteral("UPDATE shifts SET description='") + quoted(shift.description) +
+                     QStringLiteral("', earliestsignin=") + timeLiteral(shift.earliest) +
+                     QStringLiteral(", latestsignout=") + timeLiteral(shift.latest) +
+                     QStringLiteral(" WHERE id=") + id);
+    if (resetTimer)
+        database.execute(QStringLiteral("DELETE FROM shiftstimer WHERE shiftsid=") + id);
+    transaction.commit();
+}
+
+void saveTimer(jet::Database& database, qint64 shiftId, const QStringList& suspend,
+               const QStringList& signOut) {
+    const QString id = QString::number(shiftId);
+    jet::Transaction transaction(database);
+    database.execute(QStringLiteral("DELETE FROM shiftstimer WHERE shiftsid=") + id);
+    const auto insert = [&](const QStringList& times, const QString& type) {
+        for (const QString& time : times) {
+            if (!time.isEmpty())
+                database.execute(
+                    QStringLiteral("INSERT INTO shiftstimer (shiftsid, runtime, runtype) VALUES(") +
+                    id + QStringLiteral(",'") + quoted(time) + QStringLiteral("','") + type +
+                    QStringLiteral("')"));
+        }
+    };
+    insert(suspend, QStringLiteral("Suspend"));
+    insert(signOut, QStringLiteral("Signout"));
+    transaction.commit();
+}
+
+} // namespace timemgmt

@@ -1,0 +1,138 @@
+#include "timemgmt/frmShiftsAddEdit.h"
+
+#include "core/MirsaMain.h"
+#include "core/RecordScreen.h"
+#include "platform/screen/Layout.h"
+#include "platform/screen/MsgBox.h"
+#include "platform/values/Text.h"
+#include "timemgmt/ShiftRules.h"
+
+#include <QVBoxLayout>
+
+namespace timemgmt {
+
+frmShiftsAddEdit::frmShiftsAddEdit()
+    : Form(QString::fromLatin1(formName), QStringLiteral("New Shift")) {
+    auto* outside = new QVBoxLayout(this);
+    auto* body = new QWidget(this);
+    outside->addWidget(body);
+    screen::Fields fields(body);
+    txtDescription = fields.text(QStringLiteral("txtDescription"), QStringLiteral("D&escription:"),
+                                 {.limit = core::MainDatabase().width(u"Shifts", u"Description"),
+                                  .filter = values::keys::description(),
+                                  .characters = 36});
+    fields.nextRow();
+    fpEarliestSI = new controls::TimeField(body);
+    fields.add(fpEarliestSI, QStringLiteral("fpEarliestSI"),
+               QStringLiteral("Earliest &Sign-In Time:"));
+    fields.nextRow();
+    fpLatestSO = new controls::TimeField(body);
+    fields.add(fpLatestSO, QStringLiteral("fpLatestSO"), QStringLiteral("&Latest Sign-In Time:"));
+    outside->addStretch();
+
+    screen::ButtonBar bar(this, outside);
+    bar.stretch();
+    QPushButton* cmdOK = bar.button(QStringLiteral("cmdOK"), QStringLiteral("&OK"));
+    cmdOKNewButton = bar.button(QStringLiteral("cmdOKNew"), QStringLiteral("OK and &New"));
+    QPushButton* cmdCancel = bar.button(QStringLiteral("cmdCancel"), QStringLiteral("Cancel"));
+    setDefaultButton(cmdOK);
+    setCancelButton(cmdCancel);
+    on(cmdOK, &frmShiftsAddEdit::cmdOK_Click);
+    on(cmdOKNewButton, &frmShiftsAddEdit::cmdOKNew_Click);
+    on(cmdCancel, [this] { hideModal(); });
+    on(fpEarliestSI->changed, &frmShiftsAddEdit::rangeChanged);
+    on(fpLatestSO->changed, &frmShiftsAddEdit::rangeChanged);
+}
+
+bool frmShiftsAddEdit::ShowForm(const QString& mode, qint64 shiftId) {
+    if (mode == u"Edit") {
+        m_shiftId = shiftId;
+        setWindowTitle(QStringLiteral("Edit Shift"));
+        cmdOKNewButton->setEnabled(false);
+        jet::Database& database = core::MainDatabase();
+        const QString id = QString::number(shiftId);
+        const jet::Recordset shift = database.openRecordset(
+            QStringLiteral("SELECT * FROM shifts WHERE id=") + id, jet::RecordsetType::Snapshot);
+        if (shift.isEmpty()) {
+            screen::MsgBox(
+                id + QStringLiteral(" item no. not found! Shifts table may need to be fixed!"),
+                screen::Buttons::Ok, screen::Icon::Critical);
+            return false;
+        }
+        m_loading = true;
+        txtDescription->setText(shift.text(u"Description"));
+        fpEarliestSI->setValue(shift[u"EarliestSignIn"]);
+        fpLatestSO->setValue(shift[u"LatestSignOut"]);
+        m_loading = false;
+        m_hasTimer =
+            database.hasRows(QStringLiteral("SELECT * FROM shiftstimer WHERE shiftsid=") + id);
+    }
+    txtDescription->setFocus();
+    showModal();
+    return m_saved;
+}
+
+void frmShiftsAddEdit::rangeChanged() {
+    if (m_loading || !m_hasTimer)
+        return;
+    m_resetTimer = true;
+    screen::MsgBox(QStringLiteral("Note that the AutoMirsa Suspend and Sign-Out Times for this "
+                                  "Shift will be reset. You will have to enter the new times based "
+                                  "on the new Earliest and Latest Sign-In Time Range."),
+                   screen::Buttons::Ok, screen::Icon::Information);
+}
+
+bool frmShiftsAddEdit::validate() {
+    const QString description = txtDescription->text();
+    if (description.trimmed().isEmpty()) {
+        complain(QStringLiteral("Description may not be blank!"), txtDescription);
+        return false;
+    }
+    QString same = QStringLiteral("SELECT * FROM shifts WHERE description='") +
+                   values::quoted(description) + QStringLiteral("'");
+    if (m_shiftId != 0)
+        same += QStringLiteral(" AND id<>") + QString::number(m_shiftId);
+    if (core::MainDatabase().hasRows(same)) {
+        complain(description + QStringLiteral(" already exists!"), txtDescription);
+        return false;
+    }
+    for (controls::TimeField* field : {fpEarliestSI, fpLatestSO}) {
+        if (!field->isValid()) {
+            complain(QStringLiteral("This isn't a time."), field);
+            return false;
+        }
+    }
+    if (fpEarliestSI->text() == fpLatestSO->text()) {
+        complain(QStringLiteral("Earliest Sign-In Time may not be equal to Latest Sign-Out Time!"),
+                 fpEarliestSI);
+        return false;
+    }
+    return true;
+}
+
+bool frmShiftsAddEdit::save() {
+    if (!validate())
+        return false;
+    const Shift shift{txtDescription->text(), fpEarliestSI->text(), fpLatestSO->text()};
+    if (m_shiftId == 0)
+        addShift(core::MainDatabase(), shift);
+    else
+        changeShift(core::MainDatabase(), m_shiftId, shift, m_resetTimer);
+    m_saved = true;
+    core::refreshNeighbours({QStringLiteral("frmEmployee")}, QStringLiteral("Shifts"));
+    return true;
+}
+
+void frmShiftsAddEdit::cmdOK_Click() {
+    if (save())
+        hideModal();
+}
+
+void frmShiftsAddEdit::cmdOKNew_Click() {
+    if (!save())
+        return;
+    txtDescription->setText(QString());
+    txtDescription->setFocus();
+}
+
+} // namespace timemgmt

@@ -1,0 +1,166 @@
+#include "timemgmt/ShiftRules.h"
+
+#include "support/DatabaseFixture.h"
+
+#include <QFile>
+
+#include <algorithm>
+#include <array>
+#include <fcntl.h>
+#include <random>
+#include <sys/file.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+using namespace timemgmt;
+
+namespace {
+
+QString clock(int hour) {
+    return QStringLiteral("%1:00:00").arg(hour, 2, 10, QLatin1Char('0'));
+}
+
+/// By the places where the times drop: none, or one after which nothing passes either end.
+bool expectedValid(const std::vector<int>& hours) {
+    std::vector<size_t> drops;
+    for (size_t i = 1; i < hours.size(); ++i) {
+        if (hours[i] < hours[i - 1])
+            drops.push_back(i);
+    }
+    if (drops.empty())
+        return true;
+    if (drops.size() > 1)
+        return false;
+    const int highest = *std::max_element(hours.begin() + static_cast<long>(drops[0]), hours.end());
+    return highest <= hours.back() && highest <= hours.front();
+}
+
+} // namespace
+
+TEST(TimeSeries, AgreesWithTheDropsInRandomSeries) {
+    std::mt19937 random(53); // NOLINT(cert-msc51-cpp): the same series each time
+    int valid = 0;
+    for (int n = 0; n < 100000; ++n) {
+        std::vector<int> hours(2 + random() % 5);
+        QStringList series;
+        for (int& hour : hours) {
+            hour = static_cast<int>(random() % 8) * 3;
+            series << clock(hour);
+        }
+        ASSERT_EQ(IsValidTimeSeries(series), expectedValid(hours))
+            << series.join(u' ').toStdString();
+        valid += expectedValid(hours) ? 1 : 0;
+    }
+    EXPECT_GT(valid, 10000);
+    EXPECT_LT(valid, 90000);
+}
+
+TEST(TimeSeries, NightAndDayShifts) {
+    const auto series = [](std::initializer_list<int> hours) {
+        QStringList texts;
+        for (const int hour : hours)
+            texts << clock(hour);
+        return IsValidTimeSeries(texts);
+    };
+    EXPECT_TRUE(series({22, 23, 2, 6}));
+    EXPECT_FALSE(series({22, 2, 23, 6}));
+    EXPECT_FALSE(series({7, 6, 15}));
+    EXPECT_TRUE(series({7, 7, 15, 15}));
+    EXPECT_TRUE(series({22, 22, 6, 6}));
+}
+
+TEST(TimerTime, HourAndMarkerDecide) {
+    for (const char* good : {"12:59 PM", "01:00 AM", "07:75 AM", "1:30 PM"})
+        EXPECT_TRUE(isTimerTime(QString::fromLatin1(good))) << good;
+    for (const char* bad : {"13:00 PM", "00:30 AM", "07:00", "", "07:00 am"})
+        EXPECT_FALSE(isTimerTime(QString::fromLatin1(bad))) << bad;
+}
+
+/// The lock has to be another process's: one's own record locks never stand in one's own way.
+class Marker : public ::testing::TestWithParam<bool> {};
+
+TEST_P(Marker, HoldsChangesUpWhileTheCompanionHasItLocked) {
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("AutoMirsaOn.txt"));
+    EXPECT_TRUE(canChangeShifts(path));
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.close();
+    const QByteArray name = QFile::encodeName(path);
+    std::array<int, 2> ready{}, end{};
+    ASSERT_EQ(::pipe(ready.data()) + ::pipe(end.data()), 0);
+    const pid_t companion = ::fork();
+    if (companion == 0) {
+        ::close(end[1]);
+        const int handle = ::open(name.constData(), O_RDWR);
+        struct flock range = {};
+        range.l_type = F_WRLCK;
+        range.l_whence = SEEK_SET;
+        char byte = GetParam() ? (::flock(handle, LOCK_EX) == 0 ? 'y' : 'n')
+                               : (::fcntl(handle, F_SETLK, &range) == 0 ? 'y' : 'n');
+        (void)!::write(ready[1], &byte, 1);
+        (void)!::read(end[0], &byte, 1);
+        ::_exit(0);
+    }
+    char byte = 'n';
+    ASSERT_EQ(::read(ready[0], &byte, 1), 1);
+    EXPECT_EQ(byte, 'y');
+    EXPECT_FALSE(canChangeShifts(path));
+    EXPECT_TRUE(QFile::exists(path));
+    ::close(end[1]);
+    int status = 0;
+    ASSERT_EQ(::waitpid(companion, &status, 0), companion);
+    EXPECT_TRUE(canChangeShifts(path));
+    EXPECT_FALSE(QFile::exists(path)) << "what a crashed companion left goes";
+    for (const int handle : {ready[0], ready[1], end[0]})
+        ::close(handle);
+}
+
+INSTANTIATE_TEST_SUITE_P(Locks, Marker, ::testing::Bool(),
+                         [](const auto& which) { return which.param ? "WholeFile" : "Record"; });
+
+class ShiftRows : public testsupport::ShopDatabaseFixture {
+  protected:
+    qint64 day() {
+        return db()
+            .lookup(QStringLiteral("SELECT id FROM shifts WHERE description='Day'"))
+            .toLong();
+    }
+    QStringList timer() {
+        return rows(QStringLiteral("SELECT shiftsid, runtime, runtype FROM shiftstimer"));
+    }
+};
+MIRSA_BOTH_ENGINES(ShiftRows);
+
+TEST_P(ShiftRows, TimerGoesWithTheRangeAndStaysWithTheName) {
+    const QString id = QString::number(day());
+    saveTimer(db(), day(), {QString(), QStringLiteral("10:00 AM")},
+              {QStringLiteral("05:00 PM"), QString()});
+    const QStringList both{id + QStringLiteral("|10:00 AM|Suspend"),
+                           id + QStringLiteral("|05:00 PM|Signout")};
+    EXPECT_EQ(timer(), both);
+    changeShift(db(), day(), {QStringLiteral("Day"), QStringLiteral("06:00 AM"), QString()}, false);
+    EXPECT_EQ(timer(), both);
+    EXPECT_EQ(rows(QStringLiteral("SELECT earliestsignin, latestsignout FROM shifts")),
+              QStringList(QStringLiteral("6:00:00 AM|")));
+    changeShift(db(), day(),
+                {QStringLiteral("Day"), QStringLiteral("07:00 AM"), QStringLiteral("03:00 PM")},
+                true);
+    EXPECT_EQ(timer(), QStringList());
+}
+
+TEST_P(ShiftRows, DeletingTakesTheTimerAlong) {
+    saveTimer(db(), day(), {QStringLiteral("10:00 AM")}, {});
+    addShift(db(),
+             {QStringLiteral("O'Neil"), QStringLiteral("10:00 PM"), QStringLiteral("06:00 AM")});
+    EXPECT_FALSE(isShiftInUse(db(), day()));
+    execute(u"INSERT INTO Employee (lastname, shiftsid, signedin) VALUES('Hall', 1, False)");
+    EXPECT_TRUE(isShiftInUse(db(), 1));
+    EXPECT_FALSE(isShiftSignedIn(db(), 1));
+    execute(u"UPDATE Employee SET signedin=True");
+    EXPECT_TRUE(isShiftSignedIn(db(), 1));
+    deleteShift(db(), day());
+    EXPECT_EQ(timer(), QStringList());
+    EXPECT_EQ(rows(QStringLiteral("SELECT description, earliestsignin, latestsignout FROM shifts")),
+              QStringList(QStringLiteral("O'Neil|10:00:00 PM|6:00:00 AM")));
+}
