@@ -5,6 +5,7 @@
 #include "jobs/Screens.h"
 #include "masters/Screens.h"
 #include "reporting/Screens.h"
+#include "timemgmt/Screens.h"
 
 namespace app {
 
@@ -14,6 +15,7 @@ void registerAllScreens() {
     estimating::registerScreens();
     jobs::registerScreens();
     reporting::registerScreens();
+    timemgmt::registerScreens();
 }
 
 } // namespace app
