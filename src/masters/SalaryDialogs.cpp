@@ -56,6 +56,7 @@ void frmEmpSalary::showHistory() {
     const int before = sprSalary->activeRow();
     const std::vector<SalaryRow> history = salaryHistory(core::MainDatabase(), m_empId);
     std::vector<QStringList> lines;
+    lines.reserve(history.size());
     for (const SalaryRow& row : history)
         lines.push_back({row.date ? values::format(*row.date, u"Short Date") : QString(),
                          values::format(row.amount, core::moneyMask(QStringLiteral("###,##0.00"))),
