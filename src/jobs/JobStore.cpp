@@ -1,5 +1,7 @@
 #include "jobs/JobStore.h"
 
+#include "jobs/JobMerge.h"
+
 namespace jobs {
 
 using estimating::Complaint;
@@ -20,33 +22,48 @@ void step(const char16_t* name, Work work) {
     }
 }
 
-void writeHeader(jet::Recordset& row, const JobHeader& header) {
-    row.set(u"CustID", header.custId);
-    row.set(u"PONo", header.poNo);
-    row.set(u"Description", header.description);
-    row.set(u"PartNo", header.partNo);
-    row.set(u"Material", header.material);
-    row.set(u"TravelerNotes", header.travelerNotes);
-    row.set(u"JobNotes", header.jobNotes);
-    row.set(u"Quantity", header.quantity);
-    row.set(u"JobShopRate", header.shopRate);
-    row.set(u"OneShopRate", header.oneShopRate);
-    row.set(u"OrderRequired", header.inOrder);
-    row.set(u"QtyQuotedPrice", header.quotedPrice);
-    row.set(u"JobDateIn", header.dateIn);
-    row.set(u"JobDueDate", header.dueDate);
-    row.set(u"TotalHours", header.totalHours);
-    row.set(u"JobShopCost", header.shopCost);
-    row.set(u"InvoiceEach", header.invoiceEach);
-    row.set(u"InvoiceTotal", header.invoiceTotal);
-    row.set(u"Shipped", header.shipped);
-    row.set(u"ShipDate", header.shipDate);
-    row.set(u"EstNo", header.estNo);
-    row.set(u"AssemblyJobNo", header.assemblyJobNo);
+/// Writes the columns of a header; over an existing row only those that differ from what was shown,
+/// so that another station's change of the others stays.
+void writeHeader(jet::Recordset& row, const JobHeader& header, const JobHeader* before) {
+    const auto put = [&](QStringView column, auto member) {
+        if (!before || header.*member != before->*member)
+            row.set(column, header.*member);
+    };
+    put(u"CustID", &JobHeader::custId);
+    put(u"PONo", &JobHeader::poNo);
+    put(u"Description", &JobHeader::description);
+    put(u"PartNo", &JobHeader::partNo);
+    put(u"Material", &JobHeader::material);
+    put(u"TravelerNotes", &JobHeader::travelerNotes);
+    put(u"JobNotes", &JobHeader::jobNotes);
+    put(u"Quantity", &JobHeader::quantity);
+    put(u"JobShopRate", &JobHeader::shopRate);
+    put(u"OneShopRate", &JobHeader::oneShopRate);
+    put(u"OrderRequired", &JobHeader::inOrder);
+    put(u"QtyQuotedPrice", &JobHeader::quotedPrice);
+    put(u"JobDateIn", &JobHeader::dateIn);
+    put(u"JobDueDate", &JobHeader::dueDate);
+    put(u"TotalHours", &JobHeader::totalHours);
+    put(u"JobShopCost", &JobHeader::shopCost);
+    put(u"InvoiceEach", &JobHeader::invoiceEach);
+    put(u"InvoiceTotal", &JobHeader::invoiceTotal);
+    put(u"Shipped", &JobHeader::shipped);
+    put(u"ShipDate", &JobHeader::shipDate);
+    put(u"EstNo", &JobHeader::estNo);
+    put(u"AssemblyJobNo", &JobHeader::assemblyJobNo);
 }
 
 QString of(qint64 jobNo) {
     return QStringLiteral(" WHERE JobNo = ") + QString::number(jobNo);
+}
+
+void writeRows(jet::Database& database, qint64 jobNo, JobDraft& draft) {
+    step(u"Insert joboper", [&] {
+        estimating::insertOperRows(database, estimating::jobRouting(), jobNo, draft.operations);
+    });
+    step(u"JobMiscCost", [&] {
+        estimating::insertMiscRows(database, estimating::jobRouting(), jobNo, draft.fixedCosts);
+    });
 }
 
 } // namespace
@@ -91,38 +108,51 @@ std::optional<Complaint> checkJob(jet::Database& database, qint64 jobNo, bool wa
     return std::nullopt;
 }
 
-qint64 saveJob(jet::Database& database, qint64 jobNo, JobDraft& draft) {
-    const bool adding = jobNo == 0;
+qint64 addJob(jet::Database& database, JobDraft& draft) {
     jet::Transaction transaction(database);
-    if (!adding) {
-        step(u"Delete JobOper",
-             [&] { database.execute(QStringLiteral("DELETE * FROM JobOper") + of(jobNo)); });
-        step(u"Delete JobMiscCost",
-             [&] { database.execute(QStringLiteral("DELETE FROM JobMiscCost") + of(jobNo)); });
-    }
+    qint64 jobNo = 0;
     step(u"Update", [&] {
         jet::Recordset row =
             database.openRecordset(QStringLiteral("SELECT * FROM Job") + of(jobNo));
-        if (adding) {
-            row.addNew();
-        } else {
-            if (row.isEmpty())
-                throw jet::Error(jet::errors::rowDeleted, QStringLiteral("Record is deleted."));
-            row.edit();
-        }
-        writeHeader(row, draft.header);
+        row.addNew();
+        writeHeader(row, draft.header, nullptr);
         row.update();
-        if (adding)
-            jobNo = row.lastAddedKey().toLong();
+        jobNo = row.lastAddedKey().toLong();
     });
-    step(u"Insert joboper", [&] {
-        estimating::insertOperRows(database, estimating::jobRouting(), jobNo, draft.operations);
-    });
-    step(u"JobMiscCost", [&] {
-        estimating::insertMiscRows(database, estimating::jobRouting(), jobNo, draft.fixedCosts);
-    });
+    writeRows(database, jobNo, draft);
     step(u"Commit Trans", [&] { transaction.commit(); });
     return jobNo;
+}
+
+std::optional<Complaint> changeJob(jet::Database& database, qint64 jobNo, const JobDraft& before,
+                                   JobDraft& draft) {
+    jet::Transaction transaction(database);
+    std::optional<Complaint> refusal;
+    jet::Recordset row;
+    step(u"Update", [&] {
+        row = database.openRecordset(QStringLiteral("SELECT * FROM Job") + of(jobNo));
+        if (row.isEmpty())
+            throw jet::Error(jet::errors::rowDeleted, QStringLiteral("Record is deleted."));
+    });
+    step(u"Delete JobOper", [&] {
+        refusal = mergeOperations(database, jobNo, before.operations, draft.operations);
+        if (!refusal)
+            database.execute(QStringLiteral("DELETE * FROM JobOper") + of(jobNo));
+    });
+    if (refusal)
+        return refusal;
+    step(u"Delete JobMiscCost", [&] {
+        mergeFixedCosts(database, jobNo, before.fixedCosts, draft.fixedCosts);
+        database.execute(QStringLiteral("DELETE FROM JobMiscCost") + of(jobNo));
+    });
+    step(u"Update", [&] {
+        row.edit();
+        writeHeader(row, draft.header, &before.header);
+        row.update();
+    });
+    writeRows(database, jobNo, draft);
+    step(u"Commit Trans", [&] { transaction.commit(); });
+    return std::nullopt;
 }
 
 bool hasTimeRecords(jet::Database& database, qint64 jobNo) {

@@ -53,17 +53,24 @@ QString jobRows(bool activeOnly);
 std::optional<estimating::Complaint> checkJob(jet::Database& database, qint64 jobNo,
                                               bool wasShipped, const JobDraft& draft);
 
-/// Writes the draft as a new row (`jobNo` 0) or over job `jobNo`, and replaces its routing and
-/// fixed costs whole, in one transaction. Returns the job's number. Throws jet::Error with number
-/// and failed step in its text; nothing is changed then.
-qint64 saveJob(jet::Database& database, qint64 jobNo, JobDraft& draft);
+/// Writes the draft as a new job with its routing and fixed costs in one transaction; returns its
+/// number. Throws jet::Error with number and failed step in its text; nothing is changed then.
+qint64 addJob(jet::Database& database, JobDraft& draft);
+
+/// Writes the draft over job `jobNo` and replaces its routing and fixed costs whole, in one
+/// transaction. `before` is the job as it was shown when its editing began: columns that are still
+/// the same aren't written, and what other stations wrote to the rows meanwhile goes into the
+/// draft (JobMerge.h). Tells why the two can't be joined, with nothing changed. Throws as addJob
+/// does.
+std::optional<estimating::Complaint> changeJob(jet::Database& database, qint64 jobNo,
+                                               const JobDraft& before, JobDraft& draft);
 
 /// Whether time was booked on the job, or on one operation of it.
 bool hasTimeRecords(jet::Database& database, qint64 jobNo);
 bool hasTimeRecords(jet::Database& database, qint64 jobNo, qint64 operNo);
 
 /// Deletes a job with its routing, notes and fixed costs in one transaction; shipments and schedule
-/// rows stay. Throws as saveJob does.
+/// rows stay. Throws as addJob does.
 void deleteJob(jet::Database& database, qint64 jobNo);
 
 /// The rows of a copy: actual figures go (in-house 0, contractors' amounts too), status and place

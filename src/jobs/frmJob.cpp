@@ -33,6 +33,12 @@ void tell(const jet::Error& error) {
     MsgBox(error.text(), Buttons::Ok, Icon::Critical);
 }
 
+void tellTooLarge() {
+    MsgBox(QStringLiteral("The cost is too large to be computed. Please check the times, amounts "
+                          "and rates."),
+           Buttons::Ok, Icon::Exclamation);
+}
+
 double number(const QString& text) {
     return values::val(QString(text).remove(QLatin1Char(',')));
 }
@@ -152,9 +158,7 @@ JobFigures frmJob::figures() const {
                        amount(txtJobShopRate->text()), number(txtQuantity->text()),
                        amount(txtInvoiceEach->text()));
     } catch (const values::Overflow&) {
-        MsgBox(QStringLiteral("The cost is too large to be computed. Please check the times, "
-                              "amounts and rates."),
-               Buttons::Ok, Icon::Exclamation);
+        tellTooLarge();
         return {};
     }
 }
@@ -222,12 +226,21 @@ bool frmJob::validate() {
 bool frmJob::writeRecord(bool adding, qint64& key) {
     JobDraft current = draft();
     try {
-        key = saveJob(core::MainDatabase(), adding ? 0 : currentKey(), current);
-        return true;
+        if (adding) {
+            key = addJob(core::MainDatabase(), current);
+            return true;
+        }
+        key = currentKey();
+        const auto refusal = changeJob(core::MainDatabase(), key, m_before, current);
+        if (refusal)
+            complain(refusal->text, control(refusal->field));
+        return !refusal;
     } catch (const jet::Error& error) {
         tell(error);
-        return false;
+    } catch (const values::Overflow&) {
+        tellTooLarge();
     }
+    return false;
 }
 
 void frmJob::afterSave(qint64 key, bool adding) {
@@ -309,6 +322,7 @@ void frmJob::cmdEdit_Click() {
         return;
     }
     RoutedModule::cmdEdit_Click();
+    m_before = draft();
 }
 
 // Going to a record

@@ -111,6 +111,7 @@ class frmJob : public estimating::RoutedModule {
 
     bool m_wasShipped = false;
     qint64 m_assemblyJobNo = 0;
+    JobDraft m_before; ///< the job as it was when its editing began
 };
 
 } // namespace jobs

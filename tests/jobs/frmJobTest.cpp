@@ -356,6 +356,85 @@ TEST_P(Jobs, AnotherStationsDeletionIsToldOnSave) {
     form().unload();
 }
 
+TEST_P(Jobs, WhatTheFloorAndInventoryWriteMeanwhileStays) {
+    const qint64 bolts = item(s(u"Bolts")), nuts = item(s(u"Nuts")), oil = item(s(u"Oil"));
+    for (const qint64 one : {bolts, nuts})
+        jobCost(m_job, one, s(u"4"));
+    openJobs();
+    edit();
+    type(s(u"txtDescription"), s(u"Bracket, milled"));
+    removeRow(2, u"Plating");
+    control<controls::Grid>(s(u"sprMisc"))->setActiveRow(1);
+    expectBox(s(u"Delete item Nuts?"), Answer::Yes);
+    press(s(u"cmdMisc(1)"));
+
+    const auto other = anotherStation();
+    const QString where = QStringLiteral(" WHERE JobNo = ") + QString::number(m_job);
+    const auto book = [&](qint64 operNo, const char16_t* hours, const char16_t* status) {
+        other->execute(QStringLiteral("INSERT INTO Timelog (EmpID, JobNo, OperNo, AccumTime, "
+                                      "Status) VALUES(1,%1,%2,%3,'%4')")
+                           .arg(m_job)
+                           .arg(operNo)
+                           .arg(s(hours), s(status)));
+        other->execute(QStringLiteral("UPDATE JobOper SET OperTime_Amount = OperTime_Amount + %1, "
+                                      "Status = '%2', OperLocated = 1")
+                           .arg(s(hours), s(status)) +
+                       where + QStringLiteral(" AND OperNo = ") + QString::number(operNo));
+    };
+    book(m_operations[0], u"1.25", u"F");
+    book(m_operations[1], u"0.5", u"D");
+    other->execute(QStringLiteral("UPDATE JobMiscCost SET Quantity = Quantity + 3, CostAmount = "
+                                  "UnitPrice * (Quantity + 3)") +
+                   where);
+    other->execute(QStringLiteral("INSERT INTO JobMiscCost (JobNo, ItemNo, UnitofMeasure, "
+                                  "UnitPrice, Quantity, CostAmount) VALUES(%1,%2,'GAL',6,2,12)")
+                       .arg(m_job)
+                       .arg(oil));
+    other->execute(QStringLiteral("UPDATE Job SET PONo = 'PO-8', OrderRequired = True") + where);
+
+    save();
+    EXPECT_EQ(rows(QStringLiteral("SELECT OperTime_Amount, Status, OperLocated FROM JobOper") +
+                   where + QStringLiteral(" ORDER BY SeqNo")),
+              (QStringList{s(u"1.25|F|1"), s(u"0.5|D|1")}));
+    EXPECT_EQ(rows(QStringLiteral("SELECT UnitPrice, Quantity, CostAmount FROM JobMiscCost") +
+                   where + QStringLiteral(" ORDER BY ItemNo")),
+              (QStringList{s(u"1|7|7"), s(u"1|3|3"), s(u"6|2|12")}))
+        << "of the item removed here stays what was issued since";
+    // (1.75 hours at 50 + 22 of fixed costs) over 10 pieces.
+    EXPECT_EQ(rows(QStringLiteral("SELECT Description, PONo, OrderRequired, TotalHours, "
+                                  "JobShopCost FROM Job") +
+                   where),
+              QStringList(s(u"Bracket, milled|PO-8|True|1.75|10.95")));
+    EXPECT_EQ(text(s(u"txtPONo")), s(u"PO-8"));
+}
+
+TEST_P(Jobs, WhatCannotBeJoinedIsRefusedAndNothingIsLost) {
+    openJobs();
+    edit();
+    removeRow(0, u"Boring");
+    time(m_job, m_operations[0], s(u"2"));
+    expectBox(s(u"Time has been booked on the operation Boring since you removed it.\r\nPlease "
+                u"insert it again."),
+              Answer::Ok);
+    save();
+    EXPECT_EQ(text(s(u"lblJobMode")), s(u"EDIT"));
+    cancel();
+    edit();
+    type(s(u"txtPONo"), s(u"PO-9"));
+    database().execute(s(u"UPDATE JobOper SET SeqNo = SeqNo + 1 WHERE SeqNo > 1"));
+    jobOper(m_job, 2, m_operations[3]);
+    expectBox(s(u"The operations of this job have been changed at another station since you opened "
+                u"it.\r\nPlease note what you have entered, cancel, and edit the job again."),
+              Answer::Ok);
+    save();
+    cancel();
+    EXPECT_EQ(rows(QStringLiteral("SELECT SeqNo FROM JobOper ORDER BY SeqNo")),
+              (QStringList{s(u"1"), s(u"2"), s(u"3"), s(u"4")}));
+    EXPECT_EQ(rows(QStringLiteral("SELECT PONo FROM Job")), QStringList(s(u"PO-7")));
+    edit();
+    save();
+}
+
 TEST_P(Jobs, AFailedSaveKeepsTheJobAndWhatWasTyped) {
     openJobs();
     edit();

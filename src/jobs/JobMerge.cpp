@@ -1,0 +1,114 @@
+#include "jobs/JobMerge.h"
+
+#include <algorithm>
+
+namespace jobs {
+
+using estimating::Complaint;
+using estimating::MiscRow;
+using estimating::OperRow;
+
+namespace {
+
+std::vector<OperRow> storedOperations(jet::Database& database, const QString& jobNo) {
+    jet::Recordset set = database.openRecordset(
+        QStringLiteral("SELECT JobOper.* FROM JobOper INNER JOIN Operation ON JobOper.OperNo = "
+                       "Operation.OperNo WHERE JobOper.JobNo=") +
+            jobNo + QStringLiteral(" ORDER BY JobOper.SeqNo"),
+        jet::RecordsetType::Snapshot);
+    std::vector<OperRow> rows;
+    for (; !set.eof(); set.moveNext()) {
+        OperRow row;
+        row.operNo = set[u"OperNo"].toLong();
+        row.time = set[u"OperTime_Amount"].toDouble();
+        row.located = static_cast<int>(set[u"OperLocated"].toLong());
+        row.status = set.text(u"Status");
+        rows.push_back(std::move(row));
+    }
+    return rows;
+}
+
+std::vector<MiscRow> storedFixedCosts(jet::Database& database, const QString& jobNo) {
+    jet::Recordset set =
+        database.openRecordset(QStringLiteral("SELECT * FROM JobMiscCost WHERE JobNo = ") + jobNo,
+                               jet::RecordsetType::Snapshot);
+    std::vector<MiscRow> rows;
+    for (; !set.eof(); set.moveNext()) {
+        rows.push_back({set[u"ItemNo"].toLong(), QString(), set.text(u"UnitofMeasure"),
+                        set[u"UnitPrice"].toCurrency(), set[u"Quantity"].toCurrency(),
+                        set[u"CostAmount"].toCurrency()});
+    }
+    return rows;
+}
+
+/// The row of an item, the n-th one where it stands several times.
+template <class Rows>
+auto nthOf(Rows& rows, qint64 itemNo, std::ptrdiff_t n) {
+    return std::find_if(rows.begin(), rows.end(),
+                        [&](const MiscRow& row) { return row.itemNo == itemNo && n-- == 0; });
+}
+
+} // namespace
+
+std::optional<Complaint> mergeOperations(jet::Database& database, qint64 jobNo,
+                                         const std::vector<OperRow>& before,
+                                         std::vector<OperRow>& rows) {
+    const std::vector<OperRow> stored = storedOperations(database, QString::number(jobNo));
+    if (!std::equal(stored.begin(), stored.end(), before.begin(), before.end(),
+                    [](const OperRow& a, const OperRow& b) { return a.operNo == b.operNo; })) {
+        return Complaint{QStringLiteral("The operations of this job have been changed at another "
+                                        "station since you opened it.\r\nPlease note what you "
+                                        "have entered, cancel, and edit the job again."),
+                         QStringLiteral("sprOper")};
+    }
+    for (std::size_t i = 0; i < before.size(); ++i) {
+        const OperRow& was = before[i];
+        const OperRow& now = stored[i];
+        const auto mine = std::find_if(
+            rows.begin(), rows.end(), [&](const OperRow& row) { return row.operNo == was.operNo; });
+        if (mine == rows.end()) {
+            if (hasTimeRecords(database, jobNo, was.operNo)) {
+                return Complaint{
+                    QStringLiteral("Time has been booked on the operation ") + was.description +
+                        QStringLiteral(" since you removed it.\r\nPlease insert it again."),
+                    QStringLiteral("sprOper")};
+            }
+            continue;
+        }
+        if (now.status != was.status)
+            mine->status = now.status;
+        if (now.located != was.located)
+            mine->located = now.located;
+        if (now.time != was.time && (mine->inhouse || mine->time == was.time))
+            mine->time = now.time;
+    }
+    return std::nullopt;
+}
+
+void mergeFixedCosts(jet::Database& database, qint64 jobNo, const std::vector<MiscRow>& before,
+                     std::vector<MiscRow>& rows) {
+    const std::vector<MiscRow> stored = storedFixedCosts(database, QString::number(jobNo));
+    for (auto now = stored.begin(); now != stored.end(); ++now) {
+        const auto n = std::count_if(stored.begin(), now,
+                                     [&](const MiscRow& row) { return row.itemNo == now->itemNo; });
+        const auto was = nthOf(before, now->itemNo, n);
+        const values::Currency issued =
+            was == before.end() ? now->quantity : now->quantity - was->quantity;
+        if (was != before.end() && issued == values::Currency())
+            continue;
+        const auto mine = nthOf(rows, now->itemNo, n);
+        if (mine != rows.end()) {
+            mine->quantity = mine->quantity + issued;
+            mine->retotal();
+        } else if (was == before.end()) {
+            rows.push_back(*now);
+        } else if (issued > values::Currency()) {
+            // Removed here, and then more of it was issued: that much the job did use.
+            rows.push_back(*now);
+            rows.back().quantity = issued;
+            rows.back().retotal();
+        }
+    }
+}
+
+} // namespace jobs
