@@ -58,15 +58,29 @@ void BoundFields::limitTo(const QString& table) {
     }
 }
 
-void BoundFields::show(const jet::Recordset& row) const {
-    for (const Column& column : m_columns)
+void BoundFields::show(const jet::Recordset& row) {
+    for (Column& column : m_columns) {
         column.show(row[column.name]);
+        if (column.read)
+            column.shown = column.read();
+    }
 }
 
 void BoundFields::write(jet::Recordset& row) const {
     for (const Column& column : m_columns) {
         if (column.read)
             row.set(column.name, column.read());
+    }
+}
+
+void BoundFields::writeChanges(jet::Recordset& row) const {
+    for (const Column& column : m_columns) {
+        if (!column.read)
+            continue;
+        // Not by the database's comparison: a change of case is one.
+        const jet::Value now = column.read();
+        if (now.isNull() != column.shown.isNull() || now.toText() != column.shown.toText())
+            row.set(column.name, now);
     }
 }
 

@@ -25,6 +25,7 @@ class BoundFields {
         std::function<void()> clear;
         std::function<void(bool locked)> lock; ///< none: nothing to lock
         QWidget* widget = nullptr;
+        jet::Value shown = {}; ///< what read() gave when the row was shown
     };
 
     void bind(const QString& column, controls::Field* field);
@@ -37,8 +38,12 @@ class BoundFields {
     /// Cuts every line to its column's width in the open database.
     void limitTo(const QString& table);
     /// Null shows as empty.
-    void show(const jet::Recordset& row) const;
+    void show(const jet::Recordset& row);
+    /// All columns, for a new row.
     void write(jet::Recordset& row) const;
+    /// The columns whose fields were changed since the row was shown, so that what another station
+    /// wrote to the others meanwhile stays.
+    void writeChanges(jet::Recordset& row) const;
     void clear() const;
     void lock(bool locked) const;
     /// The first field that takes entries; nullptr if there is none.

@@ -484,13 +484,14 @@ bool RecordModule::writeRecord(bool adding, qint64& key) {
     jet::Transaction transaction(core::MainDatabase());
     jet::Recordset& row = records();
     try {
-        if (adding)
+        if (adding) {
             row.addNew();
-        else
-            row.edit();
-        writeColumns(row);
-        if (adding)
+            m_fields.write(row);
             newRowColumns(row);
+        } else {
+            row.edit();
+            m_fields.writeChanges(row);
+        }
         row.update();
         key = adding ? row.lastAddedKey().toLong() : m_key;
         alsoWrite(key, adding);

@@ -156,8 +156,6 @@ class RecordModule : public screen::Form, public core::RecordScreen, public core
     virtual void offerFirstRecord();
     /// The modes as the caller set them, without arranging the screen.
     void setMode(const QString& mode);
-    /// Writes the bound fields to the row that is being added or edited.
-    void writeColumns(jet::Recordset& row) const { m_fields.write(row); }
     void reloadNames();
     /// Reads the list of names from another select, for a set that is narrowed.
     void setNamesSelect(const QString& select);

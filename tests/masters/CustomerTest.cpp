@@ -300,6 +300,27 @@ TEST_P(Customer, AnotherStationsRowsShowOnActivation) {
     EXPECT_EQ(company(), QStringLiteral("Zeta"));
 }
 
+TEST_P(Customer, TwoStationsChangeDifferentFieldsOfOneCustomer) {
+    addThree();
+    ASSERT_TRUE(openModule());
+    press(QStringLiteral("cmdEdit"));
+    const QString name = company();
+    type(QStringLiteral("txtCity"), QStringLiteral("toledo"));
+    anotherStation()->execute(
+        QStringLiteral("UPDATE Customer SET Phone = '555-0199', City = 'Toledo'"));
+    press(QStringLiteral("cmdSave"));
+    EXPECT_EQ(rows(QStringLiteral("SELECT City, Phone FROM Customer WHERE company = '") +
+                   values::quoted(name) + QStringLiteral("'")),
+              QStringList(QStringLiteral("toledo|555-0199")));
+    press(QStringLiteral("cmdEdit"));
+    type(QStringLiteral("txtCity"), QStringLiteral("Toledo"));
+    press(QStringLiteral("cmdSave"));
+    EXPECT_EQ(rows(QStringLiteral("SELECT City FROM Customer WHERE company = '") +
+                   values::quoted(name) + QStringLiteral("'")),
+              QStringList(QStringLiteral("Toledo")))
+        << "letters' case alone is a change";
+}
+
 TEST_P(Customer, ARowThatAnotherStationDeletedIsToldAndNothingTypedIsLost) {
     addThree();
     ASSERT_TRUE(openModule());
