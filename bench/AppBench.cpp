@@ -211,6 +211,20 @@ void UpdateJobCostOfOneJob(benchmark::State& state) {
     }
 }
 
+/// Time booked by hand: the whole time log opened to add one row, which is undone.
+void AddToTheTimeLog(benchmark::State& state) {
+    jet::Database& database = shop();
+    for (auto _ : state) {
+        const jet::Transaction transaction(database);
+        jet::Recordset rows = database.openRecordset(QStringLiteral("Select * from timelog"));
+        rows.addNew();
+        rows.set(u"EmpID", 1);
+        rows.set(u"AccumTime", 0.25);
+        rows.set(u"Status", QStringLiteral("0"));
+        rows.update();
+    }
+}
+
 BENCHMARK(StartToLogin)->Unit(benchmark::kMillisecond)->Iterations(10);
 BENCHMARK_CAPTURE(OpenModule, Customer, "frmCustomer")
     ->Unit(benchmark::kMillisecond)
@@ -234,6 +248,7 @@ BENCHMARK_CAPTURE(GoToByNumber, Estimate, "frmEstimate", "SELECT MAX(EstNo) FROM
 BENCHMARK(SaveEstimateOf50LinesBare)->Unit(benchmark::kMillisecond)->Iterations(100);
 BENCHMARK(SaveEstimateOf50Lines)->Unit(benchmark::kMillisecond)->Iterations(100);
 BENCHMARK(UpdateJobCostOfOneJob)->Unit(benchmark::kMillisecond)->Iterations(300);
+BENCHMARK(AddToTheTimeLog)->Unit(benchmark::kMillisecond)->Iterations(50);
 
 } // namespace
 

@@ -29,6 +29,8 @@ void RecordsetData::load() {
         throw Error(errors::notASelect,
                     QStringLiteral("Invalid operation: the statement returns no records."));
     m_keys.clear();
+    m_keysRead = true;
+    m_added.clear();
     m_rows.clear();
     m_changed.clear();
     m_cells.clear();
@@ -52,7 +54,7 @@ void RecordsetData::load() {
             m_connection.run(m_statement->whole, translation().sql, Engine::Access::Reads,
                              arguments, &m_rows);
     }
-    m_position = stored() > 0 ? 0 : -1;
+    m_position = !m_keysRead || stored() > 0 ? 0 : -1;
     m_fresh = true;
 }
 
@@ -69,9 +71,27 @@ void RecordsetData::loadKeyed() {
         return;
     }
     m_rows.clear();
-    Rows keys;
-    m_connection.run(m_statement->keys, plan.keysSql, Engine::Access::Reads, arguments, &keys);
-    m_keys.take(keys, 0, keyType());
+    m_keysRead = false;
+}
+
+void RecordsetData::readKeys() const {
+    Rows rows;
+    m_connection.run(m_statement->keys, translation().dynaset->keysSql, Engine::Access::Reads,
+                     m_connection.argumentsOf(*m_statement, m_select.literals), &rows);
+    m_keys.take(rows, 0, keyType());
+    m_keysRead = true;
+    // What was added here stands at the end, and once.
+    for (const Value& key : m_added) {
+        if (const int place = m_keys.find(key); place >= 0)
+            m_keys.erase(place);
+        m_keys.append(key);
+    }
+}
+
+Keys& RecordsetData::keys() const {
+    if (!m_keysRead)
+        readKeys();
+    return m_keys;
 }
 
 const Table& RecordsetData::baseTable() const {
@@ -86,7 +106,7 @@ const Table& RecordsetData::baseTable() const {
 
 Value RecordsetData::keyAt(int position) const {
     if (m_kind == Kind::Keyed)
-        return m_keys.at(position);
+        return keys().at(position);
     return valueOf(m_rows.cell(position, columnCount()), keyType());
 }
 
@@ -98,7 +118,7 @@ void RecordsetData::goTo(int position) {
 
 void RecordsetData::drop(int position) {
     if (m_kind == Kind::Keyed)
-        m_keys.erase(position);
+        keys().erase(position);
     if (position < m_rows.count())
         m_rows.erase(position);
     if (!m_changed.isEmpty()) {
@@ -213,8 +233,10 @@ bool RecordsetData::readCurrent() {
 bool RecordsetData::fetch() {
     m_rowsStand = false;
     m_fetched.clear();
+    // Before the arguments, since it may have to read the keys with the same statement's.
+    const Value key = m_position < stored() ? keyAt(m_position) : Value();
     Arguments& arguments = m_connection.argumentsOf(*m_statement, m_select.literals);
-    arguments.add(m_keys.at(m_position));
+    arguments.add(key);
     m_connection.run(m_statement->row, translation().dynaset->rowSql, Engine::Access::Reads,
                      arguments, &m_fetched);
     if (m_fetched.isEmpty()) {
@@ -299,7 +321,7 @@ void RecordsetData::setBookmark(const Value& mark) {
 void RecordsetData::relocate(const Value& mark) {
     int place = -1;
     if (m_kind == Kind::Keyed) {
-        place = m_keys.find(mark);
+        place = keys().find(mark);
     } else if (m_kind == Kind::Whole) {
         place = mark.isNull() ? -1 : static_cast<int>(mark.toLong());
     } else {
@@ -342,7 +364,7 @@ void RecordsetData::found(int position) {
         const Value mark = m_kind == Kind::Whole ? Value(position) : keyAt(position);
         if (m_kind == Kind::Keyed) {
             dropRemoved();
-            position = m_keys.find(mark);
+            position = keys().find(mark);
         } else {
             const int before = m_rows.count();
             const bool behind = position > m_position;
@@ -367,7 +389,7 @@ void RecordsetData::findFirst(const QString& criteria) {
 bool RecordsetData::findByKey(const Normalized& criteria) {
     const QString& name = translation().dynaset->keyColumn;
     const QStringView key = criteria.key;
-    if (criteria.literals.size() != 1 || m_keys.count() == 0)
+    if (criteria.literals.size() != 1 || keys().count() == 0)
         return false;
     QStringView left = key.left(key.indexOf(u'=')).trimmed();
     const QStringView right = key.mid(key.indexOf(u'=') + 1).trimmed();
@@ -378,17 +400,17 @@ bool RecordsetData::findByKey(const Normalized& criteria) {
         left = left.mid(1, left.size() - 2);
     if (left.compare(name, Qt::CaseInsensitive) != 0)
         return false;
-    const int place = m_keys.find(criteria.literals.front());
+    const int place = keys().find(criteria.literals.front());
     if (place < 0 || (place == m_position && m_removed)) {
         m_noMatch = true;
         return true;
     }
     const int position = m_position;
-    const Value before = position >= 0 && position < stored() ? m_keys.at(position) : Value();
+    const Value before = position >= 0 && position < stored() ? keys().at(position) : Value();
     found(place);
     if (!readCurrent()) { // another station has deleted it
         drop(m_position);
-        goTo(before.isNull() ? position : m_keys.find(before));
+        goTo(before.isNull() ? position : keys().find(before));
         m_noMatch = true;
     }
     return true;
@@ -407,7 +429,7 @@ bool RecordsetData::findByQuery(const Normalized& criteria) {
             m_connection.run(limit > 0 ? finder->firstRow : finder->whole, finder->translation.sql,
                              Engine::Access::Reads, arguments, &rows, limit);
         for (int row = 0; row < rows.count(); ++row) {
-            const int place = m_keys.find(valueOf(rows.cell(row, 0), keyType()));
+            const int place = keys().find(valueOf(rows.cell(row, 0), keyType()));
             if (place >= 0 && !(place == m_position && m_removed)) {
                 found(place);
                 return true;

@@ -15,8 +15,9 @@ class RecordsetData {
     const QString& sql() const { return m_sql; }
     void load();
 
-    bool bof() const { return stored() == 0 || m_position < 0; }
-    bool eof() const { return stored() == 0 || m_position >= stored(); }
+    // A set whose keys weren't read yet has rows and stands on the first.
+    bool bof() const { return m_keysRead && (stored() == 0 || m_position < 0); }
+    bool eof() const { return m_keysRead && (stored() == 0 || m_position >= stored()); }
     int recordCount() const { return stored() - (m_removed ? 1 : 0); }
     int absolutePosition() const { return bof() || eof() ? -1 : m_position; }
 
@@ -62,12 +63,14 @@ class RecordsetData {
 
     const Translation& translation() const { return m_statement->translation; }
     int columnCount() const { return static_cast<int>(translation().columns.size()); }
-    int stored() const { return m_kind == Kind::Keyed ? m_keys.count() : m_rows.count(); }
+    int stored() const { return m_kind == Kind::Keyed ? keys().count() : m_rows.count(); }
+    Keys& keys() const;
     Value keyAt(int position) const;
     ColumnType keyType() const { return m_statement->keyType; }
     const Table& baseTable() const;
 
     void loadKeyed();
+    void readKeys() const;
     void goTo(int position);
     void dropRemoved();
     void drop(int position);
@@ -96,7 +99,11 @@ class RecordsetData {
     StatementPtr m_statement;
     Kind m_kind = Kind::Whole;
 
-    Keys m_keys; ///< Keyed
+    /// Keyed. Those of a larger set are read when they are first asked for, so that a set that is
+    /// opened to add a row costs nothing.
+    mutable Keys m_keys;
+    mutable bool m_keysRead = true;
+    std::vector<Value> m_added; ///< here, before the keys were read
     Rows m_rows; ///< Joined and Whole: all; Keyed: those of the first keys, read with them
     ChangeMark m_mark;
     bool m_fresh = false;     ///< nothing moved since the set was read

@@ -124,7 +124,10 @@ void RecordsetData::insertRow() {
     }
     m_lastAddedKey = key;
     if (m_kind == Kind::Keyed) {
-        m_keys.append(key);
+        if (m_keysRead)
+            m_keys.append(key);
+        else
+            m_added.push_back(key);
         m_rowsStand = false;
     }
 }
@@ -162,7 +165,7 @@ void RecordsetData::updateRow() {
         m_rowsStand = false;
         const Column* key = m_edited->table.key();
         if (const Assignment* given = key != nullptr ? assigned(key->name) : nullptr)
-            m_keys.replace(m_position, given->value);
+            keys().replace(m_position, given->value);
         return;
     }
     // All rows of the join that show the base row.

@@ -79,6 +79,38 @@ TEST_P(RecordsetTest, HoldsLongSetsByTheirKeys) {
     EXPECT_EQ(count, 450);
 }
 
+TEST_P(RecordsetTest, ALongSetThatIsOnlyAddedToReadsItsKeysWhenAsked) {
+    addParts(300);
+    const auto add = [](jet::Recordset& rs, const char16_t* name) {
+        rs.addNew();
+        rs.set(u"Name", QString::fromUtf16(name));
+        rs.set(u"Stock", -1);
+        rs.update();
+        return rs.lastAddedKey();
+    };
+    jet::Recordset rs = open(u"SELECT * FROM Part ORDER BY Stock");
+    EXPECT_EQ(add(rs, u"First").toLong(), 301);
+    EXPECT_FALSE(rs.bof() || rs.eof());
+    add(rs, u"Second");
+    execute(u"DELETE FROM Part WHERE Stock = 0");
+    EXPECT_EQ(rs.text(u"Name"), u"Part 299") << "what was added stands at the end";
+    EXPECT_EQ(rs.recordCount(), 301);
+    rs.moveLast();
+    EXPECT_EQ(rs.text(u"Name"), u"Second");
+    rs.movePrevious();
+    EXPECT_EQ(rs.text(u"Name"), u"First");
+    add(rs, u"Third");
+    rs.moveLast();
+    EXPECT_EQ(rs.text(u"Name"), u"Third");
+    rs.requery();
+    EXPECT_EQ(rs.text(u"Stock"), u"-1");
+    rs.requery();
+    execute(u"DELETE FROM Part");
+    EXPECT_EQ(errorOf([&] { rs[u"Name"]; }), jet::errors::rowDeleted);
+    rs.requery();
+    EXPECT_TRUE(rs.bof() && rs.eof());
+}
+
 TEST_P(RecordsetTest, WritesEveryTypeAndReadsItBack) {
     jet::Recordset rs = open(u"SELECT * FROM Part");
     rs.addNew();

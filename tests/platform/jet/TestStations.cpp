@@ -106,6 +106,7 @@ TEST_P(StationsTest, PassOverRowsThatAnotherDeleted) {
         transaction.commit();
     }
     jet::Recordset rs = db().openRecordset(QStringLiteral("SELECT * FROM Item ORDER BY ItemID"));
+    EXPECT_EQ(rs.recordCount(), 300);
     other->execute(QStringLiteral("DELETE FROM Item WHERE ItemID BETWEEN 2 AND 4"));
     other->execute(QStringLiteral("DELETE FROM Item WHERE ItemID > 298"));
     EXPECT_EQ(rs.recordCount(), 300);
