@@ -80,7 +80,7 @@ void AddressFields::copyTo(const AddressFields& other) const {
     other.country->setText(country->text());
 }
 
-void AddressFields::fillLists(std::initializer_list<AddressFields> addresses) {
+void AddressFields::fillLists(const std::vector<AddressFields>& addresses) {
     jet::Database& database = core::MainDatabase();
     const jet::Recordset states = database.openRecordset(
         QStringLiteral("Select * from States order by code"), jet::RecordsetType::Snapshot);

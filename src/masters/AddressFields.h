@@ -5,7 +5,7 @@
 
 #include <QString>
 
-#include <initializer_list>
+#include <vector>
 
 namespace masters {
 
@@ -32,7 +32,7 @@ struct AddressFields {
     void copyTo(const AddressFields& other) const;
 
     /// Fills the lists of states and countries.
-    static void fillLists(std::initializer_list<AddressFields> addresses);
+    static void fillLists(const std::vector<AddressFields>& addresses);
     /// Whether those lists come from that table.
     static bool listsFrom(const QString& table);
 };

@@ -118,6 +118,16 @@ std::vector<ModuleButton> RecordModule::standardButtons() const {
         {Role::Close, QStringLiteral("cmdClose"), QStringLiteral("Do&ne")}};
 }
 
+void RecordModule::makeFoot(QBoxLayout* inside, const std::vector<ModuleButton>& buttons) {
+    auto* move = new QHBoxLayout;
+    inside->addLayout(move);
+    move->addWidget(m_data);
+    move->addStretch();
+    auto* row = new QHBoxLayout;
+    inside->addLayout(row);
+    makeButtons(row, buttons);
+}
+
 void RecordModule::makeButtons(QBoxLayout* inside, const std::vector<ModuleButton>& buttons) {
     for (const ModuleButton& wanted : buttons) {
         auto* made = screen::named(new QPushButton(wanted.caption, this), wanted.name);

@@ -138,6 +138,8 @@ class RecordModule : public screen::Form, public core::RecordScreen, public core
                       const QString& keyColumn);
     std::vector<ModuleButton> standardButtons() const;
     void makeButtons(QBoxLayout* inside, const std::vector<ModuleButton>& buttons);
+    /// The arrows and below them one row of buttons.
+    void makeFoot(QBoxLayout* inside, const std::vector<ModuleButton>& buttons);
     QPushButton* button(Role role) const; ///< the first of that role; nullptr if there is none
 
     // What its handlers use.

@@ -13,10 +13,7 @@
 
 namespace masters {
 
-using screen::Buttons;
 using screen::Fields;
-using screen::Icon;
-using screen::MsgBox;
 
 namespace {
 
@@ -40,69 +37,44 @@ ModuleDescriptor customerModule() {
     module.deleteTitle = QStringLiteral("Deleting Customer");
     module.deleteText =
         QStringLiteral("Once Deleted, Customer data will be unrecoverable.  Continue?");
-    module.deleteButtons = Buttons::OkCancel;
+    module.deleteButtons = screen::Buttons::OkCancel;
     return module;
+}
+
+CompanyWords customerWords() {
+    CompanyWords words;
+    words.nameList = QStringLiteral("dbcCustomer");
+    words.nameListLabel = QStringLiteral("Goto customer &by name:");
+    words.keyField = QStringLiteral("txtCustid");
+    words.keyLabel = QStringLiteral("Customer number:");
+    words.tabsName = QStringLiteral("Customer data");
+    words.nameField = QStringLiteral("txtCustomer");
+    words.deliveryFrame = QStringLiteral("fraDelivery");
+    words.deliveryTitle = QStringLiteral("Delivery");
+    words.termsField = QStringLiteral("dbcTerms");
+    words.termsLabel = QStringLiteral("Terms:");
+    words.nameless = QStringLiteral("Customer Name must be Present!");
+    words.namelessTitle = QStringLiteral("Need Customer Name!");
+    return words;
 }
 
 } // namespace
 
-frmCustomer::frmCustomer() : RecordModule(customerModule()) {
-    auto* layout = new QVBoxLayout(this);
-    auto* top = new QHBoxLayout;
-    layout->addLayout(top);
-    Fields head(this, top);
-    dbcCustomer = head.dataCombo(QStringLiteral("dbcCustomer"),
-                                 QStringLiteral("Goto customer &by name:"), wide(36));
-    head.nextColumn();
-    txtCustid = head.text(QStringLiteral("txtCustid"), QStringLiteral("Customer number:"), wide(8));
-    top->addStretch();
-    top->addWidget(modeLabel());
-    bindKey(txtCustid);
-    bindNameList(dbcCustomer,
-                 QStringLiteral("Select Company, CustID FROM Customer ORDER BY Company"),
-                 QStringLiteral("Company"), QStringLiteral("CustID"));
-
-    m_tabs = screen::named(new QTabWidget(this), QStringLiteral("SSTab1"),
-                           QStringLiteral("Customer data"));
-    layout->addWidget(m_tabs, 1);
-    makeMainTab(screen::tab(m_tabs, QStringLiteral("&Main")));
-    makeQuoteTab(screen::tab(m_tabs, QStringLiteral("Quo&te")));
-    makeInvoiceTab(screen::tab(m_tabs, QStringLiteral("&Invoice")));
+frmCustomer::frmCustomer() : CompanyModule(customerModule(), customerWords()) {
+    makeLayout([this](QTabWidget* tabs) {
+        makeMainTab(screen::tab(tabs, QStringLiteral("&Main")));
+        makeQuoteTab(screen::tab(tabs, QStringLiteral("Quo&te")));
+        makeInvoiceTab(screen::tab(tabs, QStringLiteral("&Invoice")));
+    });
     bindColumns();
-
-    auto* move = new QHBoxLayout;
-    layout->addLayout(move);
-    move->addWidget(datMain());
-    move->addStretch();
-    auto* row = new QHBoxLayout;
-    layout->addLayout(row);
-    makeButtons(row, standardButtons());
 }
 
 void frmCustomer::makeMainTab(QWidget* page) {
     auto* across = new QHBoxLayout(page);
-    auto* left =
-        screen::frame(page, across, QStringLiteral("fraAddress"), QStringLiteral("Main Address"));
-    Fields address(left);
-    txtCustomer =
-        address.text(QStringLiteral("txtCustomer"), QStringLiteral("Compan&y:"), wide(36));
-    m_main = AddressFields::main(address);
-
+    makeMainAddress(page, across);
     auto* right = new QVBoxLayout;
     across->addLayout(right, 1);
-    Fields contact(
-        screen::frame(page, right, QStringLiteral("fraContact"), QStringLiteral("Contact")));
-    txtContact = contact.text(QStringLiteral("txtContact"), QStringLiteral("C&ontact:"), wide(30));
-    etxtPhone = contact.text(QStringLiteral("etxtPhone"), QStringLiteral("P&hone:"), wide(20));
-    etxtFax = contact.text(QStringLiteral("etxtFax"), QStringLiteral("&Fax:"), wide(20));
-    txtEmail = contact.text(QStringLiteral("txtEmail"), QStringLiteral("Emai&l:"), wide(30));
-    Fields delivery(
-        screen::frame(page, right, QStringLiteral("fraDelivery"), QStringLiteral("Delivery")));
-    txtAttention =
-        delivery.text(QStringLiteral("txtAttention"), QStringLiteral("Attention:"), wide(30));
-    txtShip = delivery.text(QStringLiteral("txtShip"), QStringLiteral("Shi&pping:"), wide(30));
-    dbcTerms = delivery.dataCombo(QStringLiteral("dbcTerms"), QStringLiteral("Terms:"), wide(24));
-    txtFOB = delivery.text(QStringLiteral("txtFOB"), QStringLiteral("FOB:"), wide(30));
+    makeContact(page, right);
 
     auto* copies = new QHBoxLayout;
     right->addLayout(copies);
@@ -157,15 +129,17 @@ void frmCustomer::makeInvoiceTab(QWidget* page) {
     auto* box = screen::frame(page, across, QStringLiteral("fraInvoiceContact"),
                               QStringLiteral("Invoice Contact"));
     Fields contact(box);
-    txtInContact =
+    m_invoice.contact =
         contact.text(QStringLiteral("txtInContact"), QStringLiteral("C&ontact:"), wide(24));
     txtInAltContact = contact.text(QStringLiteral("txtInAltContact"),
                                    QStringLiteral("Alternate contact:"), wide(24));
-    txtInEmail = contact.text(QStringLiteral("txtInEmail"), QStringLiteral("Emai&l:"), wide(24));
-    txtInPhone = contact.text(QStringLiteral("txtInPhone"), QStringLiteral("P&hone:"), wide(20));
+    m_invoice.email =
+        contact.text(QStringLiteral("txtInEmail"), QStringLiteral("Emai&l:"), wide(24));
+    m_invoice.phone =
+        contact.text(QStringLiteral("txtInPhone"), QStringLiteral("P&hone:"), wide(20));
     txtInAltPhone =
         contact.text(QStringLiteral("txtInAltPhone"), QStringLiteral("Alternate phone:"), wide(20));
-    txtInFax = contact.text(QStringLiteral("txtInFax"), QStringLiteral("&Fax:"), wide(20));
+    m_invoice.fax = contact.text(QStringLiteral("txtInFax"), QStringLiteral("&Fax:"), wide(20));
     keepTogether(contact);
 }
 
@@ -173,67 +147,29 @@ void frmCustomer::bindColumns() {
     const auto bind = [this](const char* column, controls::Field* field) {
         fields().bind(QString::fromLatin1(column), field);
     };
-    bind("company", txtCustomer);
-    m_main.bind(fields());
-    bind("Contact", txtContact);
-    bind("Phone", etxtPhone);
-    bind("Fax", etxtFax);
-    bind("Email", txtEmail);
-    bind("attention", txtAttention);
-    bind("Shipping", txtShip);
-    bind("Terms", dbcTerms);
-    bind("FOB", txtFOB);
+    bindCompany();
     bind("qteHeader", txtQHead);
     bind("qtevalid", txtValid);
     bind("QteRemark", txtRemarks);
     bind("OurNotes", txtNotes);
-    m_bill.bind(fields(), QStringLiteral("Bill"));
-    m_ship.bind(fields(), QStringLiteral("Ship"));
-    bind("InContact", txtInContact);
+    addAddress(m_bill, QStringLiteral("Bill"));
+    addAddress(m_ship, QStringLiteral("Ship"));
+    bind("InContact", m_invoice.contact);
     bind("InAltContact", txtInAltContact);
-    bind("InEmail", txtInEmail);
-    bind("InPhone", txtInPhone);
+    bind("InEmail", m_invoice.email);
+    bind("InPhone", m_invoice.phone);
     bind("InAltPhone", txtInAltPhone);
-    bind("InFax", txtInFax);
-}
-
-void frmCustomer::openLookups() {
-    AddressFields::fillLists({m_main, m_bill, m_ship});
-    dbcTerms->setRows(core::MainDatabase().openRecordset(QStringLiteral("Select * from Terms"),
-                                                         jet::RecordsetType::Snapshot),
-                      QStringLiteral("description"), QStringLiteral("description"));
-}
-
-void frmCustomer::refreshLookup(const QString& table) {
-    if (AddressFields::listsFrom(table) || table.compare(u"Terms", Qt::CaseInsensitive) == 0)
-        openLookups();
-    RecordModule::refreshLookup(table);
+    bind("InFax", m_invoice.fax);
 }
 
 void frmCustomer::newDefaults() {
+    CompanyModule::newDefaults();
     const jet::Recordset settings = core::MainDatabase().openRecordset(
         QStringLiteral("Select * from SystemSettings"), jet::RecordsetType::Snapshot);
     if (settings.isEmpty())
         return;
-    txtShip->setText(settings.text(u"Shipping"));
-    dbcTerms->setText(settings.text(u"Terms"));
-    txtFOB->setText(settings.text(u"FOB"));
     txtQHead->setText(settings.text(u"qteHeader"));
     txtValid->setText(settings.text(u"qtevmessage"));
-}
-
-bool frmCustomer::validate() {
-    if (!txtCustomer->text().trimmed().isEmpty())
-        return true;
-    MsgBox(QStringLiteral("Customer Name must be Present!"), Buttons::OkCancel, Icon::Exclamation,
-           QStringLiteral("Need Customer Name!"));
-    m_tabs->setCurrentIndex(0);
-    txtCustomer->setFocus();
-    return false;
-}
-
-void frmCustomer::newRowColumns(jet::Recordset& row) {
-    row.set(u"QBSent", 0);
 }
 
 void frmCustomer::tellNeighbours() {
@@ -243,11 +179,6 @@ void frmCustomer::tellNeighbours() {
 }
 
 // Copy buttons
-
-void frmCustomer::copyMainAddress(const AddressFields& to, const QString& question) {
-    if (!to.line1->isLocked() && mayOverwrite(*to.line1, question))
-        m_main.copyTo(to);
-}
 
 void frmCustomer::cmdSendtoBill_Click() {
     copyMainAddress(m_bill, QStringLiteral("This will overwrite the bill address information in "
@@ -260,15 +191,8 @@ void frmCustomer::cmdSendtoShip_Click() {
 }
 
 void frmCustomer::Command3_Click() {
-    if (txtInContact->isLocked() ||
-        !mayOverwrite(*txtInContact,
-                      QStringLiteral("This will overwrite the contact information in the invoice "
-                                     "tab. Continue?")))
-        return;
-    txtInContact->setText(txtContact->text());
-    txtInEmail->setText(txtEmail->text());
-    txtInPhone->setText(etxtPhone->text());
-    txtInFax->setText(etxtFax->text());
+    copyContact(m_invoice, QStringLiteral("This will overwrite the contact information in the "
+                                          "invoice tab. Continue?"));
 }
 
 } // namespace masters

@@ -96,18 +96,12 @@ frmEmployee::frmEmployee() : RecordModule(employeeModule()) {
     makeEmploymentTab(screen::tab(m_tabs, QStringLiteral("E&mployment")));
     bindColumns();
 
-    auto* move = new QHBoxLayout;
-    layout->addLayout(move);
-    move->addWidget(datMain());
-    move->addStretch();
-    auto* row = new QHBoxLayout;
-    layout->addLayout(row);
     std::vector<ModuleButton> buttons = standardButtons();
     for (ModuleButton& button : buttons) {
         if (button.role == Role::Delete)
             button = {Role::BrowseOnly, QStringLiteral("cmdHistory"), QStringLiteral("Salar&y")};
     }
-    makeButtons(row, buttons);
+    makeFoot(layout, buttons);
     on(control<QPushButton>(QStringLiteral("cmdHistory")), &frmEmployee::cmdHistory_Click);
 }
 

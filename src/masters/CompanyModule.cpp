@@ -1,0 +1,137 @@
+#include "masters/CompanyModule.h"
+
+#include "core/MirsaMain.h"
+#include "platform/controls/DataCombo.h"
+#include "platform/controls/TextField.h"
+
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QTabWidget>
+#include <QVBoxLayout>
+
+namespace masters {
+
+using screen::Fields;
+
+void CompanyModule::makeLayout(const std::function<void(QTabWidget*)>& fill) {
+    auto* layout = new QVBoxLayout(this);
+    auto* top = new QHBoxLayout;
+    layout->addLayout(top);
+    Fields head(this, top);
+    auto* names = head.dataCombo(m_words.nameList, m_words.nameListLabel, wide(36));
+    head.nextColumn();
+    bindKey(head.text(m_words.keyField, m_words.keyLabel, wide(8)));
+    top->addStretch();
+    top->addWidget(modeLabel());
+    const ModuleDescriptor& module = descriptor();
+    bindNameList(names,
+                 QStringLiteral("Select Company, ") + module.keyColumn + QStringLiteral(" FROM ") +
+                     module.table + QStringLiteral(" ORDER BY Company"),
+                 QStringLiteral("Company"), module.keyColumn);
+
+    m_tabs = screen::named(new QTabWidget(this), QStringLiteral("SSTab1"), m_words.tabsName);
+    layout->addWidget(m_tabs, 1);
+    fill(m_tabs);
+    makeFoot(layout, standardButtons());
+}
+
+void CompanyModule::makeMainAddress(QWidget* page, QBoxLayout* into) {
+    Fields address(
+        screen::frame(page, into, QStringLiteral("fraAddress"), QStringLiteral("Main Address")));
+    m_name = address.text(m_words.nameField, QStringLiteral("Compan&y:"), wide(36));
+    m_addresses.insert(m_addresses.begin(), AddressFields::main(address));
+}
+
+void CompanyModule::makeContact(QWidget* page, QBoxLayout* into) {
+    Fields contact(
+        screen::frame(page, into, QStringLiteral("fraContact"), QStringLiteral("Contact")));
+    m_contact.contact =
+        contact.text(QStringLiteral("txtContact"), QStringLiteral("C&ontact:"), wide(30));
+    m_contact.phone =
+        contact.text(QStringLiteral("etxtPhone"), QStringLiteral("P&hone:"), wide(20));
+    m_contact.fax = contact.text(QStringLiteral("etxtFax"), QStringLiteral("&Fax:"), wide(20));
+    m_contact.email = contact.text(QStringLiteral("txtEmail"), QStringLiteral("Emai&l:"), wide(30));
+    Fields delivery(screen::frame(page, into, m_words.deliveryFrame, m_words.deliveryTitle));
+    m_attention =
+        delivery.text(QStringLiteral("txtAttention"), QStringLiteral("Attention:"), wide(30));
+    m_shipping = delivery.text(QStringLiteral("txtShip"), QStringLiteral("Shi&pping:"), wide(30));
+    m_terms = delivery.dataCombo(m_words.termsField, m_words.termsLabel, wide(24));
+    m_fob = delivery.text(QStringLiteral("txtFOB"), QStringLiteral("FOB:"), wide(30));
+}
+
+void CompanyModule::bindCompany() {
+    const auto bind = [this](const char* column, controls::Field* field) {
+        fields().bind(QString::fromLatin1(column), field);
+    };
+    bind("company", m_name);
+    m_addresses.front().bind(fields());
+    bind("Contact", m_contact.contact);
+    bind("Phone", m_contact.phone);
+    bind("Fax", m_contact.fax);
+    bind("Email", m_contact.email);
+    bind("attention", m_attention);
+    bind("Shipping", m_shipping);
+    bind("Terms", m_terms);
+    bind("FOB", m_fob);
+}
+
+void CompanyModule::addAddress(const AddressFields& address, const QString& prefix) {
+    address.bind(fields(), prefix);
+    m_addresses.push_back(address);
+}
+
+void CompanyModule::openLookups() {
+    AddressFields::fillLists(m_addresses);
+    m_terms->setRows(core::MainDatabase().openRecordset(QStringLiteral("Select * from Terms"),
+                                                        jet::RecordsetType::Snapshot),
+                     QStringLiteral("description"), QStringLiteral("description"));
+}
+
+void CompanyModule::refreshLookup(const QString& table) {
+    if (AddressFields::listsFrom(table) || table.compare(u"Terms", Qt::CaseInsensitive) == 0)
+        openLookups();
+    RecordModule::refreshLookup(table);
+}
+
+void CompanyModule::newDefaults() {
+    const jet::Recordset settings = core::MainDatabase().openRecordset(
+        QStringLiteral("Select * from SystemSettings"), jet::RecordsetType::Snapshot);
+    if (settings.isEmpty())
+        return;
+    const auto preset = [&](const char16_t* column) {
+        return settings.text(m_words.settingsPrefix + QString::fromUtf16(column));
+    };
+    m_shipping->setText(preset(u"Shipping"));
+    m_terms->setText(preset(u"Terms"));
+    m_fob->setText(preset(u"FOB"));
+}
+
+bool CompanyModule::validate() {
+    if (!m_name->text().trimmed().isEmpty())
+        return true;
+    screen::MsgBox(m_words.nameless, screen::Buttons::OkCancel, screen::Icon::Exclamation,
+                   m_words.namelessTitle);
+    m_tabs->setCurrentIndex(0);
+    m_name->setFocus();
+    return false;
+}
+
+void CompanyModule::newRowColumns(jet::Recordset& row) {
+    row.set(u"QBSent", 0);
+}
+
+void CompanyModule::copyMainAddress(const AddressFields& to, const QString& question) {
+    if (!to.line1->isLocked() && mayOverwrite(*to.line1, question))
+        m_addresses.front().copyTo(to);
+}
+
+void CompanyModule::copyContact(const ContactFields& to, const QString& question) {
+    if (to.contact->isLocked() || !mayOverwrite(*to.contact, question))
+        return;
+    to.contact->setText(m_contact.contact->text());
+    to.email->setText(m_contact.email->text());
+    to.phone->setText(m_contact.phone->text());
+    to.fax->setText(m_contact.fax->text());
+}
+
+} // namespace masters
