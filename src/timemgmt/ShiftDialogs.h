@@ -8,7 +8,8 @@ namespace timemgmt {
 class ShiftDialog {
   public:
     virtual ~ShiftDialog() = default;
-    /// `mode` "New", or "Edit" of the shift; whether something was saved.
+    /// `mode` "New", or "Edit" of the shift; whether the shifts have to be shown anew, as something
+    /// was saved or the shift has gone.
     virtual bool ShowForm(const QString& mode, qint64 shiftId) = 0;
 };
 

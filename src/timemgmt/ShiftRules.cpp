@@ -6,6 +6,7 @@
 #include <QFile>
 
 #ifdef Q_OS_UNIX
+#include <cerrno>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <unistd.h>
@@ -17,22 +18,32 @@ using values::quoted;
 
 namespace {
 
-/// Here an open file can be deleted, so it takes a lock to show that somebody has it.
-bool isHeld(const QString& file) {
 #ifdef Q_OS_UNIX
-    const int handle = ::open(QFile::encodeName(file).constData(), O_RDONLY | O_CLOEXEC);
-    if (handle < 0)
-        return QFile::exists(file);
+/// Here an open file can be deleted, so it takes a lock to show that somebody has it. A file system
+/// that knows no such locks can't show it.
+bool isHeld(int file) {
     struct flock range = {};
     range.l_type = F_WRLCK;
     range.l_whence = SEEK_SET;
-    const bool record = ::fcntl(handle, F_GETLK, &range) == 0 && range.l_type != F_UNLCK;
-    const bool whole = ::flock(handle, LOCK_EX | LOCK_NB) != 0;
+    if (::fcntl(file, F_GETLK, &range) == 0 && range.l_type != F_UNLCK)
+        return true;
+    return ::flock(file, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+}
+#endif
+
+/// Deletes the file unless somebody holds it. The lock that was got in trying stays until the file
+/// has gone, so that a companion that starts right now is turned away and not overlooked.
+bool deleteIfFree(const QString& file) {
+#ifdef Q_OS_UNIX
+    const int handle = ::open(QFile::encodeName(file).constData(), O_RDONLY | O_CLOEXEC);
+    // One that can't be asked counts as held.
+    if (handle < 0)
+        return !QFile::exists(file);
+    const bool deleted = !isHeld(handle) && QFile::remove(file);
     ::close(handle);
-    return record || whole;
+    return deleted;
 #else
-    Q_UNUSED(file)
-    return false;
+    return QFile::remove(file);
 #endif
 }
 
@@ -44,9 +55,7 @@ QString timeLiteral(const QString& time) {
 } // namespace
 
 bool canChangeShifts(const QString& markerFile) {
-    if (!QFile::exists(markerFile))
-        return true;
-    return !isHeld(markerFile) && QFile::remove(markerFile);
+    return !QFile::exists(markerFile) || deleteIfFree(markerFile);
 }
 
 bool isShiftSignedIn(jet::Database& database, qint64 shiftId) {
@@ -105,22 +114,26 @@ void addShift(jet::Database& database, const Shift& shift) {
         QStringLiteral(",") + timeLiteral(shift.latest) + QStringLiteral(")"));
 }
 
-void changeShift(jet::Database& database, qint64 shiftId, const Shift& shift, bool resetTimer) {
+bool changeShift(jet::Database& database, qint64 shiftId, const Shift& shift, bool resetTimer) {
     const QString id = QString::number(shiftId);
     jet::Transaction transaction(database);
-    database.execute(QStringLiteral("UPDATE shifts SET description='") + quoted(shift.description) +
-                     QStringLiteral("', earliestsignin=") + timeLiteral(shift.earliest) +
-                     QStringLiteral(", latestsignout=") + timeLiteral(shift.latest) +
-                     QStringLiteral(" WHERE id=") + id);
+    const int changed =
+        database.execute(QStringLiteral("UPDATE shifts SET description='") +
+                         quoted(shift.description) + QStringLiteral("', earliestsignin=") +
+                         timeLiteral(shift.earliest) + QStringLiteral(", latestsignout=") +
+                         timeLiteral(shift.latest) + QStringLiteral(" WHERE id=") + id);
     if (resetTimer)
         database.execute(QStringLiteral("DELETE FROM shiftstimer WHERE shiftsid=") + id);
     transaction.commit();
+    return changed > 0;
 }
 
-void saveTimer(jet::Database& database, qint64 shiftId, const QStringList& suspend,
+bool saveTimer(jet::Database& database, qint64 shiftId, const QStringList& suspend,
                const QStringList& signOut) {
     const QString id = QString::number(shiftId);
     jet::Transaction transaction(database);
+    if (!database.hasRows(QStringLiteral("SELECT * FROM shifts WHERE id=") + id))
+        return false;
     database.execute(QStringLiteral("DELETE FROM shiftstimer WHERE shiftsid=") + id);
     const auto insert = [&](const QStringList& times, const QString& type) {
         for (const QString& time : times) {
@@ -134,6 +147,7 @@ void saveTimer(jet::Database& database, qint64 shiftId, const QStringList& suspe
     insert(suspend, QStringLiteral("Suspend"));
     insert(signOut, QStringLiteral("Signout"));
     transaction.commit();
+    return true;
 }
 
 } // namespace timemgmt

@@ -35,11 +35,12 @@ struct Shift {
     QString latest;
 };
 void addShift(jet::Database& database, const Shift& shift);
-/// `resetTimer`: the range was changed, so that the timer's times go.
-void changeShift(jet::Database& database, qint64 shiftId, const Shift& shift, bool resetTimer);
+/// `resetTimer`: the range was changed, so that the timer's times go. False if the shift has gone.
+bool changeShift(jet::Database& database, qint64 shiftId, const Shift& shift, bool resetTimer);
 
-/// Writes a shift's timer anew; empty texts are left out.
-void saveTimer(jet::Database& database, qint64 shiftId, const QStringList& suspend,
+/// Writes a shift's timer anew; empty texts are left out. False, with nothing written, if the shift
+/// has gone.
+bool saveTimer(jet::Database& database, qint64 shiftId, const QStringList& suspend,
                const QStringList& signOut);
 
 } // namespace timemgmt

@@ -17,17 +17,17 @@ frmShiftsAddEdit::frmShiftsAddEdit()
     auto* body = new QWidget(this);
     outside->addWidget(body);
     screen::Fields fields(body);
-    txtDescription = fields.text(QStringLiteral("txtDescription"), QStringLiteral("D&escription:"),
+    txtDescription = fields.text(QStringLiteral("txtDescription"), QStringLiteral("D&escription"),
                                  {.limit = core::MainDatabase().width(u"Shifts", u"Description"),
                                   .filter = values::keys::description(),
                                   .characters = 36});
     fields.nextRow();
     fpEarliestSI = new controls::TimeField(body);
     fields.add(fpEarliestSI, QStringLiteral("fpEarliestSI"),
-               QStringLiteral("Earliest &Sign-In Time:"));
+               QStringLiteral("Earliest &Sign-In Time"));
     fields.nextRow();
     fpLatestSO = new controls::TimeField(body);
-    fields.add(fpLatestSO, QStringLiteral("fpLatestSO"), QStringLiteral("&Latest Sign-In Time:"));
+    fields.add(fpLatestSO, QStringLiteral("fpLatestSO"), QStringLiteral("&Latest Sign-In Time"));
     outside->addStretch();
 
     screen::ButtonBar bar(this, outside);
@@ -54,10 +54,8 @@ bool frmShiftsAddEdit::ShowForm(const QString& mode, qint64 shiftId) {
         const jet::Recordset shift = database.openRecordset(
             QStringLiteral("SELECT * FROM shifts WHERE id=") + id, jet::RecordsetType::Snapshot);
         if (shift.isEmpty()) {
-            screen::MsgBox(
-                id + QStringLiteral(" item no. not found! Shifts table may need to be fixed!"),
-                screen::Buttons::Ok, screen::Icon::Critical);
-            return false;
+            sayNotFound();
+            return true;
         }
         m_loading = true;
         txtDescription->setText(shift.text(u"Description"));
@@ -69,7 +67,13 @@ bool frmShiftsAddEdit::ShowForm(const QString& mode, qint64 shiftId) {
     }
     txtDescription->setFocus();
     showModal();
-    return m_saved;
+    return m_showAnew;
+}
+
+void frmShiftsAddEdit::sayNotFound() const {
+    screen::MsgBox(QString::number(m_shiftId) +
+                       QStringLiteral(" item no. not found! Shifts table may need to be fixed!"),
+                   screen::Buttons::Ok, screen::Icon::Critical);
 }
 
 void frmShiftsAddEdit::rangeChanged() {
@@ -114,11 +118,14 @@ bool frmShiftsAddEdit::save() {
     if (!validate())
         return false;
     const Shift shift{txtDescription->text(), fpEarliestSI->text(), fpLatestSO->text()};
-    if (m_shiftId == 0)
+    if (m_shiftId == 0) {
         addShift(core::MainDatabase(), shift);
-    else
-        changeShift(core::MainDatabase(), m_shiftId, shift, m_resetTimer);
-    m_saved = true;
+    } else if (!changeShift(core::MainDatabase(), m_shiftId, shift, m_resetTimer)) {
+        m_showAnew = true;
+        sayNotFound();
+        return false;
+    }
+    m_showAnew = true;
     core::refreshNeighbours({QStringLiteral("frmEmployee")}, QStringLiteral("Shifts"));
     return true;
 }

@@ -17,6 +17,7 @@ class frmShiftsAddEdit : public screen::Form, public ShiftDialog {
   private:
     void cmdOK_Click();
     void cmdOKNew_Click();
+    void sayNotFound() const;
     void rangeChanged();
     bool validate();
     bool save();
@@ -29,7 +30,7 @@ class frmShiftsAddEdit : public screen::Form, public ShiftDialog {
     bool m_hasTimer = false;
     bool m_resetTimer = false;
     bool m_loading = false;
-    bool m_saved = false;
+    bool m_showAnew = false;
 };
 
 } // namespace timemgmt

@@ -9,6 +9,8 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
+#include <utility>
+
 namespace timemgmt {
 
 frmShiftsTimer::frmShiftsTimer()
@@ -52,9 +54,12 @@ frmShiftsTimer::Times frmShiftsTimer::makeTimes(QWidget* parent, const QString& 
         fields.add(field, name + QStringLiteral("(%1)").arg(i));
         fields.nextRow();
         on(field->changed, [this] { m_changed = m_changed || !m_loading; });
-        on(field->left, [field] {
-            if (!isTimerTime(field->text()))
-                field->clear();
+        on(field->entered, [this] { m_emptied = nullptr; });
+        on(field->left, [this, field] {
+            if (isTimerTime(field->text()))
+                return;
+            m_emptied = field->isValid() ? nullptr : field;
+            field->clear();
         });
         times[i] = field;
     }
@@ -67,9 +72,7 @@ void frmShiftsTimer::ShowForm(qint64 shiftId, bool readOnly) {
     const jet::Recordset shift = core::MainDatabase().openRecordset(
         QStringLiteral("SELECT * FROM shifts WHERE id=") + id, jet::RecordsetType::Snapshot);
     if (shift.isEmpty()) {
-        screen::MsgBox(
-            id + QStringLiteral(" record id not found! Shifts table may need to be fixed!"),
-            screen::Buttons::Ok, screen::Icon::Critical);
+        sayNotFound();
         return;
     }
     const auto earliest = shift[u"EarliestSignIn"].toDateTime();
@@ -94,6 +97,12 @@ void frmShiftsTimer::ShowForm(qint64 shiftId, bool readOnly) {
             field->setEnabled(!readOnly);
     }
     showModal();
+}
+
+void frmShiftsTimer::sayNotFound() const {
+    screen::MsgBox(QString::number(m_shiftId) +
+                       QStringLiteral(" record id not found! Shifts table may need to be fixed!"),
+                   screen::Buttons::Ok, screen::Icon::Critical);
 }
 
 void frmShiftsTimer::fill(qint64 shiftId) {
@@ -153,10 +162,18 @@ bool frmShiftsTimer::validate() {
 }
 
 void frmShiftsTimer::cmdOK_Click() {
+    // Emptied by leaving it for this button: nobody has seen it yet.
+    if (controls::TimeField* emptied = std::exchange(m_emptied, nullptr)) {
+        complain(QStringLiteral("This isn't a time."), emptied);
+        return;
+    }
     if (m_changed) {
         if (!validate())
             return;
-        saveTimer(core::MainDatabase(), m_shiftId, texts(fpRunSuspend), texts(fpRunSignout));
+        if (!saveTimer(core::MainDatabase(), m_shiftId, texts(fpRunSuspend), texts(fpRunSignout))) {
+            sayNotFound();
+            return;
+        }
     }
     hideModal();
 }

@@ -22,6 +22,7 @@ class frmShiftsTimer : public screen::Form, public ShiftTimerDialog {
     Times makeTimes(QWidget* parent, const QString& name, const QString& caption);
     static QStringList texts(const Times& fields);
     QStringList series(const Times& fields) const;
+    void sayNotFound() const;
     void fill(qint64 shiftId);
     bool validate();
     void cmdOK_Click();
@@ -32,6 +33,7 @@ class frmShiftsTimer : public screen::Form, public ShiftTimerDialog {
     Times fpRunSignout;
     qint64 m_shiftId = 0;
     QTime m_earliest, m_latest;
+    controls::TimeField* m_emptied = nullptr; ///< lately left with text that is no time
     bool m_loading = false;
     bool m_changed = false;
 };

@@ -3,6 +3,7 @@
 #include "support/DatabaseFixture.h"
 
 #include <QFile>
+#include <QTime>
 
 #include <algorithm>
 #include <array>
@@ -16,40 +17,52 @@ using namespace timemgmt;
 
 namespace {
 
-QString clock(int hour) {
-    return QStringLiteral("%1:00:00").arg(hour, 2, 10, QLatin1Char('0'));
+QString clock(int seconds) {
+    return QTime(0, 0).addSecs(seconds).toString(QStringLiteral("HH:mm:ss"));
 }
 
-/// By the places where the times drop: none, or one after which nothing passes either end.
-bool expectedValid(const std::vector<int>& hours) {
-    std::vector<size_t> drops;
-    for (size_t i = 1; i < hours.size(); ++i) {
-        if (hours[i] < hours[i - 1])
-            drops.push_back(i);
+bool rises(const std::vector<int>& times, size_t from, size_t to) {
+    return std::is_sorted(times.begin() + static_cast<long>(from),
+                          times.begin() + static_cast<long>(to));
+}
+
+/// Whether midnight can be put somewhere: either nowhere, or so that the times rise before and
+/// behind it and none behind it passes an end of the shift.
+bool expectedValid(const std::vector<int>& times) {
+    const int bound = std::min(times.front(), times.back());
+    for (size_t midnight = 1; midnight < times.size(); ++midnight) {
+        if (rises(times, 0, midnight) && rises(times, midnight, times.size()) &&
+            *std::max_element(times.begin() + static_cast<long>(midnight), times.end()) <= bound)
+            return true;
     }
-    if (drops.empty())
-        return true;
-    if (drops.size() > 1)
-        return false;
-    const int highest = *std::max_element(hours.begin() + static_cast<long>(drops[0]), hours.end());
-    return highest <= hours.back() && highest <= hours.front();
+    return rises(times, 0, times.size());
 }
 
 } // namespace
 
-TEST(TimeSeries, AgreesWithTheDropsInRandomSeries) {
+TEST(TimeSeries, AgreesWithEveryPlaceOfMidnight) {
     std::mt19937 random(53); // NOLINT(cert-msc51-cpp): the same series each time
+    // Few moments, so that many are equal, and neighbours that differ in each place of the text.
+    const int moments[] = {0,          1,         59,        9 * 3600 + 3599, 10 * 3600,
+                           36001,      12 * 3600, 13 * 3600, 20 * 3600 - 1,   20 * 3600,
+                           86400 - 60, 86400 - 1};
     int valid = 0;
     for (int n = 0; n < 100000; ++n) {
-        std::vector<int> hours(2 + random() % 5);
-        QStringList series;
-        for (int& hour : hours) {
-            hour = static_cast<int>(random() % 8) * 3;
-            series << clock(hour);
+        std::vector<int> times(1 + random() % 7);
+        for (int& time : times)
+            time = moments[random() % std::size(moments)];
+        // A quarter as they are likely to be entered: rising, from somewhere on.
+        if (random() % 4 == 0) {
+            std::sort(times.begin(), times.end());
+            std::rotate(times.begin(), times.begin() + static_cast<long>(random() % times.size()),
+                        times.end());
         }
-        ASSERT_EQ(IsValidTimeSeries(series), expectedValid(hours))
+        QStringList series;
+        for (const int time : times)
+            series << clock(time);
+        ASSERT_EQ(IsValidTimeSeries(series), expectedValid(times))
             << series.join(u' ').toStdString();
-        valid += expectedValid(hours) ? 1 : 0;
+        valid += expectedValid(times) ? 1 : 0;
     }
     EXPECT_GT(valid, 10000);
     EXPECT_LT(valid, 90000);
@@ -59,7 +72,7 @@ TEST(TimeSeries, NightAndDayShifts) {
     const auto series = [](std::initializer_list<int> hours) {
         QStringList texts;
         for (const int hour : hours)
-            texts << clock(hour);
+            texts << clock(hour * 3600);
         return IsValidTimeSeries(texts);
     };
     EXPECT_TRUE(series({22, 23, 2, 6}));
@@ -143,10 +156,13 @@ TEST_P(ShiftRows, TimerGoesWithTheRangeAndStaysWithTheName) {
     EXPECT_EQ(timer(), both);
     EXPECT_EQ(rows(QStringLiteral("SELECT earliestsignin, latestsignout FROM shifts")),
               QStringList(QStringLiteral("6:00:00 AM|")));
-    changeShift(db(), day(),
-                {QStringLiteral("Day"), QStringLiteral("07:00 AM"), QStringLiteral("03:00 PM")},
-                true);
+    const Shift shift{QStringLiteral("Day"), QStringLiteral("07:00 AM"),
+                      QStringLiteral("03:00 PM")};
+    EXPECT_TRUE(changeShift(db(), day(), shift, true));
     EXPECT_EQ(timer(), QStringList());
+    EXPECT_FALSE(changeShift(db(), 99, shift, true));
+    EXPECT_FALSE(saveTimer(db(), 99, {QStringLiteral("10:00 AM")}, {}));
+    EXPECT_EQ(timer(), QStringList()) << "no times of a shift that has gone";
 }
 
 TEST_P(ShiftRows, DeletingTakesTheTimerAlong) {

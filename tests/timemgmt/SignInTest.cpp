@@ -1,134 +1,161 @@
 #include "timemgmt/modCheckSignIn.h"
 
-#include "support/DatabaseFixture.h"
+#include "timemgmt/Floor.h"
+#include "timemgmt/TimeRows.h"
 
 #include <algorithm>
 #include <random>
 
 using namespace timemgmt;
 
-namespace {
-
-constexpr int none = -1; ///< no moment: Null
-
-QDateTime moment(int minutes) {
-    return QDateTime(QDate(2026, 3, 2), QTime(0, 0), Qt::UTC).addSecs(minutes * 60);
-}
-
-QString sql(int minutes) {
-    return minutes == none
-               ? QStringLiteral("NULL")
-               : QStringLiteral("#") + jet::Value(moment(minutes)).toText() + QStringLiteral("#");
-}
-
-struct Work {
-    bool inHouse = true;
-    bool ownSupervisor = false;
-    int start = 0, susp = none, finish = none;
-
-    /// The latest end that binds.
-    int end() const { return inHouse ? std::max(susp, ownSupervisor ? finish : none) : finish; }
-};
-
-struct Attendance {
-    qint64 id = 0;
-    int employee = 0, in = 0, out = none;
-    std::vector<Work> work;
-
-    bool touches(int from, int to) const {
-        if (out == none)
-            return in >= from && in <= to;
-        return in <= to && out >= from;
-    }
-    bool holdsWork(int from, int to) const {
-        return std::all_of(work.begin(), work.end(),
-                           [&](const Work& w) { return w.start >= from && w.end() <= to; });
-    }
-};
-
-} // namespace
-
-class SignIn : public testsupport::ShopDatabaseFixture {
+class SignIn : public testsupport::TimeRows {
   protected:
-    qint64 insert(const QString& table, const QString& columns, const QString& values) {
-        db().execute(QStringLiteral("INSERT INTO %1 (%2) VALUES(%3)").arg(table, columns, values));
-        return db().lastCounter();
-    }
-    qint64 attendance(int employee, int in, int out) {
-        return insert(QStringLiteral("Sign_in"), QStringLiteral("EmpID, Sign_in, Sign_out"),
-                      QStringLiteral("%1,%2,%3").arg(employee).arg(sql(in), sql(out)));
-    }
-    qint64 operation(const QString& type) {
-        return insert(QStringLiteral("Operation"),
-                      QStringLiteral("Description, OperType, OperShopRate"),
-                      QStringLiteral("'%1','%1',50").arg(type));
-    }
-    qint64 work(qint64 sign, qint64 jobNo, qint64 operNo, const QString& status, int start,
-                int susp = none, int finish = none, int supervisor = 0) {
-        return insert(
-            QStringLiteral("Timelog"),
-            QStringLiteral("SignID, JobNo, OperNo, EmpID, Status, StartDate, SuspDate, FinishDate, "
-                           "SupervID"),
-            QStringLiteral("%1,%2,%3,1,'%4',%5,%6,%7,%8")
-                .arg(sign)
-                .arg(jobNo)
-                .arg(operNo)
-                .arg(status, sql(start), sql(susp), sql(finish))
-                .arg(supervisor));
-    }
-    std::optional<Refusal> check(const char16_t* action, int employee, int in, int out,
+    std::optional<Refusal> check(const char16_t* action, qint64 employee, int in, int out,
                                  qint64 id = 0) {
         return CheckSignIn(db(), QString::fromUtf16(action), employee, moment(in), moment(out), id);
     }
 };
 MIRSA_BOTH_ENGINES(SignIn);
 
-TEST_P(SignIn, RangesAgreeWithBruteForce) {
-    std::mt19937 random(51); // NOLINT(cert-msc51-cpp): the same cases each time
-    const auto upTo = [&](int n) { return static_cast<int>(random() % static_cast<unsigned>(n)); };
-    const qint64 inHouse = operation(QStringLiteral("I")),
-                 overhead = operation(QStringLiteral("O"));
-    std::vector<Attendance> all(18);
-    for (Attendance& a : all) {
-        a.employee = 1 + upTo(6);
-        a.in = 1 + upTo(60);
-        a.out = upTo(4) == 0 ? none : a.in + upTo(8);
-        a.id = attendance(a.employee, a.in, a.out);
-        for (int n = upTo(3); n > 0; --n) {
-            Work w{upTo(2) == 0, upTo(2) == 0, a.in + upTo(3)};
-            w.susp = upTo(3) == 0 ? none : w.start + upTo(3);
-            w.finish = upTo(3) == 0 ? none : w.start + upTo(3);
-            // The rows' own employee is 1.
-            work(a.id, 0, w.inHouse ? inHouse : overhead, QStringLiteral("D"), w.start, w.susp,
-                 w.finish, w.ownSupervisor ? 1 : 2);
-            a.work.push_back(w);
+namespace {
+
+/// Rows of chance and what may be done with them, by one rule at a time and without any SQL.
+class SignInByChance : public SignIn {
+  protected:
+    struct Attendance {
+        qint64 id = 0, employee = 0;
+        Moment in, out;
+        std::vector<int> starts, ends; ///< of the work that binds
+    };
+
+    int upTo(int n) { return static_cast<int>(m_random() % static_cast<unsigned>(n)); }
+    /// Around a few minutes, so that ends often meet or miss each other by a second.
+    int near(int minute) { return minute * 60 + (upTo(2) == 0 ? 0 : upTo(3) - 1); }
+
+    void fill() {
+        for (const char16_t* table : {u"Sign_in", u"Timelog"})
+            db().execute(QStringLiteral("DELETE FROM ") + QString::fromUtf16(table));
+        m_all.assign(18, {});
+        for (Attendance& a : m_all) {
+            a.employee = 1 + upTo(6);
+            const int in = 4 + upTo(20);
+            a.in = near(in);
+            a.out = upTo(4) == 0 ? Moment() : near(in + 1 + upTo(6));
+            if (upTo(12) == 0)
+                a.in = {};
+            a.id = attendance(a.employee, a.in, a.out);
+            for (int n = upTo(4); n > 0; --n)
+                addWork(a, in);
         }
     }
-    const int cases = GetParam() == testsupport::EngineKind::File ? 100000 : 5000;
-    int refused = 0;
-    for (int n = 0; n < cases; ++n) {
-        const Attendance& edited = all[static_cast<size_t>(upTo(18))];
-        const bool isNew = upTo(2) == 0;
-        const int from = std::max(1, edited.in - 3 + upTo(6));
-        const int to = from + upTo(12);
-        bool expected = isNew || edited.holdsWork(from, to);
-        for (const Attendance& other : all) {
-            if (other.employee == edited.employee && (isNew || other.id != edited.id))
-                expected = expected && !other.touches(from, to);
-        }
-        const auto refusal = check(isNew ? u"New" : u"Edit", edited.employee, from, to, edited.id);
-        ASSERT_EQ(!refusal, expected)
-            << (isNew ? "new " : "edit ") << edited.id << ": " << from << " to " << to;
-        refused += refusal ? 1 : 0;
+
+    void addWork(Attendance& a, int in) {
+        Work w;
+        w.sign = a.id;
+        w.employee = a.employee;
+        const int type = upTo(8); // 0: contractor, 1: deleted since, then overhead and in house
+        const bool overhead = type < 4;
+        w.operation = type == 0   ? m_contractor
+                      : type == 1 ? qint64{9999}
+                      : overhead  ? m_overhead
+                                  : m_inHouse;
+        const int status = upTo(8);
+        static const char16_t* const codes[] = {u"A", u"D", u"F", u"x"};
+        if (status == 0)
+            w.status = {};
+        else
+            w.status = status == 1 ? QStringLiteral("0") : QString::fromUtf16(codes[upTo(4)]);
+        if (upTo(10) != 0)
+            w.start = near(in + upTo(3));
+        if (upTo(3) != 0)
+            w.susp = near(in + 1 + upTo(4));
+        if (upTo(3) != 0)
+            w.finish = near(in + 1 + upTo(4));
+        const int supervisor = upTo(3);
+        if (supervisor != 0)
+            w.supervisor = supervisor == 1 ? a.employee : a.employee + 1;
+        work(w);
+
+        if (type < 2 || status < 2)
+            return;
+        if (w.start)
+            a.starts.push_back(*w.start);
+        if (w.susp && !overhead)
+            a.ends.push_back(*w.susp);
+        if (w.finish && (overhead || supervisor == 1))
+            a.ends.push_back(*w.finish);
     }
-    EXPECT_GT(refused, cases / 10);
-    EXPECT_LT(refused, cases * 95 / 100);
+
+    /// Whether a row and a range have a second in common, counted out; of an open row only its
+    /// beginning counts, of one without a beginning only its end.
+    static bool meet(const Attendance& a, int from, int to) {
+        if (!a.in && !a.out)
+            return false;
+        const int begin = a.in.value_or(a.out.value_or(0)), end = a.out.value_or(begin);
+        for (int second = from; second <= to; ++second) {
+            if (second >= begin && second <= end)
+                return true;
+        }
+        return false;
+    }
+
+    bool mayBe(const Attendance& edited, bool isNew, int from, int to) const {
+        for (const Attendance& other : m_all) {
+            const bool concerns =
+                other.employee == edited.employee && (isNew || other.id != edited.id);
+            if (concerns && meet(other, from, to))
+                return false;
+        }
+        if (isNew)
+            return true;
+        return std::all_of(edited.starts.begin(), edited.starts.end(),
+                           [&](int start) { return start >= from; }) &&
+               std::all_of(edited.ends.begin(), edited.ends.end(),
+                           [&](int end) { return end <= to; });
+    }
+
+    std::mt19937 m_random{51}; // NOLINT(cert-msc51-cpp): the same cases each time
+    std::vector<Attendance> m_all;
+    qint64 m_inHouse = 0, m_overhead = 0, m_contractor = 0;
+};
+MIRSA_BOTH_ENGINES(SignInByChance);
+
+} // namespace
+
+TEST_P(SignInByChance, RangesAgreeWithBruteForce) {
+    m_inHouse = operation(QStringLiteral("I"));
+    m_overhead = operation(QStringLiteral("O"));
+    m_contractor = operation(QStringLiteral("C"));
+    const int rounds = 20;
+    const int cases = GetParam() == testsupport::EngineKind::File ? 5000 : 250;
+    int refused[2] = {0, 0};
+    for (int round = 0; round < rounds; ++round) {
+        fill();
+        for (int n = 0; n < cases; ++n) {
+            const Attendance& edited = m_all[static_cast<size_t>(upTo(18))];
+            const bool isNew = upTo(2) == 0;
+            const int minute = edited.in.value_or(600) / 60 - 3 + upTo(6);
+            const int from = near(minute);
+            const int to = std::max(from, near(minute + upTo(12)));
+            const auto refusal =
+                check(isNew ? u"New" : u"Edit", edited.employee, from, to, edited.id);
+            ASSERT_EQ(!refusal, mayBe(edited, isNew, from, to))
+                << "round " << round << (isNew ? ", new " : ", edit ") << edited.id << ": " << from
+                << " to " << to;
+            refused[isNew] += refusal ? 1 : 0;
+        }
+    }
+    for (const int count : refused) {
+        EXPECT_GT(count, rounds * cases / 20);
+        EXPECT_LT(count, rounds * cases * 19 / 40);
+    }
 }
 
 TEST_P(SignIn, SaysWhyNot) {
-    const qint64 row = attendance(1, 8 * 60, 16 * 60);
+    const int hour = 3600;
+    const qint64 row = attendance(1, 8 * hour, 16 * hour);
     const QString range = QStringLiteral("Invalid Sign In and Sign Out Range. ");
-    const auto conflict = check(u"New", 1, 16 * 60, 17 * 60);
+    const auto conflict = check(u"New", 1, 16 * hour, 17 * hour);
     ASSERT_TRUE(conflict);
     EXPECT_EQ(conflict->text,
               range + QStringLiteral("An existing record with Sign In=3/2/2026 8:00:00 AM and Sign "
@@ -136,13 +163,16 @@ TEST_P(SignIn, SaysWhyNot) {
     EXPECT_FALSE(conflict->stop);
     EXPECT_FALSE(check(u"Delete", 1, 0, 0, row));
 
-    const qint64 outside = operation(QStringLiteral("C"));
-    work(row, 0, outside, QStringLiteral("D"), 1, 2000);
-    work(row, 0, operation(QStringLiteral("I")), QStringLiteral("0"), 1);
-    EXPECT_FALSE(check(u"Edit", 1, 9 * 60, 10 * 60, row)) << "neither kind counts";
-    work(row, 0, operation(QStringLiteral("O")), QStringLiteral("A"), 8 * 60);
-    const auto early = check(u"Edit", 1, 9 * 60, 10 * 60, row);
+    work({.sign = row, .operation = operation(QStringLiteral("C")), .start = 1, .susp = 2000});
+    const qint64 inHouse = operation(QStringLiteral("I"));
+    work({.sign = row, .operation = inHouse, .status = QStringLiteral("0"), .start = 1});
+    EXPECT_FALSE(check(u"Edit", 1, 9 * hour, 10 * hour, row)) << "neither kind counts";
+    // One entry has lost its start; the other tells when the work began.
+    work({.sign = row, .operation = inHouse});
+    work({.sign = row, .operation = operation(QStringLiteral("O")), .start = 8 * hour});
+    const auto early = check(u"Edit", 1, 9 * hour, 10 * hour, row);
     ASSERT_TRUE(early);
+    EXPECT_FALSE(early->stop);
     EXPECT_EQ(early->text,
               range + QStringLiteral("Based on employee's Timelog records, Sign In should be "
                                      "earlier than or equal to 3/2/2026 8:00:00 AM, and Sign Out "
@@ -162,64 +192,92 @@ TEST_P(SignIn, SaysWhyNot) {
     }
 }
 
-TEST_P(SignIn, HandEnteredSignOutEndsOpenWork) {
-    const qint64 inHouse = operation(QStringLiteral("I")),
-                 overhead = operation(QStringLiteral("O"));
-    const qint64 job =
-        insert(QStringLiteral("Job"), QStringLiteral("Quantity, TotalHours, JobShopCost"),
-               QStringLiteral("4,1,2"));
-    insert(QStringLiteral("JobOper"),
-           QStringLiteral("JobNo, OperNo, OperTime_Amount, OperShopRate, Status"),
-           QStringLiteral("%1,%2,1,50,' '").arg(job).arg(inHouse));
-    attendance(1, 0, 60);
-    const qint64 row = attendance(1, 480, 570);
-    work(row, job, inHouse, QStringLiteral("A"), 480);
-    work(row, job, inHouse, QStringLiteral("D"), 480, 500);
-    work(row, 0, overhead, QStringLiteral("A"), 570);
-    work(row, job, inHouse, QStringLiteral("0"), 480);
-    EXPECT_EQ(CloseOpenTimelogs(db(), QStringLiteral("New"), 1, moment(570), 0), 2);
-    EXPECT_EQ(rows(QStringLiteral("SELECT Status, AccumTime, SuspDate, FinishDate FROM Timelog "
-                                  "ORDER BY ID")),
-              (QStringList{QStringLiteral("D|1.5|3/2/2026 9:30:00 AM|"),
-                           QStringLiteral("D||3/2/2026 8:20:00 AM|"),
-                           QStringLiteral("F|0||3/2/2026 9:30:00 AM"), QStringLiteral("0|||")}));
-    EXPECT_EQ(rows(QStringLiteral("SELECT OperTime_Amount, Status FROM JobOper")),
-              QStringList(QStringLiteral("2.5|D")));
-    // 1.5 hours at 50 over 4 pieces.
-    EXPECT_EQ(rows(QStringLiteral("SELECT TotalHours, JobShopCost FROM Job")),
-              QStringList(QStringLiteral("2.5|20.75")));
-    EXPECT_EQ(CloseOpenTimelogs(db(), QStringLiteral("Edit"), 1, moment(600), row), 0);
-    EXPECT_EQ(CloseOpenTimelogs(db(), QStringLiteral("New"), 7, moment(600), 0), 0);
-
-    execute(u"UPDATE JobOper SET Status='F'");
-    PostTimeToJob(db(), job, inHouse, 0.25);
-    EXPECT_EQ(rows(QStringLiteral("SELECT OperTime_Amount, Status FROM JobOper")),
-              QStringList(QStringLiteral("2.75|F")));
+/// Midnight, years that two digits would move to another century, and the zero date, whose texts
+/// leave something out.
+TEST_P(SignIn, OddMomentsMeanThemselves) {
+    const QTime midnight(0, 0), late(23, 59, 59);
+    const struct {
+        QDateTime at;
+        const char16_t* text;
+    } cases[] = {
+        {{QDate(2026, 3, 2), midnight, Qt::UTC}, u"3/2/2026"},
+        {{QDate(2026, 12, 31), late, Qt::UTC}, u"12/31/2026 11:59:59 PM"},
+        {{QDate(1929, 12, 31), QTime(12, 0), Qt::UTC}, u"12/31/1929 12:00:00 PM"},
+        {{QDate(2030, 1, 2), QTime(0, 0, 1), Qt::UTC}, u"1/2/2030 12:00:01 AM"},
+        {{QDate(1899, 12, 30), QTime(7, 5), Qt::UTC}, u"7:05:00 AM"},
+        {{QDate(1899, 12, 30), midnight, Qt::UTC}, u"12/30/1899"},
+        {{QDate(203, 4, 5), midnight, Qt::UTC}, u"4/5/203"},
+    };
+    const qint64 overhead = operation(QStringLiteral("O"));
+    for (const auto& c : cases) {
+        const QString shown = QString::fromUtf16(c.text);
+        const qint64 row = attendance(1, {}, {});
+        work({.sign = row, .operation = overhead, .start = 0});
+        ASSERT_EQ(CloseOpenTimelogs(db(), row, c.at), 1);
+        db().execute(QStringLiteral("UPDATE Sign_in SET Sign_in=(SELECT FinishDate FROM Timelog "
+                                    "WHERE SignID=%1) WHERE ID=%1")
+                         .arg(row));
+        EXPECT_EQ(db().lookup(QStringLiteral("SELECT Sign_in FROM Sign_in WHERE ID=%1").arg(row)),
+                  jet::Value(c.at))
+            << shown.toStdString();
+        const auto met = [&](int from, int to) {
+            return CheckSignIn(db(), QStringLiteral("New"), 1, c.at.addSecs(from), c.at.addSecs(to),
+                               0);
+        };
+        const auto conflict = met(0, 0);
+        ASSERT_TRUE(conflict) << shown.toStdString();
+        EXPECT_TRUE(conflict->text.contains(QStringLiteral("Sign In=") + shown +
+                                            QStringLiteral(" and Sign Out= conflicts")))
+            << conflict->text.toStdString();
+        EXPECT_FALSE(met(1, 60)) << shown.toStdString();
+        EXPECT_FALSE(met(-60, -1)) << shown.toStdString();
+        execute(u"DELETE FROM Sign_in");
+    }
 }
 
-TEST_P(SignIn, AJobOfNoPiecesLeavesEverythingOpen) {
-    const qint64 inHouse = operation(QStringLiteral("I"));
-    const qint64 job =
-        insert(QStringLiteral("Job"), QStringLiteral("Quantity"), QStringLiteral("0"));
-    insert(QStringLiteral("JobOper"),
-           QStringLiteral("JobNo, OperNo, OperTime_Amount, OperShopRate"),
-           QStringLiteral("%1,%2,1,50").arg(job).arg(inHouse));
-    const qint64 row = attendance(1, 480, 570);
-    work(row, job, inHouse, QStringLiteral("A"), 480);
-    EXPECT_EQ(
-        errorOf([&] { CloseOpenTimelogs(db(), QStringLiteral("Edit"), 1, moment(570), row); }),
-        jet::errors::divisionByZero);
-    EXPECT_EQ(rows(QStringLiteral("SELECT Status, SuspDate FROM Timelog")),
-              QStringList(QStringLiteral("A|")));
-    EXPECT_EQ(rows(QStringLiteral("SELECT OperTime_Amount FROM JobOper")),
-              QStringList(QStringLiteral("1")));
+TEST_P(SignIn, MomentsCountAsTheyShow) {
+    const qint64 row = attendance(1, 28800, 57600);
+    work({.sign = row, .operation = operation(QStringLiteral("O")), .start = 28800});
+    const auto elsewhere = [](int hour) {
+        return QDateTime(QDate(2026, 3, 2), QTime(hour, 0), Qt::OffsetFromUTC, -5 * 3600);
+    };
+    EXPECT_FALSE(CheckSignIn(db(), QStringLiteral("Edit"), 1, elsewhere(8), elsewhere(16), row));
+    EXPECT_TRUE(CheckSignIn(db(), QStringLiteral("Edit"), 1, elsewhere(9), elsewhere(16), row));
+    EXPECT_EQ(CloseOpenTimelogs(db(), row, elsewhere(10)), 1);
+    EXPECT_EQ(rows(QStringLiteral("SELECT AccumTime, FinishDate FROM Timelog")),
+              QStringList(QStringLiteral("2|3/2/2026 10:00:00 AM")));
+}
+
+/// What other programs store may be finer than what is shown and typed.
+TEST_P(SignIn, FractionsOfASecondDontBind) {
+    const qint64 row = attendance(1, 28800, 57600);
+    const qint64 overhead = operation(QStringLiteral("O"));
+    work({.sign = row, .operation = overhead, .start = 30000, .finish = 40000});
+    work({.sign = row, .operation = overhead, .start = 31000, .finish = 39000});
+    testsupport::Floor floor(testDatabase().location());
+    if (db().isServer()) {
+        ASSERT_GE(floor.run("ALTER TABLE timelog ALTER startdate TYPE timestamp(3), "
+                            "ALTER finishdate TYPE timestamp(3)"),
+                  0);
+    }
+    ASSERT_EQ(floor.run("UPDATE timelog SET startdate = '2026-03-02 08:20:00.700', "
+                        "finishdate = '2026-03-02 11:06:40.700'"),
+              2);
+    EXPECT_FALSE(check(u"Edit", 1, 30000, 40000, row));
+    const auto late = check(u"Edit", 1, 30001, 40000, row);
+    ASSERT_TRUE(late);
+    EXPECT_TRUE(late->text.contains(QStringLiteral("equal to 3/2/2026 8:20:00 AM, and Sign Out "
+                                                   "should be later than or equal to 3/2/2026 "
+                                                   "11:06:40 AM!")))
+        << late->text.toStdString();
+    EXPECT_TRUE(check(u"Edit", 1, 30000, 39999, row));
 }
 
 TEST_P(SignIn, OnlyEditingTheLatestSignsOut) {
     execute(u"INSERT INTO Employee (lastname, SignedIn) VALUES('Hall', True)");
     const qint64 employee = db().lastCounter();
-    const qint64 late = attendance(static_cast<int>(employee), 900, 960);
-    const qint64 early = attendance(static_cast<int>(employee), 480, 570);
+    const qint64 late = attendance(employee, 900, 960);
+    const qint64 early = attendance(employee, 480, 570);
     const QString signedIn = QStringLiteral("SELECT SignedIn FROM Employee");
     SignOutIfLatest(db(), employee, early);
     EXPECT_EQ(rows(signedIn), QStringList(QStringLiteral("True")));

@@ -21,7 +21,10 @@ QDateTime momentOf(const QTime& time) {
 TimeField::TimeField(QWidget* parent) : QLineEdit(parent) {
     setPlaceholderText(QStringLiteral("h:mm AM"));
     setMaxLength(11);
-    connect(this, &QLineEdit::textEdited, this, [this] { takeText(); });
+    connect(this, &QLineEdit::textEdited, this, [this] {
+        takeText();
+        tellChange();
+    });
 }
 
 std::optional<QTime> TimeField::timeFromText(const QString& text) {
@@ -47,7 +50,8 @@ void TimeField::setTime(const std::optional<QTime>& time) {
     QLineEdit::setText(text());
     setCursorPosition(0);
     mark();
-    tellChange();
+    if (text() != m_told)
+        tellChange();
 }
 
 bool TimeField::isValid() const {
@@ -69,6 +73,8 @@ void TimeField::setText(const QString& text) {
     }
     QLineEdit::setText(text);
     takeText();
+    if (this->text() != m_told)
+        tellChange();
 }
 
 jet::Value TimeField::value() const {
@@ -91,7 +97,6 @@ void TimeField::setLocked(bool locked) {
 void TimeField::takeText() {
     m_time = timeFromText(QLineEdit::text());
     mark();
-    tellChange();
 }
 
 void TimeField::mark() {
@@ -103,8 +108,6 @@ void TimeField::mark() {
 }
 
 void TimeField::tellChange() {
-    if (text() == m_told)
-        return;
     m_told = text();
     changed();
 }

@@ -12,7 +12,7 @@ namespace controls {
 /// A time of day that may be empty, shown as "hh:nn AM" (with seconds where it has some). Typed as
 /// 7, 730, 7:30, 19:30, with a, p, AM or PM behind it; without one the hours are those of 24. Text
 /// that is no time stays and is marked; the field then counts as empty. Escape brings back the time
-/// that stood on entry.
+/// that stood on entry. Every edit by the user tells a change, also one that means the same time.
 class TimeField : public QLineEdit, public Field {
   public:
     explicit TimeField(QWidget* parent = nullptr);

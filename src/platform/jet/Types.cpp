@@ -171,6 +171,13 @@ std::optional<QDateTime> momentFromText(QStringView text) {
             if (count == 3 || !readNumber(text, at, parts[count++], digits))
                 return std::nullopt;
         } while (at < text.size() && text[at] == u':' && ++at);
+        if (count == 3 && at < text.size() && text[at] == u'.') {
+            const qsizetype point = at++;
+            while (at < text.size() && text[at] >= u'0' && text[at] <= u'9')
+                ++at;
+            if (at == point + 1)
+                return std::nullopt;
+        }
         skipBlanks(text, at);
         const QStringView half = text.mid(at).trimmed();
         if (!half.isEmpty()) {

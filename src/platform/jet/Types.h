@@ -57,8 +57,9 @@ inline constexpr char16_t hiddenIdentity[] = u"row_identity";
 std::vector<QByteArray> serverPrelude();
 
 /// A date, a time or both as the dialect reads it between # or from text: m/d/yyyy (days first
-/// where the month is above 12), m/d/yy, yyyy-mm-dd, h:mm[:ss][ AM|PM]. A time alone lies on
-/// 12/30/1899. Nothing if the text is none.
+/// where the month is above 12), m/d/yy, yyyy-mm-dd, h:mm[:ss[.s...]][ AM|PM]. A time alone lies on
+/// 12/30/1899; fractions of a second, which other programs may store, are dropped. Nothing if the
+/// text is none.
 std::optional<QDateTime> momentFromText(QStringView text);
 
 } // namespace jet

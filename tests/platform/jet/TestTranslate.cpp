@@ -355,8 +355,10 @@ TEST(Moments, AreReadAsPeopleWriteThem) {
     EXPECT_EQ(reads(u"2025-11-21 14:05:09"), "2025-11-21 14:05:09");
     EXPECT_EQ(reads(u"12:30 PM"), "1899-12-30 12:30:00");
     EXPECT_EQ(reads(u" 7:05:09 "), "1899-12-30 07:05:09");
-    for (const char16_t* none : {u"", u"  /  /    ", u"2/30/2025", u"13/13/2025", u"13:00 PM",
-                                 u"25:00", u"soon", u"12", u"1/2", u"1/2/2025x", u"11/21/2025 14"})
+    EXPECT_EQ(reads(u"2025-11-21 14:05:09.999"), "2025-11-21 14:05:09");
+    for (const char16_t* none :
+         {u"", u"  /  /    ", u"2/30/2025", u"13/13/2025", u"13:00 PM", u"25:00", u"soon", u"12",
+          u"1/2", u"1/2/2025x", u"11/21/2025 14", u"7:05:09.", u"7:05.5"})
         EXPECT_EQ(reads(none), "none") << QString::fromUtf16(none).toStdString();
 }
 

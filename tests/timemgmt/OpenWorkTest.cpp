@@ -1,0 +1,203 @@
+#include "timemgmt/modCheckSignIn.h"
+
+#include "jobs/JobCosting.h"
+#include "timemgmt/Floor.h"
+#include "timemgmt/TimeRows.h"
+
+#include <array>
+#include <chrono>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
+
+using namespace timemgmt;
+using testsupport::Floor;
+
+class OpenWork : public testsupport::TimeRows {
+  protected:
+    void SetUp() override {
+        TimeRows::SetUp();
+        if (IsSkipped() || HasFatalFailure())
+            return;
+        m_inHouse = operation(QStringLiteral("I"));
+        m_overhead = operation(QStringLiteral("O"));
+        m_job = job(m_inHouse);
+    }
+    qint64 start(qint64 sign, int seconds) {
+        return work({.sign = sign, .job = m_job, .operation = m_inHouse, .start = seconds});
+    }
+    QString text(const char16_t* select) {
+        return rows(QString::fromUtf16(select)).join(QStringLiteral("; "));
+    }
+    double number(const char16_t* select) {
+        return db().lookup(QString::fromUtf16(select)).toDouble();
+    }
+    /// What is booked on the job is what its time records say, before and after rolling it up.
+    void expectNoHourLost() {
+        const double worked = number(u"SELECT SUM(AccumTime) FROM Timelog");
+        // The hour that the job began with stands in no time record.
+        EXPECT_NEAR(number(u"SELECT OperTime_Amount FROM JobOper"), 1 + worked, 1e-6);
+        EXPECT_NEAR(number(u"SELECT TotalHours FROM Job"), 1 + worked, 1e-6);
+        jobs::UpdateJobCost(db(), m_job);
+        EXPECT_NEAR(number(u"SELECT OperTime_Amount FROM JobOper"), worked, 1e-6);
+        EXPECT_NEAR(number(u"SELECT TotalHours FROM Job"), worked, 0.005);
+    }
+    /// Holds what `busy` has written for a moment from now on.
+    static void holdFor(Floor& busy, std::thread& release) {
+        release = std::thread([&busy] {
+            std::this_thread::sleep_for(std::chrono::milliseconds(300));
+            busy.commit();
+        });
+    }
+    qint64 m_inHouse = 0, m_overhead = 0, m_job = 0;
+};
+MIRSA_BOTH_ENGINES(OpenWork);
+
+TEST_P(OpenWork, ASignOutByHandEndsWhatIsOpen) {
+    attendance(1, 0, 3600);
+    const qint64 row = attendance(1, 28800, 34200);
+    start(row, 28800);
+    start(row, 33300); // a second one on the operation
+    work({.sign = row,
+          .job = m_job,
+          .operation = m_inHouse,
+          .status = QStringLiteral("D"),
+          .start = 28800,
+          .susp = 30000});
+    work({.sign = row, .job = m_job, .operation = m_overhead, .start = 34200});
+    // By hand, without a status, of a contractor, of an operation that was deleted: not touched.
+    work({.sign = row, .job = m_job, .operation = m_inHouse, .status = QStringLiteral("0")});
+    work({.sign = row, .job = m_job, .operation = m_inHouse, .status = {}, .start = 28800});
+    work({.sign = row, .job = m_job, .operation = operation(QStringLiteral("C")), .start = 28800});
+    work({.sign = row, .job = m_job, .operation = 9999, .start = 28800});
+    // The job is gone, and the job has lost the operation: ended, and booked nowhere.
+    work({.sign = row, .job = 9999, .operation = m_inHouse, .start = 28800});
+    work({.sign = row, .job = m_job, .operation = operation(QStringLiteral("I")), .start = 28800});
+
+    EXPECT_EQ(CloseOpenTimelogs(db(), row, moment(34200)), 5);
+    const QString end = QStringLiteral("3/2/2026 9:30:00 AM");
+    EXPECT_EQ(
+        rows(QStringLiteral("SELECT Status, AccumTime, SuspDate, FinishDate FROM Timelog "
+                            "ORDER BY ID")),
+        (QStringList{QStringLiteral("D|1.5|") + end + u'|', QStringLiteral("D|0.25|") + end + u'|',
+                     QStringLiteral("D||3/2/2026 8:20:00 AM|"), QStringLiteral("F|0||") + end,
+                     QStringLiteral("0|||"), QStringLiteral("|||"), QStringLiteral("A|||"),
+                     QStringLiteral("A|||"), QStringLiteral("D|1.5|") + end + u'|',
+                     QStringLiteral("D|1.5|") + end + u'|'}));
+    EXPECT_EQ(text(u"SELECT OperTime_Amount, Status FROM JobOper"), QStringLiteral("2.75|D"));
+    // 1.75 hours at 50 over 4 pieces.
+    EXPECT_EQ(text(u"SELECT TotalHours, JobShopCost FROM Job"), QStringLiteral("2.75|23.875"));
+    EXPECT_EQ(CloseOpenTimelogs(db(), row, moment(36000)), 0);
+
+    execute(u"UPDATE JobOper SET Status='f'");
+    start(row, 28800);
+    EXPECT_EQ(CloseOpenTimelogs(db(), row, moment(29700)), 1);
+    EXPECT_EQ(text(u"SELECT OperTime_Amount, Status FROM JobOper"), QStringLiteral("3|f"));
+}
+
+/// Halves of a hundredth of an hour are 18 seconds, and not one of them is a binary fraction.
+TEST_P(OpenWork, HoursAreRoundedAsTheyShow) {
+    const qint64 row = attendance(1, 0, 40000);
+    QStringList expected;
+    qint64 sum = 0;
+    for (int seconds = -90; seconds < 36000; seconds += seconds < 400 ? 9 : 1233) {
+        start(row, 36000 - seconds);
+        const qint64 hundredths =
+            (seconds < 0 ? -1 : 1) * ((std::abs(seconds) * 100 + 1800) / 3600);
+        expected << jet::Value(static_cast<double>(hundredths) / 100).toText();
+        sum += hundredths;
+    }
+    EXPECT_EQ(CloseOpenTimelogs(db(), row, moment(36000)), expected.size());
+    EXPECT_EQ(rows(QStringLiteral("SELECT AccumTime FROM Timelog ORDER BY ID")), expected);
+    EXPECT_NEAR(number(u"SELECT TotalHours FROM Job"), 1 + static_cast<double>(sum) / 100, 1e-9);
+    expectNoHourLost();
+}
+
+TEST_P(OpenWork, AJobOfNoPiecesLeavesEverythingOpen) {
+    const qint64 row = attendance(1, 28800, 34200);
+    work({.sign = row, .operation = m_overhead, .start = 28800});
+    start(row, 28800);
+    execute(u"UPDATE Job SET Quantity=0");
+    EXPECT_EQ(errorOf([&] { CloseOpenTimelogs(db(), row, moment(34200)); }),
+              jet::errors::divisionByZero);
+    EXPECT_EQ(text(u"SELECT Status, SuspDate, FinishDate FROM Timelog"),
+              QStringLiteral("A||; A||"));
+    EXPECT_EQ(text(u"SELECT OperTime_Amount FROM JobOper"), QStringLiteral("1"));
+}
+
+TEST_P(OpenWork, WhatTheFloorIsEndingIsNotEndedAgain) {
+    const qint64 row = attendance(1, 0, 3600);
+    const qint64 theirs = start(row, 0);
+    start(row, 1800);
+    Floor floor(testDatabase().location());
+    floor.begin();
+    ASSERT_EQ(floor.run("UPDATE timelog SET suspdate = '2026-03-02 00:15:00', accumtime = 0.25, "
+                        "status = 'D' WHERE id = " +
+                        QByteArray::number(theirs)),
+              1);
+    ASSERT_TRUE(floor.book(0.25));
+    std::thread release;
+    holdFor(floor, release);
+    EXPECT_EQ(CloseOpenTimelogs(db(), row, moment(3600)), 1);
+    release.join();
+    EXPECT_EQ(text(u"SELECT AccumTime, SuspDate FROM Timelog ORDER BY ID"),
+              QStringLiteral("0.25|3/2/2026 12:15:00 AM; 0.5|3/2/2026 1:00:00 AM"));
+    expectNoHourLost();
+}
+
+TEST_P(OpenWork, WhatTheFloorIsBookingIsNotOverwritten) {
+    const qint64 row = attendance(1, 0, 3600);
+    start(row, 0);
+    Floor floor(testDatabase().location());
+    floor.begin();
+    ASSERT_EQ(floor.run("INSERT INTO timelog (empid, jobno, operno, accumtime, status) SELECT 2, "
+                        "jobno, operno, 0.75, 'D' FROM joboper"),
+              1);
+    ASSERT_TRUE(floor.book(0.75));
+    std::thread release;
+    holdFor(floor, release);
+    EXPECT_EQ(CloseOpenTimelogs(db(), row, moment(3600)), 1);
+    release.join();
+    expectNoHourLost();
+}
+
+TEST_P(OpenWork, AFloorAtWorkAndSignOutsByHandLoseNothing) {
+    constexpr int rounds = 25, stretches = 8;
+    std::vector<qint64> signs, open;
+    for (int n = 0; n < rounds; ++n) {
+        signs.push_back(attendance(1, 0, 3600));
+        for (int i = 0; i < stretches; ++i)
+            open.push_back(start(signs.back(), 0));
+    }
+    std::array<int, 2> ready{};
+    ASSERT_EQ(::pipe(ready.data()), 0);
+    const QString location = testDatabase().location();
+    const pid_t terminal = ::fork();
+    if (terminal == 0) {
+        Floor floor(location);
+        bool well = true;
+        (void)!::write(ready[1], "y", 1);
+        // From the other end of each attendance, so that both come to the same stretch.
+        for (int n = 0; n < rounds; ++n) {
+            well = floor.addStretch(0.25) && well;
+            for (int i = stretches - 1; i >= 0; i -= 2)
+                well = floor.endStretch(open[static_cast<size_t>(n * stretches + i)]) && well;
+        }
+        ::_exit(well ? 0 : 1);
+    }
+    char byte = 0;
+    ASSERT_EQ(::read(ready[0], &byte, 1), 1);
+    int byHand = 0;
+    for (const qint64 sign : signs)
+        byHand += CloseOpenTimelogs(db(), sign, moment(3600));
+    int status = 1;
+    ASSERT_EQ(::waitpid(terminal, &status, 0), terminal);
+    EXPECT_EQ(status, 0) << "the terminal met an error";
+    ::close(ready[0]);
+    ::close(ready[1]);
+    EXPECT_EQ(number(u"SELECT COUNT(*) FROM Timelog WHERE EmpID=1 AND AccumTime=1"), byHand);
+    EXPECT_EQ(number(u"SELECT COUNT(*) FROM Timelog WHERE EmpID=1 AND AccumTime=0.5"),
+              rounds * stretches - byHand);
+    EXPECT_EQ(number(u"SELECT COUNT(*) FROM Timelog WHERE EmpID=2"), rounds);
+    expectNoHourLost();
+}
