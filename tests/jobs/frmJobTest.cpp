@@ -5,6 +5,8 @@
 #include "jobs/Screens.h"
 #include "platform/values/Clock.h"
 
+#include <QProcess>
+
 using screen::Answer;
 using screen::Buttons;
 
@@ -406,6 +408,44 @@ TEST_P(Jobs, WhatTheFloorAndInventoryWriteMeanwhileStays) {
                    where),
               QStringList(s(u"Bracket, milled|PO-8|True|1.75|10.95")));
     EXPECT_EQ(text(s(u"txtPONo")), s(u"PO-8"));
+}
+
+TEST_P(Jobs, TheOfficeSavesAgainAndAgainWhileTheFloorWorks) {
+    const qint64 bolts = item(s(u"Bolts"));
+    jobCost(m_job, bolts, s(u"4"));
+    openJobs();
+    QProcess floor;
+    floor.start(QStringLiteral(MIRSA_FLOOR_STATION),
+                {core::shared().DatabasePath, QString::number(m_job),
+                 QString::number(m_operations[0]), QString::number(bolts)});
+    ASSERT_TRUE(floor.waitForReadyRead(20000)) << floor.readAllStandardError().toStdString();
+    for (int saves = 1; saves <= 12; ++saves) {
+        edit();
+        type(s(u"txtDescription"), s(u"Edition %1").arg(saves));
+        save();
+        ASSERT_EQ(text(s(u"lblJobMode")), s(u"BROWSE"));
+    }
+    floor.closeWriteChannel();
+    ASSERT_TRUE(floor.waitForFinished(20000));
+    ASSERT_EQ(floor.exitCode(), 0) << floor.readAllStandardError().toStdString();
+    edit();
+    save();
+
+    const auto booked = static_cast<int>(floor.readAllStandardOutput().count('\n'));
+    EXPECT_GT(booked, 12);
+    const double hours = booked * 0.25;
+    const QString where = QStringLiteral(" WHERE JobNo = ") + QString::number(m_job);
+    EXPECT_EQ(rows(QStringLiteral("SELECT COUNT(*), SUM(AccumTime) FROM Timelog") + where),
+              QStringList(s(u"%1|%2").arg(booked).arg(hours)));
+    EXPECT_EQ(rows(QStringLiteral("SELECT OperTime_Amount, Status FROM JobOper") + where +
+                   QStringLiteral(" ORDER BY SeqNo")),
+              (QStringList{s(u"%1|F").arg(hours), s(u"0| "), s(u"100| ")}));
+    EXPECT_EQ(rows(QStringLiteral("SELECT Quantity, CostAmount FROM JobMiscCost") + where),
+              QStringList(s(u"%1|%1").arg(4 + booked)));
+    // The hours at 50, 100 outside and the fixed cost, over 10 pieces.
+    const double cost = (hours * 50 + 100 + 4 + booked) / 10;
+    EXPECT_EQ(rows(QStringLiteral("SELECT Description, TotalHours, JobShopCost FROM Job") + where),
+              QStringList(s(u"Edition 12|%1|%2").arg(hours, 0, 'g', 12).arg(cost, 0, 'g', 12)));
 }
 
 TEST_P(Jobs, WhatCannotBeJoinedIsRefusedAndNothingIsLost) {

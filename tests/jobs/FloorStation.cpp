@@ -1,0 +1,56 @@
+#include "platform/jet/Location.h"
+
+#include <QCoreApplication>
+
+#include <cstdio>
+#include <poll.h>
+#include <unistd.h>
+
+// The shop floor at work on one job: FloorStation DATABASE JOB OPERATION ITEM. Each round begins
+// and ends a stretch of a quarter of an hour on the operation, adds the time to it, takes one piece
+// of an item from stock for the job, and says so on standard output. The round in which standard
+// input ends finishes the operation and is the last.
+
+namespace {
+
+bool inputHasEnded() {
+    pollfd input{STDIN_FILENO, POLLIN, 0};
+    return poll(&input, 1, 0) > 0;
+}
+
+} // namespace
+
+int main(int argc, char* argv[]) {
+    const QCoreApplication application(argc, argv);
+    const QStringList words = application.arguments();
+    try {
+        const auto database = jet::isServerUri(words[1]) ? jet::Database::openServer(words[1])
+                                                         : jet::Database::openFile(words[1]);
+        const QString &job = words[2], &operation = words[3], &item = words[4];
+        for (bool last = false; !last;) {
+            last = inputHasEnded();
+            const QString status = last ? QStringLiteral("F") : QStringLiteral("D");
+            database->execute(QStringLiteral("INSERT INTO Timelog (EmpID, JobNo, OperNo, Status, "
+                                             "StartDate) VALUES(1,%1,%2,'A',#3/2/2026 8:00 AM#)")
+                                  .arg(job, operation));
+            const QString id = QString::number(database->lastCounter());
+            database->execute(QStringLiteral("UPDATE Timelog SET SuspDate = #3/2/2026 8:15 AM#, "
+                                             "AccumTime = 0.25, Status = '%1' WHERE ID = %2")
+                                  .arg(status, id));
+            const QString ofJob = QStringLiteral(" WHERE JobNo = ") + job;
+            database->execute(QStringLiteral("UPDATE JobOper SET OperTime_Amount = OperTime_Amount "
+                                             "+ 0.25, Status = '%1'%2 AND OperNo = %3")
+                                  .arg(status, ofJob, operation));
+            database->execute(QStringLiteral("UPDATE JobMiscCost SET Quantity = Quantity + 1, "
+                                             "CostAmount = UnitPrice * (Quantity + 1)%1 AND "
+                                             "ItemNo = %2")
+                                  .arg(ofJob, item));
+            std::puts("booked");
+            std::fflush(stdout);
+        }
+    } catch (const jet::Error& error) {
+        std::fprintf(stderr, "%d %s\n", error.number(), error.what());
+        return 1;
+    }
+    return 0;
+}
