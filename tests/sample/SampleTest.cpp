@@ -150,6 +150,55 @@ TEST_P(Sample, rollingUpCostsChangesNothing) {
             << hoursBefore[i].toStdString();
 }
 
+// Of every job: what the roll-up stores, what the job screen computes from its rows, and what one
+// select finds in the time log and the routing.
+TEST_P(Sample, jobsAreWhatTheirRowsCost) {
+    const QString booked = QStringLiteral(
+        " FROM (Timelog AS t INNER JOIN JobOper AS o ON (t.JobNo = o.JobNo) AND (t.OperNo = "
+        "o.OperNo)) INNER JOIN Operation AS p ON t.OperNo = p.OperNo WHERE p.OperType = 'I' AND "
+        "t.JobNo = j.JobNo)");
+    jet::Recordset jobs = db().openRecordset(
+        QStringLiteral("SELECT j.*, (SELECT SUM(t.AccumTime * IIf(j.OneShopRate, j.JobShopRate, "
+                       "o.OperShopRate))%1 AS inhouse, (SELECT SUM(t.AccumTime)%1 AS hours, "
+                       "(SELECT SUM(o.OperTime_Amount) FROM JobOper AS o INNER JOIN Operation AS p "
+                       "ON o.OperNo = p.OperNo WHERE p.OperType = 'C' AND o.JobNo = j.JobNo) AS "
+                       "outside, (SELECT SUM(m.CostAmount) FROM JobMiscCost AS m WHERE m.JobNo = "
+                       "j.JobNo) AS fixed FROM Job AS j ORDER BY j.JobNo")
+            .arg(booked),
+        jet::RecordsetType::Snapshot);
+    int worked = 0;
+    for (; !jobs.eof(); jobs.moveNext()) {
+        const qint64 jobNo = jobs[u"JobNo"].toLong();
+        SCOPED_TRACE(testing::Message() << "job " << jobNo);
+        jobs::UpdateJobCost(db(), jobNo);
+        const jet::Recordset stored =
+            db().openRecordset(QStringLiteral("SELECT * FROM Job WHERE JobNo = %1").arg(jobNo),
+                               jet::RecordsetType::Snapshot);
+        const qint64 quantity = jobs[u"Quantity"].toLong();
+        const double hours = jobs[u"hours"].toDouble();
+        const double each = (jobs[u"inhouse"].toDouble() + jobs[u"outside"].toDouble() +
+                             jobs[u"fixed"].toDouble()) /
+                            static_cast<double>(quantity > 0 ? quantity : 1);
+        EXPECT_NEAR(stored[u"JobShopCost"].toDouble(), each, 0.00015);
+        EXPECT_NEAR(stored[u"TotalHours"].toDouble(), hours, 0.0051);
+        EXPECT_NEAR(stored[u"InvoiceTotal"].toDouble(),
+                    jobs[u"InvoiceEach"].toDouble() * static_cast<double>(quantity), 0.0001);
+
+        const auto& kind = estimating::jobRouting();
+        const jobs::JobFigures shown =
+            jobs::CalcJob(estimating::loadOperRows(db(), kind, jobNo, QString()),
+                          estimating::loadMiscRows(db(), kind, jobNo),
+                          jobs[u"OneShopRate"].toBool(), jobs[u"JobShopRate"].toCurrency(),
+                          static_cast<double>(quantity), jobs[u"InvoiceEach"].toCurrency());
+        // The screen's sums are 32-bit floats.
+        EXPECT_NEAR(shown.costEach, each, each * 1e-6 + 0.0001);
+        EXPECT_NEAR(static_cast<double>(shown.hours), hours, hours * 1e-6 + 0.0001);
+        EXPECT_EQ(shown.invoiceTotal.toText(), stored[u"InvoiceTotal"].toCurrency().toText());
+        worked += hours > 0 && each > 0 ? 1 : 0;
+    }
+    EXPECT_GT(worked, 50);
+}
+
 TEST_P(Sample, estimatesAreWhatTheirRowsCost) {
     QHash<QString, double> cost;
     for (const QString& row : rows(QStringLiteral(
