@@ -65,32 +65,49 @@ Assembly Assembly::read(jet::Database& database, const AssemblyKind& kind, qint6
     return Assembly(std::move(nodes));
 }
 
+namespace {
+
+/// The records that are among their own parents.
+QSet<qint64> inLoops(const std::vector<AssemblyNode>& nodes, const QHash<qint64, qint64>& stored) {
+    QSet<qint64> looped;
+    QSet<qint64> done;
+    for (const AssemblyNode& node : nodes) {
+        std::vector<qint64> path;
+        qint64 at = node.number;
+        for (; stored.contains(at) && !done.contains(at); at = stored.value(at)) {
+            done.insert(at);
+            path.push_back(at);
+        }
+        const auto met = std::find(path.begin(), path.end(), at);
+        looped.unite(QSet<qint64>(met, path.end()));
+    }
+    return looped;
+}
+
+} // namespace
+
 Assembly::Assembly(std::vector<AssemblyNode> nodes) {
     std::sort(nodes.begin(), nodes.end(),
               [](const AssemblyNode& a, const AssemblyNode& b) { return a.number < b.number; });
     QHash<qint64, qint64> stored;
     for (const AssemblyNode& node : nodes)
         stored.insert(node.number, node.parent);
-    const auto inLoop = [&](qint64 number) {
-        QSet<qint64> seen;
-        for (qint64 at = stored.value(number); stored.contains(at) && !seen.contains(at);
-             at = stored.value(at)) {
-            if (at == number)
-                return true;
-            seen.insert(at);
-        }
-        return false;
-    };
+    const QSet<qint64> looped = inLoops(nodes, stored);
     QHash<qint64, std::vector<AssemblyNode>> below;
+    std::vector<AssemblyNode> strays;
     for (AssemblyNode& node : nodes) {
-        node.under = stored.contains(node.parent) && !inLoop(node.number) ? node.parent : 0;
+        node.under =
+            stored.contains(node.parent) && !looped.contains(node.number) ? node.parent : 0;
         m_under.insert(node.number, node.under);
-        below[node.under].push_back(node);
+        (node.isStray() ? strays : below[node.under]).push_back(std::move(node));
     }
-    m_nodes = below.value(0);
+    m_nodes.reserve(stored.size());
+    m_nodes = std::move(below[0]);
+    m_nodes.insert(m_nodes.end(), strays.begin(), strays.end());
     for (std::size_t i = 0; i < m_nodes.size(); ++i) {
-        const auto children = below.value(m_nodes[i].number);
-        m_nodes.insert(m_nodes.end(), children.begin(), children.end());
+        const auto children = below.constFind(m_nodes[i].number);
+        if (children != below.constEnd())
+            m_nodes.insert(m_nodes.end(), children->begin(), children->end());
     }
 }
 
@@ -128,7 +145,7 @@ Hanging hangUnder(jet::Database& database, const AssemblyKind& kind, qint64 numb
         if (row.isEmpty()) {
             // Further up a missing parent is an old broken link, and no matter here.
             if (at == parent)
-                return Hanging::Gone;
+                return Hanging::ParentGone;
             break;
         }
         at = row.field(0).toLong();

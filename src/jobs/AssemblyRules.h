@@ -39,6 +39,8 @@ struct AssemblyNode {
     qint64 parent = 0; ///< as stored; 0 for none
     qint64 under = 0;  ///< where it stands; 0 for the root
 
+    /// Stands under the root because its parent isn't among the records, or is a part of it.
+    bool isStray() const { return parent != 0 && under == 0; }
     /// "17  (AB-12)"
     QString text() const;
 };
@@ -50,7 +52,8 @@ class Assembly {
     static Assembly read(jet::Database& database, const AssemblyKind& kind, qint64 custId,
                          const QString& order);
     /// Places records under each other, in the order of their numbers. One whose parent is none of
-    /// them stands under the root, and so do those that are among their own parents.
+    /// them stands under the root, behind those that have no parent, and so do those that are among
+    /// their own parents.
     explicit Assembly(std::vector<AssemblyNode> nodes = {});
 
     bool isEmpty() const { return m_nodes.empty(); }
@@ -73,7 +76,8 @@ class Assembly {
 enum class Hanging {
     Done,
     Loop, ///< the new parent is the record itself or belongs to it, as stored
-    Gone, ///< the record or its new parent was deleted meanwhile
+    Gone, ///< the record was deleted meanwhile
+    ParentGone,
 };
 
 /// Stores a record's parent, 0 for none, in one transaction that first makes sure that both are

@@ -17,6 +17,7 @@ namespace jobs {
 namespace {
 
 constexpr int numberRole = Qt::UserRole;
+constexpr int strayRole = Qt::UserRole + 1;
 constexpr int edge = 16; ///< pixels from the border where dragging scrolls
 
 QPixmap dragImage(const QWidget& widget, const QTreeWidgetItem& item) {
@@ -35,6 +36,30 @@ QPixmap dragImage(const QWidget& widget, const QTreeWidgetItem& item) {
     painter.drawPolyline(QPolygon({{0, 9}, {0, 0}, {9, 0}}));
     painter.drawLine(0, 0, 10, 10);
     return image;
+}
+
+bool isBelow(const QTreeWidgetItem* item, const QTreeWidgetItem* top) {
+    while (item && item != top)
+        item = item->parent();
+    return item == top;
+}
+
+bool isStray(const QTreeWidgetItem* item) {
+    return item->data(0, strayRole).toBool();
+}
+
+/// Marks a record whose parent, which stands somewhere else, is told by the tip; 0 takes the mark
+/// away.
+void markStray(QTreeWidgetItem& item, qint64 parent) {
+    if (parent == 0 && !isStray(&item))
+        return;
+    QFont font = item.font(0);
+    font.setItalic(parent != 0);
+    item.setFont(0, font);
+    item.setData(0, strayRole, parent != 0);
+    item.setToolTip(
+        0, parent == 0 ? QString()
+                       : QStringLiteral("A part of %1, which isn't shown above it").arg(parent));
 }
 
 } // namespace
@@ -79,16 +104,61 @@ void AssemblyTreeView::showNodes(const std::vector<AssemblyNode>& nodes) {
         auto* item = new QTreeWidgetItem(m_items.value(node.under), {node.text()});
         item->setIcon(0, record);
         item->setData(0, numberRole, node.number);
+        if (node.isStray())
+            markStray(*item, node.parent);
         m_items.insert(node.number, item);
     }
     addTopLevelItem(root);
     expandAll();
+    header()->setMinimumSectionSize(widthBelow(root));
+}
+
+int AssemblyTreeView::widthBelow(const QTreeWidgetItem* top) const {
+    int level = 1;
+    for (const auto* up = top->parent(); up; up = up->parent())
+        ++level;
+    struct Place {
+        const QTreeWidgetItem* item;
+        int level;
+    };
+    std::vector<Place> open{{top, level}};
+    const int frame = style()->pixelMetric(QStyle::PM_SmallIconSize) + 24;
+    int width = 0;
+    while (!open.empty()) {
+        const Place at = open.back();
+        open.pop_back();
+        width = std::max(width, at.level * indentation() + frame +
+                                    fontMetrics().horizontalAdvance(at.item->text(0)));
+        for (int i = 0; i < at.item->childCount(); ++i)
+            open.push_back({at.item->child(i), at.level + 1});
+    }
+    return width;
+}
+
+void AssemblyTreeView::showEvent(QShowEvent* event) {
+    QTreeWidget::showEvent(event);
+    // Only now the tree knows its size.
+    QTimer::singleShot(0, this, [this] { scrollTo(currentIndex()); });
+}
+
+void AssemblyTreeView::scrollTo(const QModelIndex& index, ScrollHint hint) {
+    const int before = horizontalScrollBar()->value();
+    QTreeWidget::scrollTo(index, hint);
+    // The base brings the column into view, of which a deep branch may be far to the right.
+    horizontalScrollBar()->setValue(before);
+    const QRect place = visualRect(index);
+    const int right = place.left() + std::min(place.width(), sizeHintForIndex(index).width());
+    if (right > viewport()->width())
+        horizontalScrollBar()->setValue(before + right - viewport()->width());
+    const int left = visualRect(index).left() - indentation();
+    if (left < 0)
+        horizontalScrollBar()->setValue(horizontalScrollBar()->value() + left);
 }
 
 void AssemblyTreeView::selectNumber(qint64 number) {
     if (QTreeWidgetItem* item = itemFor(number)) {
         setCurrentItem(item);
-        scrollToItem(item);
+        scrollTo(indexFromItem(item));
     }
 }
 
@@ -101,20 +171,24 @@ void AssemblyTreeView::moveNumber(qint64 number, qint64 under) {
     QTreeWidgetItem* parent = itemFor(under);
     if (!item || !parent || !item->parent())
         return;
+    // What is taken out of the tree forgets that it was open.
     std::vector<QTreeWidgetItem*> open;
-    for (QTreeWidgetItem* each : std::as_const(m_items)) {
-        if (each->isExpanded())
-            open.push_back(each);
+    for (QTreeWidgetItemIterator at(item, QTreeWidgetItemIterator::All); *at && isBelow(*at, item);
+         ++at) {
+        if ((*at)->isExpanded())
+            open.push_back(*at);
     }
     item->parent()->removeChild(item);
+    markStray(*item, 0);
     int place = 0;
-    while (place < parent->childCount() && numberOf(parent->child(place)) < number)
+    while (place < parent->childCount() && !isStray(parent->child(place)) &&
+           numberOf(parent->child(place)) < number)
         ++place;
     parent->insertChild(place, item);
-    // What is taken out of the tree forgets that it was open.
     for (QTreeWidgetItem* each : open)
         each->setExpanded(true);
     parent->setExpanded(true);
+    header()->setMinimumSectionSize(std::max(header()->minimumSectionSize(), widthBelow(item)));
     selectNumber(number);
 }
 
@@ -205,13 +279,19 @@ void AssemblyTreeView::follow(const QPoint& at) {
 }
 
 void AssemblyTreeView::scrollOn() {
-    QScrollBar* bar = verticalScrollBar();
-    const int before = bar->value();
-    if (m_last.y() < edge)
-        bar->triggerAction(QAbstractSlider::SliderSingleStepSub);
-    else if (m_last.y() > viewport()->height() - edge)
-        bar->triggerAction(QAbstractSlider::SliderSingleStepAdd);
-    if (bar->value() != before)
+    const auto scroll = [](QScrollBar* bar, int at, int length, int step) {
+        const int before = bar->value();
+        if (at < edge)
+            bar->setValue(before - step);
+        else if (at > length - edge)
+            bar->setValue(before + step);
+        return bar->value() != before;
+    };
+    const bool down = scroll(verticalScrollBar(), m_last.y(), viewport()->height(),
+                             verticalScrollBar()->singleStep());
+    const bool across =
+        scroll(horizontalScrollBar(), m_last.x(), viewport()->width(), indentation());
+    if (down || across)
         follow(m_last);
 }
 

@@ -35,6 +35,8 @@ class AssemblyTreeView : public QTreeWidget {
     bool hasCut() const { return m_cut > 0; }
     /// Shown while a record is dragged over a place that doesn't take it.
     void setInvalidCursor(const QCursor& cursor) { m_invalid = cursor; }
+    /// Also to the side, so that deep branches come into view.
+    void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
 
     /// Whether a record may be dropped there.
     std::function<bool(qint64 number, qint64 under)> mayDrop;
@@ -49,6 +51,7 @@ class AssemblyTreeView : public QTreeWidget {
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
+    void showEvent(QShowEvent* event) override;
 
   private:
     static qint64 numberOf(const QTreeWidgetItem* item);
@@ -58,6 +61,8 @@ class AssemblyTreeView : public QTreeWidget {
     void follow(const QPoint& at);
     void endDrag();
     void scrollOn();
+    /// Pixels that a branch needs, from the left border of the tree.
+    int widthBelow(const QTreeWidgetItem* top) const;
 
     QHash<qint64, QTreeWidgetItem*> m_items; ///< the root under 0
     qint64 m_pressed = 0;

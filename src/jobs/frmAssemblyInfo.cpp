@@ -164,13 +164,18 @@ void frmAssemblyInfo::hang(qint64 number, qint64 under) {
         tvwAssembly->moveNumber(number, under);
         return;
     }
-    const QString subject = m_kind->mode + QStringLiteral(" No. ");
-    MsgBox(result == Hanging::Loop
-               ? subject + QString::number(under) + QStringLiteral(" is already a part of ") +
-                     subject + QString::number(number) + QStringLiteral(".")
-               : subject + QString::number(number) + QStringLiteral(" or ") + subject +
-                     QString::number(under) + QStringLiteral(" does not exist any more."),
-           Buttons::Ok, Icon::Exclamation);
+    const auto subject = [this](qint64 which) {
+        return m_kind->mode + QStringLiteral(" No. ") + QString::number(which);
+    };
+    if (result == Hanging::Loop) {
+        MsgBox(subject(under) + QStringLiteral(" is already a part of ") + subject(number) +
+                   QStringLiteral("."),
+               Buttons::Ok, Icon::Exclamation);
+    } else {
+        MsgBox(subject(result == Hanging::Gone ? number : under) +
+                   QStringLiteral(" does not exist!"),
+               Buttons::Ok, Icon::Exclamation);
+    }
     fillTree();
     tvwAssembly->selectNumber(number);
 }

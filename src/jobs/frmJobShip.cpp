@@ -46,7 +46,8 @@ void frmJobShip::Form_Load() {
 }
 
 void frmJobShip::showShipments() {
-    const int selected = std::max(0, lvwShip->selectedRow());
+    const int row = std::max(0, lvwShip->selectedRow());
+    const QString key = lvwShip->selectedKey();
     lvwShip->clearRows();
     jet::Recordset set = core::MainDatabase().openRecordset(
         QStringLiteral("SELECT jobship.*, employee.lastname, employee.firstname FROM jobship"
@@ -61,19 +62,17 @@ void frmJobShip::showShipments() {
                          values::format(set[u"Quantity"].toDouble(), u"#####0"),
                          set.text(u"lastname") + QStringLiteral(", ") + set.text(u"firstname")});
     }
-    lvwShip->selectRow(selected);
+    if (key.isEmpty() || !lvwShip->selectKey(key))
+        lvwShip->selectRow(row);
     cmdEdit->setEnabled(lvwShip->rowCount() > 0);
     cmdDelete->setEnabled(lvwShip->rowCount() > 0);
 }
 
 void frmJobShip::showDialog(const QString& mode, qint64 jobShipId) {
-    bool saved = false;
-    {
-        auto dialog = screen::Forms::dialog<ShippingDialog>(QStringLiteral("frmJobshipAddEdit"));
-        saved = dialog->ShowForm(mode, m_jobNo, jobShipId);
-    }
-    if (saved)
-        showShipments();
+    screen::Forms::dialog<ShippingDialog>(QStringLiteral("frmJobshipAddEdit"))
+        ->ShowForm(mode, m_jobNo, jobShipId);
+    // Also where nothing was saved: the dialog may just have told that a consignment is gone.
+    showShipments();
 }
 
 void frmJobShip::cmdNew_Click() {

@@ -5,7 +5,7 @@
 #include "platform/screen/MsgBox.h"
 #include "platform/values/Clock.h"
 #include "platform/values/Format.h"
-#include "platform/values/Numbers.h"
+#include "platform/values/Text.h"
 
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -15,6 +15,15 @@ namespace jobs {
 using screen::Buttons;
 using screen::Icon;
 using screen::MsgBox;
+
+namespace {
+
+QString employeeGone(qint64 empId) {
+    return QStringLiteral("The Employee ID (") + QString::number(empId) +
+           QStringLiteral(") for this record does not exist in the employee table!");
+}
+
+} // namespace
 
 frmJobshipAddEdit::frmJobshipAddEdit()
     : Form(QString::fromLatin1(formName), QStringLiteral("New Shipping")) {
@@ -95,11 +104,8 @@ bool frmJobshipAddEdit::showShipment() {
     txtQuantity->setText(row.text(u"Quantity"));
     txtQuantity_LostFocus();
     const qint64 empId = row[u"ShippedByEmpID"].toLong();
-    if (!cboEmp->chooseNumber(empId)) {
-        MsgBox(QStringLiteral("The Employee ID (") + QString::number(empId) +
-                   QStringLiteral(") for this record does not exist in the employee table!"),
-               Buttons::Ok, Icon::Exclamation);
-    }
+    if (!cboEmp->chooseNumber(empId))
+        MsgBox(employeeGone(empId), Buttons::Ok, Icon::Exclamation);
     return true;
 }
 
@@ -112,7 +118,45 @@ void frmJobshipAddEdit::tellMissing() {
 void frmJobshipAddEdit::txtQuantity_LostFocus() {
     // A blank stays blank, so that the check sees it.
     if (!txtQuantity->text().trimmed().isEmpty())
-        txtQuantity->setText(values::format(values::val(txtQuantity->text()), u"#####0"));
+        txtQuantity->setText(values::numberField(txtQuantity->text(), u"#####0"));
+}
+
+bool frmJobshipAddEdit::write(const QDate& date, const QString& quantity, qint64 empId) {
+    const QString job = QString::number(m_jobNo);
+    const QString employee = QString::number(empId);
+    const QString shipped = values::format(date, u"Short Date");
+    jet::Database& database = core::MainDatabase();
+    jet::Transaction transaction(database);
+    // What another station deleted meanwhile would leave a consignment that nobody ever sees.
+    if (!database.hasRows(QStringLiteral("SELECT JobNo FROM job WHERE jobno=") + job)) {
+        transaction.rollback();
+        MsgBox(QStringLiteral("Job No. ") + job + QStringLiteral(" does not exist!"), Buttons::Ok,
+               Icon::Exclamation);
+        return false;
+    }
+    if (!database.hasRows(QStringLiteral("SELECT EmpID FROM employee WHERE empid=") + employee)) {
+        transaction.rollback();
+        fillEmployees();
+        cboEmp->clear();
+        complain(employeeGone(empId), cboEmp);
+        return false;
+    }
+    if (m_jobShipId == 0) {
+        database.execute(QStringLiteral("INSERT INTO jobship (jobno, shippeddate, quantity, "
+                                        "shippedbyempid) VALUES(") +
+                         job + QStringLiteral(", #") + shipped + QStringLiteral("#, ") + quantity +
+                         QStringLiteral(", ") + employee + QStringLiteral(")"));
+    } else if (database.execute(
+                   QStringLiteral("UPDATE jobship SET jobno=") + job +
+                   QStringLiteral(",shippeddate=#") + shipped + QStringLiteral("#, quantity=") +
+                   quantity + QStringLiteral(", shippedbyempid=") + employee +
+                   QStringLiteral(" WHERE jobshipid=") + QString::number(m_jobShipId)) == 0) {
+        transaction.rollback();
+        tellMissing();
+        return false;
+    }
+    transaction.commit();
+    return true;
 }
 
 bool frmJobshipAddEdit::save() {
@@ -131,24 +175,9 @@ bool frmJobshipAddEdit::save() {
         complain(QStringLiteral("Employee may not be blank!"), cboEmp);
         return false;
     }
-    const QString job = QString::number(m_jobNo);
-    const QString shipped = values::format(*date, u"Short Date");
-    const QString employee = QString::number(cboEmp->itemNumber());
-    jet::Database& database = core::MainDatabase();
     try {
-        if (m_jobShipId == 0) {
-            database.execute(QStringLiteral("INSERT INTO jobship (jobno, shippeddate, quantity, "
-                                            "shippedbyempid) VALUES(") +
-                             job + QStringLiteral(", #") + shipped + QStringLiteral("#, ") +
-                             quantity + QStringLiteral(", ") + employee + QStringLiteral(")"));
-        } else if (database.execute(
-                       QStringLiteral("UPDATE jobship SET jobno=") + job +
-                       QStringLiteral(",shippeddate=#") + shipped + QStringLiteral("#, quantity=") +
-                       quantity + QStringLiteral(", shippedbyempid=") + employee +
-                       QStringLiteral(" WHERE jobshipid=") + QString::number(m_jobShipId)) == 0) {
-            tellMissing();
+        if (!write(*date, quantity, cboEmp->itemNumber()))
             return false;
-        }
     } catch (const jet::Error& error) {
         MsgBox(error.text(), Buttons::Ok, Icon::Critical);
         return false;

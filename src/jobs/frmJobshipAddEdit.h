@@ -24,6 +24,8 @@ class frmJobshipAddEdit : public screen::Form, public ShippingDialog {
     void tellMissing();
     void clearFields();
     bool save();
+    /// False if job, employee or consignment is gone; the user was told.
+    bool write(const QDate& date, const QString& quantity, qint64 empId);
 
     controls::DateField* etShippedDate;
     controls::TextField* txtQuantity;

@@ -35,7 +35,7 @@ TEST(AssemblyPlaces, ParentsComeFirstAndStrangersStandUnderTheRoot) {
     // 2 and 9 belong together, 4 hangs under a record that isn't there, 5 under 4.
     const Assembly assembly({{9, {}, 0}, {2, {}, 9}, {4, {}, 77}, {5, {}, 4}, {1, {}, 2}});
     EXPECT_EQ(places(assembly),
-              QStringList({s(u"4<0"), s(u"9<0"), s(u"5<4"), s(u"2<9"), s(u"1<2")}));
+              QStringList({s(u"9<0"), s(u"4<0"), s(u"2<9"), s(u"5<4"), s(u"1<2")}));
     EXPECT_TRUE(assembly.hasRoot());
     EXPECT_FALSE(Assembly({{4, {}, 77}}).hasRoot());
 }
@@ -44,6 +44,20 @@ TEST(AssemblyPlaces, ALoopIsOpenedAtTheRoot) {
     const Assembly assembly({{1, {}, 2}, {2, {}, 1}, {3, {}, 3}, {4, {}, 1}});
     EXPECT_EQ(places(assembly), QStringList({s(u"1<0"), s(u"2<0"), s(u"3<0"), s(u"4<1")}));
     EXPECT_FALSE(assembly.hasRoot());
+}
+
+TEST(AssemblyPlaces, FiveThousandLevelsArePlacedWithoutAPause) {
+    std::vector<AssemblyNode> chain;
+    for (qint64 number = 1; number <= 5000; ++number)
+        chain.push_back({number, {}, number + 1});
+    chain.back().parent = 4990; // ten of them in a loop
+    QElapsedTimer clock;
+    clock.start();
+    const Assembly assembly(chain);
+    EXPECT_LT(clock.elapsed(), 250);
+    EXPECT_EQ(assembly.nodes().size(), 5000U);
+    EXPECT_EQ(assembly.nodes().front().number, 4990);
+    EXPECT_EQ(places(assembly).last(), s(u"1<2"));
 }
 
 TEST(AssemblyPlaces, NothingHangsUnderItselfOrItsOwnParts) {
@@ -103,9 +117,13 @@ class Assemblies : public JobShop {
     void drag(const QString& from, const QString& to) {
         auto* view = control<QTreeWidget>(s(u"tvwAssembly"));
         QWidget* port = view->viewport();
-        view->scrollToItem(item(to));
-        const QPoint start = view->visualItemRect(item(from)).center();
-        const QPoint end = view->visualItemRect(item(to)).center();
+        view->scrollTo(view->indexFromItem(item(to)));
+        const auto label = [&](const QString& text) {
+            const QRect rect = view->visualItemRect(item(text));
+            return QPoint(rect.left() + 20, rect.center().y());
+        };
+        const QPoint start = label(from);
+        const QPoint end = label(to);
         QTest::mousePress(port, Qt::LeftButton, {}, start);
         for (const QPoint& at : {(start + end) / 2, end}) {
             QMouseEvent move(QEvent::MouseMove, at, port->mapToGlobal(at), Qt::NoButton,
@@ -137,7 +155,7 @@ TEST_P(Assemblies, StoredLoopsAreRefusedEvenThroughRecordsOutOfSight) {
     EXPECT_EQ(hang(0, 2), Hanging::Loop);
     EXPECT_EQ(hang(0, 0), Hanging::Loop);
     EXPECT_EQ(parentOf(m_jobs[0]), 0);
-    EXPECT_EQ(jobs::hangUnder(database(), kind, m_jobs[0], 98765), Hanging::Gone);
+    EXPECT_EQ(jobs::hangUnder(database(), kind, m_jobs[0], 98765), Hanging::ParentGone);
     EXPECT_EQ(jobs::hangUnder(database(), kind, 98765, m_jobs[0]), Hanging::Gone);
     // A broken link and an old loop further up don't hold.
     hangJob(m_jobs[0], 98765);
@@ -254,7 +272,84 @@ TEST_P(Assemblies, CustomerAndOrderChooseWhatIsShown) {
     press(s(u"cmdAssembly"));
 }
 
-TEST_P(Assemblies, EstimatesHaveTheirOwnTreeAndAFewHundredOpenAtOnce) {
+TEST_P(Assemblies, ShippedParentsLoopsAndDeletedJobsAreMended) {
+    const qint64 shipped = job(m_acme, s(u"gone"), 1, true);
+    hangJob(m_jobs[0], shipped);
+    hangJob(m_jobs[1], m_jobs[2]);
+    hangJob(m_jobs[2], m_jobs[1]);
+    dynamic_cast<core::RecordScreen*>(open(s(u"frmJob")))->goToRecord(m_jobs[3]);
+    onTree([&] {
+        const auto line = [&](int index, const char16_t* dots) {
+            return QStringLiteral("%1%2  (P%3)").arg(s(dots)).arg(m_jobs[index]).arg(index + 1);
+        };
+        EXPECT_EQ(tree(), QStringList({s(u"Root"), line(3, u".."), line(0, u".."), line(1, u".."),
+                                       line(2, u"..")}));
+        EXPECT_TRUE(item(label(m_jobs[0]))->toolTip(0).contains(QString::number(shipped)));
+        drag(label(m_jobs[0]), s(u"Root"));
+        EXPECT_EQ(parentOf(m_jobs[0]), 0);
+        EXPECT_EQ(item(label(m_jobs[0]))->toolTip(0), QString());
+        // The stored loop: neither may go below the other before one is free.
+        expectBox(QStringLiteral("Job No. %1 is already a part of Job No. %2.")
+                      .arg(m_jobs[2])
+                      .arg(m_jobs[1]));
+        drag(label(m_jobs[1]), label(m_jobs[2]));
+        drag(label(m_jobs[1]), label(m_jobs[0]));
+        EXPECT_EQ(parentOf(m_jobs[1]), m_jobs[0]);
+        drag(label(m_jobs[2]), label(m_jobs[1]));
+        EXPECT_EQ(tree(), QStringList({s(u"Root"), line(0, u".."), line(1, u"...."),
+                                       line(2, u"......"), line(3, u"..")}));
+
+        anotherStation()->execute(QStringLiteral("DELETE FROM Job WHERE JobNo=%1").arg(m_jobs[3]));
+        const QString gone = QStringLiteral("Job No. %1 does not exist!").arg(m_jobs[3]);
+        expectBox(gone);
+        drag(label(m_jobs[3]), s(u"Root"));
+        EXPECT_EQ(tree().size(), 4);
+    });
+    press(s(u"cmdAssembly"));
+}
+
+TEST_P(Assemblies, ADeepChainIsSeenAndMovedAtItsEnd) {
+    std::vector<qint64> chain;
+    jet::Transaction transaction(database());
+    for (int level = 0; level < 60; ++level) {
+        chain.push_back(job(m_other, s(u"deep"), 1));
+        if (level > 0)
+            hangJob(chain.back(), chain[chain.size() - 2]);
+    }
+    transaction.commit();
+    const qint64 last = chain[59];
+    dynamic_cast<core::RecordScreen*>(open(s(u"frmJob")))->goToRecord(last);
+    onTree([&] {
+        EXPECT_EQ(tree().last().count(u'.'), 120);
+        auto* view = control<QTreeWidget>(s(u"tvwAssembly"));
+        const auto seen = [&](qint64 number) {
+            const QRect place = view->visualItemRect(item(label(number)));
+            const int width = view->fontMetrics().horizontalAdvance(item(label(number))->text(0));
+            return place.left() >= 0 && place.width() >= width &&
+                   place.left() + width <= view->viewport()->width();
+        };
+        EXPECT_TRUE(seen(last));
+        QElapsedTimer clock;
+        clock.start();
+        drag(label(last), label(chain[56]));
+        RecordProperty("drop_60_deep_ms", static_cast<int>(clock.elapsed()));
+        EXPECT_LT(clock.elapsed(), 500);
+        EXPECT_EQ(parentOf(last), chain[56]);
+        go(s(u"tvwAssembly"));
+        view->setCurrentItem(item(label(chain[0])));
+        EXPECT_TRUE(seen(chain[0]));
+        // Not below its own last part, by whatever way.
+        key(Qt::Key_X, Qt::ControlModifier);
+        view->setCurrentItem(item(label(chain[58])));
+        EXPECT_TRUE(seen(chain[58]));
+        key(Qt::Key_V, Qt::ControlModifier);
+        EXPECT_EQ(beeps, 1);
+        EXPECT_EQ(parentOf(chain[0]), 0);
+    });
+    press(s(u"cmdAssembly"));
+}
+
+TEST_P(Assemblies, EstimatesHaveTheirOwnTreeAndThousandsOpenAtOnce) {
     std::vector<qint64> numbers;
     jet::Transaction transaction(database());
     for (int i = 0; i < 500; ++i) {
@@ -264,20 +359,45 @@ TEST_P(Assemblies, EstimatesHaveTheirOwnTreeAndAFewHundredOpenAtOnce) {
                                      .arg(i)
                                      .arg(i < 10 ? 0 : numbers[static_cast<std::size_t>(i / 10)])));
     }
+    for (int order = 2; order <= 10; ++order) {
+        database().execute(
+            QStringLiteral("INSERT INTO Estimate (CustID, RFQNo, PartNo, AssemblyEstno) SELECT "
+                           "CustID, 'R-%1', PartNo, AssemblyEstno FROM Estimate WHERE RFQNo='R-1'")
+                .arg(order));
+    }
     transaction.commit();
+    const auto parent = [&](int index) {
+        return rows(QStringLiteral("SELECT AssemblyEstno FROM Estimate WHERE Estno=%1")
+                        .arg(numbers[static_cast<std::size_t>(index)]))
+            .value(0)
+            .toLongLong();
+    };
     QElapsedTimer clock;
+    const auto lap = [&](const char* what, int most) {
+        const auto taken = static_cast<int>(clock.elapsed());
+        RecordProperty(what, taken);
+        EXPECT_LT(taken, most) << what;
+        clock.restart();
+    };
     clock.start();
     onTree([&] {
+        lap("open_500_ms", 1000);
         EXPECT_EQ(form().windowTitle(), s(u"Estimate Assembly Information"));
         EXPECT_EQ(text(s(u"lblPoOrRfq")), s(u"RFQ Number"));
         EXPECT_EQ(tree().size(), 501);
         EXPECT_EQ(item(label(numbers[499]))->parent(), item(label(numbers[49])));
         clock.restart();
         drag(label(numbers[498]), label(numbers[499]));
-        EXPECT_LT(clock.elapsed(), 500);
-        EXPECT_EQ(rows(QStringLiteral("SELECT AssemblyEstno FROM Estimate WHERE Estno=%1")
-                           .arg(numbers[498])),
-                  QStringList(QString::number(numbers[499])));
+        lap("drop_among_500_ms", 500);
+        EXPECT_EQ(parent(498), numbers[499]);
+        clock.restart();
+        choose(s(u"cboPoOrRfq"), s(u"ALL"));
+        lap("fill_5000_ms", 2000);
+        EXPECT_EQ(tree().size(), 5001);
+        clock.restart();
+        drag(label(numbers[8]), label(numbers[9]));
+        lap("drop_among_5000_ms", 1000);
+        EXPECT_EQ(parent(8), numbers[9]);
     });
     screen::Forms::dialog<estimating::AssemblyTree>(s(u"frmAssemblyInfo"))
         ->showTree(m_acme, s(u"R-1"), numbers[499], s(u"Estimate"));

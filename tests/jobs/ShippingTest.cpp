@@ -114,6 +114,10 @@ TEST_P(Shipping, NewConsignmentsAreCheckedAndMayExceedTheJob) {
             type(s(u"txtQuantity"), s(u"-1x2.5"));
             leave();
             EXPECT_EQ(text(s(u"txtQuantity")), s(u"13"));
+            type(s(u"txtQuantity"), s(u"1.2.3"));
+            leave();
+            EXPECT_EQ(text(s(u"txtQuantity")), s(u"0"));
+            type(s(u"txtQuantity"), s(u"12.5"));
             refused(u"Employee may not be blank!", u"cboEmp");
             choose(s(u"cboEmp"), s(u"Smith, Ann"));
             press(s(u"cmdOKNew"));
@@ -159,10 +163,62 @@ TEST_P(Shipping, AConsignmentIsEditedOrToldToBeGone) {
             press(s(u"cmdOK"));
             press(s(u"cmdCancel"));
         });
-        expectBox(missing);
+        EXPECT_EQ(rowCount(s(u"lvwShip")), 0);
+        const qint64 another = shipment(u"03/02/2026", 4, ann);
+        use(screen::Forms::find(s(u"frmJobShip")));
+        onDialog(u"cmdNew", [&] { press(s(u"cmdCancel")); });
+        EXPECT_EQ(rowCount(s(u"lvwShip")), 1);
+        anotherStation()->execute(s(u"DELETE FROM JobShip"));
+        expectBox(QString(missing).replace(QString::number(id), QString::number(another)));
         press(s(u"cmdEdit"));
+        EXPECT_FALSE(isEnabled(s(u"cmdEdit")));
     });
     EXPECT_EQ(stored(), QStringList());
+}
+
+TEST_P(Shipping, NothingIsStoredForAnEmployeeOrAJobThatIsGone) {
+    const qint64 ann = employee(u"Ann", u"Smith");
+    employee(u"Zoe", u"Adams");
+    onHistory([&] {
+        onDialog(u"cmdNew", [&] {
+            choose(s(u"cboEmp"), s(u"Smith, Ann"));
+            type(s(u"txtQuantity"), s(u"5"));
+            anotherStation()->execute(
+                QStringLiteral("DELETE FROM Employee WHERE EmpID=%1").arg(ann));
+            expectBox(QStringLiteral("The Employee ID (%1) for this record does not exist in the "
+                                     "employee table!")
+                          .arg(ann));
+            press(s(u"cmdOK"));
+            EXPECT_EQ(focusName(), s(u"cboEmp"));
+            EXPECT_EQ(text(s(u"txtQuantity")), s(u"5"));
+            expectBox(s(u"Employee may not be blank!"));
+            press(s(u"cmdOK"));
+            choose(s(u"cboEmp"), s(u"Adams, Zoe"));
+            anotherStation()->execute(s(u"DELETE FROM Job"));
+            expectBox(QStringLiteral("Job No. %1 does not exist!").arg(m_job));
+            press(s(u"cmdOKNew"));
+            EXPECT_EQ(text(s(u"txtQuantity")), s(u"5"));
+            press(s(u"cmdCancel"));
+        });
+    });
+    EXPECT_EQ(stored(), QStringList());
+}
+
+TEST_P(Shipping, TheChosenConsignmentStaysChosen) {
+    const qint64 ann = employee(u"Ann", u"Smith");
+    shipment(u"03/02/2026", 4, ann);
+    onHistory([&] {
+        selectRow(s(u"lvwShip"), 0);
+        onDialog(u"cmdNew", [&] {
+            choose(s(u"cboEmp"), s(u"Smith, Ann"));
+            type(s(u"txtQuantity"), s(u"5"));
+            press(s(u"cmdOK"));
+        });
+        EXPECT_EQ(rowCount(s(u"lvwShip")), 2);
+        expectBox(s(u"Delete this item?"), Answer::Yes, s(u"Delete"));
+        press(s(u"cmdDelete"));
+    });
+    EXPECT_EQ(stored(), QStringList(QStringLiteral("%1|3/9/2026|5|%2").arg(m_job).arg(ann)));
 }
 
 TEST_P(Shipping, WithoutItsEmployeeAConsignmentCannotBeSaved) {

@@ -4,6 +4,7 @@
 #include "platform/values/Numbers.h"
 
 #include <QApplication>
+#include <QLocale>
 #include <QPalette>
 
 #include <algorithm>
@@ -232,6 +233,17 @@ Qt::ItemFlags GridModel::flags(const QModelIndex& index) const {
     return flags;
 }
 
+namespace {
+
+/// The date that a cell shows in the short or the long form.
+QDate shownDate(const QString& text) {
+    if (text.contains(u'/'))
+        return values::dateFromText(text);
+    return QLocale::c().toDate(text, QStringLiteral("dddd, MMMM d, yyyy"));
+}
+
+} // namespace
+
 void GridModel::sort(int column, Qt::SortOrder order) {
     if (column < 0 || column >= columnCount() || rows() < 2)
         return;
@@ -250,14 +262,13 @@ void GridModel::sort(int column, Qt::SortOrder order) {
         QString plain = text;
         plain.remove(u',').remove(u'$');
         allNumbers = allNumbers && (asNumber || values::isNumeric(plain));
-        allDates = allDates && text.contains(u'/') && values::dateFromText(text).isValid();
+        allDates = allDates && shownDate(text).isValid();
         numbers[i] = values::val(plain);
     }
     const bool byValue = allNumbers || allDates;
     if (allDates) {
         for (size_t i = 0; i < count; ++i)
-            numbers[i] =
-                texts[i].isEmpty() ? 0.0 : double(values::dateFromText(texts[i]).toJulianDay());
+            numbers[i] = texts[i].isEmpty() ? 0.0 : double(shownDate(texts[i]).toJulianDay());
     }
 
     std::vector<size_t> places(count);

@@ -155,6 +155,13 @@ TEST_F(GridTest, SortsNumbersByValueAndDatesByDateAndKeepsKeysWithRows) {
     EXPECT_EQ(list->rowText(2, 0), u"Zinc"_qs);
     list->sortByColumn(0, Qt::DescendingOrder);
     EXPECT_EQ(list->key(1), u"O11"_qs);
+    const QStringList days{u"Wednesday, March 4, 2026"_qs, u"Friday, March 6, 2026"_qs,
+                           u"Thursday, December 11, 2025"_qs};
+    for (int row = 0; row < 3; ++row)
+        list->setRowText(row, 0, days[row]);
+    list->sortByColumn(0, Qt::DescendingOrder);
+    EXPECT_EQ(list->rowText(0, 0), days[1]);
+    EXPECT_EQ(list->rowText(2, 0), days[2]);
 }
 
 TEST_F(GridTest, AListSelectsClampsAndTellsWhatTheUserDid) {
