@@ -4,7 +4,6 @@
 #include "platform/screen/Layout.h"
 #include "platform/values/Text.h"
 
-#include <QPushButton>
 #include <QVBoxLayout>
 
 namespace core {
@@ -12,30 +11,21 @@ namespace core {
 using values::quoted;
 
 frmGroupAddEdit::frmGroupAddEdit()
-    : Form(QString::fromLatin1(formName), QStringLiteral("New Group")) {
+    : AddEditForm(QString::fromLatin1(formName), QStringLiteral("New Group")) {
     auto* layout = new QVBoxLayout(this);
     screen::Fields fields(this, layout);
     txtGroupName = fields.text(QStringLiteral("txtGroupName"), QStringLiteral("&Group Name:"),
                                {.limit = 30, .characters = 32});
     layout->addStretch();
 
-    screen::ButtonBar bar(this, layout);
-    bar.stretch();
-    auto* cmdOK = bar.button(QStringLiteral("cmdOK"), QStringLiteral("&OK"));
-    cmdOKNew = bar.button(QStringLiteral("cmdOKNew"), QStringLiteral("OK and &New"));
-    auto* cmdCancel = bar.button(QStringLiteral("cmdCancel"), QStringLiteral("&Cancel"));
-    setDefaultButton(cmdOK);
-    setCancelButton(cmdCancel);
-    on(cmdOK, &frmGroupAddEdit::cmdOK_Click);
-    on(cmdOKNew, &frmGroupAddEdit::cmdOKNew_Click);
-    on(cmdCancel, [this] { hideModal(); });
+    makeButtons(layout, QStringLiteral("&Cancel"));
 }
 
 bool frmGroupAddEdit::ShowForm(const QString& mode, qint64 key) {
     const bool edit = mode == QStringLiteral("Edit");
     m_key = edit ? key : 0;
     setWindowTitle(edit ? QStringLiteral("Edit Group") : QStringLiteral("New Group"));
-    cmdOKNew->setEnabled(!edit);
+    setAdding(!edit);
     if (edit) {
         const jet::Recordset row = MainDatabase().openRecordset(
             QStringLiteral("SELECT * FROM groups WHERE groupid=") + QString::number(key),
@@ -49,8 +39,7 @@ bool frmGroupAddEdit::ShowForm(const QString& mode, qint64 key) {
         }
         txtGroupName->setText(row.text(u"groupname"));
     }
-    showModal();
-    return m_saved;
+    return run();
 }
 
 bool frmGroupAddEdit::save() {
@@ -74,18 +63,10 @@ bool frmGroupAddEdit::save() {
     else
         MainDatabase().execute(QStringLiteral("UPDATE groups SET groupname='") + quoted(name) +
                                QStringLiteral("' WHERE groupid=") + QString::number(m_key));
-    m_saved = true;
     return true;
 }
 
-void frmGroupAddEdit::cmdOK_Click() {
-    if (save())
-        hideModal();
-}
-
-void frmGroupAddEdit::cmdOKNew_Click() {
-    if (!save())
-        return;
+void frmGroupAddEdit::startNext() {
     txtGroupName->clear();
     txtGroupName->setFocus();
 }

@@ -4,14 +4,14 @@
 #include "platform/screen/Layout.h"
 #include "platform/values/Text.h"
 
-#include <QPushButton>
 #include <QVBoxLayout>
 
 namespace core {
 
 using values::quoted;
 
-frmUserAddEdit::frmUserAddEdit() : Form(QString::fromLatin1(formName), QStringLiteral("New User")) {
+frmUserAddEdit::frmUserAddEdit()
+    : AddEditForm(QString::fromLatin1(formName), QStringLiteral("New User")) {
     auto* layout = new QVBoxLayout(this);
     screen::Fields fields(this, layout);
     const screen::Line shortText{.limit = 10, .filter = values::keys::name(), .characters = 14};
@@ -27,16 +27,7 @@ frmUserAddEdit::frmUserAddEdit() : Form(QString::fromLatin1(formName), QStringLi
                                     QStringLiteral("&Verify Password:"), hidden);
     layout->addStretch();
 
-    screen::ButtonBar bar(this, layout);
-    bar.stretch();
-    auto* cmdOK = bar.button(QStringLiteral("cmdOK"), QStringLiteral("&OK"));
-    cmdOKNew = bar.button(QStringLiteral("cmdOKNew"), QStringLiteral("OK and &New"));
-    auto* cmdCancel = bar.button(QStringLiteral("cmdCancel"), QStringLiteral("&Cancel"));
-    setDefaultButton(cmdOK);
-    setCancelButton(cmdCancel);
-    on(cmdOK, &frmUserAddEdit::cmdOK_Click);
-    on(cmdOKNew, &frmUserAddEdit::cmdOKNew_Click);
-    on(cmdCancel, [this] { hideModal(); });
+    makeButtons(layout, QStringLiteral("&Cancel"));
     on(txtPassword->changed, &frmUserAddEdit::txtPassword_Change);
     txtPassword_Change();
 }
@@ -45,15 +36,14 @@ bool frmUserAddEdit::ShowForm(const QString& mode, qint64 key) {
     const bool edit = mode == QStringLiteral("Edit");
     m_key = edit ? key : 0;
     setWindowTitle(edit ? QStringLiteral("Edit User") : QStringLiteral("New User"));
-    cmdOKNew->setEnabled(!edit);
+    setAdding(!edit);
     if (edit && !readRow()) {
         screen::MsgBox(QString::number(key) +
                            QStringLiteral(" record id not found! User table may need to be fixed!"),
                        screen::Buttons::Ok, screen::Icon::Critical);
         return false;
     }
-    showModal();
-    return m_saved;
+    return run();
 }
 
 bool frmUserAddEdit::readRow() {
@@ -121,18 +111,10 @@ bool frmUserAddEdit::save() {
                                QStringLiteral("', username='") + quoted(name) +
                                QStringLiteral("', password='") + quoted(password) +
                                QStringLiteral("' WHERE id=") + QString::number(m_key));
-    m_saved = true;
     return true;
 }
 
-void frmUserAddEdit::cmdOK_Click() {
-    if (save())
-        hideModal();
-}
-
-void frmUserAddEdit::cmdOKNew_Click() {
-    if (!save())
-        return;
+void frmUserAddEdit::startNext() {
     for (controls::TextField* field : {txtUserID, txtUserName, txtPassword, txtVerifyPassword})
         field->clear();
     txtUserID->setFocus();

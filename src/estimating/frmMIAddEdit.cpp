@@ -6,7 +6,6 @@
 #include "platform/values/Format.h"
 #include "platform/values/Text.h"
 
-#include <QPushButton>
 #include <QVBoxLayout>
 
 namespace estimating {
@@ -14,7 +13,7 @@ namespace estimating {
 using values::quoted;
 
 frmMIAddEdit::frmMIAddEdit()
-    : Form(QString::fromLatin1(formName), QStringLiteral("New Fixed Cost Item")) {
+    : AddEditForm(QString::fromLatin1(formName), QStringLiteral("New Fixed Cost Item")) {
     auto* outside = new QVBoxLayout(this);
     auto* body = new QWidget(this);
     outside->addWidget(body);
@@ -37,16 +36,7 @@ frmMIAddEdit::frmMIAddEdit()
                                 .characters = 14});
     outside->addStretch();
 
-    screen::ButtonBar bar(this, outside);
-    bar.stretch();
-    QPushButton* cmdOK = bar.button(QStringLiteral("cmdOK"), QStringLiteral("&OK"));
-    cmdOKNewButton = bar.button(QStringLiteral("cmdOKNew"), QStringLiteral("OK and &New"));
-    QPushButton* cmdCancel = bar.button(QStringLiteral("cmdCancel"), QStringLiteral("Cancel"));
-    setDefaultButton(cmdOK);
-    setCancelButton(cmdCancel);
-    on(cmdOK, &frmMIAddEdit::cmdOK_Click);
-    on(cmdOKNewButton, &frmMIAddEdit::cmdOKNew_Click);
-    on(cmdCancel, [this] { hideModal(); });
+    makeButtons(outside);
     on(cboUnitofMeasure->left, &frmMIAddEdit::cboUnitofMeasure_LostFocus);
 }
 
@@ -62,7 +52,7 @@ bool frmMIAddEdit::ShowForm(qint64 itemNo) {
     clearFields();
     if (itemNo != 0) {
         setWindowTitle(QStringLiteral("Edit Fixed Cost Item"));
-        cmdOKNewButton->setEnabled(false);
+        setAdding(false);
         const jet::Recordset item = database.openRecordset(
             QStringLiteral("SELECT * FROM miscitems WHERE itemno=") + QString::number(itemNo),
             jet::RecordsetType::Snapshot);
@@ -79,8 +69,7 @@ bool frmMIAddEdit::ShowForm(qint64 itemNo) {
         txtUnitPrice->setText(values::format(item[u"UnitPrice"].toCurrency(), u"#0.0000"));
     }
     txtDescription->setFocus();
-    showModal();
-    return m_saved;
+    return run();
 }
 
 void frmMIAddEdit::clearFields() {
@@ -134,18 +123,10 @@ bool frmMIAddEdit::save() {
                          QStringLiteral(" ', unitprice=") + price +
                          QStringLiteral(" WHERE itemno=") + itemNo);
     }
-    m_saved = true;
     return true;
 }
 
-void frmMIAddEdit::cmdOK_Click() {
-    if (save())
-        hideModal();
-}
-
-void frmMIAddEdit::cmdOKNew_Click() {
-    if (!save())
-        return;
+void frmMIAddEdit::startNext() {
     clearFields();
     txtDescription->setFocus();
 }

@@ -11,7 +11,6 @@
 #include <QGroupBox>
 #include <QMenu>
 #include <QMenuBar>
-#include <QPushButton>
 #include <QVBoxLayout>
 
 namespace estimating {
@@ -24,7 +23,7 @@ QString rateMask() {
 
 } // namespace
 
-frmOperAddEdit::frmOperAddEdit() : Form(QString::fromLatin1(formName), QString()) {
+frmOperAddEdit::frmOperAddEdit() : AddEditForm(QString::fromLatin1(formName), QString()) {
     auto* outside = new QVBoxLayout(this);
     createMenus();
     screen::Fields fields(this, outside);
@@ -52,13 +51,7 @@ frmOperAddEdit::frmOperAddEdit() : Form(QString::fromLatin1(formName), QString()
     Text1->setKeyFilter(values::keys::description());
     inFrame->addWidget(Text1);
 
-    screen::ButtonBar bar(this, outside);
-    bar.stretch();
-    QPushButton* cmdOK = bar.button(QStringLiteral("cmdOK"), QStringLiteral("&OK"));
-    cmdOKNew = bar.button(QStringLiteral("cmdOKNew"), QStringLiteral("OK and &New"));
-    QPushButton* cmdCancel = bar.button(QStringLiteral("cmdCancel"), QStringLiteral("&Cancel"));
-    setDefaultButton(cmdOK);
-    setCancelButton(cmdCancel);
+    makeButtons(outside, QStringLiteral("&Cancel"));
 
     // The rate is stored in the field without its mask's commas, which Val would stop at.
     on(txtOperShopRate->left, [this] {
@@ -66,9 +59,6 @@ frmOperAddEdit::frmOperAddEdit() : Form(QString::fromLatin1(formName), QString()
         if (values::isNumeric(text))
             txtOperShopRate->setText(values::format(values::Currency::fromText(text), rateMask()));
     });
-    on(cmdOK, &frmOperAddEdit::cmdOK_Click);
-    on(cmdOKNew, &frmOperAddEdit::cmdOKNew_Click);
-    on(cmdCancel, [this] { hideModal(); });
     resize(520, 400);
 }
 
@@ -103,7 +93,7 @@ bool frmOperAddEdit::ShowForm(const QString& mode, qint64 operNo, qint64 departm
     const bool editing = mode == QStringLiteral("Edit");
     setWindowTitle(mode + QStringLiteral(" ") + operationTitle(m_draft.type));
     m_inhouseFields->setVisible(isInhouse());
-    cmdOKNew->setEnabled(!editing);
+    setAdding(!editing);
 
     if (isInhouse() && !fillDepartments())
         return false;
@@ -112,8 +102,7 @@ bool frmOperAddEdit::ShowForm(const QString& mode, qint64 operNo, qint64 departm
     else if (!showOperation(operNo))
         return false;
     txtDescription->setFocus();
-    showModal();
-    return m_saved;
+    return run();
 }
 
 bool frmOperAddEdit::fillDepartments() {
@@ -181,18 +170,10 @@ bool frmOperAddEdit::save() {
         return false;
     }
     saveOperation(database, m_draft);
-    m_saved = true;
     return true;
 }
 
-void frmOperAddEdit::cmdOK_Click() {
-    if (save())
-        hideModal();
-}
-
-void frmOperAddEdit::cmdOKNew_Click() {
-    if (!save())
-        return;
+void frmOperAddEdit::startNext() {
     clearFields();
     txtDescription->setFocus();
 }

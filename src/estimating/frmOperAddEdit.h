@@ -4,18 +4,17 @@
 #include "estimating/OperationCatalogue.h"
 #include "platform/controls/DataCombo.h"
 #include "platform/controls/TextField.h"
-#include "platform/screen/Form.h"
+#include "platform/screen/AddEditForm.h"
 
 #include <functional>
 
 class QGroupBox;
-class QPushButton;
 class QWidget;
 
 namespace estimating {
 
 /// Adds or changes an operation of the catalogue with its default note.
-class frmOperAddEdit : public screen::Form, public OperationDialog {
+class frmOperAddEdit : public screen::AddEditForm, public OperationDialog {
   public:
     static constexpr char formName[] = "frmOperAddEdit";
     frmOperAddEdit();
@@ -27,9 +26,8 @@ class frmOperAddEdit : public screen::Form, public OperationDialog {
     bool fillDepartments();
     void clearFields();
     bool showOperation(qint64 operNo);
-    bool save();
-    void cmdOK_Click();
-    void cmdOKNew_Click();
+    bool save() override;
+    void startNext() override;
 
     bool isInhouse() const;
 
@@ -38,10 +36,8 @@ class frmOperAddEdit : public screen::Form, public OperationDialog {
     controls::TextField* txtOperShopRate;
     controls::ListCombo* cboDept;
     controls::MemoField* Text1;
-    QPushButton* cmdOKNew;
     OperationDraft m_draft;
     qint64 m_department = 0; ///< that a new operation starts in
-    bool m_saved = false;
 };
 
 } // namespace estimating

@@ -5,7 +5,6 @@
 #include "platform/screen/Forms.h"
 #include "platform/screen/Layout.h"
 
-#include <QPushButton>
 #include <QVBoxLayout>
 
 namespace core {
@@ -16,7 +15,7 @@ using screen::Icon;
 using screen::MsgBox;
 
 ReferenceDialog::ReferenceDialog(const ReferenceTable& table)
-    : Form(table.dialogForm, table.newTitle), m_table(table) {
+    : AddEditForm(table.dialogForm, table.newTitle), m_table(table) {
     auto* outside = new QVBoxLayout(this);
     auto* body = new QWidget(this);
     outside->addWidget(body);
@@ -31,28 +30,18 @@ ReferenceDialog::ReferenceDialog(const ReferenceTable& table)
     }
     outside->addStretch();
 
-    screen::ButtonBar bar(this, outside);
-    bar.stretch();
-    QPushButton* cmdOK = bar.button(QStringLiteral("cmdOK"), QStringLiteral("&OK"));
-    cmdOKNew = bar.button(QStringLiteral("cmdOKNew"), QStringLiteral("OK and &New"));
-    QPushButton* cmdCancel = bar.button(QStringLiteral("cmdCancel"), QStringLiteral("Cancel"));
-    setDefaultButton(cmdOK);
-    setCancelButton(cmdCancel);
-    on(cmdOK, &ReferenceDialog::cmdOK_Click);
-    on(cmdOKNew, &ReferenceDialog::cmdOKNew_Click);
-    on(cmdCancel, [this] { hideModal(); });
+    makeButtons(outside);
 }
 
 bool ReferenceDialog::ShowForm(qint64 key) {
     m_key = key;
     setWindowTitle(key == 0 ? m_table.newTitle : m_table.editTitle);
-    cmdOKNew->setEnabled(key == 0);
+    setAdding(key == 0);
     if (key != 0 && !readRow()) {
         MsgBox(QString::number(key) + m_table.missingMessage, Buttons::Ok, Icon::Critical);
         return false;
     }
-    showModal();
-    return m_saved;
+    return run();
 }
 
 bool ReferenceDialog::readRow() {
@@ -93,18 +82,10 @@ bool ReferenceDialog::save() {
     }
     MainDatabase().execute(m_key == 0 ? m_table.insert(texts)
                                       : m_table.update(texts, m_key, m_stored));
-    m_saved = true;
     return true;
 }
 
-void ReferenceDialog::cmdOK_Click() {
-    if (save())
-        hideModal();
-}
-
-void ReferenceDialog::cmdOKNew_Click() {
-    if (!save())
-        return;
+void ReferenceDialog::startNext() {
     for (controls::TextField* field : m_fields)
         field->clear();
     m_fields.front()->setFocus();

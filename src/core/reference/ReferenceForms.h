@@ -3,16 +3,14 @@
 #include "core/reference/ReferenceTables.h"
 #include "platform/controls/Grid.h"
 #include "platform/controls/TextField.h"
-#include "platform/screen/Form.h"
+#include "platform/screen/AddEditForm.h"
 
 #include <QStringList>
-
-class QPushButton;
 
 namespace core {
 
 /// The dialog of a reference table, by its descriptor.
-class ReferenceDialog : public screen::Form {
+class ReferenceDialog : public screen::AddEditForm {
   public:
     explicit ReferenceDialog(const ReferenceTable& table);
 
@@ -20,17 +18,14 @@ class ReferenceDialog : public screen::Form {
     bool ShowForm(qint64 key);
 
   private:
-    void cmdOK_Click();
-    void cmdOKNew_Click();
-    bool save();
+    bool save() override;
+    void startNext() override;
     bool readRow();
 
     const ReferenceTable& m_table;
     std::vector<controls::TextField*> m_fields;
-    QPushButton* cmdOKNew;
     qint64 m_key = 0;
     QStringList m_stored;
-    bool m_saved = false;
 };
 
 /// The list of a reference table, by its descriptor: New, Edit, Delete, Close.
