@@ -163,7 +163,7 @@ void stageDefaultNotes(jet::Database& database, const RoutingKind& kind,
         const QString text = defaultNote(database, rows[i].operNo);
         if (text.isEmpty())
             continue;
-        staging.stage(static_cast<qint64>(i + 1), text);
+        staging.stage(static_cast<qint64>(i) + 1, text);
         rows[i].hasNote = true;
     }
     transaction.commit();
@@ -176,7 +176,7 @@ void stageCopiedNotes(jet::Database& database, const RoutingKind& kind, std::vec
     const NoteStaging source(database, fromKind, fromNo);
     jet::Transaction transaction(database);
     for (std::size_t i = 0; i < rows.size(); ++i) {
-        const auto seqNo = static_cast<qint64>(i + 1);
+        const qint64 seqNo = static_cast<qint64>(i) + 1;
         const QString own =
             useDefaultNotes ? defaultNote(database, rows[i].description) : QString();
         const QString carried = carryNotes ? source.note(seqNo).value_or(QString()) : QString();

@@ -180,10 +180,9 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
         return int(column.kind == Kind::Number ? Qt::AlignRight | Qt::AlignVCenter
                                                : Qt::AlignLeft | Qt::AlignVCenter);
     case Qt::ForegroundRole:
-        if (cell && cell->locked == true)
-            return QApplication::palette().brush(QPalette::Disabled, QPalette::Text);
         return row.colour.isValid() ? QVariant(QBrush(row.colour)) : QVariant();
     case Qt::BackgroundRole:
+        // Grey tells that it takes no entry; the text stays as readable as the others.
         if (cell && cell->locked == true)
             return QApplication::palette().window();
         return {};
