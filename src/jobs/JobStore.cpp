@@ -2,6 +2,9 @@
 
 #include "jobs/JobMerge.h"
 
+#include <cstdint>
+#include <limits>
+
 namespace jobs {
 
 using estimating::Complaint;
@@ -82,6 +85,10 @@ std::optional<Complaint> checkJob(jet::Database& database, qint64 jobNo, bool wa
         return Complaint{QStringLiteral("Please enter Part No."), QStringLiteral("txtPartno")};
     if (header.quantity <= 0) {
         return Complaint{QStringLiteral("Please enter a Quantity greater than 0"),
+                         QStringLiteral("txtQuantity")};
+    }
+    if (header.quantity > std::numeric_limits<std::int32_t>::max()) {
+        return Complaint{QStringLiteral("Please enter a Quantity of 2147483647 at most"),
                          QStringLiteral("txtQuantity")};
     }
     if (header.custId == 0)

@@ -17,6 +17,9 @@
 #include <QPushButton>
 #include <QRadioButton>
 
+#include <cmath>
+#include <utility>
+
 namespace jobs {
 
 using estimating::jobRouting;
@@ -108,9 +111,8 @@ void frmJob::showRecord() {
                         estimating::loadMiscRows(core::MainDatabase(), jobRouting(), jobNo),
                         row[u"OneShopRate"].toBool());
     // The other figures are shown as they are stored.
-    const JobFigures now = figures();
-    lblCalc_OutContr->setText(values::format(static_cast<double>(now.outContr), u"######0.00"));
-    lblCalc_Fixed->setText(values::format(static_cast<double>(now.fixed), u"######0.00"));
+    showRouted(figures());
+    m_tooLarge = false;
 }
 
 void frmJob::showAssembly() {
@@ -138,8 +140,12 @@ void frmJob::optShow_Click() {
     reopen(jobRows(false));
 }
 
-void frmJob::refreshView() {
-    RoutedModule::refreshLookup(QStringLiteral("Job"));
+void frmJob::showReadAgain() {
+    RoutedModule::showReadAgain();
+    leaveEmptyView();
+}
+
+void frmJob::leaveEmptyView() {
     if (hasRecord() || !activeOnly())
         return;
     optShow[1]->setChecked(true);
@@ -152,24 +158,35 @@ Currency frmJob::amount(const QString& text) const {
     return Currency::fromText(QString(text).remove(QLatin1Char(',')));
 }
 
-JobFigures frmJob::figures() const {
+std::optional<JobFigures> frmJob::figures() const {
     try {
         return CalcJob(m_routing->operations(), m_routing->fixedCosts(), m_routing->oneShopRate(),
                        amount(txtJobShopRate->text()), number(txtQuantity->text()),
                        amount(txtInvoiceEach->text()));
     } catch (const values::Overflow&) {
-        tellTooLarge();
-        return {};
+        return std::nullopt;
     }
 }
 
+void frmJob::showRouted(const std::optional<JobFigures>& now) {
+    const auto show = [&](QLabel* label, float JobFigures::*figure) {
+        label->setText(now ? values::format(static_cast<double>((*now).*figure), u"######0.00")
+                           : QString());
+    };
+    show(lblCalc_OutContr, &JobFigures::outContr);
+    show(lblCalc_Fixed, &JobFigures::fixed);
+}
+
 void frmJob::calcJob() {
-    const JobFigures now = figures();
-    lblCalc_OutContr->setText(values::format(static_cast<double>(now.outContr), u"######0.00"));
-    lblCalc_Fixed->setText(values::format(static_cast<double>(now.fixed), u"######0.00"));
-    lblJobShopCost->setText(values::format(now.costEach, u"######0.0000"));
-    lblTotalHours->setText(values::format(static_cast<double>(now.hours), u"######0.00"));
-    lblInvoiceTotal->setText(values::format(now.invoiceTotal, u"######0.00"));
+    const auto now = figures();
+    showRouted(now);
+    lblJobShopCost->setText(now ? values::format(now->costEach, u"######0.0000") : QString());
+    lblTotalHours->setText(now ? values::format(static_cast<double>(now->hours), u"######0.00")
+                               : QString());
+    lblInvoiceTotal->setText(now ? values::format(now->invoiceTotal, u"######0.00") : QString());
+    const bool wasTooLarge = std::exchange(m_tooLarge, !now);
+    if (!now && !wasTooLarge)
+        tellTooLarge();
 }
 
 void frmJob::chkShipped_Click() {
@@ -195,7 +212,7 @@ JobDraft frmJob::draft() const {
     header.material = txtMaterial->text();
     header.travelerNotes = txtTravelerNotes->text();
     header.jobNotes = txtJobNotes->text();
-    header.quantity = values::cLng(number(txtQuantity->text()));
+    header.quantity = std::llrint(number(txtQuantity->text()));
     header.shopRate = amount(txtJobShopRate->text());
     header.oneShopRate = m_routing->oneShopRate();
     header.inOrder = chkSequential->isChecked();
@@ -217,10 +234,16 @@ JobDraft frmJob::draft() const {
 
 bool frmJob::validate() {
     const auto complaint = checkJob(core::MainDatabase(), currentKey(), m_wasShipped, draft());
-    if (!complaint)
-        return true;
-    complain(complaint->text, control(complaint->field));
-    return false;
+    if (complaint) {
+        complain(complaint->text, control(complaint->field));
+        return false;
+    }
+    // What is saved has to be costed afterwards.
+    if (!figures()) {
+        tellTooLarge();
+        return false;
+    }
+    return true;
 }
 
 bool frmJob::writeRecord(bool adding, qint64& key) {
@@ -251,12 +274,16 @@ void frmJob::afterSave(qint64 key, bool adding) {
     } catch (const jet::Error& error) {
         // The job is saved; the next save does these steps again.
         tell(error);
+    } catch (const values::Overflow&) {
+        tellTooLarge();
     }
     ShowModuleMode(QStringLiteral("Browse"));
-    if (adding)
+    if (adding) {
         reopen(jobRows(activeOnly()), key);
-    else
-        refreshView();
+        leaveEmptyView();
+    } else {
+        showReadAgain();
+    }
     if (QPushButton* close = button(masters::Role::Close))
         close->setFocus();
 }
@@ -275,7 +302,8 @@ void frmJob::cmdDelete_Click() {
         offerFirstRecord();
         return;
     }
-    if (!mayDelete() || !askDelete())
+    // Time may have been booked on it while the question stood.
+    if (!mayDelete() || !askDelete() || !mayDelete())
         return;
     {
         const screen::BusyPointer busy;
@@ -290,10 +318,6 @@ void frmJob::cmdDelete_Click() {
     tellNeighbours();
     if (!hasRecord())
         offerFirstRecord();
-}
-
-void frmJob::afterDelete() {
-    refreshView();
 }
 
 void frmJob::cancelStaged() {
@@ -330,20 +354,19 @@ void frmJob::cmdEdit_Click() {
 void frmJob::cmdFind_Click() {
     const qint64 jobNo =
         Forms::dialog<estimating::FindDialog>(QStringLiteral("frmJobFind"))->askNumber();
-    if (jobNo == 0 || goToRecord(jobNo))
+    if (jobNo == 0)
         return;
+    // Not by the rows that are shown: another station may have added, shipped or deleted it.
     const QString subject = QStringLiteral("Job No. ") + QString::number(jobNo);
     const jet::Recordset found = core::MainDatabase().openRecordset(
         QStringLiteral("SELECT * FROM Job WHERE JobNo = ") + QString::number(jobNo),
         jet::RecordsetType::Snapshot);
-    if (found.isEmpty()) {
+    if (found.isEmpty())
         MsgBox(subject + QStringLiteral(" does not exist!"), Buttons::Ok, Icon::Information);
-    } else if (activeOnly() && found[u"Shipped"].toBool()) {
+    else if (activeOnly() && found[u"Shipped"].toBool())
         MsgBox(subject + QStringLiteral(" is an Inactive Job!"), Buttons::Ok, Icon::Information);
-    } else {
-        // Another station added it after this set was read.
+    else if (!goToRecord(jobNo))
         reopen(jobRows(activeOnly()), jobNo);
-    }
 }
 
 void frmJob::cmdGotoPart_Click() {

@@ -5,6 +5,7 @@
 #include "jobs/JobDialogs.h"
 #include "jobs/JobStore.h"
 
+#include <optional>
 #include <vector>
 
 class QCheckBox;
@@ -46,7 +47,7 @@ class frmJob : public estimating::RoutedModule {
     bool writeRecord(bool adding, qint64& key) override;
     void afterSave(qint64 key, bool adding) override;
     bool mayDelete() override;
-    void afterDelete() override;
+    void showReadAgain() override;
     void cancelStaged() override;
     void tellNeighbours() override;
 
@@ -72,13 +73,15 @@ class frmJob : public estimating::RoutedModule {
 
     bool activeOnly() const;
     void optShow_Click();
-    /// Another view on the same job, or on a neighbour where it isn't among the rows any more.
-    void refreshView();
+    /// A view of active jobs that has become empty gives way to one of all.
+    void leaveEmptyView();
     void chkShipped_Click();
     bool mayRemove(const estimating::OperRow& row);
     void showAssembly();
     void calcJob();
-    JobFigures figures() const;
+    void showRouted(const std::optional<JobFigures>& now);
+    /// Nothing where they are too large to be computed.
+    std::optional<JobFigures> figures() const;
     JobDraft draft() const;
     values::Currency amount(const QString& text) const;
 
@@ -110,6 +113,7 @@ class frmJob : public estimating::RoutedModule {
     std::vector<QWidget*> m_secured; ///< hidden from users who may not see money
 
     bool m_wasShipped = false;
+    bool m_tooLarge = false; ///< the figures, and that has been told
     qint64 m_assemblyJobNo = 0;
     JobDraft m_before; ///< the job as it was when its editing began
 };

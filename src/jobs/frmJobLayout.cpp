@@ -223,7 +223,7 @@ QWidget* frmJob::headerPane() {
     pane.put(txtJobDateIn, u"txtJobDateIn", QStringLiteral("Date In:"), 0, 2);
     txtJobDueDate = longDate(widget);
     pane.put(txtJobDueDate, u"txtJobDueDate", QStringLiteral("Due Date:"), 1, 2);
-    txtQuantity = numberField(widget, QStringLiteral("#####0"), 9);
+    txtQuantity = numberField(widget, QStringLiteral("#####0"), 10);
     pane.put(txtQuantity, u"txtQuantity", QStringLiteral("&Quantity:"), 2, 2);
     txtJobShopRate = numberField(widget, QStringLiteral("#####0.00"), 12);
     m_secured.push_back(

@@ -152,6 +152,8 @@ class RecordModule : public screen::Form, public core::RecordScreen, public core
     /// Opens the main set anew on another select, in Browse; stays on `key` if it is among the new
     /// rows, else goes to the last row.
     void reopen(const QString& select, qint64 key = 0);
+    /// Reads the set again and shows the same row, or its neighbour if it has gone.
+    virtual void showReadAgain();
     /// The box of the empty table; true for Yes.
     bool askNoRecords();
     /// As at opening: asks, and then adds, stays, or closes the module.
@@ -213,7 +215,6 @@ class RecordModule : public screen::Form, public core::RecordScreen, public core
     void showEmpty();
     bool tellSaveFailed(const jet::Error& error);
     void arrangeButtons();
-    void showReadAgain();
     bool readForEntry();
 
     ModuleDescriptor m_descriptor;

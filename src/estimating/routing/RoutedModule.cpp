@@ -6,6 +6,9 @@
 
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QLineEdit>
+
+#include <utility>
 
 namespace estimating {
 
@@ -77,8 +80,11 @@ void RoutedModule::orderTabs(QWidget* before) {
 void RoutedModule::wireCustomer() {
     const auto taken = [this] { lblCustID->setText(dbcCustomer->boundText()); };
     on(dbcCustomer->chosen, taken);
+    // The number of a customer who has been deleted stays until another one is chosen.
+    connect(dbcCustomer->lineEdit(), &QLineEdit::textEdited, this,
+            [this] { m_customerTyped = true; });
     on(dbcCustomer->left, [this, taken] {
-        if (!isBrowse())
+        if (std::exchange(m_customerTyped, false) && !isBrowse())
             taken();
     });
 }

@@ -36,6 +36,7 @@ class RoutedModule : public masters::RecordModule {
     RoutingPanel* m_routing = nullptr;
 
   private:
+    bool m_customerTyped = false;
     QWidget* fraBrowse = nullptr;
     QWidget* fraEdit = nullptr;
 };

@@ -1,0 +1,95 @@
+#pragma once
+
+#include "JobShop.h"
+
+#include "core/RecordScreen.h"
+#include "estimating/routing/Register.h"
+#include "jobs/Screens.h"
+#include "platform/values/Clock.h"
+
+// Columns of sprOper.
+inline constexpr int noteColumn = 1;
+inline constexpr int descriptionColumn = 2;
+inline constexpr int timeColumn = 4;
+inline constexpr int estimatedColumn = 6;
+
+/// The job module on a shop with one job of three operations.
+class JobScreen : public JobShop {
+  protected:
+    void SetUp() override {
+        JobShop::SetUp();
+        if (IsSkipped())
+            return;
+        jobs::registerScreens();
+        estimating::registerRoutingDialogs();
+        values::setNow(QDateTime(QDate(2026, 3, 9), QTime(8, 0), Qt::UTC));
+        m_acme = customer(QStringLiteral("Acme"));
+        const char16_t* names[] = {u"Boring", u"Milling", u"Plating", u"Turning"};
+        for (int i = 0; i < 4; ++i) {
+            m_operations[i] = operation(QString::fromUtf16(names[i]),
+                                        i == 2 ? QStringLiteral("C") : QStringLiteral("I"),
+                                        i == 2 ? QStringLiteral("0") : QStringLiteral("40"));
+        }
+        m_job = job(m_acme, QStringLiteral("12-34"), 10);
+        // Boring, Milling, Plating, each with a note and a place in the schedule.
+        for (int row = 1; row <= 3; ++row) {
+            const qint64 id = jobOper(m_job, row, m_operations[row - 1],
+                                      row == 3 ? QStringLiteral("100") : QStringLiteral("0"));
+            jobNote(id, m_job, row, QStringLiteral("note ") + QString::number(row));
+            database().execute(
+                QStringLiteral("INSERT INTO JobOperSchedule (JobNo, SeqNo, Description) "
+                               "VALUES(%1,%2,'bar %2')")
+                    .arg(m_job)
+                    .arg(row));
+        }
+    }
+    void TearDown() override {
+        values::setNow(std::nullopt);
+        JobShop::TearDown();
+    }
+
+    core::RecordScreen* openJobs() { return dynamic_cast<core::RecordScreen*>(open(s(u"frmJob"))); }
+    static QString s(const char16_t* text) { return QString::fromUtf16(text); }
+    /// The notes of a document, by place.
+    QStringList notes(qint64 jobNo) const {
+        return rows(QStringLiteral("SELECT SeqNo, OperNotes FROM JobOperNote WHERE JobNo = %1 "
+                                   "ORDER BY SeqNo, OperNotes")
+                        .arg(jobNo));
+    }
+    QStringList bars() const {
+        return rows(QStringLiteral("SELECT SeqNo, Description FROM JobOperSchedule ORDER BY "
+                                   "Description"));
+    }
+    /// The routing with its notes found through their binding to the row.
+    QStringList bound(qint64 jobNo) const {
+        return rows(QStringLiteral("SELECT JobOper.SeqNo, Operation.Description, "
+                                   "JobOperNote.OperNotes FROM (JobOper INNER JOIN Operation ON "
+                                   "JobOper.OperNo = Operation.OperNo) LEFT JOIN JobOperNote ON "
+                                   "JobOper.ID = JobOperNote.ID WHERE JobOper.JobNo = %1 ORDER "
+                                   "BY JobOper.SeqNo")
+                        .arg(jobNo));
+    }
+    void edit() { press(s(u"cmdEdit")); }
+    void save() { press(s(u"cmdSave")); }
+    void cancel() {
+        expectBox(s(u"Are you sure you want to cancel?"), screen::Answer::Yes);
+        press(s(u"cmdCancel"));
+    }
+    void removeRow(int row, const char16_t* description) {
+        control<controls::Grid>(s(u"sprOper"))->setActiveRow(row);
+        expectBox(QStringLiteral("Delete operation %1?").arg(s(description)), screen::Answer::Yes);
+        press(s(u"cmdOper(1)"));
+    }
+    void insertTurningBefore(int row) {
+        control<controls::Grid>(s(u"sprOper"))->setActiveRow(row);
+        whenShown(s(u"frmInsOper"), [this] {
+            press(s(u"optPosition(0)"));
+            press(s(u"cmdOK"));
+        });
+        press(s(u"cmdOper(0)"));
+    }
+
+    qint64 m_acme = 0;
+    qint64 m_operations[4] = {};
+    qint64 m_job = 0;
+};
