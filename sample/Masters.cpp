@@ -208,7 +208,7 @@ void makeMasters(Shop& shop) {
     const double jobsADay = shop.options.jobs / (shop.options.years * 250.0);
     const int employeeCount = std::clamp(static_cast<int>(jobsADay * 4.2), 14, 200);
     for (const auto& [time, type] :
-         {std::pair{u"12:00:00 PM", u"Suspend"}, std::pair{u"05:30:00 PM", u"Signout"}})
+         {std::pair{u"12:00 PM", u"Suspend"}, std::pair{u"05:30 PM", u"Signout"}})
         Row(u"ShiftsTimer")
             .set(u"ShiftsID", shift)
             .set(u"RunTime", time)

@@ -56,7 +56,7 @@ void frmMiscItems::showItems() {
                       {set.text(u"Description"), set.text(u"UnitOfMeasure").trimmed(),
                        values::format(set[u"UnitPrice"].toCurrency(), mask), itemNo});
     }
-    lvwMI->selectRow(selected);
+    lvwMI->selectPlace(selected);
 }
 
 void frmMiscItems::cmdNew_Click() {

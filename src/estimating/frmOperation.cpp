@@ -158,7 +158,7 @@ void frmOperation::fillList(controls::ListView* list, const QString& type) {
         list->addRow(QStringLiteral("O") + QString::number(entry.operNo), texts,
                      noteMark(entry.hasNote), noteWords(entry.hasNote));
     }
-    list->selectRow(selected);
+    list->selectPlace(selected);
 }
 
 void frmOperation::fillTree() {

@@ -63,7 +63,7 @@ void frmJobShip::showShipments() {
                          set.text(u"lastname") + QStringLiteral(", ") + set.text(u"firstname")});
     }
     if (key.isEmpty() || !lvwShip->selectKey(key))
-        lvwShip->selectRow(row);
+        lvwShip->selectPlace(row);
     cmdEdit->setEnabled(lvwShip->rowCount() > 0);
     cmdDelete->setEnabled(lvwShip->rowCount() > 0);
 }

@@ -51,7 +51,7 @@ void frmShifts::showItems() {
         const QString id = set.text(u"ID");
         lvwItems->addRow(QStringLiteral("I") + id, {id, set.text(u"Description")});
     }
-    lvwItems->selectRow(selected);
+    lvwItems->selectPlace(selected);
 }
 
 bool frmShifts::CanChangeShifts() {

@@ -273,7 +273,18 @@ TEST_P(ShiftScreens, ShiftsInUseStay) {
     EXPECT_EQ(rowCount(QStringLiteral("lvwItems")), 2);
     ask(Answer::Yes);
     EXPECT_EQ(shifts(), QStringList(QStringLiteral("Day|6:00:00 AM|6:00:00 PM")));
-    ask(Answer::Yes); // the last row was selected instead
+    // The last row is selected instead. Sorted otherwise, the place counts and not the number.
+    another(u"Extra");
+    control<controls::ListView>(QStringLiteral("lvwItems"))->sortByColumn(1, Qt::DescendingOrder);
+    selectRow(QStringLiteral("lvwItems"), 0);
+    whenShown(addEdit, [this] {
+        EXPECT_EQ(text(QStringLiteral("txtDescription")), QStringLiteral("Extra"));
+        press(QStringLiteral("cmdOK"));
+    });
+    press(QStringLiteral("cmdEdit"));
+    ask(Answer::Yes);
+    EXPECT_EQ(shifts(), QStringList(QStringLiteral("Day|6:00:00 AM|6:00:00 PM")));
+    ask(Answer::Yes);
     EXPECT_EQ(shifts(), QStringList());
 }
 

@@ -149,7 +149,7 @@ void ReferenceList::reload() {
         lvwMI->addRow(u'K' + rows.text(m_table.key), texts);
     }
     if (key.isEmpty() || !lvwMI->selectKey(key))
-        lvwMI->selectRow(std::max(selected, 0));
+        lvwMI->selectPlace(std::max(selected, 0));
     showButtons();
 }
 

@@ -130,7 +130,8 @@ void DateField::tellChange() {
 
 void DateField::focusInEvent(QFocusEvent* event) {
     QLineEdit::focusInEvent(event);
-    if (isPassing(this, event))
+    // The first field of a window is entered as the window becomes active.
+    if (m_editing && isPassing(this, event))
         return;
     m_editing = true;
     m_atEntry = m_date;

@@ -133,6 +133,9 @@ class ListView : public QTableView {
     QString selectedKey() const; ///< empty if none
     /// Selects a row, clamped to the rows there are; nothing if there is none.
     void selectRow(int row);
+    /// Of rows that were just filled in anew: selects as selectRow() what stands at a place in the
+    /// order that the user chose, which they have from then on.
+    void selectPlace(int place);
     bool selectKey(const QString& key);
 
     Event<> selectionChangedByUser;

@@ -81,10 +81,14 @@ void GridLooks::sortAgainLater() {
     m_sortPending = true;
     QTimer::singleShot(0, &m_view, [this] {
         m_sortPending = false;
-        const auto* header = m_view.horizontalHeader();
-        if (m_sortable && header->sortIndicatorSection() >= 0)
-            m_model.sort(header->sortIndicatorSection(), header->sortIndicatorOrder());
+        sortNow();
     });
+}
+
+void GridLooks::sortNow() {
+    const auto* header = m_view.horizontalHeader();
+    if (m_sortable && header->sortIndicatorSection() >= 0)
+        m_model.sort(header->sortIndicatorSection(), header->sortIndicatorOrder());
 }
 
 QString GridLooks::place() const {

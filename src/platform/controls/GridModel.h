@@ -84,6 +84,8 @@ class GridLooks {
     void applyWidths();
     void setSortable(bool sortable);
     bool isSortable() const { return m_sortable; }
+    /// Puts the rows into the order that the user chose, if he chose one.
+    void sortNow();
     void shown();
     void hidden();
     /// The selected rows, or cells, as lines with tabs, to the clipboard.

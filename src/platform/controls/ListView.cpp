@@ -138,6 +138,11 @@ void ListView::selectRow(int row) {
     scrollTo(cell);
 }
 
+void ListView::selectPlace(int place) {
+    m_looks->sortNow();
+    selectRow(place);
+}
+
 bool ListView::selectKey(const QString& key) {
     for (int row = 0; row < rowCount(); ++row) {
         if (m_model->row(row).tag == key) {

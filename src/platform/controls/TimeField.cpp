@@ -19,7 +19,7 @@ QDateTime momentOf(const QTime& time) {
 } // namespace
 
 TimeField::TimeField(QWidget* parent) : QLineEdit(parent) {
-    setPlaceholderText(QStringLiteral("h:mm AM"));
+    showHint();
     setMaxLength(11);
     connect(this, &QLineEdit::textEdited, this, [this] {
         takeText();
@@ -91,6 +91,7 @@ void TimeField::setValue(const jet::Value& value) {
 
 void TimeField::setLocked(bool locked) {
     setReadOnly(locked);
+    showHint();
     showLocked(this, locked);
 }
 
@@ -112,9 +113,22 @@ void TimeField::tellChange() {
     changed();
 }
 
+void TimeField::showHint() {
+    // Where nothing can be typed it would pass for a time.
+    const bool open = isEnabled() && !isReadOnly();
+    setPlaceholderText(open ? QStringLiteral("h:mm AM") : QString());
+}
+
+void TimeField::changeEvent(QEvent* event) {
+    QLineEdit::changeEvent(event);
+    if (event->type() == QEvent::EnabledChange)
+        showHint();
+}
+
 void TimeField::focusInEvent(QFocusEvent* event) {
     QLineEdit::focusInEvent(event);
-    if (isPassing(this, event))
+    // The first field of a window is entered as the window becomes active.
+    if (m_editing && isPassing(this, event))
         return;
     m_editing = true;
     m_atEntry = m_time;

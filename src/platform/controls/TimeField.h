@@ -37,12 +37,14 @@ class TimeField : public QLineEdit, public Field {
     static std::optional<QTime> timeFromText(const QString& text);
 
   protected:
+    void changeEvent(QEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
   private:
     void takeText();
+    void showHint();
     void tellChange();
     void mark();
     std::optional<QTime> m_time;

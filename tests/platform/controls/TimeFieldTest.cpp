@@ -2,6 +2,10 @@
 
 #include "platform/controls/TimeField.h"
 
+#include <QApplication>
+#include <QFocusEvent>
+#include <QTest>
+
 using namespace controls;
 
 namespace {
@@ -52,6 +56,33 @@ TEST_F(TimeFieldTest, KeepsAndMarksWhatIsNoTime) {
     type(QStringLiteral("txtStart"), QStringLiteral("9"));
     key(Qt::Key_Escape);
     EXPECT_EQ(shown(), QStringLiteral("03:00 PM"));
+}
+
+TEST_F(TimeFieldTest, TheFirstFieldOfAWindowIsEnteredAsTheWindowIs) {
+    start->setTime(QTime(6, 0));
+    const auto activate = [this] {
+        QFocusEvent event(QEvent::FocusIn, Qt::ActiveWindowFocusReason);
+        QApplication::sendEvent(start, &event);
+    };
+    activate();
+    EXPECT_EQ(start->selectedText(), QStringLiteral("06:00 AM"));
+    QTest::keyClicks(start, QStringLiteral("9"));
+    activate(); // back from another window, in the middle of typing
+    EXPECT_EQ(start->selectedText(), QString());
+    QTest::keyClick(start, Qt::Key_Escape);
+    EXPECT_EQ(shown(), QStringLiteral("06:00 AM"));
+}
+
+TEST_F(TimeFieldTest, TellsEveryEditAndNoOtherTwice) {
+    int changes = 0;
+    start->changed.connect([&changes] { ++changes; });
+    start->setTime(QTime(6, 0));
+    start->setTime(QTime(6, 0));
+    EXPECT_EQ(changes, 1);
+    type(QStringLiteral("txtStart"), QStringLiteral("6:00"));
+    EXPECT_EQ(changes, 5) << "the same time, typed anew";
+    leave();
+    EXPECT_EQ(changes, 5);
 }
 
 } // namespace
