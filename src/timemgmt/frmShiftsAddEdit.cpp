@@ -12,7 +12,7 @@
 namespace timemgmt {
 
 frmShiftsAddEdit::frmShiftsAddEdit()
-    : Form(QString::fromLatin1(formName), QStringLiteral("New Shift")) {
+    : AddEditForm(QString::fromLatin1(formName), QStringLiteral("New Shift")) {
     auto* outside = new QVBoxLayout(this);
     auto* body = new QWidget(this);
     outside->addWidget(body);
@@ -30,16 +30,7 @@ frmShiftsAddEdit::frmShiftsAddEdit()
     fields.add(fpLatestSO, QStringLiteral("fpLatestSO"), QStringLiteral("&Latest Sign-In Time"));
     outside->addStretch();
 
-    screen::ButtonBar bar(this, outside);
-    bar.stretch();
-    QPushButton* cmdOK = bar.button(QStringLiteral("cmdOK"), QStringLiteral("&OK"));
-    cmdOKNewButton = bar.button(QStringLiteral("cmdOKNew"), QStringLiteral("OK and &New"));
-    QPushButton* cmdCancel = bar.button(QStringLiteral("cmdCancel"), QStringLiteral("Cancel"));
-    setDefaultButton(cmdOK);
-    setCancelButton(cmdCancel);
-    on(cmdOK, &frmShiftsAddEdit::cmdOK_Click);
-    on(cmdOKNewButton, &frmShiftsAddEdit::cmdOKNew_Click);
-    on(cmdCancel, [this] { hideModal(); });
+    makeButtons(outside);
     on(fpEarliestSI->changed, &frmShiftsAddEdit::rangeChanged);
     on(fpLatestSO->changed, &frmShiftsAddEdit::rangeChanged);
 }
@@ -48,7 +39,7 @@ bool frmShiftsAddEdit::ShowForm(const QString& mode, qint64 shiftId) {
     if (mode == u"Edit") {
         m_shiftId = shiftId;
         setWindowTitle(QStringLiteral("Edit Shift"));
-        cmdOKNewButton->setEnabled(false);
+        setAdding(false);
         jet::Database& database = core::MainDatabase();
         const QString id = QString::number(shiftId);
         const jet::Recordset shift = database.openRecordset(
@@ -66,8 +57,7 @@ bool frmShiftsAddEdit::ShowForm(const QString& mode, qint64 shiftId) {
             database.hasRows(QStringLiteral("SELECT * FROM shiftstimer WHERE shiftsid=") + id);
     }
     txtDescription->setFocus();
-    showModal();
-    return m_showAnew;
+    return run() || m_gone;
 }
 
 void frmShiftsAddEdit::sayNotFound() const {
@@ -121,23 +111,15 @@ bool frmShiftsAddEdit::save() {
     if (m_shiftId == 0) {
         addShift(core::MainDatabase(), shift);
     } else if (!changeShift(core::MainDatabase(), m_shiftId, shift, m_resetTimer)) {
-        m_showAnew = true;
+        m_gone = true;
         sayNotFound();
         return false;
     }
-    m_showAnew = true;
     core::refreshNeighbours({QStringLiteral("frmEmployee")}, QStringLiteral("Shifts"));
     return true;
 }
 
-void frmShiftsAddEdit::cmdOK_Click() {
-    if (save())
-        hideModal();
-}
-
-void frmShiftsAddEdit::cmdOKNew_Click() {
-    if (!save())
-        return;
+void frmShiftsAddEdit::startNext() {
     txtDescription->setText(QString());
     txtDescription->setFocus();
 }
