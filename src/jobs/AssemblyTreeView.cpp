@@ -20,21 +20,27 @@ constexpr int numberRole = Qt::UserRole;
 constexpr int strayRole = Qt::UserRole + 1;
 constexpr int edge = 16; ///< pixels from the border where dragging scrolls
 
+/// The record's icon and text on a plate, below the tip of an arrow.
 QPixmap dragImage(const QWidget& widget, const QTreeWidgetItem& item) {
-    const QString text = widget.fontMetrics().elidedText(item.text(0), Qt::ElideRight, 240);
-    const int height = widget.fontMetrics().height() + 4;
-    QPixmap image(widget.fontMetrics().horizontalAdvance(text) + height + 24, height + 12);
+    const QFontMetrics metrics = widget.fontMetrics();
+    const QString text = metrics.elidedText(item.text(0), Qt::ElideRight, 240);
+    const int height = metrics.height() + 4;
+    const QRect plate(12, 14, metrics.horizontalAdvance(text) + height + 12, height);
+    QPixmap image(plate.right() + 2, plate.bottom() + 2);
     image.fill(Qt::transparent);
     QPainter painter(&image);
     painter.setOpacity(0.8);
-    item.icon(0).paint(&painter, 14, 10, height, height);
+    painter.setPen(widget.palette().color(QPalette::Mid));
+    painter.setBrush(widget.palette().color(QPalette::Base));
+    painter.drawRect(plate);
+    item.icon(0).paint(&painter, plate.left() + 2, plate.top() + 1, height - 2, height - 2);
     painter.setFont(widget.font());
     painter.setPen(widget.palette().color(QPalette::Text));
-    painter.drawText(QRect(18 + height, 10, image.width() - height - 18, height),
-                     Qt::AlignLeft | Qt::AlignVCenter, text);
+    painter.drawText(plate.adjusted(height + 4, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter, text);
     painter.setOpacity(1);
-    painter.drawPolyline(QPolygon({{0, 9}, {0, 0}, {9, 0}}));
-    painter.drawLine(0, 0, 10, 10);
+    painter.setPen(Qt::white);
+    painter.setBrush(Qt::black);
+    painter.drawPolygon(QPolygon({{0, 0}, {0, 15}, {4, 11}, {10, 11}}));
     return image;
 }
 
@@ -138,7 +144,10 @@ int AssemblyTreeView::widthBelow(const QTreeWidgetItem* top) const {
 void AssemblyTreeView::showEvent(QShowEvent* event) {
     QTreeWidget::showEvent(event);
     // Only now the tree knows its size.
-    QTimer::singleShot(0, this, [this] { scrollTo(currentIndex()); });
+    QTimer::singleShot(0, this, [this] {
+        horizontalScrollBar()->setValue(0);
+        scrollTo(currentIndex());
+    });
 }
 
 void AssemblyTreeView::scrollTo(const QModelIndex& index, ScrollHint hint) {
@@ -275,7 +284,22 @@ void AssemblyTreeView::mouseMoveEvent(QMouseEvent* event) {
 
 void AssemblyTreeView::follow(const QPoint& at) {
     m_last = at;
-    viewport()->setCursor(takes(m_dragged, itemAt(at)) ? m_image : m_invalid);
+    QTreeWidgetItem* under = viewport()->rect().contains(at) ? itemAt(at) : nullptr;
+    const bool taken = takes(m_dragged, under);
+    viewport()->setCursor(taken ? m_image : m_invalid);
+    showTarget(taken ? under : nullptr);
+}
+
+void AssemblyTreeView::showTarget(QTreeWidgetItem* item) {
+    if (m_target == item)
+        return;
+    QColor colour = palette().color(QPalette::Highlight);
+    colour.setAlpha(80);
+    if (m_target)
+        m_target->setBackground(0, QBrush());
+    m_target = item;
+    if (m_target)
+        m_target->setBackground(0, colour);
 }
 
 void AssemblyTreeView::scrollOn() {
@@ -297,6 +321,7 @@ void AssemblyTreeView::scrollOn() {
 
 void AssemblyTreeView::endDrag() {
     m_scroll->stop();
+    showTarget(nullptr);
     m_dragged = 0;
     m_pressed = 0;
     viewport()->unsetCursor();

@@ -59,6 +59,7 @@ class AssemblyTreeView : public QTreeWidget {
     bool takes(qint64 number, const QTreeWidgetItem* target) const;
     void setCut(qint64 number);
     void follow(const QPoint& at);
+    void showTarget(QTreeWidgetItem* item);
     void endDrag();
     void scrollOn();
     /// Pixels that a branch needs, from the left border of the tree.
@@ -68,6 +69,7 @@ class AssemblyTreeView : public QTreeWidget {
     qint64 m_pressed = 0;
     qint64 m_dragged = 0;
     qint64 m_cut = 0;
+    QTreeWidgetItem* m_target = nullptr; ///< would take what is dragged
     QPoint m_pressedAt;
     QPoint m_last;
     QCursor m_image;

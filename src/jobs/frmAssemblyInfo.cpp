@@ -34,6 +34,7 @@ frmAssemblyInfo::frmAssemblyInfo()
     fields.grid()->addWidget(
         screen::named(cboPoOrRfq, QStringLiteral("cboPoOrRfq"), QStringLiteral("Order")), 1, 1);
     fields.grid()->setColumnStretch(1, 1);
+    fields.grid()->setContentsMargins(0, 0, 0, 0);
     for (controls::ListCombo* combo : {cboCustomer, cboPoOrRfq}) {
         combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
         combo->setMinimumContentsLength(30);

@@ -7,6 +7,8 @@
 #include "platform/values/Clock.h"
 #include "support/Gallery.h"
 
+#include <QLineEdit>
+
 using screen::Answer;
 
 namespace {
@@ -100,6 +102,8 @@ TEST_P(Shipping, NewConsignmentsAreCheckedAndMayExceedTheJob) {
             EXPECT_EQ(testsupport::gallery(form()), QStringList());
             EXPECT_EQ(focusName(), s(u"etShippedDate"));
             EXPECT_EQ(text(s(u"etShippedDate")), s(u"3/9/2026"));
+            // To be typed over, as if it had been entered by Tab.
+            EXPECT_EQ(control<QLineEdit>(s(u"etShippedDate"))->selectedText(), s(u"3/9/2026"));
             const auto refused = [&](const char16_t* message, const char16_t* field) {
                 expectBox(s(message));
                 press(s(u"cmdOK"));

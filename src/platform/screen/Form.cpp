@@ -229,6 +229,12 @@ void Form::showModal() {
     raise();
     activateWindow();
     guarded([this] { Form_Activate(); });
+    // The first field is entered as by Tab, its text selected. The window's own activation comes
+    // later and is none of the fields' business.
+    if (auto* first = over ? nullptr : qobject_cast<QLineEdit*>(focusWidget())) {
+        QFocusEvent enters(QEvent::FocusIn, Qt::TabFocusReason);
+        QApplication::sendEvent(first, &enters);
+    }
     if (!over)
         loop.exec(QEventLoop::DialogExec);
     if (!self)
