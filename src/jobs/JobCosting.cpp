@@ -10,6 +10,12 @@ using values::Currency;
 
 namespace {
 
+/// Takes the operations before they and the time on them are read: a program that doesn't take
+/// turns with ours then waits with its booking, or we have waited for it.
+void holdOperations(jet::Database& database, const QString& where) {
+    database.execute(QStringLiteral("UPDATE JobOper SET Status = Status") + where);
+}
+
 QString inhouseCost(bool oneShopRate, Currency shopRate, const QString& job) {
     const QString rate = oneShopRate ? shopRate.toText() : QStringLiteral("JobOper.OperShopRate");
     return QStringLiteral("SELECT SUM(JobOper.OperTime_Amount*") + rate +
@@ -52,6 +58,7 @@ void UpdateJobCost(jet::Database& database, qint64 jobNo) {
     if (job.isEmpty())
         return;
 
+    holdOperations(database, QStringLiteral(" WHERE JobNo = ") + number);
     rollHoursUp(database, number);
     jet::Recordset inhouse = database.openRecordset(
         inhouseCost(job[u"OneShopRate"].toBool(), job[u"JobShopRate"].toCurrency(), number),
@@ -89,6 +96,7 @@ std::optional<Notice> AdjustJobTimeDeleted(jet::Database& database, qint64 jobNo
     const QString where = QStringLiteral(" where jobno = ") + QString::number(jobNo) +
                           QStringLiteral(" and OperNo = ") + QString::number(operNo);
     jet::Transaction transaction(database);
+    holdOperations(database, where);
     jet::Recordset operation =
         database.openRecordset(QStringLiteral("Select * from Joboper") + where);
     if (operation.isEmpty() || database.hasRows(QStringLiteral("Select * from timelog") + where))

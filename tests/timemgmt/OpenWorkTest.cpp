@@ -161,6 +161,37 @@ TEST_P(OpenWork, WhatTheFloorIsBookingIsNotOverwritten) {
     expectNoHourLost();
 }
 
+TEST_P(OpenWork, RollingUpTakesInWhatTheFloorIsBooking) {
+    const qint64 row = attendance(1, 0, 3600);
+    start(row, 0);
+    ASSERT_EQ(CloseOpenTimelogs(db(), row, moment(3600)), 1);
+    Floor floor(testDatabase().location());
+    floor.begin();
+    ASSERT_EQ(floor.run("UPDATE timelog SET accumtime = accumtime + 0.75"), 1);
+    ASSERT_TRUE(floor.book(0.75));
+    std::thread release;
+    holdFor(floor, release);
+    jobs::UpdateJobCost(db(), m_job);
+    release.join();
+    EXPECT_EQ(text(u"SELECT OperTime_Amount FROM JobOper"), QStringLiteral("1.75"));
+    EXPECT_EQ(text(u"SELECT TotalHours, JobShopCost FROM Job"), QStringLiteral("1.75|21.875"));
+}
+
+TEST_P(OpenWork, AnOperationThatTheFloorIsBeginningKeepsItsStatus) {
+    execute(u"UPDATE JobOper SET Status='F'");
+    Floor floor(testDatabase().location());
+    floor.begin();
+    ASSERT_EQ(floor.run("INSERT INTO timelog (empid, jobno, operno, status) SELECT 2, jobno, "
+                        "operno, 'A' FROM joboper"),
+              1);
+    ASSERT_EQ(floor.run("UPDATE joboper SET status = 'A'"), 1);
+    std::thread release;
+    holdFor(floor, release);
+    EXPECT_FALSE(jobs::AdjustJobTimeDeleted(db(), m_job, m_inHouse));
+    release.join();
+    EXPECT_EQ(text(u"SELECT Status FROM JobOper"), QStringLiteral("A"));
+}
+
 TEST_P(OpenWork, AFloorAtWorkAndSignOutsByHandLoseNothing) {
     constexpr int rounds = 25, stretches = 8;
     std::vector<qint64> signs, open;
