@@ -107,7 +107,6 @@ frmEstimate::frmEstimate() : RoutedModule(describe()) {
     bottom->addWidget(buttonPane());
     // The list in the title line comes last, behind what is filled in.
     setTabOrder(fpQtyQP.back(), dbcJobsCreated);
-    orderTabs(txtNotes.back());
     wire();
 }
 

@@ -168,7 +168,6 @@ frmJob::frmJob() : RoutedModule(describe()) {
     bottom->addWidget(figuresPane());
     bottom->addStretch();
     bottom->addWidget(buttonPane());
-    orderTabs(txtJobNotes);
     wire();
 }
 

@@ -13,6 +13,7 @@
 #include <QPushButton>
 #include <QScopedValueRollback>
 #include <QShortcut>
+#include <QSplitter>
 #include <QTabBar>
 #include <QTabWidget>
 
@@ -48,6 +49,9 @@ void collectTabs(QWidget* widget, QList<QWidget*>& order) {
         order << tabs->tabBar();
         for (int page = 0; page < tabs->count(); ++page)
             collectTabs(tabs->widget(page), order);
+    } else if (auto* splitter = qobject_cast<QSplitter*>(widget)) {
+        for (int pane = 0; pane < splitter->count(); ++pane)
+            collectTabs(splitter->widget(pane), order);
     } else if (widget->focusPolicy() & Qt::TabFocus) {
         order << widget;
     } else if (widget->layout()) {

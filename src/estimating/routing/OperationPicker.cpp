@@ -24,7 +24,6 @@ OperationPicker::OperationPicker(screen::Form& form, bool withNotes)
         QGroupBox* frame = screen::frame(this, lists, frameName, title);
         auto* made = screen::named(new controls::ListView(frame), name, title);
         made->setMultipleSelection(true);
-        made->setSortable(false); // the order is what is picked here
         made->setSortable(false); // its order is the entries', and in one of them the routing's
         auto* layout = new QVBoxLayout(frame);
         layout->addWidget(made);

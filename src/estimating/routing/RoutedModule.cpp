@@ -15,6 +15,14 @@ namespace estimating {
 using masters::ModuleButton;
 using masters::Role;
 
+RoutedModule::RoutedModule(masters::ModuleDescriptor descriptor)
+    : RecordModule(std::move(descriptor)) {
+    // What stands beside the arrows keeps its place while they are hidden.
+    QSizePolicy policy = datMain()->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    datMain()->setSizePolicy(policy);
+}
+
 void RoutedModule::openLookups() {
     dbcCustomer->setRows(
         core::MainDatabase().openRecordset(
@@ -65,16 +73,9 @@ QWidget* RoutedModule::makeButtonPane(const std::vector<std::vector<ModuleButton
     entry->addStretch();
     makeButtons(entry, {{Role::Save, QStringLiteral("cmdSave"), QStringLiteral("&Save")},
                         {Role::Cancel, QStringLiteral("cmdCancel"), QStringLiteral("&Cancel")}});
+    // The lists above keep their height when the frames change places.
+    pane->setMinimumHeight(fraBrowse->sizeHint().height());
     return pane;
-}
-
-void RoutedModule::orderTabs(QWidget* before) {
-    for (const auto* name : {u"sprOper", u"cmdOper(0)", u"cmdOper(1)", u"cmdOperRate(0)",
-                             u"cmdOperRate(1)", u"sprMisc", u"cmdMisc(0)", u"cmdMisc(1)"}) {
-        auto* next = control<QWidget>(QString::fromUtf16(name));
-        setTabOrder(before, next);
-        before = next;
-    }
 }
 
 void RoutedModule::wireCustomer() {

@@ -14,8 +14,7 @@ namespace estimating {
 /// pane of buttons.
 class RoutedModule : public masters::RecordModule {
   public:
-    explicit RoutedModule(masters::ModuleDescriptor descriptor)
-        : RecordModule(std::move(descriptor)) {}
+    explicit RoutedModule(masters::ModuleDescriptor descriptor);
 
     void ShowModuleMode(const QString& mode) override;
     void refreshLookup(const QString& table) override;
@@ -26,8 +25,6 @@ class RoutedModule : public masters::RecordModule {
     /// The frames fraBrowse, with columns of buttons, and fraEdit, with Save and Cancel: the mode
     /// shows one of them.
     QWidget* makeButtonPane(const std::vector<std::vector<masters::ModuleButton>>& browseColumns);
-    /// Puts the routing panel's controls behind `before` in the order of Tab.
-    void orderTabs(QWidget* before);
     /// The number follows the customer that is chosen or typed.
     void wireCustomer();
 

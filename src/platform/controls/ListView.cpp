@@ -132,6 +132,7 @@ void ListView::selectRow(int row) {
     if (rowCount() == 0)
         return;
     const Quiet quiet(m_byProgram);
+    m_typedAt = 0; // what is typed next begins a word
     const auto cell = m_model->index(std::clamp(row, 0, rowCount() - 1), 0);
     selectionModel()->setCurrentIndex(cell, QItemSelectionModel::ClearAndSelect |
                                                 QItemSelectionModel::Rows);
