@@ -50,7 +50,7 @@ std::vector<Token> tokens(const QString& formula) {
         const auto found = formula.indexOf(end, at + 1);
         if (found < 0)
             fail(QStringLiteral("%1 isn't closed in: %2").arg(what, formula));
-        const QString inside = formula.mid(at + 1, found - at - 1);
+        QString inside = formula.mid(at + 1, found - at - 1);
         at = found + 1;
         return inside;
     };

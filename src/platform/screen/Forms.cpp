@@ -25,10 +25,10 @@ Registry& registry() {
 
 } // namespace
 
-void Forms::add(const QString& name, Factory factory) {
+void Forms::add(const QString& name, const Factory& factory) {
     if (!isKnown(name))
         registry().names << name;
-    registry().factories.insert(name.toLower(), std::move(factory));
+    registry().factories.insert(name.toLower(), factory);
 }
 
 bool Forms::isKnown(const QString& name) {

@@ -35,7 +35,7 @@ class Forms {
     using Factory = std::function<std::unique_ptr<Form>()>;
 
     /// Makes a screen known under its name. Names compare without regard to case.
-    static void add(const QString& name, Factory factory);
+    static void add(const QString& name, const Factory& factory);
     template <class F>
     static void add() {
         auto factory = [] { return std::unique_ptr<Form>(new F); };
