@@ -1,24 +1,21 @@
 #pragma once
 
-#include "platform/controls/Grid.h"
-#include "platform/screen/Form.h"
+#include "platform/screen/ListForm.h"
 
 namespace estimating {
 
 /// The catalogue of fixed cost items.
-class frmMiscItems : public screen::Form {
+class frmMiscItems : public screen::ListForm {
   public:
     static constexpr char formName[] = "frmMiscItems";
     frmMiscItems();
-    void Form_Load() override;
 
-  private:
-    void cmdNew_Click();
-    void cmdEdit_Click();
-    void cmdDelete_Click();
-    void showItems();
+    void cmdNew_Click() override;
+    void cmdEdit_Click() override;
+    void cmdDelete_Click() override;
 
-    controls::ListView* lvwMI;
+  protected:
+    void fill(controls::ListView& list) override;
 };
 
 } // namespace estimating

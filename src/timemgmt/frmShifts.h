@@ -1,28 +1,27 @@
 #pragma once
 
-#include "platform/controls/Grid.h"
-#include "platform/screen/Form.h"
+#include "platform/screen/ListForm.h"
 
 namespace timemgmt {
 
 /// The work shifts. Nothing can be changed while the companion program runs, nor a shift while one
 /// of its employees is signed in.
-class frmShifts : public screen::Form {
+class frmShifts : public screen::ListForm {
   public:
     static constexpr char formName[] = "frmShifts";
     frmShifts();
-    void Form_Load() override;
+
+    void cmdNew_Click() override;
+    void cmdEdit_Click() override;
+    void cmdDelete_Click() override;
+    void cmdShiftAuto_Click();
+
+  protected:
+    void fill(controls::ListView& list) override;
 
   private:
-    void cmdNew_Click();
-    void cmdEdit_Click();
-    void cmdDelete_Click();
-    void cmdShiftAuto_Click();
     bool CanChangeShifts();
     bool IsShiftSignedIn(qint64 shiftId);
-    void showItems();
-
-    controls::ListView* lvwItems;
 };
 
 } // namespace timemgmt

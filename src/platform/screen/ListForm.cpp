@@ -1,0 +1,59 @@
+#include "platform/screen/ListForm.h"
+
+#include "platform/screen/Layout.h"
+
+#include <QVBoxLayout>
+
+namespace screen {
+
+ListForm::ListForm(const QString& name, const QString& caption, const QString& listName,
+                   const QString& spoken, std::vector<controls::GridColumn> columns,
+                   Reselect reselect)
+    : Form(name, caption), m_reselect(reselect) {
+    auto* outside = new QVBoxLayout(this);
+    m_list = named(new controls::ListView(this), listName, spoken);
+    m_list->setColumns(std::move(columns));
+    outside->addWidget(m_list, 1);
+    ButtonBar bar(this, outside);
+    m_buttons = bar.layout();
+    on(bar.button(QStringLiteral("cmdNew"), QStringLiteral("&New")), [this] { cmdNew_Click(); });
+    on(bar.button(QStringLiteral("cmdEdit"), QStringLiteral("&Edit")), [this] { cmdEdit_Click(); });
+    on(bar.button(QStringLiteral("cmdDelete"), QStringLiteral("&Delete")),
+       [this] { cmdDelete_Click(); });
+    bar.stretch();
+    QPushButton* cmdClose = bar.button(QStringLiteral("cmdClose"), QStringLiteral("&Close"));
+    setCancelButton(cmdClose);
+    on(cmdClose, [this] { unload(); });
+    on(m_list->rowDoubleClicked, [this](int) { cmdEdit_Click(); });
+    resize(640, 460);
+}
+
+QPushButton* ListForm::addButton(const QString& name, const QString& caption) {
+    auto* button = named(new QPushButton(caption, this), name);
+    button->setAutoDefault(false);
+    const int behindDelete = m_buttons->count() - 2; // the gap and Close
+    setTabOrder(m_buttons->itemAt(behindDelete - 1)->widget(), button);
+    m_buttons->insertWidget(behindDelete, button);
+    return button;
+}
+
+void ListForm::reload() {
+    const int place = std::max(0, m_list->selectedRow());
+    const QString key = m_list->selectedKey();
+    m_list->clearRows();
+    fill(*m_list);
+    if (m_reselect == Reselect::Place || key.isEmpty() || !m_list->selectKey(key))
+        m_list->selectPlace(place);
+}
+
+qint64 ListForm::selectedNumber() const {
+    const int row = m_list->selectedRow();
+    return row < 0 ? 0 : m_list->keyNumber(row);
+}
+
+bool ListForm::askDelete() const {
+    return MsgBox(QStringLiteral("Delete this item?"), Buttons::YesNo, Icon::Question,
+                  QStringLiteral("Delete")) == Answer::Yes;
+}
+
+} // namespace screen
