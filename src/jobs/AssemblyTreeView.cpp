@@ -268,10 +268,13 @@ void AssemblyTreeView::mousePressEvent(QMouseEvent* event) {
 }
 
 void AssemblyTreeView::mouseMoveEvent(QMouseEvent* event) {
-    if (m_pressed == 0 || !event->buttons().testFlag(Qt::LeftButton)) {
+    if (!event->buttons().testFlag(Qt::LeftButton)) {
         QTreeWidget::mouseMoveEvent(event);
         return;
     }
+    // The root stays where it is, and nothing else gets selected on the way.
+    if (m_pressed == 0)
+        return;
     if (m_dragged == 0) {
         if ((event->pos() - m_pressedAt).manhattanLength() < QApplication::startDragDistance())
             return;

@@ -195,6 +195,7 @@ TEST_P(Assemblies, AJobIsDraggedUnderAnotherAndBack) {
         drag(label(m_jobs[0]), label(m_jobs[2]));
         drag(label(m_jobs[0]), label(m_jobs[0]));
         drag(s(u"Root"), label(m_jobs[2]));
+        EXPECT_EQ(control<QTreeWidget>(s(u"tvwAssembly"))->currentItem(), item(s(u"Root")));
         EXPECT_EQ(tree(), before);
         EXPECT_EQ(parentOf(m_jobs[0]), 0);
         drag(label(m_jobs[2]), s(u"Root"));
