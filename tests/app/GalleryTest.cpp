@@ -1,6 +1,7 @@
 #include "support/Gallery.h"
 #include "app/Screens.h"
 #include "core/MirsaMain.h"
+#include "core/RecordScreen.h"
 #include "platform/values/Clock.h"
 #include "sample/Sample.h"
 #include "support/DatabaseFixture.h"
@@ -55,6 +56,35 @@ TEST_F(GalleryTest, EveryScreenOpensWithNothingClippedAndEverythingNamed) {
         EXPECT_TRUE(complaints.isEmpty()) << complaints.join(u'\n').toStdString();
         form->hide();
     }
+}
+
+TEST_F(GalleryTest, TheDialogsOfAJobShowWhatBelongsToIt) {
+    jet::Database& shop = core::MainDatabase();
+    const QString first =
+        shop.lookup(QStringLiteral("SELECT MIN(JobNo) FROM Job WHERE Shipped=False")).toText();
+    shop.execute(QStringLiteral("UPDATE Job SET CustID=1, PONo='PO-58618', AssemblyJobNo=0 WHERE "
+                                "Shipped=False"));
+    shop.execute(QStringLiteral("UPDATE Job SET AssemblyJobNo=%1 WHERE Shipped=False AND JobNo>%1 "
+                                "AND JobNo<%1+4")
+                     .arg(first));
+    for (const char* date : {"02/20/2026", "02/27/2026"}) {
+        shop.execute(QStringLiteral("INSERT INTO jobship (jobno, shippeddate, quantity, "
+                                    "shippedbyempid) VALUES(%1, #%2#, 12, 1)")
+                         .arg(first, QString::fromLatin1(date)));
+    }
+    auto* job = dynamic_cast<core::RecordScreen*>(open(QStringLiteral("frmJob")));
+    ASSERT_TRUE(job->goToRecord(first.toLongLong()));
+    for (const auto& [button, name] : {std::pair{"cmdAssembly", "frmAssemblyInfo"},
+                                       std::pair{"cmdShippingHistory", "frmJobShip"}}) {
+        whenShown(QString::fromLatin1(name), [this] {
+            form().resize(600, 400);
+            EXPECT_EQ(testsupport::gallery(form()), QStringList());
+            press(QStringLiteral("cmdClose"));
+        });
+        press(QString::fromLatin1(button));
+        use(screen::Forms::find(QStringLiteral("frmJob")));
+    }
+    press(QStringLiteral("cmdClose"));
 }
 
 TEST_F(GalleryTest, TabReachesEveryControlOfAModuleAndComesRound) {
