@@ -258,6 +258,7 @@ void AssemblyTreeView::keyPressEvent(QKeyEvent* event) {
 
 void AssemblyTreeView::mousePressEvent(QMouseEvent* event) {
     endDrag();
+    m_moved = false;
     QTreeWidget::mousePressEvent(event);
     m_pressed = 0;
     const QTreeWidgetItem* item = itemAt(event->pos());
@@ -279,6 +280,7 @@ void AssemblyTreeView::mouseMoveEvent(QMouseEvent* event) {
         if ((event->pos() - m_pressedAt).manhattanLength() < QApplication::startDragDistance())
             return;
         m_dragged = m_pressed;
+        m_moved = true;
         m_image = QCursor(dragImage(*this, *itemFor(m_dragged)), 0, 0);
         m_scroll->start();
     }
@@ -333,11 +335,13 @@ void AssemblyTreeView::endDrag() {
 void AssemblyTreeView::mouseReleaseEvent(QMouseEvent* event) {
     const qint64 number = m_dragged;
     endDrag();
-    if (number == 0) {
+    if (!m_moved) {
         QTreeWidget::mouseReleaseEvent(event);
         return;
     }
     setState(NoState);
+    if (number == 0) // Escape ended the drag
+        return;
     const QTreeWidgetItem* target =
         viewport()->rect().contains(event->pos()) ? itemAt(event->pos()) : nullptr;
     if (takes(number, target))

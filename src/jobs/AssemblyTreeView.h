@@ -68,6 +68,7 @@ class AssemblyTreeView : public QTreeWidget {
     QHash<qint64, QTreeWidgetItem*> m_items; ///< the root under 0
     qint64 m_pressed = 0;
     qint64 m_dragged = 0;
+    bool m_moved = false; ///< a drag began since the button went down
     qint64 m_cut = 0;
     QTreeWidgetItem* m_target = nullptr; ///< would take what is dragged
     QPoint m_pressedAt;

@@ -114,7 +114,7 @@ class Assemblies : public JobShop {
         return found.value(0);
     }
     QString label(qint64 number) const { return QString::number(number) + s(u"  ("); }
-    void drag(const QString& from, const QString& to) {
+    void drag(const QString& from, const QString& to, bool escape = false) {
         auto* view = control<QTreeWidget>(s(u"tvwAssembly"));
         QWidget* port = view->viewport();
         view->scrollTo(view->indexFromItem(item(to)));
@@ -130,6 +130,8 @@ class Assemblies : public JobShop {
                              Qt::LeftButton, Qt::NoModifier);
             QApplication::sendEvent(port, &move);
         }
+        if (escape)
+            QTest::keyClick(view, Qt::Key_Escape);
         QTest::mouseRelease(port, Qt::LeftButton, {}, end);
         settle();
     }
@@ -198,6 +200,9 @@ TEST_P(Assemblies, AJobIsDraggedUnderAnotherAndBack) {
         EXPECT_EQ(control<QTreeWidget>(s(u"tvwAssembly"))->currentItem(), item(s(u"Root")));
         EXPECT_EQ(tree(), before);
         EXPECT_EQ(parentOf(m_jobs[0]), 0);
+        drag(label(m_jobs[2]), s(u"Root"), true);
+        EXPECT_EQ(tree(), before);
+        EXPECT_EQ(control<QTreeWidget>(s(u"tvwAssembly"))->currentItem(), item(label(m_jobs[2])));
         drag(label(m_jobs[2]), s(u"Root"));
         EXPECT_EQ(parentOf(m_jobs[2]), 0);
         EXPECT_EQ(item(label(m_jobs[2]))->parent()->text(0), s(u"Root"));
