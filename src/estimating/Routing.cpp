@@ -163,8 +163,11 @@ QString defaultNote(jet::Database& database, const QString& description) {
 }
 
 QString partPattern(const QString& typed) {
-    return QStringLiteral("*") + QString(typed).replace(QLatin1Char('-'), QLatin1Char('?')) +
-           QStringLiteral("*");
+    QString pattern = QString(typed).replace(QLatin1Char('-'), QLatin1Char('?'));
+    // A bracket that nothing closes is no set of characters: it means itself.
+    const auto closed = pattern.lastIndexOf(QLatin1Char(']')) + 1;
+    const QString tail = pattern.mid(closed).replace(QStringLiteral("["), QStringLiteral("[[]"));
+    return QStringLiteral("*") + pattern.left(closed) + tail + QStringLiteral("*");
 }
 
 } // namespace estimating

@@ -84,7 +84,7 @@ QString defaultNote(jet::Database& database, qint64 operNo);
 QString defaultNote(jet::Database& database, const QString& description);
 
 /// The pattern of a part search: each hyphen stands for any one character, anything may be around
-/// it.
+/// it. The other signs of patterns (*, ?, # and closed brackets) mean what they do there.
 QString partPattern(const QString& typed);
 
 } // namespace estimating

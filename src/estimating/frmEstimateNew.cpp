@@ -2,12 +2,14 @@
 
 #include "core/MirsaMain.h"
 #include "estimating/routing/Dialogs.h"
+#include "platform/controls/DataCombo.h"
 #include "platform/screen/Forms.h"
 #include "platform/screen/MsgBox.h"
 #include "platform/values/Clock.h"
 #include "platform/values/Format.h"
 
 #include <QLabel>
+#include <QLineEdit>
 
 namespace estimating {
 
@@ -59,6 +61,7 @@ void frmEstimate::showCarried(const CarriedCustomer& customer, bool carry) {
         dbcCustomer->setBoundText(customer.custId);
     else
         dbcCustomer->setText(QString());
+    dbcCustomer->lineEdit()->selectAll(); // it has the focus: typing replaces it
     txtRfqno->setText(carry ? customer.rfqNo : QString());
     txtRfqno_LostFocus();
 }

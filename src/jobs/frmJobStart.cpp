@@ -3,12 +3,14 @@
 #include "core/MirsaMain.h"
 #include "estimating/NoteStaging.h"
 #include "estimating/routing/Dialogs.h"
+#include "platform/controls/DataCombo.h"
 #include "platform/screen/Forms.h"
 #include "platform/screen/MsgBox.h"
 #include "platform/values/Clock.h"
 
 #include <QCheckBox>
 #include <QLabel>
+#include <QLineEdit>
 
 namespace jobs {
 
@@ -54,6 +56,7 @@ void frmJob::cmdNew_Click() {
 void frmJob::showCarried(const CarriedCustomer& customer) {
     lblCustID->setText(customer.custId);
     dbcCustomer->setBoundText(customer.custId);
+    dbcCustomer->lineEdit()->selectAll(); // it has the focus: typing replaces it
     txtPONo->setText(customer.poNo);
 }
 

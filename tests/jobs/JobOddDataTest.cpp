@@ -180,6 +180,9 @@ TEST_P(JobsOdd, ASetBeginsAJobWithOrWithoutItsDefaultNotes) {
     EXPECT_EQ(screen->currentKey(), m_job);
     begin(true, true);
     EXPECT_EQ(notes(0), QStringList(s(u"1|Mind the operator's guard")));
+    cancel();
+    EXPECT_EQ(notes(0), QStringList());
+    begin(true, true);
     EXPECT_EQ(cells(s(u"sprOper")).size(), 2);
     type(s(u"txtPartno"), s(u"P-9"));
     type(s(u"txtQuantity"), s(u"3"));
@@ -190,6 +193,72 @@ TEST_P(JobsOdd, ASetBeginsAJobWithOrWithoutItsDefaultNotes) {
                      u"= 'P-9'")),
               QStringList(QStringLiteral("%1|PO-7|3/9/2026|4/1/2026|3/9/2026").arg(m_acme)));
     EXPECT_EQ(screen->currentKey(), m_job) << "the new job is inactive at once";
+}
+
+TEST_P(JobsOdd, ShippingAsksForADateAndAnOperationIsNeeded) {
+    openJobs();
+    edit();
+    check(s(u"chkShipped"));
+    type(s(u"txtShipDate"), s(u""));
+    expectBox(s(u"Please enter Shipped Date!"));
+    save();
+    EXPECT_EQ(focusName(), s(u"txtShipDate"));
+    check(s(u"chkShipped"), false);
+    EXPECT_TRUE(isLocked(s(u"txtShipDate")));
+    for (const char16_t* name : {u"Boring", u"Milling", u"Plating"})
+        removeRow(0, name);
+    check(s(u"chkShipped"));
+    type(s(u"txtShipDate"), s(u"2/30/2026"));
+    expectBox(s(u"Please enter at least one operation"));
+    save();
+    EXPECT_EQ(focusName(), s(u"sprOper"));
+    cancel();
+    EXPECT_EQ(notes(m_job), QStringList({s(u"1|note 1"), s(u"2|note 2"), s(u"3|note 3")}));
+    EXPECT_EQ(text(s(u"txtShipDate")), QString());
+}
+
+TEST_P(JobsOdd, NotesOfAnAddThatWasClosedGoToTheNextJobSaved) {
+    openJobs();
+    whenShown(s(u"frmJobNew"), [this] {
+        press(s(u"Option3"));
+        check(s(u"chkNotes"));
+        press(s(u"cmdOK"));
+    });
+    expectBoxContaining(s(u"You are about to copy"), Answer::Yes);
+    press(s(u"cmdNew"));
+    EXPECT_EQ(text(s(u"txtPONo")), QString()) << "goes with the customer";
+    EXPECT_EQ(cell(s(u"sprOper"), 2, timeColumn), s(u"0.00")) << "a contractor's amount goes too";
+    expectBox(s(u"Would you like to save the current record before closing?"), Answer::No,
+              s(u"Save & Exit?"));
+    form().unload();
+    EXPECT_EQ(notes(0).size(), 3);
+    openJobs();
+    edit();
+    save();
+    EXPECT_EQ(notes(0).size(), 0);
+    EXPECT_EQ(notes(m_job).size(), 6);
+}
+
+TEST_P(JobsOdd, AFailedDeletionTellsItsStepAndTakesNothing) {
+    openJobs();
+    database().execute(s(u"DROP TABLE JobMiscCost"));
+    expectBox(s(u"You are about to delete the current Job. Are you sure?"), Answer::Yes);
+    expectBoxContaining(s(u"\r\nDelete JobMiscCost"));
+    press(s(u"cmdDelete"));
+    EXPECT_EQ(bound(m_job).size(), 3);
+    EXPECT_EQ(notes(m_job).size(), 3);
+}
+
+TEST_P(JobsOdd, APartIsFoundByAnyPieceOfItsNumber) {
+    const qint64 odd = job(m_acme, s(u"B[8]%_x"), 1);
+    core::RecordScreen* screen = openJobs();
+    ASSERT_TRUE(screen->goToRecord(m_job));
+    for (const char16_t* typed : {u"8]%", u"b-8", u"%_", u"["}) {
+        whenShown(s(u"frmJobFound"), [this] { press(s(u"cmdSelect")); });
+        find(u"cmdGotoPart", s(typed));
+        EXPECT_EQ(screen->currentKey(), odd) << s(typed).toStdString();
+        ASSERT_TRUE(screen->goToRecord(m_job));
+    }
 }
 
 MIRSA_BOTH_ENGINES(JobsOdd);

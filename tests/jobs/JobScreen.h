@@ -80,7 +80,8 @@ class JobScreen : public JobShop {
         expectBox(QStringLiteral("Delete operation %1?").arg(s(description)), screen::Answer::Yes);
         press(s(u"cmdOper(1)"));
     }
-    void insertTurningBefore(int row) {
+    /// Inserts the first operation that the routing lacks.
+    void insertBefore(int row) {
         control<controls::Grid>(s(u"sprOper"))->setActiveRow(row);
         whenShown(s(u"frmInsOper"), [this] {
             press(s(u"optPosition(0)"));

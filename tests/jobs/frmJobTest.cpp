@@ -12,7 +12,7 @@ class Jobs : public JobScreen {};
 TEST_P(Jobs, ASaveMovesNotesAndScheduleAndDropsWhatWasRemoved) {
     openJobs();
     edit();
-    insertTurningBefore(0);
+    insertBefore(0);
     EXPECT_EQ(bars(), QStringList({s(u"2|bar 1"), s(u"3|bar 2"), s(u"4|bar 3")}));
     removeRow(2, u"Milling");
     EXPECT_EQ(bars(), QStringList({s(u"2|bar 1"), s(u"0|bar 2"), s(u"3|bar 3")}));
@@ -48,7 +48,7 @@ TEST_P(Jobs, CancelBringsNotesBackButNotTheSchedule) {
     openJobs();
     edit();
     removeRow(1, u"Milling");
-    insertTurningBefore(0);
+    insertBefore(0);
     type(s(u"txtDescription"), s(u"typed in vain"));
     cancel();
     EXPECT_EQ(bound(m_job),
@@ -201,6 +201,11 @@ TEST_P(Jobs, ACopyStartsAnewWithItsNotesJoined) {
     EXPECT_EQ(notes(0), QStringList({s(u"1|Default\r\nnote 1"), s(u"2|note 2"), s(u"3|note 3")}));
     removeRow(1, u"Milling");
     EXPECT_EQ(notes(0), QStringList({s(u"1|Default\r\nnote 1"), s(u"2|note 3")}));
+    insertBefore(1);
+    EXPECT_EQ(notes(0), QStringList({s(u"1|Default\r\nnote 1"), s(u"3|note 3")}));
+    EXPECT_EQ(bars(), QStringList({s(u"1|bar 1"), s(u"2|bar 2"), s(u"3|bar 3")}))
+        << "the schedule moves with a saved job only";
+    removeRow(1, u"Milling");
     save();
     const qint64 copy = screen->currentKey();
     EXPECT_NE(copy, m_job);

@@ -8,9 +8,11 @@
 #include <QApplication>
 #include <QFileDialog>
 #include <QInputDialog>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
 
+#include <algorithm>
 #include <cstdlib>
 
 namespace screen {
@@ -31,12 +33,24 @@ QMessageBox::StandardButton buttonOf(Answer answer) {
     return QMessageBox::NoButton;
 }
 
+/// A box whose text has lines of its own gets wide enough for them, within reason; otherwise they
+/// are broken once more.
+void keepLines(QMessageBox& box, const QString& text) {
+    auto* label = box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
+    if (!label || !text.contains(u'\n'))
+        return;
+    constexpr int reason = 720;
+    const int widest = label->fontMetrics().boundingRect(QRect(), Qt::AlignLeft, text).width();
+    label->setMinimumWidth(std::min(widest + 8, reason));
+}
+
 Answer showBox(const QString& text, Buttons buttons, Icon icon, const QString& title,
                Answer defaultButton) {
     QMessageBox box(QApplication::activeWindow());
     box.setWindowTitle(title);
     box.setTextFormat(Qt::PlainText);
     box.setText(text);
+    keepLines(box, text);
     switch (icon) {
     case Icon::None:
         break;
