@@ -104,7 +104,6 @@ TextField* numberField(QWidget* parent, const QString& mask, int limit) {
 DateField* longDate(QWidget* parent) {
     auto* field = new DateField(parent);
     field->setShown(DateField::Shown::Long);
-    field->setMinimumWidth(field->fontMetrics().averageCharWidth() * 30 + 40);
     return field;
 }
 

@@ -7,7 +7,6 @@
 #include "platform/values/Format.h"
 #include "platform/values/Text.h"
 
-#include <QPushButton>
 #include <QVBoxLayout>
 
 namespace jobs {
@@ -26,7 +25,7 @@ QString employeeGone(qint64 empId) {
 } // namespace
 
 frmJobshipAddEdit::frmJobshipAddEdit()
-    : Form(QString::fromLatin1(formName), QStringLiteral("New Shipping")) {
+    : AddEditForm(QString::fromLatin1(formName), QStringLiteral("New Shipping")) {
     auto* outside = new QVBoxLayout(this);
     auto* body = new QWidget(this);
     outside->addWidget(body);
@@ -42,16 +41,7 @@ frmJobshipAddEdit::frmJobshipAddEdit()
     cboEmp->setMinimumContentsLength(30);
     outside->addStretch();
 
-    screen::ButtonBar bar(this, outside);
-    bar.stretch();
-    QPushButton* cmdOK = bar.button(QStringLiteral("cmdOK"), QStringLiteral("&OK"));
-    cmdOKNewButton = bar.button(QStringLiteral("cmdOKNew"), QStringLiteral("OK and &New"));
-    QPushButton* cmdCancel = bar.button(QStringLiteral("cmdCancel"), QStringLiteral("Cancel"));
-    setDefaultButton(cmdOK);
-    setCancelButton(cmdCancel);
-    on(cmdOK, &frmJobshipAddEdit::cmdOK_Click);
-    on(cmdOKNewButton, &frmJobshipAddEdit::cmdOKNew_Click);
-    on(cmdCancel, [this] { hideModal(); });
+    makeButtons(outside);
     on(txtQuantity->left, &frmJobshipAddEdit::txtQuantity_LostFocus);
 }
 
@@ -60,7 +50,7 @@ bool frmJobshipAddEdit::ShowForm(const QString& mode, qint64 jobNo, qint64 jobSh
     m_jobNo = jobNo;
     m_jobShipId = editing ? jobShipId : 0;
     setWindowTitle(mode + QStringLiteral(" Shipping"));
-    cmdOKNewButton->setEnabled(!editing);
+    setAdding(!editing);
     if (!fillEmployees()) {
         MsgBox(QStringLiteral("You may not add an item without any employee defined!. Please add "
                               "the employees first."),
@@ -71,8 +61,7 @@ bool frmJobshipAddEdit::ShowForm(const QString& mode, qint64 jobNo, qint64 jobSh
     if (editing && !showShipment())
         return false;
     etShippedDate->setFocus();
-    showModal();
-    return m_saved;
+    return run();
 }
 
 bool frmJobshipAddEdit::fillEmployees() {
@@ -182,18 +171,10 @@ bool frmJobshipAddEdit::save() {
         MsgBox(error.text(), Buttons::Ok, Icon::Critical);
         return false;
     }
-    m_saved = true;
     return true;
 }
 
-void frmJobshipAddEdit::cmdOK_Click() {
-    if (save())
-        hideModal();
-}
-
-void frmJobshipAddEdit::cmdOKNew_Click() {
-    if (!save())
-        return;
+void frmJobshipAddEdit::startNext() {
     clearFields();
     etShippedDate->setFocus();
 }

@@ -57,6 +57,10 @@ void DateField::setDate(const std::optional<QDate>& date) {
 
 void DateField::setShown(Shown shown) {
     m_shown = shown;
+    // The longest there is, with the calendar's button behind it.
+    if (m_shown == Shown::Long)
+        setMinimumWidth(
+            fontMetrics().horizontalAdvance(values::format(QDate(2026, 9, 30), u"Long Date")) + 40);
     if (isValid())
         showDate();
 }

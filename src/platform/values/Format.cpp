@@ -127,7 +127,7 @@ QString datePiece(const QDateTime& moment, QChar letter, int count, bool afterno
     case u'm': {
         if (minutes)
             return count > 1 ? twoDigits(time.minute()) : QString::number(time.minute());
-        const QString name = QString::fromUtf16(monthNames[static_cast<size_t>(date.month() - 1)]);
+        QString name = QString::fromUtf16(monthNames[static_cast<size_t>(date.month() - 1)]);
         if (count >= 4)
             return name;
         if (count == 3)
@@ -135,8 +135,7 @@ QString datePiece(const QDateTime& moment, QChar letter, int count, bool afterno
         return count == 2 ? twoDigits(date.month()) : QString::number(date.month());
     }
     case u'd': {
-        const QString name =
-            QString::fromUtf16(dayNames[static_cast<size_t>(date.dayOfWeek() - 1)]);
+        QString name = QString::fromUtf16(dayNames[static_cast<size_t>(date.dayOfWeek() - 1)]);
         if (count >= 4)
             return name;
         if (count == 3)

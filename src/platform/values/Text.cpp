@@ -29,14 +29,10 @@ char16_t validKey(char16_t key, const QString& allowed, bool allowBackspace,
                   const QString& denied) {
     constexpr char16_t backspace = 8;
     const QString typed = QString(QChar(key)).toUpper();
-    char16_t result = 0;
-    if (allowed == u"*")
-        result = key;
-    else if ((allowBackspace && key == backspace) || allowed.toUpper().contains(typed))
-        result = key;
-    if (!denied.isEmpty() && denied.toUpper().contains(typed))
-        result = 0;
-    return result;
+    const bool isAllowed = allowed == u"*" || (allowBackspace && key == backspace) ||
+                           allowed.toUpper().contains(typed);
+    const bool isDenied = !denied.isEmpty() && denied.toUpper().contains(typed);
+    return isAllowed && !isDenied ? key : u'\0';
 }
 
 QString filtered(const QString& text, const KeyFilter& filter) {
