@@ -7,6 +7,8 @@ set(MIRSA_REPORT_FILES
   reports/Job_Report.rpt
   reports/Job_Traveler.rpt
   reports/Job_Traveler_Notes.rpt
+  reports/Jobs_List.rpt
+  reports/Shipping_History.rpt
   reports/Vendors.rpt
   reports/bCommands.rpt
   reports/estimate_bom.rpt

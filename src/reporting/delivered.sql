@@ -3,5 +3,8 @@ INSERT INTO Reports (Name, Description, [Module], FileName, OEM, [Default]) VALU
 INSERT INTO Reports (Name, Description, [Module], FileName, OEM, [Default]) VALUES ('Job Report', 'A job with its estimate against actual, operation by operation.', 'Jobs', 'Job_Report.rpt', 1, True);
 INSERT INTO Reports (Name, Description, [Module], FileName, OEM, [Default]) VALUES ('Job Traveler', 'The traveler that goes through the shop with the job.', 'Jobs', 'Job_Traveler.rpt', 1, False);
 INSERT INTO Reports (Name, Description, [Module], FileName, OEM, [Default]) VALUES ('Job Traveler with Notes', 'The traveler with the notes of each operation.', 'Jobs', 'Job_Traveler_Notes.rpt', 1, False);
+INSERT INTO Reports (Name, Description, [Module], FileName, OEM, [Default]) VALUES ('Jobs by Customer', 'The jobs of each customer as they are due, with quantities, hours and status.', 'Jobs', 'Jobs_List.rpt', 1, False);
+INSERT INTO Reports (Name, Description, [Module], FileName, OEM, [Default]) VALUES ('Shipping History', 'The consignments of each job and what remains to be shipped.', 'Jobs', 'Shipping_History.rpt', 1, False);
+INSERT INTO Reports (Name, Description, [Module], FileName, OEM, [Default]) VALUES ('Job Bill of Material', 'What goes into a job: its material, and the jobs assembled into it with theirs.', 'Jobs', 'job_bom.rpt', 1, False);
 INSERT INTO Reports (Name, Description, [Module], FileName, OEM, [Default]) VALUES ('Vendor List', 'All vendors and contractors with address and contact.', 'Vendor', 'Vendors.rpt', 1, True);
 INSERT INTO Reports (Name, Description, [Module], FileName, OEM, [Default]) VALUES ('Employee List', 'All employees with address, shift and status.', 'Employee', 'Employees.rpt', 1, True);

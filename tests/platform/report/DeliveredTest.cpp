@@ -337,6 +337,36 @@ TEST_P(Delivered, billsOfMaterialListItemsAndAssemblies) {
     }
 }
 
+TEST_P(Delivered, listsOfJobsKeepTheirPlacesWithLongTextsAndWithNone) {
+    const QString words = QStringLiteral("Bracket, left hand, anodized and masked ").repeated(5);
+    db().execute(QStringLiteral("INSERT INTO Job (CustID, PONo, PartNo, Description, Material, "
+                                "Quantity, Shipped) VALUES(1, '%1', '%2', '%3', '%3', 123456789, "
+                                "False)")
+                     .arg(QString(40, u'W'), QString(60, u'M'), words));
+    const qint64 wordy = db().lastCounter();
+    db().execute(QStringLiteral("INSERT INTO Job (Quantity) VALUES(Null)"));
+    const qint64 bare = db().lastCounter();
+    for (int day = 1; day <= 28; ++day) {
+        for (const qint64 job : {wordy, bare})
+            db().execute(QStringLiteral("INSERT INTO JobShip (JobNo, ShippedDate, Quantity, "
+                                        "ShippedByEmpID) VALUES(%1, #03/%2/2026#, 4000000, 0)")
+                             .arg(job)
+                             .arg(day));
+    }
+    for (const auto* name :
+         {"Jobs_List.rpt", "Shipping_History.rpt", "Job_Report.rpt", "job_bom.rpt"}) {
+        const auto all = print(QLatin1String(name));
+        EXPECT_TRUE(allText(*all).contains(QStringLiteral("anodized"))) << name;
+        print(QLatin1String(name), QStringLiteral("{Job.JobNo} = 999999"));
+        print(QLatin1String(name), QStringLiteral("{Job.JobNo} in [%1, %2]").arg(wordy).arg(bare));
+    }
+    for (const auto* table : {"JobShip", "Job"})
+        db().execute(QStringLiteral("DELETE FROM %1 WHERE JobNo IN (%2, %3)")
+                         .arg(QLatin1String(table))
+                         .arg(wordy)
+                         .arg(bare));
+}
+
 TEST_P(Delivered, formulasOfTheQueryFormsRun) {
     for (const auto* formula :
          {u"{customer.company} in 'A' to 'M'", u"{Job.JobNo} in 1 to 20",

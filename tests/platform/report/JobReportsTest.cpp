@@ -1,0 +1,272 @@
+#include "platform/report/Layout.h"
+#include "platform/report/ReportError.h"
+#include "platform/values/Format.h"
+#include "sample/Sample.h"
+#include "support/DatabaseFixture.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+QString shown(double value, QStringView mask = u"#,##0.00") {
+    return values::format(value, mask);
+}
+
+/// The lists and costs of jobs as printed on the sample shop, against sums of the test's own.
+class JobReports : public ::testing::TestWithParam<testsupport::EngineKind> {
+  protected:
+    void SetUp() override {
+        if (GetParam() == testsupport::EngineKind::Server &&
+            !testsupport::TestDatabase::hasServer()) {
+            if (qEnvironmentVariableIsSet("CI"))
+                FAIL() << "MIRSA_TEST_SERVER names no server";
+            GTEST_SKIP() << "MIRSA_TEST_SERVER names no server";
+        }
+        m_shop = std::make_unique<testsupport::TestDatabase>(
+            GetParam(), testsupport::TestDatabase::Contents::Shop);
+        sample::fill(m_shop->database(), {1, 60, QDate(2026, 3, 2)});
+    }
+    jet::Database& db() { return m_shop->database(); }
+    struct Access : testsupport::DatabaseFixture {
+        using DatabaseFixture::rows;
+    };
+    QStringList rows(const QString& select) { return Access::rows(db(), select); }
+    double number(const QString& select) { return db().lookup(select).toDouble(); }
+    void execute(const QString& statement) { db().execute(statement); }
+
+    /// The printed lines of all pages, their fields parted by tabs.
+    QStringList print(const QString& name, const QString& formula = {}) {
+        report::DatabaseRowSource source(db());
+        try {
+            const auto file =
+                report::readReportFile(QStringLiteral(MIRSA_SOURCE_DIR "/reports/") + name);
+            const auto document = report::layOut(file, source, formula);
+            QString text;
+            for (int page = 0; page < document->pageCount(); ++page)
+                text += document->page(page).text();
+            return text.split(u'\n', Qt::SkipEmptyParts);
+        } catch (const report::ReportError& error) {
+            ADD_FAILURE() << name.toStdString() << ": " << error.code() << ' '
+                          << error.detail().toStdString();
+            return {};
+        }
+    }
+    static QStringList starting(const QStringList& lines, const QString& with) {
+        QStringList found;
+        for (const auto& line : lines) {
+            if (line.startsWith(with))
+                found.append(line);
+        }
+        return found;
+    }
+
+    std::unique_ptr<testsupport::TestDatabase> m_shop;
+};
+
+constexpr auto inHouse = u"FROM JobOper INNER JOIN Operation ON JobOper.OperNo = Operation.OperNo "
+                         u"WHERE OperType = 'I' AND JobNo = ";
+
+} // namespace
+
+TEST_P(JobReports, listHasEachChosenJobOnceWithItsHoursAndTotals) {
+    const auto some =
+        rows(QStringLiteral("SELECT TOP 3 JobNo FROM Job ORDER BY JobNo DESC")).join(u',');
+    for (const auto& [formula, where] :
+         {std::pair{QString(), QStringLiteral("JobNo > 0")},
+          std::pair{QStringLiteral("{Job.Shipped} = false"), QStringLiteral("Shipped = False")},
+          std::pair{QStringLiteral("{Job.JobNo} in [%1]").arg(some),
+                    QStringLiteral("JobNo IN (%1)").arg(some)}}) {
+        SCOPED_TRACE(formula.toStdString());
+        const auto lines = print(QStringLiteral("Jobs_List.rpt"), formula);
+        const auto jobs = rows(
+            QStringLiteral("SELECT JobNo, PONo, PartNo, Quantity, TotalHours, Shipped FROM Job "
+                           "WHERE ") +
+            where);
+        ASSERT_GT(jobs.size(), 0);
+        double planned = 0;
+        for (const auto& job : jobs) {
+            const auto fields = job.split(u'|');
+            const double estimate = number(QStringLiteral("SELECT SUM(EstOper) ") +
+                                           QString::fromUtf16(inHouse) + fields[0]);
+            planned += estimate;
+            const auto found =
+                starting(lines, fields[0] + u'\t' + fields[1] + u'\t' + fields[2] + u'\t' +
+                                    shown(fields[3].toDouble(), u"#,##0") + u'\t');
+            ASSERT_EQ(found.size(), 1) << job.toStdString();
+            EXPECT_TRUE(
+                found[0].contains(u'\t' + shown(estimate) + u'\t' + shown(fields[4].toDouble()) +
+                                  (number(QStringLiteral("SELECT COUNT(*) FROM Job WHERE Shipped "
+                                                         "= True AND JobNo = ") +
+                                          fields[0]) > 0
+                                       ? QStringLiteral("\tShipped")
+                                       : QStringLiteral("\tActive"))))
+                << found[0].toStdString();
+        }
+        const auto all = starting(lines, QStringLiteral("All: "));
+        ASSERT_EQ(all.size(), 1);
+        EXPECT_EQ(
+            all[0],
+            QStringLiteral("All: %1 jobs\t").arg(jobs.size()) +
+                shown(number(QStringLiteral("SELECT SUM(Quantity) FROM Job WHERE ") + where),
+                      u"#,##0") +
+                u'\t' + shown(planned) + u'\t' +
+                shown(number(QStringLiteral("SELECT SUM(TotalHours) FROM Job WHERE ") + where)) +
+                QStringLiteral("\t%1 active")
+                    .arg(number(QStringLiteral("SELECT COUNT(*) FROM Job WHERE Shipped = False "
+                                               "AND ") +
+                                where)));
+    }
+    EXPECT_TRUE(print(QStringLiteral("Jobs_List.rpt"), QStringLiteral("{Job.JobNo} = 999999"))
+                    .contains(QStringLiteral("There are no jobs to list.")));
+}
+
+TEST_P(JobReports, everyJobReportAgreesWithTheCostsOfItsRows) {
+    // One job without a quantity, one whose operations have a rate each, one of many operations.
+    const auto first = rows(QStringLiteral("SELECT TOP 2 JobNo FROM Job ORDER BY JobNo"));
+    execute(QStringLiteral("UPDATE Job SET Quantity = 0 WHERE JobNo = ") + first.at(0));
+    execute(QStringLiteral("UPDATE Job SET OneShopRate = False WHERE JobNo = ") + first.at(1));
+    for (int seq = 30; seq < 90; ++seq)
+        execute(QStringLiteral("INSERT INTO JobOper (JobNo, SeqNo, OperNo, OperTime_Amount, "
+                               "OperShopRate, EstOper) SELECT TOP 1 %2, %1, OperNo, 1.37, 61.15, "
+                               "Null FROM Operation WHERE OperType = 'I' ORDER BY OperNo")
+                    .arg(seq)
+                    .arg(first.at(1)));
+    for (const auto& job : rows(QStringLiteral("SELECT JobNo FROM Job ORDER BY JobNo"))) {
+        SCOPED_TRACE(job.toStdString());
+        const bool oneRate =
+            db().lookup(QStringLiteral("SELECT OneShopRate FROM Job WHERE JobNo = ") + job)
+                .toBool();
+        const QString rate =
+            oneRate ? QString::number(number(
+                          QStringLiteral("SELECT JobShopRate FROM Job WHERE JobNo = ") + job))
+                    : QStringLiteral("JobOper.OperShopRate");
+        const auto sum = [&](const QString& what, const QString& type) {
+            return number(QStringLiteral("SELECT SUM(%1) FROM JobOper INNER JOIN Operation ON "
+                                         "JobOper.OperNo = Operation.OperNo WHERE JobNo = %2 AND "
+                                         "OperType = '%3'")
+                              .arg(what, job, type));
+        };
+        const QString worked = QStringLiteral("OperTime_Amount");
+        const QString planned = QStringLiteral("EstOper");
+        const QString i = QStringLiteral("I");
+        const QString c = QStringLiteral("C");
+        const double actual = sum(worked + u'*' + rate, i) + sum(worked, c);
+        const double estimate = sum(planned + u'*' + rate, i) + sum(planned, c);
+        const double fixed =
+            number(QStringLiteral("SELECT SUM(CostAmount) FROM JobMiscCost WHERE JobNo = ") + job);
+        const double quantity =
+            number(QStringLiteral("SELECT Quantity FROM Job WHERE JobNo = ") + job);
+        const auto lines =
+            print(QStringLiteral("Job_Report.rpt"), QStringLiteral("{Job.JobNo} = ") + job);
+        const auto totals = starting(lines, QStringLiteral("Total\t"));
+        ASSERT_GE(totals.size(), 1);
+        EXPECT_EQ(totals[0], QStringLiteral("Total\t") + shown(sum(planned, i)) + u'\t' +
+                                 shown(sum(worked, i)) + u'\t' +
+                                 shown(sum(worked, i) - sum(planned, i)) + u'\t' + shown(estimate) +
+                                 u'\t' + shown(actual) + u'\t' + shown(actual - estimate));
+        EXPECT_EQ(starting(lines, QStringLiteral("Total cost\t$") + shown(actual + fixed)).size(),
+                  1)
+            << actual + fixed;
+        EXPECT_EQ(starting(lines, QStringLiteral("Cost each\t$") +
+                                      shown((actual + fixed) / (quantity > 0 ? quantity : 1),
+                                            u"#,##0.0000"))
+                      .size(),
+                  1);
+    }
+}
+
+TEST_P(JobReports, shippingRunsUpToTheJobsQuantityAndForgetsNoConsignment) {
+    const auto job = rows(QStringLiteral("SELECT TOP 1 JobNo FROM Job ORDER BY JobNo DESC")).at(0);
+    execute(QStringLiteral("DELETE FROM JobShip WHERE JobNo = ") + job);
+    execute(QStringLiteral("UPDATE Job SET Quantity = 1500 WHERE JobNo = ") + job);
+    const auto consignment = [&](const QString& jobNo, const char* day, int quantity, qint64 by) {
+        execute(QStringLiteral("INSERT INTO JobShip (JobNo, ShippedDate, Quantity, ShippedByEmpID) "
+                               "VALUES(%1, #%2#, %3, %4)")
+                    .arg(jobNo, QLatin1String(day))
+                    .arg(quantity)
+                    .arg(by));
+    };
+    const auto employee =
+        rows(QStringLiteral("SELECT TOP 1 EmpID, lastname, firstname FROM Employee ORDER BY EmpID"))
+            .at(0)
+            .split(u'|');
+    consignment(job, "03/05/2026", 700, 987654); // of somebody who has gone
+    consignment(job, "03/01/2026", 500, employee[0].toLongLong());
+    consignment(job, "03/09/2026", 400, employee[0].toLongLong());
+    consignment(QStringLiteral("888888"), "03/02/2026", 12, 987654);
+    const QString formula = QStringLiteral("{Job.JobNo} = ") + job;
+    const QString who = u'\t' + employee[1] + QStringLiteral(", ") + employee[2];
+    const auto lines = print(QStringLiteral("Shipping_History.rpt"), formula);
+    QStringList consignments;
+    for (const auto& line : lines) {
+        if (line.contains(QStringLiteral("2026\t")) && line.at(0).isDigit())
+            consignments.append(line);
+    }
+    const auto day = [](int of) { return values::format(QDate(2026, 3, of), u"Short Date"); };
+    EXPECT_EQ(consignments, (QStringList{day(1) + who + QStringLiteral("\t500\t500\t1,000"),
+                                         day(5) + QStringLiteral("\t700\t1,200\t300"),
+                                         day(9) + who + QStringLiteral("\t400\t1,600\t0")}))
+        << lines.join(u'\n').toStdString();
+    EXPECT_TRUE(lines.join(u'\n').contains(QStringLiteral("\t1,600\t100 more than ordered")));
+
+    const auto all = print(QStringLiteral("Shipping_History.rpt"));
+    EXPECT_TRUE(all.contains(QStringLiteral("Job 888888\tThis job was deleted")));
+    EXPECT_EQ(
+        starting(all, QStringLiteral("All: ")),
+        QStringList{QStringLiteral("All: %1 consignments\t")
+                        .arg(number(QStringLiteral("SELECT COUNT(*) FROM JobShip"))) +
+                    shown(number(QStringLiteral("SELECT SUM(Quantity) FROM JobShip")), u"#,##0")});
+    for (const auto& sum :
+         rows(QStringLiteral("SELECT SUM(Quantity) FROM JobShip GROUP BY JobNo"))) {
+        EXPECT_TRUE(all.join(u'\n').contains(u'\t' + shown(sum.toDouble(), u"#,##0") + u'\t'));
+    }
+    EXPECT_TRUE(
+        print(QStringLiteral("Shipping_History.rpt"), QStringLiteral("{Employee.EmpID} = 987654"))
+            .contains(QStringLiteral("Nothing has been shipped.")));
+}
+
+TEST_P(JobReports, billOfMaterialGoesDownTheAssemblies) {
+    execute(QStringLiteral("UPDATE Job SET AssemblyJobNo = 0"));
+    const auto jobs = rows(QStringLiteral(
+        "SELECT TOP 9 JobNo, PartNo FROM Job WHERE JobNo IN (SELECT JobNo FROM JobMiscCost) "
+        "ORDER BY JobNo"));
+    ASSERT_EQ(jobs.size(), 9);
+    const auto number = [&](int index) { return jobs.at(index).section(u'|', 0, 0); };
+    const auto childOf = [&](int child, int parent) {
+        execute(QStringLiteral("UPDATE Job SET AssemblyJobNo = %1 WHERE JobNo = %2")
+                    .arg(number(parent), number(child)));
+    };
+    // Each is built into the one before it, further than the bill goes; the last into itself.
+    for (int index = 1; index <= 7; ++index)
+        childOf(index, index - 1);
+    childOf(8, 8);
+    const auto lines =
+        print(QStringLiteral("job_bom.rpt"), QStringLiteral("{Job.JobNo} = ") + number(0));
+    double items = 0;
+    for (int index = 1; index <= 7; ++index) {
+        EXPECT_EQ(starting(lines, QString(jobs.at(index)).replace(u'|', u'\t') + u'\t').size(),
+                  index <= 5 ? 1 : 0)
+            << index << lines.join(u'\n').toStdString();
+        if (index <= 5)
+            items += JobReports::number(
+                QStringLiteral("SELECT COUNT(*) FROM JobMiscCost WHERE JobNo = ") + number(index));
+    }
+    EXPECT_TRUE(lines.contains(
+        QStringLiteral("1 more below job %1: see its own bill of material.").arg(number(5))));
+    EXPECT_EQ(starting(lines, QStringLiteral("Item ")).size(), items);
+    const auto itself =
+        print(QStringLiteral("job_bom.rpt"), QStringLiteral("{Job.JobNo} = ") + number(8));
+    EXPECT_FALSE(itself.join(u'\n').contains(QStringLiteral("Parts made for it")));
+}
+
+TEST_P(JobReports, everyRegisteredReportIsThereAndEachModuleHasOneDefault) {
+    const auto registered = rows(QStringLiteral("SELECT FileName FROM Reports WHERE OEM = 1"));
+    EXPECT_TRUE(registered.contains(QStringLiteral("Jobs_List.rpt")));
+    for (const auto& file : registered)
+        EXPECT_GT(print(file).size(), 0) << file.toStdString();
+    EXPECT_EQ(rows(QStringLiteral(
+                  "SELECT [Module] FROM Reports WHERE [Default] = True ORDER BY [Module]")),
+              rows(QStringLiteral("SELECT DISTINCT [Module] FROM Reports ORDER BY [Module]")));
+}
+
+MIRSA_BOTH_ENGINES(JobReports);
