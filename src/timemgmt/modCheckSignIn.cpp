@@ -246,12 +246,17 @@ int CloseOpenTimelogs(jet::Database& database, qint64 id, const QDateTime& signO
 
 void SignOutIfLatest(jet::Database& database, qint64 empId, qint64 id) {
     const QString employee = QString::number(empId);
+    jet::Transaction transaction(database);
+    // Who signs in on the floor right now waits with his mark, or his row is there to be seen.
+    database.execute(QStringLiteral("UPDATE Employee SET SignedIn = SignedIn WHERE EmpID = ") +
+                     employee);
     const jet::Value latest =
         database.lookup(QStringLiteral("SELECT ID, sign_in FROM sign_in WHERE empid = ") +
                         employee + QStringLiteral(" ORDER BY sign_in DESC"));
     if (!latest.isNull() && latest.toLong() == id)
         database.execute(QStringLiteral("UPDATE Employee SET SignedIn = False WHERE EmpID = ") +
                          employee);
+    transaction.commit();
 }
 
 } // namespace timemgmt

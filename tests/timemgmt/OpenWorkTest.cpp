@@ -192,6 +192,23 @@ TEST_P(OpenWork, AnOperationThatTheFloorIsBeginningKeepsItsStatus) {
     EXPECT_EQ(text(u"SELECT Status FROM JobOper"), QStringLiteral("A"));
 }
 
+TEST_P(OpenWork, WhoIsSigningInOnTheFloorStaysIn) {
+    execute(u"INSERT INTO Employee (lastname, SignedIn) VALUES('Hall', False)");
+    const qint64 employee = db().lastCounter();
+    const qint64 edited = attendance(employee, 0, 3600);
+    Floor floor(testDatabase().location());
+    floor.begin();
+    ASSERT_EQ(floor.run("INSERT INTO sign_in (empid, sign_in) SELECT empid, '2026-03-03 07:00:00' "
+                        "FROM sign_in"),
+              1);
+    ASSERT_EQ(floor.run("UPDATE employee SET signedin = 1"), 1);
+    std::thread release;
+    holdFor(floor, release);
+    SignOutIfLatest(db(), employee, edited);
+    release.join();
+    EXPECT_EQ(text(u"SELECT SignedIn FROM Employee"), QStringLiteral("True"));
+}
+
 TEST_P(OpenWork, AFloorAtWorkAndSignOutsByHandLoseNothing) {
     constexpr int rounds = 25, stretches = 8;
     std::vector<qint64> signs, open;
