@@ -131,6 +131,15 @@ TEST_P(JobReports, everyJobReportAgreesWithTheCostsOfItsRows) {
                                "Null FROM Operation WHERE OperType = 'I' ORDER BY OperNo")
                     .arg(seq)
                     .arg(first.at(1)));
+    // A cost whose item was deleted keeps its number.
+    execute(QStringLiteral("INSERT INTO JobMiscCost (JobNo, ItemNo, Quantity, UnitPrice, "
+                           "CostAmount) VALUES(%1, 77777, 1, 4.25, 4.25)")
+                .arg(first.at(1)));
+    EXPECT_EQ(starting(print(QStringLiteral("Job_Report.rpt"),
+                             QStringLiteral("{Job.JobNo} = ") + first.at(1)),
+                       QStringLiteral("Item 77777\t1.00\t"))
+                  .size(),
+              1);
     for (const auto& job : rows(QStringLiteral("SELECT JobNo FROM Job ORDER BY JobNo"))) {
         SCOPED_TRACE(job.toStdString());
         const bool oneRate =
