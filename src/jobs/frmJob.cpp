@@ -317,7 +317,7 @@ void frmJob::cmdDelete_Click() {
     }
     tellNeighbours();
     if (!hasRecord())
-        offerFirstRecord();
+        ShowModuleMode(QStringLiteral("Add"));
 }
 
 void frmJob::cancelStaged() {

@@ -239,6 +239,33 @@ TEST_P(JobsOdd, NotesOfAnAddThatWasClosedGoToTheNextJobSaved) {
     EXPECT_EQ(notes(m_job).size(), 6);
 }
 
+TEST_P(JobsOdd, DeletingShowsTheNextJobAndTheLastOneLeadsToANewOne) {
+    const qint64 next = job(m_acme, s(u"next"), 1);
+    const qint64 inactive = job(m_acme, s(u"inactive"), 1, true);
+    core::RecordScreen* screen = openJobs();
+    ASSERT_TRUE(screen->goToRecord(m_job));
+    const auto remove = [this] {
+        expectBox(s(u"You are about to delete the current Job. Are you sure?"), Answer::Yes,
+                  s(u"Delete"));
+        press(s(u"cmdDelete"));
+    };
+    remove();
+    EXPECT_EQ(screen->currentKey(), next);
+    remove();
+    EXPECT_EQ(screen->currentKey(), inactive) << "where no job is active all are shown";
+    remove();
+    EXPECT_EQ(screen->mode(), s(u"Add"));
+    EXPECT_EQ(text(s(u"lblJobNo")), s(u"New"));
+    EXPECT_EQ(text(s(u"txtJobShopRate")), s(u"60.00"));
+    cancel();
+    EXPECT_EQ(text(s(u"lblJobNo")), QString());
+    expectBox(s(u"There are no records in the database. Before you can use the Job module you must "
+                u"add at least one Job. Would you like to do so now?"),
+              Answer::No, s(u"No Records!"));
+    press(s(u"cmdEdit"));
+    EXPECT_FALSE(screen::Forms::isLoaded(s(u"frmJob")));
+}
+
 TEST_P(JobsOdd, AFailedDeletionTellsItsStepAndTakesNothing) {
     openJobs();
     database().execute(s(u"DROP TABLE JobMiscCost"));
@@ -259,6 +286,13 @@ TEST_P(JobsOdd, APartIsFoundByAnyPieceOfItsNumber) {
         EXPECT_EQ(screen->currentKey(), odd) << s(typed).toStdString();
         ASSERT_TRUE(screen->goToRecord(m_job));
     }
+    whenShown(s(u"frmJobFound"), [this] {
+        go(s(u"sprFound"));
+        key(Qt::Key_End);
+        press(s(u"cmdSelect"));
+    });
+    find(u"cmdGotoPart", s(u"-"));
+    EXPECT_EQ(screen->currentKey(), odd) << "the last of all";
 }
 
 MIRSA_BOTH_ENGINES(JobsOdd);

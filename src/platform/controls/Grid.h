@@ -144,6 +144,8 @@ class ListView : public QTableView {
     void keyboardSearch(const QString& typed) override;
 
   protected:
+    /// Home and End go to the first and last row.
+    QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
     void keyPressEvent(QKeyEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;

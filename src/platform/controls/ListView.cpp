@@ -182,6 +182,12 @@ void ListView::selectionChanged(const QItemSelection& selected, const QItemSelec
         selectionChangedByUser();
 }
 
+QModelIndex ListView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
+    if ((action == MoveHome || action == MoveEnd) && rowCount() > 0)
+        return m_model->index(action == MoveHome ? 0 : rowCount() - 1, 0);
+    return QTableView::moveCursor(action, modifiers);
+}
+
 void ListView::keyPressEvent(QKeyEvent* event) {
     if (event->matches(QKeySequence::Copy)) {
         m_looks->copy();
