@@ -25,8 +25,7 @@ const QString customerName = QStringLiteral("O'Neil & Söhne");
 class Road : public testsupport::ScreenFixture, public ::testing::WithParamInterface<EngineKind> {
   protected:
     void SetUp() override {
-        if (GetParam() == EngineKind::Server && !TestDatabase::hasServer())
-            GTEST_SKIP() << "MIRSA_TEST_SERVER names no server";
+        MIRSA_NEEDS_ENGINE(GetParam());
         app::registerAllScreens();
         m_test = std::make_unique<TestDatabase>(GetParam(), TestDatabase::Contents::Shop);
         core::SharedState& state = core::shared();

@@ -13,14 +13,7 @@ const sample::Options smallShop{1, 150, QDate(2026, 3, 2)};
 /// One filled shop for all tests of an engine.
 class Sample : public ::testing::TestWithParam<testsupport::EngineKind> {
   protected:
-    void SetUp() override {
-        if (GetParam() == testsupport::EngineKind::Server &&
-            !testsupport::TestDatabase::hasServer()) {
-            if (qEnvironmentVariableIsSet("CI"))
-                FAIL() << "MIRSA_TEST_SERVER names no server";
-            GTEST_SKIP() << "MIRSA_TEST_SERVER names no server";
-        }
-    }
+    void SetUp() override { MIRSA_NEEDS_ENGINE(GetParam()); }
     static void TearDownTestSuite() { shops().clear(); }
     static jet::Database& db() {
         auto& shop = shops()[GetParam()];

@@ -107,11 +107,7 @@ std::unique_ptr<jet::Database> TestDatabase::station() const {
 }
 
 void DatabaseFixture::SetUp() {
-    if (GetParam() == EngineKind::Server && !TestDatabase::hasServer()) {
-        if (qEnvironmentVariableIsSet("CI"))
-            FAIL() << "MIRSA_TEST_SERVER names no server";
-        GTEST_SKIP() << "MIRSA_TEST_SERVER names no server";
-    }
+    MIRSA_NEEDS_ENGINE(GetParam());
     m_test = std::make_unique<TestDatabase>(GetParam(), m_contents);
 }
 

@@ -5,11 +5,7 @@
 namespace testsupport {
 
 void ShopTest::SetUp() {
-    if (GetParam() == EngineKind::Server && !TestDatabase::hasServer()) {
-        if (qEnvironmentVariableIsSet("CI"))
-            FAIL() << "MIRSA_TEST_SERVER names no server";
-        GTEST_SKIP() << "MIRSA_TEST_SERVER names no server";
-    }
+    MIRSA_NEEDS_ENGINE(GetParam());
     m_test = std::make_unique<TestDatabase>(GetParam(), TestDatabase::Contents::Shop);
     core::SharedState& state = core::shared();
     state.MainDatabase = m_test->station();

@@ -150,8 +150,7 @@ TEST_P(DatabaseTest, ServesMoreStatementsThanItKeeps) {
 MIRSA_BOTH_ENGINES(DatabaseTest);
 
 TEST(DatabaseServer, IsReachedAgainAfterItWasLost) {
-    if (!TestDatabase::hasServer())
-        GTEST_SKIP() << "MIRSA_TEST_SERVER names no server";
+    MIRSA_NEEDS_ENGINE(EngineKind::Server);
     TestDatabase test(EngineKind::Server);
     jet::Database& database = test.database();
     const auto numberOf = [&](const QString& statement) {

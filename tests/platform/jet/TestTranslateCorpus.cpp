@@ -219,8 +219,7 @@ QString seen(Database& database, const QString& text, const QString& recordset) 
 
 TEST(Corpus, TheProgramSeesTheSameOnAFileAndOnAServer) {
     using namespace testsupport;
-    if (!TestDatabase::hasServer())
-        GTEST_SKIP() << "no server to compare with";
+    MIRSA_NEEDS_ENGINE(EngineKind::Server);
     TestDatabase file(EngineKind::File), server(EngineKind::Server);
     for (TestDatabase* each : {&file, &server}) {
         for (const QString& definition : definitions())

@@ -35,11 +35,7 @@ class Delivered : public ::testing::TestWithParam<testsupport::EngineKind> {
         }
         return shop->database();
     }
-    void SetUp() override {
-        if (GetParam() == testsupport::EngineKind::Server &&
-            !testsupport::TestDatabase::hasServer())
-            GTEST_SKIP() << "no test server";
-    }
+    void SetUp() override { MIRSA_NEEDS_ENGINE(GetParam()); }
     static void TearDownTestSuite() { shops().clear(); }
     struct Access : testsupport::DatabaseFixture {
         using DatabaseFixture::rows;

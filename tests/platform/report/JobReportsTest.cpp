@@ -16,12 +16,7 @@ QString shown(double value, QStringView mask = u"#,##0.00") {
 class JobReports : public ::testing::TestWithParam<testsupport::EngineKind> {
   protected:
     void SetUp() override {
-        if (GetParam() == testsupport::EngineKind::Server &&
-            !testsupport::TestDatabase::hasServer()) {
-            if (qEnvironmentVariableIsSet("CI"))
-                FAIL() << "MIRSA_TEST_SERVER names no server";
-            GTEST_SKIP() << "MIRSA_TEST_SERVER names no server";
-        }
+        MIRSA_NEEDS_ENGINE(GetParam());
         m_shop = std::make_unique<testsupport::TestDatabase>(
             GetParam(), testsupport::TestDatabase::Contents::Shop);
         sample::fill(m_shop->database(), {1, 60, QDate(2026, 3, 2)});
