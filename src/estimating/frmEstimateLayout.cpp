@@ -210,11 +210,7 @@ QWidget* frmEstimate::headerPane() {
 
     masters::BoundFields& bound = fields();
     bound.bind({QStringLiteral("CustID"),
-                [this](const jet::Value& value) {
-                    const QString key = value.toText();
-                    lblCustID->setText(key);
-                    dbcCustomer->setBoundText(key);
-                },
+                [this](const jet::Value& value) { showCustomer(value.toText()); },
                 {},
                 [this] {
                     lblCustID->clear();

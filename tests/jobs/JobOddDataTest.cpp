@@ -88,6 +88,11 @@ TEST_P(JobsOdd, GoingToAJobAsksTheDatabaseAndNotTheScreen) {
     expectBox(QStringLiteral("Job No. %1 is an Inactive Job!").arg(other));
     find(u"cmdFind", QString::number(other));
     EXPECT_EQ(screen->currentKey(), added);
+    const qint64 newcomer = customer(s(u"Newcomer"));
+    station->execute(
+        QStringLiteral("UPDATE Job SET CustID = %1 WHERE JobNo = %2").arg(newcomer).arg(added));
+    form().Form_Activate();
+    EXPECT_EQ(text(s(u"dbcCustomer")), s(u"Newcomer"));
     expectBox(s(u"Part(s) not found!"), Answer::Ok, s(u"System Message"));
     find(u"cmdGotoPart", s(u"oth"));
 }

@@ -78,6 +78,17 @@ QWidget* RoutedModule::makeButtonPane(const std::vector<std::vector<ModuleButton
     return pane;
 }
 
+void RoutedModule::showCustomer(const QString& custId) {
+    lblCustID->setText(custId);
+    dbcCustomer->setBoundText(custId);
+    if (dbcCustomer->boundText() == custId ||
+        !core::MainDatabase().hasRows(
+            QStringLiteral("SELECT CustID FROM Customer WHERE CustID = ") + custId))
+        return;
+    openLookups();
+    dbcCustomer->setBoundText(custId);
+}
+
 void RoutedModule::wireCustomer() {
     const auto taken = [this] { lblCustID->setText(dbcCustomer->boundText()); };
     on(dbcCustomer->chosen, taken);

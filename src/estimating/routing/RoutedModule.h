@@ -25,6 +25,8 @@ class RoutedModule : public masters::RecordModule {
     /// The frames fraBrowse, with columns of buttons, and fraEdit, with Save and Cancel: the mode
     /// shows one of them.
     QWidget* makeButtonPane(const std::vector<std::vector<masters::ModuleButton>>& browseColumns);
+    /// The customer's number and name; one whom another station has added is looked up.
+    void showCustomer(const QString& custId);
     /// The number follows the customer that is chosen or typed.
     void wireCustomer();
 
