@@ -10,7 +10,11 @@ using estimating::OperRow;
 
 namespace {
 
+// The rows are taken before they are read: a program that doesn't take turns with ours then waits
+// with its change, or we have waited for it.
+
 std::vector<OperRow> storedOperations(jet::Database& database, const QString& jobNo) {
+    database.execute(QStringLiteral("UPDATE JobOper SET Status = Status WHERE JobNo = ") + jobNo);
     jet::Recordset set = database.openRecordset(
         QStringLiteral("SELECT JobOper.* FROM JobOper INNER JOIN Operation ON JobOper.OperNo = "
                        "Operation.OperNo WHERE JobOper.JobNo=") +
@@ -29,6 +33,8 @@ std::vector<OperRow> storedOperations(jet::Database& database, const QString& jo
 }
 
 std::vector<MiscRow> storedFixedCosts(jet::Database& database, const QString& jobNo) {
+    database.execute(QStringLiteral("UPDATE JobMiscCost SET Quantity = Quantity WHERE JobNo = ") +
+                     jobNo);
     jet::Recordset set =
         database.openRecordset(QStringLiteral("SELECT * FROM JobMiscCost WHERE JobNo = ") + jobNo,
                                jet::RecordsetType::Snapshot);
