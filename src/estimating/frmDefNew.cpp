@@ -5,7 +5,6 @@
 #include "platform/screen/Layout.h"
 #include "platform/screen/MsgBox.h"
 
-#include <QPushButton>
 #include <QVBoxLayout>
 
 namespace estimating {
@@ -18,14 +17,7 @@ frmDefNew::frmDefNew() : Form(QString::fromLatin1(formName), QStringLiteral("New
     txtDescription->setLimit(core::MainDatabase().width(u"DefaultSet", u"SetDescription"));
     m_picker = new OperationPicker(*this, false);
     outside->addWidget(m_picker, 1);
-    screen::ButtonBar bar(this, outside);
-    bar.stretch();
-    QPushButton* cmdOK = bar.button(QStringLiteral("cmdOK"), QStringLiteral("&OK"));
-    QPushButton* cmdCancel = bar.button(QStringLiteral("cmdCancel"), QStringLiteral("Cancel"));
-    setDefaultButton(cmdOK);
-    setCancelButton(cmdCancel);
-    on(cmdOK, &frmDefNew::cmdOK_Click);
-    on(cmdCancel, [this] { hideModal(); });
+    on(addOkCancel(outside), &frmDefNew::cmdOK_Click);
     resize(860, 560);
 }
 

@@ -6,7 +6,6 @@
 
 #include <QCheckBox>
 #include <QGroupBox>
-#include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
 
@@ -44,14 +43,7 @@ frmEstNew::frmEstNew() : Form(QString::fromLatin1(formName), QStringLiteral("New
     chkNotes = check(u"chkNotes", u"Carry Forward Operation Notes");
     chkDefault = check(u"chkDefault", u"Use Default Notes");
 
-    screen::ButtonBar bar(this, outside);
-    bar.stretch();
-    QPushButton* cmdOK = bar.button(QStringLiteral("cmdOK"), QStringLiteral("&OK"));
-    QPushButton* cmdCancel = bar.button(QStringLiteral("cmdCancel"), QStringLiteral("Cancel"));
-    setDefaultButton(cmdOK);
-    setCancelButton(cmdCancel);
-    on(cmdOK, &frmEstNew::cmdOK_Click);
-    on(cmdCancel, [this] { hideModal(); });
+    on(addOkCancel(outside), &frmEstNew::cmdOK_Click);
 }
 
 std::optional<NewEstimate> frmEstNew::choose(bool hasCurrent) {

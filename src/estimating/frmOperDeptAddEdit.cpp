@@ -4,7 +4,6 @@
 #include "estimating/OperationCatalogue.h"
 #include "platform/screen/Layout.h"
 
-#include <QPushButton>
 #include <QVBoxLayout>
 
 namespace estimating {
@@ -17,14 +16,8 @@ frmOperDeptAddEdit::frmOperDeptAddEdit() : Form(QString::fromLatin1(formName), Q
                                   values::keys::description(),
                                   {},
                                   32});
-    screen::ButtonBar bar(this, outside);
-    bar.stretch();
-    QPushButton* cmdOK = bar.button(QStringLiteral("cmdOK"), QStringLiteral("&OK"));
-    QPushButton* cmdCancel = bar.button(QStringLiteral("cmdCancel"), QStringLiteral("&Cancel"));
-    setDefaultButton(cmdOK);
-    setCancelButton(cmdCancel);
-    on(cmdOK, &frmOperDeptAddEdit::cmdOK_Click);
-    on(cmdCancel, [this] { hideModal(); });
+    on(addOkCancel(outside, QStringLiteral("&OK"), QStringLiteral("&Cancel")),
+       &frmOperDeptAddEdit::cmdOK_Click);
 }
 
 bool frmOperDeptAddEdit::ShowForm(const QString& mode, qint64 id) {

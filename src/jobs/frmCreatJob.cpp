@@ -72,12 +72,7 @@ frmCreatJob::frmCreatJob()
     txtTrvNotes = notes(u"fraTraveler", u"txtTrvNotes", QStringLiteral("Traveler"));
     txtJobNotes = notes(u"fraJob", u"txtJobNotes", QStringLiteral("Job"));
 
-    screen::ButtonBar bar(this, outside);
-    bar.stretch();
-    QPushButton* cmdOK = bar.button(QStringLiteral("cmdOK"), QStringLiteral("&OK"));
-    QPushButton* cmdCancel = bar.button(QStringLiteral("cmdCancel"), QStringLiteral("&Cancel"));
-    setDefaultButton(cmdOK);
-    setCancelButton(cmdCancel);
+    QPushButton* cmdOK = addOkCancel(outside, QStringLiteral("&OK"), QStringLiteral("&Cancel"));
 
     on(cmbQuantity->changed, &frmCreatJob::cmbQuantity_Change);
     on(txtQtyQP->left, [this] {
@@ -87,7 +82,6 @@ frmCreatJob::frmCreatJob()
     connect(chkPrintTraveler, &QCheckBox::toggled, this,
             [this] { guarded([this] { chkPrintTraveler_Click(); }); });
     on(cmdOK, &frmCreatJob::cmdOK_Click);
-    on(cmdCancel, [this] { hideModal(); });
     resize(720, 420);
 }
 

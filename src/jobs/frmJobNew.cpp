@@ -4,7 +4,6 @@
 
 #include <QCheckBox>
 #include <QGroupBox>
-#include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
 
@@ -38,14 +37,7 @@ frmJobNew::frmJobNew() : Form(QString::fromLatin1(formName), QStringLiteral("New
     chkDefault = check(u"chkDefault", u"Use &Default Operation Notes");
     chkCopyEstTimeAmt = check(u"chkCopyEstTimeAmt", u"&Include Estimated Time/Amt");
 
-    screen::ButtonBar bar(this, outside);
-    bar.stretch();
-    QPushButton* cmdOK = bar.button(QStringLiteral("cmdOK"), QStringLiteral("OK"));
-    QPushButton* cmdCancel = bar.button(QStringLiteral("cmdCancel"), QStringLiteral("Cancel"));
-    setDefaultButton(cmdOK);
-    setCancelButton(cmdCancel);
-    on(cmdOK, &frmJobNew::cmdOK_Click);
-    on(cmdCancel, [this] { hideModal(); });
+    on(addOkCancel(outside, QStringLiteral("OK")), &frmJobNew::cmdOK_Click);
 }
 
 std::optional<NewJob> frmJobNew::choose(bool hasCurrent) {

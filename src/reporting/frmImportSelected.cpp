@@ -7,7 +7,6 @@
 #include "reporting/ReportCatalogue.h"
 
 #include <QLabel>
-#include <QPushButton>
 #include <QVBoxLayout>
 
 namespace reporting {
@@ -36,14 +35,8 @@ frmImportSelected::frmImportSelected()
         cboRtype->addRow(type);
     outside->addStretch();
 
-    screen::ButtonBar bar(this, outside);
-    bar.stretch();
-    QPushButton* cmdOK = bar.button(QStringLiteral("cmdOK"), QStringLiteral("&OK"));
-    QPushButton* cmdCancel = bar.button(QStringLiteral("cmdCancel"), QStringLiteral("&Cancel"));
-    setDefaultButton(cmdOK);
-    setCancelButton(cmdCancel);
-    on(cmdOK, &frmImportSelected::cmdOK_Click);
-    on(cmdCancel, [this] { hideModal(); });
+    on(addOkCancel(outside, QStringLiteral("&OK"), QStringLiteral("&Cancel")),
+       &frmImportSelected::cmdOK_Click);
 }
 
 bool frmImportSelected::import(const QString& fileName, const QString& type) {

@@ -34,14 +34,7 @@ frmShiftsTimer::frmShiftsTimer()
                              QStringLiteral("fpRunSignout"), QStringLiteral("Auto sign-out time"));
     outside->addStretch();
 
-    screen::ButtonBar bar(this, outside);
-    bar.stretch();
-    QPushButton* cmdOK = bar.button(QStringLiteral("cmdOK"), QStringLiteral("&OK"));
-    QPushButton* cmdCancel = bar.button(QStringLiteral("cmdCancel"), QStringLiteral("Cancel"));
-    setDefaultButton(cmdOK);
-    setCancelButton(cmdCancel);
-    on(cmdOK, &frmShiftsTimer::cmdOK_Click);
-    on(cmdCancel, [this] { hideModal(); });
+    on(addOkCancel(outside), &frmShiftsTimer::cmdOK_Click);
 }
 
 frmShiftsTimer::Times frmShiftsTimer::makeTimes(QWidget* parent, const QString& name,

@@ -22,17 +22,11 @@ FindForm::FindForm(const FindKind& kind) : Form(kind.find, kind.numberCaption), 
     outside->addWidget(lblPrompt);
     outside->addWidget(txtNo);
     outside->addStretch();
-    screen::ButtonBar bar(this, outside);
-    bar.stretch();
-    QPushButton* cmdOK = bar.button(QStringLiteral("cmdOK"), QStringLiteral("&OK"));
-    QPushButton* cmdCancel = bar.button(QStringLiteral("cmdCancel"), QStringLiteral("Cancel"));
-    setDefaultButton(cmdOK);
-    setCancelButton(cmdCancel);
+    QPushButton* cmdOK = addOkCancel(outside);
     on(cmdOK, [this] {
         m_ok = true;
         hideModal();
     });
-    on(cmdCancel, [this] { hideModal(); });
     resize(340, 120);
 }
 

@@ -39,17 +39,11 @@ frmInsOper::frmInsOper()
     choices->addStretch();
     choices->addWidget(chkNotes);
 
-    screen::ButtonBar bar(this, outside);
-    bar.stretch();
-    QPushButton* cmdOK = bar.button(QStringLiteral("cmdOK"), QStringLiteral("&OK"));
-    QPushButton* cmdCancel = bar.button(QStringLiteral("cmdCancel"), QStringLiteral("Cancel"));
-    setDefaultButton(cmdOK);
-    setCancelButton(cmdCancel);
+    QPushButton* cmdOK = addOkCancel(outside);
 
     on(lstOper->selectionChangedByUser, &frmInsOper::lstOper_Click);
     on(lstOper->rowDoubleClicked, [this](int) { cmdOK_Click(); });
     on(cmdOK, &frmInsOper::cmdOK_Click);
-    on(cmdCancel, [this] { hideModal(); });
     resize(460, 460);
 }
 

@@ -13,17 +13,11 @@ frmSelOper::frmSelOper()
     auto* outside = new QVBoxLayout(this);
     m_picker = new OperationPicker(*this, true);
     outside->addWidget(m_picker, 1);
-    screen::ButtonBar bar(this, outside);
-    bar.stretch();
-    QPushButton* cmdOK = bar.button(QStringLiteral("cmdOK"), QStringLiteral("&OK"));
-    QPushButton* cmdCancel = bar.button(QStringLiteral("cmdCancel"), QStringLiteral("Cancel"));
-    setDefaultButton(cmdOK);
-    setCancelButton(cmdCancel);
+    QPushButton* cmdOK = addOkCancel(outside);
     on(cmdOK, [this] {
         m_ok = true;
         hideModal();
     });
-    on(cmdCancel, [this] { hideModal(); });
     resize(860, 520);
 }
 

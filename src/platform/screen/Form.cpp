@@ -3,6 +3,7 @@
 #include "platform/controls/Field.h"
 #include "platform/controls/Guard.h"
 #include "platform/screen/Forms.h"
+#include "platform/screen/Layout.h"
 #include "platform/screen/Seams.h"
 #include "platform/screen/Suspension.h"
 
@@ -276,6 +277,17 @@ void Form::setDefaultButton(QPushButton* button) {
 
 void Form::setCancelButton(QPushButton* button) {
     m_cancel = button;
+}
+
+QPushButton* Form::addOkCancel(QBoxLayout* inside, const QString& ok, const QString& cancel) {
+    ButtonBar bar(this, inside);
+    bar.stretch();
+    QPushButton* cmdOK = bar.button(QStringLiteral("cmdOK"), ok);
+    QPushButton* cmdCancel = bar.button(QStringLiteral("cmdCancel"), cancel);
+    setDefaultButton(cmdOK);
+    setCancelButton(cmdCancel);
+    on(cmdCancel, [this] { hideModal(); });
+    return cmdOK;
 }
 
 void Form::onClick(QAbstractButton* button, std::function<void()> handler) {

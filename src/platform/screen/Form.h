@@ -13,6 +13,7 @@
 
 class QAbstractButton;
 class QAction;
+class QBoxLayout;
 
 namespace screen {
 
@@ -69,6 +70,10 @@ class Form : public QWidget {
     void setDefaultButton(QPushButton* button);
     /// Escape presses this one.
     void setCancelButton(QPushButton* button);
+    /// cmdOK and cmdCancel to the right of a row of their own; Enter and Escape press them, and
+    /// Cancel hides the dialog. Returns cmdOK.
+    QPushButton* addOkCancel(QBoxLayout* inside, const QString& ok = QStringLiteral("&OK"),
+                             const QString& cancel = QStringLiteral("Cancel"));
 
     /// Wires a button's click, an action's trigger or a control's event to a handler of this form.
     template <class F>
