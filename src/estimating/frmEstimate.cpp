@@ -59,20 +59,6 @@ void readAgain(jet::Recordset& rows) {
 
 // Opening and showing
 
-bool frmEstimate::mayOpen() {
-    if (!core::MainDatabase().hasRows(QStringLiteral("SELECT CustID FROM Customer"))) {
-        MsgBox(QStringLiteral("You cannot use the Estimate module if you do not have any Customers "
-                              "in the database!"),
-               Buttons::Ok, Icon::Critical, QStringLiteral("Error"));
-        return false;
-    }
-    m_showDollar = core::HasAccess(QStringLiteral("ShowDollar"));
-    for (QWidget* widget : m_secured)
-        widget->setVisible(m_showDollar);
-    m_routing->setShowDollar(m_showDollar);
-    return true;
-}
-
 void frmEstimate::ShowModuleMode(const QString& mode) {
     RoutedModule::ShowModuleMode(mode);
     cmdCreateJob->setEnabled(isBrowse() && core::HasAccess(QStringLiteral("mnuFileJob")));

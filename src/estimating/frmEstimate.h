@@ -31,7 +31,6 @@ class frmEstimate : public RoutedModule {
     void cmdPrintBOM_Click();
 
   protected:
-    bool mayOpen() override;
     void newDefaults() override;
     void showRecord() override;
     void clearFields() override;
@@ -49,7 +48,6 @@ class frmEstimate : public RoutedModule {
     QWidget* breakPane();
     QWidget* buttonPane();
     void wire();
-    void bindNumber(const QString& column, controls::TextField* field, const QString& mask);
 
     // The four ways to begin a new estimate
     struct CarriedCustomer {
@@ -96,9 +94,7 @@ class frmEstimate : public RoutedModule {
     QPushButton* cmdRfqno = nullptr;
     QPushButton* cmdCreateJob = nullptr;
     QPushButton* cmdAssembly = nullptr;
-    std::vector<QWidget*> m_secured; ///< hidden from users who may not see money
 
-    bool m_showDollar = true;
     qint64 m_assemblyEstNo = 0;
     QString m_oldRfqNo; ///< the RFQ number before the save
 };

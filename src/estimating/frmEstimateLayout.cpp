@@ -114,17 +114,6 @@ QSize frmEstimate::sizeHint() const {
     return {1230, 660};
 }
 
-void frmEstimate::bindNumber(const QString& column, TextField* field, const QString& mask) {
-    fields().bind({column,
-                   [field, mask](const jet::Value& value) {
-                       field->setText(values::format(value.toDouble(), mask));
-                   },
-                   {},
-                   [field] { field->setText(QString()); },
-                   [field](bool locked) { field->setLocked(locked); },
-                   field});
-}
-
 QWidget* frmEstimate::headerPane() {
     auto* pane = new QWidget(this);
     auto* grid = new QGridLayout(pane);
@@ -149,16 +138,7 @@ QWidget* frmEstimate::headerPane() {
         return made;
     };
 
-    dbcCustomer = named(new controls::DataCombo(pane), QStringLiteral("dbcCustomer"),
-                        QStringLiteral("Customer"));
-    lblCustID =
-        named(new QLabel(pane), QStringLiteral("lblCustID"), QStringLiteral("Customer No."));
-    lblCustID->setFrameShape(QFrame::StyledPanel);
-    lblCustID->setMinimumWidth(52);
-    auto* customer = new QHBoxLayout;
-    customer->setSpacing(2);
-    customer->addWidget(dbcCustomer, 1);
-    customer->addWidget(lblCustID);
+    QLayout* customer = makeCustomer(pane);
     txtRfqno = line(u"txtRfqno", u"RFQ No.");
     cmdRfqno = pick(u"cmdRfqno", u"Select RFQ No.");
     txtPartno = line(u"txtPartno", u"Part No.");
@@ -167,9 +147,6 @@ QWidget* frmEstimate::headerPane() {
     txtEstDate = named(new controls::DateField(pane), QStringLiteral("txtEstDate"),
                        QStringLiteral("Estimate Date"));
     txtEstDate->setShown(controls::DateField::Shown::Long);
-    txtEstDate->setMinimumWidth(txtEstDate->fontMetrics().horizontalAdvance(
-                                    QStringLiteral("Wednesday, September 30, 2026")) +
-                                40);
     txtQuantity = line(u"txtQuantity", u"Quantity");
     txtEstShopRate = line(u"txtEstShopRate", u"Hourly Rate");
     txtMaterial = named(new controls::MemoField(pane), QStringLiteral("txtMaterial"),
@@ -209,15 +186,6 @@ QWidget* frmEstimate::headerPane() {
     m_secured.push_back(txtEstShopRate);
 
     masters::BoundFields& bound = fields();
-    bound.bind({QStringLiteral("CustID"),
-                [this](const jet::Value& value) { showCustomer(value.toText()); },
-                {},
-                [this] {
-                    lblCustID->clear();
-                    dbcCustomer->setText(QString());
-                },
-                [this](bool locked) { dbcCustomer->setLocked(locked); },
-                dbcCustomer});
     bound.bind(QStringLiteral("RFQNo"), txtRfqno);
     bound.bind(QStringLiteral("PartNo"), txtPartno);
     bound.bind(QStringLiteral("Description"), txtDescription);

@@ -50,20 +50,6 @@ double number(const QString& text) {
 
 // Opening and showing
 
-bool frmJob::mayOpen() {
-    if (!core::MainDatabase().hasRows(QStringLiteral("SELECT CustID FROM Customer"))) {
-        MsgBox(QStringLiteral("You cannot use the Job module if you do not have any Customers in "
-                              "the database!"),
-               Buttons::Ok, Icon::Critical, QStringLiteral("Error"));
-        return false;
-    }
-    const bool showDollar = core::HasAccess(QStringLiteral("ShowDollar"));
-    for (QWidget* widget : m_secured)
-        widget->setVisible(showDollar);
-    m_routing->setShowDollar(showDollar);
-    return true;
-}
-
 QString frmJob::mainSelect() const {
     // With inactive jobs alone there would be nothing to show.
     if (!core::MainDatabase().hasRows(QStringLiteral("SELECT JobNo FROM Job WHERE Shipped = "

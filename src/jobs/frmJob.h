@@ -38,7 +38,6 @@ class frmJob : public estimating::RoutedModule {
     void cmdAssembly_Click();
 
   protected:
-    bool mayOpen() override;
     QString mainSelect() const override;
     void newDefaults() override;
     void showRecord() override;
@@ -58,7 +57,6 @@ class frmJob : public estimating::RoutedModule {
     QWidget* figuresPane();
     QWidget* buttonPane();
     void bindFigure(const QString& column, QLabel* label, const QString& mask);
-    void bindNumber(const QString& column, controls::TextField* field, const QString& mask);
     void wire();
 
     // The three ways to begin a new job
@@ -110,7 +108,6 @@ class frmJob : public estimating::RoutedModule {
     QLabel* lblCalc_Fixed = nullptr;
     QRadioButton* optShow[2] = {};
     QWidget* fraShow = nullptr;
-    std::vector<QWidget*> m_secured; ///< hidden from users who may not see money
 
     bool m_wasShipped = false;
     bool m_tooLarge = false; ///< the figures, and that has been told

@@ -185,30 +185,11 @@ void frmJob::bindFigure(const QString& column, QLabel* label, const QString& mas
                    nullptr});
 }
 
-void frmJob::bindNumber(const QString& column, TextField* field, const QString& mask) {
-    fields().bind({column,
-                   [field, mask](const jet::Value& value) {
-                       field->setText(values::format(value.toDouble(), mask));
-                   },
-                   {},
-                   [field] { field->setText(QString()); },
-                   [field](bool locked) { field->setLocked(locked); },
-                   field});
-}
-
 QWidget* frmJob::headerPane() {
     auto* widget = new QWidget(this);
     Pane pane(widget);
 
-    dbcCustomer = new controls::DataCombo(widget);
-    lblCustID =
-        named(new QLabel(widget), QStringLiteral("lblCustID"), QStringLiteral("Customer No."));
-    lblCustID->setFrameShape(QFrame::StyledPanel);
-    lblCustID->setMinimumWidth(52);
-    auto* customer = new QHBoxLayout;
-    customer->setSpacing(2);
-    customer->addWidget(dbcCustomer, 1);
-    customer->addWidget(lblCustID);
+    QLayout* customer = makeCustomer(widget);
     pane.put(dbcCustomer, u"dbcCustomer", QStringLiteral("C&ustomer:"), 0, 0, customer);
     txtPONo = new TextField(widget);
     pane.put(txtPONo, u"txtPONo", QStringLiteral("PO No.:"), 1, 0);
@@ -243,15 +224,6 @@ QWidget* frmJob::headerPane() {
     pane.grid()->setColumnStretch(3, 2);
 
     masters::BoundFields& bound = fields();
-    bound.bind({QStringLiteral("CustID"),
-                [this](const jet::Value& value) { showCustomer(value.toText()); },
-                {},
-                [this] {
-                    lblCustID->clear();
-                    dbcCustomer->setText(QString());
-                },
-                [this](bool locked) { dbcCustomer->setLocked(locked); },
-                dbcCustomer});
     bound.bind(QStringLiteral("PONo"), txtPONo);
     bound.bind(QStringLiteral("PartNo"), txtPartno);
     bound.bind(QStringLiteral("Description"), txtDescription);

@@ -3,6 +3,7 @@
 #include "core/MirsaMain.h"
 #include "platform/controls/DataCombo.h"
 #include "platform/screen/Layout.h"
+#include "platform/values/Format.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -21,6 +22,21 @@ RoutedModule::RoutedModule(masters::ModuleDescriptor descriptor)
     QSizePolicy policy = datMain()->sizePolicy();
     policy.setRetainSizeWhenHidden(true);
     datMain()->setSizePolicy(policy);
+}
+
+bool RoutedModule::mayOpen() {
+    if (!core::MainDatabase().hasRows(QStringLiteral("SELECT CustID FROM Customer"))) {
+        screen::MsgBox(QStringLiteral("You cannot use the ") + descriptor().moduleWord +
+                           QStringLiteral(" module if you do not have any Customers in the "
+                                          "database!"),
+                       screen::Buttons::Ok, screen::Icon::Critical, QStringLiteral("Error"));
+        return false;
+    }
+    const bool showDollar = core::HasAccess(QStringLiteral("ShowDollar"));
+    for (QWidget* widget : m_secured)
+        widget->setVisible(showDollar);
+    m_routing->setShowDollar(showDollar);
+    return true;
 }
 
 void RoutedModule::openLookups() {
@@ -76,6 +92,41 @@ QWidget* RoutedModule::makeButtonPane(const std::vector<std::vector<ModuleButton
     // The lists above keep their height when the frames change places.
     pane->setMinimumHeight(fraBrowse->sizeHint().height());
     return pane;
+}
+
+QLayout* RoutedModule::makeCustomer(QWidget* parent) {
+    dbcCustomer = screen::named(new controls::DataCombo(parent), QStringLiteral("dbcCustomer"),
+                                QStringLiteral("Customer"));
+    lblCustID = screen::named(new QLabel(parent), QStringLiteral("lblCustID"),
+                              QStringLiteral("Customer No."));
+    lblCustID->setFrameShape(QFrame::StyledPanel);
+    lblCustID->setMinimumWidth(52);
+    auto* row = new QHBoxLayout;
+    row->setSpacing(2);
+    row->addWidget(dbcCustomer, 1);
+    row->addWidget(lblCustID);
+    fields().bind({QStringLiteral("CustID"),
+                   [this](const jet::Value& value) { showCustomer(value.toText()); },
+                   {},
+                   [this] {
+                       lblCustID->clear();
+                       dbcCustomer->setText(QString());
+                   },
+                   [this](bool locked) { dbcCustomer->setLocked(locked); },
+                   dbcCustomer});
+    return row;
+}
+
+void RoutedModule::bindNumber(const QString& column, controls::TextField* field,
+                              const QString& mask) {
+    fields().bind({column,
+                   [field, mask](const jet::Value& value) {
+                       field->setText(values::format(value.toDouble(), mask));
+                   },
+                   {},
+                   [field] { field->setText(QString()); },
+                   [field](bool locked) { field->setLocked(locked); },
+                   field});
 }
 
 void RoutedModule::showCustomer(const QString& custId) {
