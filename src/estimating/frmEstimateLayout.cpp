@@ -105,8 +105,6 @@ frmEstimate::frmEstimate() : RoutedModule(describe()) {
     bottom->addWidget(breakPane());
     bottom->addStretch();
     bottom->addWidget(buttonPane());
-    // The list in the title line comes last, behind what is filled in.
-    setTabOrder(fpQtyQP.back(), dbcJobsCreated);
     wire();
 }
 

@@ -24,6 +24,13 @@ RoutedModule::RoutedModule(masters::ModuleDescriptor descriptor)
     datMain()->setSizePolicy(policy);
 }
 
+void RoutedModule::Form_Load() {
+    RecordModule::Form_Load();
+    // As after a save: from the first field in the title line a stray key would leave the record.
+    if (QPushButton* close = button(Role::Close); close && isBrowse())
+        close->setFocus();
+}
+
 bool RoutedModule::mayOpen() {
     if (!core::MainDatabase().hasRows(QStringLiteral("SELECT CustID FROM Customer"))) {
         screen::MsgBox(QStringLiteral("You cannot use the ") + descriptor().moduleWord +

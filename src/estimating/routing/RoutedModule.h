@@ -17,6 +17,7 @@ class RoutedModule : public masters::RecordModule {
   public:
     explicit RoutedModule(masters::ModuleDescriptor descriptor);
 
+    void Form_Load() override;
     void ShowModuleMode(const QString& mode) override;
     void refreshLookup(const QString& table) override;
 
