@@ -26,16 +26,22 @@ void step(const char16_t* name, Work work) {
     }
 }
 
-void writeHeader(jet::Recordset& rows, const EstimateHeader& header) {
-    rows.set(u"CustID", header.custId);
-    rows.set(u"RFQNo", header.rfqNo);
-    rows.set(u"Description", header.description);
-    rows.set(u"PartNo", header.partNo);
-    rows.set(u"Material", header.material);
-    rows.set(u"Quantity", header.quantity);
-    rows.set(u"EstDate", header.estDate);
-    rows.set(u"EstShopRate", header.shopRate);
-    rows.set(u"OneShopRate", header.oneShopRate);
+/// Writes the columns of a header; over an existing row only the prices and those that differ from
+/// what was shown, so that another station's change of the others stays.
+void writeHeader(jet::Recordset& rows, const EstimateHeader& header, const EstimateHeader* before) {
+    const auto put = [&](QStringView column, auto member) {
+        if (!before || header.*member != before->*member)
+            rows.set(column, header.*member);
+    };
+    put(u"CustID", &EstimateHeader::custId);
+    put(u"RFQNo", &EstimateHeader::rfqNo);
+    put(u"Description", &EstimateHeader::description);
+    put(u"PartNo", &EstimateHeader::partNo);
+    put(u"Material", &EstimateHeader::material);
+    put(u"Quantity", &EstimateHeader::quantity);
+    put(u"EstDate", &EstimateHeader::estDate);
+    put(u"EstShopRate", &EstimateHeader::shopRate);
+    put(u"OneShopRate", &EstimateHeader::oneShopRate);
     for (std::size_t i = 0; i < header.breaks.size(); ++i) {
         const PriceBreak& one = header.breaks[i];
         rows.set(breakColumn(u"QtyBreak", i), one.quantity);
@@ -44,10 +50,48 @@ void writeHeader(jet::Recordset& rows, const EstimateHeader& header) {
         rows.set(breakColumn(u"QtyQP", i), one.quoted);
         rows.set(breakColumn(u"QtyTotal", i), one.total);
     }
-    rows.set(u"EstNotes", header.estNotes);
-    rows.set(u"TravelerNotes", header.travelerNotes);
-    rows.set(u"JobNotes", header.jobNotes);
-    rows.set(u"AssemblyEstno", header.assemblyEstNo);
+    put(u"EstNotes", &EstimateHeader::estNotes);
+    put(u"TravelerNotes", &EstimateHeader::travelerNotes);
+    put(u"JobNotes", &EstimateHeader::jobNotes);
+    put(u"AssemblyEstno", &EstimateHeader::assemblyEstNo);
+}
+
+QStringList basisOf(jet::Database& database, const QString& select) {
+    QStringList basis;
+    jet::Recordset set = database.openRecordset(select, jet::RecordsetType::Snapshot);
+    const int columns = static_cast<int>(set.fieldNames().size());
+    for (; !set.eof(); set.moveNext()) {
+        for (int column = 0; column < columns; ++column)
+            basis << set.field(column).toText();
+    }
+    return basis;
+}
+
+QStringList headerBasis(jet::Database& database, qint64 estNo) {
+    return basisOf(database,
+                   QStringLiteral("SELECT Quantity, EstShopRate, OneShopRate, QtyBreakA, "
+                                  "QtyBreakB, QtyBreakC, QtyBreakD, QtyBreakE, QtyDiscountA, "
+                                  "QtyDiscountB, QtyDiscountC, QtyDiscountD, QtyDiscountE, QtyQPA, "
+                                  "QtyQPB, QtyQPC, QtyQPD, QtyQPE FROM Estimate WHERE EstNo = ") +
+                       QString::number(estNo));
+}
+
+QStringList operationBasis(jet::Database& database, qint64 estNo) {
+    return basisOf(database, QStringLiteral("SELECT OperNo, OperTime_Amount, OperShopRate FROM "
+                                            "EstOper WHERE EstNo = ") +
+                                 QString::number(estNo) + QStringLiteral(" ORDER BY SeqNo"));
+}
+
+QStringList fixedCostBasis(jet::Database& database, qint64 estNo) {
+    return basisOf(database, QStringLiteral("SELECT ItemNo, UnitPrice, Quantity, CostAmount FROM "
+                                            "EstMiscCost WHERE EstNo = ") +
+                                 QString::number(estNo) +
+                                 QStringLiteral(" ORDER BY ItemNo, Quantity, UnitPrice"));
+}
+
+void expectSame(const QStringList& now, const QStringList& before) {
+    if (now != before)
+        throw ChangedElsewhere();
 }
 
 QString pairOf(qint64 custId, const QString& rfqNo) {
@@ -84,8 +128,13 @@ std::optional<Complaint> checkDraft(const EstimateDraft& draft) {
     return std::nullopt;
 }
 
+CostingBasis costingBasis(jet::Database& database, qint64 estNo) {
+    return {headerBasis(database, estNo), operationBasis(database, estNo),
+            fixedCostBasis(database, estNo)};
+}
+
 qint64 saveEstimate(jet::Database& database, jet::Recordset& rows, qint64 estNo,
-                    EstimateDraft& draft) {
+                    EstimateDraft& draft, const EstimateBefore* before) {
     jet::Transaction transaction(database);
     step(u"Update", [&] {
         if (estNo != 0) {
@@ -93,6 +142,8 @@ qint64 saveEstimate(jet::Database& database, jet::Recordset& rows, qint64 estNo,
             if (rows[u"EstNo"].toLong() != estNo)
                 throw jet::Error(jet::errors::rowDeleted, QStringLiteral("Record is deleted."));
             rows.edit();
+            if (before)
+                expectSame(headerBasis(database, estNo), before->basis.header);
         } else {
             try {
                 rows.addNew();
@@ -100,16 +151,22 @@ qint64 saveEstimate(jet::Database& database, jet::Recordset& rows, qint64 estNo,
                 rows.addNew();
             }
         }
-        writeHeader(rows, draft.header);
+        writeHeader(rows, draft.header, before ? &before->header : nullptr);
         rows.update();
         if (estNo == 0)
             estNo = rows.lastAddedKey().toLong();
     });
     const QString ofEstimate = QStringLiteral(" WHERE EstNo = ") + QString::number(estNo);
-    step(u"Delete EstOper",
-         [&] { database.execute(QStringLiteral("DELETE FROM EstOper") + ofEstimate); });
-    step(u"Delete EstMiscCost",
-         [&] { database.execute(QStringLiteral("DELETE FROM EstMiscCost") + ofEstimate); });
+    step(u"Delete EstOper", [&] {
+        if (before)
+            expectSame(operationBasis(database, estNo), before->basis.operations);
+        database.execute(QStringLiteral("DELETE FROM EstOper") + ofEstimate);
+    });
+    step(u"Delete EstMiscCost", [&] {
+        if (before)
+            expectSame(fixedCostBasis(database, estNo), before->basis.fixedCosts);
+        database.execute(QStringLiteral("DELETE FROM EstMiscCost") + ofEstimate);
+    });
     step(u"Insert EstOper",
          [&] { insertOperRows(database, estimateRouting(), estNo, draft.operations); });
     step(u"Insert EstMiscCost",

@@ -9,6 +9,7 @@
 #include <QString>
 
 #include <array>
+#include <exception>
 #include <optional>
 #include <vector>
 
@@ -61,12 +62,29 @@ QString estimateRows();
 /// First fault of a draft in the order of the fields; nothing if it can be saved.
 std::optional<Complaint> checkDraft(const EstimateDraft& draft);
 
+/// What the prices of a stored estimate are made of: quantities, rates and quoted prices, routing,
+/// and fixed costs. Two readings differ if somebody has changed one of them.
+struct CostingBasis {
+    QStringList header, operations, fixedCosts;
+};
+CostingBasis costingBasis(jet::Database& database, qint64 estNo);
+
+/// An estimate as it was when its editing began.
+struct EstimateBefore {
+    CostingBasis basis;
+    EstimateHeader header;
+};
+
+/// Thrown where another station has changed the basis of the prices since the editing began.
+struct ChangedElsewhere : std::exception {};
+
 /// Writes the draft as a new row (`estNo` 0) or over the recordset's current row, and replaces its
-/// routing and fixed costs whole, in one transaction. Returns the estimate's number. Throws
-/// jet::Error with the failed step on a line of its own; nothing is changed then, but the recordset
-/// has to be read again.
+/// routing and fixed costs whole, in one transaction. With `before`, columns that are still the
+/// same aren't written, but the prices always are. Returns the estimate's number. Throws jet::Error
+/// with the failed step on a line of its own, or ChangedElsewhere; nothing is changed then, but the
+/// recordset has to be read again.
 qint64 saveEstimate(jet::Database& database, jet::Recordset& rows, qint64 estNo,
-                    EstimateDraft& draft);
+                    EstimateDraft& draft, const EstimateBefore* before = nullptr);
 
 /// Deletes the recordset's current row, estimate `estNo`, with its routing, fixed costs and
 /// operation notes, in one transaction. Jobs that were made from it keep its number. Throws as

@@ -228,17 +228,32 @@ bool frmEstimate::validate() {
     return false;
 }
 
+void frmEstimate::cmdEdit_Click() {
+    // Before the screen reads the estimate, so that no change slips in between.
+    if (hasRecord())
+        m_before.basis = costingBasis(core::MainDatabase(), currentKey());
+    RoutedModule::cmdEdit_Click();
+    m_before.header = draft().header;
+}
+
 bool frmEstimate::writeRecord(bool adding, qint64& key) {
     EstimateDraft current = draft();
     m_oldRfqNo = adding ? QString() : records().text(u"RFQNo");
     try {
-        key = saveEstimate(core::MainDatabase(), records(), adding ? 0 : currentKey(), current);
+        key = saveEstimate(core::MainDatabase(), records(), adding ? 0 : currentKey(), current,
+                           adding ? nullptr : &m_before);
         return true;
     } catch (const jet::Error& error) {
         readAgain(records());
         tell(error);
-        return false;
+    } catch (const ChangedElsewhere&) {
+        readAgain(records());
+        complain(QStringLiteral("What the prices of this estimate are made of has been changed at "
+                                "another station since you opened it.\r\nPlease note what you "
+                                "have entered, cancel, and edit the estimate again."),
+                 control(QStringLiteral("sprOper")));
     }
+    return false;
 }
 
 void frmEstimate::afterSave(qint64 key, bool adding) {

@@ -21,6 +21,7 @@ class frmEstimate : public RoutedModule {
     void ShowModuleMode(const QString& mode) override;
 
     void cmdNew_Click() override;
+    void cmdEdit_Click() override;
     void cmdDelete_Click() override;
     void cmdFind_Click() override;
     void cmdGotoPart_Click();
@@ -97,6 +98,7 @@ class frmEstimate : public RoutedModule {
 
     qint64 m_assemblyEstNo = 0;
     QString m_oldRfqNo; ///< the RFQ number before the save
+    EstimateBefore m_before;
 };
 
 } // namespace estimating

@@ -299,6 +299,38 @@ TEST_P(EstimateScreenTest, AFailedSaveKeepsWhatWasTyped) {
     EXPECT_FALSE(form().unload());
 }
 
+TEST_P(EstimateScreenTest, TwoStationsOnOneEstimate) {
+    estimate(QStringLiteral("R1"), QStringLiteral("P1"));
+    const auto other = anotherStation();
+    open(QStringLiteral("frmEstimate"));
+    press(QStringLiteral("cmdEdit"));
+    type(QStringLiteral("txtDescription"), QStringLiteral("Bracket"));
+    other->execute(QStringLiteral("UPDATE Estimate SET EstNotes = 'Ask Ray', AssemblyEstno = 9"));
+    press(QStringLiteral("cmdSave"));
+    EXPECT_EQ(rows(QStringLiteral("SELECT Description, EstNotes, AssemblyEstno FROM Estimate")),
+              QStringList(QStringLiteral("Bracket|Ask Ray|9")));
+
+    press(QStringLiteral("cmdEdit"));
+    type(QStringLiteral("txtDescription"), QStringLiteral("Bracket, left"));
+    other->execute(QStringLiteral("UPDATE EstOper SET OperTime_Amount = 7 WHERE SeqNo = 2"));
+    expectBoxContaining(QStringLiteral("has been changed at another station"));
+    press(QStringLiteral("cmdSave"));
+    EXPECT_EQ(text(QStringLiteral("lblEstimateMode")), QStringLiteral("EDIT"));
+    EXPECT_EQ(text(QStringLiteral("txtDescription")), QStringLiteral("Bracket, left"));
+    expectBox(QStringLiteral("Are you sure you want to cancel?"), Answer::Yes);
+    press(QStringLiteral("cmdCancel"));
+    press(QStringLiteral("cmdEdit"));
+    EXPECT_EQ(cell(QStringLiteral("sprOper"), 1, Time), QStringLiteral("7.00"));
+    press(QStringLiteral("cmdSave"));
+    EXPECT_EQ(rows(QStringLiteral("SELECT OperTime_Amount FROM EstOper ORDER BY SeqNo")),
+              (QStringList{QStringLiteral("2.5"), QStringLiteral("7"), QStringLiteral("100")}));
+
+    press(QStringLiteral("cmdEdit"));
+    other->execute(QStringLiteral("DELETE FROM Estimate"));
+    expectBoxContaining(QStringLiteral("Record is deleted."));
+    press(QStringLiteral("cmdSave"));
+}
+
 TEST_P(EstimateScreenTest, DeletingTheLastOneGoesToAdd) {
     estimate(QStringLiteral("R1"), QStringLiteral("P1"));
     open(QStringLiteral("frmEstimate"));
