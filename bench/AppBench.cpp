@@ -9,6 +9,7 @@
 #include "core/RecordScreen.h"
 #include "estimating/EstimateStore.h"
 #include "jobs/JobCosting.h"
+#include "jobs/JobStore.h"
 #include "platform/controls/DataControl.h"
 #include "platform/jet/Location.h"
 #include "platform/screen/Forms.h"
@@ -211,6 +212,26 @@ void UpdateJobCostOfOneJob(benchmark::State& state) {
     }
 }
 
+/// A job is saved as it stands: its rows read and joined, deleted and written, its cost rolled up.
+void SaveAJob(benchmark::State& state) {
+    jet::Database& database = shop();
+    const qint64 jobNo =
+        database
+            .lookup(QStringLiteral("SELECT TOP 1 JobNo FROM JobOper GROUP BY JobNo "
+                                   "ORDER BY COUNT(*) DESC"))
+            .toLong();
+    jobs::JobDraft draft;
+    draft.operations =
+        estimating::loadOperRows(database, estimating::jobRouting(), jobNo, QString());
+    draft.fixedCosts = estimating::loadMiscRows(database, estimating::jobRouting(), jobNo);
+    const jobs::JobDraft before = draft;
+    for (auto _ : state) {
+        jobs::changeJob(database, jobNo, before, draft);
+        jobs::UpdateJobCost(database, jobNo);
+    }
+    state.counters["operations"] = static_cast<double>(draft.operations.size());
+}
+
 /// Time booked by hand: the whole time log opened to add one row, which is undone.
 void AddToTheTimeLog(benchmark::State& state) {
     jet::Database& database = shop();
@@ -248,6 +269,7 @@ BENCHMARK_CAPTURE(GoToByNumber, Estimate, "frmEstimate", "SELECT MAX(EstNo) FROM
 BENCHMARK(SaveEstimateOf50LinesBare)->Unit(benchmark::kMillisecond)->Iterations(100);
 BENCHMARK(SaveEstimateOf50Lines)->Unit(benchmark::kMillisecond)->Iterations(100);
 BENCHMARK(UpdateJobCostOfOneJob)->Unit(benchmark::kMillisecond)->Iterations(300);
+BENCHMARK(SaveAJob)->Unit(benchmark::kMillisecond)->Iterations(200);
 BENCHMARK(AddToTheTimeLog)->Unit(benchmark::kMillisecond)->Iterations(50);
 
 } // namespace
