@@ -343,6 +343,21 @@ TEST_P(JobReports, billsOfMaterialGoDownTheAssemblies) {
         // A ring of six ends before it comes round, and nothing points back to the top.
         childOf(2, 7);
         check(2, {3, 4, 5, 6, 7});
+        // Pages that begin within an assembly are still the top's.
+        for (int row = 0; row < 150; ++row)
+            execute(QStringLiteral("INSERT INTO %1 (%2, ItemNo, Quantity) VALUES(%3, 77777, 1)")
+                        .arg(bill.costs, bill.key, made[5]));
+        QStringList heads;
+        for (const QString& line :
+             print(bill.file, QStringLiteral("{%1.%2} = %3").arg(bill.table, bill.key, made[2]))) {
+            for (const QString& field : line.split(u'\t')) {
+                const QStringList words = field.split(u' ');
+                if (words.size() == 2 && words[0] == bill.heading && words[1].toInt() > 0)
+                    heads += words[1];
+            }
+        }
+        EXPECT_GT(heads.size(), 2);
+        EXPECT_EQ(heads.count(made[2]), heads.size()) << heads.join(u' ').toStdString();
     }
 }
 
