@@ -13,6 +13,7 @@
 #include "platform/controls/DataControl.h"
 #include "platform/jet/Location.h"
 #include "platform/screen/Forms.h"
+#include "platform/values/Literals.h"
 
 #include <benchmark/benchmark.h>
 #include <sqlite3.h>
@@ -32,7 +33,7 @@ jet::Database& shop() {
     if (!state.MainDatabase) {
         state.ProgramFolder = shopFolder();
         state.MainDatabase = jet::openProgramFolder(shopFolder());
-        state.CurrentUserName = QStringLiteral("Admin");
+        state.CurrentUserName = u"Admin"_s;
         state.CurrentUserNo = 1;
     }
     return *state.MainDatabase;
@@ -61,7 +62,7 @@ void StartToLogin(benchmark::State& state) {
         core::MDIMain shell;
         shell.SecureMenuObjects();
         shell.show();
-        const auto login = Forms::make(QStringLiteral("frmLogin"));
+        const auto login = Forms::make(u"frmLogin"_s);
         login->load();
         login->show();
         QApplication::processEvents();
@@ -116,8 +117,8 @@ void GoToByNumber(benchmark::State& state, const char* name, const char* largest
 estimating::EstimateDraft draftOf(int lines) {
     estimating::EstimateDraft draft;
     draft.header.custId = 1;
-    draft.header.rfqNo = QStringLiteral("BENCH");
-    draft.header.partNo = QStringLiteral("BENCH-50");
+    draft.header.rfqNo = u"BENCH"_s;
+    draft.header.partNo = u"BENCH-50"_s;
     draft.header.quantity = 10;
     draft.header.estDate = QDate(2026, 3, 2);
     for (int i = 0; i < lines; ++i) {
@@ -136,7 +137,7 @@ void SaveEstimateOf50Lines(benchmark::State& state) {
     estimating::EstimateDraft draft = draftOf(50);
     const qint64 estNo = estimating::saveEstimate(database, rows, 0, draft);
     rows.requery();
-    rows.findFirst(QStringLiteral("EstNo = ") + QString::number(estNo));
+    rows.findFirst(u"EstNo = "_s + QString::number(estNo));
     double n = 0;
     for (auto _ : state) {
         draft.operations[0].time = ++n; // unchanged rows would not be written
@@ -149,7 +150,7 @@ void SaveEstimateOf50Lines(benchmark::State& state) {
 void SaveEstimateOf50LinesBare(benchmark::State& state) {
     shop();
     sqlite3* db = nullptr;
-    sqlite3_open(QString(shopFolder() + QStringLiteral("/Mirsa.mdb")).toUtf8().constData(), &db);
+    sqlite3_open(QString(shopFolder() + u"/Mirsa.mdb"_s).toUtf8().constData(), &db);
     sqlite3_exec(db, "PRAGMA synchronous = NORMAL", nullptr, nullptr, nullptr);
     sqlite3_busy_timeout(db, 20000);
     const auto prepare = [db](const char* sql) {
@@ -204,7 +205,7 @@ void SaveEstimateOf50LinesBare(benchmark::State& state) {
 
 void UpdateJobCostOfOneJob(benchmark::State& state) {
     jet::Database& database = shop();
-    const qint64 last = database.lookup(QStringLiteral("SELECT MAX(JobNo) FROM Job")).toLong();
+    const qint64 last = database.lookup(u"SELECT MAX(JobNo) FROM Job"_s).toLong();
     qint64 number = 1;
     for (auto _ : state) {
         number = (number * 7919 + 13) % last + 1;
@@ -215,11 +216,10 @@ void UpdateJobCostOfOneJob(benchmark::State& state) {
 /// A job is saved as it stands: its rows read and joined, deleted and written, its cost rolled up.
 void SaveAJob(benchmark::State& state) {
     jet::Database& database = shop();
-    const qint64 jobNo =
-        database
-            .lookup(QStringLiteral("SELECT TOP 1 JobNo FROM JobOper GROUP BY JobNo "
-                                   "ORDER BY COUNT(*) DESC"))
-            .toLong();
+    const qint64 jobNo = database
+                             .lookup(u"SELECT TOP 1 JobNo FROM JobOper GROUP BY JobNo "
+                                     "ORDER BY COUNT(*) DESC"_s)
+                             .toLong();
     jobs::JobDraft draft;
     draft.operations =
         estimating::loadOperRows(database, estimating::jobRouting(), jobNo, QString());
@@ -237,11 +237,11 @@ void AddToTheTimeLog(benchmark::State& state) {
     jet::Database& database = shop();
     for (auto _ : state) {
         const jet::Transaction transaction(database);
-        jet::Recordset rows = database.openRecordset(QStringLiteral("Select * from timelog"));
+        jet::Recordset rows = database.openRecordset(u"Select * from timelog"_s);
         rows.addNew();
         rows.set(u"EmpID", 1);
         rows.set(u"AccumTime", 0.25);
-        rows.set(u"Status", QStringLiteral("0"));
+        rows.set(u"Status", u"0"_s);
         rows.update();
     }
 }

@@ -1,5 +1,6 @@
 #include "platform/report/Layout.h"
 #include "platform/report/Painting.h"
+#include "platform/values/Literals.h"
 
 #include <benchmark/benchmark.h>
 
@@ -16,16 +17,15 @@ class EndlessRows : public report::Rows {
   public:
     explicit EndlessRows(int count) : m_count(count) {}
     QStringList fieldNames() const override {
-        return {QStringLiteral("No"),       QStringLiteral("Part"),  QStringLiteral("Description"),
-                QStringLiteral("Quantity"), QStringLiteral("Price"), QStringLiteral("Due")};
+        return {u"No"_s, u"Part"_s, u"Description"_s, u"Quantity"_s, u"Price"_s, u"Due"_s};
     }
     bool next(std::vector<jet::Value>& row) override {
         if (m_at == m_count)
             return false;
         ++m_at;
         row = {m_at,
-               QStringLiteral("AX-%1").arg(m_at * 7 % 10000),
-               QStringLiteral("Bracket, left hand, anodized"),
+               u"AX-%1"_s.arg(m_at * 7 % 10000),
+               u"Bracket, left hand, anodized"_s,
                m_at % 500,
                values::Currency::fromTenThousandths(m_at * 12345),
                QDate(2026, 1, 1).addDays(m_at % 365)};
@@ -67,12 +67,12 @@ report::ReportFile file() {
         "<text x=\"162\" w=\"22\">{Due:Short Date}</text></band></detail>"
         "<footer><band><text>{count()} parts, {sum(Price):#,##0.00}</text></band></footer>"
         "</body></report>",
-        QStringLiteral("parts.rpt"));
+        u"parts.rpt"_s);
 }
 
 /// Most memory that the process has held so far, in megabytes.
 double peakMegabytes() {
-    QFile status(QStringLiteral("/proc/self/status"));
+    QFile status(u"/proc/self/status"_s);
     if (!status.open(QIODevice::ReadOnly))
         return 0;
     for (const auto& line : status.readAll().split('\n')) {
@@ -98,7 +98,7 @@ void layOutAndWritePdf(benchmark::State& state) {
     const QTemporaryDir folder;
     for (auto _ : state) {
         const auto document = report::layOut(report, source, {});
-        report::writePdf(*document, folder.filePath(QStringLiteral("parts.pdf")));
+        report::writePdf(*document, folder.filePath(u"parts.pdf"_s));
         state.counters["pages"] = document->pageCount();
     }
     state.counters["peakMB"] = peakMegabytes();

@@ -2,6 +2,7 @@
 // SQLite, and what a module on a large table costs. Both sides read every field that they select.
 
 #include "platform/jet/Database.h"
+#include "platform/values/Literals.h"
 
 #include <benchmark/benchmark.h>
 #include <sqlite3.h>
@@ -16,14 +17,14 @@ constexpr int manyRows = 200000;
 /// A job's table with its usual columns, filled once.
 class Shop {
   public:
-    explicit Shop(int count) : path(m_folder.filePath(QStringLiteral("Mirsa.mdb"))) {
+    explicit Shop(int count) : path(m_folder.filePath(u"Mirsa.mdb"_s)) {
         database = jet::Database::createFile(path);
-        database->execute(QStringLiteral(
-            "CREATE TABLE Job (JobNo COUNTER PRIMARY KEY, CustID LONG, Description TEXT(60), "
+        database->execute(
+            u"CREATE TABLE Job (JobNo COUNTER PRIMARY KEY, CustID LONG, Description TEXT(60), "
             "PartNo TEXT(30), Status TEXT(10), Quantity LONG, InvoiceEach CURRENCY, "
             "ShopRate CURRENCY, TotalHours DOUBLE, JobDateIn DATETIME, DueDate DATETIME, "
-            "Complete YESNO, Notes MEMO)"));
-        database->execute(QStringLiteral("CREATE INDEX JobPartNo ON Job (PartNo)"));
+            "Complete YESNO, Notes MEMO)"_s);
+        database->execute(u"CREATE INDEX JobPartNo ON Job (PartNo)"_s);
         jet::Transaction transaction(*database);
         for (int i = 1; i <= count; ++i)
             database->execute(insertText(i));
@@ -38,12 +39,11 @@ class Shop {
     Shop& operator=(const Shop&) = delete;
 
     static QString insertText(int i) {
-        return QStringLiteral("INSERT INTO Job (CustID, Description, PartNo, Status, Quantity, "
-                              "InvoiceEach, JobDateIn, Complete, Notes) VALUES (%1, 'Bracket, %2', "
-                              "'P-%2', 'Open', %3, 12.5, #3/2/2026#, False, 'Deburr all edges')")
-            .arg(i % 997)
-            .arg(i)
-            .arg(i % 50);
+        return u"INSERT INTO Job (CustID, Description, PartNo, Status, Quantity, "
+               "InvoiceEach, JobDateIn, Complete, Notes) VALUES (%1, 'Bracket, %2', "
+               "'P-%2', 'Open', %3, 12.5, #3/2/2026#, False, 'Deburr all edges')"_s.arg(i % 997)
+                   .arg(i)
+                   .arg(i % 50);
     }
     sqlite3_stmt* prepare(const char* sql) const {
         sqlite3_stmt* statement = nullptr;
@@ -101,7 +101,7 @@ void SelectByKeyDynaset(benchmark::State& state) {
     for (auto _ : state) {
         key = key % fewRows + 1;
         const jet::Recordset rs = shop().database->openRecordset(
-            QStringLiteral("SELECT * FROM Job WHERE JobNo = ") + QString::number(key));
+            u"SELECT * FROM Job WHERE JobNo = "_s + QString::number(key));
         for (int column = 0; column < 13; ++column)
             benchmark::DoNotOptimize(rs.field(column));
     }
@@ -113,7 +113,7 @@ void SelectByKeySnapshot(benchmark::State& state) {
     for (auto _ : state) {
         key = key % fewRows + 1;
         const jet::Recordset rs = shop().database->openRecordset(
-            QStringLiteral("SELECT * FROM Job WHERE JobNo = ") + QString::number(key),
+            u"SELECT * FROM Job WHERE JobNo = "_s + QString::number(key),
             jet::RecordsetType::Snapshot);
         for (int column = 0; column < 13; ++column)
             benchmark::DoNotOptimize(rs.field(column));
@@ -141,10 +141,9 @@ void Update(benchmark::State& state) {
     int key = 0;
     for (auto _ : state) {
         key = key % fewRows + 1;
-        shop().database->execute(QStringLiteral("UPDATE Job SET Quantity = ") +
+        shop().database->execute(u"UPDATE Job SET Quantity = "_s +
                                  QString::number(key + state.iterations()) +
-                                 QStringLiteral(", Status = 'Closed' WHERE JobNo = ") +
-                                 QString::number(key));
+                                 u", Status = 'Closed' WHERE JobNo = "_s + QString::number(key));
     }
 }
 BENCHMARK(Update);
@@ -172,11 +171,10 @@ void Insert(benchmark::State& state) {
     for (auto _ : state) {
         ++number;
         shop().database->execute(
-            QStringLiteral(
-                "INSERT INTO Job (CustID, Description, PartNo, Quantity, Complete) VALUES "
-                "(") +
-            QString::number(number % 997) + QStringLiteral(", 'Bracket, left', 'P-4711', ") +
-            QString::number(number) + QStringLiteral(", False)"));
+            u"INSERT INTO Job (CustID, Description, PartNo, Quantity, Complete) VALUES "
+            "("_s +
+            QString::number(number % 997) + u", 'Bracket, left', 'P-4711', "_s +
+            QString::number(number) + u", False)"_s);
     }
 }
 BENCHMARK(Insert);
@@ -185,15 +183,14 @@ void OpenLargeDynaset(benchmark::State& state) {
     largeShop();
     for (auto _ : state) {
         const jet::Recordset rs =
-            largeShop().database->openRecordset(QStringLiteral("SELECT * FROM Job ORDER BY JobNo"));
+            largeShop().database->openRecordset(u"SELECT * FROM Job ORDER BY JobNo"_s);
         benchmark::DoNotOptimize(rs.recordCount());
     }
 }
 BENCHMARK(OpenLargeDynaset)->Unit(benchmark::kMillisecond);
 
 void MoveInLargeDynaset(benchmark::State& state) {
-    jet::Recordset rs =
-        largeShop().database->openRecordset(QStringLiteral("SELECT * FROM Job ORDER BY JobNo"));
+    jet::Recordset rs = largeShop().database->openRecordset(u"SELECT * FROM Job ORDER BY JobNo"_s);
     for (auto _ : state) {
         rs.moveNext();
         if (rs.eof())
@@ -204,20 +201,18 @@ void MoveInLargeDynaset(benchmark::State& state) {
 BENCHMARK(MoveInLargeDynaset);
 
 void FindByKeyInLargeDynaset(benchmark::State& state) {
-    jet::Recordset rs =
-        largeShop().database->openRecordset(QStringLiteral("SELECT * FROM Job ORDER BY JobNo"));
+    jet::Recordset rs = largeShop().database->openRecordset(u"SELECT * FROM Job ORDER BY JobNo"_s);
     for (auto _ : state) {
-        rs.findFirst(QStringLiteral("JobNo = %1").arg(manyRows - 5));
+        rs.findFirst(u"JobNo = %1"_s.arg(manyRows - 5));
         benchmark::DoNotOptimize(rs.field(2));
     }
 }
 BENCHMARK(FindByKeyInLargeDynaset);
 
 void FindByTextInLargeDynaset(benchmark::State& state) {
-    jet::Recordset rs =
-        largeShop().database->openRecordset(QStringLiteral("SELECT * FROM Job ORDER BY JobNo"));
+    jet::Recordset rs = largeShop().database->openRecordset(u"SELECT * FROM Job ORDER BY JobNo"_s);
     for (auto _ : state) {
-        rs.findFirst(QStringLiteral("PartNo = 'P-%1'").arg(manyRows - 5));
+        rs.findFirst(u"PartNo = 'P-%1'"_s.arg(manyRows - 5));
         benchmark::DoNotOptimize(rs.field(2));
     }
 }
@@ -225,8 +220,8 @@ BENCHMARK(FindByTextInLargeDynaset);
 
 void ReadLargeSnapshot(benchmark::State& state) {
     for (auto _ : state) {
-        jet::Recordset rs = largeShop().database->openRecordset(
-            QStringLiteral("SELECT TOP 100000 * FROM Job"), jet::RecordsetType::Snapshot);
+        jet::Recordset rs = largeShop().database->openRecordset(u"SELECT TOP 100000 * FROM Job"_s,
+                                                                jet::RecordsetType::Snapshot);
         benchmark::DoNotOptimize(rs.recordCount());
     }
 }

@@ -1,3 +1,4 @@
+#include "platform/values/Literals.h"
 #include "sample/Shop.h"
 
 namespace sample {
@@ -36,7 +37,7 @@ std::vector<Line> madeUpLines(Shop& shop) {
 
 void setVendor(Row& row, Shop& shop, qint64 vendID) {
     const jet::Recordset vendor = shop.database.openRecordset(
-        QStringLiteral("SELECT * FROM Vendor WHERE VendID = ") + QString::number(vendID),
+        u"SELECT * FROM Vendor WHERE VendID = "_s + QString::number(vendID),
         jet::RecordsetType::Snapshot);
     row.set(u"VendorID", vendID)
         .set(u"Company", vendor.text(u"company"))
@@ -55,14 +56,13 @@ void setVendor(Row& row, Shop& shop, qint64 vendID) {
 void makeRfq(Shop& shop, const QDate& date) {
     jet::Database& db = shop.database;
     const auto lines = madeUpLines(shop);
-    const qint64 group =
-        Row(u"RFQ")
-            .set(u"Title", QStringLiteral("Request for ") + lines[0].part.description)
-            .set(u"PODate", date)
-            .set(u"ReqDate", date.addDays(14))
-            .set(u"Complete", shop.random.chance(60))
-            .set(u"Ship2Name", u"Sample Tool & Die")
-            .insert(db);
+    const qint64 group = Row(u"RFQ")
+                             .set(u"Title", u"Request for "_s + lines[0].part.description)
+                             .set(u"PODate", date)
+                             .set(u"ReqDate", date.addDays(14))
+                             .set(u"Complete", shop.random.chance(60))
+                             .set(u"Ship2Name", u"Sample Tool & Die")
+                             .insert(db);
     std::set<qint64> asked;
     for (int i = shop.random.between(1, 3); i > 0; --i)
         asked.insert(shop.random.of(shop.vendors));
@@ -224,7 +224,7 @@ void makeInventory(Shop& shop) {
         const Currency price = Currency::fromDouble(random.between(100, 9000) / 100.0);
         Row(u"SpareParts")
             .set(u"SCustID", job.custID)
-            .set(u"SLocation", QStringLiteral("Shelf ") + QString::number(random.between(1, 12)))
+            .set(u"SLocation", u"Shelf "_s + QString::number(random.between(1, 12)))
             .set(u"SPartNo", job.part.number)
             .set(u"SJobNo", job.jobNo)
             .set(u"SPoNo", job.poNo)

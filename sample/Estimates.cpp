@@ -1,5 +1,6 @@
 #include "estimating/Costing.h"
 #include "platform/values/Format.h"
+#include "platform/values/Literals.h"
 #include "platform/values/Numbers.h"
 #include "sample/Work.h"
 
@@ -13,8 +14,8 @@ EstimateMade makeEstimate(Shop& shop, const QDate& date, const EstimateMade* par
     Random& random = shop.random;
     EstimateMade estimate;
     estimate.custID = parent ? parent->custID : random.of(shop.customers);
-    estimate.rfqNo = parent ? parent->rfqNo
-                            : QStringLiteral("RFQ-") + QString::number(random.between(1000, 99999));
+    estimate.rfqNo =
+        parent ? parent->rfqNo : u"RFQ-"_s + QString::number(random.between(1000, 99999));
     estimate.part = madeUpPart(random);
     estimate.date = date;
     estimate.oneShopRate = random.chance(30);
@@ -96,7 +97,7 @@ EstimateMade makeEstimate(Shop& shop, const QDate& date, const EstimateMade* par
             .set(u"TravelerNotes", u"Tag every piece. Keep cert's with the lot.");
     }
     if (random.chance(15)) {
-        estimate.material = QStringLiteral("Customer supplies the blank; 3 mm over on all sides.");
+        estimate.material = u"Customer supplies the blank; 3 mm over on all sides."_s;
         row.set(u"Material", estimate.material);
     }
     estimate.quotedEach = Currency::fromDouble(quoted[0]);
@@ -112,8 +113,7 @@ EstimateMade makeEstimate(Shop& shop, const QDate& date, const EstimateMade* par
                               .set(u"OperShopRate", operation.inhouse ? operation.rate : Currency())
                               .insert(shop.database);
         estimate.operNotes +=
-            random.chance(6) ? QStringLiteral("Watch the wall thickness: it isn't on the print.")
-                             : QString();
+            random.chance(6) ? u"Watch the wall thickness: it isn't on the print."_s : QString();
         if (!estimate.operNotes.last().isEmpty())
             Row(u"EstOperNote")
                 .set(u"ID", id)

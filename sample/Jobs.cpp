@@ -1,5 +1,6 @@
 #include "estimating/Routing.h"
 #include "platform/values/Format.h"
+#include "platform/values/Literals.h"
 #include "platform/values/Numbers.h"
 #include "sample/Work.h"
 
@@ -18,7 +19,7 @@ struct Booking {
 
 struct OperationDone {
     double hours = 0;
-    QString status = QStringLiteral(" ");
+    QString status = u" "_s;
     std::vector<Booking> bookings;
 };
 
@@ -187,9 +188,8 @@ void writeRouting(Shop& shop, const JobMade& job, const EstimateMade& estimate,
                 .set(u"ID", id)
                 .set(u"JobNo", job.jobNo)
                 .set(u"SeqNo", seqNo)
-                .set(u"OperNotes", note.isEmpty()
-                                       ? QStringLiteral("Use the fixture from last time (shelf 4).")
-                                       : note)
+                .set(u"OperNotes",
+                     note.isEmpty() ? u"Use the fixture from last time (shelf 4)."_s : note)
                 .insert(shop.database);
         for (const Booking& booking : done.bookings)
             writeBooking(shop, booking, job.jobNo, operation.operNo, job.quantity);
@@ -211,9 +211,8 @@ void writeRouting(Shop& shop, const JobMade& job, const EstimateMade& estimate,
 QString longNote() {
     QString text;
     for (int day = 1; day <= 40; ++day)
-        text += QStringLiteral("Call %1 with the customer's engineer: the drawing's section B-B "
-                               "doesn't agree with the model, keep to the model.\r\n")
-                    .arg(day);
+        text += u"Call %1 with the customer's engineer: the drawing's section B-B "
+                "doesn't agree with the model, keep to the model.\r\n"_s.arg(day);
     return text;
 }
 
@@ -260,7 +259,7 @@ JobMade jobFor(Shop& shop, const EstimateMade& estimate) {
     job.in = std::min(estimate.date.addDays(random.between(2, 12)), shop.today);
     job.due = job.in.addDays(random.between(10, 45));
     job.quantity = estimate.quantity;
-    job.poNo = QStringLiteral("PO-") + QString::number(random.between(1000, 99999));
+    job.poNo = u"PO-"_s + QString::number(random.between(1000, 99999));
     return job;
 }
 
@@ -308,8 +307,8 @@ void makeDeletedJob(Shop& shop, const EstimateMade& estimate) {
     ship(shop, job, job.in, 1);
     schedule(shop, job, estimate.operations.front(), 1);
     for (const auto* table : {u"JobOperNote", u"JobOper", u"JobMiscCost", u"Job"})
-        shop.database.execute(QStringLiteral("DELETE FROM ") + QString::fromUtf16(table) +
-                              QStringLiteral(" WHERE JobNo=") + QString::number(job.jobNo));
+        shop.database.execute(u"DELETE FROM "_s + QString::fromUtf16(table) + u" WHERE JobNo="_s +
+                              QString::number(job.jobNo));
 }
 
 } // namespace sample

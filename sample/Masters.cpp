@@ -1,3 +1,4 @@
+#include "platform/values/Literals.h"
 #include "sample/Shop.h"
 
 namespace sample {
@@ -6,48 +7,39 @@ namespace {
 
 const QStringList& companies() {
     static const QStringList all = {
-        QStringLiteral("Kestrel Tool"),         QStringLiteral("D'Amico Präzision"),
-        QStringLiteral("Northgate Hydraulics"), QStringLiteral("Alder & Sons"),
-        QStringLiteral("Ångström Instruments"), QStringLiteral("Bluewater Pumps"),
-        QStringLiteral("Harper's Die Casting"), QStringLiteral("Quarry Road Mold"),
-        QStringLiteral("Vega Aerospace"),       QStringLiteral("Façonnage du Nord"),
-        QStringLiteral("Pine Street Medical"),  QStringLiteral("Rutherford Gear"),
-        QStringLiteral("Silver Lake Optics"),   QStringLiteral("Tamarack Fixtures"),
-        QStringLiteral("Union Valve"),          QStringLiteral("Westbrook Stamping"),
-        QStringLiteral("Zeller Automation"),    QStringLiteral("Cobalt Robotics"),
-        QStringLiteral("Eastline Packaging"),   QStringLiteral("Fjord Marine")};
+        u"Kestrel Tool"_s,         u"D'Amico Präzision"_s,    u"Northgate Hydraulics"_s,
+        u"Alder & Sons"_s,         u"Ångström Instruments"_s, u"Bluewater Pumps"_s,
+        u"Harper's Die Casting"_s, u"Quarry Road Mold"_s,     u"Vega Aerospace"_s,
+        u"Façonnage du Nord"_s,    u"Pine Street Medical"_s,  u"Rutherford Gear"_s,
+        u"Silver Lake Optics"_s,   u"Tamarack Fixtures"_s,    u"Union Valve"_s,
+        u"Westbrook Stamping"_s,   u"Zeller Automation"_s,    u"Cobalt Robotics"_s,
+        u"Eastline Packaging"_s,   u"Fjord Marine"_s};
     return all;
 }
 
 const QStringList& firstNames() {
-    static const QStringList all = {
-        QStringLiteral("Anna"),   QStringLiteral("Ben"),    QStringLiteral("Carla"),
-        QStringLiteral("Dieter"), QStringLiteral("Elena"),  QStringLiteral("Frank"),
-        QStringLiteral("Grace"),  QStringLiteral("Héctor"), QStringLiteral("Ivan"),
-        QStringLiteral("Joan"),   QStringLiteral("Kurt"),   QStringLiteral("Lucía")};
+    static const QStringList all = {u"Anna"_s,  u"Ben"_s,   u"Carla"_s, u"Dieter"_s,
+                                    u"Elena"_s, u"Frank"_s, u"Grace"_s, u"Héctor"_s,
+                                    u"Ivan"_s,  u"Joan"_s,  u"Kurt"_s,  u"Lucía"_s};
     return all;
 }
 
 const QStringList& lastNames() {
-    static const QStringList all = {
-        QStringLiteral("Abbott"),   QStringLiteral("Brandt"),   QStringLiteral("O'Connor"),
-        QStringLiteral("Delgado"),  QStringLiteral("Evans"),    QStringLiteral("Fischer"),
-        QStringLiteral("Grünwald"), QStringLiteral("Haines"),   QStringLiteral("Ibarra"),
-        QStringLiteral("Jansen"),   QStringLiteral("Kowalski"), QStringLiteral("Larsen"),
-        QStringLiteral("Moreau"),   QStringLiteral("Nguyen")};
+    static const QStringList all = {u"Abbott"_s, u"Brandt"_s,  u"O'Connor"_s, u"Delgado"_s,
+                                    u"Evans"_s,  u"Fischer"_s, u"Grünwald"_s, u"Haines"_s,
+                                    u"Ibarra"_s, u"Jansen"_s,  u"Kowalski"_s, u"Larsen"_s,
+                                    u"Moreau"_s, u"Nguyen"_s};
     return all;
 }
 
 const QStringList& towns() {
-    static const QStringList all = {QStringLiteral("Springfield"), QStringLiteral("Cedar Falls"),
-                                    QStringLiteral("Ashland"),     QStringLiteral("Milford"),
-                                    QStringLiteral("Georgetown"),  QStringLiteral("St. Paul")};
+    static const QStringList all = {u"Springfield"_s, u"Cedar Falls"_s, u"Ashland"_s,
+                                    u"Milford"_s,     u"Georgetown"_s,  u"St. Paul"_s};
     return all;
 }
 
 QString phone(Random& random) {
-    return QStringLiteral("(%1) 555-%2")
-        .arg(random.between(201, 989))
+    return u"(%1) 555-%2"_s.arg(random.between(201, 989))
         .arg(random.between(100, 199), 4, 10, QChar(u'0'));
 }
 
@@ -56,11 +48,9 @@ QString person(Random& random) {
 }
 
 Row addressed(const char16_t* table, Random& random) {
-    static const QStringList states = {QStringLiteral("OH"), QStringLiteral("MI"),
-                                       QStringLiteral("MN"), QStringLiteral("PA"),
-                                       QStringLiteral("IL")};
+    static const QStringList states = {u"OH"_s, u"MI"_s, u"MN"_s, u"PA"_s, u"IL"_s};
     Row row(table);
-    row.set(u"Address1", QString::number(random.between(10, 9900)) + QStringLiteral(" Mill Road"))
+    row.set(u"Address1", QString::number(random.between(10, 9900)) + u" Mill Road"_s)
         .set(u"City", random.of(towns()))
         .set(u"State", random.of(states))
         .set(u"Zip", QString::number(random.between(43000, 61999)))
@@ -70,8 +60,7 @@ Row addressed(const char16_t* table, Random& random) {
 }
 
 QString companyName(int i) {
-    static const QStringList branches = {QString(), QStringLiteral(" East"),
-                                         QStringLiteral(" of Ohio"), QStringLiteral(" Division 2")};
+    static const QStringList branches = {QString(), u" East"_s, u" of Ohio"_s, u" Division 2"_s};
     const int names = static_cast<int>(companies().size());
     const int round = i / names;
     QString name = companies()[i % names];
@@ -98,7 +87,7 @@ void makeEmployee(Shop& shop, int i, qint64 shift) {
         .set(u"multijobs", i % 8 == 0)
         .set(u"locateflag", random.chance(30))
         .set(u"shiftsid", shift)
-        .set(u"SSN", QStringLiteral("9%1").arg(random.between(10000000, 99999999)))
+        .set(u"SSN", u"9%1"_s.arg(random.between(10000000, 99999999)))
         .set(u"MaritalStatus", u"Single")
         .set(u"HireDate", hired)
         .set(u"EntryDate", hired)
@@ -135,20 +124,19 @@ void makeEmployee(Shop& shop, int i, qint64 shift) {
 void makeMasters(Shop& shop) {
     jet::Database& db = shop.database;
     Random& random = shop.random;
-    db.execute(QStringLiteral("UPDATE SystemSettings SET CompanyName = 'Sample Tool & Die', "
-                              "CompanyAddress1 = '1200 Foundry Lane', "
-                              "CompanyCity = 'Springfield', CompanyState = 'OH', companycountry = "
-                              "'United States', companyzip = '45501', "
-                              "CompanyPhone = '(937) 555-0100', CompanyFax = '(937) 555-0101', "
-                              "CompanyEmail = 'office@sampletool.example', "
-                              "poshiptoname = 'Sample Tool & Die', poshiptoaddress1 = '1200 "
-                              "Foundry Lane', poshiptocity = 'Springfield', "
-                              "poshiptostate = 'OH', poshiptozip = '45501', poshiptocountry = "
-                              "'United States', SecurityCode = 'K7'"));
+    db.execute(u"UPDATE SystemSettings SET CompanyName = 'Sample Tool & Die', "
+               "CompanyAddress1 = '1200 Foundry Lane', "
+               "CompanyCity = 'Springfield', CompanyState = 'OH', companycountry = "
+               "'United States', companyzip = '45501', "
+               "CompanyPhone = '(937) 555-0100', CompanyFax = '(937) 555-0101', "
+               "CompanyEmail = 'office@sampletool.example', "
+               "poshiptoname = 'Sample Tool & Die', poshiptoaddress1 = '1200 "
+               "Foundry Lane', poshiptocity = 'Springfield', "
+               "poshiptostate = 'OH', poshiptozip = '45501', poshiptocountry = "
+               "'United States', SecurityCode = 'K7'"_s);
 
     const int customerCount = std::clamp(shop.options.jobs / 8, 30, 900);
-    static const QStringList terms = {QStringLiteral("Net 30"), QStringLiteral("Net 45"),
-                                      QStringLiteral("Net 10")};
+    static const QStringList terms = {u"Net 30"_s, u"Net 45"_s, u"Net 10"_s};
     std::vector<qint64> gone;
     for (int i = 0; i < customerCount; ++i) {
         const QString name = companyName(i);
@@ -156,8 +144,7 @@ void makeMasters(Shop& shop) {
         Row row = addressed(u"Customer", random);
         row.set(u"company", name)
             .set(u"Contact", contact)
-            .set(u"Email",
-                 QStringLiteral("purchasing@") + QStringLiteral("customer%1.example").arg(i + 1))
+            .set(u"Email", u"purchasing@"_s + u"customer%1.example"_s.arg(i + 1))
             .set(u"attention", u"Receiving")
             .set(u"Shipping", u"Best way")
             .set(u"Terms", random.of(terms))
@@ -178,12 +165,10 @@ void makeMasters(Shop& shop) {
             shop.customers.push_back(custID);
     }
     for (const qint64 custID : gone)
-        db.execute(QStringLiteral("DELETE * FROM Customer WHERE CustID = ") +
-                   QString::number(custID));
+        db.execute(u"DELETE * FROM Customer WHERE CustID = "_s + QString::number(custID));
 
-    static const QStringList trades = {QStringLiteral(" Steel"), QStringLiteral(" Supply"),
-                                       QStringLiteral(" Heat Treating"), QStringLiteral(" Plating"),
-                                       QStringLiteral(" Industrial")};
+    static const QStringList trades = {u" Steel"_s, u" Supply"_s, u" Heat Treating"_s,
+                                       u" Plating"_s, u" Industrial"_s};
     const int vendorCount = std::clamp(shop.options.jobs / 12, 20, 300);
     for (int i = 0; i < vendorCount; ++i) {
         const bool contractor = i % 5 == 2 || i % 5 == 3;
@@ -203,8 +188,7 @@ void makeMasters(Shop& shop) {
             shop.contractors.push_back(vendID);
     }
 
-    const qint64 shift =
-        db.lookup(QStringLiteral("SELECT TOP 1 ID FROM Shifts ORDER BY ID")).toLong();
+    const qint64 shift = db.lookup(u"SELECT TOP 1 ID FROM Shifts ORDER BY ID"_s).toLong();
     const double jobsADay = shop.options.jobs / (shop.options.years * 250.0);
     const int employeeCount = std::clamp(static_cast<int>(jobsADay * 4.2), 14, 200);
     for (const auto& [time, type] :
@@ -244,21 +228,18 @@ void makeUsers(Shop& shop) {
                              .set(u"password", u"solo")
                              .set(u"usergroupid", 0)
                              .insert(db);
-    db.execute(QStringLiteral("INSERT INTO SecurityUsers (id, objectID) SELECT %1 AS id, objectid "
-                              "FROM SecurityObjects WHERE securitycode IN ('mnuAddOns', "
-                              "'mnuFileCustomer', 'ShowDollar')")
-                   .arg(loner));
+    db.execute(u"INSERT INTO SecurityUsers (id, objectID) SELECT %1 AS id, objectid "
+               "FROM SecurityObjects WHERE securitycode IN ('mnuAddOns', "
+               "'mnuFileCustomer', 'ShowDollar')"_s.arg(loner));
     const auto grant = [&](qint64 group, const QString& condition) {
-        db.execute(QStringLiteral("INSERT INTO SecurityGroups (groupid, objectID) SELECT ") +
-                   QString::number(group) +
-                   QStringLiteral(" AS groupid, objectid FROM SecurityObjects WHERE ") + condition);
+        db.execute(u"INSERT INTO SecurityGroups (groupid, objectID) SELECT "_s +
+                   QString::number(group) + u" AS groupid, objectid FROM SecurityObjects WHERE "_s +
+                   condition);
     };
-    grant(office, QStringLiteral("securitycode <> 'mnuUtilitiesLoginSetup' AND securitycode <> "
-                                 "'mnuUtilitiesDMCompact'"));
-    grant(floor,
-          QStringLiteral(
-              "securitycode IN ('mnuAddOns', 'mnuFileJob', 'mnuFileEstimate', 'mnuSchedule', "
-              "'mnuFileTimeManagement')"));
+    grant(office, u"securitycode <> 'mnuUtilitiesLoginSetup' AND securitycode <> "
+                  "'mnuUtilitiesDMCompact'"_s);
+    grant(floor, u"securitycode IN ('mnuAddOns', 'mnuFileJob', 'mnuFileEstimate', 'mnuSchedule', "
+                 "'mnuFileTimeManagement')"_s);
 }
 
 } // namespace sample

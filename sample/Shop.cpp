@@ -1,6 +1,7 @@
 #include "sample/Shop.h"
 
 #include "platform/values/Format.h"
+#include "platform/values/Literals.h"
 #include "platform/values/Numbers.h"
 #include "platform/values/Text.h"
 
@@ -16,8 +17,8 @@ int Random::below(int limit) {
 
 Row& Row::add(const char16_t* column, const QString& literal) {
     if (!m_columns.isEmpty()) {
-        m_columns += QStringLiteral(", ");
-        m_values += QStringLiteral(", ");
+        m_columns += u", "_s;
+        m_values += u", "_s;
     }
     m_columns += u'[' + QString::fromUtf16(column) + u']';
     m_values += literal;
@@ -41,7 +42,7 @@ Row& Row::set(const char16_t* column, values::Currency amount) {
 }
 
 Row& Row::set(const char16_t* column, bool yes) {
-    return add(column, yes ? QStringLiteral("True") : QStringLiteral("False"));
+    return add(column, yes ? u"True"_s : u"False"_s);
 }
 
 Row& Row::set(const char16_t* column, const QDate& date) {
@@ -53,30 +54,24 @@ Row& Row::set(const char16_t* column, const QDateTime& moment) {
 }
 
 qint64 Row::insert(jet::Database& database) const {
-    database.execute(QStringLiteral("INSERT INTO ") + m_table + QStringLiteral(" (") + m_columns +
-                     QStringLiteral(") VALUES (") + m_values + u')');
+    database.execute(u"INSERT INTO "_s + m_table + u" ("_s + m_columns + u") VALUES ("_s +
+                     m_values + u')');
     return database.lastCounter();
 }
 
 Part madeUpPart(Random& random) {
     static const QStringList things = {
-        QStringLiteral("Bushing"),      QStringLiteral("Bracket"),
-        QStringLiteral("Shaft"),        QStringLiteral("Punch"),
-        QStringLiteral("Die insert"),   QStringLiteral("Fixture plate"),
-        QStringLiteral("Spacer"),       QStringLiteral("Housing"),
-        QStringLiteral("Flange"),       QStringLiteral("Core pin"),
-        QStringLiteral("Gear blank"),   QStringLiteral("Clamp"),
-        QStringLiteral("Locating pin"), QStringLiteral("Cavity block")};
+        u"Bushing"_s,       u"Bracket"_s, u"Shaft"_s,        u"Punch"_s,       u"Die insert"_s,
+        u"Fixture plate"_s, u"Spacer"_s,  u"Housing"_s,      u"Flange"_s,      u"Core pin"_s,
+        u"Gear blank"_s,    u"Clamp"_s,   u"Locating pin"_s, u"Cavity block"_s};
     static const QStringList makes = {
-        QStringLiteral("hardened"),   QStringLiteral("ground"),
-        QStringLiteral("anodized"),   QStringLiteral("rev. B"),
-        QStringLiteral("3/4\" bore"), QStringLiteral("left hand"),
-        QStringLiteral("right hand"), QStringLiteral("per customer's print")};
+        u"hardened"_s,   u"ground"_s,    u"anodized"_s,   u"rev. B"_s,
+        u"3/4\" bore"_s, u"left hand"_s, u"right hand"_s, u"per customer's print"_s};
     const QString letters =
         QString(QChar(u'A' + random.below(26))) + QChar(u'A' + random.below(26));
     return {letters + u'-' + QString::number(random.between(10, 99)) +
                 QString::number(random.between(100, 999)),
-            random.of(things) + QStringLiteral(", ") + random.of(makes)};
+            random.of(things) + u", "_s + random.of(makes)};
 }
 
 } // namespace sample

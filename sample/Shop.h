@@ -2,6 +2,7 @@
 
 #include "estimating/Routing.h"
 #include "platform/jet/Database.h"
+#include "platform/values/Literals.h"
 #include "sample/Sample.h"
 
 #include <QDateTime>
@@ -47,7 +48,7 @@ class Row {
     Row& set(const char16_t* column, const QDate& date);
     Row& set(const char16_t* column, const QDateTime& moment);
     /// Null in place of the column's default.
-    Row& setNull(const char16_t* column) { return add(column, QStringLiteral("Null")); }
+    Row& setNull(const char16_t* column) { return add(column, u"Null"_s); }
     /// Returns the counter that the row was given.
     qint64 insert(jet::Database& database) const;
 

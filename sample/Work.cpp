@@ -1,5 +1,7 @@
 #include "sample/Work.h"
 
+#include "platform/values/Literals.h"
+
 namespace sample {
 
 namespace {
@@ -13,7 +15,7 @@ void makeToday(Shop& shop) {
                                   .set(u"EmpID", shop.employees[e])
                                   .set(u"Sign_in", in)
                                   .insert(shop.database);
-        shop.database.execute(QStringLiteral("UPDATE Employee SET SignedIn = True WHERE EmpID = ") +
+        shop.database.execute(u"UPDATE Employee SET SignedIn = True WHERE EmpID = "_s +
                               QString::number(shop.employees[e]));
         if (e % 4 != 0)
             continue;
@@ -23,10 +25,9 @@ void makeToday(Shop& shop) {
             continue;
         const JobMade& job = shop.jobs[shop.jobs.size() - 1 - running++];
         const jet::Value operNo = shop.database.lookup(
-            QStringLiteral(
-                "SELECT TOP 1 JobOper.OperNo FROM JobOper INNER JOIN Operation ON JobOper.OperNo = "
-                "Operation.OperNo WHERE Operation.OperType = 'I' AND JobOper.JobNo = ") +
-            QString::number(job.jobNo) + QStringLiteral(" ORDER BY JobOper.SeqNo"));
+            u"SELECT TOP 1 JobOper.OperNo FROM JobOper INNER JOIN Operation ON JobOper.OperNo = "
+            "Operation.OperNo WHERE Operation.OperType = 'I' AND JobOper.JobNo = "_s +
+            QString::number(job.jobNo) + u" ORDER BY JobOper.SeqNo"_s);
         Row(u"Timelog")
             .set(u"EmpID", shop.employees[e])
             .set(u"JobNo", job.jobNo)
@@ -66,8 +67,8 @@ void makeOverhead(Shop& shop, Attendance& attendance) {
 
 void deleteEstimate(Shop& shop, qint64 estNo) {
     for (const auto* table : {u"EstOper", u"EstMiscCost", u"EstOperNote", u"Estimate"})
-        shop.database.execute(QStringLiteral("DELETE FROM ") + QString::fromUtf16(table) +
-                              QStringLiteral(" WHERE EstNo=") + QString::number(estNo));
+        shop.database.execute(u"DELETE FROM "_s + QString::fromUtf16(table) + u" WHERE EstNo="_s +
+                              QString::number(estNo));
     shop.estimates.erase(std::find(shop.estimates.begin(), shop.estimates.end(), estNo));
 }
 

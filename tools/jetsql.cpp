@@ -1,4 +1,5 @@
 #include "platform/jet/Location.h"
+#include "platform/values/Literals.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -21,32 +22,32 @@ backslashes within them as \t, \r, \n and \\; Null is empty); a write prints "N 
 )";
 
 QString escaped(QString text) {
-    return text.replace(u'\\', QStringLiteral("\\\\"))
-        .replace(u'\t', QStringLiteral("\\t"))
-        .replace(u'\r', QStringLiteral("\\r"))
-        .replace(u'\n', QStringLiteral("\\n"));
+    return text.replace(u'\\', u"\\\\"_s)
+        .replace(u'\t', u"\\t"_s)
+        .replace(u'\r', u"\\r"_s)
+        .replace(u'\n', u"\\n"_s);
 }
 
 QString typeName(const jet::Column& column) {
     switch (column.type) {
     case jet::ColumnType::Counter:
-        return QStringLiteral("COUNTER");
+        return u"COUNTER"_s;
     case jet::ColumnType::Long:
-        return QStringLiteral("LONG");
+        return u"LONG"_s;
     case jet::ColumnType::Integer:
-        return QStringLiteral("INTEGER");
+        return u"INTEGER"_s;
     case jet::ColumnType::Double:
-        return QStringLiteral("DOUBLE");
+        return u"DOUBLE"_s;
     case jet::ColumnType::Currency:
-        return QStringLiteral("CURRENCY");
+        return u"CURRENCY"_s;
     case jet::ColumnType::Text:
-        return QStringLiteral("TEXT(%1)").arg(column.width);
+        return u"TEXT(%1)"_s.arg(column.width);
     case jet::ColumnType::Memo:
-        return QStringLiteral("MEMO");
+        return u"MEMO"_s;
     case jet::ColumnType::YesNo:
-        return QStringLiteral("YESNO");
+        return u"YESNO"_s;
     case jet::ColumnType::DateTime:
-        return QStringLiteral("DATETIME");
+        return u"DATETIME"_s;
     }
     return {};
 }
@@ -64,7 +65,7 @@ void printSchema(const jet::Database& database, QTextStream& out) {
         }
         for (const jet::Index& index : table.indexes)
             out << '\t' << (index.unique ? "UNIQUE INDEX " : "INDEX ") << index.name << '\t'
-                << index.columns.join(QStringLiteral(", ")) << '\n';
+                << index.columns.join(u", "_s) << '\n';
         out << '\n';
     }
 }
@@ -105,7 +106,7 @@ int main(int argc, char* argv[]) {
     const QCoreApplication application(argc, argv);
     QTextStream in(stdin), out(stdout), complaints(stderr);
     QStringList arguments = QCoreApplication::arguments().mid(1);
-    const bool schema = arguments.removeAll(QStringLiteral("--schema")) > 0;
+    const bool schema = arguments.removeAll(u"--schema"_s) > 0;
     if (arguments.size() != 1 || arguments.first().startsWith(u'-')) {
         complaints << usage;
         return 2;

@@ -10,6 +10,7 @@
 #include "platform/screen/Seams.h"
 #include "platform/system/Locale.h"
 #include "platform/system/SingleInstance.h"
+#include "platform/values/Literals.h"
 
 namespace app {
 
@@ -31,8 +32,8 @@ bool Program::Main(const QString& programFolder) {
         return false;
     m_instance = std::make_unique<platform::SingleInstance>(programFolder);
     if (!m_instance->isFirst()) {
-        screen::MsgBox(QStringLiteral("Mirsa is already running."), screen::Buttons::Ok,
-                       screen::Icon::Critical, QStringLiteral("Mirsa"));
+        screen::MsgBox(u"Mirsa is already running."_s, screen::Buttons::Ok, screen::Icon::Critical,
+                       u"Mirsa"_s);
         screen::seams().endProcess(0);
         return false;
     }
@@ -43,7 +44,7 @@ bool Program::Main(const QString& programFolder) {
     const bool ended = screen::guardedCall([&] {
         {
             const screen::BusyPointer hourglass;
-            screen::Forms::showModal(QStringLiteral("frmSplash"));
+            screen::Forms::showModal(u"frmSplash"_s);
         }
         // Nobody is signed in yet, so the menus are cut down to what anybody may use.
         m_shell = std::make_unique<core::MDIMain>();

@@ -1,12 +1,13 @@
 #include "app/Screens.h"
 #include "app/Start.h"
 #include "core/ToolIcons.h"
+#include "platform/values/Literals.h"
 
 #include <QApplication>
 
 int main(int argc, char** argv) {
     QApplication application(argc, argv);
-    QApplication::setApplicationName(QStringLiteral("Mirsa"));
+    QApplication::setApplicationName(u"Mirsa"_s);
     QApplication::setApplicationVersion(QStringLiteral(MIRSA_VERSION));
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setWindowIcon(core::programIcon());

@@ -4,6 +4,7 @@
 #include "platform/screen/Forms.h"
 #include "platform/screen/MsgBox.h"
 #include "platform/screen/Seams.h"
+#include "platform/values/Literals.h"
 
 #include <QDesktopServices>
 #include <QFileInfo>
@@ -27,33 +28,32 @@ void activateOrStart(const QString& title, const QString& fileName) {
 } // namespace
 
 void startAutoMirsa() {
-    activateOrStart(QStringLiteral("Mirsa - Auto Suspend and Signout"),
-                    QStringLiteral("automirsa.exe"));
+    activateOrStart(u"Mirsa - Auto Suspend and Signout"_s, u"automirsa.exe"_s);
 }
 
 void startTimeTracking() {
-    activateOrStart(QStringLiteral("Mirsa Time Tracking"), QStringLiteral("Barcode.exe"));
+    activateOrStart(u"Mirsa Time Tracking"_s, u"Barcode.exe"_s);
 }
 
 void startBenchline() {
-    start(QStringLiteral("Benchline.exe"));
+    start(u"Benchline.exe"_s);
 }
 
 void openHelp() {
     const auto page = [](const QString& name) {
-        return programFile(QStringLiteral("mirsa-help/") + name + QStringLiteral(".html"));
+        return programFile(u"mirsa-help/"_s + name + u".html"_s);
     };
-    QString guide = page(QStringLiteral("index"));
+    QString guide = page(u"index"_s);
     if (const screen::Form* active = screen::Forms::active();
         active && QFileInfo::exists(page(active->name())))
         guide = page(active->name());
     if (!QFileInfo::exists(guide)) {
-        screen::MsgBox(QStringLiteral("The help file is missing!\r\n") + guide, screen::Buttons::Ok,
+        screen::MsgBox(u"The help file is missing!\r\n"_s + guide, screen::Buttons::Ok,
                        screen::Icon::Exclamation);
         return;
     }
     if (!QDesktopServices::openUrl(QUrl::fromLocalFile(guide)))
-        screen::MsgBox(QStringLiteral("There is no program to show the help with.\r\n") + guide,
+        screen::MsgBox(u"There is no program to show the help with.\r\n"_s + guide,
                        screen::Buttons::Ok, screen::Icon::Exclamation);
 }
 

@@ -3,13 +3,14 @@
 #include "core/MirsaMain.h"
 #include "core/Shell.h"
 #include "platform/screen/Forms.h"
+#include "platform/values/Literals.h"
 
 namespace core {
 
 bool LoginUser() {
-    const auto login = screen::Forms::dialog<LoginDialog>(QStringLiteral("frmLogin"));
+    const auto login = screen::Forms::dialog<LoginDialog>(u"frmLogin"_s);
     login.form().showModal();
-    if (login->action() == QStringLiteral("E"))
+    if (login->action() == u"E"_s)
         return false;
     SharedState& state = shared();
     state.CurrentUserName = login->userName();

@@ -12,6 +12,7 @@
 #include "platform/screen/Forms.h"
 #include "platform/screen/Layout.h"
 #include "platform/screen/Seams.h"
+#include "platform/values/Literals.h"
 
 #include <QAction>
 #include <QApplication>
@@ -47,7 +48,7 @@ QStringList entriesWithoutScreen() {
 
 /// A server's URI without the password that may stand in it.
 QString databaseShown(const QString& path) {
-    const int scheme = path.indexOf(QStringLiteral("://"));
+    const int scheme = path.indexOf(u"://"_s);
     const int at = path.indexOf(QLatin1Char('@'));
     if (scheme < 0 || at < scheme)
         return path;
@@ -65,8 +66,8 @@ void setShell(Shell* made) {
 }
 
 MDIMain::MDIMain() : m_area(new QMdiArea(this)) {
-    setObjectName(QStringLiteral("MDIMain"));
-    setWindowTitle(QStringLiteral("Mirsa Project Manager"));
+    setObjectName(u"MDIMain"_s);
+    setWindowTitle(u"Mirsa Project Manager"_s);
     setWindowIcon(programIcon());
     m_area->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     m_area->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
@@ -76,8 +77,8 @@ MDIMain::MDIMain() : m_area(new QMdiArea(this)) {
         menuBar()->addMenu(makeMenu(entry, this));
     for (const MenuEntry& entry : popupMenus())
         m_popups.insert(entry.name.toLower(), makeMenu(entry, this));
-    menuAction(QStringLiteral("mnuHelp32"))->setShortcut(QKeySequence(Qt::Key_F1));
-    m_windowMenu = menuAction(QStringLiteral("mnuWindow"))->menu();
+    menuAction(u"mnuHelp32"_s)->setShortcut(QKeySequence(Qt::Key_F1));
+    m_windowMenu = menuAction(u"mnuWindow"_s)->menu();
     connect(m_windowMenu, &QMenu::aboutToShow, this, [this] { listWindows(); });
     makeToolBar();
     makeStatusBar();
@@ -124,8 +125,8 @@ QMenu* MDIMain::makeMenu(const MenuEntry& entry, QWidget* parent) {
 }
 
 void MDIMain::makeToolBar() {
-    ToolBarMainMenu = addToolBar(QStringLiteral("Modules"));
-    ToolBarMainMenu->setObjectName(QStringLiteral("ToolBarMainMenu"));
+    ToolBarMainMenu = addToolBar(u"Modules"_s);
+    ToolBarMainMenu->setObjectName(u"ToolBarMainMenu"_s);
     ToolBarMainMenu->setMovable(false);
     ToolBarMainMenu->setContextMenuPolicy(Qt::PreventContextMenu);
     for (int number = 1; number <= toolButtons; ++number) {
@@ -145,7 +146,7 @@ void MDIMain::makeToolBar() {
 }
 
 void MDIMain::makeStatusBar() {
-    statusBar()->setObjectName(QStringLiteral("sbMainMenu"));
+    statusBar()->setObjectName(u"sbMainMenu"_s);
     const auto panel = [this](const char* name, const QString& meaning) {
         auto* label = screen::named(new QLabel(this), QString::fromLatin1(name), meaning);
         label->setToolTip(meaning);
@@ -153,9 +154,9 @@ void MDIMain::makeStatusBar() {
         statusBar()->addPermanentWidget(label);
         return label;
     };
-    m_mode = panel("pnlMode", QStringLiteral("Mode of the active module"));
-    m_user = panel("pnlUser", QStringLiteral("Signed-in user"));
-    m_database = panel("pnlDatabase", QStringLiteral("Database"));
+    m_mode = panel("pnlMode", u"Mode of the active module"_s);
+    m_user = panel("pnlUser", u"Signed-in user"_s);
+    m_database = panel("pnlDatabase", u"Database"_s);
     showStatus();
 }
 
@@ -264,7 +265,7 @@ QString MDIMain::popUp(const QString& menu, const QPoint& globalPlace) {
 }
 
 void MDIMain::launchTraveler(bool withNotes) {
-    auto* jobs = screen::Forms::find<RecordScreen>(QStringLiteral("frmJob"));
+    auto* jobs = screen::Forms::find<RecordScreen>(u"frmJob"_s);
     if (jobs && jobs->currentKey() != 0)
         core::launchTraveler(jobs->currentKey(), withNotes, this);
 }
@@ -307,9 +308,9 @@ void MDIMain::listWindows() {
     for (QMdiSubWindow* frame : frames) {
         ++number;
         QString title = frame->windowTitle();
-        title.replace(QLatin1Char('&'), QStringLiteral("&&"));
-        QAction* action = m_windowMenu->addAction(
-            number < 10 ? QStringLiteral("&%1 %2").arg(number).arg(title) : title);
+        title.replace(QLatin1Char('&'), u"&&"_s);
+        QAction* action =
+            m_windowMenu->addAction(number < 10 ? u"&%1 %2"_s.arg(number).arg(title) : title);
         action->setCheckable(true);
         action->setChecked(frame == m_area->activeSubWindow());
         connect(action, &QAction::triggered, frame, [this, frame] {

@@ -1,5 +1,7 @@
 #include "core/MirsaMain.h"
 
+#include "platform/values/Literals.h"
+
 namespace core {
 
 SharedState& shared() {
@@ -22,18 +24,17 @@ QString programFile(const QString& fileName) {
 
 bool HasAccess(const QString& code) {
     const SharedState& state = shared();
-    if (state.CurrentUserName.toUpper() == QStringLiteral("ADMIN"))
+    if (state.CurrentUserName.toUpper() == u"ADMIN"_s)
         return true;
-    const QString sql = QStringLiteral("SELECT securitycode FROM securityobjects a"
-                                       " INNER JOIN securityusers b ON a.objectid=b.objectid"
-                                       " WHERE b.id=") +
-                        QString::number(state.CurrentUserNo) +
-                        QStringLiteral(" AND a.securitycode='") + code +
-                        QStringLiteral("' UNION SELECT securitycode FROM securityobjects a"
-                                       " INNER JOIN securitygroups b ON a.objectid=b.objectid"
-                                       " WHERE b.groupid=") +
-                        QString::number(state.CurrentGroupNo) +
-                        QStringLiteral(" AND a.securitycode='") + code + QStringLiteral("'");
+    const QString sql = u"SELECT securitycode FROM securityobjects a"
+                        " INNER JOIN securityusers b ON a.objectid=b.objectid"
+                        " WHERE b.id="_s +
+                        QString::number(state.CurrentUserNo) + u" AND a.securitycode='"_s + code +
+                        u"' UNION SELECT securitycode FROM securityobjects a"
+                        " INNER JOIN securitygroups b ON a.objectid=b.objectid"
+                        " WHERE b.groupid="_s +
+                        QString::number(state.CurrentGroupNo) + u" AND a.securitycode='"_s + code +
+                        u"'"_s;
     return MainDatabase().openRecordset(sql, jet::RecordsetType::Snapshot).recordCount() > 0;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/jet/Database.h"
+#include "platform/values/Literals.h"
 
 #include <QString>
 
@@ -10,10 +11,9 @@ namespace core {
 
 /// What the whole process shares: written by the start and by the login only, read by all modules.
 struct SharedState {
-    QString CurrencySymbol =
-        QStringLiteral("$"); ///< of the user's locale; stands in front of money masks
-    QString ProgramFolder;   ///< without a slash at its end
-    QString DatabasePath;    ///< the file, or the server's URI
+    QString CurrencySymbol = u"$"_s; ///< of the user's locale; stands in front of money masks
+    QString ProgramFolder;           ///< without a slash at its end
+    QString DatabasePath;            ///< the file, or the server's URI
     std::unique_ptr<jet::Database> MainDatabase; ///< the one open database
     QString CurrentUserName;                     ///< as typed at the login
     qint64 CurrentUserNo = 0;

@@ -1,6 +1,7 @@
 #include "core/ReportErrors.h"
 
 #include "platform/screen/MsgBox.h"
+#include "platform/values/Literals.h"
 
 #include <array>
 
@@ -97,15 +98,15 @@ static_assert(meanings.size() == 50);
 QString reportErrorText(int code) {
     for (const auto& meaning : meanings) {
         if (meaning.code == code)
-            return QStringLiteral(":  ") + QString::fromUtf16(meaning.text);
+            return u":  "_s + QString::fromUtf16(meaning.text);
     }
-    return QStringLiteral(":  Unknown Error!");
+    return u":  Unknown Error!"_s;
 }
 
 void ShowReportError(int code, QString& message) {
     message = QString::number(code) + reportErrorText(code);
     screen::MsgBox(message, screen::Buttons::Ok, screen::Icon::Critical,
-                   QStringLiteral("Crystal Reports Error"));
+                   u"Crystal Reports Error"_s);
 }
 
 } // namespace core

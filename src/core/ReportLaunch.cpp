@@ -5,6 +5,7 @@
 #include "platform/report/Report.h"
 #include "platform/screen/MsgBox.h"
 #include "platform/screen/Pointer.h"
+#include "platform/values/Literals.h"
 
 #include <QGuiApplication>
 #include <QScreen>
@@ -15,7 +16,7 @@ namespace {
 
 /// File name of the catalogue's row that meets the criterion; empty if there is none.
 QString catalogued(const QString& criteria) {
-    auto reports = MainDatabase().openRecordset(QStringLiteral("Select * from Reports"));
+    auto reports = MainDatabase().openRecordset(u"Select * from Reports"_s);
     if (reports.isEmpty())
         return {};
     reports.moveFirst();
@@ -31,12 +32,11 @@ void complain(const QString& text, const QString& title) {
 
 void launchDefaultReport(const QString& module, const QString& formula, const QString& title,
                          QWidget* parent) {
-    const QString fileName =
-        catalogued(QStringLiteral("Module = '") + module + QStringLiteral("' and Default = true"));
+    const QString fileName = catalogued(u"Module = '"_s + module + u"' and Default = true"_s);
     if (fileName.isEmpty()) {
-        complain(QStringLiteral("You do not have a Default Report specified for this Module or the "
-                                "Default Report is missing!"),
-                 QStringLiteral("No Default Report"));
+        complain(u"You do not have a Default Report specified for this Module or the "
+                 "Default Report is missing!"_s,
+                 u"No Default Report"_s);
         return;
     }
     launchReportFile(fileName, formula, title, parent);
@@ -74,16 +74,14 @@ void launchReportFile(const QString& fileName, const QString& formula, const QSt
 }
 
 void launchTraveler(qint64 jobNo, bool withNotes, QWidget* parent) {
-    const QString fileName = catalogued(
-        withNotes ? QStringLiteral("Module = 'Jobs' and Filename = 'Job_Traveler_Notes.rpt'")
-                  : QStringLiteral("Module = 'Jobs' and Filename = 'Job_traveler.rpt'"));
+    const QString fileName =
+        catalogued(withNotes ? u"Module = 'Jobs' and Filename = 'Job_Traveler_Notes.rpt'"_s
+                             : u"Module = 'Jobs' and Filename = 'Job_traveler.rpt'"_s);
     if (fileName.isEmpty()) {
-        complain(QStringLiteral("The Job Traveler Report is missing!"),
-                 QStringLiteral("No Job Traveler Report"));
+        complain(u"The Job Traveler Report is missing!"_s, u"No Job Traveler Report"_s);
         return;
     }
-    launchReportFile(fileName, QStringLiteral("{Job.jobno} = %1").arg(jobNo),
-                     QStringLiteral("Traveler Report"), parent);
+    launchReportFile(fileName, u"{Job.jobno} = %1"_s.arg(jobNo), u"Traveler Report"_s, parent);
 }
 
 } // namespace core

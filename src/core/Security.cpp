@@ -1,6 +1,7 @@
 #include "core/Security.h"
 
 #include "core/MirsaMain.h"
+#include "platform/values/Literals.h"
 
 namespace core {
 
@@ -57,7 +58,7 @@ QStringList codes(jet::Recordset rows) {
 } // namespace
 
 bool isAdministrator(const QString& userName) {
-    return userName.toUpper() == QStringLiteral("ADMIN");
+    return userName.toUpper() == u"ADMIN"_s;
 }
 
 ShellRights::ShellRights(const Input& input) {
@@ -70,7 +71,7 @@ ShellRights::ShellRights(const Input& input) {
             m_disabled.insert(name);
     }
     // Setting up security is the administrator's alone, whatever the tables say.
-    const QString setup = QStringLiteral("mnuutilitiesloginsetup");
+    const QString setup = u"mnuutilitiesloginsetup"_s;
     if (admin)
         m_disabled.remove(setup);
     else
@@ -84,9 +85,8 @@ bool ShellRights::isEnabled(const QString& menu) const {
 
 bool ShellRights::isVisible(const QString& menu) const {
     static const QSet<QString> vanishing =
-        folded({QStringLiteral("mnuAddOns"), QStringLiteral("mnuOptionsTables"),
-                QStringLiteral("mnuOptionsUtilities"), QStringLiteral("mnuOptions"),
-                QStringLiteral("mnuOptionsReports")});
+        folded({u"mnuAddOns"_s, u"mnuOptionsTables"_s, u"mnuOptionsUtilities"_s, u"mnuOptions"_s,
+                u"mnuOptionsReports"_s});
     return !vanishing.contains(menu.toLower()) || isEnabled(menu);
 }
 
@@ -104,7 +104,7 @@ bool ShellRights::isButtonVisible(int number) const {
     if (menu.isEmpty() || !isEnabled(menu))
         return false;
     const bool external = number == 18 || number == 19;
-    return !external || isEnabled(QStringLiteral("mnuExternal"));
+    return !external || isEnabled(u"mnuExternal"_s);
 }
 
 QString toolButtonMenu(int number) {
@@ -127,23 +127,23 @@ ShellRights readShellRights(jet::Database& database, const QStringList& menuName
     input.menuNames = menuNames;
     input.userName = state.CurrentUserName;
     input.unavailableMenus = unavailableMenus;
-    input.catalogueCodes = codes(database.openRecordset(
-        QStringLiteral("SELECT securitycode, displayorder FROM securityobjects"
-                       " WHERE LEFT(securitycode,3)='mnu' ORDER BY displayorder"),
-        jet::RecordsetType::Snapshot));
+    input.catalogueCodes =
+        codes(database.openRecordset(u"SELECT securitycode, displayorder FROM securityobjects"
+                                     " WHERE LEFT(securitycode,3)='mnu' ORDER BY displayorder"_s,
+                                     jet::RecordsetType::Snapshot));
     if (!input.catalogueCodes.isEmpty() && !isAdministrator(state.CurrentUserName)) {
         input.grantedCodes = codes(database.openRecordset(
-            QStringLiteral("SELECT a.securitycode, a.displayorder FROM securityobjects a"
-                           " INNER JOIN securityusers b ON a.objectid=b.objectid"
-                           " WHERE LEFT(a.securitycode,3)='mnu'"
-                           " AND b.id=") +
+            u"SELECT a.securitycode, a.displayorder FROM securityobjects a"
+            " INNER JOIN securityusers b ON a.objectid=b.objectid"
+            " WHERE LEFT(a.securitycode,3)='mnu'"
+            " AND b.id="_s +
                 QString::number(state.CurrentUserNo) +
-                QStringLiteral(" UNION "
-                               "SELECT securitycode, displayorder FROM securityobjects a"
-                               " INNER JOIN securitygroups b ON a.objectid=b.objectid"
-                               " WHERE LEFT(a.securitycode,3)='mnu'"
-                               " AND b.groupid=") +
-                QString::number(state.CurrentGroupNo) + QStringLiteral(" ORDER BY a.displayorder"),
+                u" UNION "
+                "SELECT securitycode, displayorder FROM securityobjects a"
+                " INNER JOIN securitygroups b ON a.objectid=b.objectid"
+                " WHERE LEFT(a.securitycode,3)='mnu'"
+                " AND b.groupid="_s +
+                QString::number(state.CurrentGroupNo) + u" ORDER BY a.displayorder"_s,
             jet::RecordsetType::Snapshot));
     }
     return ShellRights(input);

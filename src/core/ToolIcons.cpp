@@ -1,5 +1,7 @@
 #include "core/ToolIcons.h"
 
+#include "platform/values/Literals.h"
+
 #include <QPainter>
 #include <QPainterPath>
 
@@ -73,7 +75,7 @@ void person(QPainter& p, const QPointF& head, double size, const QColor& colour)
 void drawEstimate(QPainter& p) {
     sheet(p);
     lines(p, 3);
-    letter(p, QStringLiteral("$"), QRectF(12, 16, 18, 15), green);
+    letter(p, u"$"_s, QRectF(12, 16, 18, 15), green);
 }
 
 void drawJob(QPainter& p) {
@@ -109,7 +111,7 @@ void drawTime(QPainter& p) {
 void drawRequest(QPainter& p) {
     sheet(p);
     lines(p, 2);
-    letter(p, QStringLiteral("?"), QRectF(9, 14, 16, 16), amber);
+    letter(p, u"?"_s, QRectF(9, 14, 16, 16), amber);
 }
 
 void drawPayable(QPainter& p) {
@@ -118,7 +120,7 @@ void drawPayable(QPainter& p) {
     p.drawRoundedRect(QRectF(2, 8, 28, 16), 2, 2);
     p.setBrush(paper);
     p.drawEllipse(QPointF(16, 16), 5.5, 5.5);
-    letter(p, QStringLiteral("$"), QRectF(10, 10.5, 12, 11), green);
+    letter(p, u"$"_s, QRectF(10, 10.5, 12, 11), green);
 }
 
 void drawPurchase(QPainter& p) {

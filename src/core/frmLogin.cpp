@@ -2,6 +2,7 @@
 
 #include "core/MirsaMain.h"
 #include "platform/screen/Layout.h"
+#include "platform/values/Literals.h"
 
 #include <QLineEdit>
 #include <QPushButton>
@@ -9,22 +10,21 @@
 
 namespace core {
 
-frmLogin::frmLogin() : Form(QString::fromLatin1(formName), QStringLiteral("Mirsa Login")) {
+frmLogin::frmLogin() : Form(QString::fromLatin1(formName), u"Mirsa Login"_s) {
     auto* layout = new QVBoxLayout(this);
     screen::Fields fields(this, layout);
-    txtUserId = fields.text(QStringLiteral("txtUserId"), QStringLiteral("&User Name:"));
+    txtUserId = fields.text(u"txtUserId"_s, u"&User Name:"_s);
     screen::Line hidden;
     hidden.password = true;
-    txtUserPassword =
-        fields.text(QStringLiteral("txtUserPassword"), QStringLiteral("&Password:"), hidden);
+    txtUserPassword = fields.text(u"txtUserPassword"_s, u"&Password:"_s, hidden);
     // Closing the window in whatever way gives up; only a valid login empties it.
-    m_action = screen::named(new QLineEdit(QStringLiteral("E"), this), QStringLiteral("action"));
+    m_action = screen::named(new QLineEdit(u"E"_s, this), u"action"_s);
     m_action->hide();
 
     screen::ButtonBar bar(this, layout);
     bar.stretch();
-    auto* ok = bar.button(QStringLiteral("cmdOk"), QStringLiteral("&OK"));
-    auto* cancel = bar.button(QStringLiteral("cmdCancel"), QStringLiteral("&Cancel"));
+    auto* ok = bar.button(u"cmdOk"_s, u"&OK"_s);
+    auto* cancel = bar.button(u"cmdCancel"_s, u"&Cancel"_s);
     on(ok, &frmLogin::cmdOk_Click);
     on(cancel, &frmLogin::cmdCancel_Click);
     setDefaultButton(ok);
@@ -39,25 +39,24 @@ void frmLogin::cmdOk_Click() {
     const QString user = txtUserId->text();
     const QString password = txtUserPassword->text();
     if (user.isEmpty()) {
-        complain(QStringLiteral("Please enter your User Name in the appropriate spot."), txtUserId);
+        complain(u"Please enter your User Name in the appropriate spot."_s, txtUserId);
         return;
     }
     if (password.isEmpty()) {
-        complain(QStringLiteral("Please enter your Password in the appropriate spot."),
-                 txtUserPassword);
+        complain(u"Please enter your Password in the appropriate spot."_s, txtUserPassword);
         return;
     }
     // Both texts go in as typed. With an apostrophe they would no longer be a text but a part of
     // the statement, so such a statement is refused unrun.
     if (user.contains(QLatin1Char('\'')) || password.contains(QLatin1Char('\'')))
         throw jet::Error(jet::errors::syntax,
-                         QStringLiteral("Syntax error in string in query expression 'password'."));
-    const jet::Recordset row = MainDatabase().openRecordset(
-        QStringLiteral("SELECT ID, userGroupID FROM Users WHERE password = '") + password +
-            QStringLiteral("' AND UserID = '") + user + QStringLiteral("'"),
-        jet::RecordsetType::Snapshot);
+                         u"Syntax error in string in query expression 'password'."_s);
+    const jet::Recordset row =
+        MainDatabase().openRecordset(u"SELECT ID, userGroupID FROM Users WHERE password = '"_s +
+                                         password + u"' AND UserID = '"_s + user + u"'"_s,
+                                     jet::RecordsetType::Snapshot);
     if (row.isEmpty()) {
-        complain(QStringLiteral("This is not a valid login."), txtUserPassword);
+        complain(u"This is not a valid login."_s, txtUserPassword);
         return;
     }
     m_groupNo = row[u"userGroupID"].toLong();
@@ -67,7 +66,7 @@ void frmLogin::cmdOk_Click() {
 }
 
 void frmLogin::cmdCancel_Click() {
-    m_action->setText(QStringLiteral("E"));
+    m_action->setText(u"E"_s);
     hideModal();
 }
 

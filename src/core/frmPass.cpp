@@ -2,6 +2,7 @@
 
 #include "core/MirsaMain.h"
 #include "platform/screen/Layout.h"
+#include "platform/values/Literals.h"
 #include "platform/values/Text.h"
 
 #include <QPushButton>
@@ -11,22 +12,19 @@ namespace core {
 
 using screen::Icon;
 
-frmPass::frmPass() : Form(QString::fromLatin1(formName), QStringLiteral("Change Password")) {
+frmPass::frmPass() : Form(QString::fromLatin1(formName), u"Change Password"_s) {
     auto* layout = new QVBoxLayout(this);
     screen::Fields fields(this, layout);
     screen::Line hidden;
     hidden.password = true;
     hidden.limit = MainDatabase().width(u"Users", u"password");
-    txtOldPassword =
-        fields.text(QStringLiteral("txtOldPassword"), QStringLiteral("O&ld Password:"), hidden);
-    txtNewPassword =
-        fields.text(QStringLiteral("txtNewPassword"), QStringLiteral("&New Password:"), hidden);
-    txtVerify =
-        fields.text(QStringLiteral("txtVerify"), QStringLiteral("&Verify Password:"), hidden);
+    txtOldPassword = fields.text(u"txtOldPassword"_s, u"O&ld Password:"_s, hidden);
+    txtNewPassword = fields.text(u"txtNewPassword"_s, u"&New Password:"_s, hidden);
+    txtVerify = fields.text(u"txtVerify"_s, u"&Verify Password:"_s, hidden);
     screen::ButtonBar bar(this, layout);
     bar.stretch();
-    auto* ok = bar.button(QStringLiteral("cmdOK"), QStringLiteral("&OK"));
-    auto* cancel = bar.button(QStringLiteral("cmdCancel"), QStringLiteral("&Cancel"));
+    auto* ok = bar.button(u"cmdOK"_s, u"&OK"_s);
+    auto* cancel = bar.button(u"cmdCancel"_s, u"&Cancel"_s);
     on(ok, &frmPass::cmdOK_Click);
     on(cancel, [this] { unload(); });
     setDefaultButton(ok);
@@ -35,10 +33,10 @@ frmPass::frmPass() : Form(QString::fromLatin1(formName), QStringLiteral("Change 
 
 void frmPass::Form_Load() {
     const jet::Recordset user = MainDatabase().openRecordset(
-        QStringLiteral("SELECT * FROM Users WHERE id=") + QString::number(shared().CurrentUserNo),
+        u"SELECT * FROM Users WHERE id="_s + QString::number(shared().CurrentUserNo),
         jet::RecordsetType::Snapshot);
     if (user.isEmpty()) {
-        screen::MsgBox(QStringLiteral("Your UserID has just been deleted!"), screen::Buttons::Ok,
+        screen::MsgBox(u"Your UserID has just been deleted!"_s, screen::Buttons::Ok,
                        Icon::Critical);
         refuse();
         return;
@@ -50,26 +48,23 @@ void frmPass::cmdOK_Click() {
     const QString oldOne = txtOldPassword->text().toUpper();
     const QString newOne = txtNewPassword->text().toUpper();
     if (oldOne.trimmed() != m_stored.toUpper().trimmed()) {
-        complain(QStringLiteral("Invalid Old Password. Please try again!"), txtOldPassword);
+        complain(u"Invalid Old Password. Please try again!"_s, txtOldPassword);
         return;
     }
     if (newOne != txtVerify->text().toUpper()) {
-        complain(QStringLiteral("New Password is not verified correctly. Please try again!"),
-                 txtVerify);
+        complain(u"New Password is not verified correctly. Please try again!"_s, txtVerify);
         return;
     }
     if (newOne == oldOne) {
-        complain(
-            QStringLiteral("New Password may not be the same as the old one. Please try again!"),
-            txtNewPassword);
+        complain(u"New Password may not be the same as the old one. Please try again!"_s,
+                 txtNewPassword);
         return;
     }
     try {
-        MainDatabase().execute(QStringLiteral("UPDATE Users SET Password='") +
-                               values::quoted(newOne) + QStringLiteral("' WHERE id=") +
-                               QString::number(shared().CurrentUserNo));
+        MainDatabase().execute(u"UPDATE Users SET Password='"_s + values::quoted(newOne) +
+                               u"' WHERE id="_s + QString::number(shared().CurrentUserNo));
     } catch (const jet::Error&) {
-        screen::MsgBox(QStringLiteral("Unable to save new password. Please try again later!"),
+        screen::MsgBox(u"Unable to save new password. Please try again later!"_s,
                        screen::Buttons::Ok, Icon::Critical);
         return;
     }

@@ -5,6 +5,7 @@
 #include "core/Spelling.h"
 #include "platform/screen/Layout.h"
 #include "platform/screen/MsgBox.h"
+#include "platform/values/Literals.h"
 
 #include <QComboBox>
 #include <QHBoxLayout>
@@ -20,7 +21,7 @@ namespace {
 
 spelling::Speller* speller() {
     static const std::unique_ptr<spelling::Speller> opened =
-        spelling::Speller::open(programFile(QStringLiteral("userdic.txt")));
+        spelling::Speller::open(programFile(u"userdic.txt"_s));
     return opened.get();
 }
 
@@ -36,8 +37,8 @@ void checkSpelling(QWidget* control) {
     if (!text || edit::isLocked(control))
         return;
     if (!speller()) {
-        screen::MsgBox(QStringLiteral("There is no spelling dictionary on this computer."),
-                       screen::Buttons::Ok, screen::Icon::Exclamation);
+        screen::MsgBox(u"There is no spelling dictionary on this computer."_s, screen::Buttons::Ok,
+                       screen::Icon::Exclamation);
         return;
     }
     frmSpelling dialog(control, *speller());
@@ -45,33 +46,28 @@ void checkSpelling(QWidget* control) {
 }
 
 frmSpelling::frmSpelling(QWidget* control, spelling::Speller& speller)
-    : Form(QString::fromLatin1(formName), QStringLiteral("Spelling")),
-      m_line(qobject_cast<QLineEdit*>(control)), m_memo(qobject_cast<QPlainTextEdit*>(control)),
-      m_speller(speller) {
+    : Form(QString::fromLatin1(formName), u"Spelling"_s), m_line(qobject_cast<QLineEdit*>(control)),
+      m_memo(qobject_cast<QPlainTextEdit*>(control)), m_speller(speller) {
     auto* across = new QHBoxLayout(this);
     auto* left = new QVBoxLayout;
     across->addLayout(left, 1);
     screen::Fields fields(this, left);
-    lblWord = fields.shown(QStringLiteral("lblWord"), QStringLiteral("Not in the dictionary:"), 24);
-    txtChange = fields.text(QStringLiteral("txtChange"), QStringLiteral("Change &to:"));
-    auto* suggestions = new QLabel(QStringLiteral("&Suggestions:"), this);
+    lblWord = fields.shown(u"lblWord"_s, u"Not in the dictionary:"_s, 24);
+    txtChange = fields.text(u"txtChange"_s, u"Change &to:"_s);
+    auto* suggestions = new QLabel(u"&Suggestions:"_s, this);
     left->addWidget(suggestions);
-    lstSuggestions = screen::named(new QListWidget(this), QStringLiteral("lstSuggestions"),
-                                   QStringLiteral("Suggestions"));
+    lstSuggestions = screen::named(new QListWidget(this), u"lstSuggestions"_s, u"Suggestions"_s);
     suggestions->setBuddy(lstSuggestions);
     left->addWidget(lstSuggestions);
 
     screen::ButtonBar bar(this, across);
-    auto* change = bar.button(QStringLiteral("cmdChange"), QStringLiteral("&Change"));
+    auto* change = bar.button(u"cmdChange"_s, u"&Change"_s);
     on(change, &frmSpelling::cmdChange_Click);
-    on(bar.button(QStringLiteral("cmdChangeAll"), QStringLiteral("Change A&ll")),
-       &frmSpelling::cmdChangeAll_Click);
-    on(bar.button(QStringLiteral("cmdIgnore"), QStringLiteral("&Ignore")),
-       &frmSpelling::cmdIgnore_Click);
-    on(bar.button(QStringLiteral("cmdIgnoreAll"), QStringLiteral("Ig&nore All")),
-       &frmSpelling::cmdIgnoreAll_Click);
-    on(bar.button(QStringLiteral("cmdAdd"), QStringLiteral("&Add")), &frmSpelling::cmdAdd_Click);
-    auto* cancel = bar.button(QStringLiteral("cmdCancel"), QStringLiteral("Close"));
+    on(bar.button(u"cmdChangeAll"_s, u"Change A&ll"_s), &frmSpelling::cmdChangeAll_Click);
+    on(bar.button(u"cmdIgnore"_s, u"&Ignore"_s), &frmSpelling::cmdIgnore_Click);
+    on(bar.button(u"cmdIgnoreAll"_s, u"Ig&nore All"_s), &frmSpelling::cmdIgnoreAll_Click);
+    on(bar.button(u"cmdAdd"_s, u"&Add"_s), &frmSpelling::cmdAdd_Click);
+    auto* cancel = bar.button(u"cmdCancel"_s, u"Close"_s);
     on(cancel, [this] { unload(); });
     bar.stretch();
     setDefaultButton(change);
@@ -99,8 +95,8 @@ bool frmSpelling::showNext() {
     const QString text = controlText();
     m_word = m_speller.firstWrong(text, m_word.start + m_word.length, spelling::options());
     if (m_word.length == 0) {
-        screen::MsgBox(QStringLiteral("The spelling check is complete."), screen::Buttons::Ok,
-                       screen::Icon::Information, QStringLiteral("Spelling"));
+        screen::MsgBox(u"The spelling check is complete."_s, screen::Buttons::Ok,
+                       screen::Icon::Information, u"Spelling"_s);
         return false;
     }
     if (m_line) {
@@ -178,8 +174,8 @@ void frmSpelling::cmdIgnoreAll_Click() {
 
 void frmSpelling::cmdAdd_Click() {
     if (!m_speller.add(lblWord->text()))
-        screen::MsgBox(QStringLiteral("The word can't be kept: the file of your own words can't be "
-                                      "written."),
+        screen::MsgBox(u"The word can't be kept: the file of your own words can't be "
+                       "written."_s,
                        screen::Buttons::Ok, screen::Icon::Exclamation);
     next();
 }

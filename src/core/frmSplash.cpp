@@ -1,18 +1,19 @@
 #include "core/frmSplash.h"
 
 #include "core/ToolIcons.h"
+#include "platform/values/Literals.h"
 
 #include <QPainter>
 #include <QTimer>
 
 namespace core {
 
-frmSplash::frmSplash() : Form(QString::fromLatin1(formName), QStringLiteral("Mirsa")) {
+frmSplash::frmSplash() : Form(QString::fromLatin1(formName), u"Mirsa"_s) {
     setFixedSize(480, 280);
     setWindowFlag(Qt::FramelessWindowHint);
     setFocusPolicy(Qt::StrongFocus);
     Timer1 = new QTimer(this);
-    Timer1->setObjectName(QStringLiteral("Timer1"));
+    Timer1->setObjectName(u"Timer1"_s);
     Timer1->setSingleShot(true);
     Timer1->setInterval(2000);
     connect(Timer1, &QTimer::timeout, this, [this] { unload(); });
@@ -36,13 +37,12 @@ void frmSplash::paintEvent(QPaintEvent*) {
     title.setPixelSize(44);
     title.setBold(true);
     painter.setFont(title);
-    painter.drawText(QRect(196, 80, 270, 60), Qt::AlignLeft | Qt::AlignVCenter,
-                     QStringLiteral("Mirsa"));
+    painter.drawText(QRect(196, 80, 270, 60), Qt::AlignLeft | Qt::AlignVCenter, u"Mirsa"_s);
     title.setPixelSize(20);
     title.setBold(false);
     painter.setFont(title);
     painter.drawText(QRect(198, 144, 270, 30), Qt::AlignLeft | Qt::AlignVCenter,
-                     QStringLiteral("Project Manager"));
+                     u"Project Manager"_s);
 }
 
 void frmSplash::keyPressEvent(QKeyEvent*) {

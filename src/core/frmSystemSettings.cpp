@@ -3,6 +3,7 @@
 #include "core/MirsaMain.h"
 #include "platform/screen/Layout.h"
 #include "platform/screen/Pointer.h"
+#include "platform/values/Literals.h"
 
 #include <QCheckBox>
 #include <QLabel>
@@ -16,7 +17,7 @@ namespace core {
 
 namespace {
 
-const QString table = QStringLiteral("SystemSettings");
+const QString table = u"SystemSettings"_s;
 
 screen::Line wide(int characters) {
     screen::Line line;
@@ -33,28 +34,28 @@ void keepTogether(const screen::Fields& fields) {
 } // namespace
 
 frmSystemSettings::frmSystemSettings()
-    : Form(QString::fromLatin1(formName), QStringLiteral("System Preferences")) {
+    : Form(QString::fromLatin1(formName), u"System Preferences"_s) {
     auto* layout = new QVBoxLayout(this);
-    SSTab1 = screen::named(new QTabWidget(this), QStringLiteral("SSTab1"));
+    SSTab1 = screen::named(new QTabWidget(this), u"SSTab1"_s);
     layout->addWidget(SSTab1, 1);
-    buildCompany(screen::tab(SSTab1, QStringLiteral("Company")));
-    buildQuote(screen::tab(SSTab1, QStringLiteral("Quote")));
-    buildVendor(screen::tab(SSTab1, QStringLiteral("Vendor")));
-    buildShipTo(screen::tab(SSTab1, QStringLiteral("Ship To")));
-    buildRates(screen::tab(SSTab1, QStringLiteral("Rates")));
-    buildSecurity(screen::tab(SSTab1, QStringLiteral("Security")));
-    buildSpelling(screen::tab(SSTab1, QStringLiteral("Spelling")));
+    buildCompany(screen::tab(SSTab1, u"Company"_s));
+    buildQuote(screen::tab(SSTab1, u"Quote"_s));
+    buildVendor(screen::tab(SSTab1, u"Vendor"_s));
+    buildShipTo(screen::tab(SSTab1, u"Ship To"_s));
+    buildRates(screen::tab(SSTab1, u"Rates"_s));
+    buildSecurity(screen::tab(SSTab1, u"Security"_s));
+    buildSpelling(screen::tab(SSTab1, u"Spelling"_s));
 
-    PB = screen::named(new QProgressBar(this), QStringLiteral("PB"), QStringLiteral("Saving"));
+    PB = screen::named(new QProgressBar(this), u"PB"_s, u"Saving"_s);
     PB->setRange(0, static_cast<int>(m_blocks.size()));
     PB->setTextVisible(false);
     PB->reset();
     layout->addWidget(PB);
     screen::ButtonBar bar(this, layout);
     bar.stretch();
-    cmdOK = bar.button(QStringLiteral("cmdOK"), QStringLiteral("&OK"));
-    cmdUpdate = bar.button(QStringLiteral("cmdUpdate"), QStringLiteral("&Apply"));
-    cmdClose = bar.button(QStringLiteral("cmdClose"), QStringLiteral("&Cancel"));
+    cmdOK = bar.button(u"cmdOK"_s, u"&OK"_s);
+    cmdUpdate = bar.button(u"cmdUpdate"_s, u"&Apply"_s);
+    cmdClose = bar.button(u"cmdClose"_s, u"&Cancel"_s);
     on(cmdOK, &frmSystemSettings::cmdOK_Click);
     on(cmdUpdate, &frmSystemSettings::cmdUpdate_Click);
     on(cmdClose, [this] { unload(); });
@@ -69,33 +70,29 @@ void frmSystemSettings::buildCompany(QWidget* page) {
                           int characters) {
         block.push_back({column, fields.text(name, label, wide(characters))});
     };
-    text(u"CompanyName", QStringLiteral("txtMname"), QStringLiteral("Company &Name:"), 44);
-    text(u"CompanyAddress1", QStringLiteral("txtMAdd1"), QStringLiteral("Address &1:"), 44);
-    text(u"CompanyAddress2", QStringLiteral("txtMAdd2"), QStringLiteral("Address &2:"), 44);
-    text(u"CompanyCity", QStringLiteral("txtMcity"), QStringLiteral("C&ity:"), 30);
-    dbcState = fields.dataCombo(QStringLiteral("dbcState"), QStringLiteral("&State / Province:"),
-                                wide(12));
+    text(u"CompanyName", u"txtMname"_s, u"Company &Name:"_s, 44);
+    text(u"CompanyAddress1", u"txtMAdd1"_s, u"Address &1:"_s, 44);
+    text(u"CompanyAddress2", u"txtMAdd2"_s, u"Address &2:"_s, 44);
+    text(u"CompanyCity", u"txtMcity"_s, u"C&ity:"_s, 30);
+    dbcState = fields.dataCombo(u"dbcState"_s, u"&State / Province:"_s, wide(12));
     block.push_back({u"CompanyState", dbcState});
-    dbcCountry =
-        fields.dataCombo(QStringLiteral("dbcCountry"), QStringLiteral("Count&ry:"), wide(24));
+    dbcCountry = fields.dataCombo(u"dbcCountry"_s, u"Count&ry:"_s, wide(24));
     block.push_back({u"companycountry", dbcCountry});
-    text(u"companyzip", QStringLiteral("txtZip1"), QStringLiteral("Postal Co&de:"), 15);
-    text(u"CompanyPhone", QStringLiteral("txtPhone"), QStringLiteral("&Phone:"), 24);
-    text(u"CompanyFax", QStringLiteral("txtFax"), QStringLiteral("&Fax:"), 24);
-    text(u"CompanyEmail", QStringLiteral("txtEm"), QStringLiteral("&E-mail:"), 44);
+    text(u"companyzip", u"txtZip1"_s, u"Postal Co&de:"_s, 15);
+    text(u"CompanyPhone", u"txtPhone"_s, u"&Phone:"_s, 24);
+    text(u"CompanyFax", u"txtFax"_s, u"&Fax:"_s, 24);
+    text(u"CompanyEmail", u"txtEm"_s, u"&E-mail:"_s, 44);
     keepTogether(fields);
     m_blocks.push_back(std::move(block));
 }
 
 void frmSystemSettings::buildQuote(QWidget* page) {
     screen::Fields fields(page);
-    dbcTerms = fields.dataCombo(QStringLiteral("dbcTerms"), QStringLiteral("&Terms:"), wide(30));
-    auto* fob = fields.text(QStringLiteral("txtFob"), QStringLiteral("&FOB:"), wide(40));
-    auto* shipping =
-        fields.text(QStringLiteral("txtShipping"), QStringLiteral("&Shipping:"), wide(40));
-    auto* header = fields.memo(QStringLiteral("txtQH"), QStringLiteral("Quote &Header:"), 4);
-    auto* valid =
-        fields.memo(QStringLiteral("txtQValid"), QStringLiteral("Quote &Valid Message:"), 4);
+    dbcTerms = fields.dataCombo(u"dbcTerms"_s, u"&Terms:"_s, wide(30));
+    auto* fob = fields.text(u"txtFob"_s, u"&FOB:"_s, wide(40));
+    auto* shipping = fields.text(u"txtShipping"_s, u"&Shipping:"_s, wide(40));
+    auto* header = fields.memo(u"txtQH"_s, u"Quote &Header:"_s, 4);
+    auto* valid = fields.memo(u"txtQValid"_s, u"Quote &Valid Message:"_s, 4);
     header->setMinimumWidth(480);
     keepTogether(fields);
     m_blocks.push_back({{u"Terms", dbcTerms},
@@ -107,10 +104,9 @@ void frmSystemSettings::buildQuote(QWidget* page) {
 
 void frmSystemSettings::buildVendor(QWidget* page) {
     screen::Fields fields(page);
-    dbcVterms = fields.dataCombo(QStringLiteral("dbcVterms"), QStringLiteral("&Terms:"), wide(30));
-    auto* fob = fields.text(QStringLiteral("txtVfob"), QStringLiteral("&FOB:"), wide(40));
-    auto* shipping =
-        fields.text(QStringLiteral("txtVShipping"), QStringLiteral("&Shipping:"), wide(40));
+    dbcVterms = fields.dataCombo(u"dbcVterms"_s, u"&Terms:"_s, wide(30));
+    auto* fob = fields.text(u"txtVfob"_s, u"&FOB:"_s, wide(40));
+    auto* shipping = fields.text(u"txtVShipping"_s, u"&Shipping:"_s, wide(40));
     keepTogether(fields);
     m_blocks.push_back({{u"vTerms", dbcVterms}, {u"vFOB", fob}, {u"vShipping", shipping}});
 }
@@ -122,31 +118,28 @@ void frmSystemSettings::buildShipTo(QWidget* page) {
                           int characters) {
         block.push_back({column, fields.text(name, label, wide(characters))});
     };
-    text(u"poshiptoname", QStringLiteral("txtPname"), QStringLiteral("&Name:"), 44);
-    text(u"poshiptoaddress1", QStringLiteral("txtPadd1"), QStringLiteral("Address &1:"), 44);
-    text(u"poshiptoaddress2", QStringLiteral("txtPadd2"), QStringLiteral("Address &2:"), 44);
-    text(u"poshiptoaddress3", QStringLiteral("txtPadd3"), QStringLiteral("Address &3:"), 44);
-    text(u"poshiptocity", QStringLiteral("txtPcity"), QStringLiteral("C&ity:"), 30);
-    dbcPstate = fields.dataCombo(QStringLiteral("dbcPstate"), QStringLiteral("&State / Province:"),
-                                 wide(12));
+    text(u"poshiptoname", u"txtPname"_s, u"&Name:"_s, 44);
+    text(u"poshiptoaddress1", u"txtPadd1"_s, u"Address &1:"_s, 44);
+    text(u"poshiptoaddress2", u"txtPadd2"_s, u"Address &2:"_s, 44);
+    text(u"poshiptoaddress3", u"txtPadd3"_s, u"Address &3:"_s, 44);
+    text(u"poshiptocity", u"txtPcity"_s, u"C&ity:"_s, 30);
+    dbcPstate = fields.dataCombo(u"dbcPstate"_s, u"&State / Province:"_s, wide(12));
     block.push_back({u"poshiptostate", dbcPstate});
-    text(u"poshiptoemail", QStringLiteral("txtEm2"), QStringLiteral("&E-mail:"), 44);
-    dbcPCountry =
-        fields.dataCombo(QStringLiteral("dbcPCountry"), QStringLiteral("Count&ry:"), wide(24));
+    text(u"poshiptoemail", u"txtEm2"_s, u"&E-mail:"_s, 44);
+    dbcPCountry = fields.dataCombo(u"dbcPCountry"_s, u"Count&ry:"_s, wide(24));
     block.push_back({u"poshiptocountry", dbcPCountry});
-    text(u"poshiptozip", QStringLiteral("txtPZip1"), QStringLiteral("Postal Co&de:"), 15);
+    text(u"poshiptozip", u"txtPZip1"_s, u"Postal Co&de:"_s, 15);
     keepTogether(fields);
     m_blocks.push_back(std::move(block));
 }
 
 void frmSystemSettings::buildRates(QWidget* page) {
     screen::Fields fields(page);
-    fields.note(QStringLiteral("Default Hourly Rate"));
-    const QString mask = QStringLiteral("#####0.00");
-    txtRateEstimate =
-        fields.currency(QStringLiteral("txtRate(0)"), QStringLiteral("&Estimate:"), mask);
-    txtRateJob = fields.currency(QStringLiteral("txtRate(1)"), QStringLiteral("&Job:"), mask);
-    txtArchM = fields.text(QStringLiteral("txtArchM"), QStringLiteral("Archive &Months:"),
+    fields.note(u"Default Hourly Rate"_s);
+    const QString mask = u"#####0.00"_s;
+    txtRateEstimate = fields.currency(u"txtRate(0)"_s, u"&Estimate:"_s, mask);
+    txtRateJob = fields.currency(u"txtRate(1)"_s, u"&Job:"_s, mask);
+    txtArchM = fields.text(u"txtArchM"_s, u"Archive &Months:"_s,
                            {.limit = 4, .filter = values::keys::digits(), .characters = 6});
     txtRateEstimate->setLimit(12);
     txtRateJob->setLimit(12);
@@ -155,31 +148,29 @@ void frmSystemSettings::buildRates(QWidget* page) {
 
 void frmSystemSettings::buildSecurity(QWidget* page) {
     screen::Fields fields(page);
-    chkSec = fields.check(QStringLiteral("chkSec"), QStringLiteral("&Use Security"));
+    chkSec = fields.check(u"chkSec"_s, u"&Use Security"_s);
     const auto character = [&](const QString& name) {
         auto* box = screen::named(new controls::TextField(page), name);
         box->setLimit(1);
         box->setFixedWidth(box->fontMetrics().averageCharWidth() * 2 + 24);
         return box;
     };
-    txtSec0 = character(QStringLiteral("txtSec(0)"));
-    txtSec1 = character(QStringLiteral("txtSec(1)"));
-    txtSec0->setAccessibleName(QStringLiteral("First security character"));
-    txtSec1->setAccessibleName(QStringLiteral("Second security character"));
+    txtSec0 = character(u"txtSec(0)"_s);
+    txtSec1 = character(u"txtSec(1)"_s);
+    txtSec0->setAccessibleName(u"First security character"_s);
+    txtSec1->setAccessibleName(u"Second security character"_s);
     auto* pair = new QHBoxLayout;
-    auto* caption = new QLabel(QStringLiteral("Security C&haracters:"), page);
+    auto* caption = new QLabel(u"Security C&haracters:"_s, page);
     caption->setBuddy(txtSec0);
     pair->addWidget(caption);
     pair->addWidget(txtSec0);
     pair->addWidget(txtSec1);
     pair->addStretch();
     fields.add(pair);
-    auto* note = fields.note(
-        QStringLiteral("NOTE: Any time you change the security characters you will need to "
-                       "print new Employee ID Badges!"));
+    auto* note = fields.note(u"NOTE: Any time you change the security characters you will need to "
+                             "print new Employee ID Badges!"_s);
     note->setMinimumWidth(480);
-    chkPartsQty = fields.check(QStringLiteral("chkPartsQty"),
-                               QStringLiteral("&Prompt for Parts Qty Completed"));
+    chkPartsQty = fields.check(u"chkPartsQty"_s, u"&Prompt for Parts Qty Completed"_s);
     keepTogether(fields);
 }
 
@@ -189,23 +180,17 @@ void frmSystemSettings::buildSpelling(QWidget* page) {
     const auto box = [&](const QString& name, const QString& caption, bool Options::*option) {
         m_spelling.emplace_back(fields.check(name, caption), option);
     };
-    box(QStringLiteral("chkCanUndo"), QStringLiteral("Can &Undo"), &Options::canUndo);
-    box(QStringLiteral("chkCaseSensitive"), QStringLiteral("Case &Sensitive"),
-        &Options::caseSensitive);
-    box(QStringLiteral("chkCatchDoubleWords"), QStringLiteral("Catch &Double Words"),
-        &Options::catchDoubleWords);
-    box(QStringLiteral("chkCatchMixedCaseWords"), QStringLiteral("Catch &Mixed Case Words"),
-        &Options::catchMixedCaseWords);
-    box(QStringLiteral("chkCatchWordsWithDigits"), QStringLiteral("Catch &Words With Digits"),
+    box(u"chkCanUndo"_s, u"Can &Undo"_s, &Options::canUndo);
+    box(u"chkCaseSensitive"_s, u"Case &Sensitive"_s, &Options::caseSensitive);
+    box(u"chkCatchDoubleWords"_s, u"Catch &Double Words"_s, &Options::catchDoubleWords);
+    box(u"chkCatchMixedCaseWords"_s, u"Catch &Mixed Case Words"_s, &Options::catchMixedCaseWords);
+    box(u"chkCatchWordsWithDigits"_s, u"Catch &Words With Digits"_s,
         &Options::catchWordsWithDigits);
-    box(QStringLiteral("chkIgnoreAllCapsWords"), QStringLiteral("Ignore All Ca&ps Words"),
-        &Options::ignoreAllCapsWords);
-    box(QStringLiteral("chkIgnoreCapitalizedWords"), QStringLiteral("&Ignore Capitalized Words"),
+    box(u"chkIgnoreAllCapsWords"_s, u"Ignore All Ca&ps Words"_s, &Options::ignoreAllCapsWords);
+    box(u"chkIgnoreCapitalizedWords"_s, u"&Ignore Capitalized Words"_s,
         &Options::ignoreCapitalizedWords);
-    box(QStringLiteral("chkIgnoreDomainNames"), QStringLiteral("Ig&nore Domain Names"),
-        &Options::ignoreDomainNames);
-    box(QStringLiteral("chkIgnoreNonAlphaWords"), QStringLiteral("I&gnore Non Alpha Words"),
-        &Options::ignoreNonAlphaWords);
+    box(u"chkIgnoreDomainNames"_s, u"Ig&nore Domain Names"_s, &Options::ignoreDomainNames);
+    box(u"chkIgnoreNonAlphaWords"_s, u"I&gnore Non Alpha Words"_s, &Options::ignoreNonAlphaWords);
     keepTogether(fields);
 }
 
@@ -231,12 +216,9 @@ void frmSystemSettings::fillLists() {
         for (controls::DataCombo* combo : combos)
             combo->setRows(rows, column, column);
     };
-    fill(QStringLiteral("SELECT * FROM States ORDER BY code"), QStringLiteral("code"),
-         {dbcState, dbcPstate});
-    fill(QStringLiteral("SELECT * FROM Terms ORDER BY description"), QStringLiteral("description"),
-         {dbcTerms, dbcVterms});
-    fill(QStringLiteral("SELECT * FROM country ORDER BY country"), QStringLiteral("country"),
-         {dbcCountry, dbcPCountry});
+    fill(u"SELECT * FROM States ORDER BY code"_s, u"code"_s, {dbcState, dbcPstate});
+    fill(u"SELECT * FROM Terms ORDER BY description"_s, u"description"_s, {dbcTerms, dbcVterms});
+    fill(u"SELECT * FROM country ORDER BY country"_s, u"country"_s, {dbcCountry, dbcPCountry});
 }
 
 void frmSystemSettings::Form_Load() {
@@ -248,8 +230,7 @@ void frmSystemSettings::Form_Load() {
 void frmSystemSettings::showRow() {
     for (const auto& [box, option] : m_spelling)
         box->setChecked(spelling::options().*option);
-    const jet::Recordset row =
-        MainDatabase().openRecordset(QStringLiteral("SELECT * FROM SystemSettings"));
+    const jet::Recordset row = MainDatabase().openRecordset(u"SELECT * FROM SystemSettings"_s);
     if (row.isEmpty())
         return;
     for (const Block& block : m_blocks) {
@@ -273,8 +254,7 @@ void frmSystemSettings::setButtonsEnabled(bool enabled) {
 
 void frmSystemSettings::saveRow() {
     jet::Transaction change(MainDatabase());
-    jet::Recordset row =
-        MainDatabase().openRecordset(QStringLiteral("SELECT * FROM SystemSettings"));
+    jet::Recordset row = MainDatabase().openRecordset(u"SELECT * FROM SystemSettings"_s);
     if (row.isEmpty())
         row.addNew();
     else

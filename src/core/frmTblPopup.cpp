@@ -2,22 +2,22 @@
 
 #include "platform/screen/Layout.h"
 #include "platform/screen/MsgBox.h"
+#include "platform/values/Literals.h"
 
 #include <QPushButton>
 #include <QVBoxLayout>
 
 namespace core {
 
-frmTblPopup::frmTblPopup() : Form(QString::fromLatin1(formName), QStringLiteral("Select")) {
+frmTblPopup::frmTblPopup() : Form(QString::fromLatin1(formName), u"Select"_s) {
     auto* outside = new QVBoxLayout(this);
-    lstItems = screen::named(new controls::ListView(this), QStringLiteral("lstItems"),
-                             QStringLiteral("Items"));
+    lstItems = screen::named(new controls::ListView(this), u"lstItems"_s, u"Items"_s);
     lstItems->setColumns({{QString(), 40}});
     outside->addWidget(lstItems, 1);
     screen::ButtonBar bar(this, outside);
     bar.stretch();
-    QPushButton* btnsel = bar.button(QStringLiteral("btnsel"), QStringLiteral("&Select"));
-    QPushButton* cancel = bar.button(QStringLiteral("btnCancel"), QStringLiteral("Cancel"));
+    QPushButton* btnsel = bar.button(u"btnsel"_s, u"&Select"_s);
+    QPushButton* cancel = bar.button(u"btnCancel"_s, u"Cancel"_s);
     setDefaultButton(btnsel);
     setCancelButton(cancel);
     on(btnsel, &frmTblPopup::btnsel_Click);
@@ -29,9 +29,8 @@ frmTblPopup::frmTblPopup() : Form(QString::fromLatin1(formName), QStringLiteral(
 QString frmTblPopup::pick(const QString& caption, const QStringList& items,
                           const QString& emptyMessage) {
     if (items.isEmpty()) {
-        screen::MsgBox(emptyMessage.isEmpty()
-                           ? QStringLiteral("No items to show for the selected lookup!")
-                           : emptyMessage,
+        screen::MsgBox(emptyMessage.isEmpty() ? u"No items to show for the selected lookup!"_s
+                                              : emptyMessage,
                        screen::Buttons::Ok, screen::Icon::Information);
         return {};
     }

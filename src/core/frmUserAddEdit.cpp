@@ -2,6 +2,7 @@
 
 #include "core/MirsaMain.h"
 #include "platform/screen/Layout.h"
+#include "platform/values/Literals.h"
 #include "platform/values/Text.h"
 
 #include <QVBoxLayout>
@@ -10,36 +11,34 @@ namespace core {
 
 using values::quoted;
 
-frmUserAddEdit::frmUserAddEdit()
-    : AddEditForm(QString::fromLatin1(formName), QStringLiteral("New User")) {
+frmUserAddEdit::frmUserAddEdit() : AddEditForm(QString::fromLatin1(formName), u"New User"_s) {
     auto* layout = new QVBoxLayout(this);
     screen::Fields fields(this, layout);
     const screen::Line shortText{.limit = 10, .filter = values::keys::name(), .characters = 14};
     screen::Line hidden = shortText;
     hidden.password = true;
-    txtUserID = fields.text(QStringLiteral("txtUserID"), QStringLiteral("&User ID:"), shortText);
-    txtUserName = fields.text(QStringLiteral("txtUserName"), QStringLiteral("User N&ame:"),
+    txtUserID = fields.text(u"txtUserID"_s, u"&User ID:"_s, shortText);
+    txtUserName = fields.text(u"txtUserName"_s, u"User N&ame:"_s,
                               {.limit = 30, .filter = values::keys::name(), .characters = 32});
-    txtPassword = fields.text(QStringLiteral("txtPassword"), QStringLiteral("&Password:"), hidden);
+    txtPassword = fields.text(u"txtPassword"_s, u"&Password:"_s, hidden);
     // What is entered here is only compared, so it needs no key set of its own.
     hidden.filter = {};
-    txtVerifyPassword = fields.text(QStringLiteral("txtVerifyPassword"),
-                                    QStringLiteral("&Verify Password:"), hidden);
+    txtVerifyPassword = fields.text(u"txtVerifyPassword"_s, u"&Verify Password:"_s, hidden);
     layout->addStretch();
 
-    makeButtons(layout, QStringLiteral("&Cancel"));
+    makeButtons(layout, u"&Cancel"_s);
     on(txtPassword->changed, &frmUserAddEdit::txtPassword_Change);
     txtPassword_Change();
 }
 
 bool frmUserAddEdit::ShowForm(const QString& mode, qint64 key) {
-    const bool edit = mode == QStringLiteral("Edit");
+    const bool edit = mode == u"Edit"_s;
     m_key = edit ? key : 0;
-    setWindowTitle(edit ? QStringLiteral("Edit User") : QStringLiteral("New User"));
+    setWindowTitle(edit ? u"Edit User"_s : u"New User"_s);
     setAdding(!edit);
     if (edit && !readRow()) {
         screen::MsgBox(QString::number(key) +
-                           QStringLiteral(" record id not found! User table may need to be fixed!"),
+                           u" record id not found! User table may need to be fixed!"_s,
                        screen::Buttons::Ok, screen::Icon::Critical);
         return false;
     }
@@ -48,14 +47,13 @@ bool frmUserAddEdit::ShowForm(const QString& mode, qint64 key) {
 
 bool frmUserAddEdit::readRow() {
     const jet::Recordset row = MainDatabase().openRecordset(
-        QStringLiteral("SELECT * FROM users WHERE id=") + QString::number(m_key),
-        jet::RecordsetType::Snapshot);
+        u"SELECT * FROM users WHERE id="_s + QString::number(m_key), jet::RecordsetType::Snapshot);
     if (row.isEmpty())
         return false;
     txtUserID->setText(row.text(u"userid"));
     txtUserName->setText(row.text(u"username"));
     txtPassword->setText(row.text(u"password"));
-    const bool administrator = txtUserID->text() == QStringLiteral("Admin");
+    const bool administrator = txtUserID->text() == u"Admin"_s;
     txtUserID->setEnabled(!administrator);
     txtUserName->setEnabled(!administrator);
     return true;
@@ -68,10 +66,9 @@ void frmUserAddEdit::txtPassword_Change() {
 }
 
 bool frmUserAddEdit::isTaken(const QString& column, const QString& text) const {
-    QString select = QStringLiteral("SELECT ") + column +
-                     QStringLiteral(" FROM users WHERE userid='") + quoted(text) + u'\'';
+    QString select = u"SELECT "_s + column + u" FROM users WHERE userid='"_s + quoted(text) + u'\'';
     if (m_key != 0)
-        select += QStringLiteral(" AND id<>") + QString::number(m_key);
+        select += u" AND id<>"_s + QString::number(m_key);
     return MainDatabase().hasRows(select);
 }
 
@@ -80,37 +77,35 @@ bool frmUserAddEdit::save() {
     const QString name = txtUserName->text().trimmed();
     const QString password = txtPassword->text();
     if (id.isEmpty()) {
-        complain(QStringLiteral("User ID may not be blank!"), txtUserID);
+        complain(u"User ID may not be blank!"_s, txtUserID);
         return false;
     }
     if (name.isEmpty()) {
-        complain(QStringLiteral("User Name may not be blank!"), txtUserName);
+        complain(u"User Name may not be blank!"_s, txtUserName);
         return false;
     }
     if (!password.isEmpty() && password != txtVerifyPassword->text()) {
-        complain(QStringLiteral("Password is not verified properly!"), txtVerifyPassword);
+        complain(u"Password is not verified properly!"_s, txtVerifyPassword);
         return false;
     }
-    if (isTaken(QStringLiteral("userid"), id)) {
-        complain(QStringLiteral("User ID already exists. Duplicate is not allowed."), txtUserID);
+    if (isTaken(u"userid"_s, id)) {
+        complain(u"User ID already exists. Duplicate is not allowed."_s, txtUserID);
         return false;
     }
     // A display name may not be somebody's login name; two users may share a display name.
-    if (isTaken(QStringLiteral("username"), name)) {
-        complain(QStringLiteral("User Name already exists. Duplicate is not allowed."),
-                 txtUserName);
+    if (isTaken(u"username"_s, name)) {
+        complain(u"User Name already exists. Duplicate is not allowed."_s, txtUserName);
         return false;
     }
     if (m_key == 0)
-        MainDatabase().execute(QStringLiteral("INSERT INTO users (userid, username, password)"
-                                              " VALUES('") +
-                               quoted(id) + QStringLiteral("','") + quoted(name) +
-                               QStringLiteral("','") + quoted(password) + QStringLiteral("')"));
+        MainDatabase().execute(u"INSERT INTO users (userid, username, password)"
+                               " VALUES('"_s +
+                               quoted(id) + u"','"_s + quoted(name) + u"','"_s + quoted(password) +
+                               u"')"_s);
     else
-        MainDatabase().execute(QStringLiteral("UPDATE users SET userid='") + quoted(id) +
-                               QStringLiteral("', username='") + quoted(name) +
-                               QStringLiteral("', password='") + quoted(password) +
-                               QStringLiteral("' WHERE id=") + QString::number(m_key));
+        MainDatabase().execute(u"UPDATE users SET userid='"_s + quoted(id) + u"', username='"_s +
+                               quoted(name) + u"', password='"_s + quoted(password) +
+                               u"' WHERE id="_s + QString::number(m_key));
     return true;
 }
 

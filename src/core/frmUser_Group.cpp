@@ -4,6 +4,7 @@
 #include "core/MirsaMain.h"
 #include "platform/screen/Forms.h"
 #include "platform/screen/Layout.h"
+#include "platform/values/Literals.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -15,7 +16,7 @@ namespace core {
 namespace {
 
 /// The display name of the one who may do everything and belongs to no group.
-const QString administrator = QStringLiteral("Administrator");
+const QString administrator = u"Administrator"_s;
 
 QString number(qint64 n) {
     return QString::number(n);
@@ -52,17 +53,16 @@ void removeRow(controls::ListCombo* combo, qint64 key) {
 
 } // namespace
 
-frmUser_Group::frmUser_Group()
-    : Form(QString::fromLatin1(formName), QStringLiteral("Security Setup")) {
+frmUser_Group::frmUser_Group() : Form(QString::fromLatin1(formName), u"Security Setup"_s) {
     auto* layout = new QVBoxLayout(this);
-    SSTab1 = screen::named(new QTabWidget(this), QStringLiteral("SSTab1"));
+    SSTab1 = screen::named(new QTabWidget(this), u"SSTab1"_s);
     layout->addWidget(SSTab1, 1);
-    buildUserTab(screen::tab(SSTab1, QStringLiteral("User Security Options")));
-    buildGroupTab(screen::tab(SSTab1, QStringLiteral("Group Security Options")));
+    buildUserTab(screen::tab(SSTab1, u"User Security Options"_s));
+    buildGroupTab(screen::tab(SSTab1, u"Group Security Options"_s));
 
     screen::ButtonBar bar(this, layout);
     bar.stretch();
-    auto* cmdClose = bar.button(QStringLiteral("cmdClose"), QStringLiteral("&Close"));
+    auto* cmdClose = bar.button(u"cmdClose"_s, u"&Close"_s);
     on(cmdClose, [this] { unload(); });
     setCancelButton(cmdClose);
     // What one tab changed shows on the other.
@@ -76,7 +76,7 @@ void frmUser_Group::buildUserTab(QWidget* page) {
     auto* top = new QHBoxLayout;
     layout->addLayout(top);
     screen::Fields fields(page, top);
-    cboUsers = fields.listCombo(QStringLiteral("cboUsers"), QStringLiteral("&User:"));
+    cboUsers = fields.listCombo(u"cboUsers"_s, u"&User:"_s);
     cboUsers->setMinimumContentsLength(32);
     auto* buttons = new QHBoxLayout;
     top->addLayout(buttons);
@@ -86,17 +86,16 @@ void frmUser_Group::buildUserTab(QWidget* page) {
         buttons->addWidget(made);
         return made;
     };
-    cmdUnew = button(QStringLiteral("cmdUnew"), QStringLiteral("&New..."));
-    cmdUedit = button(QStringLiteral("cmdUedit"), QStringLiteral("&Edit..."));
-    cmdUdelete = button(QStringLiteral("cmdUdelete"), QStringLiteral("&Delete"));
+    cmdUnew = button(u"cmdUnew"_s, u"&New..."_s);
+    cmdUedit = button(u"cmdUedit"_s, u"&Edit..."_s);
+    cmdUdelete = button(u"cmdUdelete"_s, u"&Delete"_s);
     top->addStretch(1);
     screen::Fields group(page, layout);
-    cboUserGroup = group.listCombo(QStringLiteral("cboUserGroup"), QStringLiteral("&Group:"));
+    cboUserGroup = group.listCombo(u"cboUserGroup"_s, u"&Group:"_s);
     cboUserGroup->setMinimumContentsLength(32);
     group.grid()->setColumnStretch(2, 1);
-    ListUserObjects =
-        checkList(page, layout, QStringLiteral("ListUserObjects"),
-                  QStringLiteral("This user &may use:"), QStringLiteral("This user may use"));
+    ListUserObjects = checkList(page, layout, u"ListUserObjects"_s, u"This user &may use:"_s,
+                                u"This user may use"_s);
 
     on(cboUsers->chosen, &frmUser_Group::cboUsers_Click);
     on(cboUserGroup->chosen, &frmUser_Group::cboUserGroup_Click);
@@ -111,7 +110,7 @@ void frmUser_Group::buildGroupTab(QWidget* page) {
     auto* top = new QHBoxLayout;
     layout->addLayout(top);
     screen::Fields fields(page, top);
-    cboGroups = fields.listCombo(QStringLiteral("cboGroups"), QStringLiteral("&Group:"));
+    cboGroups = fields.listCombo(u"cboGroups"_s, u"&Group:"_s);
     cboGroups->setMinimumContentsLength(32);
     auto* buttons = new QHBoxLayout;
     top->addLayout(buttons);
@@ -121,17 +120,15 @@ void frmUser_Group::buildGroupTab(QWidget* page) {
         buttons->addWidget(made);
         return made;
     };
-    cmdGnew = button(QStringLiteral("cmdGnew"), QStringLiteral("&New..."));
-    cmdGedit = button(QStringLiteral("cmdGedit"), QStringLiteral("&Edit..."));
-    cmdGdelete = button(QStringLiteral("cmdGdelete"), QStringLiteral("&Delete"));
+    cmdGnew = button(u"cmdGnew"_s, u"&New..."_s);
+    cmdGedit = button(u"cmdGedit"_s, u"&Edit..."_s);
+    cmdGdelete = button(u"cmdGdelete"_s, u"&Delete"_s);
     top->addStretch(1);
     auto* lists = new QHBoxLayout;
     layout->addLayout(lists, 1);
-    ListGroupObjects =
-        checkList(page, lists, QStringLiteral("ListGroupObjects"),
-                  QStringLiteral("This group &may use:"), QStringLiteral("This group may use"));
-    ListUsers = checkList(page, lists, QStringLiteral("ListUsers"), QStringLiteral("&Users in it:"),
-                          QStringLiteral("Users in it"));
+    ListGroupObjects = checkList(page, lists, u"ListGroupObjects"_s, u"This group &may use:"_s,
+                                 u"This group may use"_s);
+    ListUsers = checkList(page, lists, u"ListUsers"_s, u"&Users in it:"_s, u"Users in it"_s);
 
     on(cboGroups->chosen, &frmUser_Group::cboGroups_Click);
     on(ListGroupObjects->click, &frmUser_Group::ListGroupObjects_Click);
@@ -142,10 +139,10 @@ void frmUser_Group::buildGroupTab(QWidget* page) {
 }
 
 void frmUser_Group::Form_Load() {
-    jet::Recordset users = snapshot(QStringLiteral("SELECT * FROM users"));
+    jet::Recordset users = snapshot(u"SELECT * FROM users"_s);
     if (users.isEmpty()) {
-        MainDatabase().execute(QStringLiteral("INSERT INTO users (userid, username, password)"
-                                              " VALUES('Admin','Administrator','Bolts')"));
+        MainDatabase().execute(u"INSERT INTO users (userid, username, password)"
+                               " VALUES('Admin','Administrator','Bolts')"_s);
         users.requery();
     }
     for (; !users.eof(); users.moveNext()) {
@@ -153,7 +150,7 @@ void frmUser_Group::Form_Load() {
         ListUsers->addRow(users.text(u"username"), users[u"id"].toLong());
     }
     cboUserGroup->addRow(QString());
-    jet::Recordset groups = snapshot(QStringLiteral("SELECT * FROM groups"));
+    jet::Recordset groups = snapshot(u"SELECT * FROM groups"_s);
     for (; !groups.eof(); groups.moveNext()) {
         cboGroups->addRow(groups.text(u"groupname"), groups[u"groupid"].toLong());
         cboUserGroup->addRow(groups.text(u"groupname"), groups[u"groupid"].toLong());
@@ -166,14 +163,13 @@ void frmUser_Group::Form_Load() {
 
 void frmUser_Group::fillObjects(controls::CheckList* list, const QString& grants) const {
     jet::Recordset granted = snapshot(grants);
-    jet::Recordset objects =
-        snapshot(QStringLiteral("SELECT * FROM securityobjects ORDER BY displayorder"));
+    jet::Recordset objects = snapshot(u"SELECT * FROM securityobjects ORDER BY displayorder"_s);
     const int row = list->currentRow();
     list->clearRows();
     for (; !objects.eof(); objects.moveNext()) {
         bool ticked = false;
         if (!granted.isEmpty()) {
-            granted.findFirst(QStringLiteral("objectid=") + objects.text(u"objectid"));
+            granted.findFirst(u"objectid="_s + objects.text(u"objectid"));
             ticked = !granted.noMatch();
         }
         list->addRow(objects.text(u"objectname"), objects[u"objectid"].toLong(), ticked);
@@ -203,9 +199,9 @@ void frmUser_Group::enableGroupControls() {
 void frmUser_Group::cboUsers_Click() {
     enableUserControls();
     const QString user = number(cboUsers->itemNumber());
-    fillObjects(ListUserObjects, QStringLiteral("SELECT * FROM securityusers WHERE id=") + user);
+    fillObjects(ListUserObjects, u"SELECT * FROM securityusers WHERE id="_s + user);
     const jet::Value group =
-        MainDatabase().lookup(QStringLiteral("SELECT usergroupid FROM users WHERE ID = ") + user);
+        MainDatabase().lookup(u"SELECT usergroupid FROM users WHERE ID = "_s + user);
     // A group that was deleted is none of the list.
     if (!cboUserGroup->chooseNumber(group.isNull() ? 0 : group.toLong()))
         cboUserGroup->clear();
@@ -215,16 +211,16 @@ void frmUser_Group::ListUserObjects_ItemCheck(int row) {
     const QString user = number(cboUsers->itemNumber());
     const QString object = number(ListUserObjects->itemNumber(row));
     if (ListUserObjects->isTicked(row))
-        MainDatabase().execute(QStringLiteral("INSERT INTO securityusers (id, objectID) VALUES(") +
-                               user + u',' + object + u')');
+        MainDatabase().execute(u"INSERT INTO securityusers (id, objectID) VALUES("_s + user + u',' +
+                               object + u')');
     else
-        MainDatabase().execute(QStringLiteral("DELETE FROM securityusers WHERE id=") + user +
-                               QStringLiteral(" AND objectID=") + object);
+        MainDatabase().execute(u"DELETE FROM securityusers WHERE id="_s + user +
+                               u" AND objectID="_s + object);
 }
 
 void frmUser_Group::setGroupOf(qint64 user, qint64 group) {
-    MainDatabase().execute(QStringLiteral("UPDATE users set usergroupid=") + number(group) +
-                           QStringLiteral(" WHERE id=") + number(user));
+    MainDatabase().execute(u"UPDATE users set usergroupid="_s + number(group) + u" WHERE id="_s +
+                           number(user));
 }
 
 void frmUser_Group::cboUserGroup_Click() {
@@ -232,10 +228,9 @@ void frmUser_Group::cboUserGroup_Click() {
 }
 
 void frmUser_Group::cmdUnew_Click() {
-    if (!screen::Forms::dialog<AddEditDialog>(QStringLiteral("frmUserAddEdit"))
-             ->ShowForm(QStringLiteral("New"), 0))
+    if (!screen::Forms::dialog<AddEditDialog>(u"frmUserAddEdit"_s)->ShowForm(u"New"_s, 0))
         return;
-    jet::Recordset users = snapshot(QStringLiteral("SELECT * FROM users ORDER BY id"));
+    jet::Recordset users = snapshot(u"SELECT * FROM users ORDER BY id"_s);
     for (; !users.eof(); users.moveNext()) {
         const qint64 key = users[u"id"].toLong();
         if (cboUsers->findData(key) >= 0)
@@ -249,11 +244,9 @@ void frmUser_Group::cmdUnew_Click() {
 
 void frmUser_Group::cmdUedit_Click() {
     const qint64 user = cboUsers->itemNumber();
-    if (!screen::Forms::dialog<AddEditDialog>(QStringLiteral("frmUserAddEdit"))
-             ->ShowForm(QStringLiteral("Edit"), user))
+    if (!screen::Forms::dialog<AddEditDialog>(u"frmUserAddEdit"_s)->ShowForm(u"Edit"_s, user))
         return;
-    const jet::Recordset row =
-        snapshot(QStringLiteral("SELECT * FROM users WHERE id=") + number(user));
+    const jet::Recordset row = snapshot(u"SELECT * FROM users WHERE id="_s + number(user));
     if (row.isEmpty())
         return;
     renameRow(cboUsers, user, row.text(u"username"));
@@ -264,14 +257,13 @@ void frmUser_Group::cmdUedit_Click() {
 }
 
 void frmUser_Group::cmdUdelete_Click() {
-    if (screen::MsgBox(QStringLiteral("Are you sure you want to delete this user?"),
-                       screen::Buttons::YesNo, screen::Icon::Question,
-                       QStringLiteral("Delete User")) != screen::Answer::Yes)
+    if (screen::MsgBox(u"Are you sure you want to delete this user?"_s, screen::Buttons::YesNo,
+                       screen::Icon::Question, u"Delete User"_s) != screen::Answer::Yes)
         return;
     const qint64 user = cboUsers->itemNumber();
     jet::Transaction change(MainDatabase());
-    MainDatabase().execute(QStringLiteral("DELETE * FROM users WHERE id=") + number(user));
-    MainDatabase().execute(QStringLiteral("DELETE * FROM securityusers WHERE id=") + number(user));
+    MainDatabase().execute(u"DELETE * FROM users WHERE id="_s + number(user));
+    MainDatabase().execute(u"DELETE * FROM securityusers WHERE id="_s + number(user));
     change.commit();
     removeRow(cboUsers, user);
     const int member = ListUsers->findNumber(user);
@@ -284,10 +276,9 @@ void frmUser_Group::cmdUdelete_Click() {
 void frmUser_Group::cboGroups_Click() {
     enableGroupControls();
     const qint64 group = cboGroups->itemNumber();
-    fillObjects(ListGroupObjects,
-                QStringLiteral("SELECT * FROM securitygroups WHERE groupid=") + number(group));
+    fillObjects(ListGroupObjects, u"SELECT * FROM securitygroups WHERE groupid="_s + number(group));
     ListUsers->clearRows();
-    jet::Recordset users = snapshot(QStringLiteral("SELECT * FROM users ORDER BY username"));
+    jet::Recordset users = snapshot(u"SELECT * FROM users ORDER BY username"_s);
     for (; !users.eof(); users.moveNext()) {
         const bool member = group != 0 && users[u"usergroupid"].toLong() == group;
         ListUsers->addRow(users.text(u"username"), users[u"id"].toLong(), member);
@@ -303,16 +294,15 @@ void frmUser_Group::ListGroupObjects_Click() {
         return;
     const QString group = number(cboGroups->itemNumber());
     const QString object = number(ListGroupObjects->itemNumber(row));
-    const QString grant = QStringLiteral(" FROM securitygroups WHERE groupid=") + group +
-                          QStringLiteral(" AND objectID=") + object;
+    const QString grant =
+        u" FROM securitygroups WHERE groupid="_s + group + u" AND objectID="_s + object;
     // A click that only chooses the row leaves its grant as it is.
-    const bool granted = MainDatabase().hasRows(QStringLiteral("SELECT *") + grant);
+    const bool granted = MainDatabase().hasRows(u"SELECT *"_s + grant);
     if (ListGroupObjects->isTicked(row) && !granted)
-        MainDatabase().execute(
-            QStringLiteral("INSERT INTO securitygroups (groupid, objectID) VALUES(") + group +
-            u',' + object + u')');
+        MainDatabase().execute(u"INSERT INTO securitygroups (groupid, objectID) VALUES("_s + group +
+                               u',' + object + u')');
     else if (!ListGroupObjects->isTicked(row) && granted)
-        MainDatabase().execute(QStringLiteral("DELETE") + grant);
+        MainDatabase().execute(u"DELETE"_s + grant);
 }
 
 void frmUser_Group::ListUsers_ItemCheck(int row) {
@@ -324,10 +314,9 @@ void frmUser_Group::ListUsers_ItemCheck(int row) {
 }
 
 void frmUser_Group::cmdGnew_Click() {
-    if (!screen::Forms::dialog<AddEditDialog>(QStringLiteral("frmGroupAddEdit"))
-             ->ShowForm(QStringLiteral("New"), 0))
+    if (!screen::Forms::dialog<AddEditDialog>(u"frmGroupAddEdit"_s)->ShowForm(u"New"_s, 0))
         return;
-    jet::Recordset groups = snapshot(QStringLiteral("SELECT * FROM groups ORDER BY groupid"));
+    jet::Recordset groups = snapshot(u"SELECT * FROM groups ORDER BY groupid"_s);
     for (; !groups.eof(); groups.moveNext()) {
         const qint64 key = groups[u"groupid"].toLong();
         if (cboGroups->findData(key) >= 0)
@@ -341,11 +330,9 @@ void frmUser_Group::cmdGnew_Click() {
 
 void frmUser_Group::cmdGedit_Click() {
     const qint64 group = cboGroups->itemNumber();
-    if (!screen::Forms::dialog<AddEditDialog>(QStringLiteral("frmGroupAddEdit"))
-             ->ShowForm(QStringLiteral("Edit"), group))
+    if (!screen::Forms::dialog<AddEditDialog>(u"frmGroupAddEdit"_s)->ShowForm(u"Edit"_s, group))
         return;
-    const jet::Recordset row =
-        snapshot(QStringLiteral("SELECT * FROM groups WHERE groupid=") + number(group));
+    const jet::Recordset row = snapshot(u"SELECT * FROM groups WHERE groupid="_s + number(group));
     if (row.isEmpty())
         return;
     renameRow(cboGroups, group, row.text(u"groupname"));
@@ -354,21 +341,20 @@ void frmUser_Group::cmdGedit_Click() {
 
 void frmUser_Group::cmdGdelete_Click() {
     const qint64 group = cboGroups->itemNumber();
-    const bool used = MainDatabase().hasRows(
-        QStringLiteral("SELECT * FROM users WHERE usergroupid=") + number(group));
+    const bool used =
+        MainDatabase().hasRows(u"SELECT * FROM users WHERE usergroupid="_s + number(group));
     const QString question =
-        used ? QStringLiteral("This group is assigned to one or more users. If you delete this, "
-                              "those users \rmay not be able to access the system. Are you sure "
-                              "you want to delete it?")
-             : QStringLiteral("Are you sure you want to delete this group?");
+        used ? u"This group is assigned to one or more users. If you delete this, "
+               "those users \rmay not be able to access the system. Are you sure "
+               "you want to delete it?"_s
+             : u"Are you sure you want to delete this group?"_s;
     if (screen::MsgBox(question, screen::Buttons::YesNo, screen::Icon::Question,
-                       QStringLiteral("Delete Group")) != screen::Answer::Yes)
+                       u"Delete Group"_s) != screen::Answer::Yes)
         return;
     // The members keep the group's number, which grants nothing any more.
     jet::Transaction change(MainDatabase());
-    MainDatabase().execute(QStringLiteral("DELETE * FROM groups WHERE groupid=") + number(group));
-    MainDatabase().execute(QStringLiteral("DELETE * FROM securitygroups WHERE groupid=") +
-                           number(group));
+    MainDatabase().execute(u"DELETE * FROM groups WHERE groupid="_s + number(group));
+    MainDatabase().execute(u"DELETE * FROM securitygroups WHERE groupid="_s + number(group));
     change.commit();
     removeRow(cboGroups, group);
     removeRow(cboUserGroup, group);

@@ -1,5 +1,6 @@
 #include "estimating/Costing.h"
 
+#include "platform/values/Literals.h"
 #include "platform/values/Numbers.h"
 #include "platform/values/Text.h"
 
@@ -53,10 +54,10 @@ std::array<double, breakCount> CalcQuoteTotals(const std::array<double, breakCou
 }
 
 QString discountText(const QString& typed) {
-    if (typed.trimmed().startsWith(QStringLiteral("100")))
-        return QStringLiteral("100.00");
+    if (typed.trimmed().startsWith(u"100"_s))
+        return u"100.00"_s;
     if (values::val(typed) == 0)
-        return QStringLiteral("0.00");
+        return u"0.00"_s;
     return values::numberField(typed, u"##0.00");
 }
 

@@ -1,5 +1,6 @@
 #include "estimating/DefaultSets.h"
 
+#include "platform/values/Literals.h"
 #include "platform/values/Text.h"
 
 namespace estimating {
@@ -14,25 +15,25 @@ QString num(qint64 n) {
 
 std::vector<SetOperation> setOperations(jet::Database& database, qint64 setNo) {
     jet::Recordset set = database.openRecordset(
-        QStringLiteral("SELECT Operation.Description AS OperDesc, "
-                       "IIF(Operation.OperType='C', 'Yes', 'No') AS ContrFlag, Operation.Operno "
-                       "FROM DefaultSetOper INNER JOIN Operation ON DefaultSetOper.OperNo = "
-                       "Operation.OperNo WHERE DefaultSetOper.SetNo=") +
-            num(setNo) + QStringLiteral(" ORDER BY DefaultSetOper.SeqNo"),
+        u"SELECT Operation.Description AS OperDesc, "
+        "IIF(Operation.OperType='C', 'Yes', 'No') AS ContrFlag, Operation.Operno "
+        "FROM DefaultSetOper INNER JOIN Operation ON DefaultSetOper.OperNo = "
+        "Operation.OperNo WHERE DefaultSetOper.SetNo="_s +
+            num(setNo) + u" ORDER BY DefaultSetOper.SeqNo"_s,
         jet::RecordsetType::Snapshot);
     std::vector<SetOperation> operations;
     for (; !set.eof(); set.moveNext()) {
-        operations.push_back({set[u"Operno"].toLong(), set.text(u"OperDesc"),
-                              set.text(u"ContrFlag") == QStringLiteral("Yes")});
+        operations.push_back(
+            {set[u"Operno"].toLong(), set.text(u"OperDesc"), set.text(u"ContrFlag") == u"Yes"_s});
     }
     return operations;
 }
 
 bool setNameTaken(jet::Database& database, const QString& name, qint64 setNo) {
-    QString select = QStringLiteral("SELECT * FROM defaultset WHERE setdescription='") +
-                     values::quoted(name) + QStringLiteral("'");
+    QString select =
+        u"SELECT * FROM defaultset WHERE setdescription='"_s + values::quoted(name) + u"'"_s;
     if (setNo != 0)
-        select += QStringLiteral(" AND setno<>") + num(setNo);
+        select += u" AND setno<>"_s + num(setNo);
     return database.hasRows(select);
 }
 
@@ -40,19 +41,18 @@ qint64 saveSet(jet::Database& database, qint64 setNo, const QString& name,
                const std::vector<qint64>& operations) {
     jet::Transaction transaction(database);
     if (setNo == 0) {
-        database.execute(QStringLiteral("INSERT INTO defaultset (setdescription) VALUES ('") +
-                         values::quoted(name) + QStringLiteral("')"));
+        database.execute(u"INSERT INTO defaultset (setdescription) VALUES ('"_s +
+                         values::quoted(name) + u"')"_s);
         setNo = database.lastCounter();
     } else {
-        database.execute(QStringLiteral("UPDATE defaultset SET setdescription='") +
-                         values::quoted(name) + QStringLiteral("' WHERE setno=") + num(setNo));
-        database.execute(QStringLiteral("DELETE FROM DefaultSetOper WHERE SetNo=") + num(setNo));
+        database.execute(u"UPDATE defaultset SET setdescription='"_s + values::quoted(name) +
+                         u"' WHERE setno="_s + num(setNo));
+        database.execute(u"DELETE FROM DefaultSetOper WHERE SetNo="_s + num(setNo));
     }
     for (std::size_t i = 0; i < operations.size(); ++i) {
-        database.execute(
-            QStringLiteral("INSERT INTO defaultsetoper (setno, operno, seqno) VALUES (") +
-            num(setNo) + QStringLiteral(", ") + num(operations[i]) + QStringLiteral(", ") +
-            num(static_cast<qint64>(i) + 1) + QStringLiteral(")"));
+        database.execute(u"INSERT INTO defaultsetoper (setno, operno, seqno) VALUES ("_s +
+                         num(setNo) + u", "_s + num(operations[i]) + u", "_s +
+                         num(static_cast<qint64>(i) + 1) + u")"_s);
     }
     transaction.commit();
     return setNo;
@@ -60,8 +60,8 @@ qint64 saveSet(jet::Database& database, qint64 setNo, const QString& name,
 
 void deleteSet(jet::Database& database, qint64 setNo) {
     jet::Transaction transaction(database);
-    database.execute(QStringLiteral("DELETE * FROM DefaultSetOper WHERE SetNo = ") + num(setNo));
-    database.execute(QStringLiteral("DELETE * FROM DefaultSet WHERE SetNo = ") + num(setNo));
+    database.execute(u"DELETE * FROM DefaultSetOper WHERE SetNo = "_s + num(setNo));
+    database.execute(u"DELETE * FROM DefaultSet WHERE SetNo = "_s + num(setNo));
     transaction.commit();
 }
 

@@ -1,5 +1,6 @@
 #include "estimating/EstimateStore.h"
 
+#include "platform/values/Literals.h"
 #include "platform/values/Numbers.h"
 #include "platform/values/Text.h"
 
@@ -21,8 +22,7 @@ void step(const char16_t* name, Work work) {
     try {
         work();
     } catch (const jet::Error& error) {
-        throw jet::Error(error.number(),
-                         error.text() + QStringLiteral("\r\n") + QString::fromUtf16(name));
+        throw jet::Error(error.number(), error.text() + u"\r\n"_s + QString::fromUtf16(name));
     }
 }
 
@@ -68,25 +68,24 @@ QStringList basisOf(jet::Database& database, const QString& select) {
 }
 
 QStringList headerBasis(jet::Database& database, qint64 estNo) {
-    return basisOf(database,
-                   QStringLiteral("SELECT Quantity, EstShopRate, OneShopRate, QtyBreakA, "
-                                  "QtyBreakB, QtyBreakC, QtyBreakD, QtyBreakE, QtyDiscountA, "
-                                  "QtyDiscountB, QtyDiscountC, QtyDiscountD, QtyDiscountE, QtyQPA, "
-                                  "QtyQPB, QtyQPC, QtyQPD, QtyQPE FROM Estimate WHERE EstNo = ") +
-                       QString::number(estNo));
+    return basisOf(database, u"SELECT Quantity, EstShopRate, OneShopRate, QtyBreakA, "
+                             "QtyBreakB, QtyBreakC, QtyBreakD, QtyBreakE, QtyDiscountA, "
+                             "QtyDiscountB, QtyDiscountC, QtyDiscountD, QtyDiscountE, QtyQPA, "
+                             "QtyQPB, QtyQPC, QtyQPD, QtyQPE FROM Estimate WHERE EstNo = "_s +
+                                 QString::number(estNo));
 }
 
 QStringList operationBasis(jet::Database& database, qint64 estNo) {
-    return basisOf(database, QStringLiteral("SELECT OperNo, OperTime_Amount, OperShopRate FROM "
-                                            "EstOper WHERE EstNo = ") +
-                                 QString::number(estNo) + QStringLiteral(" ORDER BY SeqNo"));
+    return basisOf(database, u"SELECT OperNo, OperTime_Amount, OperShopRate FROM "
+                             "EstOper WHERE EstNo = "_s +
+                                 QString::number(estNo) + u" ORDER BY SeqNo"_s);
 }
 
 QStringList fixedCostBasis(jet::Database& database, qint64 estNo) {
-    return basisOf(database, QStringLiteral("SELECT ItemNo, UnitPrice, Quantity, CostAmount FROM "
-                                            "EstMiscCost WHERE EstNo = ") +
+    return basisOf(database, u"SELECT ItemNo, UnitPrice, Quantity, CostAmount FROM "
+                             "EstMiscCost WHERE EstNo = "_s +
                                  QString::number(estNo) +
-                                 QStringLiteral(" ORDER BY ItemNo, Quantity, UnitPrice"));
+                                 u" ORDER BY ItemNo, Quantity, UnitPrice"_s);
 }
 
 void expectSame(const QStringList& now, const QStringList& before) {
@@ -95,35 +94,32 @@ void expectSame(const QStringList& now, const QStringList& before) {
 }
 
 QString pairOf(qint64 custId, const QString& rfqNo) {
-    return QStringLiteral("CustID=") + QString::number(custId) + QStringLiteral(" and RFQNo='") +
-           values::quoted(rfqNo) + QStringLiteral("'");
+    return u"CustID="_s + QString::number(custId) + u" and RFQNo='"_s + values::quoted(rfqNo) +
+           u"'"_s;
 }
 
 } // namespace
 
 QString estimateRows() {
-    return QStringLiteral("SELECT * FROM Estimate ORDER BY EstNo");
+    return u"SELECT * FROM Estimate ORDER BY EstNo"_s;
 }
 
 std::optional<Complaint> checkDraft(const EstimateDraft& draft) {
     const EstimateHeader& header = draft.header;
     if (header.rfqNo.trimmed().isEmpty())
-        return Complaint{QStringLiteral("Please enter Rfq No."), QStringLiteral("txtRfqno")};
+        return Complaint{u"Please enter Rfq No."_s, u"txtRfqno"_s};
     if (header.partNo.trimmed().isEmpty())
-        return Complaint{QStringLiteral("Please enter Part No."), QStringLiteral("txtPartno")};
+        return Complaint{u"Please enter Part No."_s, u"txtPartno"_s};
     if (header.quantity <= 0) {
-        return Complaint{QStringLiteral("Please enter a Quantity greater than 0"),
-                         QStringLiteral("txtQuantity")};
+        return Complaint{u"Please enter a Quantity greater than 0"_s, u"txtQuantity"_s};
     }
     if (header.custId == 0)
-        return Complaint{QStringLiteral("Please select a Customer"), QStringLiteral("dbcCustomer")};
+        return Complaint{u"Please select a Customer"_s, u"dbcCustomer"_s};
     if (!header.estDate) {
-        return Complaint{QStringLiteral("Please enter Estimate Date!"),
-                         QStringLiteral("txtEstDate")};
+        return Complaint{u"Please enter Estimate Date!"_s, u"txtEstDate"_s};
     }
     if (draft.operations.empty()) {
-        return Complaint{QStringLiteral("Please enter at least one operation"),
-                         QStringLiteral("sprOper")};
+        return Complaint{u"Please enter at least one operation"_s, u"sprOper"_s};
     }
     return std::nullopt;
 }
@@ -140,7 +136,7 @@ qint64 saveEstimate(jet::Database& database, jet::Recordset& rows, qint64 estNo,
         if (estNo != 0) {
             // Where another station deleted the estimate the set stands on another one.
             if (rows[u"EstNo"].toLong() != estNo)
-                throw jet::Error(jet::errors::rowDeleted, QStringLiteral("Record is deleted."));
+                throw jet::Error(jet::errors::rowDeleted, u"Record is deleted."_s);
             rows.edit();
             if (before)
                 expectSame(headerBasis(database, estNo), before->basis.header);
@@ -156,16 +152,16 @@ qint64 saveEstimate(jet::Database& database, jet::Recordset& rows, qint64 estNo,
         if (estNo == 0)
             estNo = rows.lastAddedKey().toLong();
     });
-    const QString ofEstimate = QStringLiteral(" WHERE EstNo = ") + QString::number(estNo);
+    const QString ofEstimate = u" WHERE EstNo = "_s + QString::number(estNo);
     step(u"Delete EstOper", [&] {
         if (before)
             expectSame(operationBasis(database, estNo), before->basis.operations);
-        database.execute(QStringLiteral("DELETE FROM EstOper") + ofEstimate);
+        database.execute(u"DELETE FROM EstOper"_s + ofEstimate);
     });
     step(u"Delete EstMiscCost", [&] {
         if (before)
             expectSame(fixedCostBasis(database, estNo), before->basis.fixedCosts);
-        database.execute(QStringLiteral("DELETE FROM EstMiscCost") + ofEstimate);
+        database.execute(u"DELETE FROM EstMiscCost"_s + ofEstimate);
     });
     step(u"Insert EstOper",
          [&] { insertOperRows(database, estimateRouting(), estNo, draft.operations); });
@@ -176,49 +172,45 @@ qint64 saveEstimate(jet::Database& database, jet::Recordset& rows, qint64 estNo,
 }
 
 void deleteEstimate(jet::Database& database, jet::Recordset& rows, qint64 estNo) {
-    const QString ofEstimate = QStringLiteral(" WHERE EstNo=") + QString::number(estNo);
+    const QString ofEstimate = u" WHERE EstNo="_s + QString::number(estNo);
     jet::Transaction transaction(database);
-    step(u"Delete EstOper",
-         [&] { database.execute(QStringLiteral("DELETE FROM EstOper") + ofEstimate); });
+    step(u"Delete EstOper", [&] { database.execute(u"DELETE FROM EstOper"_s + ofEstimate); });
     step(u"Delete EstMiscCost",
-         [&] { database.execute(QStringLiteral("DELETE FROM EstMiscCost") + ofEstimate); });
+         [&] { database.execute(u"DELETE FROM EstMiscCost"_s + ofEstimate); });
     step(u"Delete EstOperNote",
-         [&] { database.execute(QStringLiteral("Delete from EstOperNote") + ofEstimate); });
+         [&] { database.execute(u"Delete from EstOperNote"_s + ofEstimate); });
     step(u"Delete Estimate", [&] { rows.remove(); });
     step(u"Commit Trans", [&] { transaction.commit(); });
 }
 
 QString rfqNotes(jet::Database& database, qint64 custId, const QString& rfqNo) {
-    return database
-        .lookup(QStringLiteral("SELECT rfqnotes FROM rfqnotes WHERE ") + pairOf(custId, rfqNo))
+    return database.lookup(u"SELECT rfqnotes FROM rfqnotes WHERE "_s + pairOf(custId, rfqNo))
         .toText();
 }
 
 bool hasRfqNotes(jet::Database& database, qint64 custId, const QString& rfqNo) {
-    return database.hasRows(QStringLiteral("SELECT rfqnotes FROM rfqnotes WHERE ") +
-                            pairOf(custId, rfqNo));
+    return database.hasRows(u"SELECT rfqnotes FROM rfqnotes WHERE "_s + pairOf(custId, rfqNo));
 }
 
 void writeRfqNotes(jet::Database& database, qint64 custId, const QString& rfqNo,
                    const QString& notes) {
-    const QString text = QStringLiteral("'") + values::quoted(notes) + QStringLiteral("'");
+    const QString text = u"'"_s + values::quoted(notes) + u"'"_s;
     if (hasRfqNotes(database, custId, rfqNo)) {
-        database.execute(QStringLiteral("UPDATE RfqNotes SET rfqnotes = ") + text +
-                         QStringLiteral(" WHERE ") + pairOf(custId, rfqNo));
+        database.execute(u"UPDATE RfqNotes SET rfqnotes = "_s + text + u" WHERE "_s +
+                         pairOf(custId, rfqNo));
     } else {
-        database.execute(QStringLiteral("INSERT INTO RfqNotes (CustID, RFQNo, rfqnotes) VALUES(") +
-                         QString::number(custId) + QStringLiteral(",'") + values::quoted(rfqNo) +
-                         QStringLiteral("',") + text + QStringLiteral(")"));
+        database.execute(u"INSERT INTO RfqNotes (CustID, RFQNo, rfqnotes) VALUES("_s +
+                         QString::number(custId) + u",'"_s + values::quoted(rfqNo) + u"',"_s +
+                         text + u")"_s);
     }
 }
 
 void dropUnusedRfqNotes(jet::Database& database, qint64 custId, const QString& rfqNo) {
     const QString pair = pairOf(custId, rfqNo);
     jet::Transaction transaction(database);
-    const Value count =
-        database.lookup(QStringLiteral("SELECT COUNT(*) FROM Estimate WHERE ") + pair);
+    const Value count = database.lookup(u"SELECT COUNT(*) FROM Estimate WHERE "_s + pair);
     if (count.toLong() == 0)
-        database.execute(QStringLiteral("DELETE FROM RfqNotes WHERE ") + pair);
+        database.execute(u"DELETE FROM RfqNotes WHERE "_s + pair);
     transaction.commit();
 }
 
@@ -234,8 +226,7 @@ void saveRfqNotes(jet::Database& database, const EstimateHeader& saved, const QS
 std::optional<EstimateDraft> draftFromJob(jet::Database& database, qint64 jobNo,
                                           const QString& currencySymbol) {
     const jet::Recordset job = database.openRecordset(
-        QStringLiteral("SELECT * FROM job WHERE jobno=") + QString::number(jobNo),
-        jet::RecordsetType::Snapshot);
+        u"SELECT * FROM job WHERE jobno="_s + QString::number(jobNo), jet::RecordsetType::Snapshot);
     if (job.isEmpty())
         return std::nullopt;
     EstimateDraft draft;
@@ -255,7 +246,7 @@ std::optional<EstimateDraft> draftFromJob(jet::Database& database, qint64 jobNo,
     for (OperRow& row : draft.operations) {
         row.hasNote = false;
         row.located = 0;
-        row.status = QStringLiteral(" ");
+        row.status = u" "_s;
         row.estimated.reset();
     }
     draft.fixedCosts = loadMiscRows(database, jobRouting(), jobNo);

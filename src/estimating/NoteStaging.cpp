@@ -1,5 +1,6 @@
 #include "estimating/NoteStaging.h"
 
+#include "platform/values/Literals.h"
 #include "platform/values/Text.h"
 
 namespace estimating {
@@ -13,14 +14,14 @@ QString num(qint64 n) {
 } // namespace
 
 QString NoteStaging::where(qint64 seqNo) const {
-    return QStringLiteral(" where ") + m_kind.documentKey + QStringLiteral(" = ") +
-           num(m_documentNo) + QStringLiteral(" and SeqNo = ") + num(seqNo);
+    return u" where "_s + m_kind.documentKey + u" = "_s + num(m_documentNo) + u" and SeqNo = "_s +
+           num(seqNo);
 }
 
 std::optional<QString> NoteStaging::note(qint64 seqNo) const {
-    jet::Recordset set = m_database.openRecordset(QStringLiteral("select OperNotes from ") +
-                                                      m_kind.noteTable + where(seqNo),
-                                                  jet::RecordsetType::Snapshot);
+    jet::Recordset set =
+        m_database.openRecordset(u"select OperNotes from "_s + m_kind.noteTable + where(seqNo),
+                                 jet::RecordsetType::Snapshot);
     if (set.isEmpty())
         return std::nullopt;
     return set.text(u"OperNotes");
@@ -30,32 +31,28 @@ bool NoteStaging::write(qint64 seqNo, const QString& text) {
     const QString& table = m_kind.noteTable;
     jet::Transaction transaction(m_database);
     if (text.isEmpty()) {
-        m_database.execute(QStringLiteral("Delete from ") + table + where(seqNo));
+        m_database.execute(u"Delete from "_s + table + where(seqNo));
     } else if (note(seqNo)) {
-        m_database.execute(QStringLiteral("UPDATE ") + table + QStringLiteral(" SET ") + table +
-                           QStringLiteral(".OperNotes = '") + values::quoted(text) +
-                           QStringLiteral("'") + where(seqNo));
+        m_database.execute(u"UPDATE "_s + table + u" SET "_s + table + u".OperNotes = '"_s +
+                           values::quoted(text) + u"'"_s + where(seqNo));
     } else {
         // Without an ID the column takes its default 0: the note isn't bound to a saved row.
-        m_database.execute(QStringLiteral("Insert into ") + table + QStringLiteral("(") +
-                           m_kind.documentKey + QStringLiteral(",SeqNo,OperNotes) VALUES(") +
-                           num(m_documentNo) + QStringLiteral(",") + num(seqNo) +
-                           QStringLiteral(",'") + values::quoted(text) + QStringLiteral("')"));
+        m_database.execute(u"Insert into "_s + table + u"("_s + m_kind.documentKey +
+                           u",SeqNo,OperNotes) VALUES("_s + num(m_documentNo) + u","_s +
+                           num(seqNo) + u",'"_s + values::quoted(text) + u"')"_s);
     }
     transaction.commit();
     return !text.isEmpty();
 }
 
 void NoteStaging::stage(qint64 seqNo, const QString& text) {
-    m_database.execute(QStringLiteral("Insert into ") + m_kind.noteTable + QStringLiteral(" (ID,") +
-                       m_kind.documentKey + QStringLiteral(",Seqno,OperNotes) values (0,") +
-                       num(m_documentNo) + QStringLiteral(",") + num(seqNo) + QStringLiteral(",'") +
-                       values::quoted(text) + QStringLiteral("')"));
+    m_database.execute(u"Insert into "_s + m_kind.noteTable + u" (ID,"_s + m_kind.documentKey +
+                       u",Seqno,OperNotes) values (0,"_s + num(m_documentNo) + u","_s + num(seqNo) +
+                       u",'"_s + values::quoted(text) + u"')"_s);
 }
 
 void NoteStaging::move(const QString& table, int from, int to) {
-    m_database.execute(QStringLiteral("Update ") + table + QStringLiteral(" set SeqNo = ") +
-                       num(to) + where(from));
+    m_database.execute(u"Update "_s + table + u" set SeqNo = "_s + num(to) + where(from));
 }
 
 void NoteStaging::rowInserted(int place, int rowsBefore, const QString& defaultNote) {
@@ -78,7 +75,7 @@ void NoteStaging::rowRemoved(int place, int rowsBefore) {
     if (saved || m_kind.parksNotesOfNewDocument)
         move(m_kind.noteTable, place, 0);
     else
-        m_database.execute(QStringLiteral("Delete from ") + m_kind.noteTable + where(place));
+        m_database.execute(u"Delete from "_s + m_kind.noteTable + where(place));
     if (schedule)
         move(m_kind.scheduleTable, place, 0);
     for (int i = place + 1; i <= rowsBefore; ++i) {
@@ -93,30 +90,25 @@ void NoteStaging::adopt(qint64 savedNo, int rows) {
     const QString& table = m_kind.noteTable;
     const QString& key = m_kind.documentKey;
     const auto deleteParked = [&] {
-        m_database.execute(QStringLiteral("Delete * from ") + table +
-                           QStringLiteral(" where SeqNo = 0"));
+        m_database.execute(u"Delete * from "_s + table + u" where SeqNo = 0"_s);
         if (!m_kind.scheduleTable.isEmpty()) {
-            m_database.execute(QStringLiteral("Delete * from ") + m_kind.scheduleTable +
-                               QStringLiteral(" where SeqNo = 0"));
+            m_database.execute(u"Delete * from "_s + m_kind.scheduleTable + u" where SeqNo = 0"_s);
         }
     };
     jet::Transaction transaction(m_database);
     if (m_kind.deletesParkedFirst)
         deleteParked();
-    m_database.execute(QStringLiteral("Update ") + table + QStringLiteral(" set ") + key +
-                       QStringLiteral(" = ") + num(savedNo) + QStringLiteral(" where ") + key +
-                       QStringLiteral(" = 0"));
+    m_database.execute(u"Update "_s + table + u" set "_s + key + u" = "_s + num(savedNo) +
+                       u" where "_s + key + u" = 0"_s);
     if (!m_kind.deletesParkedFirst)
         deleteParked();
     for (int i = 1; i <= rows; ++i) {
-        const QString place = QStringLiteral(" where ") + key + QStringLiteral(" = ") +
-                              num(savedNo) + QStringLiteral(" and SeqNo = ") + num(i);
-        const jet::Value id =
-            m_database.lookup(QStringLiteral("Select ID from ") + m_kind.operTable + place);
+        const QString place =
+            u" where "_s + key + u" = "_s + num(savedNo) + u" and SeqNo = "_s + num(i);
+        const jet::Value id = m_database.lookup(u"Select ID from "_s + m_kind.operTable + place);
         if (id.isNull())
             continue;
-        m_database.execute(QStringLiteral("Update ") + table + QStringLiteral(" set ID = ") +
-                           id.toText() + place);
+        m_database.execute(u"Update "_s + table + u" set ID = "_s + id.toText() + place);
     }
     transaction.commit();
     m_documentNo = savedNo;
@@ -126,18 +118,16 @@ void NoteStaging::cancel() {
     const QString& table = m_kind.noteTable;
     const QString& key = m_kind.documentKey;
     jet::Transaction transaction(m_database);
-    m_database.execute(QStringLiteral("Delete * from ") + table + QStringLiteral(" where ") + key +
-                       QStringLiteral(" = 0"));
-    m_database.execute(QStringLiteral("Delete * from ") + table + QStringLiteral(" where ID = 0"));
+    m_database.execute(u"Delete * from "_s + table + u" where "_s + key + u" = 0"_s);
+    m_database.execute(u"Delete * from "_s + table + u" where ID = 0"_s);
     if (m_documentNo != 0) {
-        jet::Recordset saved = m_database.openRecordset(
-            QStringLiteral("Select SeqNo,ID from ") + m_kind.operTable + QStringLiteral(" where ") +
-                key + QStringLiteral("=") + num(m_documentNo) + QStringLiteral(" ORDER BY SeqNo"),
-            jet::RecordsetType::Snapshot);
+        jet::Recordset saved =
+            m_database.openRecordset(u"Select SeqNo,ID from "_s + m_kind.operTable + u" where "_s +
+                                         key + u"="_s + num(m_documentNo) + u" ORDER BY SeqNo"_s,
+                                     jet::RecordsetType::Snapshot);
         for (; !saved.eof(); saved.moveNext()) {
-            m_database.execute(QStringLiteral("Update ") + table + QStringLiteral(" set SeqNo = ") +
-                               saved.text(u"SeqNo") + QStringLiteral(" where ID = ") +
-                               saved.text(u"ID"));
+            m_database.execute(u"Update "_s + table + u" set SeqNo = "_s + saved.text(u"SeqNo") +
+                               u" where ID = "_s + saved.text(u"ID"));
         }
     }
     transaction.commit();
@@ -146,7 +136,7 @@ void NoteStaging::cancel() {
 QString joinedNotes(const QString& defaultNote, const QString& otherNote) {
     if (defaultNote.isEmpty() || otherNote.isEmpty())
         return defaultNote + otherNote;
-    return defaultNote + QStringLiteral("\r\n") + otherNote;
+    return defaultNote + u"\r\n"_s + otherNote;
 }
 
 void stageDefaultNotes(jet::Database& database, const RoutingKind& kind,

@@ -1,5 +1,6 @@
 #include "estimating/OperationCatalogue.h"
 
+#include "platform/values/Literals.h"
 #include "platform/values/Numbers.h"
 #include "platform/values/Text.h"
 
@@ -21,20 +22,20 @@ Currency rateOf(const QString& typed) {
 }
 
 bool hasNote(jet::Database& database, qint64 operNo) {
-    return database.hasRows(QStringLiteral("Select OperNo from OperNote where OperNo = ") +
+    return database.hasRows(u"Select OperNo from OperNote where OperNo = "_s +
                             QString::number(operNo));
 }
 
 void saveNote(jet::Database& database, qint64 operNo, const QString& note) {
     const QString number = QString::number(operNo);
     if (note.isEmpty()) {
-        database.execute(QStringLiteral("Delete from OperNote where OperNo = ") + number);
+        database.execute(u"Delete from OperNote where OperNo = "_s + number);
     } else if (hasNote(database, operNo)) {
-        database.execute(QStringLiteral("UPDATE OperNote SET [Note] = '") + quoted(note) +
-                         QStringLiteral("' where Operno = ") + number);
+        database.execute(u"UPDATE OperNote SET [Note] = '"_s + quoted(note) +
+                         u"' where Operno = "_s + number);
     } else {
-        database.execute(QStringLiteral("INSERT INTO OperNote (OperNo, [Note]) VALUES(") + number +
-                         QStringLiteral(",'") + quoted(note) + QStringLiteral("')"));
+        database.execute(u"INSERT INTO OperNote (OperNo, [Note]) VALUES("_s + number + u",'"_s +
+                         quoted(note) + u"')"_s);
     }
 }
 
@@ -42,18 +43,18 @@ void saveNote(jet::Database& database, qint64 operNo, const QString& note) {
 
 QString operationTitle(const QString& type) {
     if (type.compare(QStringView(contractorType), Qt::CaseInsensitive) == 0)
-        return QStringLiteral("Contracted Operation");
+        return u"Contracted Operation"_s;
     if (type.compare(QStringView(overheadType), Qt::CaseInsensitive) == 0)
-        return QStringLiteral("Overhead Operation");
-    return QStringLiteral("Inhouse Operation");
+        return u"Overhead Operation"_s;
+    return u"Inhouse Operation"_s;
 }
 
 std::vector<CatalogueEntry> operationsOfType(jet::Database& database, const QString& type) {
     jet::Recordset set = database.openRecordset(
-        QStringLiteral("SELECT operation.*, operdepartment.department FROM operation LEFT JOIN "
-                       "operdepartment ON operation.operdepartment_id=operdepartment.id WHERE "
-                       "operation.opertype='") +
-            quoted(type) + QStringLiteral("' ORDER BY description"),
+        u"SELECT operation.*, operdepartment.department FROM operation LEFT JOIN "
+        "operdepartment ON operation.operdepartment_id=operdepartment.id WHERE "
+        "operation.opertype='"_s +
+            quoted(type) + u"' ORDER BY description"_s,
         jet::RecordsetType::Snapshot);
     std::vector<CatalogueEntry> entries;
     for (; !set.eof(); set.moveNext()) {
@@ -65,16 +66,15 @@ std::vector<CatalogueEntry> operationsOfType(jet::Database& database, const QStr
 }
 
 std::vector<DepartmentNode> operationsByDepartment(jet::Database& database) {
-    jet::Recordset departments =
-        database.openRecordset(QStringLiteral("SELECT * FROM operdepartment ORDER BY department"),
+    jet::Recordset departments = database.openRecordset(
+        u"SELECT * FROM operdepartment ORDER BY department"_s, jet::RecordsetType::Snapshot);
+    jet::Recordset operations =
+        database.openRecordset(u"SELECT * FROM operation ORDER BY operdepartment_id, description"_s,
                                jet::RecordsetType::Snapshot);
-    jet::Recordset operations = database.openRecordset(
-        QStringLiteral("SELECT * FROM operation ORDER BY operdepartment_id, description"),
-        jet::RecordsetType::Snapshot);
     std::vector<DepartmentNode> nodes;
     for (; !departments.eof(); departments.moveNext()) {
         DepartmentNode node{departments[u"id"].toLong(), departments.text(u"department"), {}};
-        operations.findFirst(QStringLiteral("operdepartment_id=") + QString::number(node.id));
+        operations.findFirst(u"operdepartment_id="_s + QString::number(node.id));
         if (!operations.noMatch()) {
             for (; !operations.eof() && operations[u"operdepartment_id"].toLong() == node.id;
                  operations.moveNext()) {
@@ -94,9 +94,8 @@ std::vector<DepartmentNode> operationsByDepartment(jet::Database& database) {
 
 std::optional<OperationDraft> loadOperation(jet::Database& database, qint64 operNo) {
     const QString number = QString::number(operNo);
-    jet::Recordset set =
-        database.openRecordset(QStringLiteral("SELECT * FROM operation WHERE operno=") + number,
-                               jet::RecordsetType::Snapshot);
+    jet::Recordset set = database.openRecordset(u"SELECT * FROM operation WHERE operno="_s + number,
+                                                jet::RecordsetType::Snapshot);
     if (set.isEmpty())
         return std::nullopt;
     OperationDraft draft;
@@ -106,51 +105,47 @@ std::optional<OperationDraft> loadOperation(jet::Database& database, qint64 oper
     draft.rate = set[u"OperShopRate"].toCurrency().toText();
     draft.departmentId = set[u"operdepartment_id"].toLong();
     draft.note =
-        database.lookup(QStringLiteral("Select [Note] from OperNote where OperNo = ") + number)
-            .toText();
+        database.lookup(u"Select [Note] from OperNote where OperNo = "_s + number).toText();
     return draft;
 }
 
 std::optional<Complaint> checkOperation(jet::Database& database, const OperationDraft& draft) {
     const QString description = draft.description.trimmed();
-    const QString descriptionField = QStringLiteral("txtDescription");
+    const QString descriptionField = u"txtDescription"_s;
     if (description.isEmpty())
-        return Complaint{QStringLiteral("Description may not be blank!"), descriptionField};
-    QString same = QStringLiteral("SELECT * FROM operation WHERE description='") +
-                   quoted(description) + QStringLiteral("'");
+        return Complaint{u"Description may not be blank!"_s, descriptionField};
+    QString same = u"SELECT * FROM operation WHERE description='"_s + quoted(description) + u"'"_s;
     if (draft.operNo != 0)
-        same += QStringLiteral(" AND operno<>") + QString::number(draft.operNo);
+        same += u" AND operno<>"_s + QString::number(draft.operNo);
     if (database.hasRows(same))
-        return Complaint{description + QStringLiteral(" already exists!"), descriptionField};
+        return Complaint{description + u" already exists!"_s, descriptionField};
     if (!isInhouse(draft.type))
         return std::nullopt;
     if (!values::isNumeric(draft.rate))
-        return Complaint{QStringLiteral("Invalid Shop Rate!"), QStringLiteral("txtOperShopRate")};
+        return Complaint{u"Invalid Shop Rate!"_s, u"txtOperShopRate"_s};
     if (draft.departmentId == 0)
-        return Complaint{QStringLiteral("Department may not be blank!"), QStringLiteral("cboDept")};
+        return Complaint{u"Department may not be blank!"_s, u"cboDept"_s};
     return std::nullopt;
 }
 
 qint64 saveOperation(jet::Database& database, const OperationDraft& draft) {
     const QString description = quoted(draft.description.trimmed());
-    const QString where = QStringLiteral(" WHERE operno=") + QString::number(draft.operNo);
-    const QString insert = QStringLiteral("INSERT INTO operation (description, opertype, "
-                                          "opershoprate, operdepartment_id) VALUES('") +
+    const QString where = u" WHERE operno="_s + QString::number(draft.operNo);
+    const QString insert = u"INSERT INTO operation (description, opertype, "
+                           "opershoprate, operdepartment_id) VALUES('"_s +
                            description;
     QString sql;
     if (isInhouse(draft.type)) {
         const QString rate = rateOf(draft.rate).toText();
         const QString department = QString::number(draft.departmentId);
-        sql = draft.operNo == 0 ? insert + QStringLiteral("','I',") + rate + QStringLiteral(",") +
-                                      department + QStringLiteral(")")
-                                : QStringLiteral("UPDATE operation SET description='") +
-                                      description + QStringLiteral("', opershoprate=") + rate +
-                                      QStringLiteral(", operdepartment_id=") + department + where;
+        sql = draft.operNo == 0
+                  ? insert + u"','I',"_s + rate + u","_s + department + u")"_s
+                  : u"UPDATE operation SET description='"_s + description + u"', opershoprate="_s +
+                        rate + u", operdepartment_id="_s + department + where;
     } else {
         sql = draft.operNo == 0
-                  ? insert + QStringLiteral("','") + quoted(draft.type) + QStringLiteral("',0,0)")
-                  : QStringLiteral("UPDATE operation SET description='") + description +
-                        QStringLiteral("'") + where;
+                  ? insert + u"','"_s + quoted(draft.type) + u"',0,0)"_s
+                  : u"UPDATE operation SET description='"_s + description + u"'"_s + where;
     }
 
     jet::Transaction transaction(database);
@@ -158,8 +153,7 @@ qint64 saveOperation(jet::Database& database, const OperationDraft& draft) {
     // The description is unique, so it leads to the number that a new row was given.
     const qint64 operNo =
         database
-            .lookup(QStringLiteral("Select OperNo from Operation where description = '") +
-                    description + QStringLiteral("'"))
+            .lookup(u"Select OperNo from Operation where description = '"_s + description + u"'"_s)
             .toLong();
     saveNote(database, operNo, draft.note);
     transaction.commit();
@@ -168,30 +162,29 @@ qint64 saveOperation(jet::Database& database, const OperationDraft& draft) {
 
 std::optional<Complaint> checkDepartment(jet::Database& database, qint64 id, const QString& name) {
     const QString trimmed = name.trimmed();
-    const QString field = QStringLiteral("txtDescription");
+    const QString field = u"txtDescription"_s;
     if (trimmed.isEmpty())
-        return Complaint{QStringLiteral("Description may not be blank!"), field};
-    QString same = QStringLiteral("SELECT * FROM operdepartment WHERE department='") +
-                   quoted(trimmed) + QStringLiteral("'");
+        return Complaint{u"Description may not be blank!"_s, field};
+    QString same = u"SELECT * FROM operdepartment WHERE department='"_s + quoted(trimmed) + u"'"_s;
     if (id != 0)
-        same += QStringLiteral(" AND id<>") + QString::number(id);
+        same += u" AND id<>"_s + QString::number(id);
     if (database.hasRows(same))
-        return Complaint{trimmed + QStringLiteral(" already exists!"), field};
+        return Complaint{trimmed + u" already exists!"_s, field};
     return std::nullopt;
 }
 
 void saveDepartment(jet::Database& database, qint64 id, const QString& name) {
     const QString text = quoted(name.trimmed());
-    database.execute(id == 0 ? QStringLiteral("INSERT INTO operdepartment (department) VALUES('") +
-                                   text + QStringLiteral("')")
-                             : QStringLiteral("UPDATE operdepartment SET department='") + text +
-                                   QStringLiteral("' WHERE id=") + QString::number(id));
+    database.execute(id == 0
+                         ? u"INSERT INTO operdepartment (department) VALUES('"_s + text + u"')"_s
+                         : u"UPDATE operdepartment SET department='"_s + text + u"' WHERE id="_s +
+                               QString::number(id));
 }
 
 QString operationInUse(jet::Database& database, qint64 operNo, const QString& type) {
     const auto booked = [&](const char16_t* table) {
-        return database.hasRows(QStringLiteral("SELECT * FROM ") + QString::fromUtf16(table) +
-                                QStringLiteral(" WHERE operno=") + QString::number(operNo));
+        return database.hasRows(u"SELECT * FROM "_s + QString::fromUtf16(table) +
+                                u" WHERE operno="_s + QString::number(operNo));
     };
     struct Place {
         const char16_t* table;
@@ -206,8 +199,8 @@ QString operationInUse(jet::Database& database, qint64 operNo, const QString& ty
     const auto refusal = [&](const auto& places) {
         for (const Place& place : places) {
             if (booked(place.table)) {
-                return QStringLiteral("This operation has been included in ") +
-                       QString::fromUtf16(place.word) + QStringLiteral(". It cannot be deleted!");
+                return u"This operation has been included in "_s + QString::fromUtf16(place.word) +
+                       u". It cannot be deleted!"_s;
             }
         }
         return QString();
@@ -218,12 +211,11 @@ QString operationInUse(jet::Database& database, qint64 operNo, const QString& ty
 }
 
 void deleteOperation(jet::Database& database, qint64 operNo) {
-    database.execute(QStringLiteral("DELETE FROM operation WHERE operno=") +
-                     QString::number(operNo));
+    database.execute(u"DELETE FROM operation WHERE operno="_s + QString::number(operNo));
 }
 
 void deleteDepartment(jet::Database& database, qint64 id) {
-    database.execute(QStringLiteral("DELETE FROM operdepartment WHERE id=") + QString::number(id));
+    database.execute(u"DELETE FROM operdepartment WHERE id="_s + QString::number(id));
 }
 
 } // namespace estimating

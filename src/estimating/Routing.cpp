@@ -1,6 +1,7 @@
 #include "estimating/Routing.h"
 
 #include "estimating/NoteStaging.h"
+#include "platform/values/Literals.h"
 #include "platform/values/Numbers.h"
 #include "platform/values/Text.h"
 
@@ -27,15 +28,14 @@ std::vector<OperRow> loadOperRows(jet::Database& database, const RoutingKind& ki
                                   qint64 documentNo, const QString& currencySymbol) {
     const QString& table = kind.operTable;
     jet::Recordset set = database.openRecordset(
-        QStringLiteral("SELECT ") + table +
-            QStringLiteral(".*, Operation.Description, Operation.OperType, "
-                           "IIf([OperType]='I','Inhouse','Out Contr') AS OpType, "
-                           "IIf([OperType]='I','hrs','") +
-            values::quoted(currencySymbol) + QStringLiteral("') AS HrsOrAmt FROM ") + table +
-            QStringLiteral(" INNER JOIN Operation ON ") + table +
-            QStringLiteral(".OperNo = Operation.OperNo WHERE ") + table + QStringLiteral(".") +
-            kind.documentKey + QStringLiteral("=") + QString::number(documentNo) +
-            QStringLiteral(" ORDER BY ") + table + QStringLiteral(".SeqNo"),
+        u"SELECT "_s + table +
+            u".*, Operation.Description, Operation.OperType, "
+            "IIf([OperType]='I','Inhouse','Out Contr') AS OpType, "
+            "IIf([OperType]='I','hrs','"_s +
+            values::quoted(currencySymbol) + u"') AS HrsOrAmt FROM "_s + table +
+            u" INNER JOIN Operation ON "_s + table + u".OperNo = Operation.OperNo WHERE "_s +
+            table + u"."_s + kind.documentKey + u"="_s + QString::number(documentNo) +
+            u" ORDER BY "_s + table + u".SeqNo"_s,
         jet::RecordsetType::Snapshot);
 
     const NoteStaging notes(database, kind, documentNo);
@@ -44,7 +44,7 @@ std::vector<OperRow> loadOperRows(jet::Database& database, const RoutingKind& ki
         OperRow row;
         row.operNo = set[u"OperNo"].toLong();
         row.description = set.text(u"Description");
-        row.inhouse = set.text(u"OpType") == QStringLiteral("Inhouse");
+        row.inhouse = set.text(u"OpType") == u"Inhouse"_s;
         row.time = set[u"OperTime_Amount"].toDouble();
         row.rate = set[u"OperShopRate"].toCurrency();
         row.hasNote = notes.note(set[u"SeqNo"].toLong()).has_value();
@@ -61,15 +61,14 @@ std::vector<OperRow> loadOperRows(jet::Database& database, const RoutingKind& ki
 std::vector<MiscRow> loadMiscRows(jet::Database& database, const RoutingKind& kind,
                                   qint64 documentNo) {
     const QString& table = kind.miscTable;
-    const QString of = table + QStringLiteral(".");
+    const QString of = table + u"."_s;
     jet::Recordset set = database.openRecordset(
-        QStringLiteral("Select ") + of +
-            QStringLiteral("CostAmount, MiscItems.Description, "
-                           "MiscItems.Itemno, ") +
-            of + QStringLiteral("unitofmeasure, ") + of + QStringLiteral("unitprice, ") + of +
-            QStringLiteral("quantity from ") + table + QStringLiteral(", MiscItems where ") +
-            kind.documentKey + QStringLiteral("=") + QString::number(documentNo) +
-            QStringLiteral(" and ") + of + QStringLiteral("Itemno=MiscItems.Itemno"),
+        u"Select "_s + of +
+            u"CostAmount, MiscItems.Description, "
+            "MiscItems.Itemno, "_s +
+            of + u"unitofmeasure, "_s + of + u"unitprice, "_s + of + u"quantity from "_s + table +
+            u", MiscItems where "_s + kind.documentKey + u"="_s + QString::number(documentNo) +
+            u" and "_s + of + u"Itemno=MiscItems.Itemno"_s,
         jet::RecordsetType::Snapshot);
     std::vector<MiscRow> rows;
     for (; !set.eof(); set.moveNext()) {
@@ -82,15 +81,15 @@ std::vector<MiscRow> loadMiscRows(jet::Database& database, const RoutingKind& ki
 
 std::vector<OperRow> rowsFor(jet::Database& database,
                              const std::vector<ChosenOperation>& operations) {
-    jet::Recordset catalogue = database.openRecordset(QStringLiteral("SELECT * FROM Operation"),
-                                                      jet::RecordsetType::Snapshot);
+    jet::Recordset catalogue =
+        database.openRecordset(u"SELECT * FROM Operation"_s, jet::RecordsetType::Snapshot);
     std::vector<OperRow> rows;
     for (const ChosenOperation& chosen : operations) {
-        catalogue.findFirst(QStringLiteral("OperNo=") + QString::number(chosen.operNo));
+        catalogue.findFirst(u"OperNo="_s + QString::number(chosen.operNo));
         if (catalogue.noMatch())
             continue;
         rows.push_back(newRow({chosen.operNo, catalogue.text(u"Description"),
-                               catalogue.text(u"OperType") == QStringLiteral("I"),
+                               catalogue.text(u"OperType") == u"I"_s,
                                catalogue[u"OperShopRate"].toCurrency()}));
     }
     return rows;
@@ -98,8 +97,8 @@ std::vector<OperRow> rowsFor(jet::Database& database,
 
 std::vector<ChosenOperation> operationsOfSet(jet::Database& database, qint64 setNo, bool useNotes) {
     jet::Recordset set =
-        database.openRecordset(QStringLiteral("SELECT OperNo FROM DefaultSetOper WHERE SetNo=") +
-                                   QString::number(setNo) + QStringLiteral(" ORDER BY SeqNo"),
+        database.openRecordset(u"SELECT OperNo FROM DefaultSetOper WHERE SetNo="_s +
+                                   QString::number(setNo) + u" ORDER BY SeqNo"_s,
                                jet::RecordsetType::Snapshot);
     std::vector<ChosenOperation> operations;
     for (; !set.eof(); set.moveNext())
@@ -113,52 +112,47 @@ void insertOperRows(jet::Database& database, const RoutingKind& kind, qint64 doc
         if (!row.inhouse)
             row.rate = Currency();
     }
-    const QString comma = QStringLiteral(",");
-    const QString head =
-        QStringLiteral("INSERT INTO ") + kind.operTable + QStringLiteral(" (") + kind.documentKey +
-        QStringLiteral(", SeqNo, OperNo, OperTime_Amount, OperShopRate") +
-        (kind.hasProgress ? QStringLiteral(", OperLocated, Status, Estoper") : QString()) +
-        QStringLiteral(") VALUES(") + QString::number(documentNo) + comma;
+    const QString comma = u","_s;
+    const QString head = u"INSERT INTO "_s + kind.operTable + u" ("_s + kind.documentKey +
+                         u", SeqNo, OperNo, OperTime_Amount, OperShopRate"_s +
+                         (kind.hasProgress ? u", OperLocated, Status, Estoper"_s : QString()) +
+                         u") VALUES("_s + QString::number(documentNo) + comma;
     for (std::size_t i = 0; i < rows.size(); ++i) {
         const OperRow& row = rows[i];
         QString sql = head + QString::number(i + 1) + comma + QString::number(row.operNo) + comma +
                       values::numberText(row.time.value_or(0)) + comma + row.rate.toText();
         if (kind.hasProgress) {
-            sql += comma + QString::number(row.located) + QStringLiteral(",'") +
-                   values::quoted(row.status) + QStringLiteral("',") +
-                   values::numberText(row.estimated.value_or(0));
+            sql += comma + QString::number(row.located) + u",'"_s + values::quoted(row.status) +
+                   u"',"_s + values::numberText(row.estimated.value_or(0));
         }
-        database.execute(sql + QStringLiteral(")"));
+        database.execute(sql + u")"_s);
     }
 }
 
 void insertMiscRows(jet::Database& database, const RoutingKind& kind, qint64 documentNo,
                     const std::vector<MiscRow>& rows) {
-    const QString comma = QStringLiteral(",");
+    const QString comma = u","_s;
     for (const MiscRow& row : rows) {
-        database.execute(QStringLiteral("INSERT INTO ") + kind.miscTable + QStringLiteral(" (") +
-                         kind.documentKey +
-                         QStringLiteral(", UnitofMeasure, Unitprice, Quantity, CostAmount, "
-                                        "ItemNo) VALUES(") +
-                         QString::number(documentNo) + QStringLiteral(",'") +
-                         values::quoted(row.unit) + QStringLiteral("',") + row.price.toText() +
-                         comma + row.quantity.toText() + comma + row.total.toText() + comma +
-                         QString::number(row.itemNo) + QStringLiteral(")"));
+        database.execute(u"INSERT INTO "_s + kind.miscTable + u" ("_s + kind.documentKey +
+                         u", UnitofMeasure, Unitprice, Quantity, CostAmount, "
+                         "ItemNo) VALUES("_s +
+                         QString::number(documentNo) + u",'"_s + values::quoted(row.unit) +
+                         u"',"_s + row.price.toText() + comma + row.quantity.toText() + comma +
+                         row.total.toText() + comma + QString::number(row.itemNo) + u")"_s);
     }
 }
 
 QString defaultNote(jet::Database& database, qint64 operNo) {
     return database
-        .lookup(QStringLiteral("Select [Note] from OperNote where OperNo = ") +
-                QString::number(operNo))
+        .lookup(u"Select [Note] from OperNote where OperNo = "_s + QString::number(operNo))
         .toText();
 }
 
 QString defaultNote(jet::Database& database, const QString& description) {
     return database
-        .lookup(QStringLiteral("Select [Note] from OperNote where OperNo = (Select OperNo from "
-                               "Operation where description = '") +
-                values::quoted(description) + QStringLiteral("')"))
+        .lookup(u"Select [Note] from OperNote where OperNo = (Select OperNo from "
+                "Operation where description = '"_s +
+                values::quoted(description) + u"')"_s)
         .toText();
 }
 
@@ -166,8 +160,8 @@ QString partPattern(const QString& typed) {
     QString pattern = QString(typed).replace(QLatin1Char('-'), QLatin1Char('?'));
     // A bracket that nothing closes is no set of characters: it means itself.
     const auto closed = pattern.lastIndexOf(QLatin1Char(']')) + 1;
-    const QString tail = pattern.mid(closed).replace(QStringLiteral("["), QStringLiteral("[[]"));
-    return QStringLiteral("*") + pattern.left(closed) + tail + QStringLiteral("*");
+    const QString tail = pattern.mid(closed).replace(u"["_s, u"[[]"_s);
+    return u"*"_s + pattern.left(closed) + tail + u"*"_s;
 }
 
 } // namespace estimating

@@ -3,6 +3,7 @@
 #include "estimating/RoutingKind.h"
 #include "platform/jet/Database.h"
 #include "platform/values/Currency.h"
+#include "platform/values/Literals.h"
 
 #include <QString>
 
@@ -22,7 +23,7 @@ struct OperRow {
     bool hasNote = false;
     // Jobs only:
     int located = 0;
-    QString status = QStringLiteral(" ");
+    QString status = u" "_s;
     std::optional<double> estimated; ///< estimated hours or money beside the actual in `time`
 };
 

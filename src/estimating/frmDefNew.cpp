@@ -4,16 +4,16 @@
 #include "estimating/DefaultSets.h"
 #include "platform/screen/Layout.h"
 #include "platform/screen/MsgBox.h"
+#include "platform/values/Literals.h"
 
 #include <QVBoxLayout>
 
 namespace estimating {
 
-frmDefNew::frmDefNew() : Form(QString::fromLatin1(formName), QStringLiteral("New Default Set")) {
+frmDefNew::frmDefNew() : Form(QString::fromLatin1(formName), u"New Default Set"_s) {
     auto* outside = new QVBoxLayout(this);
     screen::Fields fields(this, outside);
-    txtDescription = fields.text(QStringLiteral("txtDescription"),
-                                 QStringLiteral("Set D&escription:"), {.characters = 40});
+    txtDescription = fields.text(u"txtDescription"_s, u"Set D&escription:"_s, {.characters = 40});
     txtDescription->setLimit(core::MainDatabase().width(u"DefaultSet", u"SetDescription"));
     m_picker = new OperationPicker(*this, false);
     outside->addWidget(m_picker, 1);
@@ -24,25 +24,23 @@ frmDefNew::frmDefNew() : Form(QString::fromLatin1(formName), QStringLiteral("New
 qint64 frmDefNew::ShowForm(qint64 setNo) {
     m_setNo = setNo;
     jet::Database& database = core::MainDatabase();
-    const QString catalogue = QStringLiteral("SELECT * FROM Operation WHERE OperType in ('I','C')");
+    const QString catalogue = u"SELECT * FROM Operation WHERE OperType in ('I','C')"_s;
     if (setNo == 0) {
-        m_picker->load(database, catalogue + QStringLiteral(" ORDER BY Description"));
+        m_picker->load(database, catalogue + u" ORDER BY Description"_s);
     } else {
         const QString number = QString::number(setNo);
-        setWindowTitle(QStringLiteral("Edit Default Set"));
+        setWindowTitle(u"Edit Default Set"_s);
         txtDescription->setText(
-            database
-                .lookup(QStringLiteral("SELECT SetDescription FROM DefaultSet WHERE SetNo=") +
-                        number)
+            database.lookup(u"SELECT SetDescription FROM DefaultSet WHERE SetNo="_s + number)
                 .toText());
         m_picker->load(database,
                        catalogue +
-                           QStringLiteral(" AND OperNo NOT IN (SELECT OperNo FROM DefaultSetOper "
-                                          "WHERE SetNo=") +
-                           number + QStringLiteral(") ORDER BY Description"),
-                       QStringLiteral("SELECT Operation.* FROM Operation INNER JOIN DefaultSetOper "
-                                      "ON Operation.OperNo=DefaultSetOper.OperNo  WHERE SetNo=") +
-                           number + QStringLiteral(" ORDER BY DefaultSetOper.SeqNo"));
+                           u" AND OperNo NOT IN (SELECT OperNo FROM DefaultSetOper "
+                           "WHERE SetNo="_s +
+                           number + u") ORDER BY Description"_s,
+                       u"SELECT Operation.* FROM Operation INNER JOIN DefaultSetOper "
+                       "ON Operation.OperNo=DefaultSetOper.OperNo  WHERE SetNo="_s +
+                           number + u" ORDER BY DefaultSetOper.SeqNo"_s);
     }
     txtDescription->setFocus();
     showModal();
@@ -52,13 +50,12 @@ qint64 frmDefNew::ShowForm(qint64 setNo) {
 void frmDefNew::cmdOK_Click() {
     const QString name = txtDescription->text().trimmed();
     if (name.isEmpty()) {
-        complain(QStringLiteral("Set Description may not be blank!"), txtDescription);
+        complain(u"Set Description may not be blank!"_s, txtDescription);
         return;
     }
     jet::Database& database = core::MainDatabase();
     if (setNameTaken(database, name, m_setNo)) {
-        complain(QStringLiteral("Set Description already exists. Duplicate is not allowed."),
-                 txtDescription);
+        complain(u"Set Description already exists. Duplicate is not allowed."_s, txtDescription);
         return;
     }
     std::vector<qint64> operations;

@@ -6,6 +6,7 @@
 #include "platform/screen/Forms.h"
 #include "platform/screen/Layout.h"
 #include "platform/screen/MsgBox.h"
+#include "platform/values/Literals.h"
 
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -15,26 +16,24 @@ namespace estimating {
 using screen::Forms;
 
 frmDefSet::frmDefSet()
-    : Form(QString::fromLatin1(formName), QStringLiteral("Default Operations for Estimate/Job")) {
+    : Form(QString::fromLatin1(formName), u"Default Operations for Estimate/Job"_s) {
     auto* outside = new QVBoxLayout(this);
     screen::Fields fields(this, outside);
-    dbcDef = fields.dataCombo(QStringLiteral("dbcDef"), QStringLiteral("Default &Set:"),
-                              {.characters = 36});
+    dbcDef = fields.dataCombo(u"dbcDef"_s, u"Default &Set:"_s, {.characters = 36});
     dbcDef->setTypingAllowed(false);
-    sprDef = screen::named(new controls::ListView(this), QStringLiteral("sprDef"),
-                           QStringLiteral("Operations of the set"));
-    sprDef->setColumns({{QStringLiteral("Operation"), 40}, {QStringLiteral("Contractor"), 11}});
+    sprDef = screen::named(new controls::ListView(this), u"sprDef"_s, u"Operations of the set"_s);
+    sprDef->setColumns({{u"Operation"_s, 40}, {u"Contractor"_s, 11}});
     sprDef->setSortable(false); // shown in the order of the set
     outside->addWidget(sprDef, 1);
 
     screen::ButtonBar bar(this, outside);
-    QPushButton* cmdNew = bar.button(QStringLiteral("cmdNew"), QStringLiteral("&New"));
-    QPushButton* cmdEdit = bar.button(QStringLiteral("cmdEdit"), QStringLiteral("&Edit"));
-    QPushButton* cmdDelete = bar.button(QStringLiteral("cmdDelete"), QStringLiteral("&Delete"));
-    QPushButton* cmdSaveAs = bar.button(QStringLiteral("cmdSaveAs"), QStringLiteral("Save &As"));
+    QPushButton* cmdNew = bar.button(u"cmdNew"_s, u"&New"_s);
+    QPushButton* cmdEdit = bar.button(u"cmdEdit"_s, u"&Edit"_s);
+    QPushButton* cmdDelete = bar.button(u"cmdDelete"_s, u"&Delete"_s);
+    QPushButton* cmdSaveAs = bar.button(u"cmdSaveAs"_s, u"Save &As"_s);
     bar.stretch();
-    cmdSelect = bar.button(QStringLiteral("cmdSelect"), QStringLiteral("Se&lect"));
-    QPushButton* cmdCancel = bar.button(QStringLiteral("cmdCancel"), QStringLiteral("&Close"));
+    cmdSelect = bar.button(u"cmdSelect"_s, u"Se&lect"_s);
+    QPushButton* cmdCancel = bar.button(u"cmdCancel"_s, u"&Close"_s);
     setCancelButton(cmdCancel);
     cmdSelect->hide();
     m_needSet = {cmdEdit, cmdDelete, cmdSaveAs, cmdSelect};
@@ -65,13 +64,12 @@ qint64 frmDefSet::setNo() const {
 }
 
 void frmDefSet::showSets(qint64 setNo) {
-    jet::Recordset sets =
-        core::MainDatabase().openRecordset(QStringLiteral("Select * from DefaultSet ORDER BY "
-                                                          "setdescription"),
-                                           jet::RecordsetType::Snapshot);
+    jet::Recordset sets = core::MainDatabase().openRecordset(u"Select * from DefaultSet ORDER BY "
+                                                             "setdescription"_s,
+                                                             jet::RecordsetType::Snapshot);
     if (setNo == 0 && !sets.isEmpty())
         setNo = sets[u"SetNo"].toLong();
-    dbcDef->setRows(sets, QStringLiteral("SetDescription"), QStringLiteral("SetNo"));
+    dbcDef->setRows(sets, u"SetDescription"_s, u"SetNo"_s);
     dbcDef->setBoundText(setNo == 0 ? QString() : QString::number(setNo));
     dbcDef_Change();
 }
@@ -79,36 +77,34 @@ void frmDefSet::showSets(qint64 setNo) {
 void frmDefSet::dbcDef_Change() {
     sprDef->clearRows();
     for (const SetOperation& one : setOperations(core::MainDatabase(), setNo())) {
-        sprDef->addRow(
-            QStringLiteral("O") + QString::number(one.operNo),
-            {one.description, one.contractor ? QStringLiteral("Yes") : QStringLiteral("No")});
+        sprDef->addRow(u"O"_s + QString::number(one.operNo),
+                       {one.description, one.contractor ? u"Yes"_s : u"No"_s});
     }
     for (QPushButton* button : m_needSet)
         button->setEnabled(setNo() != 0);
 }
 
 void frmDefSet::cmdNew_Click() {
-    const qint64 made = Forms::dialog<DefaultSetEditor>(QStringLiteral("frmDefNew"))->ShowForm(0);
+    const qint64 made = Forms::dialog<DefaultSetEditor>(u"frmDefNew"_s)->ShowForm(0);
     if (made != 0)
         showSets(made);
 }
 
 void frmDefSet::cmdEdit_Click() {
-    if (Forms::dialog<DefaultSetEditor>(QStringLiteral("frmDefNew"))->ShowForm(setNo()) != 0)
+    if (Forms::dialog<DefaultSetEditor>(u"frmDefNew"_s)->ShowForm(setNo()) != 0)
         showSets(setNo());
 }
 
 void frmDefSet::cmdDelete_Click() {
-    if (screen::MsgBox(QStringLiteral("Delete this Default Set?"), screen::Buttons::YesNo,
-                       screen::Icon::Question, QStringLiteral("Delete")) != screen::Answer::Yes)
+    if (screen::MsgBox(u"Delete this Default Set?"_s, screen::Buttons::YesNo,
+                       screen::Icon::Question, u"Delete"_s) != screen::Answer::Yes)
         return;
     deleteSet(core::MainDatabase(), setNo());
     showSets(0);
 }
 
 void frmDefSet::cmdSaveAs_Click() {
-    const QString name =
-        screen::InputBox(QStringLiteral("Please enter the new Default Set Name:")).trimmed();
+    const QString name = screen::InputBox(u"Please enter the new Default Set Name:"_s).trimmed();
     if (name.isEmpty())
         return;
     std::vector<qint64> operations;

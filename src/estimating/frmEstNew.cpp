@@ -2,6 +2,7 @@
 
 #include "core/MirsaMain.h"
 #include "platform/screen/Layout.h"
+#include "platform/values/Literals.h"
 #include "platform/values/Text.h"
 
 #include <QCheckBox>
@@ -11,27 +12,24 @@
 
 namespace estimating {
 
-frmEstNew::frmEstNew() : Form(QString::fromLatin1(formName), QStringLiteral("New Estimate")) {
+frmEstNew::frmEstNew() : Form(QString::fromLatin1(formName), u"New Estimate"_s) {
     auto* outside = new QVBoxLayout(this);
-    QGroupBox* ways = screen::frame(this, outside, QStringLiteral("fraWays"),
-                                    QStringLiteral("Start the new estimate"));
+    QGroupBox* ways = screen::frame(this, outside, u"fraWays"_s, u"Start the new estimate"_s);
     auto* wayLayout = new QVBoxLayout(ways);
     const char16_t* captions[] = {u"&Use a Default Set", u"&Select Operations to Use",
                                   u"&Copy Current Record", u"Copy a Job's Operations"};
     for (int i = 0; i < 4; ++i) {
         m_options[i] = screen::named(new QRadioButton(QString::fromUtf16(captions[i]), ways),
-                                     QStringLiteral("Option") + QString::number(i + 1));
+                                     u"Option"_s + QString::number(i + 1));
         wayLayout->addWidget(m_options[i]);
         on(m_options[i], &frmEstNew::option_Click);
     }
-    txtJobno = screen::named(new controls::DataCombo(ways), QStringLiteral("txtJobno"),
-                             QStringLiteral("Job No."));
+    txtJobno = screen::named(new controls::DataCombo(ways), u"txtJobno"_s, u"Job No."_s);
     txtJobno->setKeyFilter(values::keys::digits());
     txtJobno->setLimit(9);
     wayLayout->addWidget(txtJobno);
 
-    QGroupBox* with =
-        screen::frame(this, outside, QStringLiteral("fraWith"), QStringLiteral("With"));
+    QGroupBox* with = screen::frame(this, outside, u"fraWith"_s, u"With"_s);
     auto* withLayout = new QVBoxLayout(with);
     const auto check = [&](const char16_t* name, const char16_t* caption) {
         auto* box = screen::named(new QCheckBox(QString::fromUtf16(caption), with),
@@ -48,10 +46,10 @@ frmEstNew::frmEstNew() : Form(QString::fromLatin1(formName), QStringLiteral("New
 
 std::optional<NewEstimate> frmEstNew::choose(bool hasCurrent) {
     // The latest jobs to choose from; any other number is typed.
-    txtJobno->setRows(core::MainDatabase().openRecordset(
-                          QStringLiteral("SELECT TOP 200 JobNo FROM Job ORDER BY JobNo DESC"),
-                          jet::RecordsetType::Snapshot),
-                      QStringLiteral("JobNo"), QStringLiteral("JobNo"));
+    txtJobno->setRows(
+        core::MainDatabase().openRecordset(u"SELECT TOP 200 JobNo FROM Job ORDER BY JobNo DESC"_s,
+                                           jet::RecordsetType::Snapshot),
+        u"JobNo"_s, u"JobNo"_s);
     txtJobno->setText(QString());
     m_options[2]->setEnabled(hasCurrent);
     m_options[0]->setChecked(true);
@@ -82,7 +80,7 @@ void frmEstNew::option_Click() {
 
 void frmEstNew::cmdOK_Click() {
     if (way() == NewEstimate::Way::CopyJob && txtJobno->text().trimmed().isEmpty()) {
-        complain(QStringLiteral("Please enter a Job No."), txtJobno);
+        complain(u"Please enter a Job No."_s, txtJobno);
         return;
     }
     m_result =

@@ -11,6 +11,7 @@
 #include "platform/screen/Pointer.h"
 #include "platform/values/Clock.h"
 #include "platform/values/Format.h"
+#include "platform/values/Literals.h"
 #include "platform/values/Numbers.h"
 
 #include <QLabel>
@@ -61,8 +62,8 @@ void readAgain(jet::Recordset& rows) {
 
 void frmEstimate::ShowModuleMode(const QString& mode) {
     RoutedModule::ShowModuleMode(mode);
-    cmdCreateJob->setEnabled(isBrowse() && core::HasAccess(QStringLiteral("mnuFileJob")));
-    cmdAssembly->setEnabled(isBrowse() && Forms::isKnown(QStringLiteral("frmAssemblyInfo")));
+    cmdCreateJob->setEnabled(isBrowse() && core::HasAccess(u"mnuFileJob"_s));
+    cmdAssembly->setEnabled(isBrowse() && Forms::isKnown(u"frmAssemblyInfo"_s));
     if (isAdding())
         calcBoth();
 }
@@ -89,11 +90,10 @@ void frmEstimate::clearFields() {
 
 void frmEstimate::newDefaults() {
     txtEstDate->setDate(values::today());
-    const Currency rate = core::MainDatabase()
-                              .lookup(QStringLiteral("SELECT estonerate FROM SystemSettings"))
-                              .toCurrency();
+    const Currency rate =
+        core::MainDatabase().lookup(u"SELECT estonerate FROM SystemSettings"_s).toCurrency();
     txtEstShopRate->setText(values::format(rate, u"###,##0.00"));
-    txtQuantity->setText(QStringLiteral("0"));
+    txtQuantity->setText(u"0"_s);
     showBreaks({});
 }
 
@@ -122,20 +122,18 @@ void frmEstimate::showRecord() {
 }
 
 void frmEstimate::showAssembly() {
-    const bool isParent =
-        core::MainDatabase().hasRows(QStringLiteral("SELECT * FROM estimate WHERE assemblyestno=") +
-                                     QString::number(currentKey()));
+    const bool isParent = core::MainDatabase().hasRows(
+        u"SELECT * FROM estimate WHERE assemblyestno="_s + QString::number(currentKey()));
     if (isParent)
-        lblAssembly->setText(QStringLiteral("ASSY"));
+        lblAssembly->setText(u"ASSY"_s);
     else
         lblAssembly->setText(m_assemblyEstNo == 0 ? QString() : QString::number(m_assemblyEstNo));
 }
 
 void frmEstimate::showJobsCreated() {
-    const QStringList jobs =
-        column(QStringLiteral("Select JobNo from Job Where EstNo = ") +
-                   QString::number(currentKey()) + QStringLiteral(" ORDER BY JobNo DESC"),
-               QStringLiteral("JobNo"));
+    const QStringList jobs = column(u"Select JobNo from Job Where EstNo = "_s +
+                                        QString::number(currentKey()) + u" ORDER BY JobNo DESC"_s,
+                                    u"JobNo"_s);
     dbcJobsCreated->setItems(jobs);
     dbcJobsCreated->setText(jobs.value(0));
 }
@@ -152,7 +150,7 @@ Currency frmEstimate::shopRate() const {
 
 void frmEstimate::calcEstimate() {
     txtQtyBreak[0]->setText(txtQuantity->text());
-    txtQtyDiscount[0]->setText(QStringLiteral("0"));
+    txtQtyDiscount[0]->setText(u"0"_s);
     std::array<double, breakCount> discounts{};
     for (std::size_t i = 0; i < breakCount; ++i)
         discounts[i] = number(txtQtyDiscount[i]);
@@ -165,8 +163,8 @@ void frmEstimate::calcEstimate() {
         for (std::size_t i = 0; i < breakCount; ++i)
             fpQtyPrice[i]->setAmount(Currency::fromDouble(cost.priceEach[i]));
     } catch (const values::Overflow&) {
-        MsgBox(QStringLiteral("The cost is too large to be computed. Please check the times, "
-                              "amounts and rates."),
+        MsgBox(u"The cost is too large to be computed. Please check the times, "
+               "amounts and rates."_s,
                Buttons::Ok, Icon::Exclamation);
     }
 }
@@ -183,7 +181,7 @@ void frmEstimate::calcQuoteTotals() {
         for (std::size_t i = 0; i < breakCount; ++i)
             fpQtyTotal[i]->setAmount(Currency::fromDouble(totals[i]));
     } catch (const values::Overflow&) {
-        MsgBox(QStringLiteral("The quoted total is too large."), Buttons::Ok, Icon::Exclamation);
+        MsgBox(u"The quoted total is too large."_s, Buttons::Ok, Icon::Exclamation);
     }
 }
 
@@ -248,10 +246,10 @@ bool frmEstimate::writeRecord(bool adding, qint64& key) {
         tell(error);
     } catch (const ChangedElsewhere&) {
         readAgain(records());
-        complain(QStringLiteral("What the prices of this estimate are made of has been changed at "
-                                "another station since you opened it.\r\nPlease note what you "
-                                "have entered, cancel, and edit the estimate again."),
-                 control(QStringLiteral("sprOper")));
+        complain(u"What the prices of this estimate are made of has been changed at "
+                 "another station since you opened it.\r\nPlease note what you "
+                 "have entered, cancel, and edit the estimate again."_s,
+                 control(u"sprOper"_s));
     }
     return false;
 }
@@ -277,7 +275,7 @@ void frmEstimate::cancelStaged() {
 }
 
 void frmEstimate::tellNeighbours() {
-    core::refreshNeighbours({QStringLiteral("frmhistory")}, QStringLiteral("Estimate"));
+    core::refreshNeighbours({u"frmhistory"_s}, u"Estimate"_s);
 }
 
 void frmEstimate::cmdDelete_Click() {
@@ -294,7 +292,7 @@ void frmEstimate::cmdDelete_Click() {
         try {
             deleteEstimate(core::MainDatabase(), records(), currentKey());
         } catch (const jet::Error& error) {
-            refreshLookup(QStringLiteral("Estimate"));
+            refreshLookup(u"Estimate"_s);
             tell(error);
             return;
         }
@@ -307,25 +305,24 @@ void frmEstimate::cmdDelete_Click() {
     }
     tellNeighbours();
     if (!hasRecord())
-        ShowModuleMode(QStringLiteral("Add"));
+        ShowModuleMode(u"Add"_s);
 }
 
 // Going to a record
 
 void frmEstimate::cmdFind_Click() {
-    const qint64 estNo = Forms::dialog<FindDialog>(QStringLiteral("frmEstFind"))->askNumber();
+    const qint64 estNo = Forms::dialog<FindDialog>(u"frmEstFind"_s)->askNumber();
     if (estNo == 0 || goToRecord(estNo))
         return;
-    MsgBox(QStringLiteral("Estimate No. ") + QString::number(estNo) +
-               QStringLiteral(" does not exist!"),
-           Buttons::Ok, Icon::Information);
+    MsgBox(u"Estimate No. "_s + QString::number(estNo) + u" does not exist!"_s, Buttons::Ok,
+           Icon::Information);
 }
 
 void frmEstimate::cmdGotoPart_Click() {
-    const QString part = Forms::dialog<FindDialog>(QStringLiteral("frmEstFind"))->askPart();
+    const QString part = Forms::dialog<FindDialog>(u"frmEstFind"_s)->askPart();
     if (part.isEmpty())
         return;
-    const qint64 estNo = Forms::dialog<FoundDialog>(QStringLiteral("frmEstFound"))->pick(part);
+    const qint64 estNo = Forms::dialog<FoundDialog>(u"frmEstFound"_s)->pick(part);
     if (estNo == 0 || goToRecord(estNo))
         return;
     // Another station added it after this set was read.
@@ -334,23 +331,22 @@ void frmEstimate::cmdGotoPart_Click() {
 
 void frmEstimate::cmdPartno_Click() {
     const QStringList parts =
-        column(QStringLiteral("SELECT DISTINCT PartNo FROM Estimate ORDER BY PartNo"),
-               QStringLiteral("PartNo"));
-    const QString part = Forms::dialog<core::TablePopup>(QStringLiteral("frmTblPopup"))
-                             ->pick(QStringLiteral("Select Part No."), parts,
-                                    QStringLiteral("There is no Part No. list to select from!"));
+        column(u"SELECT DISTINCT PartNo FROM Estimate ORDER BY PartNo"_s, u"PartNo"_s);
+    const QString part =
+        Forms::dialog<core::TablePopup>(u"frmTblPopup"_s)
+            ->pick(u"Select Part No."_s, parts, u"There is no Part No. list to select from!"_s);
     if (!part.isEmpty())
         txtPartno->setText(part);
 }
 
 void frmEstimate::cmdRfqno_Click() {
-    const QStringList numbers = column(
-        QStringLiteral("SELECT DISTINCT RFQNo FROM Estimate WHERE CustID=") +
-            QString::number(lblCustID->text().toLongLong()) + QStringLiteral("  ORDER BY RFQNo"),
-        QStringLiteral("RFQNo"));
-    const QString rfqNo = Forms::dialog<core::TablePopup>(QStringLiteral("frmTblPopup"))
-                              ->pick(QStringLiteral("Select RFQ No."), numbers,
-                                     QStringLiteral("No RFQs for the selected Customer!"));
+    const QStringList numbers =
+        column(u"SELECT DISTINCT RFQNo FROM Estimate WHERE CustID="_s +
+                   QString::number(lblCustID->text().toLongLong()) + u"  ORDER BY RFQNo"_s,
+               u"RFQNo"_s);
+    const QString rfqNo =
+        Forms::dialog<core::TablePopup>(u"frmTblPopup"_s)
+            ->pick(u"Select RFQ No."_s, numbers, u"No RFQs for the selected Customer!"_s);
     if (rfqNo.isEmpty())
         return;
     txtRfqno->setText(rfqNo);
@@ -374,7 +370,7 @@ void frmEstimate::cmdCreateJob_Click() {
     const EstimateDraft current = draft();
     const EstimateForJob estimate{currentKey(), current.header, current.operations,
                                   current.fixedCosts};
-    auto dialog = Forms::dialog<CreateJobDialog>(QStringLiteral("frmCreatJob"));
+    auto dialog = Forms::dialog<CreateJobDialog>(u"frmCreatJob"_s);
     if (dialog->createJob(estimate) != 0)
         showJobsCreated();
 }
@@ -383,16 +379,16 @@ void frmEstimate::cmdAssembly_Click() {
     if (!hasRecord())
         return;
     const EstimateHeader header = draft().header;
-    Forms::dialog<AssemblyTree>(QStringLiteral("frmAssemblyInfo"))
-        ->showTree(header.custId, header.rfqNo, currentKey(), QStringLiteral("Estimate"));
+    Forms::dialog<AssemblyTree>(u"frmAssemblyInfo"_s)
+        ->showTree(header.custId, header.rfqNo, currentKey(), u"Estimate"_s);
 }
 
 void frmEstimate::cmdPrintBOM_Click() {
     if (!hasRecord())
         return;
-    core::launchReportFile(QStringLiteral("estimate_bom.rpt"),
-                           QStringLiteral("{estimate.estNo} = ") + QString::number(currentKey()),
-                           QStringLiteral("Estimate BOM Report"), this);
+    core::launchReportFile(u"estimate_bom.rpt"_s,
+                           u"{estimate.estNo} = "_s + QString::number(currentKey()),
+                           u"Estimate BOM Report"_s, this);
 }
 
 } // namespace estimating

@@ -1,4 +1,5 @@
 #include "estimating/frmEstimate.h"
+#include "platform/values/Literals.h"
 
 #include "platform/values/Format.h"
 
@@ -22,29 +23,27 @@ namespace {
 masters::ModuleDescriptor describe() {
     masters::ModuleDescriptor module;
     module.formName = QString::fromLatin1(frmEstimate::formName);
-    module.caption = QStringLiteral("Estimate");
-    module.moduleWord = QStringLiteral("Estimate");
-    module.table = QStringLiteral("Estimate");
-    module.keyColumn = QStringLiteral("EstNo");
+    module.caption = u"Estimate"_s;
+    module.moduleWord = u"Estimate"_s;
+    module.table = u"Estimate"_s;
+    module.keyColumn = u"EstNo"_s;
     module.select = estimateRows();
-    module.newKeyText = QStringLiteral("New");
-    module.dataControlName = QStringLiteral("datEstimate");
-    module.modeLabelName = QStringLiteral("lblEstimateMode");
-    module.queryScreen = QStringLiteral("frmEstQuery");
-    module.reportModule = QStringLiteral("Estimates");
-    module.reportTitle = QStringLiteral("Estimate Report");
-    module.reportKey = QStringLiteral("Estimate.Estno");
-    module.deleteTitle = QStringLiteral("Delete Estimate");
-    module.deleteText =
-        QStringLiteral("You are about to delete the current Estimate. Are you sure?");
+    module.newKeyText = u"New"_s;
+    module.dataControlName = u"datEstimate"_s;
+    module.modeLabelName = u"lblEstimateMode"_s;
+    module.queryScreen = u"frmEstQuery"_s;
+    module.reportModule = u"Estimates"_s;
+    module.reportTitle = u"Estimate Report"_s;
+    module.reportKey = u"Estimate.Estno"_s;
+    module.deleteTitle = u"Delete Estimate"_s;
+    module.deleteText = u"You are about to delete the current Estimate. Are you sure?"_s;
     module.deleteDefault = screen::Answer::No;
     module.emptyTableCloses = true;
     return module;
 }
 
 QString indexed(const char16_t* name, std::size_t index) {
-    return QString::fromUtf16(name) + QStringLiteral("(") + QString::number(index) +
-           QStringLiteral(")");
+    return QString::fromUtf16(name) + u"("_s + QString::number(index) + u")"_s;
 }
 
 /// A field with a small button behind it.
@@ -65,18 +64,16 @@ frmEstimate::frmEstimate() : RoutedModule(describe()) {
 
     auto* title = new QHBoxLayout;
     outside->addLayout(title);
-    auto* numberLabel = new QLabel(QStringLiteral("Estimate No.:"), this);
-    lblEstno = named(new QLabel(this), QStringLiteral("lblEstno"), QStringLiteral("Estimate No."));
+    auto* numberLabel = new QLabel(u"Estimate No.:"_s, this);
+    lblEstno = named(new QLabel(this), u"lblEstno"_s, u"Estimate No."_s);
     QFont large = lblEstno->font();
     large.setBold(true);
     lblEstno->setFont(large);
     bindKey(lblEstno);
-    auto* assemblyLabel = new QLabel(QStringLiteral("Assembly:"), this);
-    lblAssembly =
-        named(new QLabel(this), QStringLiteral("lblAssembly"), QStringLiteral("Assembly"));
-    auto* jobsLabel = new QLabel(QStringLiteral("Jobs Created:"), this);
-    dbcJobsCreated = named(new controls::DataCombo(this), QStringLiteral("dbcJobsCreated"),
-                           QStringLiteral("Jobs Created"));
+    auto* assemblyLabel = new QLabel(u"Assembly:"_s, this);
+    lblAssembly = named(new QLabel(this), u"lblAssembly"_s, u"Assembly"_s);
+    auto* jobsLabel = new QLabel(u"Jobs Created:"_s, this);
+    dbcJobsCreated = named(new controls::DataCombo(this), u"dbcJobsCreated"_s, u"Jobs Created"_s);
     dbcJobsCreated->setTypingAllowed(false);
     jobsLabel->setBuddy(dbcJobsCreated);
     title->addWidget(numberLabel);
@@ -128,7 +125,7 @@ QWidget* frmEstimate::headerPane() {
         return named(new TextField(pane), QString::fromUtf16(name), QString::fromUtf16(spoken));
     };
     const auto pick = [&](const char16_t* name, const char16_t* spoken) {
-        auto* made = named(new QPushButton(QStringLiteral("..."), pane), QString::fromUtf16(name),
+        auto* made = named(new QPushButton(u"..."_s, pane), QString::fromUtf16(name),
                            QString::fromUtf16(spoken));
         made->setAutoDefault(false);
         made->setMaximumWidth(32);
@@ -142,41 +139,39 @@ QWidget* frmEstimate::headerPane() {
     txtPartno = line(u"txtPartno", u"Part No.");
     cmdPartno = pick(u"cmdPartno", u"Select Part No.");
     txtDescription = line(u"txtDescription", u"Description");
-    txtEstDate = named(new controls::DateField(pane), QStringLiteral("txtEstDate"),
-                       QStringLiteral("Estimate Date"));
+    txtEstDate = named(new controls::DateField(pane), u"txtEstDate"_s, u"Estimate Date"_s);
     txtEstDate->setShown(controls::DateField::Shown::Long);
     txtQuantity = line(u"txtQuantity", u"Quantity");
     txtEstShopRate = line(u"txtEstShopRate", u"Hourly Rate");
-    txtMaterial = named(new controls::MemoField(pane), QStringLiteral("txtMaterial"),
-                        QStringLiteral("Special Material Notes"));
+    txtMaterial =
+        named(new controls::MemoField(pane), u"txtMaterial"_s, u"Special Material Notes"_s);
     for (TextField* one : {txtQuantity, txtEstShopRate}) {
         one->setKeyFilter(values::keys::decimal());
         one->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
         one->setMaximumWidth(130);
     }
-    txtQuantity->setNumberMask(QStringLiteral("#####0"));
+    txtQuantity->setNumberMask(u"#####0"_s);
     txtQuantity->setLimit(9);
-    txtEstShopRate->setNumberMask(QStringLiteral("#####0.00"));
+    txtEstShopRate->setNumberMask(u"#####0.00"_s);
     txtEstShopRate->setLimit(12);
     txtMaterial->setMinimumHeight(txtMaterial->fontMetrics().lineSpacing() * 2 + 12);
     txtMaterial->setMaximumHeight(txtMaterial->fontMetrics().lineSpacing() * 4 + 12);
 
-    label(QStringLiteral("C&ustomer:"), dbcCustomer, 0, 0);
+    label(u"C&ustomer:"_s, dbcCustomer, 0, 0);
     grid->addLayout(customer, 0, 1);
-    label(QStringLiteral("R&FQ No.:"), txtRfqno, 1, 0);
+    label(u"R&FQ No.:"_s, txtRfqno, 1, 0);
     grid->addLayout(beside(txtRfqno, cmdRfqno), 1, 1);
-    label(QStringLiteral("&Part No.:"), txtPartno, 2, 0);
+    label(u"&Part No.:"_s, txtPartno, 2, 0);
     grid->addLayout(beside(txtPartno, cmdPartno), 2, 1);
-    label(QStringLiteral("Descript&ion:"), txtDescription, 3, 0);
+    label(u"Descript&ion:"_s, txtDescription, 3, 0);
     grid->addWidget(txtDescription, 3, 1, 1, 3);
-    label(QStringLiteral("Da&te:"), txtEstDate, 0, 2);
+    label(u"Da&te:"_s, txtEstDate, 0, 2);
     grid->addWidget(txtEstDate, 0, 3);
-    label(QStringLiteral("Qu&antity:"), txtQuantity, 1, 2);
+    label(u"Qu&antity:"_s, txtQuantity, 1, 2);
     grid->addWidget(txtQuantity, 1, 3);
-    auto* rateLabel = label(QStringLiteral("&Hourly Rate:"), txtEstShopRate, 2, 2);
+    auto* rateLabel = label(u"&Hourly Rate:"_s, txtEstShopRate, 2, 2);
     grid->addWidget(txtEstShopRate, 2, 3);
-    label(QStringLiteral("Special &Material Notes:"), txtMaterial, 4, 0)
-        ->setAlignment(Qt::AlignTop);
+    label(u"Special &Material Notes:"_s, txtMaterial, 4, 0)->setAlignment(Qt::AlignTop);
     grid->addWidget(txtMaterial, 4, 1, 1, 3);
     grid->setColumnStretch(1, 3);
     grid->setColumnStretch(3, 2);
@@ -184,34 +179,33 @@ QWidget* frmEstimate::headerPane() {
     m_secured.push_back(txtEstShopRate);
 
     masters::BoundFields& bound = fields();
-    bound.bind(QStringLiteral("RFQNo"), txtRfqno);
-    bound.bind(QStringLiteral("PartNo"), txtPartno);
-    bound.bind(QStringLiteral("Description"), txtDescription);
-    bound.bind(QStringLiteral("EstDate"), txtEstDate);
-    bindNumber(QStringLiteral("Quantity"), txtQuantity, QStringLiteral("#####0"));
-    bindNumber(QStringLiteral("EstShopRate"), txtEstShopRate, QStringLiteral("#####0.00"));
-    bound.bind(QStringLiteral("Material"), txtMaterial);
+    bound.bind(u"RFQNo"_s, txtRfqno);
+    bound.bind(u"PartNo"_s, txtPartno);
+    bound.bind(u"Description"_s, txtDescription);
+    bound.bind(u"EstDate"_s, txtEstDate);
+    bindNumber(u"Quantity"_s, txtQuantity, u"#####0"_s);
+    bindNumber(u"EstShopRate"_s, txtEstShopRate, u"#####0.00"_s);
+    bound.bind(u"Material"_s, txtMaterial);
     return pane;
 }
 
 QTabWidget* frmEstimate::notePane() {
-    auto* tabs = named(new QTabWidget(this), QStringLiteral("SSTabNotes"), QStringLiteral("Notes"));
+    auto* tabs = named(new QTabWidget(this), u"SSTabNotes"_s, u"Notes"_s);
     const std::array<const char16_t*, 4> titles{u"Quote", u"Traveler", u"R.F.Q.", u"Job"};
     for (std::size_t i = 0; i < titles.size(); ++i) {
         const QString title = QString::fromUtf16(titles[i]);
-        txtNotes[i] = named(new controls::MemoField(tabs), indexed(u"txtNotes", i),
-                            title + QStringLiteral(" notes"));
+        txtNotes[i] =
+            named(new controls::MemoField(tabs), indexed(u"txtNotes", i), title + u" notes"_s);
         tabs->addTab(txtNotes[i], title);
     }
-    fields().bind(QStringLiteral("EstNotes"), txtNotes[0]);
-    fields().bind(QStringLiteral("TravelerNotes"), txtNotes[1]);
-    fields().bind(QStringLiteral("JobNotes"), txtNotes[3]);
+    fields().bind(u"EstNotes"_s, txtNotes[0]);
+    fields().bind(u"TravelerNotes"_s, txtNotes[1]);
+    fields().bind(u"JobNotes"_s, txtNotes[3]);
     return tabs;
 }
 
 QWidget* frmEstimate::breakPane() {
-    auto* pane =
-        named(new QGroupBox(QStringLiteral("Price Breaks"), this), QStringLiteral("fraBreaks"));
+    auto* pane = named(new QGroupBox(u"Price Breaks"_s, this), u"fraBreaks"_s);
     auto* grid = new QGridLayout(pane);
     grid->setVerticalSpacing(2);
     grid->setHorizontalSpacing(4);
@@ -244,7 +238,7 @@ QWidget* frmEstimate::breakPane() {
         grid->addWidget(head, 0, column);
     }
     const auto letterOf = [](std::size_t i) {
-        return QStringLiteral(" of break ") + QChar(u'A' + static_cast<char16_t>(i));
+        return u" of break "_s + QChar(u'A' + static_cast<char16_t>(i));
     };
     const auto columnOf = [](const char16_t* stem, std::size_t i) {
         return QString::fromUtf16(stem) + QChar(u'A' + static_cast<char16_t>(i));
@@ -254,25 +248,24 @@ QWidget* frmEstimate::breakPane() {
         txtQtyBreak[i]->setKeyFilter(values::keys::decimal());
         txtQtyBreak[i]->setLimit(9);
         if (i > 0)
-            txtQtyBreak[i]->setNumberMask(QStringLiteral("#####0"));
-        place(txtQtyBreak[i], indexed(u"txtQtyBreak", i), QStringLiteral("Quantity") + letterOf(i),
-              1, static_cast<int>(i) + 1);
-        bindNumber(columnOf(u"QtyBreak", i), txtQtyBreak[i], QStringLiteral("#####0"));
+            txtQtyBreak[i]->setNumberMask(u"#####0"_s);
+        place(txtQtyBreak[i], indexed(u"txtQtyBreak", i), u"Quantity"_s + letterOf(i), 1,
+              static_cast<int>(i) + 1);
+        bindNumber(columnOf(u"QtyBreak", i), txtQtyBreak[i], u"#####0"_s);
     }
     for (std::size_t i = 0; i < breakCount; ++i) {
         txtQtyDiscount[i] = new TextField(pane);
         txtQtyDiscount[i]->setKeyFilter(values::keys::decimal());
         txtQtyDiscount[i]->setLimit(9);
-        place(txtQtyDiscount[i], indexed(u"txtQtyDiscount", i),
-              QStringLiteral("Discount") + letterOf(i), 2, static_cast<int>(i) + 1);
-        bindNumber(columnOf(u"QtyDiscount", i), txtQtyDiscount[i], QStringLiteral("##0.00"));
+        place(txtQtyDiscount[i], indexed(u"txtQtyDiscount", i), u"Discount"_s + letterOf(i), 2,
+              static_cast<int>(i) + 1);
+        bindNumber(columnOf(u"QtyDiscount", i), txtQtyDiscount[i], u"##0.00"_s);
     }
     const auto money = [&](std::array<CurrencyField*, breakCount>& row, const char16_t* name,
                            const char16_t* stem, const QString& spoken, int at, bool typed) {
         for (std::size_t i = 0; i < breakCount; ++i) {
             row[i] = new CurrencyField(pane);
-            row[i]->setMask(at == 5 ? QStringLiteral("#####0.00##")
-                                    : QStringLiteral("#####0.0000"));
+            row[i]->setMask(at == 5 ? u"#####0.00##"_s : u"#####0.0000"_s);
             place(row[i], indexed(name, i), spoken + letterOf(i), at, static_cast<int>(i) + 1);
             if (typed) {
                 row[i]->setKeyFilter(values::keys::decimal());
@@ -284,14 +277,14 @@ QWidget* frmEstimate::breakPane() {
             m_secured.push_back(row[i]);
         }
     };
-    money(fpQtyPrice, u"fpQtyPrice", u"QtyPrice", QStringLiteral("Est Price Each"), 3, false);
-    money(fpQtyQP, u"fpQtyQP", u"QtyQP", QStringLiteral("Quoted Price"), 4, true);
-    money(fpQtyTotal, u"fpQtyTotal", u"QtyTotal", QStringLiteral("Total"), 5, false);
+    money(fpQtyPrice, u"fpQtyPrice", u"QtyPrice", u"Est Price Each"_s, 3, false);
+    money(fpQtyQP, u"fpQtyQP", u"QtyQP", u"Quoted Price"_s, 4, true);
+    money(fpQtyTotal, u"fpQtyTotal", u"QtyTotal", u"Total"_s, 5, false);
 
     const auto shown = [&](const char16_t* name, const char16_t* text, int row) {
         auto* caption = new QLabel(QString::fromUtf16(text), pane);
         auto* field = new CurrencyField(pane);
-        field->setMask(QStringLiteral("#####0.00##"));
+        field->setMask(u"#####0.00##"_s);
         grid->addWidget(caption, row, 6);
         place(field, QString::fromUtf16(name), QString::fromUtf16(text), row + 1, 6);
         field->setLocked(true);
@@ -305,18 +298,17 @@ QWidget* frmEstimate::breakPane() {
 }
 
 QWidget* frmEstimate::buttonPane() {
-    return makeButtonPane(
-        {{{Role::New, QStringLiteral("cmdNew"), QStringLiteral("&New")},
-          {Role::Edit, QStringLiteral("cmdEdit"), QStringLiteral("&Edit")},
-          {Role::Delete, QStringLiteral("cmdDelete"), QStringLiteral("&Delete")},
-          {Role::Close, QStringLiteral("cmdClose"), QStringLiteral("Do&ne")}},
-         {{Role::Find, QStringLiteral("cmdFind"), QStringLiteral("&Goto Est")},
-          {Role::BrowseOnly, QStringLiteral("cmdGotoPart"), QStringLiteral("G&oto Part")},
-          {Role::Free, QStringLiteral("cmdAssembly"), QStringLiteral("Assembl&y Tree")},
-          {Role::Free, QStringLiteral("cmdCreateJob"), QStringLiteral("Create &Job")}},
-         {{Role::List, QStringLiteral("cmdQuery"), QStringLiteral("&Query/Report")},
-          {Role::PrintShown, QStringLiteral("cmdPrintScr"), QStringLiteral("Quick &Report Shown")},
-          {Role::BrowseOnly, QStringLiteral("cmdPrintBOM"), QStringLiteral("Print BOM")}}});
+    return makeButtonPane({{{Role::New, u"cmdNew"_s, u"&New"_s},
+                            {Role::Edit, u"cmdEdit"_s, u"&Edit"_s},
+                            {Role::Delete, u"cmdDelete"_s, u"&Delete"_s},
+                            {Role::Close, u"cmdClose"_s, u"Do&ne"_s}},
+                           {{Role::Find, u"cmdFind"_s, u"&Goto Est"_s},
+                            {Role::BrowseOnly, u"cmdGotoPart"_s, u"G&oto Part"_s},
+                            {Role::Free, u"cmdAssembly"_s, u"Assembl&y Tree"_s},
+                            {Role::Free, u"cmdCreateJob"_s, u"Create &Job"_s}},
+                           {{Role::List, u"cmdQuery"_s, u"&Query/Report"_s},
+                            {Role::PrintShown, u"cmdPrintScr"_s, u"Quick &Report Shown"_s},
+                            {Role::BrowseOnly, u"cmdPrintBOM"_s, u"Print BOM"_s}}});
 }
 
 void frmEstimate::wire() {

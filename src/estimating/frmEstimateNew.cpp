@@ -1,4 +1,5 @@
 #include "estimating/frmEstimate.h"
+#include "platform/values/Literals.h"
 
 #include "core/MirsaMain.h"
 #include "estimating/routing/Dialogs.h"
@@ -22,14 +23,12 @@ using Way = NewEstimate::Way;
 
 void frmEstimate::cmdNew_Click() {
     const CarriedCustomer customer{lblCustID->text(), dbcCustomer->text(), txtRfqno->text()};
-    const auto how =
-        Forms::dialog<NewEstimateDialog>(QStringLiteral("frmEstNew"))->choose(hasRecord());
+    const auto how = Forms::dialog<NewEstimateDialog>(u"frmEstNew"_s)->choose(hasRecord());
     if (!how)
         return;
     switch (how->way) {
     case Way::DefaultSet: {
-        const qint64 setNo =
-            Forms::dialog<DefaultSetDialog>(QStringLiteral("frmDefSet"))->pickSet();
+        const qint64 setNo = Forms::dialog<DefaultSetDialog>(u"frmDefSet"_s)->pickSet();
         if (setNo != 0) {
             startFrom(operationsOfSet(core::MainDatabase(), setNo, how->useDefaultNotes), *how,
                       customer);
@@ -37,15 +36,14 @@ void frmEstimate::cmdNew_Click() {
         break;
     }
     case Way::SelectOperations: {
-        const auto chosen =
-            Forms::dialog<SelectOperationsDialog>(QStringLiteral("frmSelOper"))->choose();
+        const auto chosen = Forms::dialog<SelectOperationsDialog>(u"frmSelOper"_s)->choose();
         if (chosen)
             startFrom(*chosen, *how, customer);
         break;
     }
     case Way::CopyCurrent:
-        if (MsgBox(QStringLiteral("You are about to copy the current Estimate into a new Estimate. "
-                                  "Are you sure?"),
+        if (MsgBox(u"You are about to copy the current Estimate into a new Estimate. "
+                   "Are you sure?"_s,
                    Buttons::YesNo, Icon::Question) == Answer::Yes)
             copyCurrent(*how);
         break;
@@ -68,7 +66,7 @@ void frmEstimate::showCarried(const CarriedCustomer& customer, bool carry) {
 
 void frmEstimate::startFrom(const std::vector<ChosenOperation>& operations, const NewEstimate& how,
                             const CarriedCustomer& customer) {
-    ShowModuleMode(QStringLiteral("Add"));
+    ShowModuleMode(u"Add"_s);
     showCarried(customer, how.carryCustomer);
     std::vector<OperRow> rows = rowsFor(core::MainDatabase(), operations);
     stageDefaultNotes(core::MainDatabase(), estimateRouting(), operations, rows);
@@ -78,7 +76,7 @@ void frmEstimate::startFrom(const std::vector<ChosenOperation>& operations, cons
 
 void frmEstimate::copyCurrent(const NewEstimate& how) {
     const qint64 oldEstNo = currentKey();
-    ShowModuleMode(QStringLiteral("CopyEst"));
+    ShowModuleMode(u"CopyEst"_s);
     m_assemblyEstNo = 0;
     lblAssembly->clear();
     dbcJobsCreated->setItems({});
@@ -98,15 +96,14 @@ void frmEstimate::copyJob(const NewEstimate& how, const CarriedCustomer& custome
     const qint64 jobNo = how.jobNo.toLongLong();
     auto copied = draftFromJob(core::MainDatabase(), jobNo, core::shared().CurrencySymbol);
     if (!copied) {
-        MsgBox(QStringLiteral("Job No. ") + how.jobNo + QStringLiteral(" does not exist!"),
-               Buttons::Ok, Icon::Information);
+        MsgBox(u"Job No. "_s + how.jobNo + u" does not exist!"_s, Buttons::Ok, Icon::Information);
         return;
     }
-    if (MsgBox(QStringLiteral("You are about to copy Job No. ") + how.jobNo +
-                   QStringLiteral(" into a new Estimate. Are you sure?"),
+    if (MsgBox(u"You are about to copy Job No. "_s + how.jobNo +
+                   u" into a new Estimate. Are you sure?"_s,
                Buttons::YesNo, Icon::Question) != Answer::Yes)
         return;
-    ShowModuleMode(QStringLiteral("Add"));
+    ShowModuleMode(u"Add"_s);
     const EstimateHeader& header = copied->header;
     // The customer is the job's, the RFQ number the one that was on the screen.
     showCarried({QString::number(header.custId), {}, customer.rfqNo}, how.carryCustomer);

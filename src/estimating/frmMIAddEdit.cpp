@@ -4,6 +4,7 @@
 #include "platform/screen/Layout.h"
 #include "platform/screen/MsgBox.h"
 #include "platform/values/Format.h"
+#include "platform/values/Literals.h"
 #include "platform/values/Text.h"
 
 #include <QVBoxLayout>
@@ -13,27 +14,24 @@ namespace estimating {
 using values::quoted;
 
 frmMIAddEdit::frmMIAddEdit()
-    : AddEditForm(QString::fromLatin1(formName), QStringLiteral("New Fixed Cost Item")) {
+    : AddEditForm(QString::fromLatin1(formName), u"New Fixed Cost Item"_s) {
     auto* outside = new QVBoxLayout(this);
     auto* body = new QWidget(this);
     outside->addWidget(body);
     const int width = core::MainDatabase().width(u"MiscItems", u"Description");
     screen::Fields fields(body);
     txtDescription =
-        fields.text(QStringLiteral("txtDescription"), QStringLiteral("D&escription:"),
+        fields.text(u"txtDescription"_s, u"D&escription:"_s,
                     {.limit = width, .filter = values::keys::description(), .characters = 36});
     fields.nextRow();
-    cboUnitofMeasure =
-        fields.dataCombo(QStringLiteral("cboUnitofMeasure"), QStringLiteral("&Unit of Measure:"));
+    cboUnitofMeasure = fields.dataCombo(u"cboUnitofMeasure"_s, u"&Unit of Measure:"_s);
     cboUnitofMeasure->setUpperCase(true);
     cboUnitofMeasure->setLimit(10);
     cboUnitofMeasure->setKeyFilter(values::keys::description());
     fields.nextRow();
-    txtUnitPrice = fields.text(QStringLiteral("txtUnitPrice"), QStringLiteral("Unit &Price:"),
-                               {.limit = 14,
-                                .filter = values::keys::decimal(),
-                                .mask = QStringLiteral("#0.0000"),
-                                .characters = 14});
+    txtUnitPrice = fields.text(
+        u"txtUnitPrice"_s, u"Unit &Price:"_s,
+        {.limit = 14, .filter = values::keys::decimal(), .mask = u"#0.0000"_s, .characters = 14});
     outside->addStretch();
 
     makeButtons(outside);
@@ -44,22 +42,22 @@ bool frmMIAddEdit::ShowForm(qint64 itemNo) {
     m_itemNo = itemNo;
     jet::Database& database = core::MainDatabase();
     m_units = {QString()};
-    jet::Recordset units = database.openRecordset(
-        QStringLiteral("Select * from UnitofMeasure order by code"), jet::RecordsetType::Snapshot);
+    jet::Recordset units = database.openRecordset(u"Select * from UnitofMeasure order by code"_s,
+                                                  jet::RecordsetType::Snapshot);
     for (; !units.eof(); units.moveNext())
         m_units << units.text(u"code");
     cboUnitofMeasure->setItems(m_units);
     clearFields();
     if (itemNo != 0) {
-        setWindowTitle(QStringLiteral("Edit Fixed Cost Item"));
+        setWindowTitle(u"Edit Fixed Cost Item"_s);
         setAdding(false);
         const jet::Recordset item = database.openRecordset(
-            QStringLiteral("SELECT * FROM miscitems WHERE itemno=") + QString::number(itemNo),
+            u"SELECT * FROM miscitems WHERE itemno="_s + QString::number(itemNo),
             jet::RecordsetType::Snapshot);
         if (item.isEmpty()) {
             screen::MsgBox(QString::number(itemNo) +
-                               QStringLiteral(" item no. not found! MiscItems table may need to be "
-                                              "fixed!"),
+                               u" item no. not found! MiscItems table may need to be "
+                               "fixed!"_s,
                            screen::Buttons::Ok, screen::Icon::Critical);
             return false;
         }
@@ -75,7 +73,7 @@ bool frmMIAddEdit::ShowForm(qint64 itemNo) {
 void frmMIAddEdit::clearFields() {
     txtDescription->setText(QString());
     cboUnitofMeasure->setText(QString());
-    txtUnitPrice->setText(QStringLiteral("0.0000"));
+    txtUnitPrice->setText(u"0.0000"_s);
 }
 
 void frmMIAddEdit::cboUnitofMeasure_LostFocus() {
@@ -91,37 +89,33 @@ bool frmMIAddEdit::save() {
     const QString description = txtDescription->text();
     const QString unit = cboUnitofMeasure->text();
     if (description.trimmed().isEmpty()) {
-        complain(QStringLiteral("Description may not be blank!"), txtDescription);
+        complain(u"Description may not be blank!"_s, txtDescription);
         return false;
     }
     if (unit.trimmed().isEmpty()) {
-        complain(QStringLiteral("Units may not be blank!"), cboUnitofMeasure);
+        complain(u"Units may not be blank!"_s, cboUnitofMeasure);
         return false;
     }
     const QString itemNo = QString::number(m_itemNo);
     jet::Database& database = core::MainDatabase();
-    QString same = QStringLiteral("SELECT * FROM miscitems WHERE description='") +
-                   quoted(description) + QStringLiteral("'");
+    QString same = u"SELECT * FROM miscitems WHERE description='"_s + quoted(description) + u"'"_s;
     if (m_itemNo != 0)
-        same += QStringLiteral(" AND itemno<>") + itemNo;
+        same += u" AND itemno<>"_s + itemNo;
     if (database.hasRows(same)) {
-        complain(description + QStringLiteral(" already exists!"), txtDescription);
+        complain(description + u" already exists!"_s, txtDescription);
         return false;
     }
     const QString price =
         values::format(values::Currency::fromText(txtUnitPrice->text()), u"#0.0000");
     if (m_itemNo == 0) {
-        database.execute(
-            QStringLiteral("INSERT INTO miscitems (description, unitofmeasure, unitprice) "
-                           "VALUES('") +
-            quoted(description) + QStringLiteral("','") + quoted(unit) + QStringLiteral("',") +
-            price + QStringLiteral(" )"));
+        database.execute(u"INSERT INTO miscitems (description, unitofmeasure, unitprice) "
+                         "VALUES('"_s +
+                         quoted(description) + u"','"_s + quoted(unit) + u"',"_s + price + u" )"_s);
     } else {
         // The blank behind the unit stands in the rows of every shop; it stays.
-        database.execute(QStringLiteral("UPDATE miscitems SET description='") +
-                         quoted(description) + QStringLiteral("', unitofmeasure='") + quoted(unit) +
-                         QStringLiteral(" ', unitprice=") + price +
-                         QStringLiteral(" WHERE itemno=") + itemNo);
+        database.execute(u"UPDATE miscitems SET description='"_s + quoted(description) +
+                         u"', unitofmeasure='"_s + quoted(unit) + u" ', unitprice="_s + price +
+                         u" WHERE itemno="_s + itemNo);
     }
     return true;
 }

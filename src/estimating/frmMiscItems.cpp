@@ -5,34 +5,34 @@
 #include "platform/screen/Forms.h"
 #include "platform/screen/MsgBox.h"
 #include "platform/values/Format.h"
+#include "platform/values/Literals.h"
 
 namespace estimating {
 
 using controls::GridColumn;
 
 frmMiscItems::frmMiscItems()
-    : ListForm(QString::fromLatin1(formName), QStringLiteral("Fixed Cost Items"),
-               QStringLiteral("lvwMI"), QStringLiteral("Fixed cost items"),
-               {{QStringLiteral("Description"), 34},
-                {QStringLiteral("Unit"), 10},
-                {QStringLiteral("Unit Price"), 14, GridColumn::Kind::Number},
-                {QStringLiteral("No."), 7, GridColumn::Kind::Number}}) {}
+    : ListForm(QString::fromLatin1(formName), u"Fixed Cost Items"_s, u"lvwMI"_s,
+               u"Fixed cost items"_s,
+               {{u"Description"_s, 34},
+                {u"Unit"_s, 10},
+                {u"Unit Price"_s, 14, GridColumn::Kind::Number},
+                {u"No."_s, 7, GridColumn::Kind::Number}}) {}
 
 void frmMiscItems::fill(controls::ListView& list) {
-    const QString mask = core::moneyMask(QStringLiteral("#,0.0000"));
+    const QString mask = core::moneyMask(u"#,0.0000"_s);
     jet::Recordset set = core::MainDatabase().openRecordset(
-        QStringLiteral("SELECT * FROM miscitems ORDER BY description"),
-        jet::RecordsetType::Snapshot);
+        u"SELECT * FROM miscitems ORDER BY description"_s, jet::RecordsetType::Snapshot);
     for (; !set.eof(); set.moveNext()) {
         const QString itemNo = set.text(u"ItemNo");
-        list.addRow(QStringLiteral("M") + itemNo,
+        list.addRow(u"M"_s + itemNo,
                     {set.text(u"Description"), set.text(u"UnitOfMeasure").trimmed(),
                      values::format(set[u"UnitPrice"].toCurrency(), mask), itemNo});
     }
 }
 
 void frmMiscItems::cmdNew_Click() {
-    auto dialog = screen::Forms::dialog<FixedCostItemDialog>(QStringLiteral("frmMIAddEdit"));
+    auto dialog = screen::Forms::dialog<FixedCostItemDialog>(u"frmMIAddEdit"_s);
     if (dialog->ShowForm(0))
         reload();
 }
@@ -41,7 +41,7 @@ void frmMiscItems::cmdEdit_Click() {
     const qint64 itemNo = selectedNumber();
     if (itemNo == 0)
         return;
-    auto dialog = screen::Forms::dialog<FixedCostItemDialog>(QStringLiteral("frmMIAddEdit"));
+    auto dialog = screen::Forms::dialog<FixedCostItemDialog>(u"frmMIAddEdit"_s);
     if (dialog->ShowForm(itemNo))
         reload();
 }
@@ -50,18 +50,18 @@ void frmMiscItems::cmdDelete_Click() {
     const qint64 itemNo = selectedNumber();
     if (itemNo == 0)
         return;
-    const QString ofItem = QStringLiteral(" WHERE itemno=") + QString::number(itemNo);
+    const QString ofItem = u" WHERE itemno="_s + QString::number(itemNo);
     jet::Database& database = core::MainDatabase();
-    if (database.hasRows(QStringLiteral("SELECT * FROM jobmisccost") + ofItem) ||
-        database.hasRows(QStringLiteral("SELECT * FROM estmisccost") + ofItem)) {
-        screen::MsgBox(QStringLiteral("This fixed cost item has been included in either an "
-                                      "estimate or a job. It cannot be deleted!"),
-                       screen::Buttons::Ok, screen::Icon::Exclamation, QStringLiteral("Delete"));
+    if (database.hasRows(u"SELECT * FROM jobmisccost"_s + ofItem) ||
+        database.hasRows(u"SELECT * FROM estmisccost"_s + ofItem)) {
+        screen::MsgBox(u"This fixed cost item has been included in either an "
+                       "estimate or a job. It cannot be deleted!"_s,
+                       screen::Buttons::Ok, screen::Icon::Exclamation, u"Delete"_s);
         return;
     }
     if (!askDelete())
         return;
-    database.execute(QStringLiteral("DELETE FROM miscitems") + ofItem);
+    database.execute(u"DELETE FROM miscitems"_s + ofItem);
     reload();
 }
 

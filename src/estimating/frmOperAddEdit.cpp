@@ -5,6 +5,7 @@
 #include "core/Spelling.h"
 #include "platform/screen/Layout.h"
 #include "platform/values/Format.h"
+#include "platform/values/Literals.h"
 #include "platform/values/Numbers.h"
 
 #include <QAction>
@@ -18,7 +19,7 @@ namespace estimating {
 namespace {
 
 QString rateMask() {
-    return QStringLiteral("##,###.00");
+    return u"##,###.00"_s;
 }
 
 } // namespace
@@ -27,7 +28,7 @@ frmOperAddEdit::frmOperAddEdit() : AddEditForm(QString::fromLatin1(formName), QS
     auto* outside = new QVBoxLayout(this);
     createMenus();
     screen::Fields fields(this, outside);
-    txtDescription = fields.text(QStringLiteral("txtDescription"), QStringLiteral("&Description:"),
+    txtDescription = fields.text(u"txtDescription"_s, u"&Description:"_s,
                                  {core::MainDatabase().width(u"Operation", u"Description"),
                                   values::keys::description(),
                                   {},
@@ -37,21 +38,18 @@ frmOperAddEdit::frmOperAddEdit() : AddEditForm(QString::fromLatin1(formName), QS
     outside->addWidget(m_inhouseFields);
     screen::Fields inhouse(m_inhouseFields);
     m_inhouseFields->layout()->setContentsMargins(0, 0, 0, 0);
-    txtOperShopRate = inhouse.text(QStringLiteral("txtOperShopRate"),
-                                   QStringLiteral("Shop &Rate ") + core::shared().CurrencySymbol +
-                                       QStringLiteral("/hr:"),
+    txtOperShopRate = inhouse.text(u"txtOperShopRate"_s,
+                                   u"Shop &Rate "_s + core::shared().CurrencySymbol + u"/hr:"_s,
                                    {10, values::keys::decimal(), {}, 12});
-    cboDept = inhouse.listCombo(QStringLiteral("cboDept"), QStringLiteral("De&partment:"));
+    cboDept = inhouse.listCombo(u"cboDept"_s, u"De&partment:"_s);
 
-    QGroupBox* frame = screen::frame(this, outside, QStringLiteral("fraNotes"),
-                                     QStringLiteral("Default Operation Notes"));
+    QGroupBox* frame = screen::frame(this, outside, u"fraNotes"_s, u"Default Operation Notes"_s);
     auto* inFrame = new QVBoxLayout(frame);
-    Text1 = screen::named(new controls::MemoField(frame), QStringLiteral("Text1"),
-                          QStringLiteral("Default Operation Notes"));
+    Text1 = screen::named(new controls::MemoField(frame), u"Text1"_s, u"Default Operation Notes"_s);
     Text1->setKeyFilter(values::keys::description());
     inFrame->addWidget(Text1);
 
-    makeButtons(outside, QStringLiteral("&Cancel"));
+    makeButtons(outside, u"&Cancel"_s);
 
     // The rate is stored in the field without its mask's commas, which Val would stop at.
     on(txtOperShopRate->left, [this] {
@@ -65,8 +63,8 @@ frmOperAddEdit::frmOperAddEdit() : AddEditForm(QString::fromLatin1(formName), QS
 void frmOperAddEdit::createMenus() {
     auto* menus = new QMenuBar(this);
     layout()->setMenuBar(menus);
-    QMenu* edit = menus->addMenu(QStringLiteral("&Edit"));
-    QMenu* tools = menus->addMenu(QStringLiteral("&Tools"));
+    QMenu* edit = menus->addMenu(u"&Edit"_s);
+    QMenu* tools = menus->addMenu(u"&Tools"_s);
     const auto entry = [&](QMenu* menu, const char16_t* name, const char16_t* caption,
                            void (*act)(QWidget*)) {
         QAction* action = menu->addAction(QString::fromUtf16(caption));
@@ -90,8 +88,8 @@ bool frmOperAddEdit::ShowForm(const QString& mode, qint64 operNo, qint64 departm
     if (!operType.isEmpty())
         m_draft.type = operType;
     m_department = departmentId;
-    const bool editing = mode == QStringLiteral("Edit");
-    setWindowTitle(mode + QStringLiteral(" ") + operationTitle(m_draft.type));
+    const bool editing = mode == u"Edit"_s;
+    setWindowTitle(mode + u" "_s + operationTitle(m_draft.type));
     m_inhouseFields->setVisible(isInhouse());
     setAdding(!editing);
 
@@ -107,11 +105,10 @@ bool frmOperAddEdit::ShowForm(const QString& mode, qint64 operNo, qint64 departm
 
 bool frmOperAddEdit::fillDepartments() {
     jet::Recordset set = core::MainDatabase().openRecordset(
-        QStringLiteral("SELECT * FROM operdepartment ORDER BY department"),
-        jet::RecordsetType::Snapshot);
+        u"SELECT * FROM operdepartment ORDER BY department"_s, jet::RecordsetType::Snapshot);
     if (set.isEmpty()) {
-        screen::MsgBox(QStringLiteral("You may not add an inhouse operation without any department "
-                                      "defined!. Please add the department first."),
+        screen::MsgBox(u"You may not add an inhouse operation without any department "
+                       "defined!. Please add the department first."_s,
                        screen::Buttons::Ok, screen::Icon::Exclamation);
         return false;
     }
@@ -126,8 +123,7 @@ void frmOperAddEdit::clearFields() {
     Text1->clear();
     if (!isInhouse())
         return;
-    const jet::Value rate =
-        core::MainDatabase().lookup(QStringLiteral("SELECT jobonerate FROM SystemSettings"));
+    const jet::Value rate = core::MainDatabase().lookup(u"SELECT jobonerate FROM SystemSettings"_s);
     txtOperShopRate->setText(values::format(rate.toCurrency(), rateMask()));
     cboDept->setCurrentIndex(-1);
     cboDept->chooseNumber(m_department);
@@ -136,10 +132,9 @@ void frmOperAddEdit::clearFields() {
 bool frmOperAddEdit::showOperation(qint64 operNo) {
     const auto stored = loadOperation(core::MainDatabase(), operNo);
     if (!stored) {
-        screen::MsgBox(
-            QString::number(operNo) +
-                QStringLiteral(" record id not found! Operation table may need to be fixed!"),
-            screen::Buttons::Ok, screen::Icon::Critical);
+        screen::MsgBox(QString::number(operNo) +
+                           u" record id not found! Operation table may need to be fixed!"_s,
+                       screen::Buttons::Ok, screen::Icon::Critical);
         return false;
     }
     m_draft.operNo = operNo;
@@ -150,10 +145,9 @@ bool frmOperAddEdit::showOperation(qint64 operNo) {
     txtOperShopRate->setText(values::format(values::Currency::fromText(stored->rate), rateMask()));
     if (!cboDept->chooseNumber(stored->departmentId)) {
         cboDept->setCurrentIndex(-1);
-        screen::MsgBox(QStringLiteral("The Department ID (") +
-                           QString::number(stored->departmentId) +
-                           QStringLiteral(") for this operation does not exist in the "
-                                          "operdepartment table!"),
+        screen::MsgBox(u"The Department ID ("_s + QString::number(stored->departmentId) +
+                           u") for this operation does not exist in the "
+                           "operdepartment table!"_s,
                        screen::Buttons::Ok, screen::Icon::Exclamation);
     }
     return true;

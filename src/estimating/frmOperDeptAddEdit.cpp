@@ -3,6 +3,7 @@
 #include "core/MirsaMain.h"
 #include "estimating/OperationCatalogue.h"
 #include "platform/screen/Layout.h"
+#include "platform/values/Literals.h"
 
 #include <QVBoxLayout>
 
@@ -11,27 +12,25 @@ namespace estimating {
 frmOperDeptAddEdit::frmOperDeptAddEdit() : Form(QString::fromLatin1(formName), QString()) {
     auto* outside = new QVBoxLayout(this);
     screen::Fields fields(this, outside);
-    txtDescription = fields.text(QStringLiteral("txtDescription"), QStringLiteral("&Description:"),
+    txtDescription = fields.text(u"txtDescription"_s, u"&Description:"_s,
                                  {core::MainDatabase().width(u"OperDepartment", u"department"),
                                   values::keys::description(),
                                   {},
                                   32});
-    on(addOkCancel(outside, QStringLiteral("&OK"), QStringLiteral("&Cancel")),
-       &frmOperDeptAddEdit::cmdOK_Click);
+    on(addOkCancel(outside, u"&OK"_s, u"&Cancel"_s), &frmOperDeptAddEdit::cmdOK_Click);
 }
 
 bool frmOperDeptAddEdit::ShowForm(const QString& mode, qint64 id) {
-    setWindowTitle(mode + QStringLiteral(" Department"));
+    setWindowTitle(mode + u" Department"_s);
     m_id = 0;
-    if (mode == QStringLiteral("Edit")) {
+    if (mode == u"Edit"_s) {
         m_id = id;
         jet::Recordset set = core::MainDatabase().openRecordset(
-            QStringLiteral("SELECT * FROM operdepartment WHERE id=") + QString::number(id),
+            u"SELECT * FROM operdepartment WHERE id="_s + QString::number(id),
             jet::RecordsetType::Snapshot);
         if (set.isEmpty()) {
-            screen::MsgBox(QString::number(id) +
-                               QStringLiteral(" record id not found! Operdepartment table may "
-                                              "need to be fixed!"),
+            screen::MsgBox(QString::number(id) + u" record id not found! Operdepartment table may "
+                                                 "need to be fixed!"_s,
                            screen::Buttons::Ok, screen::Icon::Critical);
             return false;
         }

@@ -7,6 +7,7 @@
 #include "platform/screen/Layout.h"
 #include "platform/screen/Pointer.h"
 #include "platform/values/Format.h"
+#include "platform/values/Literals.h"
 
 #include <QHBoxLayout>
 #include <QPushButton>
@@ -42,7 +43,7 @@ qint64 numberIn(const QString& key, QChar letter) {
 }
 
 QString noteWords(bool hasNote) {
-    return hasNote ? QStringLiteral("has a default note") : QStringLiteral("no default note");
+    return hasNote ? u"has a default note"_s : u"no default note"_s;
 }
 
 QIcon noteMark(bool hasNote) {
@@ -51,18 +52,16 @@ QIcon noteMark(bool hasNote) {
 
 } // namespace
 
-frmOperation::frmOperation() : Form(QString::fromLatin1(formName), QStringLiteral("Operations")) {
+frmOperation::frmOperation() : Form(QString::fromLatin1(formName), u"Operations"_s) {
     auto* outside = new QVBoxLayout(this);
-    SSTabOper = screen::named(new QTabWidget(this), QStringLiteral("SSTabOper"));
+    SSTabOper = screen::named(new QTabWidget(this), u"SSTabOper"_s);
     outside->addWidget(SSTabOper);
-    SSTabOper->addTab(inhousePage(), QStringLiteral("&Inhouse"));
-    SSTabOper->addTab(listPage(overhead(), QStringLiteral("OH"), lvwOH),
-                      QStringLiteral("O&verhead"));
-    SSTabOper->addTab(listPage(contractor(), QStringLiteral("CO"), lvwCO),
-                      QStringLiteral("Co&ntractor"));
+    SSTabOper->addTab(inhousePage(), u"&Inhouse"_s);
+    SSTabOper->addTab(listPage(overhead(), u"OH"_s, lvwOH), u"O&verhead"_s);
+    SSTabOper->addTab(listPage(contractor(), u"CO"_s, lvwCO), u"Co&ntractor"_s);
     screen::ButtonBar bar(this, outside);
     bar.stretch();
-    QPushButton* cmdClose = bar.button(QStringLiteral("cmdClose"), QStringLiteral("&Close"));
+    QPushButton* cmdClose = bar.button(u"cmdClose"_s, u"&Close"_s);
     setCancelButton(cmdClose);
     on(cmdClose, [this] { unload(); });
 }
@@ -83,26 +82,24 @@ QWidget* frmOperation::inhousePage() {
     auto* across = new QHBoxLayout(page);
     m_views = new QStackedWidget(page);
     across->addWidget(m_views, 1);
-    lvwIN = newList(page, QStringLiteral("lvwIN"), QStringLiteral("Inhouse operations"));
-    lvwIN->setColumns(
-        {{QStringLiteral("Operation"), 34},
-         {QStringLiteral("Rate ") + core::shared().CurrencySymbol + QStringLiteral("/hr"), 14,
-          controls::GridColumn::Kind::Number},
-         {QStringLiteral("Department"), 24}});
-    tvwOper = screen::named(new QTreeWidget(page), QStringLiteral("tvwOper"),
-                            QStringLiteral("Inhouse operations by department"));
+    lvwIN = newList(page, u"lvwIN"_s, u"Inhouse operations"_s);
+    lvwIN->setColumns({{u"Operation"_s, 34},
+                       {u"Rate "_s + core::shared().CurrencySymbol + u"/hr"_s, 14,
+                        controls::GridColumn::Kind::Number},
+                       {u"Department"_s, 24}});
+    tvwOper =
+        screen::named(new QTreeWidget(page), u"tvwOper"_s, u"Inhouse operations by department"_s);
     tvwOper->setHeaderHidden(true);
     tvwOper->setExpandsOnDoubleClick(false);
     m_views->addWidget(tvwOper);
     m_views->addWidget(lvwIN);
 
     screen::ButtonBar bar(page, across);
-    cmdView = bar.button(QStringLiteral("cmdView"), QStringLiteral("&View by Operation"));
-    QPushButton* cmdNewDept =
-        bar.button(QStringLiteral("cmdNewDept"), QStringLiteral("New De&partment"));
-    cmdNewOper = bar.button(QStringLiteral("cmdNewOper"), QStringLiteral("&New Operation"));
-    QPushButton* cmdEdit = bar.button(QStringLiteral("cmdEdit"), QStringLiteral("&Edit"));
-    QPushButton* cmdDelete = bar.button(QStringLiteral("cmdDelete"), QStringLiteral("&Delete"));
+    cmdView = bar.button(u"cmdView"_s, u"&View by Operation"_s);
+    QPushButton* cmdNewDept = bar.button(u"cmdNewDept"_s, u"New De&partment"_s);
+    cmdNewOper = bar.button(u"cmdNewOper"_s, u"&New Operation"_s);
+    QPushButton* cmdEdit = bar.button(u"cmdEdit"_s, u"&Edit"_s);
+    QPushButton* cmdDelete = bar.button(u"cmdDelete"_s, u"&Delete"_s);
     bar.stretch();
 
     on(cmdView, &frmOperation::cmdView_Click);
@@ -122,14 +119,14 @@ QWidget* frmOperation::listPage(const QString& type, const QString& prefix,
                                 controls::ListView*& list) {
     auto* page = new QWidget(SSTabOper);
     auto* across = new QHBoxLayout(page);
-    list = newList(page, QStringLiteral("lvw") + prefix, operationTitle(type));
-    list->setColumns({{QStringLiteral("Description"), 60}});
+    list = newList(page, u"lvw"_s + prefix, operationTitle(type));
+    list->setColumns({{u"Description"_s, 60}});
     across->addWidget(list, 1);
     screen::ButtonBar bar(page, across);
-    const QString cmd = QStringLiteral("cmd") + prefix;
-    QPushButton* add = bar.button(cmd + QStringLiteral("new"), QStringLiteral("&New Operation"));
-    QPushButton* edit = bar.button(cmd + QStringLiteral("edit"), QStringLiteral("&Edit"));
-    QPushButton* remove = bar.button(cmd + QStringLiteral("delete"), QStringLiteral("&Delete"));
+    const QString cmd = u"cmd"_s + prefix;
+    QPushButton* add = bar.button(cmd + u"new"_s, u"&New Operation"_s);
+    QPushButton* edit = bar.button(cmd + u"edit"_s, u"&Edit"_s);
+    QPushButton* remove = bar.button(cmd + u"delete"_s, u"&Delete"_s);
     bar.stretch();
     controls::ListView* const rows = list;
     on(add, [this, rows, type] { newOperation(rows, type); });
@@ -152,11 +149,10 @@ void frmOperation::fillList(controls::ListView* list, const QString& type) {
     for (const CatalogueEntry& entry : operationsOfType(core::MainDatabase(), type)) {
         QStringList texts{entry.description};
         if (list == lvwIN) {
-            texts << values::format(entry.rate, core::moneyMask(QStringLiteral("#,###.00")))
-                  << entry.department;
+            texts << values::format(entry.rate, core::moneyMask(u"#,###.00"_s)) << entry.department;
         }
-        list->addRow(QStringLiteral("O") + QString::number(entry.operNo), texts,
-                     noteMark(entry.hasNote), noteWords(entry.hasNote));
+        list->addRow(u"O"_s + QString::number(entry.operNo), texts, noteMark(entry.hasNote),
+                     noteWords(entry.hasNote));
     }
     list->selectPlace(selected);
 }
@@ -179,22 +175,20 @@ void frmOperation::fillTree() {
             current = item;
     };
     for (const DepartmentNode& department : operationsByDepartment(core::MainDatabase())) {
-        const QString key = QStringLiteral("D") + QString::number(department.id);
+        const QString key = u"D"_s + QString::number(department.id);
         auto* top = new QTreeWidgetItem(tvwOper);
         node(top, department.name, key);
         top->setIcon(0, style()->standardIcon(QStyle::SP_DirIcon));
         for (const CatalogueEntry& entry : department.operations) {
             auto* below = new QTreeWidgetItem(top);
-            node(below, entry.description,
-                 QStringLiteral("O") + QString::number(entry.operNo) + key);
+            node(below, entry.description, u"O"_s + QString::number(entry.operNo) + key);
             below->setIcon(0, noteMark(entry.hasNote));
             below->setData(0, Qt::AccessibleDescriptionRole, noteWords(entry.hasNote));
         }
         top->setExpanded(open.contains(key));
     }
     if (tvwOper->topLevelItemCount() == 0) {
-        node(new QTreeWidgetItem(tvwOper), QStringLiteral("There are no items to view"),
-             QStringLiteral("K1"));
+        node(new QTreeWidgetItem(tvwOper), u"There are no items to view"_s, u"K1"_s);
     }
     tvwOper->setCurrentItem(current ? current : tvwOper->topLevelItem(0));
 }
@@ -222,34 +216,33 @@ void frmOperation::tvwOper_NodeClick() {
 void frmOperation::cmdView_Click() {
     const bool toList = showsTree();
     m_views->setCurrentWidget(toList ? static_cast<QWidget*>(lvwIN) : tvwOper);
-    cmdView->setText(toList ? QStringLiteral("&View by Department")
-                            : QStringLiteral("&View by Operation"));
+    cmdView->setText(toList ? u"&View by Department"_s : u"&View by Operation"_s);
     tvwOper_NodeClick();
 }
 
 void frmOperation::cmdNewDept_Click() {
-    auto dialog = screen::Forms::dialog<DepartmentDialog>(QStringLiteral("frmOperDeptAddEdit"));
-    if (dialog->ShowForm(QStringLiteral("New"), 0))
+    auto dialog = screen::Forms::dialog<DepartmentDialog>(u"frmOperDeptAddEdit"_s);
+    if (dialog->ShowForm(u"New"_s, 0))
         fillInhouse();
 }
 
 void frmOperation::cmdNewOper_Click() {
-    auto dialog = screen::Forms::dialog<OperationDialog>(QStringLiteral("frmOperAddEdit"));
+    auto dialog = screen::Forms::dialog<OperationDialog>(u"frmOperAddEdit"_s);
     const qint64 department =
         showsTree() ? numberIn(selectedInhouse(), QLatin1Char('D')) : qint64{0};
-    if (dialog->ShowForm(QStringLiteral("New"), 0, department, inhouse()))
+    if (dialog->ShowForm(u"New"_s, 0, department, inhouse()))
         fillInhouse();
 }
 
 void frmOperation::cmdEdit_Click() {
     const QString key = selectedInhouse();
-    const QString edit = QStringLiteral("Edit");
+    const QString edit = u"Edit"_s;
     if (key.startsWith(QLatin1Char('D'))) {
-        auto dialog = screen::Forms::dialog<DepartmentDialog>(QStringLiteral("frmOperDeptAddEdit"));
+        auto dialog = screen::Forms::dialog<DepartmentDialog>(u"frmOperDeptAddEdit"_s);
         if (dialog->ShowForm(edit, numberIn(key, QLatin1Char('D'))))
             fillInhouse();
     } else if (key.startsWith(QLatin1Char('O'))) {
-        auto dialog = screen::Forms::dialog<OperationDialog>(QStringLiteral("frmOperAddEdit"));
+        auto dialog = screen::Forms::dialog<OperationDialog>(u"frmOperAddEdit"_s);
         if (dialog->ShowForm(edit, numberIn(key, QLatin1Char('O')), 0, inhouse()))
             fillInhouse();
     }
@@ -262,10 +255,10 @@ void frmOperation::cmdDelete_Click() {
             fillInhouse();
     } else if (key.startsWith(QLatin1Char('D'))) {
         if (tvwOper->currentItem()->childCount() > 0) {
-            screen::MsgBox(QStringLiteral("Please delete the operation(s) first before deleting "
-                                          "the department."),
+            screen::MsgBox(u"Please delete the operation(s) first before deleting "
+                           "the department."_s,
                            screen::Buttons::Ok, screen::Icon::Exclamation);
-        } else if (ask(QStringLiteral("Delete this department?"))) {
+        } else if (ask(u"Delete this department?"_s)) {
             deleteDepartment(core::MainDatabase(), numberIn(key, QLatin1Char('D')));
             fillInhouse();
         }
@@ -273,8 +266,8 @@ void frmOperation::cmdDelete_Click() {
 }
 
 void frmOperation::newOperation(controls::ListView* list, const QString& type) {
-    auto dialog = screen::Forms::dialog<OperationDialog>(QStringLiteral("frmOperAddEdit"));
-    if (dialog->ShowForm(QStringLiteral("New"), 0, 0, type))
+    auto dialog = screen::Forms::dialog<OperationDialog>(u"frmOperAddEdit"_s);
+    if (dialog->ShowForm(u"New"_s, 0, 0, type))
         fillList(list, type);
 }
 
@@ -282,8 +275,8 @@ void frmOperation::editOperation(controls::ListView* list, const QString& type) 
     const int row = list->selectedRow();
     if (row < 0)
         return;
-    auto dialog = screen::Forms::dialog<OperationDialog>(QStringLiteral("frmOperAddEdit"));
-    if (dialog->ShowForm(QStringLiteral("Edit"), list->keyNumber(row), 0, type))
+    auto dialog = screen::Forms::dialog<OperationDialog>(u"frmOperAddEdit"_s);
+    if (dialog->ShowForm(u"Edit"_s, list->keyNumber(row), 0, type))
         fillList(list, type);
 }
 
@@ -304,15 +297,15 @@ bool frmOperation::deleteAfterQuestion(qint64 operNo, const QString& type) {
         screen::MsgBox(refusal, screen::Buttons::Ok, screen::Icon::Exclamation);
         return false;
     }
-    if (!ask(QStringLiteral("Delete this operation?")))
+    if (!ask(u"Delete this operation?"_s))
         return false;
     deleteOperation(database, operNo);
     return true;
 }
 
 bool frmOperation::ask(const QString& question) const {
-    return screen::MsgBox(question, screen::Buttons::YesNo, screen::Icon::Question,
-                          QStringLiteral("Delete")) == screen::Answer::Yes;
+    return screen::MsgBox(question, screen::Buttons::YesNo, screen::Icon::Question, u"Delete"_s) ==
+           screen::Answer::Yes;
 }
 
 } // namespace estimating

@@ -1,5 +1,6 @@
 #include "jobs/AssemblyRules.h"
 
+#include "platform/values/Literals.h"
 #include "platform/values/Text.h"
 
 #include <QSet>
@@ -9,28 +10,21 @@
 namespace jobs {
 
 const AssemblyKind& assemblyKind(const QString& mode) {
-    static const AssemblyKind estimates{
-        QStringLiteral("Estimate"),   QStringLiteral("Estimate"),
-        QStringLiteral("estno"),      QStringLiteral("assemblyestno"),
-        QStringLiteral("rfqno"),      QStringLiteral("RFQ No. "),
-        QStringLiteral("RFQ Number"), false,
-        QStringLiteral("frmEstimate")};
-    static const AssemblyKind jobs{QStringLiteral("Job"),       QStringLiteral("Job"),
-                                   QStringLiteral("jobno"),     QStringLiteral("assemblyjobno"),
-                                   QStringLiteral("pono"),      QStringLiteral("PO No. "),
-                                   QStringLiteral("PO Number"), true,
-                                   QStringLiteral("frmJob")};
+    static const AssemblyKind estimates{u"Estimate"_s,      u"Estimate"_s, u"estno"_s,
+                                        u"assemblyestno"_s, u"rfqno"_s,    u"RFQ No. "_s,
+                                        u"RFQ Number"_s,    false,         u"frmEstimate"_s};
+    static const AssemblyKind jobs{u"Job"_s,           u"Job"_s,  u"jobno"_s,
+                                   u"assemblyjobno"_s, u"pono"_s, u"PO No. "_s,
+                                   u"PO Number"_s,     true,      u"frmJob"_s};
     return mode.compare(estimates.mode, Qt::CaseInsensitive) == 0 ? estimates : jobs;
 }
 
 QStringList assemblyOrders(jet::Database& database, const AssemblyKind& kind, qint64 custId) {
     QStringList orders;
-    jet::Recordset set =
-        database.openRecordset(QStringLiteral("SELECT DISTINCT ") + kind.orderColumn +
-                                   QStringLiteral(" as PoOrRfq FROM ") + kind.table.toLower() +
-                                   QStringLiteral(" WHERE custid=") + QString::number(custId) +
-                                   QStringLiteral(" ORDER BY ") + kind.orderColumn,
-                               jet::RecordsetType::Snapshot);
+    jet::Recordset set = database.openRecordset(
+        u"SELECT DISTINCT "_s + kind.orderColumn + u" as PoOrRfq FROM "_s + kind.table.toLower() +
+            u" WHERE custid="_s + QString::number(custId) + u" ORDER BY "_s + kind.orderColumn,
+        jet::RecordsetType::Snapshot);
     for (; !set.eof(); set.moveNext()) {
         const QString order = set.text(u"PoOrRfq");
         if (!order.trimmed().isEmpty())
@@ -40,19 +34,18 @@ QStringList assemblyOrders(jet::Database& database, const AssemblyKind& kind, qi
 }
 
 QString AssemblyNode::text() const {
-    return QString::number(number) + QStringLiteral("  (") + partNo + QStringLiteral(")");
+    return QString::number(number) + u"  ("_s + partNo + u")"_s;
 }
 
 Assembly Assembly::read(jet::Database& database, const AssemblyKind& kind, qint64 custId,
                         const QString& order) {
-    QString select = QStringLiteral("SELECT * FROM ") + kind.table +
-                     QStringLiteral(" WHERE custid=") + QString::number(custId);
+    QString select =
+        u"SELECT * FROM "_s + kind.table + u" WHERE custid="_s + QString::number(custId);
     if (!order.isEmpty() && order != allOrders) {
-        select += QStringLiteral(" AND ") + kind.orderColumn + QStringLiteral("='") +
-                  values::quoted(order) + QStringLiteral("'");
+        select += u" AND "_s + kind.orderColumn + u"='"_s + values::quoted(order) + u"'"_s;
     }
     if (kind.activeOnly)
-        select += QStringLiteral(" AND shipped=false");
+        select += u" AND shipped=false"_s;
     std::vector<AssemblyNode> nodes;
     jet::Recordset set = database.openRecordset(select, jet::RecordsetType::Snapshot);
     for (; !set.eof(); set.moveNext()) {
@@ -137,11 +130,10 @@ Hanging hangUnder(jet::Database& database, const AssemblyKind& kind, qint64 numb
         if (at == number)
             return Hanging::Loop;
         seen.insert(at);
-        const jet::Recordset row = database.openRecordset(
-            QStringLiteral("SELECT ") + kind.parentColumn + QStringLiteral(" FROM ") + kind.table +
-                QStringLiteral(" WHERE ") + kind.keyColumn + QStringLiteral("=") +
-                QString::number(at),
-            jet::RecordsetType::Snapshot);
+        const jet::Recordset row =
+            database.openRecordset(u"SELECT "_s + kind.parentColumn + u" FROM "_s + kind.table +
+                                       u" WHERE "_s + kind.keyColumn + u"="_s + QString::number(at),
+                                   jet::RecordsetType::Snapshot);
         if (row.isEmpty()) {
             // Further up a missing parent is an old broken link, and no matter here.
             if (at == parent)
@@ -151,9 +143,8 @@ Hanging hangUnder(jet::Database& database, const AssemblyKind& kind, qint64 numb
         at = row.field(0).toLong();
     }
     const int touched = database.execute(
-        QStringLiteral("UPDATE ") + kind.table + QStringLiteral(" SET ") + kind.parentColumn +
-        QStringLiteral("=") + QString::number(parent) + QStringLiteral(" WHERE ") + kind.keyColumn +
-        QStringLiteral("=") + QString::number(number));
+        u"UPDATE "_s + kind.table + u" SET "_s + kind.parentColumn + u"="_s +
+        QString::number(parent) + u" WHERE "_s + kind.keyColumn + u"="_s + QString::number(number));
     if (touched == 0)
         return Hanging::Gone;
     transaction.commit();

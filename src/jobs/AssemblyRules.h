@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/jet/Database.h"
+#include "platform/values/Literals.h"
 
 #include <QHash>
 #include <QString>
@@ -27,7 +28,7 @@ struct AssemblyKind {
 const AssemblyKind& assemblyKind(const QString& mode);
 
 /// The choice of all orders of a customer.
-inline const QString allOrders = QStringLiteral("ALL");
+inline const QString allOrders = u"ALL"_s;
 
 /// The orders of a customer, without the empty one.
 QStringList assemblyOrders(jet::Database& database, const AssemblyKind& kind, qint64 custId);

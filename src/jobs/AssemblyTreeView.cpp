@@ -2,6 +2,7 @@
 
 #include "jobs/AssemblyRules.h"
 #include "platform/screen/MsgBox.h"
+#include "platform/values/Literals.h"
 
 #include <QApplication>
 #include <QHeaderView>
@@ -63,9 +64,8 @@ void markStray(QTreeWidgetItem& item, qint64 parent) {
     font.setItalic(parent != 0);
     item.setFont(0, font);
     item.setData(0, strayRole, parent != 0);
-    item.setToolTip(
-        0, parent == 0 ? QString()
-                       : QStringLiteral("A part of %1, which isn't shown above it").arg(parent));
+    item.setToolTip(0, parent == 0 ? QString()
+                                   : u"A part of %1, which isn't shown above it"_s.arg(parent));
 }
 
 } // namespace
@@ -102,7 +102,7 @@ void AssemblyTreeView::clearNodes() {
 void AssemblyTreeView::showNodes(const std::vector<AssemblyNode>& nodes) {
     clearNodes();
     const QIcon record = style()->standardIcon(QStyle::SP_FileIcon);
-    auto* root = new QTreeWidgetItem({QStringLiteral("Root")});
+    auto* root = new QTreeWidgetItem({u"Root"_s});
     root->setIcon(0, style()->standardIcon(QStyle::SP_DirIcon));
     root->setData(0, numberRole, qint64{0});
     m_items.insert(0, root);

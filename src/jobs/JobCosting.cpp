@@ -2,6 +2,7 @@
 
 #include "estimating/Costing.h"
 #include "platform/values/Format.h"
+#include "platform/values/Literals.h"
 #include "platform/values/Numbers.h"
 
 namespace jobs {
@@ -13,39 +14,37 @@ namespace {
 /// Takes the operations before they and the time on them are read: a program that doesn't take
 /// turns with ours then waits with its booking, or we have waited for it.
 void holdOperations(jet::Database& database, const QString& where) {
-    database.execute(QStringLiteral("UPDATE JobOper SET Status = Status") + where);
+    database.execute(u"UPDATE JobOper SET Status = Status"_s + where);
 }
 
 QString inhouseCost(bool oneShopRate, Currency shopRate, const QString& job) {
-    const QString rate = oneShopRate ? shopRate.toText() : QStringLiteral("JobOper.OperShopRate");
-    return QStringLiteral("SELECT SUM(JobOper.OperTime_Amount*") + rate +
-           QStringLiteral(") as TotalInhouseCost,  SUM(JobOper.OperTime_Amount) as "
-                          "TotalInhouseTime FROM JobOper, Operation  WHERE JobNo=") +
-           job +
-           QStringLiteral(" AND JobOper.OperNo = Operation.OperNo And Operation.OperType = 'I'");
+    const QString rate = oneShopRate ? shopRate.toText() : u"JobOper.OperShopRate"_s;
+    return u"SELECT SUM(JobOper.OperTime_Amount*"_s + rate +
+           u") as TotalInhouseCost,  SUM(JobOper.OperTime_Amount) as "
+           "TotalInhouseTime FROM JobOper, Operation  WHERE JobNo="_s +
+           job + u" AND JobOper.OperNo = Operation.OperNo And Operation.OperType = 'I'"_s;
 }
 
 void rollHoursUp(jet::Database& database, const QString& job) {
     jet::Recordset sums = database.openRecordset(
-        QStringLiteral("SELECT Sum(Timelog.AccumTime) AS dblSum, JobOper.JobNo, JobOper.OperNo "
-                       "FROM (Operation INNER JOIN Timelog ON Operation.OperNo = Timelog.OperNo) "
-                       "INNER JOIN JobOper ON (Operation.OperNo = JobOper.OperNo) AND "
-                       "(Timelog.JobNo = JobOper.JobNo) WHERE ((([Operation]![OperType])='I') AND "
-                       "((Timelog.JobNo)=") +
-            job + QStringLiteral(")) GROUP BY JobOper.JobNo, JobOper.OperNo"),
+        u"SELECT Sum(Timelog.AccumTime) AS dblSum, JobOper.JobNo, JobOper.OperNo "
+        "FROM (Operation INNER JOIN Timelog ON Operation.OperNo = Timelog.OperNo) "
+        "INNER JOIN JobOper ON (Operation.OperNo = JobOper.OperNo) AND "
+        "(Timelog.JobNo = JobOper.JobNo) WHERE ((([Operation]![OperType])='I') AND "
+        "((Timelog.JobNo)="_s +
+            job + u")) GROUP BY JobOper.JobNo, JobOper.OperNo"_s,
         jet::RecordsetType::Snapshot);
     for (; !sums.eof(); sums.moveNext()) {
-        database.execute(QStringLiteral("UPDATE JobOper SET OperTime_Amount = ") +
-                         values::numberText(sums[u"dblSum"].toDouble()) +
-                         QStringLiteral(" WHERE JobNo = ") + job +
-                         QStringLiteral(" AND OperNo = ") + sums.text(u"OperNo"));
+        database.execute(u"UPDATE JobOper SET OperTime_Amount = "_s +
+                         values::numberText(sums[u"dblSum"].toDouble()) + u" WHERE JobNo = "_s +
+                         job + u" AND OperNo = "_s + sums.text(u"OperNo"));
     }
-    database.execute(QStringLiteral("UPDATE JobOper SET OperTime_Amount = 0 WHERE JobNo = ") + job +
-                     QStringLiteral(" AND OperNo NOT IN (SELECT OperNo FROM Timelog WHERE "
-                                    "JobNo = ") +
+    database.execute(u"UPDATE JobOper SET OperTime_Amount = 0 WHERE JobNo = "_s + job +
+                     u" AND OperNo NOT IN (SELECT OperNo FROM Timelog WHERE "
+                     "JobNo = "_s +
                      job +
-                     QStringLiteral(") AND OperNo IN (SELECT OperNo FROM Operation WHERE "
-                                    "OperType = 'I')"));
+                     u") AND OperNo IN (SELECT OperNo FROM Operation WHERE "
+                     "OperType = 'I')"_s);
 }
 
 } // namespace
@@ -53,27 +52,26 @@ void rollHoursUp(jet::Database& database, const QString& job) {
 void UpdateJobCost(jet::Database& database, qint64 jobNo) {
     const QString number = QString::number(jobNo);
     jet::Transaction transaction(database);
-    jet::Recordset job =
-        database.openRecordset(QStringLiteral("SELECT * FROM Job WHERE JobNo = ") + number);
+    jet::Recordset job = database.openRecordset(u"SELECT * FROM Job WHERE JobNo = "_s + number);
     if (job.isEmpty())
         return;
 
-    holdOperations(database, QStringLiteral(" WHERE JobNo = ") + number);
+    holdOperations(database, u" WHERE JobNo = "_s + number);
     rollHoursUp(database, number);
     jet::Recordset inhouse = database.openRecordset(
         inhouseCost(job[u"OneShopRate"].toBool(), job[u"JobShopRate"].toCurrency(), number),
         jet::RecordsetType::Snapshot);
     const Currency outContr =
         database
-            .lookup(QStringLiteral("SELECT SUM(JobOper.OperTime_Amount) as TotalOutContrCost FROM "
-                                   "JobOper, Operation  WHERE JobNo=") +
+            .lookup(u"SELECT SUM(JobOper.OperTime_Amount) as TotalOutContrCost FROM "
+                    "JobOper, Operation  WHERE JobNo="_s +
                     number +
-                    QStringLiteral(" And JobOper.OperNo = Operation.OperNo And "
-                                   "Operation.OperType = 'C'"))
+                    u" And JobOper.OperNo = Operation.OperNo And "
+                    "Operation.OperType = 'C'"_s)
             .toCurrency();
     const Currency fixed = database
-                               .lookup(QStringLiteral("SELECT SUM(CostAmount) as TotalFixedCost "
-                                                      "FROM JobMiscCost WHERE JobNo = ") +
+                               .lookup(u"SELECT SUM(CostAmount) as TotalFixedCost "
+                                       "FROM JobMiscCost WHERE JobNo = "_s +
                                        number)
                                .toCurrency();
     const Currency cost = inhouse[u"TotalInhouseCost"].toCurrency() + outContr + fixed;
@@ -85,33 +83,31 @@ void UpdateJobCost(jet::Database& database, qint64 jobNo) {
         job[u"InvoiceEach"].toCurrency() * Currency::fromInteger(quantity);
     job.edit();
     job.set(u"JobShopCost", Currency::fromDouble(cost.toDouble() / parts));
-    job.set(u"TotalHours",
-            values::val(values::format(static_cast<double>(hours), QStringLiteral("#0.00"))));
+    job.set(u"TotalHours", values::val(values::format(static_cast<double>(hours), u"#0.00"_s)));
     job.set(u"InvoiceTotal", invoiceTotal);
     job.update();
     transaction.commit();
 }
 
 std::optional<Notice> AdjustJobTimeDeleted(jet::Database& database, qint64 jobNo, qint64 operNo) {
-    const QString where = QStringLiteral(" where jobno = ") + QString::number(jobNo) +
-                          QStringLiteral(" and OperNo = ") + QString::number(operNo);
+    const QString where = u" where jobno = "_s + QString::number(jobNo) + u" and OperNo = "_s +
+                          QString::number(operNo);
     jet::Transaction transaction(database);
     holdOperations(database, where);
-    jet::Recordset operation =
-        database.openRecordset(QStringLiteral("Select * from Joboper") + where);
-    if (operation.isEmpty() || database.hasRows(QStringLiteral("Select * from timelog") + where))
+    jet::Recordset operation = database.openRecordset(u"Select * from Joboper"_s + where);
+    if (operation.isEmpty() || database.hasRows(u"Select * from timelog"_s + where))
         return std::nullopt;
     const QString before = operation.text(u"Status");
     operation.edit();
-    operation.set(u"Status", QStringLiteral(" "));
+    operation.set(u"Status", u" "_s);
     operation.update();
     transaction.commit();
-    if (before.toUpper() != QStringLiteral("F"))
+    if (before.toUpper() != u"F"_s)
         return std::nullopt;
-    return Notice{QStringLiteral("You have deleted the All Timelog Records for Operation ") +
+    return Notice{u"You have deleted the All Timelog Records for Operation "_s +
                       QString::number(operNo) +
-                      QStringLiteral(".  The Operation will no longer be marked as finished!"),
-                  QStringLiteral("Notice!")};
+                      u".  The Operation will no longer be marked as finished!"_s,
+                  u"Notice!"_s};
 }
 
 JobFigures CalcJob(const std::vector<estimating::OperRow>& operations,

@@ -2,6 +2,7 @@
 
 #include "estimating/NoteStaging.h"
 #include "jobs/JobCosting.h"
+#include "platform/values/Literals.h"
 #include "platform/values/Text.h"
 
 namespace jobs {
@@ -14,7 +15,7 @@ namespace {
 qint64 writeHeader(jet::Database& database, const estimating::EstimateForJob& estimate,
                    const JobOrder& order) {
     const estimating::EstimateHeader& header = estimate.header;
-    jet::Recordset job = database.openRecordset(QStringLiteral("Job"));
+    jet::Recordset job = database.openRecordset(u"Job"_s);
     job.addNew();
     job.set(u"CustID", header.custId);
     job.set(u"PartNo", header.partNo);
@@ -47,13 +48,11 @@ void copyNotes(jet::Database& database, qint64 estNo, qint64 jobNo, std::size_t 
             continue;
         const QString seqNo = QString::number(i);
         const QString id = database
-                               .lookup(QStringLiteral("Select ID from JobOper where Jobno = ") +
-                                       job + QStringLiteral(" and Seqno = ") + seqNo)
+                               .lookup(u"Select ID from JobOper where Jobno = "_s + job +
+                                       u" and Seqno = "_s + seqNo)
                                .toText();
-        database.execute(
-            QStringLiteral("Insert into JobOperNote(ID,Jobno,SeqNo,OperNotes) values(") + id +
-            QStringLiteral(",") + job + QStringLiteral(",") + seqNo + QStringLiteral(",'") +
-            values::quoted(*note) + QStringLiteral("')"));
+        database.execute(u"Insert into JobOperNote(ID,Jobno,SeqNo,OperNotes) values("_s + id +
+                         u","_s + job + u","_s + seqNo + u",'"_s + values::quoted(*note) + u"')"_s);
     }
 }
 
@@ -61,28 +60,21 @@ void copyNotes(jet::Database& database, qint64 estNo, qint64 jobNo, std::size_t 
 
 std::optional<OrderComplaint> checkOrder(const JobOrder& order) {
     if (order.quantity <= 0)
-        return OrderComplaint{QStringLiteral("Job Quantity may not be zero or negative number"),
-                              {},
-                              QStringLiteral("cmbQuantity")};
+        return OrderComplaint{
+            u"Job Quantity may not be zero or negative number"_s, {}, u"cmbQuantity"_s};
     if (!order.dateIn)
-        return OrderComplaint{
-            QStringLiteral("Please enter Date In!"), {}, QStringLiteral("mskDate(0)")};
+        return OrderComplaint{u"Please enter Date In!"_s, {}, u"mskDate(0)"_s};
     if (!order.dueDate)
-        return OrderComplaint{
-            QStringLiteral("Please enter Due Date!"), {}, QStringLiteral("mskDate(1)")};
+        return OrderComplaint{u"Please enter Due Date!"_s, {}, u"mskDate(1)"_s};
     if (order.price < Currency())
-        return OrderComplaint{QStringLiteral("Quantity Price Each may not be negative"),
-                              {},
-                              QStringLiteral("txtQtyQP")};
+        return OrderComplaint{u"Quantity Price Each may not be negative"_s, {}, u"txtQtyQP"_s};
     if (order.poNo.trimmed().isEmpty())
-        return OrderComplaint{QStringLiteral("Please enter PO number!"),
-                              QStringLiteral("PO Number Missing"), QStringLiteral("txtPONo")};
+        return OrderComplaint{u"Please enter PO number!"_s, u"PO Number Missing"_s, u"txtPONo"_s};
     return std::nullopt;
 }
 
 bool estimateHasJob(jet::Database& database, qint64 estNo) {
-    return database.hasRows(QStringLiteral("SELECT EstNo FROM Job WHERE EstNo = ") +
-                            QString::number(estNo));
+    return database.hasRows(u"SELECT EstNo FROM Job WHERE EstNo = "_s + QString::number(estNo));
 }
 
 qint64 createJob(jet::Database& database, const estimating::EstimateForJob& estimate,
@@ -93,7 +85,7 @@ qint64 createJob(jet::Database& database, const estimating::EstimateForJob& esti
         if (row.inhouse)
             row.time = 0;
         row.located = 0;
-        row.status = QStringLiteral(" ");
+        row.status = u" "_s;
     }
 
     jet::Transaction transaction(database);

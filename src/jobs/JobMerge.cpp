@@ -1,5 +1,7 @@
 #include "jobs/JobMerge.h"
 
+#include "platform/values/Literals.h"
+
 #include <algorithm>
 
 namespace jobs {
@@ -14,11 +16,11 @@ namespace {
 // with its change, or we have waited for it.
 
 std::vector<OperRow> storedOperations(jet::Database& database, const QString& jobNo) {
-    database.execute(QStringLiteral("UPDATE JobOper SET Status = Status WHERE JobNo = ") + jobNo);
+    database.execute(u"UPDATE JobOper SET Status = Status WHERE JobNo = "_s + jobNo);
     jet::Recordset set = database.openRecordset(
-        QStringLiteral("SELECT JobOper.* FROM JobOper INNER JOIN Operation ON JobOper.OperNo = "
-                       "Operation.OperNo WHERE JobOper.JobNo=") +
-            jobNo + QStringLiteral(" ORDER BY JobOper.SeqNo"),
+        u"SELECT JobOper.* FROM JobOper INNER JOIN Operation ON JobOper.OperNo = "
+        "Operation.OperNo WHERE JobOper.JobNo="_s +
+            jobNo + u" ORDER BY JobOper.SeqNo"_s,
         jet::RecordsetType::Snapshot);
     std::vector<OperRow> rows;
     for (; !set.eof(); set.moveNext()) {
@@ -33,11 +35,9 @@ std::vector<OperRow> storedOperations(jet::Database& database, const QString& jo
 }
 
 std::vector<MiscRow> storedFixedCosts(jet::Database& database, const QString& jobNo) {
-    database.execute(QStringLiteral("UPDATE JobMiscCost SET Quantity = Quantity WHERE JobNo = ") +
-                     jobNo);
-    jet::Recordset set =
-        database.openRecordset(QStringLiteral("SELECT * FROM JobMiscCost WHERE JobNo = ") + jobNo,
-                               jet::RecordsetType::Snapshot);
+    database.execute(u"UPDATE JobMiscCost SET Quantity = Quantity WHERE JobNo = "_s + jobNo);
+    jet::Recordset set = database.openRecordset(
+        u"SELECT * FROM JobMiscCost WHERE JobNo = "_s + jobNo, jet::RecordsetType::Snapshot);
     std::vector<MiscRow> rows;
     for (; !set.eof(); set.moveNext()) {
         rows.push_back({set[u"ItemNo"].toLong(), QString(), set.text(u"UnitofMeasure"),
@@ -62,10 +62,10 @@ std::optional<Complaint> mergeOperations(jet::Database& database, qint64 jobNo,
     const std::vector<OperRow> stored = storedOperations(database, QString::number(jobNo));
     if (!std::equal(stored.begin(), stored.end(), before.begin(), before.end(),
                     [](const OperRow& a, const OperRow& b) { return a.operNo == b.operNo; })) {
-        return Complaint{QStringLiteral("The operations of this job have been changed at another "
-                                        "station since you opened it.\r\nPlease note what you "
-                                        "have entered, cancel, and edit the job again."),
-                         QStringLiteral("sprOper")};
+        return Complaint{u"The operations of this job have been changed at another "
+                         "station since you opened it.\r\nPlease note what you "
+                         "have entered, cancel, and edit the job again."_s,
+                         u"sprOper"_s};
     }
     for (std::size_t i = 0; i < before.size(); ++i) {
         const OperRow& was = before[i];
@@ -74,10 +74,9 @@ std::optional<Complaint> mergeOperations(jet::Database& database, qint64 jobNo,
             rows.begin(), rows.end(), [&](const OperRow& row) { return row.operNo == was.operNo; });
         if (mine == rows.end()) {
             if (hasTimeRecords(database, jobNo, was.operNo)) {
-                return Complaint{
-                    QStringLiteral("Time has been booked on the operation ") + was.description +
-                        QStringLiteral(" since you removed it.\r\nPlease insert it again."),
-                    QStringLiteral("sprOper")};
+                return Complaint{u"Time has been booked on the operation "_s + was.description +
+                                     u" since you removed it.\r\nPlease insert it again."_s,
+                                 u"sprOper"_s};
             }
             continue;
         }

@@ -1,6 +1,7 @@
 #include "jobs/JobStore.h"
 
 #include "jobs/JobMerge.h"
+#include "platform/values/Literals.h"
 
 #include <cstdint>
 #include <limits>
@@ -19,9 +20,8 @@ void step(const char16_t* name, Work work) {
     try {
         work();
     } catch (const jet::Error& error) {
-        throw jet::Error(error.number(), QString::number(error.number()) + QStringLiteral(" ") +
-                                             error.text() + QStringLiteral("\r\n") +
-                                             QString::fromUtf16(name));
+        throw jet::Error(error.number(), QString::number(error.number()) + u" "_s + error.text() +
+                                             u"\r\n"_s + QString::fromUtf16(name));
     }
 }
 
@@ -57,7 +57,7 @@ void writeHeader(jet::Recordset& row, const JobHeader& header, const JobHeader* 
 }
 
 QString of(qint64 jobNo) {
-    return QStringLiteral(" WHERE JobNo = ") + QString::number(jobNo);
+    return u" WHERE JobNo = "_s + QString::number(jobNo);
 }
 
 void writeRows(jet::Database& database, qint64 jobNo, JobDraft& draft) {
@@ -72,46 +72,41 @@ void writeRows(jet::Database& database, qint64 jobNo, JobDraft& draft) {
 } // namespace
 
 QString jobRows(bool activeOnly) {
-    return activeOnly ? QStringLiteral("SELECT * FROM Job WHERE Shipped = False ORDER BY JobNo")
-                      : QStringLiteral("SELECT * FROM Job ORDER BY JobNo");
+    return activeOnly ? u"SELECT * FROM Job WHERE Shipped = False ORDER BY JobNo"_s
+                      : u"SELECT * FROM Job ORDER BY JobNo"_s;
 }
 
 std::optional<Complaint> checkJob(jet::Database& database, qint64 jobNo, bool wasShipped,
                                   const JobDraft& draft) {
     const JobHeader& header = draft.header;
     if (header.poNo.trimmed().isEmpty())
-        return Complaint{QStringLiteral("Please enter a PO No."), QStringLiteral("txtPONo")};
+        return Complaint{u"Please enter a PO No."_s, u"txtPONo"_s};
     if (header.partNo.trimmed().isEmpty())
-        return Complaint{QStringLiteral("Please enter Part No."), QStringLiteral("txtPartno")};
+        return Complaint{u"Please enter Part No."_s, u"txtPartno"_s};
     if (header.quantity <= 0) {
-        return Complaint{QStringLiteral("Please enter a Quantity greater than 0"),
-                         QStringLiteral("txtQuantity")};
+        return Complaint{u"Please enter a Quantity greater than 0"_s, u"txtQuantity"_s};
     }
     if (header.quantity > std::numeric_limits<std::int32_t>::max()) {
-        return Complaint{QStringLiteral("Please enter a Quantity of 2147483647 at most"),
-                         QStringLiteral("txtQuantity")};
+        return Complaint{u"Please enter a Quantity of 2147483647 at most"_s, u"txtQuantity"_s};
     }
     if (header.custId == 0)
-        return Complaint{QStringLiteral("Please select a Customer"), QStringLiteral("dbcCustomer")};
+        return Complaint{u"Please select a Customer"_s, u"dbcCustomer"_s};
     if (!header.dateIn)
-        return Complaint{QStringLiteral("Please enter Date In!"), QStringLiteral("txtJobDateIn")};
+        return Complaint{u"Please enter Date In!"_s, u"txtJobDateIn"_s};
     if (!header.dueDate)
-        return Complaint{QStringLiteral("Please enter Due Date!"), QStringLiteral("txtJobDueDate")};
+        return Complaint{u"Please enter Due Date!"_s, u"txtJobDueDate"_s};
     if (draft.operations.empty()) {
-        return Complaint{QStringLiteral("Please enter at least one operation"),
-                         QStringLiteral("sprOper")};
+        return Complaint{u"Please enter at least one operation"_s, u"sprOper"_s};
     }
     if (jobNo != 0 && header.shipped && !wasShipped &&
-        database.hasRows(QStringLiteral("SELECT JobNo FROM Job WHERE AssemblyJobNo = ") +
-                         QString::number(jobNo) + QStringLiteral(" AND Shipped = False"))) {
-        return Complaint{
-            QStringLiteral("You may not ship a job on which other active jobs are dependent.\r\n"
-                           "Please check the assembly tree."),
-            QStringLiteral("chkShipped")};
+        database.hasRows(u"SELECT JobNo FROM Job WHERE AssemblyJobNo = "_s +
+                         QString::number(jobNo) + u" AND Shipped = False"_s)) {
+        return Complaint{u"You may not ship a job on which other active jobs are dependent.\r\n"
+                         "Please check the assembly tree."_s,
+                         u"chkShipped"_s};
     }
     if (header.shipped && !header.shipDate)
-        return Complaint{QStringLiteral("Please enter Shipped Date!"),
-                         QStringLiteral("txtShipDate")};
+        return Complaint{u"Please enter Shipped Date!"_s, u"txtShipDate"_s};
     return std::nullopt;
 }
 
@@ -119,8 +114,7 @@ qint64 addJob(jet::Database& database, JobDraft& draft) {
     jet::Transaction transaction(database);
     qint64 jobNo = 0;
     step(u"Update", [&] {
-        jet::Recordset row =
-            database.openRecordset(QStringLiteral("SELECT * FROM Job") + of(jobNo));
+        jet::Recordset row = database.openRecordset(u"SELECT * FROM Job"_s + of(jobNo));
         row.addNew();
         writeHeader(row, draft.header, nullptr);
         row.update();
@@ -137,20 +131,20 @@ std::optional<Complaint> changeJob(jet::Database& database, qint64 jobNo, const 
     std::optional<Complaint> refusal;
     jet::Recordset row;
     step(u"Update", [&] {
-        row = database.openRecordset(QStringLiteral("SELECT * FROM Job") + of(jobNo));
+        row = database.openRecordset(u"SELECT * FROM Job"_s + of(jobNo));
         if (row.isEmpty())
-            throw jet::Error(jet::errors::rowDeleted, QStringLiteral("Record is deleted."));
+            throw jet::Error(jet::errors::rowDeleted, u"Record is deleted."_s);
     });
     step(u"Delete JobOper", [&] {
         refusal = mergeOperations(database, jobNo, before.operations, draft.operations);
         if (!refusal)
-            database.execute(QStringLiteral("DELETE * FROM JobOper") + of(jobNo));
+            database.execute(u"DELETE * FROM JobOper"_s + of(jobNo));
     });
     if (refusal)
         return refusal;
     step(u"Delete JobMiscCost", [&] {
         mergeFixedCosts(database, jobNo, before.fixedCosts, draft.fixedCosts);
-        database.execute(QStringLiteral("DELETE FROM JobMiscCost") + of(jobNo));
+        database.execute(u"DELETE FROM JobMiscCost"_s + of(jobNo));
     });
     step(u"Update", [&] {
         row.edit();
@@ -163,15 +157,13 @@ std::optional<Complaint> changeJob(jet::Database& database, qint64 jobNo, const 
 }
 
 bool hasTimeRecords(jet::Database& database, qint64 jobNo) {
-    return database.hasRows(QStringLiteral("SELECT ID FROM TimeLog WHERE JobNo = ") +
-                            QString::number(jobNo));
+    return database.hasRows(u"SELECT ID FROM TimeLog WHERE JobNo = "_s + QString::number(jobNo));
 }
 
 bool hasTimeRecords(jet::Database& database, qint64 jobNo, qint64 operNo) {
     return database
-               .lookup(QStringLiteral("SELECT COUNT(*) as RecCount FROM timelog WHERE jobno=") +
-                       QString::number(jobNo) + QStringLiteral(" AND operno=") +
-                       QString::number(operNo))
+               .lookup(u"SELECT COUNT(*) as RecCount FROM timelog WHERE jobno="_s +
+                       QString::number(jobNo) + u" AND operno="_s + QString::number(operNo))
                .toLong() > 0;
 }
 
@@ -191,7 +183,7 @@ void deleteJob(jet::Database& database, qint64 jobNo) {
 void makeCopy(std::vector<OperRow>& rows, bool keepEstimated) {
     for (OperRow& row : rows) {
         row.time = 0;
-        row.status = QStringLiteral(" ");
+        row.status = u" "_s;
         row.located = 0;
         row.hasNote = false;
         if (!keepEstimated)

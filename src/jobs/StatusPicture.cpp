@@ -1,5 +1,7 @@
 #include "jobs/StatusPicture.h"
 
+#include "platform/values/Literals.h"
+
 #include <QPainter>
 #include <QPixmap>
 
@@ -63,7 +65,7 @@ std::pair<QIcon, QString> statusPicture(const estimating::OperRow& row) {
     const Look look = lookOf(letter);
     QString words = QString::fromUtf16(look.words);
     if (!row.inhouse)
-        words += QStringLiteral(", outside contractor");
+        words += u", outside contractor"_s;
     return {draw(look, row.inhouse), words};
 }
 

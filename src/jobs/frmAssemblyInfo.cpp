@@ -6,6 +6,7 @@
 #include "platform/screen/Layout.h"
 #include "platform/screen/MsgBox.h"
 #include "platform/screen/Pointer.h"
+#include "platform/values/Literals.h"
 
 #include <QLabel>
 #include <QPushButton>
@@ -19,46 +20,43 @@ using screen::Icon;
 using screen::MsgBox;
 
 frmAssemblyInfo::frmAssemblyInfo()
-    : Form(QString::fromLatin1(formName), QStringLiteral("Assembly Tree")),
-      m_kind(&assemblyKind(QStringLiteral("Job"))) {
+    : Form(QString::fromLatin1(formName), u"Assembly Tree"_s), m_kind(&assemblyKind(u"Job"_s)) {
     auto* outside = new QVBoxLayout(this);
     auto* body = new QWidget(this);
     outside->addWidget(body);
     screen::Fields fields(body);
-    cboCustomer = fields.listCombo(QStringLiteral("cboCustomer"), QStringLiteral("C&ustomer"));
+    cboCustomer = fields.listCombo(u"cboCustomer"_s, u"C&ustomer"_s);
     fields.nextRow();
     cboPoOrRfq = new controls::ListCombo(body);
-    lblPoOrRfq = screen::named(new QLabel(m_kind->orderLabel, body), QStringLiteral("lblPoOrRfq"));
+    lblPoOrRfq = screen::named(new QLabel(m_kind->orderLabel, body), u"lblPoOrRfq"_s);
     lblPoOrRfq->setBuddy(cboPoOrRfq);
     fields.grid()->addWidget(lblPoOrRfq, 1, 0);
-    fields.grid()->addWidget(
-        screen::named(cboPoOrRfq, QStringLiteral("cboPoOrRfq"), QStringLiteral("Order")), 1, 1);
+    fields.grid()->addWidget(screen::named(cboPoOrRfq, u"cboPoOrRfq"_s, u"Order"_s), 1, 1);
     fields.grid()->setColumnStretch(1, 1);
     fields.grid()->setContentsMargins(0, 0, 0, 0);
     for (controls::ListCombo* combo : {cboCustomer, cboPoOrRfq}) {
         combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
         combo->setMinimumContentsLength(30);
     }
-    lblDescription = screen::named(new QLabel(this), QStringLiteral("lblDescription"));
+    lblDescription = screen::named(new QLabel(this), u"lblDescription"_s);
     outside->addWidget(lblDescription);
-    tvwAssembly = screen::named(new AssemblyTreeView(this), QStringLiteral("tvwAssembly"),
-                                QStringLiteral("Assembly tree"));
+    tvwAssembly = screen::named(new AssemblyTreeView(this), u"tvwAssembly"_s, u"Assembly tree"_s);
     lblDescription->setBuddy(tvwAssembly);
     outside->addWidget(tvwAssembly, 1);
-    auto* lblInvalidDrag = screen::named(new QLabel(this), QStringLiteral("lblInvalidDrag"));
+    auto* lblInvalidDrag = screen::named(new QLabel(this), u"lblInvalidDrag"_s);
     lblInvalidDrag->setPixmap(
         style()->standardPixmap(QStyle::SP_MessageBoxCritical).scaled(24, 24));
     lblInvalidDrag->hide();
     tvwAssembly->setInvalidCursor(QCursor(lblInvalidDrag->pixmap(Qt::ReturnByValue)));
 
     screen::ButtonBar bar(this, outside);
-    cmdCut = bar.button(QStringLiteral("cmdCut"), QStringLiteral("Cu&t"));
-    cmdCut->setToolTip(QStringLiteral("Takes the selected number up, to be pasted (Ctrl+X)"));
-    cmdPaste = bar.button(QStringLiteral("cmdPaste"), QStringLiteral("&Paste"));
-    cmdPaste->setToolTip(QStringLiteral("Hangs it under the selected number (Ctrl+V)"));
+    cmdCut = bar.button(u"cmdCut"_s, u"Cu&t"_s);
+    cmdCut->setToolTip(u"Takes the selected number up, to be pasted (Ctrl+X)"_s);
+    cmdPaste = bar.button(u"cmdPaste"_s, u"&Paste"_s);
+    cmdPaste->setToolTip(u"Hangs it under the selected number (Ctrl+V)"_s);
     cmdPaste->setEnabled(false);
     bar.stretch();
-    QPushButton* cmdClose = bar.button(QStringLiteral("cmdClose"), QStringLiteral("&Close"));
+    QPushButton* cmdClose = bar.button(u"cmdClose"_s, u"&Close"_s);
     setCancelButton(cmdClose);
 
     on(cmdCut, [this] {
@@ -84,13 +82,13 @@ frmAssemblyInfo::frmAssemblyInfo()
 void frmAssemblyInfo::showTree(qint64 custId, const QString& order, qint64 number,
                                const QString& mode) {
     m_kind = &assemblyKind(mode);
-    setWindowTitle(m_kind->mode + QStringLiteral(" Assembly Information"));
+    setWindowTitle(m_kind->mode + u" Assembly Information"_s);
     lblPoOrRfq->setText(m_kind->orderLabel);
     cboPoOrRfq->setAccessibleName(m_kind->orderLabel);
-    lblDescription->setText(m_kind->mode + QStringLiteral(" Number  (Part Number)"));
+    lblDescription->setText(m_kind->mode + u" Number  (Part Number)"_s);
     cboCustomer->clearRows();
     jet::Recordset customers = core::MainDatabase().openRecordset(
-        QStringLiteral("Select * from Customer order by Company"), jet::RecordsetType::Snapshot);
+        u"Select * from Customer order by Company"_s, jet::RecordsetType::Snapshot);
     for (; !customers.eof(); customers.moveNext())
         cboCustomer->addRow(customers.text(u"Company"), customers[u"CustID"].toLong());
     if (!cboCustomer->chooseNumber(custId))
@@ -128,7 +126,7 @@ void frmAssemblyInfo::fillOrders() {
 QString frmAssemblyInfo::selection() const {
     QString text = cboCustomer->text();
     if (cboPoOrRfq->currentIndex() > 0)
-        text += QStringLiteral(", ") + m_kind->orderWord + cboPoOrRfq->text();
+        text += u", "_s + m_kind->orderWord + cboPoOrRfq->text();
     return text;
 }
 
@@ -138,16 +136,15 @@ void frmAssemblyInfo::fillTree() {
     m_assembly = Assembly::read(core::MainDatabase(), *m_kind, cboCustomer->itemNumber(),
                                 cboPoOrRfq->currentIndex() > 0 ? cboPoOrRfq->text() : QString());
     if (m_assembly.isEmpty()) {
-        MsgBox(QStringLiteral("Cannot find any ") + m_kind->table +
-                   QStringLiteral(" records for ") + selection(),
+        MsgBox(u"Cannot find any "_s + m_kind->table + u" records for "_s + selection(),
                Buttons::Ok, Icon::Information);
         return;
     }
     tvwAssembly->showNodes(m_assembly.nodes());
     tvwAssembly->selectNumber(0);
     if (!m_assembly.hasRoot()) {
-        MsgBox(QStringLiteral("No root found for the Assembly Tree for ") + selection(),
-               Buttons::Ok, Icon::Exclamation);
+        MsgBox(u"No root found for the Assembly Tree for "_s + selection(), Buttons::Ok,
+               Icon::Exclamation);
     }
 }
 
@@ -166,15 +163,13 @@ void frmAssemblyInfo::hang(qint64 number, qint64 under) {
         return;
     }
     const auto subject = [this](qint64 which) {
-        return m_kind->mode + QStringLiteral(" No. ") + QString::number(which);
+        return m_kind->mode + u" No. "_s + QString::number(which);
     };
     if (result == Hanging::Loop) {
-        MsgBox(subject(under) + QStringLiteral(" is already a part of ") + subject(number) +
-                   QStringLiteral("."),
-               Buttons::Ok, Icon::Exclamation);
+        MsgBox(subject(under) + u" is already a part of "_s + subject(number) + u"."_s, Buttons::Ok,
+               Icon::Exclamation);
     } else {
-        MsgBox(subject(result == Hanging::Gone ? number : under) +
-                   QStringLiteral(" does not exist!"),
+        MsgBox(subject(result == Hanging::Gone ? number : under) + u" does not exist!"_s,
                Buttons::Ok, Icon::Exclamation);
     }
     fillTree();

@@ -7,6 +7,7 @@
 #include "platform/screen/Pointer.h"
 #include "platform/values/Clock.h"
 #include "platform/values/Format.h"
+#include "platform/values/Literals.h"
 #include "platform/values/Numbers.h"
 
 #include <QCheckBox>
@@ -25,8 +26,7 @@ using screen::Icon;
 using screen::MsgBox;
 using values::Currency;
 
-frmCreatJob::frmCreatJob()
-    : Form(QString::fromLatin1(formName), QStringLiteral("Create a Job from Estimate")) {
+frmCreatJob::frmCreatJob() : Form(QString::fromLatin1(formName), u"Create a Job from Estimate"_s) {
     auto* outside = new QVBoxLayout(this);
     auto* across = new QHBoxLayout;
     outside->addLayout(across);
@@ -34,23 +34,21 @@ frmCreatJob::frmCreatJob()
     auto* left = new QVBoxLayout;
     across->addLayout(left);
     screen::Fields fields(this, left);
-    cmbQuantity = fields.dataCombo(QStringLiteral("cmbQuantity"), QStringLiteral("Job &Quantity:"),
+    cmbQuantity = fields.dataCombo(u"cmbQuantity"_s, u"Job &Quantity:"_s,
                                    {9, values::keys::decimal(), {}, 10});
     // Completing would make 10 of a typed 1.
     cmbQuantity->setCompleter(nullptr);
-    txtQtyQP = fields.text(QStringLiteral("txtQtyQP"), QStringLiteral("Quoted Price &Each-$"),
+    txtQtyQP = fields.text(u"txtQtyQP"_s, u"Quoted Price &Each-$"_s,
                            {14, values::keys::decimal(), {}, 12});
     txtQtyQP->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    mskDate[0] = fields.date(QStringLiteral("mskDate(0)"), QStringLiteral("Date &In"));
-    mskDate[1] = fields.date(QStringLiteral("mskDate(1)"), QStringLiteral("&Due Date"));
-    txtPONo = fields.text(QStringLiteral("txtPONo"), QStringLiteral("&PO No."),
+    mskDate[0] = fields.date(u"mskDate(0)"_s, u"Date &In"_s);
+    mskDate[1] = fields.date(u"mskDate(1)"_s, u"&Due Date"_s);
+    txtPONo = fields.text(u"txtPONo"_s, u"&PO No."_s,
                           {core::MainDatabase().width(u"Job", u"PONo"), {}, {}, 20});
-    chkOrderRequired =
-        fields.check(QStringLiteral("chkOrderRequired"), QStringLiteral("Perform in O&rder"));
-    chkNotes = fields.check(QStringLiteral("chkNotes"), QStringLiteral("&Use Operation Notes"));
-    chkPrintTraveler =
-        fields.check(QStringLiteral("chkPrintTraveler"), QStringLiteral("Print &Traveler"));
-    chkPrintNotes = fields.check(QStringLiteral("chkPrintNotes"), QStringLiteral("&with Notes"));
+    chkOrderRequired = fields.check(u"chkOrderRequired"_s, u"Perform in O&rder"_s);
+    chkNotes = fields.check(u"chkNotes"_s, u"&Use Operation Notes"_s);
+    chkPrintTraveler = fields.check(u"chkPrintTraveler"_s, u"Print &Traveler"_s);
+    chkPrintNotes = fields.check(u"chkPrintNotes"_s, u"&with Notes"_s);
     left->addStretch();
     m_secured.push_back(txtQtyQP);
     const auto labels = findChildren<QLabel*>();
@@ -65,14 +63,14 @@ frmCreatJob::frmCreatJob()
         QGroupBox* frame = screen::frame(this, right, QString::fromUtf16(frameName), title);
         auto* inside = new QVBoxLayout(frame);
         auto* field = screen::named(new controls::MemoField(frame), QString::fromUtf16(name),
-                                    title + QStringLiteral(" notes"));
+                                    title + u" notes"_s);
         inside->addWidget(field);
         return field;
     };
-    txtTrvNotes = notes(u"fraTraveler", u"txtTrvNotes", QStringLiteral("Traveler"));
-    txtJobNotes = notes(u"fraJob", u"txtJobNotes", QStringLiteral("Job"));
+    txtTrvNotes = notes(u"fraTraveler", u"txtTrvNotes", u"Traveler"_s);
+    txtJobNotes = notes(u"fraJob", u"txtJobNotes", u"Job"_s);
 
-    QPushButton* cmdOK = addOkCancel(outside, QStringLiteral("&OK"), QStringLiteral("&Cancel"));
+    QPushButton* cmdOK = addOkCancel(outside, u"&OK"_s, u"&Cancel"_s);
 
     on(cmbQuantity->changed, &frmCreatJob::cmbQuantity_Change);
     on(txtQtyQP->left, [this] {
@@ -87,9 +85,9 @@ frmCreatJob::frmCreatJob()
 
 qint64 frmCreatJob::createJob(const estimating::EstimateForJob& estimate) {
     if (estimateHasJob(core::MainDatabase(), estimate.estNo) &&
-        MsgBox(QStringLiteral("This estimate has been previously used for a job. Do you want to "
-                              "create a new job based on this estimate?"),
-               Buttons::YesNo, Icon::Question, QStringLiteral("Create a Job")) != Answer::Yes)
+        MsgBox(u"This estimate has been previously used for a job. Do you want to "
+               "create a new job based on this estimate?"_s,
+               Buttons::YesNo, Icon::Question, u"Create a Job"_s) != Answer::Yes)
         return 0;
     m_estimate = estimate;
     showOffers();
@@ -98,7 +96,7 @@ qint64 frmCreatJob::createJob(const estimating::EstimateForJob& estimate) {
 }
 
 void frmCreatJob::showOffers() {
-    const bool showDollar = core::HasAccess(QStringLiteral("ShowDollar"));
+    const bool showDollar = core::HasAccess(u"ShowDollar"_s);
     for (QWidget* widget : m_secured)
         widget->setVisible(showDollar);
     QStringList quantities;
@@ -162,17 +160,16 @@ void frmCreatJob::cmdOK_Click() {
         MsgBox(error.text(), Buttons::Ok, Icon::Critical);
         return;
     } catch (const values::Overflow&) {
-        complain(QStringLiteral("The amounts of this job are too large to be computed. Please "
-                                "check quantity and price."),
+        complain(u"The amounts of this job are too large to be computed. Please "
+                 "check quantity and price."_s,
                  cmbQuantity);
         return;
     }
     if (chkPrintTraveler->isChecked())
         core::launchTraveler(m_jobNo, chkPrintNotes->isChecked(), this);
-    MsgBox(QStringLiteral("Job # ") + QString::number(m_jobNo) +
-               QStringLiteral(" has been created from Estimate # ") +
+    MsgBox(u"Job # "_s + QString::number(m_jobNo) + u" has been created from Estimate # "_s +
                QString::number(m_estimate.estNo),
-           Buttons::Ok, Icon::Information, QStringLiteral("Create a Job"));
+           Buttons::Ok, Icon::Information, u"Create a Job"_s);
     hideModal();
 }
 

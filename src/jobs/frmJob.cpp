@@ -10,6 +10,7 @@
 #include "platform/screen/Pointer.h"
 #include "platform/values/Clock.h"
 #include "platform/values/Format.h"
+#include "platform/values/Literals.h"
 #include "platform/values/Numbers.h"
 
 #include <QCheckBox>
@@ -37,8 +38,8 @@ void tell(const jet::Error& error) {
 }
 
 void tellTooLarge() {
-    MsgBox(QStringLiteral("The cost is too large to be computed. Please check the times, amounts "
-                          "and rates."),
+    MsgBox(u"The cost is too large to be computed. Please check the times, amounts "
+           "and rates."_s,
            Buttons::Ok, Icon::Exclamation);
 }
 
@@ -52,8 +53,8 @@ double number(const QString& text) {
 
 QString frmJob::mainSelect() const {
     // With inactive jobs alone there would be nothing to show.
-    if (!core::MainDatabase().hasRows(QStringLiteral("SELECT JobNo FROM Job WHERE Shipped = "
-                                                     "False")))
+    if (!core::MainDatabase().hasRows(u"SELECT JobNo FROM Job WHERE Shipped = "
+                                      "False"_s))
         optShow[1]->setChecked(true);
     return jobRows(activeOnly());
 }
@@ -76,11 +77,10 @@ void frmJob::clearFields() {
 
 void frmJob::newDefaults() {
     txtJobDateIn->setDate(values::today());
-    const Currency rate = core::MainDatabase()
-                              .lookup(QStringLiteral("SELECT jobonerate FROM SystemSettings"))
-                              .toCurrency();
+    const Currency rate =
+        core::MainDatabase().lookup(u"SELECT jobonerate FROM SystemSettings"_s).toCurrency();
     txtJobShopRate->setText(values::format(rate, u"#####0.00"));
-    txtQuantity->setText(QStringLiteral("0"));
+    txtQuantity->setText(u"0"_s);
     txtInvoiceEach->setText(values::format(Currency(), u"######0.0000"));
     lblQtyQuotedPrice->setText(values::format(Currency(), u"#####0.0000"));
 }
@@ -102,10 +102,10 @@ void frmJob::showRecord() {
 }
 
 void frmJob::showAssembly() {
-    const bool isParent = core::MainDatabase().hasRows(
-        QStringLiteral("SELECT * FROM job WHERE assemblyjobno=") + QString::number(currentKey()));
+    const bool isParent = core::MainDatabase().hasRows(u"SELECT * FROM job WHERE assemblyjobno="_s +
+                                                       QString::number(currentKey()));
     if (isParent)
-        lblAssembly->setText(QStringLiteral("ASSY"));
+        lblAssembly->setText(u"ASSY"_s);
     else
         lblAssembly->setText(m_assemblyJobNo == 0 ? QString() : QString::number(m_assemblyJobNo));
 }
@@ -118,10 +118,9 @@ void frmJob::optShow_Click() {
     if (!isBrowse())
         return;
     reopen(jobRows(activeOnly()), currentKey());
-    if (hasRecord() || !activeOnly() ||
-        !core::MainDatabase().hasRows(QStringLiteral("SELECT JobNo FROM Job")))
+    if (hasRecord() || !activeOnly() || !core::MainDatabase().hasRows(u"SELECT JobNo FROM Job"_s))
         return;
-    MsgBox(QStringLiteral("There are no active jobs."), Buttons::Ok, Icon::Information);
+    MsgBox(u"There are no active jobs."_s, Buttons::Ok, Icon::Information);
     optShow[1]->setChecked(true);
     reopen(jobRows(false));
 }
@@ -263,7 +262,7 @@ void frmJob::afterSave(qint64 key, bool adding) {
     } catch (const values::Overflow&) {
         tellTooLarge();
     }
-    ShowModuleMode(QStringLiteral("Browse"));
+    ShowModuleMode(u"Browse"_s);
     if (adding) {
         reopen(jobRows(activeOnly()), key);
         leaveEmptyView();
@@ -277,9 +276,9 @@ void frmJob::afterSave(qint64 key, bool adding) {
 bool frmJob::mayDelete() {
     if (!hasTimeRecords(core::MainDatabase(), currentKey()))
         return true;
-    MsgBox(QStringLiteral("Time Management records exist for this job. You must delete all Time "
-                          "Management\r\nrecords for this job before it can be deleted!"),
-           Buttons::Ok, Icon::Exclamation, QStringLiteral("Delete"));
+    MsgBox(u"Time Management records exist for this job. You must delete all Time "
+           "Management\r\nrecords for this job before it can be deleted!"_s,
+           Buttons::Ok, Icon::Exclamation, u"Delete"_s);
     return false;
 }
 
@@ -303,7 +302,7 @@ void frmJob::cmdDelete_Click() {
     }
     tellNeighbours();
     if (!hasRecord())
-        ShowModuleMode(QStringLiteral("Add"));
+        ShowModuleMode(u"Add"_s);
 }
 
 void frmJob::cancelStaged() {
@@ -311,24 +310,24 @@ void frmJob::cancelStaged() {
 }
 
 void frmJob::tellNeighbours() {
-    core::refreshNeighbours({QStringLiteral("frmhistory")}, QStringLiteral("Job"));
+    core::refreshNeighbours({u"frmhistory"_s}, u"Job"_s);
 }
 
 bool frmJob::mayRemove(const estimating::OperRow& row) {
     const qint64 jobNo = m_routing->documentNo();
     if (jobNo == 0 || !hasTimeRecords(core::MainDatabase(), jobNo, row.operNo))
         return true;
-    MsgBox(QStringLiteral("Time Management record(s) exists for this job operation. You must "
-                          "delete all Time Management\r\nrecords for this job operation before it "
-                          "can be deleted!"),
-           Buttons::Ok, Icon::Exclamation, QStringLiteral("Delete"));
+    MsgBox(u"Time Management record(s) exists for this job operation. You must "
+           "delete all Time Management\r\nrecords for this job operation before it "
+           "can be deleted!"_s,
+           Buttons::Ok, Icon::Exclamation, u"Delete"_s);
     return false;
 }
 
 void frmJob::cmdEdit_Click() {
-    if (Forms::isLoaded(QStringLiteral("frmSchedule"))) {
-        MsgBox(QStringLiteral("Cannot edit jobs while Job Scheduler is open."), Buttons::Ok,
-               Icon::Exclamation, QStringLiteral("System Message"));
+    if (Forms::isLoaded(u"frmSchedule"_s)) {
+        MsgBox(u"Cannot edit jobs while Job Scheduler is open."_s, Buttons::Ok, Icon::Exclamation,
+               u"System Message"_s);
         return;
     }
     RoutedModule::cmdEdit_Click();
@@ -338,31 +337,28 @@ void frmJob::cmdEdit_Click() {
 // Going to a record
 
 void frmJob::cmdFind_Click() {
-    const qint64 jobNo =
-        Forms::dialog<estimating::FindDialog>(QStringLiteral("frmJobFind"))->askNumber();
+    const qint64 jobNo = Forms::dialog<estimating::FindDialog>(u"frmJobFind"_s)->askNumber();
     if (jobNo == 0)
         return;
     // Not by the rows that are shown: another station may have added, shipped or deleted it.
-    const QString subject = QStringLiteral("Job No. ") + QString::number(jobNo);
+    const QString subject = u"Job No. "_s + QString::number(jobNo);
     const jet::Recordset found = core::MainDatabase().openRecordset(
-        QStringLiteral("SELECT * FROM Job WHERE JobNo = ") + QString::number(jobNo),
+        u"SELECT * FROM Job WHERE JobNo = "_s + QString::number(jobNo),
         jet::RecordsetType::Snapshot);
     if (found.isEmpty())
-        MsgBox(subject + QStringLiteral(" does not exist!"), Buttons::Ok, Icon::Information);
+        MsgBox(subject + u" does not exist!"_s, Buttons::Ok, Icon::Information);
     else if (activeOnly() && found[u"Shipped"].toBool())
-        MsgBox(subject + QStringLiteral(" is an Inactive Job!"), Buttons::Ok, Icon::Information);
+        MsgBox(subject + u" is an Inactive Job!"_s, Buttons::Ok, Icon::Information);
     else if (!goToRecord(jobNo))
         reopen(jobRows(activeOnly()), jobNo);
 }
 
 void frmJob::cmdGotoPart_Click() {
-    const QString part =
-        Forms::dialog<estimating::FindDialog>(QStringLiteral("frmJobFind"))->askPart();
+    const QString part = Forms::dialog<estimating::FindDialog>(u"frmJobFind"_s)->askPart();
     if (part.isEmpty())
         return;
-    const qint64 jobNo =
-        Forms::dialog<estimating::FoundDialog>(QStringLiteral("frmJobFound"))
-            ->pick(part, activeOnly() ? QStringLiteral(" AND Shipped = False") : QString());
+    const qint64 jobNo = Forms::dialog<estimating::FoundDialog>(u"frmJobFound"_s)
+                             ->pick(part, activeOnly() ? u" AND Shipped = False"_s : QString());
     if (jobNo != 0 && !goToRecord(jobNo))
         reopen(jobRows(activeOnly()), jobNo);
 }
@@ -373,37 +369,37 @@ void frmJob::cmdSchedule_Click() {
     if (!hasRecord())
         return;
     if (chkShipped->isChecked()) {
-        MsgBox(QStringLiteral("Job has been completed and shipped. Schedule not available."),
-               Buttons::Ok, Icon::Information, QStringLiteral("System Message"));
+        MsgBox(u"Job has been completed and shipped. Schedule not available."_s, Buttons::Ok,
+               Icon::Information, u"System Message"_s);
         return;
     }
-    Forms::show(QStringLiteral("frmSchedule"));
+    Forms::show(u"frmSchedule"_s);
 }
 
 void frmJob::cmdInvoice_Click() {
     if (hasRecord())
-        Forms::show(QStringLiteral("frmInvoice"));
+        Forms::show(u"frmInvoice"_s);
 }
 
 void frmJob::cmdTraveler_Click() {
     if (!hasRecord() || !core::shell())
         return;
-    const QWidget* cmdTraveler = control(QStringLiteral("cmdTraveler"));
-    core::shell()->popUp(QStringLiteral("mnuTravelPopup"),
+    const QWidget* cmdTraveler = control(u"cmdTraveler"_s);
+    core::shell()->popUp(u"mnuTravelPopup"_s,
                          cmdTraveler->mapToGlobal(QPoint(0, cmdTraveler->height())));
 }
 
 void frmJob::cmdShippingHistory_Click() {
     if (hasRecord())
-        Forms::showModal(QStringLiteral("frmJobShip"));
+        Forms::showModal(u"frmJobShip"_s);
 }
 
 void frmJob::cmdAssembly_Click() {
     if (!hasRecord())
         return;
     const JobHeader header = draft().header;
-    Forms::dialog<estimating::AssemblyTree>(QStringLiteral("frmAssemblyInfo"))
-        ->showTree(header.custId, header.poNo, currentKey(), QStringLiteral("Job"));
+    Forms::dialog<estimating::AssemblyTree>(u"frmAssemblyInfo"_s)
+        ->showTree(header.custId, header.poNo, currentKey(), u"Job"_s);
 }
 
 } // namespace jobs

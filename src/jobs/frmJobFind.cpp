@@ -1,22 +1,24 @@
 #include "jobs/frmJobFind.h"
 
+#include "platform/values/Literals.h"
+
 namespace jobs {
 
 const estimating::FindKind& jobFind() {
     static const estimating::FindKind kind{
-        .find = QStringLiteral("frmJobFind"),
-        .numberCaption = QStringLiteral("Find Job"),
-        .numberPrompt = QStringLiteral("Enter a Job No. to Find..."),
-        .partPrompt = QStringLiteral("Enter a Part No. to Find..."),
-        .found = QStringLiteral("frmJobFound"),
-        .foundCaption = QStringLiteral("Jobs Found"),
-        .table = QStringLiteral("Job"),
-        .key = QStringLiteral("JobNo"),
-        .columns = {{QStringLiteral("JobNo"), QStringLiteral("Job #")},
-                    {QStringLiteral("CustID"), QStringLiteral("Cust. #")},
-                    {QStringLiteral("PONo"), QStringLiteral("PO #")},
-                    {QStringLiteral("PartNo"), QStringLiteral("Part #")},
-                    {QStringLiteral("JobDueDate"), QStringLiteral("Due Date")}},
+        .find = u"frmJobFind"_s,
+        .numberCaption = u"Find Job"_s,
+        .numberPrompt = u"Enter a Job No. to Find..."_s,
+        .partPrompt = u"Enter a Part No. to Find..."_s,
+        .found = u"frmJobFound"_s,
+        .foundCaption = u"Jobs Found"_s,
+        .table = u"Job"_s,
+        .key = u"JobNo"_s,
+        .columns = {{u"JobNo"_s, u"Job #"_s},
+                    {u"CustID"_s, u"Cust. #"_s},
+                    {u"PONo"_s, u"PO #"_s},
+                    {u"PartNo"_s, u"Part #"_s},
+                    {u"JobDueDate"_s, u"Due Date"_s}},
     };
     return kind;
 }

@@ -1,4 +1,5 @@
 #include "jobs/frmJob.h"
+#include "platform/values/Literals.h"
 
 #include "jobs/StatusPicture.h"
 #include "platform/screen/Forms.h"
@@ -27,20 +28,20 @@ namespace {
 masters::ModuleDescriptor describe() {
     masters::ModuleDescriptor module;
     module.formName = QString::fromLatin1(frmJob::formName);
-    module.caption = QStringLiteral("Job");
-    module.moduleWord = QStringLiteral("Job");
-    module.table = QStringLiteral("Job");
-    module.keyColumn = QStringLiteral("JobNo");
+    module.caption = u"Job"_s;
+    module.moduleWord = u"Job"_s;
+    module.table = u"Job"_s;
+    module.keyColumn = u"JobNo"_s;
     module.select = jobRows(true);
-    module.newKeyText = QStringLiteral("New");
-    module.dataControlName = QStringLiteral("datJob");
-    module.modeLabelName = QStringLiteral("lblJobMode");
-    module.queryScreen = QStringLiteral("frmJobQuery");
-    module.reportModule = QStringLiteral("Jobs");
-    module.reportTitle = QStringLiteral("Job Report");
-    module.reportKey = QStringLiteral("Job.JobNo");
-    module.deleteTitle = QStringLiteral("Delete");
-    module.deleteText = QStringLiteral("You are about to delete the current Job. Are you sure?");
+    module.newKeyText = u"New"_s;
+    module.dataControlName = u"datJob"_s;
+    module.modeLabelName = u"lblJobMode"_s;
+    module.queryScreen = u"frmJobQuery"_s;
+    module.reportModule = u"Jobs"_s;
+    module.reportTitle = u"Job Report"_s;
+    module.reportKey = u"Job.JobNo"_s;
+    module.deleteTitle = u"Delete"_s;
+    module.deleteText = u"You are about to delete the current Job. Are you sure?"_s;
     module.deleteDefault = screen::Answer::No;
     module.emptyTableCloses = true;
     return module;
@@ -118,21 +119,21 @@ frmJob::frmJob() : RoutedModule(describe()) {
     outside->addLayout(title);
     const auto mark = [&](const char16_t* name, const QString& text) {
         auto* value = named(new QLabel(this), QString::fromUtf16(name), text);
-        title->addWidget(new QLabel(text + QStringLiteral(":"), this));
+        title->addWidget(new QLabel(text + u":"_s, this));
         title->addWidget(value);
         title->addSpacing(16);
         return value;
     };
-    lblJobNo = mark(u"lblJobNo", QStringLiteral("Job No."));
+    lblJobNo = mark(u"lblJobNo", u"Job No."_s);
     QFont large = lblJobNo->font();
     large.setBold(true);
     lblJobNo->setFont(large);
     bindKey(lblJobNo);
     title->addWidget(modeLabel());
     title->addStretch();
-    lblEstNo = mark(u"lblEstNo", QStringLiteral("Estimate No."));
-    lblAssembly = mark(u"lblAssembly", QStringLiteral("Assembly"));
-    fields().bind({QStringLiteral("EstNo"),
+    lblEstNo = mark(u"lblEstNo", u"Estimate No."_s);
+    lblAssembly = mark(u"lblAssembly", u"Assembly"_s);
+    fields().bind({u"EstNo"_s,
                    [this](const jet::Value& value) {
                        lblEstNo->setText(value.toLong() == 0 ? QString() : value.toText());
                    },
@@ -140,13 +141,13 @@ frmJob::frmJob() : RoutedModule(describe()) {
                    [this] { lblEstNo->clear(); },
                    {},
                    nullptr});
-    fraShow = named(new QWidget(this), QStringLiteral("fraShow"), QStringLiteral("Jobs shown"));
+    fraShow = named(new QWidget(this), u"fraShow"_s, u"Jobs shown"_s);
     auto* show = new QHBoxLayout(fraShow);
     show->setContentsMargins(0, 0, 0, 0);
     const char16_t* views[] = {u"Show Active Jobs Only", u"Show Active and Inactive Jobs"};
     for (int i = 0; i < 2; ++i) {
         optShow[i] = named(new QRadioButton(QString::fromUtf16(views[i]), fraShow),
-                           QStringLiteral("optShow(") + QString::number(i) + QStringLiteral(")"));
+                           u"optShow("_s + QString::number(i) + u")"_s);
         show->addWidget(optShow[i]);
     }
     optShow[0]->setChecked(true);
@@ -190,50 +191,47 @@ QWidget* frmJob::headerPane() {
     Pane pane(widget);
 
     QLayout* customer = makeCustomer(widget);
-    pane.put(dbcCustomer, u"dbcCustomer", QStringLiteral("C&ustomer:"), 0, 0, customer);
+    pane.put(dbcCustomer, u"dbcCustomer", u"C&ustomer:"_s, 0, 0, customer);
     txtPONo = new TextField(widget);
-    pane.put(txtPONo, u"txtPONo", QStringLiteral("PO No.:"), 1, 0);
+    pane.put(txtPONo, u"txtPONo", u"PO No.:"_s, 1, 0);
     txtPartno = new TextField(widget);
-    pane.put(txtPartno, u"txtPartno", QStringLiteral("&Part No.:"), 2, 0);
+    pane.put(txtPartno, u"txtPartno", u"&Part No.:"_s, 2, 0);
     txtDescription = new TextField(widget);
-    pane.put(txtDescription, u"txtDescription", QStringLiteral("Descr&iption:"), 3, 0);
+    pane.put(txtDescription, u"txtDescription", u"Descr&iption:"_s, 3, 0);
 
     txtJobDateIn = longDate(widget);
-    pane.put(txtJobDateIn, u"txtJobDateIn", QStringLiteral("Date In:"), 0, 2);
+    pane.put(txtJobDateIn, u"txtJobDateIn", u"Date In:"_s, 0, 2);
     txtJobDueDate = longDate(widget);
-    pane.put(txtJobDueDate, u"txtJobDueDate", QStringLiteral("Due Date:"), 1, 2);
-    txtQuantity = numberField(widget, QStringLiteral("#####0"), 10);
-    pane.put(txtQuantity, u"txtQuantity", QStringLiteral("&Quantity:"), 2, 2);
-    txtJobShopRate = numberField(widget, QStringLiteral("#####0.00"), 12);
-    m_secured.push_back(
-        pane.put(txtJobShopRate, u"txtJobShopRate", QStringLiteral("&Hourly Rate:"), 3, 2));
+    pane.put(txtJobDueDate, u"txtJobDueDate", u"Due Date:"_s, 1, 2);
+    txtQuantity = numberField(widget, u"#####0"_s, 10);
+    pane.put(txtQuantity, u"txtQuantity", u"&Quantity:"_s, 2, 2);
+    txtJobShopRate = numberField(widget, u"#####0.00"_s, 12);
+    m_secured.push_back(pane.put(txtJobShopRate, u"txtJobShopRate", u"&Hourly Rate:"_s, 3, 2));
     m_secured.push_back(txtJobShopRate);
 
-    chkSequential =
-        named(new QCheckBox(QStringLiteral("Sequential"), widget), QStringLiteral("chkSequential"));
-    chkShipped = named(new QCheckBox(QStringLiteral("Completed and Shipped?"), widget),
-                       QStringLiteral("chkShipped"));
+    chkSequential = named(new QCheckBox(u"Sequential"_s, widget), u"chkSequential"_s);
+    chkShipped = named(new QCheckBox(u"Completed and Shipped?"_s, widget), u"chkShipped"_s);
     auto* marks = new QHBoxLayout;
     marks->addWidget(chkSequential);
     marks->addStretch();
     marks->addWidget(chkShipped);
     pane.grid()->addLayout(marks, 4, 0, 1, 2);
     txtShipDate = longDate(widget);
-    pane.put(txtShipDate, u"txtShipDate", QStringLiteral("Ship Date:"), 4, 2);
+    pane.put(txtShipDate, u"txtShipDate", u"Ship Date:"_s, 4, 2);
     pane.grid()->setColumnStretch(1, 3);
     pane.grid()->setColumnStretch(3, 2);
 
     masters::BoundFields& bound = fields();
-    bound.bind(QStringLiteral("PONo"), txtPONo);
-    bound.bind(QStringLiteral("PartNo"), txtPartno);
-    bound.bind(QStringLiteral("Description"), txtDescription);
-    bound.bind(QStringLiteral("JobDateIn"), txtJobDateIn);
-    bound.bind(QStringLiteral("JobDueDate"), txtJobDueDate);
-    bindNumber(QStringLiteral("Quantity"), txtQuantity, QStringLiteral("#####0"));
-    bindNumber(QStringLiteral("JobShopRate"), txtJobShopRate, QStringLiteral("#####0.00"));
-    bound.bind(QStringLiteral("OrderRequired"), chkSequential);
-    bound.bind(QStringLiteral("Shipped"), chkShipped);
-    bound.bind({QStringLiteral("ShipDate"),
+    bound.bind(u"PONo"_s, txtPONo);
+    bound.bind(u"PartNo"_s, txtPartno);
+    bound.bind(u"Description"_s, txtDescription);
+    bound.bind(u"JobDateIn"_s, txtJobDateIn);
+    bound.bind(u"JobDueDate"_s, txtJobDueDate);
+    bindNumber(u"Quantity"_s, txtQuantity, u"#####0"_s);
+    bindNumber(u"JobShopRate"_s, txtJobShopRate, u"#####0.00"_s);
+    bound.bind(u"OrderRequired"_s, chkSequential);
+    bound.bind(u"Shipped"_s, chkShipped);
+    bound.bind({u"ShipDate"_s,
                 [this](const jet::Value& value) { txtShipDate->setValue(value); },
                 {},
                 [this] { txtShipDate->setDate(std::nullopt); },
@@ -243,7 +241,7 @@ QWidget* frmJob::headerPane() {
 }
 
 QTabWidget* frmJob::notePane() {
-    auto* tabs = named(new QTabWidget(this), QStringLiteral("SSTabNotes"), QStringLiteral("Notes"));
+    auto* tabs = named(new QTabWidget(this), u"SSTabNotes"_s, u"Notes"_s);
     // As high as the fields beside it.
     tabs->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
     const auto page = [&](const char16_t* name, const char16_t* title, const char16_t* spoken,
@@ -265,45 +263,39 @@ QWidget* frmJob::figuresPane() {
     auto* widget = new QWidget(this);
     Pane pane(widget);
     pane.grid()->setHorizontalSpacing(10);
-    lblTotalHours = pane.shown(u"lblTotalHours", QStringLiteral("Total Hours:"), 0, 0);
-    lblCalc_OutContr =
-        pane.shown(u"lblCalc_OutContr", QStringLiteral("Outside Contr Cost:"), 1, 0, &m_secured);
-    lblCalc_Fixed =
-        pane.shown(u"lblCalc_Fixed", QStringLiteral("Fixed Cost and Material:"), 2, 0, &m_secured);
-    lblJobShopCost =
-        pane.shown(u"lblJobShopCost", QStringLiteral("Shop Cost Each:"), 3, 0, &m_secured);
-    lblQtyQuotedPrice =
-        pane.shown(u"lblQtyQuotedPrice", QStringLiteral("Quoted Price Each:"), 0, 2, &m_secured);
-    txtInvoiceEach = numberField(widget, QStringLiteral("######0.0000"), 14);
+    lblTotalHours = pane.shown(u"lblTotalHours", u"Total Hours:"_s, 0, 0);
+    lblCalc_OutContr = pane.shown(u"lblCalc_OutContr", u"Outside Contr Cost:"_s, 1, 0, &m_secured);
+    lblCalc_Fixed = pane.shown(u"lblCalc_Fixed", u"Fixed Cost and Material:"_s, 2, 0, &m_secured);
+    lblJobShopCost = pane.shown(u"lblJobShopCost", u"Shop Cost Each:"_s, 3, 0, &m_secured);
+    lblQtyQuotedPrice = pane.shown(u"lblQtyQuotedPrice", u"Quoted Price Each:"_s, 0, 2, &m_secured);
+    txtInvoiceEach = numberField(widget, u"######0.0000"_s, 14);
     m_secured.push_back(
-        pane.put(txtInvoiceEach, u"txtInvoiceEach", QStringLiteral("Invoice Amount Each:"), 1, 2));
+        pane.put(txtInvoiceEach, u"txtInvoiceEach", u"Invoice Amount Each:"_s, 1, 2));
     m_secured.push_back(txtInvoiceEach);
-    lblInvoiceTotal =
-        pane.shown(u"lblInvoiceTotal", QStringLiteral("Invoice Total:"), 2, 2, &m_secured);
+    lblInvoiceTotal = pane.shown(u"lblInvoiceTotal", u"Invoice Total:"_s, 2, 2, &m_secured);
 
-    bindFigure(QStringLiteral("QtyQuotedPrice"), lblQtyQuotedPrice, QStringLiteral("#####0.0000"));
-    bindFigure(QStringLiteral("TotalHours"), lblTotalHours, QStringLiteral("######0.00"));
-    bindFigure(QStringLiteral("JobShopCost"), lblJobShopCost, QStringLiteral("######0.0000"));
-    bindNumber(QStringLiteral("InvoiceEach"), txtInvoiceEach, QStringLiteral("######0.0000"));
-    bindFigure(QStringLiteral("InvoiceTotal"), lblInvoiceTotal, QStringLiteral("######0.00"));
+    bindFigure(u"QtyQuotedPrice"_s, lblQtyQuotedPrice, u"#####0.0000"_s);
+    bindFigure(u"TotalHours"_s, lblTotalHours, u"######0.00"_s);
+    bindFigure(u"JobShopCost"_s, lblJobShopCost, u"######0.0000"_s);
+    bindNumber(u"InvoiceEach"_s, txtInvoiceEach, u"######0.0000"_s);
+    bindFigure(u"InvoiceTotal"_s, lblInvoiceTotal, u"######0.00"_s);
     return widget;
 }
 
 QWidget* frmJob::buttonPane() {
-    return makeButtonPane(
-        {{{Role::New, QStringLiteral("cmdNew"), QStringLiteral("&New")},
-          {Role::Edit, QStringLiteral("cmdEdit"), QStringLiteral("&Edit")},
-          {Role::Delete, QStringLiteral("cmdDelete"), QStringLiteral("&Delete")},
-          {Role::Close, QStringLiteral("cmdClose"), QStringLiteral("D&one")}},
-         {{Role::Find, QStringLiteral("cmdFind"), QStringLiteral("&Goto Job")},
-          {Role::BrowseOnly, QStringLiteral("cmdGotoPart"), QStringLiteral("Goto Par&t")},
-          {Role::Free, QStringLiteral("cmdAssembly"), QStringLiteral("Assembl&y Tree")},
-          {Role::Free, QStringLiteral("cmdSchedule"), QStringLiteral("Schedu&le")}},
-         {{Role::Free, QStringLiteral("cmdInvoice"), QStringLiteral("In&voice")},
-          {Role::BrowseOnly, QStringLiteral("cmdTraveler"), QStringLiteral("Tr&aveler...")},
-          {Role::Free, QStringLiteral("cmdShippingHistory"), QStringLiteral("&Shipping History")},
-          {Role::List, QStringLiteral("cmdList"), QStringLiteral("Query/Report")},
-          {Role::PrintShown, QStringLiteral("cmdQuery"), QStringLiteral("Quick &Report Shown")}}});
+    return makeButtonPane({{{Role::New, u"cmdNew"_s, u"&New"_s},
+                            {Role::Edit, u"cmdEdit"_s, u"&Edit"_s},
+                            {Role::Delete, u"cmdDelete"_s, u"&Delete"_s},
+                            {Role::Close, u"cmdClose"_s, u"D&one"_s}},
+                           {{Role::Find, u"cmdFind"_s, u"&Goto Job"_s},
+                            {Role::BrowseOnly, u"cmdGotoPart"_s, u"Goto Par&t"_s},
+                            {Role::Free, u"cmdAssembly"_s, u"Assembl&y Tree"_s},
+                            {Role::Free, u"cmdSchedule"_s, u"Schedu&le"_s}},
+                           {{Role::Free, u"cmdInvoice"_s, u"In&voice"_s},
+                            {Role::BrowseOnly, u"cmdTraveler"_s, u"Tr&aveler..."_s},
+                            {Role::Free, u"cmdShippingHistory"_s, u"&Shipping History"_s},
+                            {Role::List, u"cmdList"_s, u"Query/Report"_s},
+                            {Role::PrintShown, u"cmdQuery"_s, u"Quick &Report Shown"_s}}});
 }
 
 void frmJob::wire() {

@@ -1,6 +1,7 @@
 #include "jobs/frmJobNew.h"
 
 #include "platform/screen/Layout.h"
+#include "platform/values/Literals.h"
 
 #include <QCheckBox>
 #include <QGroupBox>
@@ -9,22 +10,20 @@
 
 namespace jobs {
 
-frmJobNew::frmJobNew() : Form(QString::fromLatin1(formName), QStringLiteral("New Job")) {
+frmJobNew::frmJobNew() : Form(QString::fromLatin1(formName), u"New Job"_s) {
     auto* outside = new QVBoxLayout(this);
-    QGroupBox* ways = screen::frame(this, outside, QStringLiteral("fraWays"),
-                                    QStringLiteral("Start the new job"));
+    QGroupBox* ways = screen::frame(this, outside, u"fraWays"_s, u"Start the new job"_s);
     auto* wayLayout = new QVBoxLayout(ways);
     const char16_t* captions[] = {u"&Use a Default Set", u"&Select Operations to Use",
                                   u"&Copy Current Record"};
     for (int i = 0; i < 3; ++i) {
         m_options[i] = screen::named(new QRadioButton(QString::fromUtf16(captions[i]), ways),
-                                     QStringLiteral("Option") + QString::number(i + 1));
+                                     u"Option"_s + QString::number(i + 1));
         wayLayout->addWidget(m_options[i]);
         on(m_options[i], &frmJobNew::option_Click);
     }
 
-    QGroupBox* with =
-        screen::frame(this, outside, QStringLiteral("fraWith"), QStringLiteral("With"));
+    QGroupBox* with = screen::frame(this, outside, u"fraWith"_s, u"With"_s);
     auto* withLayout = new QVBoxLayout(with);
     const auto check = [&](const char16_t* name, const char16_t* caption) {
         auto* box = screen::named(new QCheckBox(QString::fromUtf16(caption), with),
@@ -37,7 +36,7 @@ frmJobNew::frmJobNew() : Form(QString::fromLatin1(formName), QStringLiteral("New
     chkDefault = check(u"chkDefault", u"Use &Default Operation Notes");
     chkCopyEstTimeAmt = check(u"chkCopyEstTimeAmt", u"&Include Estimated Time/Amt");
 
-    on(addOkCancel(outside, QStringLiteral("OK")), &frmJobNew::cmdOK_Click);
+    on(addOkCancel(outside, u"OK"_s), &frmJobNew::cmdOK_Click);
 }
 
 std::optional<NewJob> frmJobNew::choose(bool hasCurrent) {

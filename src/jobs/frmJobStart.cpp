@@ -1,4 +1,5 @@
 #include "jobs/frmJob.h"
+#include "platform/values/Literals.h"
 
 #include "core/MirsaMain.h"
 #include "estimating/NoteStaging.h"
@@ -22,13 +23,12 @@ using Way = NewJob::Way;
 
 void frmJob::cmdNew_Click() {
     const CarriedCustomer customer{lblCustID->text(), txtPONo->text()};
-    const auto how = Forms::dialog<NewJobDialog>(QStringLiteral("frmJobNew"))->choose(hasRecord());
+    const auto how = Forms::dialog<NewJobDialog>(u"frmJobNew"_s)->choose(hasRecord());
     if (!how)
         return;
     switch (how->way) {
     case Way::DefaultSet: {
-        const qint64 setNo =
-            Forms::dialog<estimating::DefaultSetDialog>(QStringLiteral("frmDefSet"))->pickSet();
+        const qint64 setNo = Forms::dialog<estimating::DefaultSetDialog>(u"frmDefSet"_s)->pickSet();
         if (setNo != 0) {
             startFrom(
                 estimating::operationsOfSet(core::MainDatabase(), setNo, how->useDefaultNotes),
@@ -38,15 +38,14 @@ void frmJob::cmdNew_Click() {
     }
     case Way::SelectOperations: {
         const auto chosen =
-            Forms::dialog<estimating::SelectOperationsDialog>(QStringLiteral("frmSelOper"))
-                ->choose();
+            Forms::dialog<estimating::SelectOperationsDialog>(u"frmSelOper"_s)->choose();
         if (chosen)
             startFrom(*chosen, *how, customer);
         break;
     }
     case Way::CopyCurrent:
-        if (screen::MsgBox(QStringLiteral("You are about to copy the current Job into a new Job. "
-                                          "Are you sure?"),
+        if (screen::MsgBox(u"You are about to copy the current Job into a new Job. "
+                           "Are you sure?"_s,
                            screen::Buttons::YesNo, screen::Icon::Question) == Answer::Yes)
             copyCurrent(*how);
         break;
@@ -62,7 +61,7 @@ void frmJob::showCarried(const CarriedCustomer& customer) {
 
 void frmJob::startFrom(const std::vector<ChosenOperation>& operations, const NewJob& how,
                        const CarriedCustomer& customer) {
-    ShowModuleMode(QStringLiteral("Add"));
+    ShowModuleMode(u"Add"_s);
     showCarried(how.carryCustomer ? customer : CarriedCustomer{});
     std::vector<estimating::OperRow> rows = estimating::rowsFor(core::MainDatabase(), operations);
     for (estimating::OperRow& row : rows)
@@ -76,7 +75,7 @@ void frmJob::copyCurrent(const NewJob& how) {
     const qint64 oldJobNo = currentKey();
     lblEstNo->clear();
     lblAssembly->clear();
-    ShowModuleMode(QStringLiteral("CopyJob"));
+    ShowModuleMode(u"CopyJob"_s);
     m_assemblyJobNo = 0;
     m_wasShipped = false;
     chkShipped->setChecked(false);
@@ -90,7 +89,7 @@ void frmJob::copyCurrent(const NewJob& how) {
                                  jobRouting(), oldJobNo, how.useDefaultNotes, how.carryNotes);
     m_routing->redraw();
     for (QLabel* label : {lblTotalHours, lblJobShopCost, lblInvoiceTotal, lblCalc_OutContr})
-        label->setText(QStringLiteral("0.0000"));
+        label->setText(u"0.0000"_s);
 }
 
 } // namespace jobs

@@ -5,6 +5,7 @@
 #include "platform/screen/MsgBox.h"
 #include "platform/values/Clock.h"
 #include "platform/values/Format.h"
+#include "platform/values/Literals.h"
 #include "platform/values/Text.h"
 
 #include <QVBoxLayout>
@@ -18,25 +19,25 @@ using screen::MsgBox;
 namespace {
 
 QString employeeGone(qint64 empId) {
-    return QStringLiteral("The Employee ID (") + QString::number(empId) +
-           QStringLiteral(") for this record does not exist in the employee table!");
+    return u"The Employee ID ("_s + QString::number(empId) +
+           u") for this record does not exist in the employee table!"_s;
 }
 
 } // namespace
 
 frmJobshipAddEdit::frmJobshipAddEdit()
-    : AddEditForm(QString::fromLatin1(formName), QStringLiteral("New Shipping")) {
+    : AddEditForm(QString::fromLatin1(formName), u"New Shipping"_s) {
     auto* outside = new QVBoxLayout(this);
     auto* body = new QWidget(this);
     outside->addWidget(body);
     screen::Fields fields(body);
-    etShippedDate = fields.date(QStringLiteral("etShippedDate"), QStringLiteral("&Shipped Date:"));
+    etShippedDate = fields.date(u"etShippedDate"_s, u"&Shipped Date:"_s);
     fields.nextRow();
     // Nine digits are the most that a whole number column takes for certain.
-    txtQuantity = fields.text(QStringLiteral("txtQuantity"), QStringLiteral("&Quantity:"),
+    txtQuantity = fields.text(u"txtQuantity"_s, u"&Quantity:"_s,
                               {.limit = 9, .filter = values::keys::decimal(), .characters = 12});
     fields.nextRow();
-    cboEmp = fields.listCombo(QStringLiteral("cboEmp"), QStringLiteral("&Employee:"));
+    cboEmp = fields.listCombo(u"cboEmp"_s, u"&Employee:"_s);
     cboEmp->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     cboEmp->setMinimumContentsLength(30);
     outside->addStretch();
@@ -46,14 +47,14 @@ frmJobshipAddEdit::frmJobshipAddEdit()
 }
 
 bool frmJobshipAddEdit::ShowForm(const QString& mode, qint64 jobNo, qint64 jobShipId) {
-    const bool editing = mode == QStringLiteral("Edit");
+    const bool editing = mode == u"Edit"_s;
     m_jobNo = jobNo;
     m_jobShipId = editing ? jobShipId : 0;
-    setWindowTitle(mode + QStringLiteral(" Shipping"));
+    setWindowTitle(mode + u" Shipping"_s);
     setAdding(!editing);
     if (!fillEmployees()) {
-        MsgBox(QStringLiteral("You may not add an item without any employee defined!. Please add "
-                              "the employees first."),
+        MsgBox(u"You may not add an item without any employee defined!. Please add "
+               "the employees first."_s,
                Buttons::Ok, Icon::Exclamation);
         return false;
     }
@@ -67,9 +68,9 @@ bool frmJobshipAddEdit::ShowForm(const QString& mode, qint64 jobNo, qint64 jobSh
 bool frmJobshipAddEdit::fillEmployees() {
     cboEmp->clearRows();
     jet::Recordset set = core::MainDatabase().openRecordset(
-        QStringLiteral("SELECT * FROM employee ORDER BY lastname"), jet::RecordsetType::Snapshot);
+        u"SELECT * FROM employee ORDER BY lastname"_s, jet::RecordsetType::Snapshot);
     for (; !set.eof(); set.moveNext()) {
-        cboEmp->addRow(set.text(u"lastname") + QStringLiteral(", ") + set.text(u"firstname"),
+        cboEmp->addRow(set.text(u"lastname") + u", "_s + set.text(u"firstname"),
                        set[u"EmpID"].toLong());
     }
     return cboEmp->count() > 0;
@@ -83,7 +84,7 @@ void frmJobshipAddEdit::clearFields() {
 
 bool frmJobshipAddEdit::showShipment() {
     const jet::Recordset row = core::MainDatabase().openRecordset(
-        QStringLiteral("SELECT * FROM jobship WHERE jobshipid=") + QString::number(m_jobShipId),
+        u"SELECT * FROM jobship WHERE jobshipid="_s + QString::number(m_jobShipId),
         jet::RecordsetType::Snapshot);
     if (row.isEmpty()) {
         tellMissing();
@@ -100,7 +101,7 @@ bool frmJobshipAddEdit::showShipment() {
 
 void frmJobshipAddEdit::tellMissing() {
     MsgBox(QString::number(m_jobShipId) +
-               QStringLiteral(" shipping no. not found! Jobship table may need to be fixed!"),
+               u" shipping no. not found! Jobship table may need to be fixed!"_s,
            Buttons::Ok, Icon::Critical);
 }
 
@@ -117,13 +118,12 @@ bool frmJobshipAddEdit::write(const QDate& date, const QString& quantity, qint64
     jet::Database& database = core::MainDatabase();
     jet::Transaction transaction(database);
     // What another station deleted meanwhile would leave a consignment that nobody ever sees.
-    if (!database.hasRows(QStringLiteral("SELECT JobNo FROM job WHERE jobno=") + job)) {
+    if (!database.hasRows(u"SELECT JobNo FROM job WHERE jobno="_s + job)) {
         transaction.rollback();
-        MsgBox(QStringLiteral("Job No. ") + job + QStringLiteral(" does not exist!"), Buttons::Ok,
-               Icon::Exclamation);
+        MsgBox(u"Job No. "_s + job + u" does not exist!"_s, Buttons::Ok, Icon::Exclamation);
         return false;
     }
-    if (!database.hasRows(QStringLiteral("SELECT EmpID FROM employee WHERE empid=") + employee)) {
+    if (!database.hasRows(u"SELECT EmpID FROM employee WHERE empid="_s + employee)) {
         transaction.rollback();
         fillEmployees();
         cboEmp->clear();
@@ -131,15 +131,14 @@ bool frmJobshipAddEdit::write(const QDate& date, const QString& quantity, qint64
         return false;
     }
     if (m_jobShipId == 0) {
-        database.execute(QStringLiteral("INSERT INTO jobship (jobno, shippeddate, quantity, "
-                                        "shippedbyempid) VALUES(") +
-                         job + QStringLiteral(", #") + shipped + QStringLiteral("#, ") + quantity +
-                         QStringLiteral(", ") + employee + QStringLiteral(")"));
-    } else if (database.execute(
-                   QStringLiteral("UPDATE jobship SET jobno=") + job +
-                   QStringLiteral(",shippeddate=#") + shipped + QStringLiteral("#, quantity=") +
-                   quantity + QStringLiteral(", shippedbyempid=") + employee +
-                   QStringLiteral(" WHERE jobshipid=") + QString::number(m_jobShipId)) == 0) {
+        database.execute(u"INSERT INTO jobship (jobno, shippeddate, quantity, "
+                         "shippedbyempid) VALUES("_s +
+                         job + u", #"_s + shipped + u"#, "_s + quantity + u", "_s + employee +
+                         u")"_s);
+    } else if (database.execute(u"UPDATE jobship SET jobno="_s + job + u",shippeddate=#"_s +
+                                shipped + u"#, quantity="_s + quantity + u", shippedbyempid="_s +
+                                employee + u" WHERE jobshipid="_s + QString::number(m_jobShipId)) ==
+               0) {
         transaction.rollback();
         tellMissing();
         return false;
@@ -153,15 +152,15 @@ bool frmJobshipAddEdit::save() {
     const auto date = etShippedDate->date();
     const QString quantity = txtQuantity->text().trimmed();
     if (!date) {
-        complain(QStringLiteral("Please enter a valid Shipped Date!"), etShippedDate);
+        complain(u"Please enter a valid Shipped Date!"_s, etShippedDate);
         return false;
     }
     if (quantity.isEmpty()) {
-        complain(QStringLiteral("Quantity may not be blank"), txtQuantity);
+        complain(u"Quantity may not be blank"_s, txtQuantity);
         return false;
     }
     if (cboEmp->currentIndex() < 0) {
-        complain(QStringLiteral("Employee may not be blank!"), cboEmp);
+        complain(u"Employee may not be blank!"_s, cboEmp);
         return false;
     }
     try {

@@ -2,6 +2,7 @@
 
 #include "core/MirsaMain.h"
 #include "platform/screen/MsgBox.h"
+#include "platform/values/Literals.h"
 
 namespace masters {
 
@@ -18,55 +19,48 @@ void keepTogether(const screen::Fields& fields) {
 bool mayOverwrite(const controls::TextField& target, const QString& question) {
     return target.text().isEmpty() ||
            screen::MsgBox(question, screen::Buttons::OkCancel, screen::Icon::Question,
-                          QStringLiteral("Overwrite Information?")) == screen::Answer::Ok;
+                          u"Overwrite Information?"_s) == screen::Answer::Ok;
 }
 
 AddressFields AddressFields::main(screen::Fields& fields) {
     AddressFields made;
-    made.line1 = fields.text(QStringLiteral("txtAdd1"), QStringLiteral("Address &1:"), wide(36));
-    made.line2 = fields.text(QStringLiteral("txtAdd2"), QStringLiteral("Address &2:"), wide(36));
-    made.line3 = fields.text(QStringLiteral("txtAdd3"), QStringLiteral("Address &3:"), wide(36));
-    made.city = fields.text(QStringLiteral("txtCity"), QStringLiteral("City:"), wide(24));
-    made.state = fields.dataCombo(QStringLiteral("dbcState"), QStringLiteral("State / Pro&vince:"),
-                                  wide(12));
-    made.zip = fields.text(QStringLiteral("txtZip1"), QStringLiteral("&Zip:"), wide(12));
-    made.country =
-        fields.dataCombo(QStringLiteral("dbcCountry"), QStringLiteral("Country:"), wide(24));
+    made.line1 = fields.text(u"txtAdd1"_s, u"Address &1:"_s, wide(36));
+    made.line2 = fields.text(u"txtAdd2"_s, u"Address &2:"_s, wide(36));
+    made.line3 = fields.text(u"txtAdd3"_s, u"Address &3:"_s, wide(36));
+    made.city = fields.text(u"txtCity"_s, u"City:"_s, wide(24));
+    made.state = fields.dataCombo(u"dbcState"_s, u"State / Pro&vince:"_s, wide(12));
+    made.zip = fields.text(u"txtZip1"_s, u"&Zip:"_s, wide(12));
+    made.country = fields.dataCombo(u"dbcCountry"_s, u"Country:"_s, wide(24));
     keepTogether(fields);
     return made;
 }
 
 AddressFields AddressFields::other(screen::Fields& fields, const QString& prefix,
                                    const QString& zipName, bool thirdLine) {
-    const QString text = QStringLiteral("txt") + prefix;
-    const QString combo = QStringLiteral("dbc") + prefix;
+    const QString text = u"txt"_s + prefix;
+    const QString combo = u"dbc"_s + prefix;
     AddressFields made;
-    made.line1 =
-        fields.text(text + QStringLiteral("Address1"), QStringLiteral("Address 1:"), wide(24));
-    made.line2 =
-        fields.text(text + QStringLiteral("Address2"), QStringLiteral("Address 2:"), wide(24));
+    made.line1 = fields.text(text + u"Address1"_s, u"Address 1:"_s, wide(24));
+    made.line2 = fields.text(text + u"Address2"_s, u"Address 2:"_s, wide(24));
     if (thirdLine)
-        made.line3 =
-            fields.text(text + QStringLiteral("Address3"), QStringLiteral("Address 3:"), wide(24));
-    made.city = fields.text(text + QStringLiteral("City"), QStringLiteral("City:"), wide(20));
-    made.state =
-        fields.dataCombo(combo + QStringLiteral("State"), QStringLiteral("State:"), wide(12));
-    made.zip = fields.text(text + zipName, QStringLiteral("Postal Code:"), wide(12));
-    made.country =
-        fields.dataCombo(combo + QStringLiteral("Country"), QStringLiteral("Country:"), wide(20));
+        made.line3 = fields.text(text + u"Address3"_s, u"Address 3:"_s, wide(24));
+    made.city = fields.text(text + u"City"_s, u"City:"_s, wide(20));
+    made.state = fields.dataCombo(combo + u"State"_s, u"State:"_s, wide(12));
+    made.zip = fields.text(text + zipName, u"Postal Code:"_s, wide(12));
+    made.country = fields.dataCombo(combo + u"Country"_s, u"Country:"_s, wide(20));
     keepTogether(fields);
     return made;
 }
 
 void AddressFields::bind(BoundFields& fields, const QString& prefix) const {
-    fields.bind(prefix + QStringLiteral("Address1"), line1);
-    fields.bind(prefix + QStringLiteral("Address2"), line2);
+    fields.bind(prefix + u"Address1"_s, line1);
+    fields.bind(prefix + u"Address2"_s, line2);
     if (line3)
-        fields.bind(prefix + QStringLiteral("Address3"), line3);
-    fields.bind(prefix + QStringLiteral("City"), city);
-    fields.bind(prefix + QStringLiteral("State"), state);
-    fields.bind(prefix + QStringLiteral("Zip"), zip);
-    fields.bind(prefix + QStringLiteral("Country"), country);
+        fields.bind(prefix + u"Address3"_s, line3);
+    fields.bind(prefix + u"City"_s, city);
+    fields.bind(prefix + u"State"_s, state);
+    fields.bind(prefix + u"Zip"_s, zip);
+    fields.bind(prefix + u"Country"_s, country);
 }
 
 void AddressFields::copyTo(const AddressFields& other) const {
@@ -82,13 +76,13 @@ void AddressFields::copyTo(const AddressFields& other) const {
 
 void AddressFields::fillLists(const std::vector<AddressFields>& addresses) {
     jet::Database& database = core::MainDatabase();
-    const jet::Recordset states = database.openRecordset(
-        QStringLiteral("Select * from States order by code"), jet::RecordsetType::Snapshot);
+    const jet::Recordset states = database.openRecordset(u"Select * from States order by code"_s,
+                                                         jet::RecordsetType::Snapshot);
     const jet::Recordset countries = database.openRecordset(
-        QStringLiteral("Select * from Country order by Country"), jet::RecordsetType::Snapshot);
+        u"Select * from Country order by Country"_s, jet::RecordsetType::Snapshot);
     for (const AddressFields& address : addresses) {
-        address.state->setRows(states, QStringLiteral("code"), QStringLiteral("code"));
-        address.country->setRows(countries, QStringLiteral("country"), QStringLiteral("country"));
+        address.state->setRows(states, u"code"_s, u"code"_s);
+        address.country->setRows(countries, u"country"_s, u"country"_s);
     }
 }
 

@@ -3,6 +3,7 @@
 #include "core/MirsaMain.h"
 #include "platform/controls/DataCombo.h"
 #include "platform/controls/TextField.h"
+#include "platform/values/Literals.h"
 
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -25,38 +26,33 @@ void CompanyModule::makeLayout(const std::function<void(QTabWidget*)>& fill) {
     top->addWidget(modeLabel());
     const ModuleDescriptor& module = descriptor();
     bindNameList(names,
-                 QStringLiteral("Select Company, ") + module.keyColumn + QStringLiteral(" FROM ") +
-                     module.table + QStringLiteral(" ORDER BY Company"),
-                 QStringLiteral("Company"), module.keyColumn);
+                 u"Select Company, "_s + module.keyColumn + u" FROM "_s + module.table +
+                     u" ORDER BY Company"_s,
+                 u"Company"_s, module.keyColumn);
 
-    m_tabs = screen::named(new QTabWidget(this), QStringLiteral("SSTab1"), m_words.tabsName);
+    m_tabs = screen::named(new QTabWidget(this), u"SSTab1"_s, m_words.tabsName);
     layout->addWidget(m_tabs, 1);
     fill(m_tabs);
     makeFoot(layout, standardButtons());
 }
 
 void CompanyModule::makeMainAddress(QWidget* page, QBoxLayout* into) {
-    Fields address(
-        screen::frame(page, into, QStringLiteral("fraAddress"), QStringLiteral("Main Address")));
-    m_name = address.text(m_words.nameField, QStringLiteral("Compan&y:"), wide(36));
+    Fields address(screen::frame(page, into, u"fraAddress"_s, u"Main Address"_s));
+    m_name = address.text(m_words.nameField, u"Compan&y:"_s, wide(36));
     m_addresses.insert(m_addresses.begin(), AddressFields::main(address));
 }
 
 void CompanyModule::makeContact(QWidget* page, QBoxLayout* into) {
-    Fields contact(
-        screen::frame(page, into, QStringLiteral("fraContact"), QStringLiteral("Contact")));
-    m_contact.contact =
-        contact.text(QStringLiteral("txtContact"), QStringLiteral("C&ontact:"), wide(30));
-    m_contact.phone =
-        contact.text(QStringLiteral("etxtPhone"), QStringLiteral("P&hone:"), wide(20));
-    m_contact.fax = contact.text(QStringLiteral("etxtFax"), QStringLiteral("&Fax:"), wide(20));
-    m_contact.email = contact.text(QStringLiteral("txtEmail"), QStringLiteral("Emai&l:"), wide(30));
+    Fields contact(screen::frame(page, into, u"fraContact"_s, u"Contact"_s));
+    m_contact.contact = contact.text(u"txtContact"_s, u"C&ontact:"_s, wide(30));
+    m_contact.phone = contact.text(u"etxtPhone"_s, u"P&hone:"_s, wide(20));
+    m_contact.fax = contact.text(u"etxtFax"_s, u"&Fax:"_s, wide(20));
+    m_contact.email = contact.text(u"txtEmail"_s, u"Emai&l:"_s, wide(30));
     Fields delivery(screen::frame(page, into, m_words.deliveryFrame, m_words.deliveryTitle));
-    m_attention =
-        delivery.text(QStringLiteral("txtAttention"), QStringLiteral("Attention:"), wide(30));
-    m_shipping = delivery.text(QStringLiteral("txtShip"), QStringLiteral("Shi&pping:"), wide(30));
+    m_attention = delivery.text(u"txtAttention"_s, u"Attention:"_s, wide(30));
+    m_shipping = delivery.text(u"txtShip"_s, u"Shi&pping:"_s, wide(30));
     m_terms = delivery.dataCombo(m_words.termsField, m_words.termsLabel, wide(24));
-    m_fob = delivery.text(QStringLiteral("txtFOB"), QStringLiteral("FOB:"), wide(30));
+    m_fob = delivery.text(u"txtFOB"_s, u"FOB:"_s, wide(30));
 }
 
 void CompanyModule::bindCompany() {
@@ -82,9 +78,9 @@ void CompanyModule::addAddress(const AddressFields& address, const QString& pref
 
 void CompanyModule::openLookups() {
     AddressFields::fillLists(m_addresses);
-    m_terms->setRows(core::MainDatabase().openRecordset(QStringLiteral("Select * from Terms"),
-                                                        jet::RecordsetType::Snapshot),
-                     QStringLiteral("description"), QStringLiteral("description"));
+    m_terms->setRows(
+        core::MainDatabase().openRecordset(u"Select * from Terms"_s, jet::RecordsetType::Snapshot),
+        u"description"_s, u"description"_s);
 }
 
 void CompanyModule::refreshLookup(const QString& table) {
@@ -95,7 +91,7 @@ void CompanyModule::refreshLookup(const QString& table) {
 
 void CompanyModule::newDefaults() {
     const jet::Recordset settings = core::MainDatabase().openRecordset(
-        QStringLiteral("Select * from SystemSettings"), jet::RecordsetType::Snapshot);
+        u"Select * from SystemSettings"_s, jet::RecordsetType::Snapshot);
     if (settings.isEmpty())
         return;
     const auto preset = [&](const char16_t* column) {

@@ -1,5 +1,6 @@
 #include "masters/EmployeeChecks.h"
 
+#include "platform/values/Literals.h"
 #include "platform/values/Numbers.h"
 
 #include <cmath>
@@ -27,26 +28,25 @@ std::optional<Complaint<EmployeeField>> checkEmployee(const EmployeeEntry& entry
     using Field = EmployeeField;
     const bool noFirst = entry.firstName.trimmed().isEmpty();
     if (noFirst || entry.lastName.trimmed().isEmpty())
-        return {{noFirst ? Field::FirstName : Field::LastName, QStringLiteral("Full name required"),
-                 QStringLiteral("Both Name fields must be filled out!")}};
+        return {{noFirst ? Field::FirstName : Field::LastName, u"Full name required"_s,
+                 u"Both Name fields must be filled out!"_s}};
     if (entry.status == u"Terminated" && !entry.terminationDate)
-        return {{Field::TerminationDate, QStringLiteral("Termination Date required"),
-                 QStringLiteral("A terminated employee must have a Termination Date!")}};
+        return {{Field::TerminationDate, u"Termination Date required"_s,
+                 u"A terminated employee must have a Termination Date!"_s}};
     if (!entry.shift)
-        return {{Field::Shift, QStringLiteral("Work Shift required"),
-                 QStringLiteral("Work shift must be filled out!")}};
+        return {{Field::Shift, u"Work Shift required"_s, u"Work shift must be filled out!"_s}};
     if (!entry.ssn.isEmpty() && entry.ssn.size() != 9)
-        return {{Field::Ssn, QStringLiteral("Erroneous S.S.N."),
-                 QStringLiteral("The S.S.N. field must be blank or completely filled out!")}};
+        return {{Field::Ssn, u"Erroneous S.S.N."_s,
+                 u"The S.S.N. field must be blank or completely filled out!"_s}};
     if (!isExemptions(entry.exemptState))
-        return {{Field::ExemptState, QStringLiteral("State Exemption Error"),
-                 QStringLiteral("The State exemptions must be a number!")}};
+        return {{Field::ExemptState, u"State Exemption Error"_s,
+                 u"The State exemptions must be a number!"_s}};
     if (!isExemptions(entry.exemptFederal))
-        return {{Field::ExemptFederal, QStringLiteral("Federal Exemption Error"),
-                 QStringLiteral("The Federal exemptions must be a number!")}};
+        return {{Field::ExemptFederal, u"Federal Exemption Error"_s,
+                 u"The Federal exemptions must be a number!"_s}};
     if (!isExemptions(entry.exemptOther))
-        return {{Field::ExemptOther, QStringLiteral("State Exemption Error"),
-                 QStringLiteral("The \"Other\" exemptions must be a number!")}};
+        return {{Field::ExemptOther, u"State Exemption Error"_s,
+                 u"The \"Other\" exemptions must be a number!"_s}};
     return {};
 }
 
@@ -56,20 +56,17 @@ int exemptions(const QString& text) {
 
 std::optional<Complaint<SalaryField>> checkSalary(const SalaryEntry& entry, const QDate& today) {
     using Field = SalaryField;
-    const QString missing = QStringLiteral("Data Missing!");
+    const QString missing = u"Data Missing!"_s;
     if (!entry.date)
-        return {{Field::Date, {}, QStringLiteral("You must enter a Date!")}};
+        return {{Field::Date, {}, u"You must enter a Date!"_s}};
     if (entry.amount.trimmed().isEmpty())
-        return {{Field::Amount, missing, QStringLiteral("You must enter a Dollar Amount!")}};
+        return {{Field::Amount, missing, u"You must enter a Dollar Amount!"_s}};
     if (!values::isNumeric(entry.amount) || std::abs(numberOf(entry.amount)) >= highestPay)
-        return {{Field::Amount,
-                 {},
-                 QStringLiteral("You must enter a Decimal Dollar value for Amount!")}};
+        return {{Field::Amount, {}, u"You must enter a Decimal Dollar value for Amount!"_s}};
     if (entry.frequency.isEmpty())
-        return {{Field::Frequency, missing, QStringLiteral("You must enter a Frequency!")}};
+        return {{Field::Frequency, missing, u"You must enter a Frequency!"_s}};
     if (*entry.date > today)
-        return {{Field::Date, QStringLiteral("Date Error!"),
-                 QStringLiteral("You cannot enter a future date!")}};
+        return {{Field::Date, u"Date Error!"_s, u"You cannot enter a future date!"_s}};
     return {};
 }
 

@@ -1,6 +1,7 @@
 #include "masters/EmployeePay.h"
 
 #include "platform/values/Format.h"
+#include "platform/values/Literals.h"
 #include "platform/values/Text.h"
 
 #include <algorithm>
@@ -11,8 +12,8 @@ namespace masters {
 namespace {
 
 QString historySelect(qint64 empId) {
-    return QStringLiteral("SELECT * FROM EmployeeSalary WHERE EmpID = ") + QString::number(empId) +
-           QStringLiteral(" ORDER BY SalaryDate");
+    return u"SELECT * FROM EmployeeSalary WHERE EmpID = "_s + QString::number(empId) +
+           u" ORDER BY SalaryDate"_s;
 }
 
 void write(jet::Recordset& history, const SalaryRow& row) {
@@ -25,8 +26,7 @@ void write(jet::Recordset& history, const SalaryRow& row) {
 } // namespace
 
 QStringList salaryFrequencies() {
-    return {QStringLiteral("Hourly"), QStringLiteral("Bi-Weekly"), QStringLiteral("Weekly"),
-            QStringLiteral("Monthly")};
+    return {u"Hourly"_s, u"Bi-Weekly"_s, u"Weekly"_s, u"Monthly"_s};
 }
 
 std::vector<SalaryRow> salaryHistory(jet::Database& database, qint64 empId) {
@@ -47,21 +47,19 @@ void SyncEmployeePay(jet::Database& database, qint64 empId) {
     const std::vector<SalaryRow> history = salaryHistory(database, empId);
     const SalaryRow start = history.empty() ? SalaryRow() : history.front();
     const SalaryRow current = history.empty() ? SalaryRow() : history.back();
-    database.execute(QStringLiteral("UPDATE Employee SET StartPay = ") +
-                     values::format(start.amount, u"0.00") + QStringLiteral(", StartFrq = '") +
-                     values::quoted(start.frequency) + QStringLiteral("', CurrPay = ") +
-                     values::format(current.amount, u"0.00") + QStringLiteral(", CurrFrq = '") +
-                     values::quoted(current.frequency) + QStringLiteral("' WHERE EmpID = ") +
+    database.execute(u"UPDATE Employee SET StartPay = "_s + values::format(start.amount, u"0.00") +
+                     u", StartFrq = '"_s + values::quoted(start.frequency) + u"', CurrPay = "_s +
+                     values::format(current.amount, u"0.00") + u", CurrFrq = '"_s +
+                     values::quoted(current.frequency) + u"' WHERE EmpID = "_s +
                      QString::number(empId));
 }
 
 void addSalary(jet::Database& database, qint64 empId, const SalaryRow& row) {
     jet::Transaction transaction(database);
-    database.execute(QStringLiteral("INSERT INTO EmployeeSalary (EmpID, SalaryDate, SalaryAmount, "
-                                    "SalaryFrequency) VALUES (") +
-                     QString::number(empId) + QStringLiteral(", #") + values::sqlDate(*row.date) +
-                     QStringLiteral("#, ") + row.amount.toText() + QStringLiteral(", '") +
-                     values::quoted(row.frequency) + QStringLiteral("')"));
+    database.execute(u"INSERT INTO EmployeeSalary (EmpID, SalaryDate, SalaryAmount, "
+                     "SalaryFrequency) VALUES ("_s +
+                     QString::number(empId) + u", #"_s + values::sqlDate(*row.date) + u"#, "_s +
+                     row.amount.toText() + u", '"_s + values::quoted(row.frequency) + u"')"_s);
     SyncEmployeePay(database, empId);
     transaction.commit();
 }
@@ -69,7 +67,7 @@ void addSalary(jet::Database& database, qint64 empId, const SalaryRow& row) {
 bool changeSalary(jet::Database& database, qint64 empId, const SalaryRow& row) {
     jet::Transaction transaction(database);
     jet::Recordset history = database.openRecordset(historySelect(empId));
-    history.findFirst(QStringLiteral("Index = ") + QString::number(row.index));
+    history.findFirst(u"Index = "_s + QString::number(row.index));
     if (history.noMatch())
         return false;
     history.edit();
@@ -81,15 +79,14 @@ bool changeSalary(jet::Database& database, qint64 empId, const SalaryRow& row) {
 
 void deleteSalary(jet::Database& database, qint64 empId, qint64 index) {
     jet::Transaction transaction(database);
-    database.execute(QStringLiteral("DELETE * FROM EmployeeSalary WHERE Index = ") +
-                     QString::number(index));
+    database.execute(u"DELETE * FROM EmployeeSalary WHERE Index = "_s + QString::number(index));
     SyncEmployeePay(database, empId);
     transaction.commit();
 }
 
 void beginSalary(jet::Database& database, qint64 empId, const SalaryRow& row) {
     jet::Recordset history =
-        database.openRecordset(QStringLiteral("Select * from EmployeeSalary order by EmpID"));
+        database.openRecordset(u"Select * from EmployeeSalary order by EmpID"_s);
     history.addNew();
     history.set(u"EmpID", empId);
     write(history, row);

@@ -6,6 +6,7 @@
 #include "platform/screen/Layout.h"
 #include "platform/screen/MsgBox.h"
 #include "platform/screen/Pointer.h"
+#include "platform/values/Literals.h"
 
 #include <QPushButton>
 #include <QRadioButton>
@@ -17,14 +18,14 @@ FindForm::FindForm(Descriptor descriptor)
     : Form(descriptor.formName, descriptor.title), m_descriptor(std::move(descriptor)) {
     auto* layout = new QVBoxLayout(this);
     screen::Fields fields(this, layout);
-    txtData = fields.text(QStringLiteral("txtData"), m_descriptor.prompt);
+    txtData = fields.text(u"txtData"_s, m_descriptor.prompt);
     for (const FindForm::Option& option : m_descriptor.options)
         m_options.push_back(fields.option(option.name, option.caption));
     m_options.front()->setChecked(true);
     screen::ButtonBar bar(this, layout);
     bar.stretch();
-    auto* find = bar.button(QStringLiteral("cmdFind"), QStringLiteral("&List"));
-    auto* cancel = bar.button(QStringLiteral("cmdCancel"), QStringLiteral("&Cancel"));
+    auto* find = bar.button(u"cmdFind"_s, u"&List"_s);
+    auto* cancel = bar.button(u"cmdCancel"_s, u"&Cancel"_s);
     on(find, &FindForm::cmdFind_Click);
     on(cancel, [this] { unload(); });
     setDefaultButton(find);
@@ -36,10 +37,9 @@ void FindForm::cmdFind_Click() {
     while (option + 1 < m_options.size() && !m_options[option]->isChecked())
         ++option;
     const auto found = screen::Forms::dialog<FoundDialog>(m_descriptor.foundScreen);
-    if (!found->list(m_descriptor.options[option].select + txtData->text() +
-                     QStringLiteral("*'"))) {
-        complain(QStringLiteral("No Matching Records Found!"), txtData, screen::Icon::Exclamation,
-                 QStringLiteral("Empty Results!"));
+    if (!found->list(m_descriptor.options[option].select + txtData->text() + u"*'"_s)) {
+        complain(u"No Matching Records Found!"_s, txtData, screen::Icon::Exclamation,
+                 u"Empty Results!"_s);
         return;
     }
     found.form().showModal();
@@ -47,7 +47,7 @@ void FindForm::cmdFind_Click() {
         return;
     auto* module = screen::Forms::find<core::RecordScreen>(m_descriptor.moduleScreen);
     if (module && !module->goToRecord(found->chosen())) {
-        complain(QStringLiteral("That record isn't among those shown at present."), txtData);
+        complain(u"That record isn't among those shown at present."_s, txtData);
         return;
     }
     unload();
@@ -63,8 +63,8 @@ FoundForm::FoundForm(Descriptor descriptor)
     layout->addWidget(m_grid);
     screen::ButtonBar bar(this, layout);
     bar.stretch();
-    auto* select = bar.button(QStringLiteral("cmdSelect"), QStringLiteral("&Select"));
-    auto* cancel = bar.button(QStringLiteral("cmdCancel"), QStringLiteral("&Cancel"));
+    auto* select = bar.button(u"cmdSelect"_s, u"&Select"_s);
+    auto* cancel = bar.button(u"cmdCancel"_s, u"&Cancel"_s);
     on(select, &FoundForm::cmdSelect_Click);
     on(cancel, [this] { unload(); });
     on(m_grid->rowDoubleClicked, [this](int) { cmdSelect_Click(); });

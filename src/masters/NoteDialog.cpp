@@ -2,6 +2,7 @@
 
 #include "platform/screen/Forms.h"
 #include "platform/screen/Layout.h"
+#include "platform/values/Literals.h"
 
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -24,8 +25,8 @@ NoteForm::NoteForm(const QString& formName, const QString& title, const QString&
     layout->addWidget(m_text);
     screen::ButtonBar bar(this, layout);
     bar.stretch();
-    m_ok = bar.button(QStringLiteral("cmdOK"), QStringLiteral("&OK"));
-    auto* cancel = bar.button(QStringLiteral("cmdCancel"), QStringLiteral("&Cancel"));
+    m_ok = bar.button(u"cmdOK"_s, u"&OK"_s);
+    auto* cancel = bar.button(u"cmdCancel"_s, u"&Cancel"_s);
     on(m_ok, [this] {
         m_taken = m_text->text();
         unload();

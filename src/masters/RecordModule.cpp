@@ -6,6 +6,7 @@
 #include "platform/screen/Forms.h"
 #include "platform/screen/MsgBox.h"
 #include "platform/screen/Pointer.h"
+#include "platform/values/Literals.h"
 #include "platform/values/Numbers.h"
 
 #include <QBoxLayout>
@@ -72,7 +73,7 @@ void orderTabs(QWidget* form) {
 RecordModule::RecordModule(ModuleDescriptor descriptor)
     : Form(descriptor.formName, descriptor.caption), m_descriptor(std::move(descriptor)),
       m_data(new controls::DataControl(this)), m_modeLabel(new QLabel(this)) {
-    screen::named(m_data, m_descriptor.dataControlName, QStringLiteral("Records"));
+    screen::named(m_data, m_descriptor.dataControlName, u"Records"_s);
     screen::named(m_modeLabel, m_descriptor.modeLabelName);
     QFont bold = m_modeLabel->font();
     bold.setBold(true);
@@ -104,22 +105,21 @@ void RecordModule::bindNameList(controls::DataCombo* combo, const QString& selec
     on(combo->chosen, [this] {
         const QString key = m_names->boundText();
         if (isBrowse() && values::isNumeric(key))
-            m_data->findFirst(m_descriptor.keyColumn + QStringLiteral(" = ") + key);
+            m_data->findFirst(m_descriptor.keyColumn + u" = "_s + key);
     });
 }
 
 std::vector<ModuleButton> RecordModule::standardButtons() const {
-    return {
-        {Role::New, QStringLiteral("cmdNew"), QStringLiteral("Ne&w")},
-        {Role::Edit, QStringLiteral("cmdEdit"), QStringLiteral("&Edit")},
-        {Role::Delete, QStringLiteral("cmdDelete"), QStringLiteral("&Delete")},
-        {Role::Save, QStringLiteral("cmdSave"), QStringLiteral("&Save")},
-        {Role::Find, QStringLiteral("cmdFind"), QStringLiteral("&Goto")},
-        {Role::List, QStringLiteral("cmdList"), QStringLiteral("&Query/Report")},
-        {Role::PrintShown, QStringLiteral("cmdPrintScr"), QStringLiteral("Quick &Report Shown")},
-        {Role::PrintAll, QStringLiteral("cmdPrintAll"), QStringLiteral("Quick Report  &All")},
-        {Role::Cancel, QStringLiteral("cmdCancel"), QStringLiteral("&Cancel")},
-        {Role::Close, QStringLiteral("cmdClose"), QStringLiteral("Do&ne")}};
+    return {{Role::New, u"cmdNew"_s, u"Ne&w"_s},
+            {Role::Edit, u"cmdEdit"_s, u"&Edit"_s},
+            {Role::Delete, u"cmdDelete"_s, u"&Delete"_s},
+            {Role::Save, u"cmdSave"_s, u"&Save"_s},
+            {Role::Find, u"cmdFind"_s, u"&Goto"_s},
+            {Role::List, u"cmdList"_s, u"&Query/Report"_s},
+            {Role::PrintShown, u"cmdPrintScr"_s, u"Quick &Report Shown"_s},
+            {Role::PrintAll, u"cmdPrintAll"_s, u"Quick Report  &All"_s},
+            {Role::Cancel, u"cmdCancel"_s, u"&Cancel"_s},
+            {Role::Close, u"cmdClose"_s, u"Do&ne"_s}};
 }
 
 void RecordModule::makeFoot(QBoxLayout* inside, const std::vector<ModuleButton>& buttons) {
@@ -197,7 +197,7 @@ void RecordModule::Form_Load() {
     openLookups();
     reloadNames();
     m_fresh = true;
-    ShowModuleMode(QStringLiteral("Browse"));
+    ShowModuleMode(u"Browse"_s);
     reopen(mainSelect());
     if (hasRecord())
         return;
@@ -232,9 +232,8 @@ void RecordModule::reopen(const QString& select, qint64 key) {
     {
         const QScopedValueRollback quiet(m_quiet, true);
         m_data->setRecordset(core::MainDatabase().openRecordset(select));
-        if (hasRecord() &&
-            !(key != 0 && m_data->findFirst(m_descriptor.keyColumn + QStringLiteral(" = ") +
-                                            QString::number(key))))
+        if (hasRecord() && !(key != 0 && m_data->findFirst(m_descriptor.keyColumn + u" = "_s +
+                                                           QString::number(key))))
             m_data->moveLast();
     }
     onReposition();
@@ -243,11 +242,10 @@ void RecordModule::reopen(const QString& select, qint64 key) {
 bool RecordModule::askNoRecords() {
     const QString record =
         m_descriptor.recordWord.isEmpty() ? m_descriptor.moduleWord : m_descriptor.recordWord;
-    return MsgBox(QStringLiteral("There are no records in the database. Before you can use the ") +
-                      m_descriptor.moduleWord +
-                      QStringLiteral(" module you must add at least one ") + record +
-                      QStringLiteral(". Would you like to do so now?"),
-                  Buttons::YesNo, Icon::Question, QStringLiteral("No Records!")) == Answer::Yes;
+    return MsgBox(u"There are no records in the database. Before you can use the "_s +
+                      m_descriptor.moduleWord + u" module you must add at least one "_s + record +
+                      u". Would you like to do so now?"_s,
+                  Buttons::YesNo, Icon::Question, u"No Records!"_s) == Answer::Yes;
 }
 
 void RecordModule::offerFirstRecord() {
@@ -310,7 +308,7 @@ void RecordModule::ShowModuleMode(const QString& mode) {
             m_showKey(m_descriptor.newKeyText);
         newDefaults();
     } else if (!isEditing()) {
-        setMode(QStringLiteral("Add"));
+        setMode(u"Add"_s);
         if (m_showKey)
             m_showKey(m_descriptor.newKeyText);
     }
@@ -413,31 +411,30 @@ qint64 RecordModule::currentKey() const {
 bool RecordModule::goToRecord(qint64 key) {
     if (!isBrowse() || !hasRecord())
         return false;
-    return m_data->findFirst(m_descriptor.keyColumn + QStringLiteral(" = ") + QString::number(key));
+    return m_data->findFirst(m_descriptor.keyColumn + u" = "_s + QString::number(key));
 }
 
 void RecordModule::GotoRecord() {
     if (!isBrowse())
         return;
     const QString& word = m_descriptor.numberWord;
-    const QString answer = screen::InputBox(QStringLiteral("Please enter ") + word +
-                                            QStringLiteral(" Number to go to:"))
-                               .trimmed();
+    const QString answer =
+        screen::InputBox(u"Please enter "_s + word + u" Number to go to:"_s).trimmed();
     if (answer.isEmpty())
         return;
     const bool found = hasRecord() && values::isNumeric(answer) &&
-                       m_data->findFirst(m_descriptor.keyColumn + QStringLiteral("=") +
+                       m_data->findFirst(m_descriptor.keyColumn + u"="_s +
                                          values::numberText(values::val(answer)));
     if (!found) {
         screen::beep();
-        MsgBox(word + QStringLiteral(" Number ") + answer + QStringLiteral(" not found!"));
+        MsgBox(word + u" Number "_s + answer + u" not found!"_s);
     }
 }
 
 // The button row
 
 void RecordModule::cmdNew_Click() {
-    ShowModuleMode(QStringLiteral("Add"));
+    ShowModuleMode(u"Add"_s);
 }
 
 bool RecordModule::readForEntry() {
@@ -454,14 +451,13 @@ bool RecordModule::readForEntry() {
             throw;
     }
     showReadAgain();
-    MsgBox(QStringLiteral("This record has been deleted by another user."), Buttons::Ok,
-           Icon::Exclamation);
+    MsgBox(u"This record has been deleted by another user."_s, Buttons::Ok, Icon::Exclamation);
     return false;
 }
 
 void RecordModule::cmdEdit_Click() {
     if (readForEntry())
-        ShowModuleMode(QStringLiteral("Edit"));
+        ShowModuleMode(u"Edit"_s);
 }
 
 void RecordModule::cmdSave_Click() {
@@ -520,8 +516,8 @@ bool RecordModule::writeRecord(bool adding, qint64& key) {
 bool RecordModule::tellSaveFailed(const jet::Error& error) {
     switch (error.number()) {
     case jet::errors::rowDeleted:
-        MsgBox(QStringLiteral("This record has been deleted by another user and can't be saved. "
-                              "What you typed is still on the screen."),
+        MsgBox(u"This record has been deleted by another user and can't be saved. "
+               "What you typed is still on the screen."_s,
                Buttons::Ok, Icon::Critical);
         return true;
     case jet::errors::locked:
@@ -536,7 +532,7 @@ bool RecordModule::tellSaveFailed(const jet::Error& error) {
 
 void RecordModule::afterSave(qint64 key, bool adding) {
     reloadNames();
-    ShowModuleMode(QStringLiteral("Browse"));
+    ShowModuleMode(u"Browse"_s);
     {
         const QScopedValueRollback quiet(m_quiet, true);
         if (adding)
@@ -544,8 +540,7 @@ void RecordModule::afterSave(qint64 key, bool adding) {
         else
             records().refreshRow();
         if (hasRecord() && records()[m_descriptor.keyColumn].toLong() != key)
-            m_data->findFirst(m_descriptor.keyColumn + QStringLiteral(" = ") +
-                              QString::number(key));
+            m_data->findFirst(m_descriptor.keyColumn + u" = "_s + QString::number(key));
     }
     onReposition();
     if (QPushButton* close = button(Role::Close))
@@ -553,11 +548,11 @@ void RecordModule::afterSave(qint64 key, bool adding) {
 }
 
 void RecordModule::cmdCancel_Click() {
-    if (MsgBox(QStringLiteral("Are you sure you want to cancel?"), Buttons::YesNo,
-               Icon::Question) != Answer::Yes)
+    if (MsgBox(u"Are you sure you want to cancel?"_s, Buttons::YesNo, Icon::Question) !=
+        Answer::Yes)
         return;
     cancelStaged();
-    ShowModuleMode(QStringLiteral("Browse"));
+    ShowModuleMode(u"Browse"_s);
     // Another station may have changed or deleted the row meanwhile.
     showReadAgain();
     if (QPushButton* close = button(Role::Close))
@@ -615,8 +610,7 @@ void RecordModule::cmdList_Click() {
 }
 
 QString RecordModule::shownFormula() const {
-    return QStringLiteral("{") + m_descriptor.reportKey + QStringLiteral("} = ") +
-           QString::number(m_key);
+    return u"{"_s + m_descriptor.reportKey + u"} = "_s + QString::number(m_key);
 }
 
 void RecordModule::cmdPrintScr_Click() {
@@ -641,14 +635,14 @@ void RecordModule::cmdClose_Click() {
 bool RecordModule::Form_QueryUnload() {
     if (isBrowse())
         return true;
-    switch (MsgBox(QStringLiteral("Would you like to save the current record before closing?"),
-                   Buttons::YesNoCancel, Icon::Question, QStringLiteral("Save & Exit?"))) {
+    switch (MsgBox(u"Would you like to save the current record before closing?"_s,
+                   Buttons::YesNoCancel, Icon::Question, u"Save & Exit?"_s)) {
     case Answer::Yes:
         cmdSave_Click();
         return isBrowse();
     case Answer::No:
         closeStaged();
-        setMode(QStringLiteral("Browse"));
+        setMode(u"Browse"_s);
         return true;
     default:
         return false;

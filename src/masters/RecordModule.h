@@ -6,6 +6,7 @@
 #include "platform/jet/Database.h"
 #include "platform/screen/Form.h"
 #include "platform/screen/Layout.h"
+#include "platform/values/Literals.h"
 
 #include <QString>
 
@@ -23,16 +24,16 @@ namespace masters {
 
 /// What tells one record module from another, as far as words and SQL go.
 struct ModuleDescriptor {
-    QString formName;        ///< "frmCustomer"
-    QString caption;         ///< of the window
-    QString moduleWord;      ///< "use the Customer module"
-    QString recordWord = {}; ///< "add at least one Customer"; the module's word if empty
-    QString table;           ///< whose column widths limit the fields
-    QString keyColumn;       ///< "CustID", as FindFirst names it
-    QString select;          ///< the rows of the module, in key order
-    QString newKeyText = QStringLiteral("???"); ///< shown for the number while adding
-    QString dataControlName;                    ///< "datCustomer"
-    QString modeLabelName;                      ///< "lblCustomerMode"
+    QString formName;              ///< "frmCustomer"
+    QString caption;               ///< of the window
+    QString moduleWord;            ///< "use the Customer module"
+    QString recordWord = {};       ///< "add at least one Customer"; the module's word if empty
+    QString table;                 ///< whose column widths limit the fields
+    QString keyColumn;             ///< "CustID", as FindFirst names it
+    QString select;                ///< the rows of the module, in key order
+    QString newKeyText = u"???"_s; ///< shown for the number while adding
+    QString dataControlName;       ///< "datCustomer"
+    QString modeLabelName;         ///< "lblCustomerMode"
 
     QString numberWord = {};  ///< GotoRecord: "Please enter Customer Number to go to:"; empty: none
     QString findScreen = {};  ///< dialog of cmdFind: "frmCustFind"
@@ -145,9 +146,9 @@ class RecordModule : public screen::Form, public core::RecordScreen, public core
     // What its handlers use.
     const ModuleDescriptor& descriptor() const { return m_descriptor; }
     jet::Recordset& records() const { return m_data->recordset(); }
-    bool isBrowse() const { return is(QStringLiteral("Browse")); }
-    bool isAdding() const { return is(QStringLiteral("Add")); }
-    bool isEditing() const { return is(QStringLiteral("Edit")); }
+    bool isBrowse() const { return is(u"Browse"_s); }
+    bool isAdding() const { return is(u"Add"_s); }
+    bool isEditing() const { return is(u"Edit"_s); }
     bool hasRecord() const;
     /// Opens the main set anew on another select, in Browse; stays on `key` if it is among the new
     /// rows, else goes to the last row.
@@ -171,7 +172,7 @@ class RecordModule : public screen::Form, public core::RecordScreen, public core
     virtual QString mainSelect() const { return m_descriptor.select; }
     virtual void openLookups() {}
     /// How the first record of an empty table begins, after Yes.
-    virtual void startAdding() { ShowModuleMode(QStringLiteral("Add")); }
+    virtual void startAdding() { ShowModuleMode(u"Add"_s); }
     /// In Add, after all fields were cleared.
     virtual void newDefaults() {}
     /// Shows what the bound fields don't, of the current row.
@@ -221,7 +222,7 @@ class RecordModule : public screen::Form, public core::RecordScreen, public core
     BoundFields m_fields;
     controls::DataControl* m_data;
     QLabel* m_modeLabel;
-    QString m_mode = QStringLiteral("Browse");
+    QString m_mode = u"Browse"_s;
     std::vector<std::pair<Role, QPushButton*>> m_buttons;
     std::function<void(const QString&)> m_showKey;
     controls::DataCombo* m_names = nullptr;

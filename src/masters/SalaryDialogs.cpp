@@ -8,6 +8,7 @@
 #include "platform/screen/MsgBox.h"
 #include "platform/values/Clock.h"
 #include "platform/values/Format.h"
+#include "platform/values/Literals.h"
 
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -21,24 +22,21 @@ using screen::Buttons;
 using screen::Icon;
 using screen::MsgBox;
 
-frmEmpSalary::frmEmpSalary()
-    : Form(QString::fromLatin1(formName), QStringLiteral("Salary History")) {
+frmEmpSalary::frmEmpSalary() : Form(QString::fromLatin1(formName), u"Salary History"_s) {
     auto* layout = new QVBoxLayout(this);
-    sprSalary = screen::named(new controls::Grid(this), QStringLiteral("sprSalary"),
-                              QStringLiteral("Salary history"));
+    sprSalary = screen::named(new controls::Grid(this), u"sprSalary"_s, u"Salary history"_s);
     using Kind = controls::GridColumn::Kind;
-    sprSalary->setColumns(
-        {{.title = QStringLiteral("Date"), .characters = 12},
-         {.title = QStringLiteral("Amount"), .characters = 14, .kind = Kind::Number},
-         {.title = QStringLiteral("Frequency"), .characters = 14}});
+    sprSalary->setColumns({{.title = u"Date"_s, .characters = 12},
+                           {.title = u"Amount"_s, .characters = 14, .kind = Kind::Number},
+                           {.title = u"Frequency"_s, .characters = 14}});
     sprSalary->setMinimumSize(420, 240);
     layout->addWidget(sprSalary);
     screen::ButtonBar bar(this, layout);
-    auto* add = bar.button(QStringLiteral("cmdAdd"), QStringLiteral("&Add"));
-    auto* edit = bar.button(QStringLiteral("cmdEdit"), QStringLiteral("&Edit"));
-    auto* remove = bar.button(QStringLiteral("cmdDelete"), QStringLiteral("&Delete"));
+    auto* add = bar.button(u"cmdAdd"_s, u"&Add"_s);
+    auto* edit = bar.button(u"cmdEdit"_s, u"&Edit"_s);
+    auto* remove = bar.button(u"cmdDelete"_s, u"&Delete"_s);
     bar.stretch();
-    auto* close = bar.button(QStringLiteral("cmdClose"), QStringLiteral("Do&ne"));
+    auto* close = bar.button(u"cmdClose"_s, u"Do&ne"_s);
     on(add, &frmEmpSalary::cmdAdd_Click);
     on(edit, &frmEmpSalary::cmdEdit_Click);
     on(remove, &frmEmpSalary::cmdDelete_Click);
@@ -59,7 +57,7 @@ void frmEmpSalary::showHistory() {
     lines.reserve(history.size());
     for (const SalaryRow& row : history)
         lines.push_back({row.date ? values::format(*row.date, u"Short Date") : QString(),
-                         values::format(row.amount, core::moneyMask(QStringLiteral("###,##0.00"))),
+                         values::format(row.amount, core::moneyMask(u"###,##0.00"_s)),
                          row.frequency});
     sprSalary->setRows(std::move(lines));
     for (std::size_t row = 0; row < history.size(); ++row)
@@ -81,26 +79,26 @@ void frmEmpSalary::showRow(const QString& dialog, qint64 index) {
 }
 
 void frmEmpSalary::cmdAdd_Click() {
-    showRow(QStringLiteral("frmSalaryAdd"), 0);
+    showRow(u"frmSalaryAdd"_s, 0);
 }
 
 void frmEmpSalary::cmdEdit_Click() {
     if (const qint64 index = selected())
-        showRow(QStringLiteral("frmSalaryEdit"), index);
+        showRow(u"frmSalaryEdit"_s, index);
     else
-        MsgBox(QStringLiteral("You have not selected a record to edit!"), Buttons::Ok,
-               Icon::Exclamation, QStringLiteral("Nothing Selected"));
+        MsgBox(u"You have not selected a record to edit!"_s, Buttons::Ok, Icon::Exclamation,
+               u"Nothing Selected"_s);
 }
 
 void frmEmpSalary::cmdDelete_Click() {
     const qint64 index = selected();
     if (index == 0) {
-        MsgBox(QStringLiteral("You have not selected a record to delete!"), Buttons::Ok,
-               Icon::Exclamation, QStringLiteral("Nothing Selected"));
+        MsgBox(u"You have not selected a record to delete!"_s, Buttons::Ok, Icon::Exclamation,
+               u"Nothing Selected"_s);
         return;
     }
-    if (MsgBox(QStringLiteral("Once Deleted, Salary data will be unrecoverable. Continue?"),
-               Buttons::YesNo, Icon::Question, QStringLiteral("Warning!")) != Answer::Yes)
+    if (MsgBox(u"Once Deleted, Salary data will be unrecoverable. Continue?"_s, Buttons::YesNo,
+               Icon::Question, u"Warning!"_s) != Answer::Yes)
         return;
     deleteSalary(core::MainDatabase(), m_empId, index);
     showHistory();
@@ -109,17 +107,17 @@ void frmEmpSalary::cmdDelete_Click() {
 SalaryForm::SalaryForm(const QString& formName, const QString& title) : Form(formName, title) {
     auto* layout = new QVBoxLayout(this);
     screen::Fields fields(this, layout);
-    etxtDate = fields.date(QStringLiteral("etxtDate"), QStringLiteral("&Date:"));
-    txtAmount = fields.text(QStringLiteral("txtAmount"), QStringLiteral("&Amount:"));
+    etxtDate = fields.date(u"etxtDate"_s, u"&Date:"_s);
+    txtAmount = fields.text(u"txtAmount"_s, u"&Amount:"_s);
     txtAmount->setLimit(20);
-    cboFrequency = fields.listCombo(QStringLiteral("cboFrequency"), QStringLiteral("&Frequency:"));
+    cboFrequency = fields.listCombo(u"cboFrequency"_s, u"&Frequency:"_s);
     for (const QString& frequency : salaryFrequencies())
         cboFrequency->addRow(frequency);
     cboFrequency->clear();
     screen::ButtonBar bar(this, layout);
     bar.stretch();
-    auto* save = bar.button(QStringLiteral("cmdSave"), QStringLiteral("&Save"));
-    auto* cancel = bar.button(QStringLiteral("cmdCancel"), QStringLiteral("&Cancel"));
+    auto* save = bar.button(u"cmdSave"_s, u"&Save"_s);
+    auto* cancel = bar.button(u"cmdCancel"_s, u"&Cancel"_s);
     on(save, &SalaryForm::cmdSave_Click);
     on(cancel, [this] { unload(); });
     setDefaultButton(save);
@@ -145,16 +143,15 @@ bool SalaryForm::begin(qint64 empId, qint64 index) {
 }
 
 void SalaryForm::tellGone() {
-    MsgBox(QStringLiteral("This record has been deleted by another user."), Buttons::Ok,
-           Icon::Exclamation);
+    MsgBox(u"This record has been deleted by another user."_s, Buttons::Ok, Icon::Exclamation);
 }
 
 bool SalaryForm::mayBeEarly(const QDate& date) {
     const std::vector<SalaryRow> history = salaryHistory(core::MainDatabase(), m_empId);
     return history.empty() || !history.back().date || date >= *history.back().date ||
-           MsgBox(QStringLiteral("The date you have entered is earlier than the last Salary date "
-                                 "currently in the database!  Continue?"),
-                  Buttons::OkCancel, Icon::Question, QStringLiteral("Date Warning!")) == Answer::Ok;
+           MsgBox(u"The date you have entered is earlier than the last Salary date "
+                  "currently in the database!  Continue?"_s,
+                  Buttons::OkCancel, Icon::Question, u"Date Warning!"_s) == Answer::Ok;
 }
 
 void SalaryForm::cmdSave_Click() {

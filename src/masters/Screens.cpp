@@ -7,6 +7,7 @@
 #include "masters/frmEmployee.h"
 #include "masters/frmVendor.h"
 #include "platform/screen/Forms.h"
+#include "platform/values/Literals.h"
 
 namespace masters {
 
@@ -28,63 +29,63 @@ void add(const GoTo& dialogs) {
 const controls::GridColumn::Kind number = controls::GridColumn::Kind::Number;
 
 GoTo customers() {
-    return {{QStringLiteral("frmCustFind"),
-             QStringLiteral("Goto Customers"),
-             QStringLiteral("&Enter the Number or Name Here:"),
-             {{QStringLiteral("optFind1"), QStringLiteral("List By Customer &Name"),
-               QStringLiteral("SELECT * FROM Customer WHERE Company LIKE '")},
-              {QStringLiteral("optFind2"), QStringLiteral("List By Customer N&umber"),
-               QStringLiteral("SELECT * FROM Customer WHERE CustID LIKE '")}},
-             QStringLiteral("frmCustFound"),
-             QStringLiteral("frmCustomer")},
-            {QStringLiteral("frmCustFound"),
-             QStringLiteral("Customer Found"),
-             QStringLiteral("sprCustFound"),
-             {{.title = QStringLiteral("Cust. #"), .characters = 8, .kind = number},
-              {.title = QStringLiteral("Company Name"), .characters = 40}},
-             {QStringLiteral("Custid"), QStringLiteral("company")}}};
+    return {{u"frmCustFind"_s,
+             u"Goto Customers"_s,
+             u"&Enter the Number or Name Here:"_s,
+             {{u"optFind1"_s, u"List By Customer &Name"_s,
+               u"SELECT * FROM Customer WHERE Company LIKE '"_s},
+              {u"optFind2"_s, u"List By Customer N&umber"_s,
+               u"SELECT * FROM Customer WHERE CustID LIKE '"_s}},
+             u"frmCustFound"_s,
+             u"frmCustomer"_s},
+            {u"frmCustFound"_s,
+             u"Customer Found"_s,
+             u"sprCustFound"_s,
+             {{.title = u"Cust. #"_s, .characters = 8, .kind = number},
+              {.title = u"Company Name"_s, .characters = 40}},
+             {u"Custid"_s, u"company"_s}}};
 }
 
 GoTo vendors() {
-    return {{QStringLiteral("frmVendFind"),
-             QStringLiteral("Goto Vendors"),
-             QStringLiteral("&Enter the Number or Name Here:"),
-             {{QStringLiteral("optFind1"), QStringLiteral("List By Vendor &Name"),
-               QStringLiteral("SELECT * FROM Vendor WHERE Company LIKE '")},
-              {QStringLiteral("optFind2"), QStringLiteral("List By Vendor N&umber"),
-               QStringLiteral("SELECT * FROM Vendor WHERE VendID LIKE '")}},
-             QStringLiteral("frmVendFound"),
-             QStringLiteral("frmVendor")},
-            {QStringLiteral("frmVendFound"),
-             QStringLiteral("Vendor Found"),
-             QStringLiteral("sprVendFound"),
-             {{.title = QStringLiteral("Vend. #"), .characters = 8, .kind = number},
-              {.title = QStringLiteral("Company Name"), .characters = 40}},
-             {QStringLiteral("VendID"), QStringLiteral("company")}}};
+    return {{u"frmVendFind"_s,
+             u"Goto Vendors"_s,
+             u"&Enter the Number or Name Here:"_s,
+             {{u"optFind1"_s, u"List By Vendor &Name"_s,
+               u"SELECT * FROM Vendor WHERE Company LIKE '"_s},
+              {u"optFind2"_s, u"List By Vendor N&umber"_s,
+               u"SELECT * FROM Vendor WHERE VendID LIKE '"_s}},
+             u"frmVendFound"_s,
+             u"frmVendor"_s},
+            {u"frmVendFound"_s,
+             u"Vendor Found"_s,
+             u"sprVendFound"_s,
+             {{.title = u"Vend. #"_s, .characters = 8, .kind = number},
+              {.title = u"Company Name"_s, .characters = 40}},
+             {u"VendID"_s, u"company"_s}}};
 }
 
 GoTo employees() {
-    return {{QStringLiteral("frmEmpFind"),
-             QStringLiteral("Goto Employees"),
-             QStringLiteral("&Enter the Number or Name Here:"),
-             {{QStringLiteral("optFind1"), QStringLiteral("List By Las&t Name"),
-               QStringLiteral("SELECT EmpID, FirstName, LastName FROM Employee WHERE LastName "
-                              "LIKE '")},
-              {QStringLiteral("optFind2"), QStringLiteral("List By &First Name"),
-               QStringLiteral("SELECT EmpID, FirstName, LastName FROM Employee WHERE FirstName "
-                              "LIKE '")},
-              {QStringLiteral("optFind3"), QStringLiteral("List By Employee N&umber"),
-               QStringLiteral("SELECT EmpID, FirstName, LastName FROM Employee WHERE EmpID LIKE "
-                              "'")}},
-             QStringLiteral("frmEmpFound"),
-             QStringLiteral("frmEmployee")},
-            {QStringLiteral("frmEmpFound"),
-             QStringLiteral("Employee Found"),
-             QStringLiteral("sprEmpFound"),
-             {{.title = QStringLiteral("Emp. #"), .characters = 8, .kind = number},
-              {.title = QStringLiteral("First Name"), .characters = 20},
-              {.title = QStringLiteral("Last Name"), .characters = 20}},
-             {QStringLiteral("EmpID"), QStringLiteral("FirstName"), QStringLiteral("LastName")}}};
+    return {{u"frmEmpFind"_s,
+             u"Goto Employees"_s,
+             u"&Enter the Number or Name Here:"_s,
+             {{u"optFind1"_s, u"List By Las&t Name"_s,
+               u"SELECT EmpID, FirstName, LastName FROM Employee WHERE LastName "
+               "LIKE '"_s},
+              {u"optFind2"_s, u"List By &First Name"_s,
+               u"SELECT EmpID, FirstName, LastName FROM Employee WHERE FirstName "
+               "LIKE '"_s},
+              {u"optFind3"_s, u"List By Employee N&umber"_s,
+               u"SELECT EmpID, FirstName, LastName FROM Employee WHERE EmpID LIKE "
+               "'"_s}},
+             u"frmEmpFound"_s,
+             u"frmEmployee"_s},
+            {u"frmEmpFound"_s,
+             u"Employee Found"_s,
+             u"sprEmpFound"_s,
+             {{.title = u"Emp. #"_s, .characters = 8, .kind = number},
+              {.title = u"First Name"_s, .characters = 20},
+              {.title = u"Last Name"_s, .characters = 20}},
+             {u"EmpID"_s, u"FirstName"_s, u"LastName"_s}}};
 }
 
 } // namespace
@@ -98,21 +99,17 @@ void registerScreens() {
     Forms::add<frmEmployee>();
     add(employees());
     Forms::add<frmEmpSalary>();
-    for (const auto& [name, title] :
-         {std::pair{QStringLiteral("frmSalaryAdd"), QStringLiteral("Add Salary")},
-          std::pair{QStringLiteral("frmSalaryEdit"), QStringLiteral("Edit Salary")}})
+    for (const auto& [name, title] : {std::pair{u"frmSalaryAdd"_s, u"Add Salary"_s},
+                                      std::pair{u"frmSalaryEdit"_s, u"Edit Salary"_s}})
         Forms::add(name, [name = name, title = title] {
             return std::make_unique<SalaryForm>(name, title);
         });
-    Forms::add(QStringLiteral("frmQuoteRemarks"), [] {
-        return std::make_unique<NoteForm>(QStringLiteral("frmQuoteRemarks"),
-                                          QStringLiteral("Quote Remarks"),
-                                          QStringLiteral("txtRemarks"));
+    Forms::add(u"frmQuoteRemarks"_s, [] {
+        return std::make_unique<NoteForm>(u"frmQuoteRemarks"_s, u"Quote Remarks"_s,
+                                          u"txtRemarks"_s);
     });
-    Forms::add(QStringLiteral("frmQuoteNotes"), [] {
-        return std::make_unique<NoteForm>(QStringLiteral("frmQuoteNotes"),
-                                          QStringLiteral("Quote Notes"),
-                                          QStringLiteral("txtNotes"));
+    Forms::add(u"frmQuoteNotes"_s, [] {
+        return std::make_unique<NoteForm>(u"frmQuoteNotes"_s, u"Quote Notes"_s, u"txtNotes"_s);
     });
 }
 

@@ -4,6 +4,7 @@
 #include "masters/NoteDialog.h"
 #include "platform/controls/DataCombo.h"
 #include "platform/controls/TextField.h"
+#include "platform/values/Literals.h"
 
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -20,41 +21,40 @@ namespace {
 ModuleDescriptor customerModule() {
     ModuleDescriptor module;
     module.formName = QString::fromLatin1(frmCustomer::formName);
-    module.caption = QStringLiteral("Customer");
-    module.moduleWord = QStringLiteral("Customer");
-    module.table = QStringLiteral("Customer");
-    module.keyColumn = QStringLiteral("Custid");
-    module.select = QStringLiteral("SELECT * FROM Customer ORDER BY CustID");
-    module.dataControlName = QStringLiteral("datCustomer");
-    module.modeLabelName = QStringLiteral("lblCustomerMode");
-    module.numberWord = QStringLiteral("Customer");
-    module.findScreen = QStringLiteral("frmCustFind");
-    module.queryScreen = QStringLiteral("frmCustQuery");
-    module.reportModule = QStringLiteral("Customer");
-    module.reportTitle = QStringLiteral("Customer Report");
-    module.reportAllTitle = QStringLiteral("Full Customer Report");
-    module.reportKey = QStringLiteral("Customer.Custid");
-    module.deleteTitle = QStringLiteral("Deleting Customer");
-    module.deleteText =
-        QStringLiteral("Once Deleted, Customer data will be unrecoverable.  Continue?");
+    module.caption = u"Customer"_s;
+    module.moduleWord = u"Customer"_s;
+    module.table = u"Customer"_s;
+    module.keyColumn = u"Custid"_s;
+    module.select = u"SELECT * FROM Customer ORDER BY CustID"_s;
+    module.dataControlName = u"datCustomer"_s;
+    module.modeLabelName = u"lblCustomerMode"_s;
+    module.numberWord = u"Customer"_s;
+    module.findScreen = u"frmCustFind"_s;
+    module.queryScreen = u"frmCustQuery"_s;
+    module.reportModule = u"Customer"_s;
+    module.reportTitle = u"Customer Report"_s;
+    module.reportAllTitle = u"Full Customer Report"_s;
+    module.reportKey = u"Customer.Custid"_s;
+    module.deleteTitle = u"Deleting Customer"_s;
+    module.deleteText = u"Once Deleted, Customer data will be unrecoverable.  Continue?"_s;
     module.deleteButtons = screen::Buttons::OkCancel;
     return module;
 }
 
 CompanyWords customerWords() {
     CompanyWords words;
-    words.nameList = QStringLiteral("dbcCustomer");
-    words.nameListLabel = QStringLiteral("Goto customer &by name:");
-    words.keyField = QStringLiteral("txtCustid");
-    words.keyLabel = QStringLiteral("Customer number:");
-    words.tabsName = QStringLiteral("Customer data");
-    words.nameField = QStringLiteral("txtCustomer");
-    words.deliveryFrame = QStringLiteral("fraDelivery");
-    words.deliveryTitle = QStringLiteral("Delivery");
-    words.termsField = QStringLiteral("dbcTerms");
-    words.termsLabel = QStringLiteral("Terms:");
-    words.nameless = QStringLiteral("Customer Name must be Present!");
-    words.namelessTitle = QStringLiteral("Need Customer Name!");
+    words.nameList = u"dbcCustomer"_s;
+    words.nameListLabel = u"Goto customer &by name:"_s;
+    words.keyField = u"txtCustid"_s;
+    words.keyLabel = u"Customer number:"_s;
+    words.tabsName = u"Customer data"_s;
+    words.nameField = u"txtCustomer"_s;
+    words.deliveryFrame = u"fraDelivery"_s;
+    words.deliveryTitle = u"Delivery"_s;
+    words.termsField = u"dbcTerms"_s;
+    words.termsLabel = u"Terms:"_s;
+    words.nameless = u"Customer Name must be Present!"_s;
+    words.namelessTitle = u"Need Customer Name!"_s;
     return words;
 }
 
@@ -62,9 +62,9 @@ CompanyWords customerWords() {
 
 frmCustomer::frmCustomer() : CompanyModule(customerModule(), customerWords()) {
     makeLayout([this](QTabWidget* tabs) {
-        makeMainTab(screen::tab(tabs, QStringLiteral("&Main")));
-        makeQuoteTab(screen::tab(tabs, QStringLiteral("Quo&te")));
-        makeInvoiceTab(screen::tab(tabs, QStringLiteral("&Invoice")));
+        makeMainTab(screen::tab(tabs, u"&Main"_s));
+        makeQuoteTab(screen::tab(tabs, u"Quo&te"_s));
+        makeInvoiceTab(screen::tab(tabs, u"&Invoice"_s));
     });
     bindColumns();
 }
@@ -79,21 +79,19 @@ void frmCustomer::makeMainTab(QWidget* page) {
     auto* copies = new QHBoxLayout;
     right->addLayout(copies);
     right->addStretch();
-    makeButtons(
-        copies,
-        {{Role::EntryOnly, QStringLiteral("cmdSendtoBill"), QStringLiteral("Copy to Bill Address")},
-         {Role::EntryOnly, QStringLiteral("cmdSendtoShip"), QStringLiteral("Copy to Ship Address")},
-         {Role::EntryOnly, QStringLiteral("Command3"), QStringLiteral("Copy to Invoice Tab")}});
-    on(control<QPushButton>(QStringLiteral("cmdSendtoBill")), &frmCustomer::cmdSendtoBill_Click);
-    on(control<QPushButton>(QStringLiteral("cmdSendtoShip")), &frmCustomer::cmdSendtoShip_Click);
-    on(control<QPushButton>(QStringLiteral("Command3")), &frmCustomer::Command3_Click);
+    makeButtons(copies, {{Role::EntryOnly, u"cmdSendtoBill"_s, u"Copy to Bill Address"_s},
+                         {Role::EntryOnly, u"cmdSendtoShip"_s, u"Copy to Ship Address"_s},
+                         {Role::EntryOnly, u"Command3"_s, u"Copy to Invoice Tab"_s}});
+    on(control<QPushButton>(u"cmdSendtoBill"_s), &frmCustomer::cmdSendtoBill_Click);
+    on(control<QPushButton>(u"cmdSendtoShip"_s), &frmCustomer::cmdSendtoShip_Click);
+    on(control<QPushButton>(u"Command3"_s), &frmCustomer::Command3_Click);
 }
 
 void frmCustomer::makeQuoteTab(QWidget* page) {
     auto* down = new QVBoxLayout(page);
     Fields heads(page, down);
-    txtQHead = heads.text(QStringLiteral("txtQHead"), QStringLiteral("Quote &Header:"), wide(70));
-    txtValid = heads.text(QStringLiteral("txtValid"), QStringLiteral("&Validity:"), wide(70));
+    txtQHead = heads.text(u"txtQHead"_s, u"Quote &Header:"_s, wide(70));
+    txtValid = heads.text(u"txtValid"_s, u"&Validity:"_s, wide(70));
 
     auto* across = new QHBoxLayout;
     down->addLayout(across, 1);
@@ -104,42 +102,35 @@ void frmCustomer::makeQuoteTab(QWidget* page) {
         box->setLayout(inside);
         auto* memo = screen::named(new controls::MemoField(box), QString::fromLatin1(name), title);
         inside->addWidget(memo, 1);
-        makeButtons(inside,
-                    {{Role::Free, QString::fromLatin1(button), QStringLiteral("View/Edit")}});
+        makeButtons(inside, {{Role::Free, QString::fromLatin1(button), u"View/Edit"_s}});
         auto* edit = control<QPushButton>(QString::fromLatin1(button));
-        edit->setAccessibleName(QStringLiteral("View/Edit ") + title);
+        edit->setAccessibleName(u"View/Edit "_s + title);
         on(edit, [memo, dialog] { editNote(dialog, *memo); });
         return memo;
     };
-    txtRemarks = note("fraRemarks", QStringLiteral("Quote Remarks"), "txtRemarks", "Command4",
-                      QStringLiteral("frmQuoteRemarks"));
-    txtNotes = note("fraNotes", QStringLiteral("Quote Notes (internal viewing only)"), "txtNotes",
-                    "Command5", QStringLiteral("frmQuoteNotes"));
+    txtRemarks =
+        note("fraRemarks", u"Quote Remarks"_s, "txtRemarks", "Command4", u"frmQuoteRemarks"_s);
+    txtNotes = note("fraNotes", u"Quote Notes (internal viewing only)"_s, "txtNotes", "Command5",
+                    u"frmQuoteNotes"_s);
 }
 
 void frmCustomer::makeInvoiceTab(QWidget* page) {
     auto* across = new QHBoxLayout(page);
     const auto address = [&](const char* frameName, const QString& title, const QString& prefix) {
         Fields inside(screen::frame(page, across, QString::fromLatin1(frameName), title));
-        return AddressFields::other(inside, prefix, QStringLiteral("Postal"), false);
+        return AddressFields::other(inside, prefix, u"Postal"_s, false);
     };
-    m_bill = address("fraBill", QStringLiteral("Bill To"), QStringLiteral("Bill"));
-    m_ship = address("fraShip", QStringLiteral("Ship To"), QStringLiteral("Ship"));
+    m_bill = address("fraBill", u"Bill To"_s, u"Bill"_s);
+    m_ship = address("fraShip", u"Ship To"_s, u"Ship"_s);
 
-    auto* box = screen::frame(page, across, QStringLiteral("fraInvoiceContact"),
-                              QStringLiteral("Invoice Contact"));
+    auto* box = screen::frame(page, across, u"fraInvoiceContact"_s, u"Invoice Contact"_s);
     Fields contact(box);
-    m_invoice.contact =
-        contact.text(QStringLiteral("txtInContact"), QStringLiteral("C&ontact:"), wide(24));
-    txtInAltContact = contact.text(QStringLiteral("txtInAltContact"),
-                                   QStringLiteral("Alternate contact:"), wide(24));
-    m_invoice.email =
-        contact.text(QStringLiteral("txtInEmail"), QStringLiteral("Emai&l:"), wide(24));
-    m_invoice.phone =
-        contact.text(QStringLiteral("txtInPhone"), QStringLiteral("P&hone:"), wide(20));
-    txtInAltPhone =
-        contact.text(QStringLiteral("txtInAltPhone"), QStringLiteral("Alternate phone:"), wide(20));
-    m_invoice.fax = contact.text(QStringLiteral("txtInFax"), QStringLiteral("&Fax:"), wide(20));
+    m_invoice.contact = contact.text(u"txtInContact"_s, u"C&ontact:"_s, wide(24));
+    txtInAltContact = contact.text(u"txtInAltContact"_s, u"Alternate contact:"_s, wide(24));
+    m_invoice.email = contact.text(u"txtInEmail"_s, u"Emai&l:"_s, wide(24));
+    m_invoice.phone = contact.text(u"txtInPhone"_s, u"P&hone:"_s, wide(20));
+    txtInAltPhone = contact.text(u"txtInAltPhone"_s, u"Alternate phone:"_s, wide(20));
+    m_invoice.fax = contact.text(u"txtInFax"_s, u"&Fax:"_s, wide(20));
     keepTogether(contact);
 }
 
@@ -152,8 +143,8 @@ void frmCustomer::bindColumns() {
     bind("qtevalid", txtValid);
     bind("QteRemark", txtRemarks);
     bind("OurNotes", txtNotes);
-    addAddress(m_bill, QStringLiteral("Bill"));
-    addAddress(m_ship, QStringLiteral("Ship"));
+    addAddress(m_bill, u"Bill"_s);
+    addAddress(m_ship, u"Ship"_s);
     bind("InContact", m_invoice.contact);
     bind("InAltContact", txtInAltContact);
     bind("InEmail", m_invoice.email);
@@ -165,7 +156,7 @@ void frmCustomer::bindColumns() {
 void frmCustomer::newDefaults() {
     CompanyModule::newDefaults();
     const jet::Recordset settings = core::MainDatabase().openRecordset(
-        QStringLiteral("Select * from SystemSettings"), jet::RecordsetType::Snapshot);
+        u"Select * from SystemSettings"_s, jet::RecordsetType::Snapshot);
     if (settings.isEmpty())
         return;
     txtQHead->setText(settings.text(u"qteHeader"));
@@ -173,26 +164,25 @@ void frmCustomer::newDefaults() {
 }
 
 void frmCustomer::tellNeighbours() {
-    core::refreshNeighbours({QStringLiteral("frmjob"), QStringLiteral("frmestimate"),
-                             QStringLiteral("frmspareparts"), QStringLiteral("frmhistory")},
-                            QStringLiteral("Customer"));
+    core::refreshNeighbours({u"frmjob"_s, u"frmestimate"_s, u"frmspareparts"_s, u"frmhistory"_s},
+                            u"Customer"_s);
 }
 
 // Copy buttons
 
 void frmCustomer::cmdSendtoBill_Click() {
-    copyMainAddress(m_bill, QStringLiteral("This will overwrite the bill address information in "
-                                           "the invoice tab. Continue?"));
+    copyMainAddress(m_bill, u"This will overwrite the bill address information in "
+                            "the invoice tab. Continue?"_s);
 }
 
 void frmCustomer::cmdSendtoShip_Click() {
-    copyMainAddress(m_ship, QStringLiteral("This will overwrite the ship address information in "
-                                           "the invoice tab. Continue?"));
+    copyMainAddress(m_ship, u"This will overwrite the ship address information in "
+                            "the invoice tab. Continue?"_s);
 }
 
 void frmCustomer::Command3_Click() {
-    copyContact(m_invoice, QStringLiteral("This will overwrite the contact information in the "
-                                          "invoice tab. Continue?"));
+    copyContact(m_invoice, u"This will overwrite the contact information in the "
+                           "invoice tab. Continue?"_s);
 }
 
 } // namespace masters

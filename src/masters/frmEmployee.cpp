@@ -5,6 +5,7 @@
 #include "masters/SalaryDialogs.h"
 #include "platform/screen/Forms.h"
 #include "platform/values/Clock.h"
+#include "platform/values/Literals.h"
 #include "platform/values/Numbers.h"
 
 #include <QCheckBox>
@@ -28,47 +29,45 @@ using screen::MsgBox;
 namespace {
 
 const QStringList& statuses() {
-    static const QStringList list{QStringLiteral("Active"), QStringLiteral("Suspended"),
-                                  QStringLiteral("Terminated")};
+    static const QStringList list{u"Active"_s, u"Suspended"_s, u"Terminated"_s};
     return list;
 }
 
 /// What an asked-for status adds to the select of rows or names.
 QString displayed(const QString& select, const QString& status, const QString& order) {
     const QString where = statuses().contains(status)
-                              ? QStringLiteral(" where empstatus = '") + status + QLatin1Char('\'')
+                              ? u" where empstatus = '"_s + status + QLatin1Char('\'')
                               : QString();
-    return select + where + QStringLiteral(" order by ") + order;
+    return select + where + u" order by "_s + order;
 }
 
 QString employeeSelect(const QString& status, bool byName) {
-    return displayed(QStringLiteral("Select * from Employee"), status,
-                     byName ? QStringLiteral("lastname, firstname") : QStringLiteral("EmpID"));
+    return displayed(u"Select * from Employee"_s, status,
+                     byName ? u"lastname, firstname"_s : u"EmpID"_s);
 }
 
 QString nameSelect(const QString& status, bool byName) {
-    return displayed(
-        QStringLiteral("Select (LastName + ' , ' + FirstName) as [Name], EmpId from Employee"),
-        status, byName ? QStringLiteral("lastname, firstname") : QStringLiteral("Name"));
+    return displayed(u"Select (LastName + ' , ' + FirstName) as [Name], EmpId from Employee"_s,
+                     status, byName ? u"lastname, firstname"_s : u"Name"_s);
 }
 
 ModuleDescriptor employeeModule() {
     ModuleDescriptor module;
     module.formName = QString::fromLatin1(frmEmployee::formName);
-    module.caption = QStringLiteral("Employee");
-    module.moduleWord = QStringLiteral("Employee");
-    module.table = QStringLiteral("Employee");
-    module.keyColumn = QStringLiteral("EmpID");
-    module.select = employeeSelect(QStringLiteral("All"), false);
-    module.dataControlName = QStringLiteral("datEmployee");
-    module.modeLabelName = QStringLiteral("lblEmployeeMode");
-    module.numberWord = QStringLiteral("Employee");
-    module.findScreen = QStringLiteral("frmEmpFind");
-    module.queryScreen = QStringLiteral("frmEmpQuery");
-    module.reportModule = QStringLiteral("Employee");
-    module.reportTitle = QStringLiteral("Employee Report");
-    module.reportAllTitle = QStringLiteral("Full Employee Report");
-    module.reportKey = QStringLiteral("Employee.Empid");
+    module.caption = u"Employee"_s;
+    module.moduleWord = u"Employee"_s;
+    module.table = u"Employee"_s;
+    module.keyColumn = u"EmpID"_s;
+    module.select = employeeSelect(u"All"_s, false);
+    module.dataControlName = u"datEmployee"_s;
+    module.modeLabelName = u"lblEmployeeMode"_s;
+    module.numberWord = u"Employee"_s;
+    module.findScreen = u"frmEmpFind"_s;
+    module.queryScreen = u"frmEmpQuery"_s;
+    module.reportModule = u"Employee"_s;
+    module.reportTitle = u"Employee Report"_s;
+    module.reportAllTitle = u"Full Employee Report"_s;
+    module.reportKey = u"Employee.Empid"_s;
     return module;
 }
 
@@ -89,38 +88,34 @@ frmEmployee::frmEmployee() : RecordModule(employeeModule()) {
     layout->addLayout(top);
     makeHead(top);
 
-    m_tabs = screen::named(new QTabWidget(this), QStringLiteral("SSTab1"),
-                           QStringLiteral("Employee data"));
+    m_tabs = screen::named(new QTabWidget(this), u"SSTab1"_s, u"Employee data"_s);
     layout->addWidget(m_tabs, 1);
-    makePersonalTab(screen::tab(m_tabs, QStringLiteral("&Personal")));
-    makeEmploymentTab(screen::tab(m_tabs, QStringLiteral("E&mployment")));
+    makePersonalTab(screen::tab(m_tabs, u"&Personal"_s));
+    makeEmploymentTab(screen::tab(m_tabs, u"E&mployment"_s));
     bindColumns();
 
     std::vector<ModuleButton> buttons = standardButtons();
     for (ModuleButton& button : buttons) {
         if (button.role == Role::Delete)
-            button = {Role::BrowseOnly, QStringLiteral("cmdHistory"), QStringLiteral("Salar&y")};
+            button = {Role::BrowseOnly, u"cmdHistory"_s, u"Salar&y"_s};
     }
     makeFoot(layout, buttons);
-    on(control<QPushButton>(QStringLiteral("cmdHistory")), &frmEmployee::cmdHistory_Click);
+    on(control<QPushButton>(u"cmdHistory"_s), &frmEmployee::cmdHistory_Click);
 }
 
 void frmEmployee::makeHead(QBoxLayout* inside) {
     Fields head(this, inside);
-    cboDisplay =
-        head.dataCombo(QStringLiteral("cboDisplay"), QStringLiteral("D&isplay:"), wide(12));
-    cboDisplay->setItems(QStringList(QStringLiteral("All")) + statuses());
+    cboDisplay = head.dataCombo(u"cboDisplay"_s, u"D&isplay:"_s, wide(12));
+    cboDisplay->setItems(QStringList(u"All"_s) + statuses());
     cboDisplay->setText(m_display);
     head.nextColumn();
-    dbcEmployee = head.dataCombo(QStringLiteral("dbcEmployee"),
-                                 QStringLiteral("Goto employee &by name:"), wide(32));
+    dbcEmployee = head.dataCombo(u"dbcEmployee"_s, u"Goto employee &by name:"_s, wide(32));
     head.nextColumn();
-    txtEmpid = head.text(QStringLiteral("txtEmpid"), QStringLiteral("Employee number:"), wide(8));
+    txtEmpid = head.text(u"txtEmpid"_s, u"Employee number:"_s, wide(8));
     inside->addStretch();
     inside->addWidget(modeLabel());
     bindKey(txtEmpid);
-    bindNameList(dbcEmployee, nameSelect(m_display, false), QStringLiteral("Name"),
-                 QStringLiteral("EmpId"));
+    bindNameList(dbcEmployee, nameSelect(m_display, false), u"Name"_s, u"EmpId"_s);
 
     connect(cboDisplay->lineEdit(), &QLineEdit::textEdited, this,
             [this] { m_displayTyped = true; });
@@ -145,75 +140,63 @@ void frmEmployee::makeHead(QBoxLayout* inside) {
 
 void frmEmployee::makePersonalTab(QWidget* page) {
     auto* across = new QHBoxLayout(page);
-    Fields name(
-        screen::frame(page, across, QStringLiteral("fraName"), QStringLiteral("Name and Address")));
-    txtFirstName =
-        name.text(QStringLiteral("txtFirstName"), QStringLiteral("&First name:"), wide(36));
-    txtLastName = name.text(QStringLiteral("txtLastName"), QStringLiteral("&Last name:"), wide(36));
+    Fields name(screen::frame(page, across, u"fraName"_s, u"Name and Address"_s));
+    txtFirstName = name.text(u"txtFirstName"_s, u"&First name:"_s, wide(36));
+    txtLastName = name.text(u"txtLastName"_s, u"&Last name:"_s, wide(36));
     m_address = AddressFields::main(name);
 
     auto* right = new QVBoxLayout;
     across->addLayout(right, 1);
-    Fields person(
-        screen::frame(page, right, QStringLiteral("fraPerson"), QStringLiteral("Person")));
-    etxtPhone = person.text(QStringLiteral("etxtPhone"), QStringLiteral("P&hone:"), wide(20));
-    cboMarried =
-        person.dataCombo(QStringLiteral("cboMarried"), QStringLiteral("Marital status:"), wide(14));
-    cboMarried->setItems({QStringLiteral("Single"), QStringLiteral("Married"),
-                          QStringLiteral("Divorced"), QStringLiteral("Widowed")});
-    mskSSN = person.text(QStringLiteral("mskSSN"), QStringLiteral("S.S.N.:"), wide(14));
-    mskSSN->setInputMask(QStringLiteral("000-00-0000;_"));
-    txtCSSN =
-        person.text(QStringLiteral("txtCSSN"), QStringLiteral("Identification Number:"), wide(20));
-    etxtBday = person.date(QStringLiteral("etxtBday"), QStringLiteral("Birth &date:"));
+    Fields person(screen::frame(page, right, u"fraPerson"_s, u"Person"_s));
+    etxtPhone = person.text(u"etxtPhone"_s, u"P&hone:"_s, wide(20));
+    cboMarried = person.dataCombo(u"cboMarried"_s, u"Marital status:"_s, wide(14));
+    cboMarried->setItems({u"Single"_s, u"Married"_s, u"Divorced"_s, u"Widowed"_s});
+    mskSSN = person.text(u"mskSSN"_s, u"S.S.N.:"_s, wide(14));
+    mskSSN->setInputMask(u"000-00-0000;_"_s);
+    txtCSSN = person.text(u"txtCSSN"_s, u"Identification Number:"_s, wide(20));
+    etxtBday = person.date(u"etxtBday"_s, u"Birth &date:"_s);
     Fields notes(page, right);
-    txtNotes = notes.memo(QStringLiteral("txtNotes"), QStringLiteral("Notes:"), 6);
+    txtNotes = notes.memo(u"txtNotes"_s, u"Notes:"_s, 6);
 }
 
 void frmEmployee::makeEmploymentTab(QWidget* page) {
     auto* across = new QHBoxLayout(page);
-    Fields job(screen::frame(page, across, QStringLiteral("fraJob"), QStringLiteral("Employment")));
-    txtPosition =
-        job.dataCombo(QStringLiteral("txtPosition"), QStringLiteral("P&osition:"), wide(14));
-    txtPosition->setItems({QStringLiteral("Supervisor"), QStringLiteral("Employee")});
-    txtTitle = job.text(QStringLiteral("txtTitle"), QStringLiteral("&Title:"), wide(36));
-    cboStatus = job.listCombo(QStringLiteral("cboStatus"), QStringLiteral("Stat&us:"));
+    Fields job(screen::frame(page, across, u"fraJob"_s, u"Employment"_s));
+    txtPosition = job.dataCombo(u"txtPosition"_s, u"P&osition:"_s, wide(14));
+    txtPosition->setItems({u"Supervisor"_s, u"Employee"_s});
+    txtTitle = job.text(u"txtTitle"_s, u"&Title:"_s, wide(36));
+    cboStatus = job.listCombo(u"cboStatus"_s, u"Stat&us:"_s);
     for (const QString& status : statuses())
         cboStatus->addRow(status);
-    dbcShift = job.dataCombo(QStringLiteral("dbcShift"), QStringLiteral("Wor&k shift:"), wide(24));
+    dbcShift = job.dataCombo(u"dbcShift"_s, u"Wor&k shift:"_s, wide(24));
     dbcShift->setTypingAllowed(false);
-    chkMJob = job.check(QStringLiteral("chkMJob"), QStringLiteral("Allowed Multiple Jobs ?"));
-    chkLocate = job.check(QStringLiteral("chkLocate"), QStringLiteral("Allowed Locate?"));
-    etxtHDate = job.date(QStringLiteral("etxtHDate"), QStringLiteral("&Hire date:"));
-    etxtEDate = job.date(QStringLiteral("etxtEDate"), QStringLiteral("Entry &date:"));
-    etxtTDate = job.date(QStringLiteral("etxtTDate"), QStringLiteral("Termination date:"));
+    chkMJob = job.check(u"chkMJob"_s, u"Allowed Multiple Jobs ?"_s);
+    chkLocate = job.check(u"chkLocate"_s, u"Allowed Locate?"_s);
+    etxtHDate = job.date(u"etxtHDate"_s, u"&Hire date:"_s);
+    etxtEDate = job.date(u"etxtEDate"_s, u"Entry &date:"_s);
+    etxtTDate = job.date(u"etxtTDate"_s, u"Termination date:"_s);
     keepTogether(job);
     on(txtPosition->changed, &frmEmployee::txtPosition_Change);
     on(cboStatus->changed, &frmEmployee::cboStatus_Change);
 
     auto* right = new QVBoxLayout;
     across->addLayout(right, 1);
-    const QString money = core::moneyMask(QStringLiteral("###,##0.00"));
-    Fields pay(screen::frame(page, right, QStringLiteral("fraPay"), QStringLiteral("Salary")));
-    txtStartPay =
-        pay.currency(QStringLiteral("txtStartPay"), QStringLiteral("Starting pay:"), money);
-    txtCurrPay = pay.currency(QStringLiteral("txtCurrPay"), QStringLiteral("Current pay:"), money);
-    txtNewSalary =
-        pay.text(QStringLiteral("txtNewSalary"), QStringLiteral("Pay of a new employee:"),
-                 {.limit = 12, .filter = values::keys::decimal(), .characters = 12});
+    const QString money = core::moneyMask(u"###,##0.00"_s);
+    Fields pay(screen::frame(page, right, u"fraPay"_s, u"Salary"_s));
+    txtStartPay = pay.currency(u"txtStartPay"_s, u"Starting pay:"_s, money);
+    txtCurrPay = pay.currency(u"txtCurrPay"_s, u"Current pay:"_s, money);
+    txtNewSalary = pay.text(u"txtNewSalary"_s, u"Pay of a new employee:"_s,
+                            {.limit = 12, .filter = values::keys::decimal(), .characters = 12});
     pay.nextColumn();
-    txtStartFreq =
-        pay.text(QStringLiteral("txtStartFreq"), QStringLiteral("Starting frequency:"), wide(12));
-    txtCurrFreq =
-        pay.text(QStringLiteral("txtCurrFreq"), QStringLiteral("Current frequency:"), wide(12));
-    cboNewFreq = pay.listCombo(QStringLiteral("cboNewFreq"), QStringLiteral("Frequency:"));
+    txtStartFreq = pay.text(u"txtStartFreq"_s, u"Starting frequency:"_s, wide(12));
+    txtCurrFreq = pay.text(u"txtCurrFreq"_s, u"Current frequency:"_s, wide(12));
+    cboNewFreq = pay.listCombo(u"cboNewFreq"_s, u"Frequency:"_s);
     for (const QString& frequency : salaryFrequencies())
         cboNewFreq->addRow(frequency);
-    Fields tax(screen::frame(page, right, QStringLiteral("fraExemptions"),
-                             QStringLiteral("Tax Exemptions")));
-    txtEState = tax.text(QStringLiteral("txtEState"), QStringLiteral("State:"), wide(6));
-    txtEFederal = tax.text(QStringLiteral("txtEFederal"), QStringLiteral("&Federal:"), wide(6));
-    txtEOther = tax.text(QStringLiteral("txtEOther"), QStringLiteral("Other:"), wide(6));
+    Fields tax(screen::frame(page, right, u"fraExemptions"_s, u"Tax Exemptions"_s));
+    txtEState = tax.text(u"txtEState"_s, u"State:"_s, wide(6));
+    txtEFederal = tax.text(u"txtEFederal"_s, u"&Federal:"_s, wide(6));
+    txtEOther = tax.text(u"txtEOther"_s, u"Other:"_s, wide(6));
     right->addStretch();
 }
 
@@ -252,8 +235,8 @@ void frmEmployee::bindColumns() {
     bind("Position", txtPosition);
     bind("Title", txtTitle);
     bind("EmpStatus", cboStatus);
-    fields().bind(QStringLiteral("multijobs"), chkMJob);
-    fields().bind(QStringLiteral("locateflag"), chkLocate);
+    fields().bind(u"multijobs"_s, chkMJob);
+    fields().bind(u"locateflag"_s, chkLocate);
     bindAs(
         "shiftsid", dbcShift,
         [this](const jet::Value& value) { dbcShift->setBoundText(value.toText()); },
@@ -277,10 +260,9 @@ void frmEmployee::openLookups() {
 
 void frmEmployee::fillShifts() {
     const QString chosen = dbcShift->boundText();
-    dbcShift->setRows(
-        core::MainDatabase().openRecordset(QStringLiteral("SELECT * FROM shifts ORDER BY id"),
-                                           jet::RecordsetType::Snapshot),
-        QStringLiteral("Description"), QStringLiteral("ID"));
+    dbcShift->setRows(core::MainDatabase().openRecordset(u"SELECT * FROM shifts ORDER BY id"_s,
+                                                         jet::RecordsetType::Snapshot),
+                      u"Description"_s, u"ID"_s);
     // The chosen one may have another name now.
     if (!chosen.isEmpty())
         dbcShift->setBoundText(chosen);
@@ -301,8 +283,7 @@ bool frmEmployee::isAll() const {
 }
 
 void frmEmployee::tellNoRecords() {
-    MsgBox(QStringLiteral("No Records Available"), Buttons::Ok, Icon::Information,
-           QStringLiteral("No Records"));
+    MsgBox(u"No Records Available"_s, Buttons::Ok, Icon::Information, u"No Records"_s);
 }
 
 void frmEmployee::offerFirstRecord() {
@@ -361,7 +342,7 @@ void frmEmployee::showRecord() {
 }
 
 void frmEmployee::newDefaults() {
-    cboStatus->setText(QStringLiteral("Active"));
+    cboStatus->setText(u"Active"_s);
 }
 
 void frmEmployee::txtPosition_Change() {
@@ -426,13 +407,12 @@ bool frmEmployee::validate() {
         return false;
     }
     if (!txtNewSalary->text().isEmpty() && !values::isNumeric(txtNewSalary->text())) {
-        complainAt(txtNewSalary,
-                   QStringLiteral("You must enter a Decimal Dollar value for Amount!"), {});
+        complainAt(txtNewSalary, u"You must enter a Decimal Dollar value for Amount!"_s, {});
         return false;
     }
     for (controls::DateField* date : {etxtBday, etxtHDate, etxtEDate, etxtTDate}) {
         if (!date->isValid()) {
-            complainAt(date, QStringLiteral("Please enter a date as month/day/year!"), {});
+            complainAt(date, u"Please enter a date as month/day/year!"_s, {});
             return false;
         }
     }
@@ -461,7 +441,7 @@ void frmEmployee::alsoWrite(qint64 key, bool adding) {
 }
 
 void frmEmployee::tellNeighbours() {
-    core::refreshNeighbours({QStringLiteral("frmTM")}, QStringLiteral("Employee"));
+    core::refreshNeighbours({u"frmTM"_s}, u"Employee"_s);
 }
 
 void frmEmployee::cmdHistory_Click() {
@@ -469,7 +449,7 @@ void frmEmployee::cmdHistory_Click() {
         offerFirstRecord();
         return;
     }
-    const auto history = screen::Forms::dialog<SalaryHistoryDialog>(QStringLiteral("frmEmpSalary"));
+    const auto history = screen::Forms::dialog<SalaryHistoryDialog>(u"frmEmpSalary"_s);
     history->begin(currentKey());
     history.form().showModal();
     records().refreshRow();

@@ -3,6 +3,7 @@
 #include "masters/AddressFields.h"
 #include "masters/EmployeeChecks.h"
 #include "masters/RecordModule.h"
+#include "platform/values/Literals.h"
 
 class QCheckBox;
 class QTabWidget;
@@ -54,7 +55,7 @@ class frmEmployee : public RecordModule {
 
     QTabWidget* m_tabs;
     controls::DataCombo* cboDisplay;
-    QString m_display = QStringLiteral("All"); ///< the status that the rows are of
+    QString m_display = u"All"_s; ///< the status that the rows are of
     bool m_displayTyped = false;
 
     controls::DataCombo* dbcEmployee;

@@ -2,6 +2,7 @@
 
 #include "core/MirsaMain.h"
 #include "platform/screen/Pointer.h"
+#include "platform/values/Literals.h"
 #include "platform/values/Text.h"
 
 #include <QCheckBox>
@@ -23,41 +24,40 @@ namespace {
 ModuleDescriptor vendorModule() {
     ModuleDescriptor module;
     module.formName = QString::fromLatin1(frmVendor::formName);
-    module.caption = QStringLiteral("Vendor/Contractor");
-    module.moduleWord = QStringLiteral("Vendor");
-    module.table = QStringLiteral("Vendor");
-    module.keyColumn = QStringLiteral("VendID");
-    module.select = QStringLiteral("SELECT * FROM Vendor ORDER BY VendID");
-    module.dataControlName = QStringLiteral("datVendor");
-    module.modeLabelName = QStringLiteral("lblVendorMode");
-    module.numberWord = QStringLiteral("Vendor");
-    module.findScreen = QStringLiteral("frmVendFind");
-    module.queryScreen = QStringLiteral("frmVendQuery");
-    module.reportModule = QStringLiteral("Vendor");
-    module.reportTitle = QStringLiteral("Vendor Report");
-    module.reportAllTitle = QStringLiteral("Full Vendor Report");
-    module.reportKey = QStringLiteral("Vendor.Vendid");
-    module.deleteTitle = QStringLiteral("Delete");
-    module.deleteText =
-        QStringLiteral("Once Deleted, Vendor data will be unrecoverable.  Continue?");
+    module.caption = u"Vendor/Contractor"_s;
+    module.moduleWord = u"Vendor"_s;
+    module.table = u"Vendor"_s;
+    module.keyColumn = u"VendID"_s;
+    module.select = u"SELECT * FROM Vendor ORDER BY VendID"_s;
+    module.dataControlName = u"datVendor"_s;
+    module.modeLabelName = u"lblVendorMode"_s;
+    module.numberWord = u"Vendor"_s;
+    module.findScreen = u"frmVendFind"_s;
+    module.queryScreen = u"frmVendQuery"_s;
+    module.reportModule = u"Vendor"_s;
+    module.reportTitle = u"Vendor Report"_s;
+    module.reportAllTitle = u"Full Vendor Report"_s;
+    module.reportKey = u"Vendor.Vendid"_s;
+    module.deleteTitle = u"Delete"_s;
+    module.deleteText = u"Once Deleted, Vendor data will be unrecoverable.  Continue?"_s;
     return module;
 }
 
 CompanyWords vendorWords() {
     CompanyWords words;
-    words.nameList = QStringLiteral("dbcVendor");
-    words.nameListLabel = QStringLiteral("Goto vendor &by name:");
-    words.keyField = QStringLiteral("txtVendID");
-    words.keyLabel = QStringLiteral("Vendor number:");
-    words.tabsName = QStringLiteral("Vendor data");
-    words.nameField = QStringLiteral("txtVendor");
-    words.deliveryFrame = QStringLiteral("fraPurchasing");
-    words.deliveryTitle = QStringLiteral("Purchasing");
-    words.termsField = QStringLiteral("txtTerms");
-    words.termsLabel = QStringLiteral("&Terms:");
-    words.settingsPrefix = QStringLiteral("v");
-    words.nameless = QStringLiteral("Vendor Name must be Present!");
-    words.namelessTitle = QStringLiteral("Need Vendor Name!");
+    words.nameList = u"dbcVendor"_s;
+    words.nameListLabel = u"Goto vendor &by name:"_s;
+    words.keyField = u"txtVendID"_s;
+    words.keyLabel = u"Vendor number:"_s;
+    words.tabsName = u"Vendor data"_s;
+    words.nameField = u"txtVendor"_s;
+    words.deliveryFrame = u"fraPurchasing"_s;
+    words.deliveryTitle = u"Purchasing"_s;
+    words.termsField = u"txtTerms"_s;
+    words.termsLabel = u"&Terms:"_s;
+    words.settingsPrefix = u"v"_s;
+    words.nameless = u"Vendor Name must be Present!"_s;
+    words.namelessTitle = u"Need Vendor Name!"_s;
     return words;
 }
 
@@ -65,8 +65,8 @@ CompanyWords vendorWords() {
 
 frmVendor::frmVendor() : CompanyModule(vendorModule(), vendorWords()) {
     makeLayout([this](QTabWidget* tabs) {
-        makeMainTab(screen::tab(tabs, QStringLiteral("&Main")));
-        makeBillTab(screen::tab(tabs, QStringLiteral("B&ill To")));
+        makeMainTab(screen::tab(tabs, u"&Main"_s));
+        makeBillTab(screen::tab(tabs, u"B&ill To"_s));
     });
     bindColumns();
 }
@@ -76,8 +76,7 @@ void frmVendor::makeMainTab(QWidget* page) {
     auto* left = new QVBoxLayout;
     across->addLayout(left);
     makeMainAddress(page, left);
-    chkCotr = screen::named(new QCheckBox(QStringLiteral("O&utside Contractor"), page),
-                            QStringLiteral("chkCotr"));
+    chkCotr = screen::named(new QCheckBox(u"O&utside Contractor"_s, page), u"chkCotr"_s);
     left->addWidget(chkCotr);
     left->addStretch();
 
@@ -85,35 +84,31 @@ void frmVendor::makeMainTab(QWidget* page) {
     across->addLayout(right, 1);
     makeContact(page, right);
     Fields notes(page, right);
-    txtVnote = notes.memo(QStringLiteral("txtVnote"), QStringLiteral("Notes:"), 5);
+    txtVnote = notes.memo(u"txtVnote"_s, u"Notes:"_s, 5);
 
     auto* copies = new QHBoxLayout;
     right->addLayout(copies);
-    makeButtons(
-        copies,
-        {{Role::EntryOnly, QStringLiteral("cmdSendtoBill"), QStringLiteral("Copy to Bill Address")},
-         {Role::EntryOnly, QStringLiteral("Command3"), QStringLiteral("Copy to Bill Contact")}});
-    on(control<QPushButton>(QStringLiteral("cmdSendtoBill")), &frmVendor::cmdSendtoBill_Click);
-    on(control<QPushButton>(QStringLiteral("Command3")), &frmVendor::Command3_Click);
+    makeButtons(copies, {{Role::EntryOnly, u"cmdSendtoBill"_s, u"Copy to Bill Address"_s},
+                         {Role::EntryOnly, u"Command3"_s, u"Copy to Bill Contact"_s}});
+    on(control<QPushButton>(u"cmdSendtoBill"_s), &frmVendor::cmdSendtoBill_Click);
+    on(control<QPushButton>(u"Command3"_s), &frmVendor::Command3_Click);
 }
 
 void frmVendor::makeBillTab(QWidget* page) {
     auto* across = new QHBoxLayout(page);
-    Fields address(
-        screen::frame(page, across, QStringLiteral("fraBill"), QStringLiteral("Bill To")));
-    m_bill = AddressFields::other(address, QStringLiteral("Bill"), QStringLiteral("Zip"), true);
+    Fields address(screen::frame(page, across, u"fraBill"_s, u"Bill To"_s));
+    m_bill = AddressFields::other(address, u"Bill"_s, u"Zip"_s, true);
 
-    Fields contact(screen::frame(page, across, QStringLiteral("fraBillContact"),
-                                 QStringLiteral("Bill To Contact")));
+    Fields contact(screen::frame(page, across, u"fraBillContact"_s, u"Bill To Contact"_s));
     const auto text = [&contact](const char* name, const QString& label, int width) {
         return contact.text(QString::fromLatin1(name), label, wide(width));
     };
-    m_billContact.contact = text("txtBillContact", QStringLiteral("C&ontact:"), 30);
-    m_billContact.phone = text("txtBillPhone", QStringLiteral("P&hone:"), 20);
-    m_billContact.fax = text("txtBillFax", QStringLiteral("&Fax:"), 20);
-    m_billContact.email = text("txtBillEmail", QStringLiteral("Emai&l:"), 30);
-    txtAltContact = text("txtAltContact", QStringLiteral("Alternate contact:"), 30);
-    txtAltPhone = text("txtAltPhone", QStringLiteral("Alternate phone:"), 20);
+    m_billContact.contact = text("txtBillContact", u"C&ontact:"_s, 30);
+    m_billContact.phone = text("txtBillPhone", u"P&hone:"_s, 20);
+    m_billContact.fax = text("txtBillFax", u"&Fax:"_s, 20);
+    m_billContact.email = text("txtBillEmail", u"Emai&l:"_s, 30);
+    txtAltContact = text("txtAltContact", u"Alternate contact:"_s, 30);
+    txtAltPhone = text("txtAltPhone", u"Alternate phone:"_s, 20);
     keepTogether(contact);
 }
 
@@ -123,8 +118,8 @@ void frmVendor::bindColumns() {
     };
     bindCompany();
     bind("OurNotes", txtVnote);
-    fields().bind(QStringLiteral("cotr"), chkCotr);
-    addAddress(m_bill, QStringLiteral("Bill"));
+    fields().bind(u"cotr"_s, chkCotr);
+    addAddress(m_bill, u"Bill"_s);
     bind("BillContact", m_billContact.contact);
     bind("BillPhone", m_billContact.phone);
     bind("BillFax", m_billContact.fax);
@@ -138,10 +133,10 @@ void frmVendor::alsoWrite(qint64 key, bool adding) {
         return;
     const QString name = values::quoted(m_name->text());
     const QString number = QString::number(key);
-    core::MainDatabase().execute(QStringLiteral("UPDATE POVendor SET Company = '") + name +
-                                 QStringLiteral("' WHERE VendorID = ") + number);
-    core::MainDatabase().execute(QStringLiteral("UPDATE RFQVendor SET Company = '") + name +
-                                 QStringLiteral("' WHERE VendorID = ") + number);
+    core::MainDatabase().execute(u"UPDATE POVendor SET Company = '"_s + name +
+                                 u"' WHERE VendorID = "_s + number);
+    core::MainDatabase().execute(u"UPDATE RFQVendor SET Company = '"_s + name +
+                                 u"' WHERE VendorID = "_s + number);
 }
 
 bool frmVendor::mayDelete() {
@@ -150,36 +145,34 @@ bool frmVendor::mayDelete() {
         jet::Database& database = core::MainDatabase();
         const QString number = QString::number(currentKey());
         const bool related =
-            database.hasRows(QStringLiteral("SELECT * FROM timelog WHERE cotrno=") + number) ||
-            database.hasRows(QStringLiteral("SELECT * FROM povendor WHERE vendorid=") + number) ||
-            database.hasRows(QStringLiteral("SELECT * FROM rfqvendor WHERE vendorid=") + number);
+            database.hasRows(u"SELECT * FROM timelog WHERE cotrno="_s + number) ||
+            database.hasRows(u"SELECT * FROM povendor WHERE vendorid="_s + number) ||
+            database.hasRows(u"SELECT * FROM rfqvendor WHERE vendorid="_s + number);
         if (!related)
             return true;
     }
-    MsgBox(QStringLiteral("This Vendor has related records in one of the following: RFQ; Job; "
-                          "Timelog. It cannot be deleted!"),
+    MsgBox(u"This Vendor has related records in one of the following: RFQ; Job; "
+           "Timelog. It cannot be deleted!"_s,
            Buttons::Ok, Icon::Exclamation);
     return false;
 }
 
 void frmVendor::deleteRows(qint64 key) {
-    core::MainDatabase().execute(QStringLiteral("DELETE FROM vendor WHERE vendid =") +
-                                 QString::number(key));
+    core::MainDatabase().execute(u"DELETE FROM vendor WHERE vendid ="_s + QString::number(key));
 }
 
 void frmVendor::tellNeighbours() {
-    core::refreshNeighbours({QStringLiteral("frmPO"), QStringLiteral("frmRFQ")},
-                            QStringLiteral("Vendor"));
+    core::refreshNeighbours({u"frmPO"_s, u"frmRFQ"_s}, u"Vendor"_s);
 }
 
 void frmVendor::cmdSendtoBill_Click() {
-    copyMainAddress(m_bill, QStringLiteral("This will overwrite the bill address information in "
-                                           "the Bill To tab. Continue?"));
+    copyMainAddress(m_bill, u"This will overwrite the bill address information in "
+                            "the Bill To tab. Continue?"_s);
 }
 
 void frmVendor::Command3_Click() {
-    copyContact(m_billContact, QStringLiteral("This will overwrite the contact information in the "
-                                              "Bill To tab. Continue?"));
+    copyContact(m_billContact, u"This will overwrite the contact information in the "
+                               "Bill To tab. Continue?"_s);
 }
 
 } // namespace masters

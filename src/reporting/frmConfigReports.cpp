@@ -3,6 +3,7 @@
 #include "core/MirsaMain.h"
 #include "platform/screen/Forms.h"
 #include "platform/screen/Layout.h"
+#include "platform/values/Literals.h"
 #include "reporting/ReportCatalogue.h"
 #include "reporting/ReportDialogs.h"
 
@@ -20,32 +21,27 @@ namespace {
 enum Column { Name, Description, Oem, Default };
 }
 
-frmConfigReports::frmConfigReports()
-    : Form(QString::fromLatin1(formName), QStringLiteral("Configure Reports")) {
+frmConfigReports::frmConfigReports() : Form(QString::fromLatin1(formName), u"Configure Reports"_s) {
     auto* outside = new QVBoxLayout(this);
     auto* head = new QWidget(this);
     outside->addWidget(head);
     screen::Fields fields(head);
-    dbcRtype = fields.listCombo(QStringLiteral("dbcRtype"), QStringLiteral("Report &Type"));
+    dbcRtype = fields.listCombo(u"dbcRtype"_s, u"Report &Type"_s);
 
-    sprReport = screen::named(new controls::Grid(this), QStringLiteral("sprReport"),
-                              QStringLiteral("Reports"));
+    sprReport = screen::named(new controls::Grid(this), u"sprReport"_s, u"Reports"_s);
     using Kind = controls::GridColumn::Kind;
-    sprReport->setColumns({{QStringLiteral("Name"), 28},
-                           {QStringLiteral("Description"), 48},
-                           {QStringLiteral("OEM"), 6, Kind::Number},
-                           {QStringLiteral("Default"), 8}});
+    sprReport->setColumns(
+        {{u"Name"_s, 28}, {u"Description"_s, 48}, {u"OEM"_s, 6, Kind::Number}, {u"Default"_s, 8}});
     sprReport->setLocked(true);
     sprReport->setMinimumSize(680, 240);
     outside->addWidget(sprReport, 1);
 
     screen::ButtonBar bar(this, outside);
-    QPushButton* cmdDefault =
-        bar.button(QStringLiteral("cmdDefault"), QStringLiteral("&Set as Default"));
-    QPushButton* cmdAdd = bar.button(QStringLiteral("cmdAdd"), QStringLiteral("&Import"));
-    QPushButton* cmdRemove = bar.button(QStringLiteral("cmdRemove"), QStringLiteral("&Remove"));
+    QPushButton* cmdDefault = bar.button(u"cmdDefault"_s, u"&Set as Default"_s);
+    QPushButton* cmdAdd = bar.button(u"cmdAdd"_s, u"&Import"_s);
+    QPushButton* cmdRemove = bar.button(u"cmdRemove"_s, u"&Remove"_s);
     bar.stretch();
-    QPushButton* cmdClose = bar.button(QStringLiteral("cmdClose"), QStringLiteral("&Close"));
+    QPushButton* cmdClose = bar.button(u"cmdClose"_s, u"&Close"_s);
     setCancelButton(cmdClose);
     on(dbcRtype->chosen, &frmConfigReports::dbcRtype_Change);
     on(cmdDefault, &frmConfigReports::cmdDefault_Click);
@@ -67,7 +63,7 @@ void frmConfigReports::dbcRtype_Change() {
     std::vector<QStringList> shown;
     for (; !rows.eof(); rows.moveNext()) {
         shown.push_back({rows.text(u"Name"), rows.text(u"Description"), rows.text(u"OEM"),
-                         rows[u"Default"].toBool() ? QStringLiteral("Yes") : QString()});
+                         rows[u"Default"].toBool() ? u"Yes"_s : QString()});
     }
     sprReport->setRows(std::move(shown));
 }
@@ -80,12 +76,10 @@ QString frmConfigReports::selectedName() const {
 void frmConfigReports::cmdDefault_Click() {
     const QString name = selectedName();
     if (name.isEmpty()) {
-        MsgBox(QStringLiteral("Nothing Selected!."), Buttons::Ok, Icon::Exclamation,
-               QStringLiteral("Error"));
+        MsgBox(u"Nothing Selected!."_s, Buttons::Ok, Icon::Exclamation, u"Error"_s);
         return;
     }
-    if (MsgBox(QStringLiteral("Set ") + name + QStringLiteral(" As Default for ") +
-                   dbcRtype->text() + u'?',
+    if (MsgBox(u"Set "_s + name + u" As Default for "_s + dbcRtype->text() + u'?',
                Buttons::OkCancel, Icon::Question) != Answer::Ok)
         return;
     makeDefault(core::MainDatabase(), dbcRtype->text(), name);
@@ -95,28 +89,25 @@ void frmConfigReports::cmdDefault_Click() {
 void frmConfigReports::cmdRemove_Click() {
     const QString name = selectedName();
     if (name.isEmpty()) {
-        MsgBox(QStringLiteral("Nothing Selected to Remove!."), Buttons::Ok, Icon::Exclamation,
-               QStringLiteral("Selection Error"));
+        MsgBox(u"Nothing Selected to Remove!."_s, Buttons::Ok, Icon::Exclamation,
+               u"Selection Error"_s);
         return;
     }
     if (sprReport->text(sprReport->activeRow(), Oem) == u"1") {
-        MsgBox(QStringLiteral("You Cannot Delete OEM Reports!."), Buttons::Ok, Icon::Exclamation,
-               QStringLiteral("Delete Error"));
+        MsgBox(u"You Cannot Delete OEM Reports!."_s, Buttons::Ok, Icon::Exclamation,
+               u"Delete Error"_s);
         return;
     }
-    if (MsgBox(QStringLiteral("Delete This Record?"), Buttons::OkCancel, Icon::Question) !=
-        Answer::Ok)
+    if (MsgBox(u"Delete This Record?"_s, Buttons::OkCancel, Icon::Question) != Answer::Ok)
         return;
     removeReport(core::MainDatabase(), name);
     dbcRtype_Change();
 }
 
 void frmConfigReports::cmdAdd_Click() {
-    const QString file =
-        screen::Forms::dialog<NewReportDialog>(QStringLiteral("frmNewReport"))->choose();
-    if (!file.isEmpty() &&
-        screen::Forms::dialog<ImportReportDialog>(QStringLiteral("frmImportSelected"))
-            ->import(file, dbcRtype->text()))
+    const QString file = screen::Forms::dialog<NewReportDialog>(u"frmNewReport"_s)->choose();
+    if (!file.isEmpty() && screen::Forms::dialog<ImportReportDialog>(u"frmImportSelected"_s)
+                               ->import(file, dbcRtype->text()))
         dbcRtype_Change();
 }
 

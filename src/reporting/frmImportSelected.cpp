@@ -4,6 +4,7 @@
 #include "platform/report/ReportError.h"
 #include "platform/report/ReportFile.h"
 #include "platform/screen/Layout.h"
+#include "platform/values/Literals.h"
 #include "reporting/ReportCatalogue.h"
 
 #include <QLabel>
@@ -12,31 +13,30 @@
 namespace reporting {
 
 namespace {
-const QString errorTitle = QStringLiteral("Error!");
+const QString errorTitle = u"Error!"_s;
 }
 
 frmImportSelected::frmImportSelected()
-    : Form(QString::fromLatin1(formName), QStringLiteral("Importing Selected Report")) {
+    : Form(QString::fromLatin1(formName), u"Importing Selected Report"_s) {
     auto* outside = new QVBoxLayout(this);
     auto* body = new QWidget(this);
     outside->addWidget(body);
     screen::Fields fields(body);
     const jet::Database& database = core::MainDatabase();
-    lblRpt = fields.shown(QStringLiteral("lblRpt"), QStringLiteral("Report File:"), 36);
+    lblRpt = fields.shown(u"lblRpt"_s, u"Report File:"_s, 36);
     fields.nextRow();
-    cboRtype = fields.listCombo(QStringLiteral("cboRtype"), QStringLiteral("Report &Type:"));
+    cboRtype = fields.listCombo(u"cboRtype"_s, u"Report &Type:"_s);
     fields.nextRow();
-    txtName = fields.text(QStringLiteral("txtName"), QStringLiteral("&Name:"),
+    txtName = fields.text(u"txtName"_s, u"&Name:"_s,
                           {.limit = database.width(u"Reports", u"Name"), .characters = 36});
     fields.nextRow();
-    txtDesc = fields.text(QStringLiteral("txtDesc"), QStringLiteral("&Description:"),
+    txtDesc = fields.text(u"txtDesc"_s, u"&Description:"_s,
                           {.limit = database.width(u"Reports", u"Description"), .characters = 36});
     for (const QString& type : reportTypes())
         cboRtype->addRow(type);
     outside->addStretch();
 
-    on(addOkCancel(outside, QStringLiteral("&OK"), QStringLiteral("&Cancel")),
-       &frmImportSelected::cmdOK_Click);
+    on(addOkCancel(outside, u"&OK"_s, u"&Cancel"_s), &frmImportSelected::cmdOK_Click);
 }
 
 bool frmImportSelected::import(const QString& fileName, const QString& type) {
@@ -50,31 +50,29 @@ void frmImportSelected::cmdOK_Click() {
     const ImportedReport wanted{txtName->text().trimmed(), txtDesc->text().trimmed(),
                                 cboRtype->text(), lblRpt->text()};
     if (wanted.type.isEmpty()) {
-        complain(QStringLiteral("You must enter a Report Type!"), cboRtype,
-                 screen::Icon::Exclamation, errorTitle);
-        return;
-    }
-    if (wanted.name.isEmpty()) {
-        complain(QStringLiteral("You must enter a Name!"), txtName, screen::Icon::Exclamation,
+        complain(u"You must enter a Report Type!"_s, cboRtype, screen::Icon::Exclamation,
                  errorTitle);
         return;
     }
+    if (wanted.name.isEmpty()) {
+        complain(u"You must enter a Name!"_s, txtName, screen::Icon::Exclamation, errorTitle);
+        return;
+    }
     if (wanted.description.isEmpty()) {
-        complain(QStringLiteral("You must enter a Description!"), txtDesc,
-                 screen::Icon::Exclamation, errorTitle);
+        complain(u"You must enter a Description!"_s, txtDesc, screen::Icon::Exclamation,
+                 errorTitle);
         return;
     }
     // Reports go by their name, and a second one of a name would be removed with the first.
     if (hasReport(core::MainDatabase(), wanted.name)) {
-        complain(wanted.name + QStringLiteral(" already exists!"), txtName,
-                 screen::Icon::Exclamation, errorTitle);
+        complain(wanted.name + u" already exists!"_s, txtName, screen::Icon::Exclamation,
+                 errorTitle);
         return;
     }
     try {
         report::readReportFile(core::programFile(wanted.fileName));
     } catch (const report::ReportError& error) {
-        screen::MsgBox(wanted.fileName + QStringLiteral(" can't be used as a report.\r\n") +
-                           error.detail(),
+        screen::MsgBox(wanted.fileName + u" can't be used as a report.\r\n"_s + error.detail(),
                        screen::Buttons::Ok, screen::Icon::Exclamation, errorTitle);
         return;
     }

@@ -2,6 +2,7 @@
 
 #include "core/MirsaMain.h"
 #include "platform/screen/Layout.h"
+#include "platform/values/Literals.h"
 
 #include <QDir>
 #include <QPushButton>
@@ -10,17 +11,16 @@
 namespace reporting {
 
 frmNewReport::frmNewReport()
-    : Form(QString::fromLatin1(formName), QStringLiteral("Select Report to Import ...")) {
+    : Form(QString::fromLatin1(formName), u"Select Report to Import ..."_s) {
     auto* outside = new QVBoxLayout(this);
-    filReport = screen::named(new controls::ListView(this), QStringLiteral("filReport"),
-                              QStringLiteral("Report files"));
-    filReport->setColumns({{QStringLiteral("File"), 44}});
+    filReport = screen::named(new controls::ListView(this), u"filReport"_s, u"Report files"_s);
+    filReport->setColumns({{u"File"_s, 44}});
     filReport->setMinimumSize(380, 260);
     outside->addWidget(filReport, 1);
     screen::ButtonBar bar(this, outside);
     bar.stretch();
-    QPushButton* cmdSelect = bar.button(QStringLiteral("cmdSelect"), QStringLiteral("&Select"));
-    QPushButton* cmdCancel = bar.button(QStringLiteral("cmdCancel"), QStringLiteral("Cancel"));
+    QPushButton* cmdSelect = bar.button(u"cmdSelect"_s, u"&Select"_s);
+    QPushButton* cmdCancel = bar.button(u"cmdCancel"_s, u"Cancel"_s);
     setDefaultButton(cmdSelect);
     setCancelButton(cmdCancel);
     on(filReport->rowDoubleClicked, [this](int) { cmdSelect_Click(); });
@@ -31,8 +31,7 @@ frmNewReport::frmNewReport()
 void frmNewReport::Form_Load() {
     const QStringList files =
         QDir(core::shared().ProgramFolder)
-            .entryList({QStringLiteral("*.rpt")}, QDir::Files | QDir::Readable,
-                       QDir::Name | QDir::IgnoreCase);
+            .entryList({u"*.rpt"_s}, QDir::Files | QDir::Readable, QDir::Name | QDir::IgnoreCase);
     for (const QString& file : files)
         filReport->addRow(u'F' + file, {file});
 }
@@ -45,8 +44,8 @@ QString frmNewReport::choose() {
 void frmNewReport::cmdSelect_Click() {
     if (filReport->selectedRow() < 0) {
         // The words are shared with the removal of a report.
-        screen::MsgBox(QStringLiteral("Nothing Selected To Delete!"), screen::Buttons::Ok,
-                       screen::Icon::Exclamation, QStringLiteral("Selection Error"));
+        screen::MsgBox(u"Nothing Selected To Delete!"_s, screen::Buttons::Ok,
+                       screen::Icon::Exclamation, u"Selection Error"_s);
         return;
     }
     m_chosen = filReport->rowText(filReport->selectedRow(), 0);

@@ -1,5 +1,6 @@
 #include "timemgmt/ShiftRules.h"
 
+#include "platform/values/Literals.h"
 #include "platform/values/Numbers.h"
 #include "platform/values/Text.h"
 
@@ -48,8 +49,7 @@ bool deleteIfFree(const QString& file) {
 }
 
 QString timeLiteral(const QString& time) {
-    return time.isEmpty() ? QStringLiteral("NULL")
-                          : QStringLiteral("#") + time + QStringLiteral("#");
+    return time.isEmpty() ? u"NULL"_s : u"#"_s + time + u"#"_s;
 }
 
 } // namespace
@@ -59,13 +59,12 @@ bool canChangeShifts(const QString& markerFile) {
 }
 
 bool isShiftSignedIn(jet::Database& database, qint64 shiftId) {
-    return database.hasRows(QStringLiteral("SELECT * FROM employee WHERE shiftsid=") +
-                            QString::number(shiftId) + QStringLiteral(" AND signedin<>0"));
+    return database.hasRows(u"SELECT * FROM employee WHERE shiftsid="_s + QString::number(shiftId) +
+                            u" AND signedin<>0"_s);
 }
 
 bool isShiftInUse(jet::Database& database, qint64 shiftId) {
-    return database.hasRows(QStringLiteral("SELECT * FROM employee WHERE shiftsid=") +
-                            QString::number(shiftId));
+    return database.hasRows(u"SELECT * FROM employee WHERE shiftsid="_s + QString::number(shiftId));
 }
 
 bool IsValidTimeSeries(const QStringList& series) {
@@ -102,28 +101,26 @@ bool isTimerTime(const QString& text) {
 void deleteShift(jet::Database& database, qint64 shiftId) {
     const QString id = QString::number(shiftId);
     jet::Transaction transaction(database);
-    database.execute(QStringLiteral("DELETE FROM shiftstimer WHERE shiftsid=") + id);
-    database.execute(QStringLiteral("DELETE FROM shifts WHERE id=") + id);
+    database.execute(u"DELETE FROM shiftstimer WHERE shiftsid="_s + id);
+    database.execute(u"DELETE FROM shifts WHERE id="_s + id);
     transaction.commit();
 }
 
 void addShift(jet::Database& database, const Shift& shift) {
-    database.execute(
-        QStringLiteral("INSERT INTO shifts (description, earliestsignin, latestsignout) VALUES('") +
-        quoted(shift.description) + QStringLiteral("', ") + timeLiteral(shift.earliest) +
-        QStringLiteral(",") + timeLiteral(shift.latest) + QStringLiteral(")"));
+    database.execute(u"INSERT INTO shifts (description, earliestsignin, latestsignout) VALUES('"_s +
+                     quoted(shift.description) + u"', "_s + timeLiteral(shift.earliest) + u","_s +
+                     timeLiteral(shift.latest) + u")"_s);
 }
 
 bool changeShift(jet::Database& database, qint64 shiftId, const Shift& shift, bool resetTimer) {
     const QString id = QString::number(shiftId);
     jet::Transaction transaction(database);
     const int changed =
-        database.execute(QStringLiteral("UPDATE shifts SET description='") +
-                         quoted(shift.description) + QStringLiteral("', earliestsignin=") +
-                         timeLiteral(shift.earliest) + QStringLiteral(", latestsignout=") +
-                         timeLiteral(shift.latest) + QStringLiteral(" WHERE id=") + id);
+        database.execute(u"UPDATE shifts SET description='"_s + quoted(shift.description) +
+                         u"', earliestsignin="_s + timeLiteral(shift.earliest) +
+                         u", latestsignout="_s + timeLiteral(shift.latest) + u" WHERE id="_s + id);
     if (resetTimer)
-        database.execute(QStringLiteral("DELETE FROM shiftstimer WHERE shiftsid=") + id);
+        database.execute(u"DELETE FROM shiftstimer WHERE shiftsid="_s + id);
     transaction.commit();
     return changed > 0;
 }
@@ -132,20 +129,18 @@ bool saveTimer(jet::Database& database, qint64 shiftId, const QStringList& suspe
                const QStringList& signOut) {
     const QString id = QString::number(shiftId);
     jet::Transaction transaction(database);
-    if (!database.hasRows(QStringLiteral("SELECT * FROM shifts WHERE id=") + id))
+    if (!database.hasRows(u"SELECT * FROM shifts WHERE id="_s + id))
         return false;
-    database.execute(QStringLiteral("DELETE FROM shiftstimer WHERE shiftsid=") + id);
+    database.execute(u"DELETE FROM shiftstimer WHERE shiftsid="_s + id);
     const auto insert = [&](const QStringList& times, const QString& type) {
         for (const QString& time : times) {
             if (!time.isEmpty())
-                database.execute(
-                    QStringLiteral("INSERT INTO shiftstimer (shiftsid, runtime, runtype) VALUES(") +
-                    id + QStringLiteral(",'") + quoted(time) + QStringLiteral("','") + type +
-                    QStringLiteral("')"));
+                database.execute(u"INSERT INTO shiftstimer (shiftsid, runtime, runtype) VALUES("_s +
+                                 id + u",'"_s + quoted(time) + u"','"_s + type + u"')"_s);
         }
     };
-    insert(suspend, QStringLiteral("Suspend"));
-    insert(signOut, QStringLiteral("Signout"));
+    insert(suspend, u"Suspend"_s);
+    insert(signOut, u"Signout"_s);
     transaction.commit();
     return true;
 }

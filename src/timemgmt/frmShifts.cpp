@@ -3,6 +3,7 @@
 #include "core/MirsaMain.h"
 #include "core/RecordScreen.h"
 #include "platform/screen/MsgBox.h"
+#include "platform/values/Literals.h"
 #include "timemgmt/ShiftDialogs.h"
 #include "timemgmt/ShiftRules.h"
 
@@ -11,28 +12,25 @@ namespace timemgmt {
 using controls::GridColumn;
 
 frmShifts::frmShifts()
-    : ListForm(QString::fromLatin1(formName), QStringLiteral("Work Shifts"),
-               QStringLiteral("lvwItems"), QStringLiteral("Work shifts"),
-               {{QStringLiteral("No."), 7, GridColumn::Kind::Number},
-                {QStringLiteral("Description"), 40}}) {
-    on(addButton(QStringLiteral("cmdShiftAuto"), QStringLiteral("&AutoMirsa Timer")),
-       &frmShifts::cmdShiftAuto_Click);
+    : ListForm(QString::fromLatin1(formName), u"Work Shifts"_s, u"lvwItems"_s, u"Work shifts"_s,
+               {{u"No."_s, 7, GridColumn::Kind::Number}, {u"Description"_s, 40}}) {
+    on(addButton(u"cmdShiftAuto"_s, u"&AutoMirsa Timer"_s), &frmShifts::cmdShiftAuto_Click);
 }
 
 void frmShifts::fill(controls::ListView& list) {
-    jet::Recordset set = core::MainDatabase().openRecordset(
-        QStringLiteral("SELECT * FROM shifts ORDER BY id"), jet::RecordsetType::Snapshot);
+    jet::Recordset set = core::MainDatabase().openRecordset(u"SELECT * FROM shifts ORDER BY id"_s,
+                                                            jet::RecordsetType::Snapshot);
     for (; !set.eof(); set.moveNext()) {
         const QString id = set.text(u"ID");
-        list.addRow(QStringLiteral("I") + id, {id, set.text(u"Description")});
+        list.addRow(u"I"_s + id, {id, set.text(u"Description")});
     }
 }
 
 bool frmShifts::CanChangeShifts() {
-    if (canChangeShifts(core::programFile(QStringLiteral("AutoMirsaOn.txt"))))
+    if (canChangeShifts(core::programFile(u"AutoMirsaOn.txt"_s)))
         return true;
-    screen::MsgBox(QStringLiteral("You may not change any Shift records while the AutoMirsa "
-                                  "application is running."),
+    screen::MsgBox(u"You may not change any Shift records while the AutoMirsa "
+                   "application is running."_s,
                    screen::Buttons::Ok, screen::Icon::Information, windowTitle());
     return false;
 }
@@ -40,9 +38,9 @@ bool frmShifts::CanChangeShifts() {
 bool frmShifts::IsShiftSignedIn(qint64 shiftId) {
     if (!isShiftSignedIn(core::MainDatabase(), shiftId))
         return false;
-    screen::MsgBox(QStringLiteral("An employee belonging to this shift is currently signed in. "
-                                  "Please sign out everyone in the shift before changing this "
-                                  "record."),
+    screen::MsgBox(u"An employee belonging to this shift is currently signed in. "
+                   "Please sign out everyone in the shift before changing this "
+                   "record."_s,
                    screen::Buttons::Ok, screen::Icon::Information);
     return true;
 }
@@ -50,8 +48,8 @@ bool frmShifts::IsShiftSignedIn(qint64 shiftId) {
 void frmShifts::cmdNew_Click() {
     if (!CanChangeShifts())
         return;
-    auto dialog = screen::Forms::dialog<ShiftDialog>(QStringLiteral("frmShiftsAddEdit"));
-    if (dialog->ShowForm(QStringLiteral("New"), 0))
+    auto dialog = screen::Forms::dialog<ShiftDialog>(u"frmShiftsAddEdit"_s);
+    if (dialog->ShowForm(u"New"_s, 0))
         reload();
 }
 
@@ -59,8 +57,8 @@ void frmShifts::cmdEdit_Click() {
     const qint64 id = selectedNumber();
     if (id == 0 || !CanChangeShifts() || IsShiftSignedIn(id))
         return;
-    auto dialog = screen::Forms::dialog<ShiftDialog>(QStringLiteral("frmShiftsAddEdit"));
-    if (dialog->ShowForm(QStringLiteral("Edit"), id))
+    auto dialog = screen::Forms::dialog<ShiftDialog>(u"frmShiftsAddEdit"_s);
+    if (dialog->ShowForm(u"Edit"_s, id))
         reload();
 }
 
@@ -69,16 +67,16 @@ void frmShifts::cmdDelete_Click() {
     if (id == 0 || !CanChangeShifts() || IsShiftSignedIn(id))
         return;
     if (isShiftInUse(core::MainDatabase(), id)) {
-        screen::MsgBox(QStringLiteral("This shift item has been referenced in the employee table. "
-                                      "It cannot be deleted!"),
-                       screen::Buttons::Ok, screen::Icon::Information, QStringLiteral("Delete"));
+        screen::MsgBox(u"This shift item has been referenced in the employee table. "
+                       "It cannot be deleted!"_s,
+                       screen::Buttons::Ok, screen::Icon::Information, u"Delete"_s);
         return;
     }
     if (!askDelete())
         return;
     deleteShift(core::MainDatabase(), id);
     reload();
-    core::refreshNeighbours({QStringLiteral("frmEmployee")}, QStringLiteral("Shifts"));
+    core::refreshNeighbours({u"frmEmployee"_s}, u"Shifts"_s);
 }
 
 void frmShifts::cmdShiftAuto_Click() {
@@ -89,7 +87,7 @@ void frmShifts::cmdShiftAuto_Click() {
     if (id == 0)
         return;
     const bool readOnly = IsShiftSignedIn(id);
-    auto dialog = screen::Forms::dialog<ShiftTimerDialog>(QStringLiteral("frmShiftsTimer"));
+    auto dialog = screen::Forms::dialog<ShiftTimerDialog>(u"frmShiftsTimer"_s);
     dialog->ShowForm(id, readOnly);
 }
 

@@ -4,6 +4,7 @@
 #include "core/RecordScreen.h"
 #include "platform/screen/Layout.h"
 #include "platform/screen/MsgBox.h"
+#include "platform/values/Literals.h"
 #include "platform/values/Text.h"
 #include "timemgmt/ShiftRules.h"
 
@@ -11,23 +12,21 @@
 
 namespace timemgmt {
 
-frmShiftsAddEdit::frmShiftsAddEdit()
-    : AddEditForm(QString::fromLatin1(formName), QStringLiteral("New Shift")) {
+frmShiftsAddEdit::frmShiftsAddEdit() : AddEditForm(QString::fromLatin1(formName), u"New Shift"_s) {
     auto* outside = new QVBoxLayout(this);
     auto* body = new QWidget(this);
     outside->addWidget(body);
     screen::Fields fields(body);
-    txtDescription = fields.text(QStringLiteral("txtDescription"), QStringLiteral("D&escription"),
+    txtDescription = fields.text(u"txtDescription"_s, u"D&escription"_s,
                                  {.limit = core::MainDatabase().width(u"Shifts", u"Description"),
                                   .filter = values::keys::description(),
                                   .characters = 36});
     fields.nextRow();
     fpEarliestSI = new controls::TimeField(body);
-    fields.add(fpEarliestSI, QStringLiteral("fpEarliestSI"),
-               QStringLiteral("Earliest &Sign-In Time"));
+    fields.add(fpEarliestSI, u"fpEarliestSI"_s, u"Earliest &Sign-In Time"_s);
     fields.nextRow();
     fpLatestSO = new controls::TimeField(body);
-    fields.add(fpLatestSO, QStringLiteral("fpLatestSO"), QStringLiteral("&Latest Sign-In Time"));
+    fields.add(fpLatestSO, u"fpLatestSO"_s, u"&Latest Sign-In Time"_s);
     outside->addStretch();
 
     makeButtons(outside);
@@ -38,12 +37,12 @@ frmShiftsAddEdit::frmShiftsAddEdit()
 bool frmShiftsAddEdit::ShowForm(const QString& mode, qint64 shiftId) {
     if (mode == u"Edit") {
         m_shiftId = shiftId;
-        setWindowTitle(QStringLiteral("Edit Shift"));
+        setWindowTitle(u"Edit Shift"_s);
         setAdding(false);
         jet::Database& database = core::MainDatabase();
         const QString id = QString::number(shiftId);
         const jet::Recordset shift = database.openRecordset(
-            QStringLiteral("SELECT * FROM shifts WHERE id=") + id, jet::RecordsetType::Snapshot);
+            u"SELECT * FROM shifts WHERE id="_s + id, jet::RecordsetType::Snapshot);
         if (shift.isEmpty()) {
             sayNotFound();
             return true;
@@ -53,8 +52,7 @@ bool frmShiftsAddEdit::ShowForm(const QString& mode, qint64 shiftId) {
         fpEarliestSI->setValue(shift[u"EarliestSignIn"]);
         fpLatestSO->setValue(shift[u"LatestSignOut"]);
         m_loading = false;
-        m_hasTimer =
-            database.hasRows(QStringLiteral("SELECT * FROM shiftstimer WHERE shiftsid=") + id);
+        m_hasTimer = database.hasRows(u"SELECT * FROM shiftstimer WHERE shiftsid="_s + id);
     }
     txtDescription->setFocus();
     return run() || m_gone;
@@ -62,7 +60,7 @@ bool frmShiftsAddEdit::ShowForm(const QString& mode, qint64 shiftId) {
 
 void frmShiftsAddEdit::sayNotFound() const {
     screen::MsgBox(QString::number(m_shiftId) +
-                       QStringLiteral(" item no. not found! Shifts table may need to be fixed!"),
+                       u" item no. not found! Shifts table may need to be fixed!"_s,
                    screen::Buttons::Ok, screen::Icon::Critical);
 }
 
@@ -70,34 +68,34 @@ void frmShiftsAddEdit::rangeChanged() {
     if (m_loading || !m_hasTimer)
         return;
     m_resetTimer = true;
-    screen::MsgBox(QStringLiteral("Note that the AutoMirsa Suspend and Sign-Out Times for this "
-                                  "Shift will be reset. You will have to enter the new times based "
-                                  "on the new Earliest and Latest Sign-In Time Range."),
+    screen::MsgBox(u"Note that the AutoMirsa Suspend and Sign-Out Times for this "
+                   "Shift will be reset. You will have to enter the new times based "
+                   "on the new Earliest and Latest Sign-In Time Range."_s,
                    screen::Buttons::Ok, screen::Icon::Information);
 }
 
 bool frmShiftsAddEdit::validate() {
     const QString description = txtDescription->text();
     if (description.trimmed().isEmpty()) {
-        complain(QStringLiteral("Description may not be blank!"), txtDescription);
+        complain(u"Description may not be blank!"_s, txtDescription);
         return false;
     }
-    QString same = QStringLiteral("SELECT * FROM shifts WHERE description='") +
-                   values::quoted(description) + QStringLiteral("'");
+    QString same =
+        u"SELECT * FROM shifts WHERE description='"_s + values::quoted(description) + u"'"_s;
     if (m_shiftId != 0)
-        same += QStringLiteral(" AND id<>") + QString::number(m_shiftId);
+        same += u" AND id<>"_s + QString::number(m_shiftId);
     if (core::MainDatabase().hasRows(same)) {
-        complain(description + QStringLiteral(" already exists!"), txtDescription);
+        complain(description + u" already exists!"_s, txtDescription);
         return false;
     }
     for (controls::TimeField* field : {fpEarliestSI, fpLatestSO}) {
         if (!field->isValid()) {
-            complain(QStringLiteral("This isn't a time."), field);
+            complain(u"This isn't a time."_s, field);
             return false;
         }
     }
     if (fpEarliestSI->text() == fpLatestSO->text()) {
-        complain(QStringLiteral("Earliest Sign-In Time may not be equal to Latest Sign-Out Time!"),
+        complain(u"Earliest Sign-In Time may not be equal to Latest Sign-Out Time!"_s,
                  fpEarliestSI);
         return false;
     }
@@ -115,7 +113,7 @@ bool frmShiftsAddEdit::save() {
         sayNotFound();
         return false;
     }
-    core::refreshNeighbours({QStringLiteral("frmEmployee")}, QStringLiteral("Shifts"));
+    core::refreshNeighbours({u"frmEmployee"_s}, u"Shifts"_s);
     return true;
 }
 

@@ -3,6 +3,7 @@
 #include "core/MirsaMain.h"
 #include "platform/screen/Layout.h"
 #include "platform/screen/MsgBox.h"
+#include "platform/values/Literals.h"
 #include "timemgmt/ShiftRules.h"
 
 #include <QGroupBox>
@@ -13,25 +14,20 @@
 
 namespace timemgmt {
 
-frmShiftsTimer::frmShiftsTimer()
-    : Form(QString::fromLatin1(formName), QStringLiteral("Auto Timer:")) {
+frmShiftsTimer::frmShiftsTimer() : Form(QString::fromLatin1(formName), u"Auto Timer:"_s) {
     auto* outside = new QVBoxLayout(this);
     auto* head = new QWidget(this);
     outside->addWidget(head);
     screen::Fields range(head);
-    lblEarliestSI =
-        range.shown(QStringLiteral("lblEarliestSI"), QStringLiteral("Earliest Sign-In Time:"));
+    lblEarliestSI = range.shown(u"lblEarliestSI"_s, u"Earliest Sign-In Time:"_s);
     range.nextRow();
-    lblLatestSO =
-        range.shown(QStringLiteral("lblLatestSO"), QStringLiteral("Latest Sign-In Time:"));
+    lblLatestSO = range.shown(u"lblLatestSO"_s, u"Latest Sign-In Time:"_s);
     auto* both = new QHBoxLayout;
     outside->addLayout(both);
-    fpRunSuspend = makeTimes(screen::frame(this, both, QStringLiteral("fraSuspend"),
-                                           QStringLiteral("Auto Suspend Times")),
-                             QStringLiteral("fpRunSuspend"), QStringLiteral("Auto suspend time"));
-    fpRunSignout = makeTimes(screen::frame(this, both, QStringLiteral("fraSignout"),
-                                           QStringLiteral("Auto Sign-Out Times")),
-                             QStringLiteral("fpRunSignout"), QStringLiteral("Auto sign-out time"));
+    fpRunSuspend = makeTimes(screen::frame(this, both, u"fraSuspend"_s, u"Auto Suspend Times"_s),
+                             u"fpRunSuspend"_s, u"Auto suspend time"_s);
+    fpRunSignout = makeTimes(screen::frame(this, both, u"fraSignout"_s, u"Auto Sign-Out Times"_s),
+                             u"fpRunSignout"_s, u"Auto sign-out time"_s);
     outside->addStretch();
 
     on(addOkCancel(outside), &frmShiftsTimer::cmdOK_Click);
@@ -43,8 +39,8 @@ frmShiftsTimer::Times frmShiftsTimer::makeTimes(QWidget* parent, const QString& 
     Times times{};
     for (size_t i = 0; i < times.size(); ++i) {
         auto* field = new controls::TimeField(parent);
-        field->setAccessibleName(caption + QStringLiteral(" %1").arg(i + 1));
-        fields.add(field, name + QStringLiteral("(%1)").arg(i));
+        field->setAccessibleName(caption + u" %1"_s.arg(i + 1));
+        fields.add(field, name + u"(%1)"_s.arg(i));
         fields.nextRow();
         on(field->changed, [this] { m_changed = m_changed || !m_loading; });
         on(field->entered, [this] { m_emptied = nullptr; });
@@ -63,7 +59,7 @@ void frmShiftsTimer::ShowForm(qint64 shiftId, bool readOnly) {
     m_shiftId = shiftId;
     const QString id = QString::number(shiftId);
     const jet::Recordset shift = core::MainDatabase().openRecordset(
-        QStringLiteral("SELECT * FROM shifts WHERE id=") + id, jet::RecordsetType::Snapshot);
+        u"SELECT * FROM shifts WHERE id="_s + id, jet::RecordsetType::Snapshot);
     if (shift.isEmpty()) {
         sayNotFound();
         return;
@@ -71,12 +67,12 @@ void frmShiftsTimer::ShowForm(qint64 shiftId, bool readOnly) {
     const auto earliest = shift[u"EarliestSignIn"].toDateTime();
     const auto latest = shift[u"LatestSignOut"].toDateTime();
     if (!earliest || !latest) {
-        screen::MsgBox(QStringLiteral("Please enter the Shift's Earliest Sign-In and Latest "
-                                      "Sign-Out Times first!"),
+        screen::MsgBox(u"Please enter the Shift's Earliest Sign-In and Latest "
+                       "Sign-Out Times first!"_s,
                        screen::Buttons::Ok, screen::Icon::Exclamation);
         return;
     }
-    setWindowTitle(QStringLiteral("Auto Timer: ") + shift.text(u"Description"));
+    setWindowTitle(u"Auto Timer: "_s + shift.text(u"Description"));
     m_earliest = earliest->time();
     m_latest = latest->time();
     controls::TimeField shown;
@@ -94,14 +90,14 @@ void frmShiftsTimer::ShowForm(qint64 shiftId, bool readOnly) {
 
 void frmShiftsTimer::sayNotFound() const {
     screen::MsgBox(QString::number(m_shiftId) +
-                       QStringLiteral(" record id not found! Shifts table may need to be fixed!"),
+                       u" record id not found! Shifts table may need to be fixed!"_s,
                    screen::Buttons::Ok, screen::Icon::Critical);
 }
 
 void frmShiftsTimer::fill(qint64 shiftId) {
     m_loading = true;
     jet::Recordset rows = core::MainDatabase().openRecordset(
-        QStringLiteral("SELECT * FROM shiftstimer WHERE shiftsid=") + QString::number(shiftId),
+        u"SELECT * FROM shiftstimer WHERE shiftsid="_s + QString::number(shiftId),
         jet::RecordsetType::Snapshot);
     for (; !rows.eof(); rows.moveNext()) {
         const bool suspend = rows[u"RunType"] == jet::Value(u"Suspend");
@@ -123,7 +119,7 @@ QStringList frmShiftsTimer::texts(const Times& fields) {
 }
 
 QStringList frmShiftsTimer::series(const Times& fields) const {
-    const QString form = QStringLiteral("HH:mm:ss");
+    const QString form = u"HH:mm:ss"_s;
     QStringList times{m_earliest.toString(form)};
     for (const controls::TimeField* field : fields) {
         if (const auto time = field->time())
@@ -135,20 +131,17 @@ QStringList frmShiftsTimer::series(const Times& fields) const {
 bool frmShiftsTimer::validate() {
     if (texts(fpRunSuspend).join(QString()).isEmpty() &&
         texts(fpRunSignout).join(QString()).isEmpty()) {
-        complain(QStringLiteral("Please enter at least one Suspend or one Signout time!"),
-                 fpRunSuspend[0]);
+        complain(u"Please enter at least one Suspend or one Signout time!"_s, fpRunSuspend[0]);
         return false;
     }
     if (!IsValidTimeSeries(series(fpRunSuspend))) {
-        complain(
-            QStringLiteral("You have entered an invalid Auto Suspend Time Series. Please check."),
-            fpRunSuspend[0]);
+        complain(u"You have entered an invalid Auto Suspend Time Series. Please check."_s,
+                 fpRunSuspend[0]);
         return false;
     }
     if (!IsValidTimeSeries(series(fpRunSignout))) {
-        complain(
-            QStringLiteral("You have entered an invalid Auto Sign-Out Time Series. Please check."),
-            fpRunSignout[0]);
+        complain(u"You have entered an invalid Auto Sign-Out Time Series. Please check."_s,
+                 fpRunSignout[0]);
         return false;
     }
     return true;
@@ -157,7 +150,7 @@ bool frmShiftsTimer::validate() {
 void frmShiftsTimer::cmdOK_Click() {
     // Emptied by leaving it for this button: nobody has seen it yet.
     if (controls::TimeField* emptied = std::exchange(m_emptied, nullptr)) {
-        complain(QStringLiteral("This isn't a time."), emptied);
+        complain(u"This isn't a time."_s, emptied);
         return;
     }
     if (m_changed) {

@@ -1,6 +1,7 @@
 #include "timemgmt/modCheckSignIn.h"
 
 #include "platform/values/Format.h"
+#include "platform/values/Literals.h"
 #include "platform/values/Numbers.h"
 
 #include <vector>
@@ -22,11 +23,11 @@ QDateTime zeroDate() {
 
 /// "General Date": as a value's text, but midnight of the zero date has to show something.
 QString generalDate(const QDateTime& moment) {
-    return moment == zeroDate() ? QStringLiteral("12:00:00 AM") : jet::Value(moment).toText();
+    return moment == zeroDate() ? u"12:00:00 AM"_s : jet::Value(moment).toText();
 }
 
 QString literal(const QDateTime& moment) {
-    return QStringLiteral("#") + generalDate(moment) + QStringLiteral("#");
+    return u"#"_s + generalDate(moment) + u"#"_s;
 }
 
 bool is(const QString& text, QStringView word) {
@@ -36,40 +37,36 @@ bool is(const QString& text, QStringView word) {
 std::optional<Refusal> rangeConflict(jet::Database& database, qint64 empId, const QDateTime& signIn,
                                      const QDateTime& signOut, const QString& butFor) {
     const QString in = literal(signIn), out = literal(signOut);
-    const QString between = QStringLiteral(" BETWEEN ") + in + QStringLiteral(" AND ") + out;
+    const QString between = u" BETWEEN "_s + in + u" AND "_s + out;
     const jet::Recordset hit = database.openRecordset(
-        QStringLiteral("SELECT * FROM sign_in WHERE empid=") + QString::number(empId) + butFor +
-            QStringLiteral(" AND  (  (sign_in") + between + QStringLiteral(") OR (sign_out") +
-            between + QStringLiteral(") OR (sign_in < ") + in + QStringLiteral(" AND sign_out > ") +
-            out + QStringLiteral(") ) "),
+        u"SELECT * FROM sign_in WHERE empid="_s + QString::number(empId) + butFor +
+            u" AND  (  (sign_in"_s + between + u") OR (sign_out"_s + between +
+            u") OR (sign_in < "_s + in + u" AND sign_out > "_s + out + u") ) "_s,
         jet::RecordsetType::Snapshot);
     if (hit.isEmpty())
         return {};
-    return Refusal{
-        QStringLiteral("Invalid Sign In and Sign Out Range. An existing record with Sign In=") +
-        hit.text(u"Sign_in") + QStringLiteral(" and Sign Out=") + hit.text(u"Sign_out") +
-        QStringLiteral(" conflicts with your entered data!")};
+    return Refusal{u"Invalid Sign In and Sign Out Range. An existing record with Sign In="_s +
+                   hit.text(u"Sign_in") + u" and Sign Out="_s + hit.text(u"Sign_out") +
+                   u" conflicts with your entered data!"_s};
 }
 
 std::optional<Refusal> missingRecord(jet::Database& database, qint64 id) {
     const QString number = QString::number(id);
-    if (database.hasRows(QStringLiteral("SELECT * FROM sign_in WHERE id=") + number))
+    if (database.hasRows(u"SELECT * FROM sign_in WHERE id="_s + number))
         return {};
-    return Refusal{
-        number + QStringLiteral(" record id not found! Sign_in table may need to be fixed!"), true};
+    return Refusal{number + u" record id not found! Sign_in table may need to be fixed!"_s, true};
 }
 
 std::optional<Refusal> workOutside(jet::Database& database, const QDateTime& signIn,
                                    const QDateTime& signOut, qint64 id) {
     jet::Recordset work = database.openRecordset(
-        QStringLiteral("SELECT timelog.*, operation.opertype FROM timelog LEFT JOIN operation ON "
-                       "timelog.operno=operation.operno WHERE signid=") +
-            QString::number(id) +
-            QStringLiteral(" AND timelog.status<>'0' AND operation.opertype in ('I','O')"),
+        u"SELECT timelog.*, operation.opertype FROM timelog LEFT JOIN operation ON "
+        "timelog.operno=operation.operno WHERE signid="_s +
+            QString::number(id) + u" AND timelog.status<>'0' AND operation.opertype in ('I','O')"_s,
         jet::RecordsetType::Snapshot);
     if (work.isEmpty())
         return {};
-    const QString first = QStringLiteral("Earliest"), last = QStringLiteral("Latest");
+    const QString first = u"Earliest"_s, last = u"Latest"_s;
     std::optional<QDateTime> started; // by none, while no entry has a start
     QDateTime latest = zeroDate();
     for (; !work.eof(); work.moveNext()) {
@@ -88,11 +85,10 @@ std::optional<Refusal> workOutside(jet::Database& database, const QDateTime& sig
     const QDateTime earliest = started.value_or(signIn);
     if (earliest >= signIn && latest <= signOut)
         return {};
-    return Refusal{QStringLiteral("Invalid Sign In and Sign Out Range. Based on employee's Timelog "
-                                  "records, Sign In should be earlier than or equal to ") +
-                   generalDate(earliest) +
-                   QStringLiteral(", and Sign Out should be later than or equal to ") +
-                   generalDate(latest) + QStringLiteral("!")};
+    return Refusal{u"Invalid Sign In and Sign Out Range. Based on employee's Timelog "
+                   "records, Sign In should be earlier than or equal to "_s +
+                   generalDate(earliest) + u", and Sign Out should be later than or equal to "_s +
+                   generalDate(latest) + u"!"_s};
 }
 
 /// From start to end, to two decimals. A stretch without a start has no length.
@@ -113,20 +109,19 @@ struct Booking {
 /// given it one.
 std::optional<double> closeStretch(jet::Database& database, const jet::Recordset& work,
                                    bool inHouse, const QDateTime& signOut) {
-    const QString end = inHouse ? QStringLiteral("suspdate") : QStringLiteral("finishdate");
+    const QString end = inHouse ? u"suspdate"_s : u"finishdate"_s;
     if (!work[end].isNull())
         return {};
     const double hours = hoursBetween(work[u"StartDate"], signOut);
     const int closed = database.execute(
-        QStringLiteral("UPDATE timelog SET ") + end + QStringLiteral("=") + literal(signOut) +
-        QStringLiteral(", accumtime=") + values::numberText(hours) + QStringLiteral(", status=") +
-        (inHouse ? QStringLiteral("'D'") : QStringLiteral("'F'")) + QStringLiteral(" WHERE id=") +
-        work.text(u"ID") + QStringLiteral(" AND ") + end + QStringLiteral(" IS NULL"));
+        u"UPDATE timelog SET "_s + end + u"="_s + literal(signOut) + u", accumtime="_s +
+        values::numberText(hours) + u", status="_s + (inHouse ? u"'D'"_s : u"'F'"_s) +
+        u" WHERE id="_s + work.text(u"ID") + u" AND "_s + end + u" IS NULL"_s);
     return closed > 0 ? std::optional(hours) : std::nullopt;
 }
 
 QString ofJob(qint64 jobNo) {
-    return QStringLiteral(" WHERE jobno=") + QString::number(jobNo);
+    return u" WHERE jobno="_s + QString::number(jobNo);
 }
 
 double inMask(double hours) {
@@ -137,11 +132,10 @@ double inMask(double hours) {
 /// it.
 std::optional<Currency> bookOnOperation(jet::Database& database, const Booking& booking) {
     const QString ofOperation =
-        ofJob(booking.jobNo) + QStringLiteral(" AND operno=") + QString::number(booking.operNo);
+        ofJob(booking.jobNo) + u" AND operno="_s + QString::number(booking.operNo);
     // Programs that don't take turns with ours wait from here on, so that what is read stands.
-    database.execute(QStringLiteral("UPDATE Joboper SET status=status") + ofOperation);
-    jet::Recordset operation =
-        database.openRecordset(QStringLiteral("SELECT * FROM Joboper") + ofOperation);
+    database.execute(u"UPDATE Joboper SET status=status"_s + ofOperation);
+    jet::Recordset operation = database.openRecordset(u"SELECT * FROM Joboper"_s + ofOperation);
     if (operation.isEmpty())
         return {};
     const Currency cost =
@@ -156,13 +150,13 @@ std::optional<Currency> bookOnOperation(jet::Database& database, const Booking& 
 }
 
 void bookOnJob(jet::Database& database, qint64 jobNo, double hours, Currency cost) {
-    database.execute(QStringLiteral("UPDATE Job SET quantity=quantity") + ofJob(jobNo));
-    jet::Recordset job = database.openRecordset(QStringLiteral("SELECT * FROM Job") + ofJob(jobNo));
+    database.execute(u"UPDATE Job SET quantity=quantity"_s + ofJob(jobNo));
+    jet::Recordset job = database.openRecordset(u"SELECT * FROM Job"_s + ofJob(jobNo));
     if (job.isEmpty())
         return;
     const double quantity = job[u"quantity"].toDouble();
     if (quantity == 0)
-        throw jet::Error(jet::errors::divisionByZero, QStringLiteral("Division by zero"));
+        throw jet::Error(jet::errors::divisionByZero, u"Division by zero"_s);
     job.edit();
     job.set(u"totalhours", job[u"totalhours"].toDouble() + inMask(hours));
     job.set(u"jobshopcost",
@@ -204,18 +198,17 @@ std::optional<Refusal> CheckSignIn(jet::Database& database, const QString& actio
     if (is(action, u"Edit")) {
         if (auto refusal = missingRecord(database, id))
             return refusal;
-        if (auto refusal =
-                rangeConflict(database, empId, in, out, QStringLiteral(" AND id<>") + number))
+        if (auto refusal = rangeConflict(database, empId, in, out, u" AND id<>"_s + number))
             return refusal;
         return workOutside(database, in, out, id);
     }
     if (is(action, u"Delete")) {
         if (auto refusal = missingRecord(database, id))
             return refusal;
-        if (database.hasRows(QStringLiteral("SELECT * FROM timelog WHERE signid=") + number))
-            return Refusal{QStringLiteral(
-                "Time has already been posted for this date and time. You may delete this ONLY "
-                "after all of its activities have been deleted from Time Management.")};
+        if (database.hasRows(u"SELECT * FROM timelog WHERE signid="_s + number))
+            return Refusal{
+                u"Time has already been posted for this date and time. You may delete this ONLY "
+                "after all of its activities have been deleted from Time Management."_s};
     }
     return {};
 }
@@ -224,9 +217,9 @@ int CloseOpenTimelogs(jet::Database& database, qint64 id, const QDateTime& signO
     const QDateTime end = stored(signOut);
     jet::Transaction transaction(database);
     jet::Recordset work = database.openRecordset(
-        QStringLiteral("SELECT timelog.*, operation.opertype FROM timelog LEFT JOIN operation ON "
-                       "timelog.operno=operation.operno WHERE signid=") +
-            QString::number(id) + QStringLiteral(" and status <> '0' AND opertype in ('I','O')"),
+        u"SELECT timelog.*, operation.opertype FROM timelog LEFT JOIN operation ON "
+        "timelog.operno=operation.operno WHERE signid="_s +
+            QString::number(id) + u" and status <> '0' AND opertype in ('I','O')"_s,
         jet::RecordsetType::Snapshot);
     int closed = 0;
     std::vector<Booking> bookings;
@@ -248,14 +241,11 @@ void SignOutIfLatest(jet::Database& database, qint64 empId, qint64 id) {
     const QString employee = QString::number(empId);
     jet::Transaction transaction(database);
     // Who signs in on the floor right now waits with his mark, or his row is there to be seen.
-    database.execute(QStringLiteral("UPDATE Employee SET SignedIn = SignedIn WHERE EmpID = ") +
-                     employee);
-    const jet::Value latest =
-        database.lookup(QStringLiteral("SELECT ID, sign_in FROM sign_in WHERE empid = ") +
-                        employee + QStringLiteral(" ORDER BY sign_in DESC"));
+    database.execute(u"UPDATE Employee SET SignedIn = SignedIn WHERE EmpID = "_s + employee);
+    const jet::Value latest = database.lookup(u"SELECT ID, sign_in FROM sign_in WHERE empid = "_s +
+                                              employee + u" ORDER BY sign_in DESC"_s);
     if (!latest.isNull() && latest.toLong() == id)
-        database.execute(QStringLiteral("UPDATE Employee SET SignedIn = False WHERE EmpID = ") +
-                         employee);
+        database.execute(u"UPDATE Employee SET SignedIn = False WHERE EmpID = "_s + employee);
     transaction.commit();
 }
 

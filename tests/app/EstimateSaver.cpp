@@ -1,5 +1,6 @@
 #include "estimating/EstimateStore.h"
 #include "platform/jet/Location.h"
+#include "platform/values/Literals.h"
 
 #include <QCoreApplication>
 
@@ -16,7 +17,7 @@ namespace {
 EstimateDraft draftOf(int rows, const QString& partNo) {
     EstimateDraft draft;
     draft.header.custId = 1;
-    draft.header.rfqNo = QStringLiteral("R");
+    draft.header.rfqNo = u"R"_s;
     draft.header.partNo = partNo;
     draft.header.quantity = rows; // what the routing must hold
     draft.header.estDate = QDate(2026, 3, 2);
@@ -50,13 +51,13 @@ int main(int argc, char* argv[]) {
             if (edited == 0)
                 edited = estNo;
             rows.requery();
-            rows.findFirst(QStringLiteral("EstNo = ") + QString::number(edited));
-            EstimateDraft change = draftOf(10 + i % 30, words[2] + QStringLiteral("edited"));
+            rows.findFirst(u"EstNo = "_s + QString::number(edited));
+            EstimateDraft change = draftOf(10 + i % 30, words[2] + u"edited"_s);
             estimating::saveEstimate(*database, rows, edited, change);
-            EstimateDraft passing = draftOf(15, words[2] + QStringLiteral("gone"));
+            EstimateDraft passing = draftOf(15, words[2] + u"gone"_s);
             const qint64 gone = estimating::saveEstimate(*database, rows, 0, passing);
             rows.requery();
-            rows.findFirst(QStringLiteral("EstNo = ") + QString::number(gone));
+            rows.findFirst(u"EstNo = "_s + QString::number(gone));
             estimating::deleteEstimate(*database, rows, gone);
             rows.requery();
             std::printf("%lld\n", static_cast<long long>(estNo));

@@ -3,6 +3,7 @@
 #include "core/MirsaMain.h"
 #include "core/RecordScreen.h"
 #include "platform/values/Clock.h"
+#include "platform/values/Literals.h"
 #include "sample/Sample.h"
 #include "support/DatabaseFixture.h"
 #include "support/ScreenFixture.h"
@@ -21,9 +22,9 @@ class GalleryTest : public testsupport::ScreenFixture {
         values::setNow(QDateTime(QDate(2026, 3, 2), QTime(9, 0)));
         core::SharedState& state = core::shared();
         state.MainDatabase = m_test.station();
-        state.CurrentUserName = QStringLiteral("Admin");
+        state.CurrentUserName = u"Admin"_s;
         state.CurrentUserNo = 1;
-        state.CurrencySymbol = QStringLiteral("$");
+        state.CurrencySymbol = u"$"_s;
         state.ProgramFolder = QStringLiteral(MIRSA_SOURCE_DIR "/reports");
         sample::fill(core::MainDatabase(), {.years = 1, .jobs = 60});
         useDatabase(core::MainDatabase());
@@ -52,7 +53,7 @@ TEST_F(GalleryTest, EveryScreenOpensWithNothingClippedAndEverythingNamed) {
         showInShell(*form);
         QStringList complaints = testsupport::gallery(*form);
         // "&New" and "Do&ne" are the modules' captions as people know them.
-        complaints.removeAll(QStringLiteral("mnemonic: n on cmdNew and cmdClose"));
+        complaints.removeAll(u"mnemonic: n on cmdNew and cmdClose"_s);
         EXPECT_TRUE(complaints.isEmpty()) << complaints.join(u'\n').toStdString();
         form->hide();
     }
@@ -60,31 +61,29 @@ TEST_F(GalleryTest, EveryScreenOpensWithNothingClippedAndEverythingNamed) {
 
 TEST_F(GalleryTest, TheDialogsOfAJobShowWhatBelongsToIt) {
     jet::Database& shop = core::MainDatabase();
-    const QString first =
-        shop.lookup(QStringLiteral("SELECT MIN(JobNo) FROM Job WHERE Shipped=False")).toText();
-    shop.execute(QStringLiteral("UPDATE Job SET CustID=1, PONo='PO-58618', AssemblyJobNo=0 WHERE "
-                                "Shipped=False"));
-    shop.execute(QStringLiteral("UPDATE Job SET AssemblyJobNo=%1 WHERE Shipped=False AND JobNo>%1 "
-                                "AND JobNo<%1+4")
-                     .arg(first));
+    const QString first = shop.lookup(u"SELECT MIN(JobNo) FROM Job WHERE Shipped=False"_s).toText();
+    shop.execute(u"UPDATE Job SET CustID=1, PONo='PO-58618', AssemblyJobNo=0 WHERE "
+                 "Shipped=False"_s);
+    shop.execute(u"UPDATE Job SET AssemblyJobNo=%1 WHERE Shipped=False AND JobNo>%1 "
+                 "AND JobNo<%1+4"_s.arg(first));
     for (const char* date : {"02/20/2026", "02/27/2026"}) {
-        shop.execute(QStringLiteral("INSERT INTO jobship (jobno, shippeddate, quantity, "
-                                    "shippedbyempid) VALUES(%1, #%2#, 12, 1)")
-                         .arg(first, QString::fromLatin1(date)));
+        shop.execute(
+            u"INSERT INTO jobship (jobno, shippeddate, quantity, "
+            "shippedbyempid) VALUES(%1, #%2#, 12, 1)"_s.arg(first, QString::fromLatin1(date)));
     }
-    auto* job = dynamic_cast<core::RecordScreen*>(open(QStringLiteral("frmJob")));
+    auto* job = dynamic_cast<core::RecordScreen*>(open(u"frmJob"_s));
     ASSERT_TRUE(job->goToRecord(first.toLongLong()));
     for (const auto& [button, name] : {std::pair{"cmdAssembly", "frmAssemblyInfo"},
                                        std::pair{"cmdShippingHistory", "frmJobShip"}}) {
         whenShown(QString::fromLatin1(name), [this] {
             form().resize(600, 400);
             EXPECT_EQ(testsupport::gallery(form()), QStringList());
-            press(QStringLiteral("cmdClose"));
+            press(u"cmdClose"_s);
         });
         press(QString::fromLatin1(button));
-        use(screen::Forms::find(QStringLiteral("frmJob")));
+        use(screen::Forms::find(u"frmJob"_s));
     }
-    press(QStringLiteral("cmdClose"));
+    press(u"cmdClose"_s);
 }
 
 TEST_F(GalleryTest, TabReachesEveryControlOfAModuleAndComesRound) {
@@ -112,6 +111,6 @@ TEST_F(GalleryTest, TabReachesEveryControlOfAModuleAndComesRound) {
         }
         for (const QString& control : std::as_const(wanted))
             EXPECT_TRUE(reached.contains(control)) << control.toStdString() << " isn't reached";
-        press(QStringLiteral("cmdClose"));
+        press(u"cmdClose"_s);
     }
 }

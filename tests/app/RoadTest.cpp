@@ -5,6 +5,7 @@
 #include "platform/report/Painting.h"
 #include "platform/report/Report.h"
 #include "platform/values/Clock.h"
+#include "platform/values/Literals.h"
 #include "support/DatabaseFixture.h"
 #include "support/ScreenFixture.h"
 
@@ -18,7 +19,7 @@ using testsupport::TestDatabase;
 
 namespace {
 
-const QString customerName = QStringLiteral("O'Neil & Söhne");
+const QString customerName = u"O'Neil & Söhne"_s;
 
 /// The road of a piece of work, walked through the screens by the names of their controls: a new
 /// shop, a customer, operations, an estimate, its job, the floor's hours, the traveler.
@@ -30,7 +31,7 @@ class Road : public testsupport::ScreenFixture, public ::testing::WithParamInter
         m_test = std::make_unique<TestDatabase>(GetParam(), TestDatabase::Contents::Shop);
         core::SharedState& state = core::shared();
         state.MainDatabase = m_test->station();
-        state.CurrencySymbol = QStringLiteral("$");
+        state.CurrencySymbol = u"$"_s;
         state.CurrentUserName.clear();
         state.ProgramFolder = QStringLiteral(MIRSA_SOURCE_DIR "/reports");
         useDatabase(core::MainDatabase());
@@ -61,7 +62,7 @@ class Road : public testsupport::ScreenFixture, public ::testing::WithParamInter
     QString printedText();
 
     void fillDialog(const QString& name, const QList<std::pair<QString, QString>>& fields,
-                    const QString& button = QStringLiteral("cmdOK")) {
+                    const QString& button = u"cmdOK"_s) {
         whenShown(name, [this, fields, button] {
             for (const auto& [field, text] : fields)
                 type(field, text);
@@ -75,166 +76,151 @@ class Road : public testsupport::ScreenFixture, public ::testing::WithParamInter
 };
 
 void Road::signIn() {
-    fillDialog(QStringLiteral("frmLogin"),
-               {{QStringLiteral("txtUserId"), QStringLiteral("admin")},
-                {QStringLiteral("txtUserPassword"), QStringLiteral("bolts")}},
-               QStringLiteral("cmdOk"));
+    fillDialog(u"frmLogin"_s, {{u"txtUserId"_s, u"admin"_s}, {u"txtUserPassword"_s, u"bolts"_s}},
+               u"cmdOk"_s);
     ASSERT_TRUE(core::LoginUser());
-    EXPECT_TRUE(core::HasAccess(QStringLiteral("ShowDollar")));
+    EXPECT_TRUE(core::HasAccess(u"ShowDollar"_s));
 }
 
 void Road::addCustomer() {
-    expectBoxContaining(QStringLiteral("you must add at least one Customer"), Answer::Yes);
-    open(QStringLiteral("frmCustomer"));
-    EXPECT_EQ(text(QStringLiteral("lblCustomerMode")), u"ADD");
-    EXPECT_EQ(text(QStringLiteral("txtFOB")), u"Our dock") << "defaults come from the preferences";
-    type(QStringLiteral("txtCustomer"), customerName);
-    type(QStringLiteral("txtAdd1"), QStringLiteral("7 Harbor Row"));
-    type(QStringLiteral("txtCity"), QStringLiteral("Cork"));
-    press(QStringLiteral("cmdSave"));
-    EXPECT_EQ(text(QStringLiteral("lblCustomerMode")), u"BROWSE");
-    EXPECT_EQ(rows(QStringLiteral("SELECT company, City, QBSent FROM Customer")),
-              QStringList{customerName + QStringLiteral("|Cork|0")});
-    press(QStringLiteral("cmdClose"));
+    expectBoxContaining(u"you must add at least one Customer"_s, Answer::Yes);
+    open(u"frmCustomer"_s);
+    EXPECT_EQ(text(u"lblCustomerMode"_s), u"ADD");
+    EXPECT_EQ(text(u"txtFOB"_s), u"Our dock") << "defaults come from the preferences";
+    type(u"txtCustomer"_s, customerName);
+    type(u"txtAdd1"_s, u"7 Harbor Row"_s);
+    type(u"txtCity"_s, u"Cork"_s);
+    press(u"cmdSave"_s);
+    EXPECT_EQ(text(u"lblCustomerMode"_s), u"BROWSE");
+    EXPECT_EQ(rows(u"SELECT company, City, QBSent FROM Customer"_s),
+              QStringList{customerName + u"|Cork|0"_s});
+    press(u"cmdClose"_s);
 }
 
 void Road::addOperations() {
-    open(QStringLiteral("frmOperation"));
-    fillDialog(QStringLiteral("frmOperDeptAddEdit"),
-               {{QStringLiteral("txtDescription"), QStringLiteral("Machining")}});
-    press(QStringLiteral("cmdNewDept"));
-    press(QStringLiteral("cmdView")); // the list, where a new operation chooses its department
+    open(u"frmOperation"_s);
+    fillDialog(u"frmOperDeptAddEdit"_s, {{u"txtDescription"_s, u"Machining"_s}});
+    press(u"cmdNewDept"_s);
+    press(u"cmdView"_s); // the list, where a new operation chooses its department
     for (const auto& [name, rate] : {std::pair{u"Mill", u"40"}, std::pair{u"Turn", u"35"}}) {
-        whenShown(QStringLiteral("frmOperAddEdit"), [this, name = name, rate = rate] {
-            type(QStringLiteral("txtDescription"), QString::fromUtf16(name));
-            type(QStringLiteral("txtOperShopRate"), QString::fromUtf16(rate));
-            choose(QStringLiteral("cboDept"), QStringLiteral("Machining"));
+        whenShown(u"frmOperAddEdit"_s, [this, name = name, rate = rate] {
+            type(u"txtDescription"_s, QString::fromUtf16(name));
+            type(u"txtOperShopRate"_s, QString::fromUtf16(rate));
+            choose(u"cboDept"_s, u"Machining"_s);
             if (QString::fromUtf16(name) == u"Mill")
-                type(QStringLiteral("Text1"), QStringLiteral("Use coolant"));
-            press(QStringLiteral("cmdOK"));
+                type(u"Text1"_s, u"Use coolant"_s);
+            press(u"cmdOK"_s);
         });
-        press(QStringLiteral("cmdNewOper"));
+        press(u"cmdNewOper"_s);
     }
-    fillDialog(QStringLiteral("frmOperAddEdit"),
-               {{QStringLiteral("txtDescription"), QStringLiteral("Plating")}});
-    press(QStringLiteral("cmdCOnew"));
-    EXPECT_EQ(rows(QStringLiteral(
-                  "SELECT Description, OperType, OperShopRate FROM Operation ORDER BY OperNo")),
-              (QStringList{QStringLiteral("Mill|I|40"), QStringLiteral("Turn|I|35"),
-                           QStringLiteral("Plating|C|0")}));
-    press(QStringLiteral("cmdClose"));
+    fillDialog(u"frmOperAddEdit"_s, {{u"txtDescription"_s, u"Plating"_s}});
+    press(u"cmdCOnew"_s);
+    EXPECT_EQ(rows(u"SELECT Description, OperType, OperShopRate FROM Operation ORDER BY OperNo"_s),
+              (QStringList{u"Mill|I|40"_s, u"Turn|I|35"_s, u"Plating|C|0"_s}));
+    press(u"cmdClose"_s);
 }
 
 void Road::addFixedCostItem() {
-    open(QStringLiteral("frmMiscItems"));
-    whenShown(QStringLiteral("frmMIAddEdit"), [this] {
-        type(QStringLiteral("txtDescription"), QStringLiteral("Bar stock"));
-        type(QStringLiteral("cboUnitofMeasure"), QStringLiteral("FT"));
-        type(QStringLiteral("txtUnitPrice"), QStringLiteral("12.5"));
-        press(QStringLiteral("cmdOK"));
+    open(u"frmMiscItems"_s);
+    whenShown(u"frmMIAddEdit"_s, [this] {
+        type(u"txtDescription"_s, u"Bar stock"_s);
+        type(u"cboUnitofMeasure"_s, u"FT"_s);
+        type(u"txtUnitPrice"_s, u"12.5"_s);
+        press(u"cmdOK"_s);
     });
-    press(QStringLiteral("cmdNew"));
-    EXPECT_EQ(rows(QStringLiteral("SELECT Description, UnitOfMeasure, UnitPrice FROM MiscItems")),
-              QStringList{QStringLiteral("Bar stock|FT|12.5")});
-    press(QStringLiteral("cmdClose"));
+    press(u"cmdNew"_s);
+    EXPECT_EQ(rows(u"SELECT Description, UnitOfMeasure, UnitPrice FROM MiscItems"_s),
+              QStringList{u"Bar stock|FT|12.5"_s});
+    press(u"cmdClose"_s);
 }
 
 void Road::priceEstimate() {
     enum Oper { Seq, Note, Description, Time };
     enum Misc { Item, Unit, Price, Quantity, Total };
-    expectBoxContaining(QStringLiteral("you must add at least one Estimate"), Answer::Yes);
-    open(QStringLiteral("frmEstimate"));
-    expectBox(QStringLiteral("Are you sure you want to cancel?"), Answer::Yes);
-    press(QStringLiteral("cmdCancel"));
-    whenShown(QStringLiteral("frmEstNew"), [this] {
-        check(QStringLiteral("Option2"));
-        press(QStringLiteral("cmdOK"));
+    expectBoxContaining(u"you must add at least one Estimate"_s, Answer::Yes);
+    open(u"frmEstimate"_s);
+    expectBox(u"Are you sure you want to cancel?"_s, Answer::Yes);
+    press(u"cmdCancel"_s);
+    whenShown(u"frmEstNew"_s, [this] {
+        check(u"Option2"_s);
+        press(u"cmdOK"_s);
     });
-    whenShown(QStringLiteral("frmSelOper"), [this] {
+    whenShown(u"frmSelOper"_s, [this] {
         for (int i = 0; i < 3; ++i) { // Mill, Plating, Turn
-            selectRow(QStringLiteral("lvwAvail"), 0);
-            press(QStringLiteral("cmdAddRemove(0)"));
+            selectRow(u"lvwAvail"_s, 0);
+            press(u"cmdAddRemove(0)"_s);
         }
-        press(QStringLiteral("cmdOK"));
+        press(u"cmdOK"_s);
     });
-    press(QStringLiteral("cmdNew"));
-    choose(QStringLiteral("dbcCustomer"), customerName);
-    type(QStringLiteral("txtRfqno"), QStringLiteral("R-77"));
-    type(QStringLiteral("txtPartno"), QStringLiteral("KX-100"));
-    type(QStringLiteral("txtDescription"), QStringLiteral("Guide bushing"));
-    type(QStringLiteral("txtQuantity"), QStringLiteral("10"));
+    press(u"cmdNew"_s);
+    choose(u"dbcCustomer"_s, customerName);
+    type(u"txtRfqno"_s, u"R-77"_s);
+    type(u"txtPartno"_s, u"KX-100"_s);
+    type(u"txtDescription"_s, u"Guide bushing"_s);
+    type(u"txtQuantity"_s, u"10"_s);
     leave();
-    setCell(QStringLiteral("sprOper"), 0, Time, QStringLiteral("2.5"));
-    setCell(QStringLiteral("sprOper"), 1, Time, QStringLiteral("100"));
-    setCell(QStringLiteral("sprOper"), 2, Time, QStringLiteral("1.125"));
-    whenShown(QStringLiteral("frmInsItem"), [this] {
-        selectRow(QStringLiteral("lstItems"), 0);
-        press(QStringLiteral("cmdOK"));
+    setCell(u"sprOper"_s, 0, Time, u"2.5"_s);
+    setCell(u"sprOper"_s, 1, Time, u"100"_s);
+    setCell(u"sprOper"_s, 2, Time, u"1.125"_s);
+    whenShown(u"frmInsItem"_s, [this] {
+        selectRow(u"lstItems"_s, 0);
+        press(u"cmdOK"_s);
     });
-    press(QStringLiteral("cmdMisc(0)"));
-    setCell(QStringLiteral("sprMisc"), 0, Quantity, QStringLiteral("4"));
+    press(u"cmdMisc(0)"_s);
+    setCell(u"sprMisc"_s, 0, Quantity, u"4"_s);
     const char16_t* discounts[] = {u"", u"5", u"10", u"12.5", u"15"};
     for (int i = 0; i < 5; ++i) {
         const QString index = u'(' + QString::number(i) + u')';
         if (i > 0) {
-            type(QStringLiteral("txtQtyBreak") + index, QString::number(10 * (i + 1)));
-            type(QStringLiteral("txtQtyDiscount") + index, QString::fromUtf16(discounts[i]));
+            type(u"txtQtyBreak"_s + index, QString::number(10 * (i + 1)));
+            type(u"txtQtyDiscount"_s + index, QString::fromUtf16(discounts[i]));
         }
-        type(QStringLiteral("fpQtyQP") + index, QString::number(36 - i) + QStringLiteral(".25"));
+        type(u"fpQtyQP"_s + index, QString::number(36 - i) + u".25"_s);
         leave();
     }
-    expectBoxContaining(QStringLiteral("recalculate the Pricing"), Answer::Yes);
-    press(QStringLiteral("cmdOperRate(1)")); // each operation at its own rate
+    expectBoxContaining(u"recalculate the Pricing"_s, Answer::Yes);
+    press(u"cmdOperRate(1)"_s); // each operation at its own rate
     // 2.5 h at 40, 1.125 h at 35, 100 outside, 50 of material, by ten pieces.
-    EXPECT_EQ(text(QStringLiteral("fpOutContr")), u"100.00");
-    EXPECT_EQ(text(QStringLiteral("fpFixed")), u"50.00");
-    EXPECT_EQ(text(QStringLiteral("fpQtyPrice(0)")), u"28.9375");
-    press(QStringLiteral("cmdSave"));
+    EXPECT_EQ(text(u"fpOutContr"_s), u"100.00");
+    EXPECT_EQ(text(u"fpFixed"_s), u"50.00");
+    EXPECT_EQ(text(u"fpQtyPrice(0)"_s), u"28.9375");
+    press(u"cmdSave"_s);
 
-    EXPECT_EQ(rows(QStringLiteral(
-                  "SELECT EstNo, CustID, Quantity, QtyPriceA, QtyPriceB, QtyPriceC, QtyPriceD, "
-                  "QtyPriceE, QtyQPA, QtyTotalA, QtyTotalE FROM Estimate")),
-              QStringList{QStringLiteral(
-                  "1|1|10|28.9375|27.4906|26.0438|25.3203|24.5969|36.25|362.5|1612.5")});
-    EXPECT_EQ(rows(QStringLiteral(
-                  "SELECT SeqNo, OperTime_Amount, OperShopRate FROM EstOper ORDER BY SeqNo")),
-              (QStringList{QStringLiteral("1|2.5|40"), QStringLiteral("2|100|0"),
-                           QStringLiteral("3|1.125|35")}));
-    EXPECT_EQ(rows(QStringLiteral("SELECT EstNo, SeqNo, OperNotes FROM EstOperNote")),
-              QStringList{QStringLiteral("1|1|Use coolant")});
+    EXPECT_EQ(rows(u"SELECT EstNo, CustID, Quantity, QtyPriceA, QtyPriceB, QtyPriceC, QtyPriceD, "
+                   "QtyPriceE, QtyQPA, QtyTotalA, QtyTotalE FROM Estimate"_s),
+              QStringList{u"1|1|10|28.9375|27.4906|26.0438|25.3203|24.5969|36.25|362.5|1612.5"_s});
+    EXPECT_EQ(rows(u"SELECT SeqNo, OperTime_Amount, OperShopRate FROM EstOper ORDER BY SeqNo"_s),
+              (QStringList{u"1|2.5|40"_s, u"2|100|0"_s, u"3|1.125|35"_s}));
+    EXPECT_EQ(rows(u"SELECT EstNo, SeqNo, OperNotes FROM EstOperNote"_s),
+              QStringList{u"1|1|Use coolant"_s});
 }
 
 void Road::createJob() {
-    use(screen::Forms::find(QStringLiteral("frmEstimate")));
-    whenShown(QStringLiteral("frmCreatJob"), [this] {
-        EXPECT_EQ(text(QStringLiteral("txtQtyQP")), u"36.2500");
-        expectBoxContaining(QStringLiteral("Please enter Due Date!"));
-        press(QStringLiteral("cmdOK")); // too early
-        type(QStringLiteral("mskDate(1)"), QStringLiteral("3/30/2026"));
-        type(QStringLiteral("txtPONo"), QStringLiteral("PO 4471"));
-        check(QStringLiteral("chkNotes"));
-        check(QStringLiteral("chkPrintTraveler"));
-        expectBox(QStringLiteral("Job # 1 has been created from Estimate # 1"), Answer::Ok,
-                  QStringLiteral("Create a Job"));
-        press(QStringLiteral("cmdOK"));
+    use(screen::Forms::find(u"frmEstimate"_s));
+    whenShown(u"frmCreatJob"_s, [this] {
+        EXPECT_EQ(text(u"txtQtyQP"_s), u"36.2500");
+        expectBoxContaining(u"Please enter Due Date!"_s);
+        press(u"cmdOK"_s); // too early
+        type(u"mskDate(1)"_s, u"3/30/2026"_s);
+        type(u"txtPONo"_s, u"PO 4471"_s);
+        check(u"chkNotes"_s);
+        check(u"chkPrintTraveler"_s);
+        expectBox(u"Job # 1 has been created from Estimate # 1"_s, Answer::Ok, u"Create a Job"_s);
+        press(u"cmdOK"_s);
     });
-    press(QStringLiteral("cmdCreateJob"));
-    EXPECT_EQ(rows(QStringLiteral(
-                  "SELECT JobNo, CustID, PONo, Quantity, EstNo, InvoiceEach, InvoiceTotal, "
-                  "JobShopCost, JobDateIn, JobDueDate FROM Job")),
-              QStringList{QStringLiteral("1|1|PO 4471|10|1|36.25|362.5|15|3/2/2026|3/30/2026")});
-    EXPECT_EQ(rows(QStringLiteral(
-                  "SELECT SeqNo, OperTime_Amount, EstOper, Status FROM JobOper ORDER BY SeqNo")),
-              (QStringList{QStringLiteral("1|0|2.5| "), QStringLiteral("2|100|100| "),
-                           QStringLiteral("3|0|1.125| ")}));
-    EXPECT_EQ(rows(QStringLiteral("SELECT JobNo, SeqNo, OperNotes FROM JobOperNote")),
-              QStringList{QStringLiteral("1|1|Use coolant")});
+    press(u"cmdCreateJob"_s);
+    EXPECT_EQ(rows(u"SELECT JobNo, CustID, PONo, Quantity, EstNo, InvoiceEach, InvoiceTotal, "
+                   "JobShopCost, JobDateIn, JobDueDate FROM Job"_s),
+              QStringList{u"1|1|PO 4471|10|1|36.25|362.5|15|3/2/2026|3/30/2026"_s});
+    EXPECT_EQ(rows(u"SELECT SeqNo, OperTime_Amount, EstOper, Status FROM JobOper ORDER BY SeqNo"_s),
+              (QStringList{u"1|0|2.5| "_s, u"2|100|100| "_s, u"3|0|1.125| "_s}));
+    EXPECT_EQ(rows(u"SELECT JobNo, SeqNo, OperNotes FROM JobOperNote"_s),
+              QStringList{u"1|1|Use coolant"_s});
 
     EXPECT_EQ(m_printTitle, u"Traveler Report");
     const QString printed = printedText();
     for (const QString& wanted :
-         {customerName, QStringLiteral("KX-100"), QStringLiteral("PO 4471"), QStringLiteral("Mill"),
-          QStringLiteral("Plating"), QStringLiteral("Turn"), QStringLiteral("1 of 1")})
+         {customerName, u"KX-100"_s, u"PO 4471"_s, u"Mill"_s, u"Plating"_s, u"Turn"_s, u"1 of 1"_s})
         EXPECT_TRUE(printed.contains(wanted, Qt::CaseInsensitive))
             << wanted.toStdString() << " in\n"
             << printed.toStdString();
@@ -245,11 +231,10 @@ QString Road::printedText() {
     if (!m_printed)
         return {};
     const QTemporaryDir folder;
-    const QString pdf = folder.filePath(QStringLiteral("traveler.pdf"));
+    const QString pdf = folder.filePath(u"traveler.pdf"_s);
     report::writePdf(*m_printed, pdf);
     QProcess reader;
-    reader.start(QStringLiteral("pdftotext"),
-                 {QStringLiteral("-layout"), pdf, QStringLiteral("-")});
+    reader.start(u"pdftotext"_s, {u"-layout"_s, pdf, u"-"_s});
     EXPECT_TRUE(reader.waitForFinished());
     return QString::fromUtf8(reader.readAllStandardOutput());
 }
@@ -259,11 +244,9 @@ void Road::workOnFloor() {
     const auto floor = m_test->station();
     const auto book = [&](int operNo, const char16_t* hours, const char16_t* status) {
         floor->execute(
-            QStringLiteral(
-                "INSERT INTO Timelog (EmpID, JobNo, OperNo, SignID, AccumTime, Status, StartDate, "
-                "SuspDate) VALUES (1, 1, %1, 1, %2, '%3', #03/03/2026 07:00:00 AM#, "
-                "#03/03/2026 09:00:00 AM#)")
-                .arg(operNo)
+            u"INSERT INTO Timelog (EmpID, JobNo, OperNo, SignID, AccumTime, Status, StartDate, "
+            "SuspDate) VALUES (1, 1, %1, 1, %2, '%3', #03/03/2026 07:00:00 AM#, "
+            "#03/03/2026 09:00:00 AM#)"_s.arg(operNo)
                 .arg(QString::fromUtf16(hours), QString::fromUtf16(status)));
     };
     book(1, u"1.5", u"D");
@@ -283,19 +266,18 @@ TEST_P(Road, FromTheRequestToACostedJobWithItsTraveler) {
     createJob();
     workOnFloor();
 
-    open(QStringLiteral("frmJob"));
-    EXPECT_EQ(text(QStringLiteral("lblJobNo")), u"1");
-    EXPECT_EQ(text(QStringLiteral("dbcCustomer")), customerName);
-    EXPECT_EQ(text(QStringLiteral("lblTotalHours")), u"3.85");
+    open(u"frmJob"_s);
+    EXPECT_EQ(text(u"lblJobNo"_s), u"1");
+    EXPECT_EQ(text(u"dbcCustomer"_s), customerName);
+    EXPECT_EQ(text(u"lblTotalHours"_s), u"3.85");
     // 2.75 h at 40, 1.1 h at 35, 100 outside, 50 of material, by ten pieces.
-    EXPECT_EQ(text(QStringLiteral("lblJobShopCost")), u"29.8500");
-    EXPECT_EQ(text(QStringLiteral("lblInvoiceTotal")), u"362.50");
-    EXPECT_EQ(rows(QStringLiteral("SELECT JobShopCost, TotalHours, InvoiceTotal FROM Job")),
-              QStringList{QStringLiteral("29.85|3.85|362.5")});
-    EXPECT_EQ(rows(QStringLiteral("SELECT OperTime_Amount, EstOper FROM JobOper ORDER BY SeqNo")),
-              (QStringList{QStringLiteral("2.75|2.5"), QStringLiteral("100|100"),
-                           QStringLiteral("1.1|1.125")}));
-    press(QStringLiteral("cmdClose"));
+    EXPECT_EQ(text(u"lblJobShopCost"_s), u"29.8500");
+    EXPECT_EQ(text(u"lblInvoiceTotal"_s), u"362.50");
+    EXPECT_EQ(rows(u"SELECT JobShopCost, TotalHours, InvoiceTotal FROM Job"_s),
+              QStringList{u"29.85|3.85|362.5"_s});
+    EXPECT_EQ(rows(u"SELECT OperTime_Amount, EstOper FROM JobOper ORDER BY SeqNo"_s),
+              (QStringList{u"2.75|2.5"_s, u"100|100"_s, u"1.1|1.125"_s}));
+    press(u"cmdClose"_s);
     expectNothingLeft();
 }
 

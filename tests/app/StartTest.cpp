@@ -3,6 +3,7 @@
 #include "core/MDIMain.h"
 #include "core/MirsaMain.h"
 #include "platform/system/SingleInstance.h"
+#include "platform/values/Literals.h"
 #include "support/DatabaseFixture.h"
 #include "support/ScreenFixture.h"
 
@@ -36,7 +37,7 @@ class Start : public testsupport::ScreenFixture {
     }
     /// The splash, left by a key as people do.
     void passSplash() {
-        whenShown(QStringLiteral("frmSplash"), [this] { key(Qt::Key_Space); });
+        whenShown(u"frmSplash"_s, [this] { key(Qt::Key_Space); });
     }
     int windows() const {
         int count = 0;
@@ -69,8 +70,8 @@ TEST_F(Start, AMissingOrUnreadableDatabaseEndsItBeforeAnyWindow) {
 TEST_F(Start, ASecondInstanceIsToldAndEnds) {
     deliver();
     const platform::SingleInstance running(m_folder.path());
-    expectBox(QStringLiteral("Mirsa is already running."), screen::Answer::Ok,
-              QStringLiteral("Mirsa"), {}, screen::Icon::Critical);
+    expectBox(u"Mirsa is already running."_s, screen::Answer::Ok, u"Mirsa"_s, {},
+              screen::Icon::Critical);
     expectEndOfProcess();
     EXPECT_FALSE(main());
     EXPECT_EQ(windows(), 0);
@@ -79,39 +80,39 @@ TEST_F(Start, ASecondInstanceIsToldAndEnds) {
 TEST_F(Start, GivingUpTheFirstLoginEndsTheProcess) {
     deliver();
     passSplash();
-    whenShown(QStringLiteral("frmLogin"), [this] { press(QStringLiteral("cmdCancel")); });
+    whenShown(u"frmLogin"_s, [this] { press(u"cmdCancel"_s); });
     expectEndOfProcess();
     EXPECT_FALSE(main());
 }
 
 TEST_F(Start, TheSplashGoesByItselfAndTheLoginOpensTheShell) {
     deliver();
-    whenShown(QStringLiteral("frmSplash"), [this] {
+    whenShown(u"frmSplash"_s, [this] {
         const QPointer<screen::Form> splash(&form());
         EXPECT_TRUE(QTest::qWaitFor([&] { return !splash || !splash->isVisible(); }, 4000));
     });
-    whenShown(QStringLiteral("frmLogin"), [this] {
+    whenShown(u"frmLogin"_s, [this] {
         core::MDIMain* shell = dynamic_cast<core::MDIMain*>(core::shell());
         ASSERT_TRUE(shell);
         EXPECT_TRUE(shell->isVisible());
         EXPECT_FALSE(shell->findChild<QToolBar*>()->isVisible());
-        EXPECT_FALSE(shell->menuAction(QStringLiteral("mnuFileCustomer"))->isEnabled());
-        type(QStringLiteral("txtUserId"), QStringLiteral("admin"));
-        type(QStringLiteral("txtUserPassword"), QStringLiteral("Bolts\n"));
+        EXPECT_FALSE(shell->menuAction(u"mnuFileCustomer"_s)->isEnabled());
+        type(u"txtUserId"_s, u"admin"_s);
+        type(u"txtUserPassword"_s, u"Bolts\n"_s);
     });
     ASSERT_TRUE(main());
     core::MDIMain* shell = m_program->shell();
     EXPECT_TRUE(shell->findChild<QToolBar*>()->isVisible());
-    EXPECT_TRUE(shell->menuAction(QStringLiteral("mnuFileCustomer"))->isEnabled());
-    EXPECT_EQ(core::shared().CurrentUserName, QStringLiteral("admin"));
-    EXPECT_EQ(shell->windowTitle(), QStringLiteral("Mirsa Project Manager"));
+    EXPECT_TRUE(shell->menuAction(u"mnuFileCustomer"_s)->isEnabled());
+    EXPECT_EQ(core::shared().CurrentUserName, u"admin"_s);
+    EXPECT_EQ(shell->windowTitle(), u"Mirsa Project Manager"_s);
 
-    expectBoxContaining(QStringLiteral("There are no records in the database"), screen::Answer::No);
-    shell->menuAction(QStringLiteral("mnuFileCustomer"))->trigger();
-    EXPECT_TRUE(screen::Forms::isLoaded(QStringLiteral("frmCustomer")));
+    expectBoxContaining(u"There are no records in the database"_s, screen::Answer::No);
+    shell->menuAction(u"mnuFileCustomer"_s)->trigger();
+    EXPECT_TRUE(screen::Forms::isLoaded(u"frmCustomer"_s));
     expectEndOfProcess();
-    shell->menuAction(QStringLiteral("mnuFileExit"))->trigger();
-    EXPECT_FALSE(screen::Forms::isLoaded(QStringLiteral("frmCustomer")));
+    shell->menuAction(u"mnuFileExit"_s)->trigger();
+    EXPECT_FALSE(screen::Forms::isLoaded(u"frmCustomer"_s));
 }
 
 } // namespace

@@ -1,3 +1,4 @@
+#include "platform/values/Literals.h"
 #include "support/DatabaseFixture.h"
 
 #include <QProcess>
@@ -20,22 +21,20 @@ class Stations : public testsupport::ShopDatabaseFixture {
     /// without gaps, and no child row is without its estimate.
     void expectWholeEstimates() {
         EXPECT_EQ(
-            rows(QStringLiteral(
-                "SELECT EstNo, Quantity FROM Estimate WHERE Quantity <> (SELECT COUNT(*) FROM "
-                "EstOper WHERE EstOper.EstNo = Estimate.EstNo)")),
+            rows(u"SELECT EstNo, Quantity FROM Estimate WHERE Quantity <> (SELECT COUNT(*) FROM "
+                 "EstOper WHERE EstOper.EstNo = Estimate.EstNo)"_s),
             QStringList());
         EXPECT_EQ(
-            rows(QStringLiteral(
-                "SELECT EstNo FROM Estimate WHERE Quantity <> (SELECT MAX(SeqNo) FROM EstOper "
-                "WHERE EstOper.EstNo = Estimate.EstNo)")),
+            rows(u"SELECT EstNo FROM Estimate WHERE Quantity <> (SELECT MAX(SeqNo) FROM EstOper "
+                 "WHERE EstOper.EstNo = Estimate.EstNo)"_s),
             QStringList());
-        EXPECT_EQ(rows(QStringLiteral(
-                      "SELECT EstNo FROM Estimate WHERE NOT Quantity = (SELECT SUM(Quantity) FROM "
-                      "EstMiscCost WHERE EstMiscCost.EstNo = Estimate.EstNo)")),
-                  QStringList());
+        EXPECT_EQ(
+            rows(u"SELECT EstNo FROM Estimate WHERE NOT Quantity = (SELECT SUM(Quantity) FROM "
+                 "EstMiscCost WHERE EstMiscCost.EstNo = Estimate.EstNo)"_s),
+            QStringList());
         for (const auto* table : {u"EstOper", u"EstMiscCost"}) {
-            EXPECT_EQ(rows(QStringLiteral("SELECT EstNo FROM ") + QString::fromUtf16(table) +
-                           QStringLiteral(" WHERE EstNo NOT IN (SELECT EstNo FROM Estimate)")),
+            EXPECT_EQ(rows(u"SELECT EstNo FROM "_s + QString::fromUtf16(table) +
+                           u" WHERE EstNo NOT IN (SELECT EstNo FROM Estimate)"_s),
                       QStringList());
         }
     }
@@ -53,7 +52,7 @@ TEST_P(Stations, AProcessKilledWhileItSavesAndDeletesLeavesWholeEstimatesOnly) {
         station->kill();
         ASSERT_TRUE(station->waitForFinished());
         const int said = static_cast<int>(station->readAllStandardOutput().count('\n'));
-        const int held = db().lookup(QStringLiteral("SELECT COUNT(*) FROM Estimate")).toLong();
+        const int held = db().lookup(u"SELECT COUNT(*) FROM Estimate"_s).toLong();
         EXPECT_GE(held, saved + said) << "what was said to be saved is there";
         saved = held;
         expectWholeEstimates();
@@ -62,16 +61,15 @@ TEST_P(Stations, AProcessKilledWhileItSavesAndDeletesLeavesWholeEstimatesOnly) {
 }
 
 TEST_P(Stations, TwoThatSaveAtOnceLoseNothingAndNeitherIsTurnedAway) {
-    const auto first = start(QStringLiteral("A"), 60);
-    const auto second = start(QStringLiteral("B"), 60);
+    const auto first = start(u"A"_s, 60);
+    const auto second = start(u"B"_s, 60);
     for (QProcess* station : {first.get(), second.get()}) {
         ASSERT_TRUE(station->waitForFinished(120000));
         EXPECT_EQ(station->exitCode(), 0) << station->readAllStandardError().toStdString();
     }
-    EXPECT_EQ(rows(QStringLiteral("SELECT COUNT(*) FROM Estimate")),
-              QStringList{QStringLiteral("120")});
-    EXPECT_EQ(rows(QStringLiteral("SELECT COUNT(*) FROM Estimate WHERE PartNo LIKE '*edited'")),
-              QStringList{QStringLiteral("2")});
+    EXPECT_EQ(rows(u"SELECT COUNT(*) FROM Estimate"_s), QStringList{u"120"_s});
+    EXPECT_EQ(rows(u"SELECT COUNT(*) FROM Estimate WHERE PartNo LIKE '*edited'"_s),
+              QStringList{u"2"_s});
     expectWholeEstimates();
 }
 

@@ -3,6 +3,7 @@
 #include "core/MainMenu.h"
 #include "core/MirsaMain.h"
 #include "core/Screens.h"
+#include "platform/values/Literals.h"
 #include "support/Gallery.h"
 #include "support/ShopFixture.h"
 
@@ -20,40 +21,33 @@ class Login : public testsupport::ShopTest {
         if (IsSkipped())
             return;
         core::registerScreens();
-        database().execute(QStringLiteral("DELETE * FROM Users"));
-        database().execute(
-            QStringLiteral("INSERT INTO Users (UserID, username, [password], usergroupid) "
-                           "VALUES ('Admin', 'Administrator', 'Bolts', 0)"));
-        database().execute(
-            QStringLiteral("INSERT INTO Users (UserID, username, [password], usergroupid) "
-                           "VALUES ('pat', 'Pat Miller', 'Lathe', 3)"));
+        database().execute(u"DELETE * FROM Users"_s);
+        database().execute(u"INSERT INTO Users (UserID, username, [password], usergroupid) "
+                           "VALUES ('Admin', 'Administrator', 'Bolts', 0)"_s);
+        database().execute(u"INSERT INTO Users (UserID, username, [password], usergroupid) "
+                           "VALUES ('pat', 'Pat Miller', 'Lathe', 3)"_s);
         core::shared().CurrentUserName.clear();
         core::shared().CurrentUserNo = core::shared().CurrentGroupNo = 0;
     }
     void enter(const QString& user, const QString& password) {
-        type(QStringLiteral("txtUserId"), user);
-        type(QStringLiteral("txtUserPassword"), password);
-        press(QStringLiteral("cmdOk"));
+        type(u"txtUserId"_s, user);
+        type(u"txtUserPassword"_s, password);
+        press(u"cmdOk"_s);
     }
-    void onLogin(std::function<void()> driver) {
-        whenShown(QStringLiteral("frmLogin"), std::move(driver));
-    }
+    void onLogin(std::function<void()> driver) { whenShown(u"frmLogin"_s, std::move(driver)); }
     qint64 numberOf(const QString& user) {
         return database()
-            .lookup(QStringLiteral("SELECT ID FROM Users WHERE UserID = '") + user +
-                    QStringLiteral("'"))
+            .lookup(u"SELECT ID FROM Users WHERE UserID = '"_s + user + u"'"_s)
             .toLong();
     }
     void grant(const QString& code, const QString& user) {
         const QString object =
             database()
-                .lookup(
-                    QStringLiteral("SELECT objectid FROM SecurityObjects WHERE securitycode='") +
-                    code + QStringLiteral("'"))
+                .lookup(u"SELECT objectid FROM SecurityObjects WHERE securitycode='"_s + code +
+                        u"'"_s)
                 .toText();
-        database().execute(QStringLiteral("INSERT INTO securityusers (id, objectID) VALUES(") +
-                           QString::number(numberOf(user)) + QStringLiteral(",") + object +
-                           QStringLiteral(")"));
+        database().execute(u"INSERT INTO securityusers (id, objectID) VALUES("_s +
+                           QString::number(numberOf(user)) + u","_s + object + u")"_s);
     }
     void signIn(const QString& user, const QString& password) {
         onLogin([=, this] { enter(user, password); });
@@ -63,32 +57,32 @@ class Login : public testsupport::ShopTest {
 
 TEST_P(Login, EveryWrongTurnLeavesTheDialogUpAndThenTheRightOneEndsIt) {
     onLogin([this] {
-        expectBox(QStringLiteral("Please enter your User Name in the appropriate spot."));
-        press(QStringLiteral("cmdOk"));
-        EXPECT_EQ(focusName(), QStringLiteral("txtUserId"));
-        expectBox(QStringLiteral("Please enter your Password in the appropriate spot."));
-        type(QStringLiteral("txtUserId"), QStringLiteral("PAT"));
-        press(QStringLiteral("cmdOk"));
-        expectBox(QStringLiteral("This is not a valid login."));
-        enter(QStringLiteral("PAT"), QStringLiteral("bolts"));
-        enter(QStringLiteral("PAT"), QStringLiteral("lathe"));
+        expectBox(u"Please enter your User Name in the appropriate spot."_s);
+        press(u"cmdOk"_s);
+        EXPECT_EQ(focusName(), u"txtUserId"_s);
+        expectBox(u"Please enter your Password in the appropriate spot."_s);
+        type(u"txtUserId"_s, u"PAT"_s);
+        press(u"cmdOk"_s);
+        expectBox(u"This is not a valid login."_s);
+        enter(u"PAT"_s, u"bolts"_s);
+        enter(u"PAT"_s, u"lathe"_s);
     });
     EXPECT_TRUE(core::LoginUser());
-    EXPECT_EQ(core::shared().CurrentUserName, QStringLiteral("PAT")) << "as typed";
-    EXPECT_EQ(core::shared().CurrentUserNo, numberOf(QStringLiteral("pat")));
+    EXPECT_EQ(core::shared().CurrentUserName, u"PAT"_s) << "as typed";
+    EXPECT_EQ(core::shared().CurrentUserNo, numberOf(u"pat"_s));
     EXPECT_EQ(core::shared().CurrentGroupNo, 3);
 }
 
 TEST_P(Login, GivingUpLeavesTheUserWhoWasSignedIn) {
-    core::shared().CurrentUserName = QStringLiteral("pat");
+    core::shared().CurrentUserName = u"pat"_s;
     onLogin([this] {
-        type(QStringLiteral("txtUserId"), QStringLiteral("Admin"));
+        type(u"txtUserId"_s, u"Admin"_s);
         key(Qt::Key_Escape);
     });
     EXPECT_FALSE(core::LoginUser());
     onLogin([this] { form().close(); });
     EXPECT_FALSE(core::LoginUser());
-    EXPECT_EQ(core::shared().CurrentUserName, QStringLiteral("pat"));
+    EXPECT_EQ(core::shared().CurrentUserName, u"pat"_s);
 }
 
 TEST_P(Login, AnApostropheSignsNobodyInAndEndsInTheDatabaseError) {
@@ -96,51 +90,49 @@ TEST_P(Login, AnApostropheSignsNobodyInAndEndsInTheDatabaseError) {
         expectRunTimeError(jet::errors::syntax);
         onLogin([=, this] {
             enter(user, password);
-            press(QStringLiteral("cmdCancel"));
+            press(u"cmdCancel"_s);
         });
         EXPECT_FALSE(core::LoginUser());
     };
-    attempt(QStringLiteral("Admin"), QStringLiteral("' OR '1'='1"));
-    attempt(QStringLiteral("' OR UserID='Admin"), QStringLiteral("x"));
+    attempt(u"Admin"_s, u"' OR '1'='1"_s);
+    attempt(u"' OR UserID='Admin"_s, u"x"_s);
     EXPECT_EQ(core::shared().CurrentUserName, QString());
 }
 
 TEST_P(Login, RightsAreTheUsersOwnAndThoseOfTheOneGroup) {
-    grant(QStringLiteral("mnuFileJob"), QStringLiteral("pat"));
+    grant(u"mnuFileJob"_s, u"pat"_s);
     const auto member = [this](int group) {
-        database().execute(
-            QStringLiteral("UPDATE Users SET usergroupid = %1 WHERE UserID = 'pat'").arg(group));
+        database().execute(u"UPDATE Users SET usergroupid = %1 WHERE UserID = 'pat'"_s.arg(group));
     };
-    database().execute(QStringLiteral("INSERT INTO securitygroups (groupid, objectID) "
-                                      "SELECT 3, objectid FROM SecurityObjects "
-                                      "WHERE securitycode = 'ShowDollar'"));
-    signIn(QStringLiteral("pat"), QStringLiteral("Lathe"));
-    EXPECT_TRUE(core::HasAccess(QStringLiteral("mnuFileJob")));
-    EXPECT_TRUE(core::HasAccess(QStringLiteral("ShowDollar")));
-    EXPECT_FALSE(core::HasAccess(QStringLiteral("mnuFileEstimate")));
+    database().execute(u"INSERT INTO securitygroups (groupid, objectID) "
+                       "SELECT 3, objectid FROM SecurityObjects "
+                       "WHERE securitycode = 'ShowDollar'"_s);
+    signIn(u"pat"_s, u"Lathe"_s);
+    EXPECT_TRUE(core::HasAccess(u"mnuFileJob"_s));
+    EXPECT_TRUE(core::HasAccess(u"ShowDollar"_s));
+    EXPECT_FALSE(core::HasAccess(u"mnuFileEstimate"_s));
     member(0);
-    signIn(QStringLiteral("pat"), QStringLiteral("Lathe"));
-    EXPECT_FALSE(core::HasAccess(QStringLiteral("ShowDollar"))) << "no group";
-    signIn(QStringLiteral("aDmin"), QStringLiteral("bolts"));
-    EXPECT_TRUE(core::HasAccess(QStringLiteral("anything")));
+    signIn(u"pat"_s, u"Lathe"_s);
+    EXPECT_FALSE(core::HasAccess(u"ShowDollar"_s)) << "no group";
+    signIn(u"aDmin"_s, u"bolts"_s);
+    EXPECT_TRUE(core::HasAccess(u"anything"_s));
 }
 
 TEST_P(Login, TheMenusFollowTheRights) {
     core::MDIMain shell;
-    screen::Forms::add(QStringLiteral("frmJob"), [] {
-        return std::make_unique<screen::Form>(QStringLiteral("frmJob"), QStringLiteral("Job"));
-    });
+    screen::Forms::add(u"frmJob"_s,
+                       [] { return std::make_unique<screen::Form>(u"frmJob"_s, u"Job"_s); });
     const auto enabled = [&shell](const char* name) {
         return shell.menuAction(QString::fromLatin1(name))->isEnabled();
     };
     shell.SecureMenuObjects();
     EXPECT_FALSE(enabled("mnuFileJob")) << "before the login all that is listed is off";
-    EXPECT_FALSE(shell.menuAction(QStringLiteral("mnuAddOns"))->isVisible());
+    EXPECT_FALSE(shell.menuAction(u"mnuAddOns"_s)->isVisible());
     EXPECT_TRUE(enabled("mnuFileLogin"));
 
-    grant(QStringLiteral("mnuAddOns"), QStringLiteral("pat"));
-    grant(QStringLiteral("mnuFileJob"), QStringLiteral("pat"));
-    signIn(QStringLiteral("pat"), QStringLiteral("Lathe"));
+    grant(u"mnuAddOns"_s, u"pat"_s);
+    grant(u"mnuFileJob"_s, u"pat"_s);
+    signIn(u"pat"_s, u"Lathe"_s);
     shell.SecureMenuObjects();
     EXPECT_TRUE(enabled("mnuFileJob"));
     EXPECT_TRUE(shell.toolButton(2)->isVisible());
@@ -148,7 +140,7 @@ TEST_P(Login, TheMenusFollowTheRights) {
     EXPECT_FALSE(shell.toolButton(10)->isVisible());
     EXPECT_FALSE(enabled("mnuUtilitiesLoginSetup"));
 
-    signIn(QStringLiteral("admin"), QStringLiteral("Bolts"));
+    signIn(u"admin"_s, u"Bolts"_s);
     shell.SecureMenuObjects();
     EXPECT_TRUE(enabled("mnuUtilitiesChangePassword"));
     EXPECT_FALSE(enabled("mnuInvoice")) << "its screen is not installed";
@@ -158,71 +150,69 @@ TEST_P(Login, TheMenusFollowTheRights) {
 /// A screen that may be told to refuse to close.
 class Stubborn : public screen::Form {
   public:
-    Stubborn() : Form(QStringLiteral("frmStubborn"), QStringLiteral("Stubborn")) {}
+    Stubborn() : Form(u"frmStubborn"_s, u"Stubborn"_s) {}
     bool Form_QueryUnload() override { return !refuses; }
     static inline bool refuses = true;
 };
 
 TEST_P(Login, AnotherUserComesOnlyWhenEveryScreenCloses) {
-    screen::Forms::add(QStringLiteral("frmStubborn"), [] { return std::make_unique<Stubborn>(); });
+    screen::Forms::add(u"frmStubborn"_s, [] { return std::make_unique<Stubborn>(); });
     core::MDIMain shell;
     shell.show();
-    core::shared().CurrentUserName = QStringLiteral("Admin");
-    screen::Forms::show(QStringLiteral("frmStubborn"));
+    core::shared().CurrentUserName = u"Admin"_s;
+    screen::Forms::show(u"frmStubborn"_s);
     Stubborn::refuses = true;
     core::SwitchUser();
-    EXPECT_TRUE(screen::Forms::isLoaded(QStringLiteral("frmStubborn")));
-    EXPECT_EQ(core::shared().CurrentUserName, QStringLiteral("Admin"));
+    EXPECT_TRUE(screen::Forms::isLoaded(u"frmStubborn"_s));
+    EXPECT_EQ(core::shared().CurrentUserName, u"Admin"_s);
 
     Stubborn::refuses = false;
-    onLogin([this] { press(QStringLiteral("cmdCancel")); });
+    onLogin([this] { press(u"cmdCancel"_s); });
     core::SwitchUser();
-    EXPECT_FALSE(screen::Forms::isLoaded(QStringLiteral("frmStubborn")));
-    EXPECT_EQ(core::shared().CurrentUserName, QStringLiteral("Admin"));
+    EXPECT_FALSE(screen::Forms::isLoaded(u"frmStubborn"_s));
+    EXPECT_EQ(core::shared().CurrentUserName, u"Admin"_s);
 
-    shell.menuAction(QStringLiteral("mnuFileJob"))->setEnabled(true);
-    onLogin([this] { enter(QStringLiteral("pat"), QStringLiteral("Lathe")); });
-    shell.menuAction(QStringLiteral("mnuFileLogin"))->trigger();
-    EXPECT_EQ(core::shared().CurrentUserName, QStringLiteral("pat"));
-    EXPECT_FALSE(shell.menuAction(QStringLiteral("mnuFileJob"))->isEnabled());
+    shell.menuAction(u"mnuFileJob"_s)->setEnabled(true);
+    onLogin([this] { enter(u"pat"_s, u"Lathe"_s); });
+    shell.menuAction(u"mnuFileLogin"_s)->trigger();
+    EXPECT_EQ(core::shared().CurrentUserName, u"pat"_s);
+    EXPECT_FALSE(shell.menuAction(u"mnuFileJob"_s)->isEnabled());
 }
 
 TEST_P(Login, OnesOwnPasswordIsCheckedAndStoredInCapitals) {
-    signIn(QStringLiteral("pat"), QStringLiteral("Lathe"));
+    signIn(u"pat"_s, u"Lathe"_s);
     const auto fill = [this](const QString& old, const QString& fresh, const QString& again) {
-        type(QStringLiteral("txtOldPassword"), old);
-        type(QStringLiteral("txtNewPassword"), fresh);
-        type(QStringLiteral("txtVerify"), again);
-        press(QStringLiteral("cmdOK"));
+        type(u"txtOldPassword"_s, old);
+        type(u"txtNewPassword"_s, fresh);
+        type(u"txtVerify"_s, again);
+        press(u"cmdOK"_s);
     };
-    whenShown(QStringLiteral("frmAbout"), [this] {
+    whenShown(u"frmAbout"_s, [this] {
         EXPECT_EQ(testsupport::gallery(form()), QStringList());
-        press(QStringLiteral("cmdOK"));
+        press(u"cmdOK"_s);
     });
-    screen::Forms::showModal(QStringLiteral("frmAbout"));
-    whenShown(QStringLiteral("frmPass"), [&] {
+    screen::Forms::showModal(u"frmAbout"_s);
+    whenShown(u"frmPass"_s, [&] {
         EXPECT_EQ(testsupport::gallery(form()), QStringList());
-        expectBox(QStringLiteral("Invalid Old Password. Please try again!"));
-        fill(QStringLiteral("wrong"), QStringLiteral("a"), QStringLiteral("b"));
-        EXPECT_EQ(focusName(), QStringLiteral("txtOldPassword"));
-        expectBox(QStringLiteral("New Password is not verified correctly. Please try again!"));
-        fill(QStringLiteral("lathe"), QStringLiteral("drill"), QStringLiteral("dril"));
-        EXPECT_EQ(focusName(), QStringLiteral("txtVerify"));
-        expectBox(
-            QStringLiteral("New Password may not be the same as the old one. Please try again!"));
-        fill(QStringLiteral("lathe"), QStringLiteral("LATHE"), QStringLiteral("lathe"));
-        fill(QStringLiteral("LATHE"), QStringLiteral("o'drill"), QStringLiteral("O'Drill"));
+        expectBox(u"Invalid Old Password. Please try again!"_s);
+        fill(u"wrong"_s, u"a"_s, u"b"_s);
+        EXPECT_EQ(focusName(), u"txtOldPassword"_s);
+        expectBox(u"New Password is not verified correctly. Please try again!"_s);
+        fill(u"lathe"_s, u"drill"_s, u"dril"_s);
+        EXPECT_EQ(focusName(), u"txtVerify"_s);
+        expectBox(u"New Password may not be the same as the old one. Please try again!"_s);
+        fill(u"lathe"_s, u"LATHE"_s, u"lathe"_s);
+        fill(u"LATHE"_s, u"o'drill"_s, u"O'Drill"_s);
     });
-    screen::Forms::showModal(QStringLiteral("frmPass"));
-    EXPECT_EQ(rows(QStringLiteral("SELECT [password] FROM Users WHERE UserID = 'pat'")),
-              QStringList(QStringLiteral("O'DRILL")));
-    EXPECT_EQ(rows(QStringLiteral("SELECT [password] FROM Users WHERE UserID = 'Admin'")),
-              QStringList(QStringLiteral("Bolts")));
+    screen::Forms::showModal(u"frmPass"_s);
+    EXPECT_EQ(rows(u"SELECT [password] FROM Users WHERE UserID = 'pat'"_s),
+              QStringList(u"O'DRILL"_s));
+    EXPECT_EQ(rows(u"SELECT [password] FROM Users WHERE UserID = 'Admin'"_s),
+              QStringList(u"Bolts"_s));
 
-    database().execute(QStringLiteral("DELETE * FROM Users WHERE UserID = 'pat'"));
-    expectBox(QStringLiteral("Your UserID has just been deleted!"), Answer::Ok, {}, {},
-              screen::Icon::Critical);
-    screen::Forms::showModal(QStringLiteral("frmPass"));
+    database().execute(u"DELETE * FROM Users WHERE UserID = 'pat'"_s);
+    expectBox(u"Your UserID has just been deleted!"_s, Answer::Ok, {}, {}, screen::Icon::Critical);
+    screen::Forms::showModal(u"frmPass"_s);
 }
 
 MIRSA_BOTH_ENGINES(Login);

@@ -1,4 +1,5 @@
 #include "core/Screens.h"
+#include "platform/values/Literals.h"
 #include "support/Gallery.h"
 #include "support/ShopFixture.h"
 
@@ -13,10 +14,9 @@ class Preferences : public testsupport::ShopTest {
         if (!IsSkipped())
             core::registerScreens();
     }
-    void openPreferences() { ASSERT_TRUE(open(QStringLiteral("frmSystemSettings"))); }
+    void openPreferences() { ASSERT_TRUE(open(u"frmSystemSettings"_s)); }
     QString stored(const char* columns) {
-        return rows(QStringLiteral("SELECT ") + QString::fromLatin1(columns) +
-                    QStringLiteral(" FROM SystemSettings"))
+        return rows(u"SELECT "_s + QString::fromLatin1(columns) + u" FROM SystemSettings"_s)
             .join(u';');
     }
     void set(const char* field, const char* value) {
@@ -59,17 +59,17 @@ TEST_P(Preferences, EveryFieldComesBackFromTheOneRow) {
     openPreferences();
     int n = 10;
     for (const Pair& pair : pairs)
-        type(QString::fromLatin1(pair.field), QStringLiteral("X'%1").arg(n++));
-    press(QStringLiteral("cmdOK"));
-    EXPECT_FALSE(screen::Forms::isLoaded(QStringLiteral("frmSystemSettings")));
+        type(QString::fromLatin1(pair.field), u"X'%1"_s.arg(n++));
+    press(u"cmdOK"_s);
+    EXPECT_FALSE(screen::Forms::isLoaded(u"frmSystemSettings"_s));
     openPreferences();
     n = 10;
     for (const Pair& pair : pairs) {
-        const QString value = QStringLiteral("X'%1").arg(n++);
+        const QString value = u"X'%1"_s.arg(n++);
         EXPECT_EQ(stored(pair.column), value) << pair.column;
         EXPECT_EQ(text(QString::fromLatin1(pair.field)), value) << pair.field;
     }
-    EXPECT_EQ(rows(QStringLiteral("SELECT CompanyName FROM SystemSettings")).size(), 1);
+    EXPECT_EQ(rows(u"SELECT CompanyName FROM SystemSettings"_s).size(), 1);
     EXPECT_EQ(testsupport::gallery(form()), QStringList());
 }
 
@@ -78,49 +78,49 @@ TEST_P(Preferences, AnEmptyRateIsNullAndSwitchesAndCharactersAreKept) {
     set("txtRate(0)", "75.5");
     set("txtRate(1)", "");
     set("txtArchM", "");
-    check(QStringLiteral("chkSec"));
-    check(QStringLiteral("chkPartsQty"));
+    check(u"chkSec"_s);
+    check(u"chkPartsQty"_s);
     set("txtSec(0)", "Q");
     set("txtSec(1)", "7");
-    press(QStringLiteral("cmdUpdate"));
-    EXPECT_TRUE(screen::Forms::isLoaded(QStringLiteral("frmSystemSettings"))) << "Apply stays";
+    press(u"cmdUpdate"_s);
+    EXPECT_TRUE(screen::Forms::isLoaded(u"frmSystemSettings"_s)) << "Apply stays";
     for (const char* button : {"cmdOK", "cmdUpdate", "cmdClose"})
         EXPECT_TRUE(isEnabled(QString::fromLatin1(button))) << button;
-    const jet::Recordset row = database().openRecordset(
-        QStringLiteral("SELECT * FROM SystemSettings"), jet::RecordsetType::Snapshot);
-    EXPECT_EQ(row[u"EstOneRate"].toCurrency(), values::Currency::fromText(QStringLiteral("75.5")));
+    const jet::Recordset row =
+        database().openRecordset(u"SELECT * FROM SystemSettings"_s, jet::RecordsetType::Snapshot);
+    EXPECT_EQ(row[u"EstOneRate"].toCurrency(), values::Currency::fromText(u"75.5"_s));
     EXPECT_TRUE(row[u"jobonerate"].isNull());
     EXPECT_TRUE(row[u"ArchiveMonths"].isNull());
     EXPECT_TRUE(row[u"Securityon"].toBool());
     EXPECT_TRUE(row[u"partsqtyon"].toBool());
-    EXPECT_EQ(row.text(u"SecurityCode"), QStringLiteral("Q7"));
+    EXPECT_EQ(row.text(u"SecurityCode"), u"Q7"_s);
 
     set("txtMname", "Nobody's");
     set("txtRate(0)", "1");
-    press(QStringLiteral("cmdClose"));
-    EXPECT_NE(stored("CompanyName"), QStringLiteral("Nobody's")) << "Cancel saves nothing";
+    press(u"cmdClose"_s);
+    EXPECT_NE(stored("CompanyName"), u"Nobody's"_s) << "Cancel saves nothing";
     openPreferences();
-    EXPECT_EQ(text(QStringLiteral("txtRate(0)")), QStringLiteral("75.50"));
-    EXPECT_EQ(text(QStringLiteral("txtRate(1)")), QString());
-    EXPECT_EQ(text(QStringLiteral("txtArchM")), QString());
-    EXPECT_EQ(text(QStringLiteral("txtSec(0)")), QStringLiteral("Q"));
-    EXPECT_EQ(text(QStringLiteral("txtSec(1)")), QStringLiteral("7"));
-    EXPECT_TRUE(isChecked(QStringLiteral("chkSec")));
+    EXPECT_EQ(text(u"txtRate(0)"_s), u"75.50"_s);
+    EXPECT_EQ(text(u"txtRate(1)"_s), QString());
+    EXPECT_EQ(text(u"txtArchM"_s), QString());
+    EXPECT_EQ(text(u"txtSec(0)"_s), u"Q"_s);
+    EXPECT_EQ(text(u"txtSec(1)"_s), u"7"_s);
+    EXPECT_TRUE(isChecked(u"chkSec"_s));
 }
 
 TEST_P(Preferences, SpellingOptionsCountForTheRunOnceApplied) {
     const spelling::Options before = spelling::options();
     openPreferences();
-    check(QStringLiteral("chkIgnoreAllCapsWords"), !before.ignoreAllCapsWords);
-    press(QStringLiteral("cmdClose"));
+    check(u"chkIgnoreAllCapsWords"_s, !before.ignoreAllCapsWords);
+    press(u"cmdClose"_s);
     EXPECT_EQ(spelling::options().ignoreAllCapsWords, before.ignoreAllCapsWords);
     openPreferences();
-    EXPECT_EQ(isChecked(QStringLiteral("chkIgnoreAllCapsWords")), before.ignoreAllCapsWords);
-    check(QStringLiteral("chkIgnoreAllCapsWords"), !before.ignoreAllCapsWords);
-    press(QStringLiteral("cmdOK"));
+    EXPECT_EQ(isChecked(u"chkIgnoreAllCapsWords"_s), before.ignoreAllCapsWords);
+    check(u"chkIgnoreAllCapsWords"_s, !before.ignoreAllCapsWords);
+    press(u"cmdOK"_s);
     EXPECT_EQ(spelling::options().ignoreAllCapsWords, !before.ignoreAllCapsWords);
     openPreferences();
-    EXPECT_EQ(isChecked(QStringLiteral("chkIgnoreAllCapsWords")), !before.ignoreAllCapsWords);
+    EXPECT_EQ(isChecked(u"chkIgnoreAllCapsWords"_s), !before.ignoreAllCapsWords);
     spelling::options() = before;
 }
 

@@ -1,6 +1,7 @@
 #include "core/RecordScreen.h"
 #include "core/Screens.h"
 #include "core/reference/ReferenceForms.h"
+#include "platform/values/Literals.h"
 #include "support/Gallery.h"
 #include "support/ShopFixture.h"
 
@@ -30,10 +31,10 @@ class Reference : public testsupport::ShopTest {
     void openList(const char* name) { ASSERT_TRUE(open(QString::fromLatin1(name))); }
     /// Selects the row that begins with a text.
     void go(const QString& first) {
-        const QStringList shown = cells(QStringLiteral("lvwMI"));
+        const QStringList shown = cells(u"lvwMI"_s);
         for (int row = 0; row < shown.size(); ++row) {
             if (shown[row].section(u'|', 0, 0) == first) {
-                selectRow(QStringLiteral("lvwMI"), row);
+                selectRow(u"lvwMI"_s, row);
                 return;
             }
         }
@@ -46,16 +47,15 @@ class Reference : public testsupport::ShopTest {
     void enter(const char* field, const char* value) {
         type(QString::fromLatin1(field), QString::fromLatin1(value));
     }
-    void ok() { press(QStringLiteral("cmdOK")); }
+    void ok() { press(u"cmdOK"_s); }
     void refused(const char* message, const char* field) {
         expectBox(QString::fromLatin1(message));
         ok();
         EXPECT_EQ(focusName(), QString::fromLatin1(field)) << message;
     }
     void deleteSelected(Answer answer = Answer::Yes) {
-        expectBox(QStringLiteral("Delete this item?"), answer, QStringLiteral("Delete"),
-                  screen::Buttons::YesNo);
-        press(QStringLiteral("cmdDelete"));
+        expectBox(u"Delete this item?"_s, answer, u"Delete"_s, screen::Buttons::YesNo);
+        press(u"cmdDelete"_s);
     }
 };
 
@@ -64,35 +64,35 @@ TEST_P(Reference, AUnitIsCheckedInOrderAndListedByItsCode) {
     EXPECT_EQ(testsupport::gallery(form()), QStringList());
     inDialog("cmdNew", "frmUMAddEdit", [this] {
         EXPECT_EQ(testsupport::gallery(form()), QStringList());
-        EXPECT_EQ(form().windowTitle(), QStringLiteral("New Unit Of Measure"));
+        EXPECT_EQ(form().windowTitle(), u"New Unit Of Measure"_s);
         refused("Unit may not be blank!", "txtCode");
         enter("txtCode", "e'a#[]|\"");
-        EXPECT_EQ(text(QStringLiteral("txtCode")), QStringLiteral("ea"));
+        EXPECT_EQ(text(u"txtCode"_s), u"ea"_s);
         refused("Description may not be blank!", "txtDescription");
         enter("txtDescription", "Each");
         refused("ea already exists!", "txtCode");
         enter("txtCode", "BX");
         enter("txtDescription", "Box");
-        press(QStringLiteral("cmdOKNew"));
-        EXPECT_EQ(text(QStringLiteral("txtCode")), QString());
-        EXPECT_EQ(focusName(), QStringLiteral("txtCode"));
+        press(u"cmdOKNew"_s);
+        EXPECT_EQ(text(u"txtCode"_s), QString());
+        EXPECT_EQ(focusName(), u"txtCode"_s);
         enter("txtCode", "AA");
         enter("txtDescription", "Each");
         ok();
     });
-    EXPECT_EQ(cells(QStringLiteral("lvwMI")).first(), QStringLiteral("AA|Each"));
-    go(QStringLiteral("BX"));
+    EXPECT_EQ(cells(u"lvwMI"_s).first(), u"AA|Each"_s);
+    go(u"BX"_s);
     inDialog("cmdEdit", "frmUMAddEdit", [this] {
-        EXPECT_EQ(form().windowTitle(), QStringLiteral("Edit Unit Of Measure"));
-        EXPECT_FALSE(isEnabled(QStringLiteral("cmdOKNew")));
+        EXPECT_EQ(form().windowTitle(), u"Edit Unit Of Measure"_s);
+        EXPECT_FALSE(isEnabled(u"cmdOKNew"_s));
         enter("txtCode", "aa");
         refused("aa already exists!", "txtCode");
         enter("txtCode", "bx");
         ok();
     });
     EXPECT_EQ(list("SELECT code, description FROM UnitOfMeasure WHERE description='Box'"),
-              QStringList(QStringLiteral("bx|Box")));
-    go(QStringLiteral("bx"));
+              QStringList(u"bx|Box"_s));
+    go(u"bx"_s);
     deleteSelected(Answer::No);
     EXPECT_EQ(list("SELECT code FROM UnitOfMeasure WHERE code='bx'").size(), 1);
     deleteSelected();
@@ -123,16 +123,16 @@ TEST_P(Reference, TheFourFixedLineItemTypesStayAndOthersGo) {
     openList("frmLine");
     for (const char* fixed : {"Overhead", "Estimate", "Job", "Stock"}) {
         go(QString::fromLatin1(fixed));
-        expectBox(QStringLiteral("You cannot delete Overhead, Estimate, Job, or Stock from Line "
-                                 "Item Types!"),
-                  Answer::Ok, QStringLiteral("Error"));
-        press(QStringLiteral("cmdDelete"));
-        expectBox(QStringLiteral("You cannot edit Overhead, Estimate, Job, or Stock in Line Item "
-                                 "Types!"),
-                  Answer::Ok, QStringLiteral("Error"));
-        press(QStringLiteral("cmdEdit"));
+        expectBox(u"You cannot delete Overhead, Estimate, Job, or Stock from Line "
+                  "Item Types!"_s,
+                  Answer::Ok, u"Error"_s);
+        press(u"cmdDelete"_s);
+        expectBox(u"You cannot edit Overhead, Estimate, Job, or Stock in Line Item "
+                  "Types!"_s,
+                  Answer::Ok, u"Error"_s);
+        press(u"cmdEdit"_s);
     }
-    go(QStringLiteral("Tooling"));
+    go(u"Tooling"_s);
     inDialog("cmdEdit", "frmLineAddEdit", [this] {
         enter("txtDescription", "");
         refused("Description may not be blank!", "txtDescription");
@@ -141,38 +141,37 @@ TEST_P(Reference, TheFourFixedLineItemTypesStayAndOthersGo) {
         enter("txtDescription", "Tools");
         ok();
     });
-    go(QStringLiteral("Tools"));
+    go(u"Tools"_s);
     deleteSelected();
     EXPECT_EQ(list("SELECT Code FROM LineItemType ORDER BY Code"),
-              QStringList({QStringLiteral("Estimate"), QStringLiteral("Job"),
-                           QStringLiteral("Overhead"), QStringLiteral("Stock")}));
+              QStringList({u"Estimate"_s, u"Job"_s, u"Overhead"_s, u"Stock"_s}));
 }
 
 TEST_P(Reference, AManufacturerInUseStaysWhereverItIsUsed) {
     for (const char* name : {"Free", "On an item", "On an order"})
-        database().execute(QStringLiteral("INSERT INTO Manufacturer (Company) VALUES ('") +
-                           QString::fromLatin1(name) + QStringLiteral("')"));
+        database().execute(u"INSERT INTO Manufacturer (Company) VALUES ('"_s +
+                           QString::fromLatin1(name) + u"')"_s);
     run("INSERT INTO Items (Manufacturer) VALUES ('On an item')");
     run("INSERT INTO POItem (Manufacturer) VALUES ('On an order')");
     openList("frmManufacturer");
     for (const char* used : {"On an item", "On an order"}) {
         go(QString::fromLatin1(used));
-        expectBox(QStringLiteral("This manufacturer has been used on an Inventory, PO, or RFQ "
-                                 "item. It cannot be deleted!"));
-        press(QStringLiteral("cmdDelete"));
+        expectBox(u"This manufacturer has been used on an Inventory, PO, or RFQ "
+                  "item. It cannot be deleted!"_s);
+        press(u"cmdDelete"_s);
     }
-    go(QStringLiteral("Free"));
+    go(u"Free"_s);
     inDialog("cmdEdit", "frmManuAddEdit", [this] {
-        EXPECT_EQ(form().windowTitle(), QStringLiteral("Edit Manufacturer"));
+        EXPECT_EQ(form().windowTitle(), u"Edit Manufacturer"_s);
         enter("txtCompany", "ON AN ITEM");
         refused("A Manufacturer already exists with that company name.", "txtCompany");
         enter("txtCompany", "O'Free");
         ok();
     });
-    go(QStringLiteral("O'Free"));
+    go(u"O'Free"_s);
     deleteSelected();
     EXPECT_EQ(list("SELECT Company FROM Manufacturer ORDER BY Company"),
-              QStringList({QStringLiteral("On an item"), QStringLiteral("On an order")}));
+              QStringList({u"On an item"_s, u"On an order"_s}));
 }
 
 TEST_P(Reference, TermsTakeDigitsOnlyAndTellTheOpenScreens) {
@@ -186,24 +185,24 @@ TEST_P(Reference, TermsTakeDigitsOnlyAndTellTheOpenScreens) {
         refused("Description may not be blank!", "txtDescription");
         enter("txtDescription", "Net 7");
         enter("txtNetDue", "7 days");
-        EXPECT_EQ(text(QStringLiteral("txtNetDue")), QStringLiteral("7"));
+        EXPECT_EQ(text(u"txtNetDue"_s), u"7"_s);
         ok();
     });
     EXPECT_EQ(list("SELECT description, netdue, QBSent FROM Terms WHERE description='Net 7'"),
-              QStringList(QStringLiteral("Net 7|7|0")));
-    const QStringList both{QStringLiteral("frmCustomer:terms"), QStringLiteral("frmVendor:terms")};
+              QStringList(u"Net 7|7|0"_s));
+    const QStringList both{u"frmCustomer:terms"_s, u"frmVendor:terms"_s};
     EXPECT_EQ(std::exchange(Neighbour::told, {}), both) << "the employee has no terms";
-    go(QStringLiteral("Net 7"));
-    inDialog("cmdEdit", "frmTermsAddEdit", [this] { press(QStringLiteral("cmdCancel")); });
+    go(u"Net 7"_s);
+    inDialog("cmdEdit", "frmTermsAddEdit", [this] { press(u"cmdCancel"_s); });
     EXPECT_EQ(Neighbour::told, QStringList()) << "nothing was saved";
     deleteSelected();
     EXPECT_EQ(Neighbour::told, both);
 }
 
 TEST_P(Reference, CountriesAndStatesHaveTwoUniqueTextsAndGoByTheirCode) {
-    screen::Forms::add(QStringLiteral("frmEmployee"),
-                       [] { return std::make_unique<Neighbour>(QStringLiteral("frmEmployee")); });
-    open(QStringLiteral("frmEmployee"));
+    screen::Forms::add(u"frmEmployee"_s,
+                       [] { return std::make_unique<Neighbour>(u"frmEmployee"_s); });
+    open(u"frmEmployee"_s);
     openList("frmCountry");
     inDialog("cmdNew", "frmCountryAddEdit", [this] {
         refused("Description may not be blank!", "txtDescription");
@@ -216,9 +215,8 @@ TEST_P(Reference, CountriesAndStatesHaveTwoUniqueTextsAndGoByTheirCode) {
         enter("txtCode", "KA");
         ok();
     });
-    EXPECT_EQ(std::exchange(Neighbour::told, {}),
-              QStringList(QStringLiteral("frmEmployee:country")));
-    go(QStringLiteral("Kanada"));
+    EXPECT_EQ(std::exchange(Neighbour::told, {}), QStringList(u"frmEmployee:country"_s));
+    go(u"Kanada"_s);
     inDialog("cmdEdit", "frmCountryAddEdit", [this] {
         enter("txtCode", "ca");
         refused("ca already exists!", "txtCode");
@@ -227,23 +225,22 @@ TEST_P(Reference, CountriesAndStatesHaveTwoUniqueTextsAndGoByTheirCode) {
     });
     // Rows of the same code, as an import may leave them, go together.
     run("INSERT INTO country (country, code) VALUES('Kanada II','KN')");
-    go(QStringLiteral("Kanada"));
+    go(u"Kanada"_s);
     deleteSelected();
     EXPECT_EQ(list("SELECT country FROM country WHERE code='KN'"), QStringList());
     EXPECT_EQ(list("SELECT country FROM country WHERE code='CA'").size(), 1);
 
     openList("frmStates");
-    go(QStringLiteral("Ohio"));
+    go(u"Ohio"_s);
     inDialog("cmdEdit", "frmStateAddEdit", [this] {
-        EXPECT_EQ(form().windowTitle(), QStringLiteral("Edit State/Province"));
+        EXPECT_EQ(form().windowTitle(), u"Edit State/Province"_s);
         enter("txtDescription", "Iowa");
         refused("Iowa already exists!", "txtDescription");
         enter("txtDescription", "Ohio!");
         ok();
     });
-    EXPECT_EQ(list("SELECT description FROM states WHERE code='OH'"),
-              QStringList(QStringLiteral("Ohio!")));
-    go(QStringLiteral("Ohio!"));
+    EXPECT_EQ(list("SELECT description FROM states WHERE code='OH'"), QStringList(u"Ohio!"_s));
+    go(u"Ohio!"_s);
     deleteSelected();
     EXPECT_EQ(list("SELECT description FROM states WHERE code='OH'"), QStringList());
 }

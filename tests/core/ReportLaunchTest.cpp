@@ -2,6 +2,7 @@
 #include "core/MirsaMain.h"
 #include "core/ReportErrors.h"
 #include "platform/report/Report.h"
+#include "platform/values/Literals.h"
 #include "support/ShopFixture.h"
 
 #include <QFile>
@@ -25,8 +26,8 @@ class ReportLaunch : public testsupport::ShopTest {
             shown = document;
             placing = where;
         });
-        database().execute(QStringLiteral("INSERT INTO Customer (company) VALUES ('Zeta Gears')"));
-        database().execute(QStringLiteral("INSERT INTO Customer (company) VALUES ('Alpha Molds')"));
+        database().execute(u"INSERT INTO Customer (company) VALUES ('Zeta Gears')"_s);
+        database().execute(u"INSERT INTO Customer (company) VALUES ('Alpha Molds')"_s);
     }
     void TearDown() override {
         report::setPreviewer({});
@@ -44,13 +45,11 @@ class ReportLaunch : public testsupport::ShopTest {
 } // namespace
 
 TEST_P(ReportLaunch, printsTheDefaultOfAModuleAboveTheCentre) {
-    core::launchDefaultReport(QStringLiteral("Customer"), QString(),
-                              QStringLiteral("Full Customer Report"), &shell());
+    core::launchDefaultReport(u"Customer"_s, QString(), u"Full Customer Report"_s, &shell());
     ASSERT_NE(shown, nullptr);
     const QString text = shown->page(0).text();
-    EXPECT_LT(text.indexOf(QStringLiteral("Alpha Molds")),
-              text.indexOf(QStringLiteral("Zeta Gears")));
-    EXPECT_EQ(placing.title, QStringLiteral("Full Customer Report"));
+    EXPECT_LT(text.indexOf(u"Alpha Molds"_s), text.indexOf(u"Zeta Gears"_s));
+    EXPECT_EQ(placing.title, u"Full Customer Report"_s);
     EXPECT_EQ(placing.parent, &shell());
     const QRect screen = shell().screen()->geometry();
     EXPECT_EQ(placing.width, qRound(screen.width() * 0.8));
@@ -58,58 +57,51 @@ TEST_P(ReportLaunch, printsTheDefaultOfAModuleAboveTheCentre) {
     EXPECT_EQ(placing.left - screen.left(), qRound(screen.width() * 0.1));
     EXPECT_EQ(placing.top - screen.top(), qRound(screen.height() * 0.1 * 0.65));
 
-    const auto key = database().lookup(
-        QStringLiteral("SELECT Custid FROM Customer WHERE company = 'Zeta Gears'"));
-    core::launchDefaultReport(QStringLiteral("Customer"),
-                              QStringLiteral("{Customer.Custid} = ") + key.toText(),
-                              QStringLiteral("Customer Report"), &shell());
-    EXPECT_TRUE(shown->page(0).text().contains(QStringLiteral("Zeta Gears")));
-    EXPECT_FALSE(shown->page(0).text().contains(QStringLiteral("Alpha Molds")));
+    const auto key =
+        database().lookup(u"SELECT Custid FROM Customer WHERE company = 'Zeta Gears'"_s);
+    core::launchDefaultReport(u"Customer"_s, u"{Customer.Custid} = "_s + key.toText(),
+                              u"Customer Report"_s, &shell());
+    EXPECT_TRUE(shown->page(0).text().contains(u"Zeta Gears"_s));
+    EXPECT_FALSE(shown->page(0).text().contains(u"Alpha Molds"_s));
 }
 
 TEST_P(ReportLaunch, tellsWhatIsMissing) {
-    database().execute(
-        QStringLiteral("UPDATE Reports SET Default = False WHERE Module = 'Customer'"));
-    expectCritical(
-        QStringLiteral("You do not have a Default Report specified for this Module or the "
-                       "Default Report is missing!"),
-        QStringLiteral("No Default Report"));
-    core::launchDefaultReport(QStringLiteral("Customer"), QString(), QString(), &shell());
-    expectCritical(
-        QStringLiteral("20504:  Report Not Found.  You have specified a report that does "
-                       "not exist."),
-        QStringLiteral("Crystal Reports Error"));
-    core::launchReportFile(QStringLiteral("\\bCommands.rpt"), QString(),
-                           QStringLiteral("Barcode Commands"), &shell());
-    expectBoxContaining(QStringLiteral("20515:  Error In Formula.  "));
-    core::launchReportFile(QStringLiteral("\\customers.rpt"), QStringLiteral("{Job.JobNo} = 1"),
-                           QString(), &shell());
-    database().execute(QStringLiteral("DELETE * FROM Reports"));
-    expectCritical(QStringLiteral("The Job Traveler Report is missing!"),
-                   QStringLiteral("No Job Traveler Report"));
+    database().execute(u"UPDATE Reports SET Default = False WHERE Module = 'Customer'"_s);
+    expectCritical(u"You do not have a Default Report specified for this Module or the "
+                   "Default Report is missing!"_s,
+                   u"No Default Report"_s);
+    core::launchDefaultReport(u"Customer"_s, QString(), QString(), &shell());
+    expectCritical(u"20504:  Report Not Found.  You have specified a report that does "
+                   "not exist."_s,
+                   u"Crystal Reports Error"_s);
+    core::launchReportFile(u"\\bCommands.rpt"_s, QString(), u"Barcode Commands"_s, &shell());
+    expectBoxContaining(u"20515:  Error In Formula.  "_s);
+    core::launchReportFile(u"\\customers.rpt"_s, u"{Job.JobNo} = 1"_s, QString(), &shell());
+    database().execute(u"DELETE * FROM Reports"_s);
+    expectCritical(u"The Job Traveler Report is missing!"_s, u"No Job Traveler Report"_s);
     core::launchTraveler(1, true, &shell());
     EXPECT_EQ(shown, nullptr);
 }
 
 TEST_P(ReportLaunch, takesTheTravelerWithOrWithoutNotes) {
-    database().execute(QStringLiteral("INSERT INTO Job (PartNo, Quantity) VALUES ('P-7', 3)"));
-    const auto job = database().lookup(QStringLiteral("SELECT JobNo FROM Job")).toLong();
+    database().execute(u"INSERT INTO Job (PartNo, Quantity) VALUES ('P-7', 3)"_s);
+    const auto job = database().lookup(u"SELECT JobNo FROM Job"_s).toLong();
     core::launchTraveler(job, false, &shell());
     ASSERT_NE(shown, nullptr);
-    EXPECT_EQ(shown->title, QStringLiteral("Job Traveler"));
-    EXPECT_EQ(placing.title, QStringLiteral("Traveler Report"));
-    EXPECT_TRUE(shown->page(0).text().contains(QStringLiteral("P-7")));
+    EXPECT_EQ(shown->title, u"Job Traveler"_s);
+    EXPECT_EQ(placing.title, u"Traveler Report"_s);
+    EXPECT_TRUE(shown->page(0).text().contains(u"P-7"_s));
     core::launchTraveler(job, true, &shell());
-    EXPECT_EQ(shown->title, QStringLiteral("Job Traveler with Notes"));
+    EXPECT_EQ(shown->title, u"Job Traveler with Notes"_s);
 }
 
 MIRSA_BOTH_ENGINES(ReportLaunch);
 
 TEST(ReportErrors, aCodeWithoutARowIsUnknown) {
-    EXPECT_EQ(core::reportErrorText(20516), QStringLiteral(":  Unknown Error!"));
+    EXPECT_EQ(core::reportErrorText(20516), u":  Unknown Error!"_s);
     EXPECT_EQ(core::reportErrorText(20545),
-              QStringLiteral(":  User Has Cancelled Operation - The user has Clicked the Cancel "
-                             "button in a dialog box during the session."));
+              u":  User Has Cancelled Operation - The user has Clicked the Cancel "
+              "button in a dialog box during the session."_s);
     for (int code = 20500; code <= 20557; ++code)
-        EXPECT_TRUE(core::reportErrorText(code).startsWith(QStringLiteral(":  "))) << code;
+        EXPECT_TRUE(core::reportErrorText(code).startsWith(u":  "_s)) << code;
 }

@@ -5,6 +5,7 @@
 #include "core/Screens.h"
 #include "platform/controls/CheckList.h"
 #include "platform/controls/DataCombo.h"
+#include "platform/values/Literals.h"
 #include "support/Gallery.h"
 #include "support/ShopFixture.h"
 
@@ -22,27 +23,24 @@ class SecuritySetup : public testsupport::ShopTest {
         if (IsSkipped())
             return;
         core::registerScreens();
-        database().execute(QStringLiteral(
-            "INSERT INTO users (userid, username, password) VALUES('pat','Pat Miller','Lathe')"));
-        database().execute(QStringLiteral(
-            "INSERT INTO users (userid, username, password) VALUES('kim','Kim Lee','Drill')"));
-        database().execute(QStringLiteral("INSERT INTO groups (groupname) VALUES('Office')"));
+        database().execute(
+            u"INSERT INTO users (userid, username, password) VALUES('pat','Pat Miller','Lathe')"_s);
+        database().execute(
+            u"INSERT INTO users (userid, username, password) VALUES('kim','Kim Lee','Drill')"_s);
+        database().execute(u"INSERT INTO groups (groupname) VALUES('Office')"_s);
     }
     qint64 user(const char* id) {
         return database()
-            .lookup(QStringLiteral("SELECT ID FROM users WHERE userid='") +
-                    QString::fromLatin1(id) + u'\'')
+            .lookup(u"SELECT ID FROM users WHERE userid='"_s + QString::fromLatin1(id) + u'\'')
             .toLong();
     }
     QString groupOf(const char* id) {
-        return rows(QStringLiteral("SELECT usergroupid FROM users WHERE userid='") +
-                    QString::fromLatin1(id) + u'\'')
+        return rows(u"SELECT usergroupid FROM users WHERE userid='"_s + QString::fromLatin1(id) +
+                    u'\'')
             .join(u';');
     }
     QString office() {
-        return database()
-            .lookup(QStringLiteral("SELECT groupid FROM groups WHERE groupname='Office'"))
-            .toText();
+        return database().lookup(u"SELECT groupid FROM groups WHERE groupname='Office'"_s).toText();
     }
     /// Goes to the row of a check list and presses the space bar.
     void turn(const char* name, const QString& row) {
@@ -56,7 +54,7 @@ class SecuritySetup : public testsupport::ShopTest {
     }
     QString row(const char* code) {
         return database()
-            .lookup(QStringLiteral("SELECT objectname FROM SecurityObjects WHERE securitycode='") +
+            .lookup(u"SELECT objectname FROM SecurityObjects WHERE securitycode='"_s +
                     QString::fromLatin1(code) + u'\'')
             .toText();
     }
@@ -71,17 +69,17 @@ class SecuritySetup : public testsupport::ShopTest {
             ->ShowForm(QString::fromLatin1(mode), key);
     }
     void fill(const char* id, const char* name, const char* password, const char* again) {
-        type(QStringLiteral("txtUserID"), QString::fromLatin1(id));
-        type(QStringLiteral("txtUserName"), QString::fromLatin1(name));
-        type(QStringLiteral("txtPassword"), QString::fromLatin1(password));
+        type(u"txtUserID"_s, QString::fromLatin1(id));
+        type(u"txtUserName"_s, QString::fromLatin1(name));
+        type(u"txtPassword"_s, QString::fromLatin1(password));
         if (*again)
-            type(QStringLiteral("txtVerifyPassword"), QString::fromLatin1(again));
+            type(u"txtVerifyPassword"_s, QString::fromLatin1(again));
     }
     void signIn(const char* id, const char* password) {
-        whenShown(QStringLiteral("frmLogin"), [=, this] {
-            type(QStringLiteral("txtUserId"), QString::fromLatin1(id));
-            type(QStringLiteral("txtUserPassword"), QString::fromLatin1(password));
-            press(QStringLiteral("cmdOk"));
+        whenShown(u"frmLogin"_s, [=, this] {
+            type(u"txtUserId"_s, QString::fromLatin1(id));
+            type(u"txtUserPassword"_s, QString::fromLatin1(password));
+            press(u"cmdOk"_s);
         });
         ASSERT_TRUE(core::LoginUser());
     }
@@ -97,224 +95,219 @@ TEST_P(SecuritySetup, WhatIsTickedIsGrantedAtOnceToTheUserAndToTheGroupsMembers)
     const auto enabled = [&main](const char* name) {
         return main.menuAction(QString::fromLatin1(name))->isEnabled();
     };
-    auto* setup = open(QStringLiteral("frmUser_Group"));
+    auto* setup = open(u"frmUser_Group"_s);
     EXPECT_EQ(testsupport::gallery(*setup), QStringList());
-    choose(QStringLiteral("cboUsers"), QStringLiteral("Pat Miller"));
+    choose(u"cboUsers"_s, u"Pat Miller"_s);
     turn("ListUserObjects", row("mnuFileJob"));
     turn("ListUserObjects", row("mnuFileCustomer"));
     turn("ListUserObjects", row("mnuFileCustomer"));
-    EXPECT_EQ(rows(QStringLiteral("SELECT id FROM securityusers")),
-              QStringList(QString::number(user("pat"))));
-    choose(QStringLiteral("cboUserGroup"), QStringLiteral("Office"));
+    EXPECT_EQ(rows(u"SELECT id FROM securityusers"_s), QStringList(QString::number(user("pat"))));
+    choose(u"cboUserGroup"_s, u"Office"_s);
     EXPECT_EQ(groupOf("pat"), office());
 
-    choose(QStringLiteral("cboGroups"), QStringLiteral("Office"));
-    EXPECT_TRUE(ticked("ListUsers", QStringLiteral("Pat Miller")));
-    EXPECT_FALSE(ticked("ListUsers", QStringLiteral("Kim Lee")));
+    choose(u"cboGroups"_s, u"Office"_s);
+    EXPECT_TRUE(ticked("ListUsers", u"Pat Miller"_s));
+    EXPECT_FALSE(ticked("ListUsers", u"Kim Lee"_s));
     turn("ListGroupObjects", row("mnuFileEstimate"));
     turn("ListGroupObjects", row("ShowDollar"));
     // Coming by a ticked row again grants nothing twice.
     key(Qt::Key_Up);
     key(Qt::Key_Down);
-    EXPECT_EQ(rows(QStringLiteral("SELECT objectID FROM securitygroups")).size(), 2);
+    EXPECT_EQ(rows(u"SELECT objectID FROM securitygroups"_s).size(), 2);
 
     signIn("pat", "lathe");
     main.SecureMenuObjects();
     EXPECT_TRUE(enabled("mnuFileJob"));
     EXPECT_TRUE(enabled("mnuFileEstimate"));
-    EXPECT_TRUE(core::HasAccess(QStringLiteral("ShowDollar")));
+    EXPECT_TRUE(core::HasAccess(u"ShowDollar"_s));
     signIn("kim", "drill");
     main.SecureMenuObjects();
     EXPECT_FALSE(enabled("mnuFileJob"));
     EXPECT_FALSE(enabled("mnuFileEstimate"));
-    EXPECT_FALSE(core::HasAccess(QStringLiteral("ShowDollar")));
+    EXPECT_FALSE(core::HasAccess(u"ShowDollar"_s));
 
     // The one leaves the group, the other comes in.
-    turn("ListUsers", QStringLiteral("Pat Miller"));
-    turn("ListUsers", QStringLiteral("Kim Lee"));
+    turn("ListUsers", u"Pat Miller"_s);
+    turn("ListUsers", u"Kim Lee"_s);
     turn("ListGroupObjects", row("ShowDollar"));
-    EXPECT_EQ(groupOf("pat"), QStringLiteral("0"));
+    EXPECT_EQ(groupOf("pat"), u"0"_s);
     signIn("kim", "drill");
     main.SecureMenuObjects();
     EXPECT_TRUE(enabled("mnuFileEstimate"));
     EXPECT_FALSE(enabled("mnuFileJob"));
-    EXPECT_FALSE(core::HasAccess(QStringLiteral("ShowDollar")));
-    choose(QStringLiteral("cboUsers"), QStringLiteral("Kim Lee"));
-    EXPECT_EQ(text(QStringLiteral("cboUserGroup")), QStringLiteral("Office"));
-    choose(QStringLiteral("cboUserGroup"), QString());
-    EXPECT_EQ(groupOf("kim"), QStringLiteral("0"));
+    EXPECT_FALSE(core::HasAccess(u"ShowDollar"_s));
+    choose(u"cboUsers"_s, u"Kim Lee"_s);
+    EXPECT_EQ(text(u"cboUserGroup"_s), u"Office"_s);
+    choose(u"cboUserGroup"_s, QString());
+    EXPECT_EQ(groupOf("kim"), u"0"_s);
 }
 
 TEST_P(SecuritySetup, TheAdministratorIsOutOfReachAndMadeWhereNobodyIs) {
-    open(QStringLiteral("frmUser_Group"));
-    choose(QStringLiteral("cboUsers"), QStringLiteral("Administrator"));
+    open(u"frmUser_Group"_s);
+    choose(u"cboUsers"_s, u"Administrator"_s);
     for (const char* name : {"ListUserObjects", "cboUserGroup", "cmdUdelete"})
         EXPECT_FALSE(isEnabled(QString::fromLatin1(name))) << name;
-    EXPECT_TRUE(isEnabled(QStringLiteral("cmdUedit")));
-    choose(QStringLiteral("cboUsers"), QStringLiteral("Kim Lee"));
+    EXPECT_TRUE(isEnabled(u"cmdUedit"_s));
+    choose(u"cboUsers"_s, u"Kim Lee"_s);
     for (const char* name : {"ListUserObjects", "cboUserGroup", "cmdUdelete"})
         EXPECT_TRUE(isEnabled(QString::fromLatin1(name))) << name;
-    choose(QStringLiteral("cboGroups"), QStringLiteral("Office"));
-    EXPECT_EQ(
-        control<CheckList>(QStringLiteral("ListUsers"))->findRow(QStringLiteral("Administrator")),
-        -1);
-    EXPECT_EQ(control<CheckList>(QStringLiteral("ListUsers"))->count(), 2);
-    press(QStringLiteral("cmdClose"));
+    choose(u"cboGroups"_s, u"Office"_s);
+    EXPECT_EQ(control<CheckList>(u"ListUsers"_s)->findRow(u"Administrator"_s), -1);
+    EXPECT_EQ(control<CheckList>(u"ListUsers"_s)->count(), 2);
+    press(u"cmdClose"_s);
 
-    database().execute(QStringLiteral("DELETE * FROM users"));
-    database().execute(QStringLiteral("DELETE * FROM groups"));
-    open(QStringLiteral("frmUser_Group"));
-    EXPECT_EQ(rows(QStringLiteral("SELECT userid, username, password FROM users")),
-              QStringList(QStringLiteral("Admin|Administrator|Bolts")));
+    database().execute(u"DELETE * FROM users"_s);
+    database().execute(u"DELETE * FROM groups"_s);
+    open(u"frmUser_Group"_s);
+    EXPECT_EQ(rows(u"SELECT userid, username, password FROM users"_s),
+              QStringList(u"Admin|Administrator|Bolts"_s));
     for (const char* name : {"cmdGedit", "cmdGdelete", "ListGroupObjects", "ListUsers"})
         EXPECT_FALSE(isEnabled(QString::fromLatin1(name))) << name;
 }
 
 TEST_P(SecuritySetup, UsersAreAddedRenamedAndDeletedWithTheirRights) {
-    open(QStringLiteral("frmUser_Group"));
-    whenShown(QStringLiteral("frmUserAddEdit"), [this] {
+    open(u"frmUser_Group"_s);
+    whenShown(u"frmUserAddEdit"_s, [this] {
         EXPECT_EQ(testsupport::gallery(form()), QStringList());
         fill("lou", "Lou First", "a", "a");
-        press(QStringLiteral("cmdOKNew"));
-        EXPECT_EQ(text(QStringLiteral("txtUserID")), QString());
-        EXPECT_EQ(focusName(), QStringLiteral("txtUserID"));
+        press(u"cmdOKNew"_s);
+        EXPECT_EQ(text(u"txtUserID"_s), QString());
+        EXPECT_EQ(focusName(), u"txtUserID"_s);
         fill("max", "Max Second", "", "");
-        press(QStringLiteral("cmdOK"));
+        press(u"cmdOK"_s);
     });
-    press(QStringLiteral("cmdUnew"));
-    EXPECT_EQ(text(QStringLiteral("cboUsers")), QStringLiteral("Max Second"));
+    press(u"cmdUnew"_s);
+    EXPECT_EQ(text(u"cboUsers"_s), u"Max Second"_s);
     turn("ListUserObjects", row("mnuFileJob"));
-    whenShown(QStringLiteral("frmUserAddEdit"), [this] {
-        type(QStringLiteral("txtUserName"), QStringLiteral("Max Third"));
-        press(QStringLiteral("cmdOK"));
+    whenShown(u"frmUserAddEdit"_s, [this] {
+        type(u"txtUserName"_s, u"Max Third"_s);
+        press(u"cmdOK"_s);
     });
-    press(QStringLiteral("cmdUedit"));
-    EXPECT_EQ(text(QStringLiteral("cboUsers")), QStringLiteral("Max Third"));
+    press(u"cmdUedit"_s);
+    EXPECT_EQ(text(u"cboUsers"_s), u"Max Third"_s);
     EXPECT_TRUE(ticked("ListUserObjects", row("mnuFileJob")));
 
-    expectBox(QStringLiteral("Are you sure you want to delete this user?"), Answer::No,
-              QStringLiteral("Delete User"), screen::Buttons::YesNo);
-    press(QStringLiteral("cmdUdelete"));
+    expectBox(u"Are you sure you want to delete this user?"_s, Answer::No, u"Delete User"_s,
+              screen::Buttons::YesNo);
+    press(u"cmdUdelete"_s);
     EXPECT_NE(user("max"), 0);
-    expectBox(QStringLiteral("Are you sure you want to delete this user?"), Answer::Yes);
-    press(QStringLiteral("cmdUdelete"));
+    expectBox(u"Are you sure you want to delete this user?"_s, Answer::Yes);
+    press(u"cmdUdelete"_s);
     EXPECT_EQ(user("max"), 0);
-    EXPECT_EQ(rows(QStringLiteral("SELECT id FROM securityusers")), QStringList());
-    EXPECT_EQ(text(QStringLiteral("cboUsers")), QStringLiteral("Lou First"));
+    EXPECT_EQ(rows(u"SELECT id FROM securityusers"_s), QStringList());
+    EXPECT_EQ(text(u"cboUsers"_s), u"Lou First"_s);
 
-    database().execute(QStringLiteral("DELETE * FROM users WHERE userid='lou'"));
-    const qint64 gone = control<controls::ListCombo>(QStringLiteral("cboUsers"))->itemNumber();
-    expectBox(QString::number(gone) +
-                  QStringLiteral(" record id not found! User table may need to be fixed!"),
+    database().execute(u"DELETE * FROM users WHERE userid='lou'"_s);
+    const qint64 gone = control<controls::ListCombo>(u"cboUsers"_s)->itemNumber();
+    expectBox(QString::number(gone) + u" record id not found! User table may need to be fixed!"_s,
               Answer::Ok, {}, {}, screen::Icon::Critical);
-    press(QStringLiteral("cmdUedit"));
+    press(u"cmdUedit"_s);
 }
 
 TEST_P(SecuritySetup, AUserIsCheckedInOrderAndDuplicatesUnderEditToo) {
     const auto refused = [this](const char* message, const char* field) {
         expectBox(QString::fromLatin1(message), Answer::Ok, {}, {}, screen::Icon::Exclamation);
-        press(QStringLiteral("cmdOK"));
+        press(u"cmdOK"_s);
         EXPECT_EQ(focusName(), QString::fromLatin1(field)) << message;
     };
-    const QString all = QStringLiteral("SELECT userid, username, password FROM users ORDER BY id");
+    const QString all = u"SELECT userid, username, password FROM users ORDER BY id"_s;
     const QStringList before = rows(all);
     EXPECT_FALSE(showDialog("frmUserAddEdit", "New", 0, [&] {
-        EXPECT_EQ(form().windowTitle(), QStringLiteral("New User"));
-        EXPECT_FALSE(isEnabled(QStringLiteral("txtVerifyPassword")));
-        type(QStringLiteral("txtPassword"), QStringLiteral("x"));
-        EXPECT_TRUE(isEnabled(QStringLiteral("txtVerifyPassword")));
+        EXPECT_EQ(form().windowTitle(), u"New User"_s);
+        EXPECT_FALSE(isEnabled(u"txtVerifyPassword"_s));
+        type(u"txtPassword"_s, u"x"_s);
+        EXPECT_TRUE(isEnabled(u"txtVerifyPassword"_s));
         refused("User ID may not be blank!", "txtUserID");
-        type(QStringLiteral("txtUserID"), QStringLiteral("PA't|abcdefghij"));
-        EXPECT_EQ(text(QStringLiteral("txtUserID")), QStringLiteral("PAtabcdefg"));
-        type(QStringLiteral("txtUserID"), QStringLiteral("PAT"));
+        type(u"txtUserID"_s, u"PA't|abcdefghij"_s);
+        EXPECT_EQ(text(u"txtUserID"_s), u"PAtabcdefg"_s);
+        type(u"txtUserID"_s, u"PAT"_s);
         refused("User Name may not be blank!", "txtUserName");
-        type(QStringLiteral("txtUserName"), QStringLiteral("kim"));
+        type(u"txtUserName"_s, u"kim"_s);
         refused("Password is not verified properly!", "txtVerifyPassword");
-        type(QStringLiteral("txtVerifyPassword"), QStringLiteral("x"));
+        type(u"txtVerifyPassword"_s, u"x"_s);
         refused("User ID already exists. Duplicate is not allowed.", "txtUserID");
-        type(QStringLiteral("txtUserID"), QStringLiteral("new"));
+        type(u"txtUserID"_s, u"new"_s);
         refused("User Name already exists. Duplicate is not allowed.", "txtUserName");
-        press(QStringLiteral("cmdCancel"));
+        press(u"cmdCancel"_s);
     }));
     EXPECT_EQ(rows(all), before);
 
     EXPECT_TRUE(showDialog("frmUserAddEdit", "Edit", user("pat"), [&] {
-        EXPECT_EQ(form().windowTitle(), QStringLiteral("Edit User"));
-        EXPECT_FALSE(isEnabled(QStringLiteral("cmdOKNew")));
+        EXPECT_EQ(form().windowTitle(), u"Edit User"_s);
+        EXPECT_FALSE(isEnabled(u"cmdOKNew"_s));
         refused("Password is not verified properly!", "txtVerifyPassword");
         fill("KIM", "Pat Miller", "y", "y");
         refused("User ID already exists. Duplicate is not allowed.", "txtUserID");
         // One's own names are no duplicates, and another's display name may be shared.
         fill("pat", "Kim Lee", "y", "y");
-        press(QStringLiteral("cmdOK"));
+        press(u"cmdOK"_s);
     }));
-    EXPECT_TRUE(rows(all).contains(QStringLiteral("pat|Kim Lee|y")));
+    EXPECT_TRUE(rows(all).contains(u"pat|Kim Lee|y"_s));
 
     EXPECT_TRUE(showDialog("frmUserAddEdit", "Edit", user("Admin"), [&] {
-        EXPECT_FALSE(isEnabled(QStringLiteral("txtUserID")));
-        EXPECT_FALSE(isEnabled(QStringLiteral("txtUserName")));
-        type(QStringLiteral("txtPassword"), QStringLiteral("Nuts"));
-        type(QStringLiteral("txtVerifyPassword"), QStringLiteral("Nuts"));
-        press(QStringLiteral("cmdOK"));
+        EXPECT_FALSE(isEnabled(u"txtUserID"_s));
+        EXPECT_FALSE(isEnabled(u"txtUserName"_s));
+        type(u"txtPassword"_s, u"Nuts"_s);
+        type(u"txtVerifyPassword"_s, u"Nuts"_s);
+        press(u"cmdOK"_s);
     }));
-    EXPECT_TRUE(rows(all).contains(QStringLiteral("Admin|Administrator|Nuts"))) << "as typed";
+    EXPECT_TRUE(rows(all).contains(u"Admin|Administrator|Nuts"_s)) << "as typed";
 }
 
 TEST_P(SecuritySetup, GroupsAreNamedOnceAndDeletingOneLeavesItsMembersWithNothing) {
-    open(QStringLiteral("frmUser_Group"));
-    choose(QStringLiteral("cboUsers"), QStringLiteral("Pat Miller"));
-    choose(QStringLiteral("cboUserGroup"), QStringLiteral("Office"));
+    open(u"frmUser_Group"_s);
+    choose(u"cboUsers"_s, u"Pat Miller"_s);
+    choose(u"cboUserGroup"_s, u"Office"_s);
     const QString number = office();
-    choose(QStringLiteral("cboGroups"), QStringLiteral("Office"));
+    choose(u"cboGroups"_s, u"Office"_s);
     turn("ListGroupObjects", row("ShowDollar"));
-    whenShown(QStringLiteral("frmGroupAddEdit"), [this] {
+    whenShown(u"frmGroupAddEdit"_s, [this] {
         EXPECT_EQ(testsupport::gallery(form()), QStringList());
-        expectBox(QStringLiteral("Group Name may not be blank!"));
-        press(QStringLiteral("cmdOK"));
-        type(QStringLiteral("txtGroupName"), QStringLiteral("OFFICE"));
-        expectBox(QStringLiteral("Group Name already exists. Duplicate is not allowed."));
-        press(QStringLiteral("cmdOK"));
-        EXPECT_EQ(focusName(), QStringLiteral("txtGroupName"));
-        type(QStringLiteral("txtGroupName"), QStringLiteral("Foremen's"));
-        press(QStringLiteral("cmdOK"));
+        expectBox(u"Group Name may not be blank!"_s);
+        press(u"cmdOK"_s);
+        type(u"txtGroupName"_s, u"OFFICE"_s);
+        expectBox(u"Group Name already exists. Duplicate is not allowed."_s);
+        press(u"cmdOK"_s);
+        EXPECT_EQ(focusName(), u"txtGroupName"_s);
+        type(u"txtGroupName"_s, u"Foremen's"_s);
+        press(u"cmdOK"_s);
     });
-    press(QStringLiteral("cmdGnew"));
-    EXPECT_EQ(text(QStringLiteral("cboGroups")), QStringLiteral("Foremen's"));
+    press(u"cmdGnew"_s);
+    EXPECT_EQ(text(u"cboGroups"_s), u"Foremen's"_s);
     EXPECT_FALSE(ticked("ListGroupObjects", row("ShowDollar")));
-    whenShown(QStringLiteral("frmGroupAddEdit"), [this] {
-        type(QStringLiteral("txtGroupName"), QStringLiteral("Office"));
-        expectBox(QStringLiteral("Group Name already exists. Duplicate is not allowed."));
-        press(QStringLiteral("cmdOK"));
-        type(QStringLiteral("txtGroupName"), QStringLiteral("Foremen"));
-        press(QStringLiteral("cmdOK"));
+    whenShown(u"frmGroupAddEdit"_s, [this] {
+        type(u"txtGroupName"_s, u"Office"_s);
+        expectBox(u"Group Name already exists. Duplicate is not allowed."_s);
+        press(u"cmdOK"_s);
+        type(u"txtGroupName"_s, u"Foremen"_s);
+        press(u"cmdOK"_s);
     });
-    press(QStringLiteral("cmdGedit"));
-    EXPECT_EQ(text(QStringLiteral("cboGroups")), QStringLiteral("Foremen"));
-    expectBox(QStringLiteral("Are you sure you want to delete this group?"), Answer::Yes,
-              QStringLiteral("Delete Group"), screen::Buttons::YesNo);
-    press(QStringLiteral("cmdGdelete"));
+    press(u"cmdGedit"_s);
+    EXPECT_EQ(text(u"cboGroups"_s), u"Foremen"_s);
+    expectBox(u"Are you sure you want to delete this group?"_s, Answer::Yes, u"Delete Group"_s,
+              screen::Buttons::YesNo);
+    press(u"cmdGdelete"_s);
 
-    const QString warning = QStringLiteral(
-        "This group is assigned to one or more users. If you delete this, those users \rmay not be "
-        "able to access the system. Are you sure you want to delete it?");
-    EXPECT_EQ(text(QStringLiteral("cboGroups")), QStringLiteral("Office"));
-    expectBox(warning, Answer::No, QStringLiteral("Delete Group"));
-    press(QStringLiteral("cmdGdelete"));
-    EXPECT_EQ(rows(QStringLiteral("SELECT groupname FROM groups")),
-              QStringList(QStringLiteral("Office")));
+    const QString warning = u"This group is assigned to one or more users. If you delete this, "
+                            u"those users \rmay not be "
+                            "able to access the system. Are you sure you want to delete it?"_s;
+    EXPECT_EQ(text(u"cboGroups"_s), u"Office"_s);
+    expectBox(warning, Answer::No, u"Delete Group"_s);
+    press(u"cmdGdelete"_s);
+    EXPECT_EQ(rows(u"SELECT groupname FROM groups"_s), QStringList(u"Office"_s));
     expectBox(warning, Answer::Yes);
-    press(QStringLiteral("cmdGdelete"));
-    EXPECT_EQ(rows(QStringLiteral("SELECT groupname FROM groups")), QStringList());
-    EXPECT_EQ(rows(QStringLiteral("SELECT groupid FROM securitygroups")), QStringList());
+    press(u"cmdGdelete"_s);
+    EXPECT_EQ(rows(u"SELECT groupname FROM groups"_s), QStringList());
+    EXPECT_EQ(rows(u"SELECT groupid FROM securitygroups"_s), QStringList());
     EXPECT_EQ(groupOf("pat"), number);
-    EXPECT_FALSE(isEnabled(QStringLiteral("cmdGdelete")));
+    EXPECT_FALSE(isEnabled(u"cmdGdelete"_s));
     signIn("pat", "Lathe");
-    EXPECT_FALSE(core::HasAccess(QStringLiteral("ShowDollar")));
+    EXPECT_FALSE(core::HasAccess(u"ShowDollar"_s));
 
-    expectBox(QStringLiteral("4711 record id not found! Groups table may need to be fixed!"),
-              Answer::Ok, {}, {}, screen::Icon::Critical);
-    EXPECT_FALSE(screen::Forms::dialog<core::AddEditDialog>(QStringLiteral("frmGroupAddEdit"))
-                     ->ShowForm(QStringLiteral("Edit"), 4711));
+    expectBox(u"4711 record id not found! Groups table may need to be fixed!"_s, Answer::Ok, {}, {},
+              screen::Icon::Critical);
+    EXPECT_FALSE(screen::Forms::dialog<core::AddEditDialog>(u"frmGroupAddEdit"_s)
+                     ->ShowForm(u"Edit"_s, 4711));
 }
 
 MIRSA_BOTH_ENGINES(SecuritySetup);

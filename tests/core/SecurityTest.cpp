@@ -1,5 +1,6 @@
 #include "core/Security.h"
 #include "core/MainMenu.h"
+#include "platform/values/Literals.h"
 
 #include <gtest/gtest.h>
 
@@ -12,36 +13,36 @@ ShellRights::Input catalogue(const QString& user) {
     input.menuNames = core::menuNames();
     input.userName = user;
     input.catalogueCodes = core::menuNames();
-    input.catalogueCodes.removeAll(QStringLiteral("mnuHelp32"));
+    input.catalogueCodes.removeAll(u"mnuHelp32"_s);
     return input;
 }
 
 TEST(ShellRights, WhatTheCatalogueNamesIsOffForEverybodyWithoutAGrant) {
-    ShellRights::Input input = catalogue(QStringLiteral("pat"));
-    input.grantedCodes = {QStringLiteral("MNUFILEJOB")};
+    ShellRights::Input input = catalogue(u"pat"_s);
+    input.grantedCodes = {u"MNUFILEJOB"_s};
     const ShellRights rights(input);
-    EXPECT_FALSE(rights.isEnabled(QStringLiteral("mnuFileEstimate")));
-    EXPECT_TRUE(rights.isEnabled(QStringLiteral("mnuFileJob")));
-    EXPECT_TRUE(rights.isEnabled(QStringLiteral("mnuHelp32"))) << "no row names it";
+    EXPECT_FALSE(rights.isEnabled(u"mnuFileEstimate"_s));
+    EXPECT_TRUE(rights.isEnabled(u"mnuFileJob"_s));
+    EXPECT_TRUE(rights.isEnabled(u"mnuHelp32"_s)) << "no row names it";
 
-    const ShellRights admin(catalogue(QStringLiteral("aDMIN")));
-    EXPECT_TRUE(admin.isEnabled(QStringLiteral("mnuFileEstimate")));
+    const ShellRights admin(catalogue(u"aDMIN"_s));
+    EXPECT_TRUE(admin.isEnabled(u"mnuFileEstimate"_s));
 }
 
 TEST(ShellRights, SecuritySetupIsTheAdministratorsAloneWhateverTheTablesSay) {
     ShellRights::Input input;
     input.menuNames = core::menuNames();
-    const QString setup = QStringLiteral("mnuUtilitiesLoginSetup");
+    const QString setup = u"mnuUtilitiesLoginSetup"_s;
     EXPECT_FALSE(ShellRights(input).isEnabled(setup)) << "an empty catalogue";
-    input = catalogue(QStringLiteral("pat"));
+    input = catalogue(u"pat"_s);
     input.grantedCodes = {setup};
     EXPECT_FALSE(ShellRights(input).isEnabled(setup));
-    input.userName = QStringLiteral("admin");
+    input.userName = u"admin"_s;
     EXPECT_TRUE(ShellRights(input).isEnabled(setup));
 }
 
 TEST(ShellRights, FiveMenusVanishTheOthersAreGreyed) {
-    const ShellRights rights(catalogue(QStringLiteral("pat")));
+    const ShellRights rights(catalogue(u"pat"_s));
     for (const char* name : {"mnuAddOns", "mnuOptionsTables", "mnuOptionsUtilities", "mnuOptions",
                              "mnuOptionsReports"})
         EXPECT_FALSE(rights.isVisible(QString::fromLatin1(name))) << name;
@@ -51,7 +52,7 @@ TEST(ShellRights, FiveMenusVanishTheOthersAreGreyed) {
 
 TEST(ShellRights, ASeparatorStandsWhileAButtonOfItsGroupDoes) {
     const auto visible = [](const QStringList& granted) {
-        ShellRights::Input input = catalogue(QStringLiteral("pat"));
+        ShellRights::Input input = catalogue(u"pat"_s);
         input.grantedCodes = granted;
         const ShellRights rights(input);
         QList<int> numbers;
@@ -62,23 +63,22 @@ TEST(ShellRights, ASeparatorStandsWhileAButtonOfItsGroupDoes) {
         return numbers;
     };
     EXPECT_EQ(visible({}), QList<int>());
-    EXPECT_EQ(visible({QStringLiteral("mnuFileTimeManagement")}), QList<int>({5, 6}));
-    EXPECT_EQ(visible({QStringLiteral("mnuAP")}), QList<int>({8, 10}));
-    EXPECT_EQ(visible({QStringLiteral("mnuFileCustomer")}), QList<int>({11, 14}));
-    EXPECT_EQ(visible({QStringLiteral("mnuFileSpareParts")}), QList<int>({16, 17}));
-    EXPECT_EQ(visible({QStringLiteral("mnuFileBenchline")}), QList<int>({20, 21}));
-    EXPECT_EQ(visible({QStringLiteral("mnuHistory")}), QList<int>({22}));
+    EXPECT_EQ(visible({u"mnuFileTimeManagement"_s}), QList<int>({5, 6}));
+    EXPECT_EQ(visible({u"mnuAP"_s}), QList<int>({8, 10}));
+    EXPECT_EQ(visible({u"mnuFileCustomer"_s}), QList<int>({11, 14}));
+    EXPECT_EQ(visible({u"mnuFileSpareParts"_s}), QList<int>({16, 17}));
+    EXPECT_EQ(visible({u"mnuFileBenchline"_s}), QList<int>({20, 21}));
+    EXPECT_EQ(visible({u"mnuHistory"_s}), QList<int>({22}));
     // The companions need the menu above them too.
-    EXPECT_EQ(visible({QStringLiteral("mnuFileBarcode")}), QList<int>());
-    EXPECT_EQ(visible({QStringLiteral("mnuFileBarcode"), QStringLiteral("mnuExternal")}),
-              QList<int>({18, 21}));
+    EXPECT_EQ(visible({u"mnuFileBarcode"_s}), QList<int>());
+    EXPECT_EQ(visible({u"mnuFileBarcode"_s, u"mnuExternal"_s}), QList<int>({18, 21}));
 }
 
 TEST(ShellRights, AnEntryWithoutItsScreenIsOffForTheAdministratorToo) {
-    ShellRights::Input input = catalogue(QStringLiteral("Admin"));
-    input.unavailableMenus = {QStringLiteral("mnuInvoice")};
+    ShellRights::Input input = catalogue(u"Admin"_s);
+    input.unavailableMenus = {u"mnuInvoice"_s};
     const ShellRights rights(input);
-    EXPECT_FALSE(rights.isEnabled(QStringLiteral("mnuInvoice")));
+    EXPECT_FALSE(rights.isEnabled(u"mnuInvoice"_s));
     EXPECT_FALSE(rights.isButtonVisible(4));
     EXPECT_TRUE(rights.isButtonVisible(3));
 }

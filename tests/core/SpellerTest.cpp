@@ -1,4 +1,5 @@
 #include "platform/spelling/Speller.h"
+#include "platform/values/Literals.h"
 
 #include <gtest/gtest.h>
 
@@ -16,37 +17,34 @@ QStringList wordsOf(const QString& text) {
 }
 
 TEST(Speller, PartNumbersAndMeasuresAreNoWords) {
-    EXPECT_EQ(
-        wordsOf(QStringLiteral("Mill 12A34 to 3/8\", don't 'burr' it.\r\nÄnderung x y2k")),
-        QStringList({QStringLiteral("Mill"), QStringLiteral("to"), QStringLiteral("don't"),
-                     QStringLiteral("burr"), QStringLiteral("it"), QStringLiteral("Änderung")}));
+    EXPECT_EQ(wordsOf(u"Mill 12A34 to 3/8\", don't 'burr' it.\r\nÄnderung x y2k"_s),
+              QStringList({u"Mill"_s, u"to"_s, u"don't"_s, u"burr"_s, u"it"_s, u"Änderung"_s}));
     EXPECT_TRUE(wordsOf(QString()).isEmpty());
 }
 
 TEST(Speller, TheUsersOwnWordsStayForTheNextRun) {
     QTemporaryDir folder;
-    const QString own = folder.filePath(QStringLiteral("userdic.txt"));
+    const QString own = folder.filePath(u"userdic.txt"_s);
     auto speller = Speller::open(own);
     ASSERT_TRUE(speller);
-    const QString text = QStringLiteral("The fixtuer holds the Zornik block");
+    const QString text = u"The fixtuer holds the Zornik block"_s;
     spelling::Word wrong = speller->firstWrong(text);
-    EXPECT_EQ(text.mid(wrong.start, wrong.length), QStringLiteral("fixtuer"));
-    EXPECT_TRUE(
-        speller->suggestions(QStringLiteral("fixtuer")).contains(QStringLiteral("fixture")));
+    EXPECT_EQ(text.mid(wrong.start, wrong.length), u"fixtuer"_s);
+    EXPECT_TRUE(speller->suggestions(u"fixtuer"_s).contains(u"fixture"_s));
     wrong = speller->firstWrong(text, wrong.start + wrong.length);
-    EXPECT_EQ(text.mid(wrong.start, wrong.length), QStringLiteral("Zornik"));
-    EXPECT_TRUE(speller->add(QStringLiteral("Zornik")));
-    speller->ignore(QStringLiteral("fixtuer"));
+    EXPECT_EQ(text.mid(wrong.start, wrong.length), u"Zornik"_s);
+    EXPECT_TRUE(speller->add(u"Zornik"_s));
+    speller->ignore(u"fixtuer"_s);
     EXPECT_EQ(speller->firstWrong(text).length, 0);
 
     speller = Speller::open(own);
-    EXPECT_TRUE(speller->isRight(QStringLiteral("zornik")));
-    EXPECT_FALSE(speller->isRight(QStringLiteral("fixtuer")));
+    EXPECT_TRUE(speller->isRight(u"zornik"_s));
+    EXPECT_FALSE(speller->isRight(u"fixtuer"_s));
 }
 
 TEST(Speller, TheOptionsSayWhatIsLookedUpAndWhatIsWrong) {
     QTemporaryDir folder;
-    const auto speller = Speller::open(folder.filePath(QStringLiteral("userdic.txt")));
+    const auto speller = Speller::open(folder.filePath(u"userdic.txt"_s));
     ASSERT_TRUE(speller);
     const auto wrong = [&](const char* text, const spelling::Options& options) {
         const QString whole = QString::fromUtf8(text);

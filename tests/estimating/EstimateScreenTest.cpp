@@ -4,6 +4,7 @@
 #include "estimating/Screens.h"
 #include "estimating/ShopRows.h"
 #include "platform/values/Clock.h"
+#include "platform/values/Literals.h"
 #include "support/ShopFixture.h"
 
 using namespace shoprows;
@@ -20,17 +21,17 @@ class EstimateScreenTest : public testsupport::ShopTest {
             return;
         core::registerScreens();
         estimating::registerScreens();
-        core::shared().CurrencySymbol = QStringLiteral("$");
+        core::shared().CurrencySymbol = u"$"_s;
         values::setNow(QDateTime(QDate(2026, 11, 22), QTime(9, 0)));
         jet::Database& db = database();
-        m_acme = customer(db, QStringLiteral("Acme"));
-        m_bolt = customer(db, QStringLiteral("Bolt & Nut"));
-        m_mill = operation(db, QStringLiteral("Mill"));
-        m_turn = operation(db, QStringLiteral("Turn"), u'I', 35);
-        m_plate = operation(db, QStringLiteral("Plating"), u'C', 0);
-        operationNote(db, m_mill, QStringLiteral("Use coolant"));
-        item(db, QStringLiteral("Bar"), QStringLiteral("FT"), 12.5);
-        item(db, QStringLiteral("Sheet"), QStringLiteral("EA"), 4);
+        m_acme = customer(db, u"Acme"_s);
+        m_bolt = customer(db, u"Bolt & Nut"_s);
+        m_mill = operation(db, u"Mill"_s);
+        m_turn = operation(db, u"Turn"_s, u'I', 35);
+        m_plate = operation(db, u"Plating"_s, u'C', 0);
+        operationNote(db, m_mill, u"Use coolant"_s);
+        item(db, u"Bar"_s, u"FT"_s, 12.5);
+        item(db, u"Sheet"_s, u"EA"_s, 4);
     }
     void TearDown() override {
         ShopTest::TearDown();
@@ -48,9 +49,8 @@ class EstimateScreenTest : public testsupport::ShopTest {
         draft.header.quantity = 10;
         draft.header.estDate = QDate(2026, 1, 5);
         draft.header.oneShopRate = false;
-        draft.operations = {row(m_mill, QStringLiteral("Mill"), 2.5),
-                            row(m_turn, QStringLiteral("Turn"), 1),
-                            row(m_plate, QStringLiteral("Plating"), 100, false)};
+        draft.operations = {row(m_mill, u"Mill"_s, 2.5), row(m_turn, u"Turn"_s, 1),
+                            row(m_plate, u"Plating"_s, 100, false)};
         draft.operations[1].rate = values::Currency::fromInteger(35);
         jet::Recordset rows = core::MainDatabase().openRecordset(estimateRows());
         return saveEstimate(core::MainDatabase(), rows, 0, draft);
@@ -61,8 +61,8 @@ class EstimateScreenTest : public testsupport::ShopTest {
         staging.adopt(estNo, 3);
     }
     QStringList notes() {
-        return rows(QStringLiteral("SELECT EstNo, SeqNo, OperNotes FROM EstOperNote "
-                                   "ORDER BY EstNo, SeqNo"));
+        return rows(u"SELECT EstNo, SeqNo, OperNotes FROM EstOperNote "
+                    "ORDER BY EstNo, SeqNo"_s);
     }
 
     qint64 m_acme = 0, m_bolt = 0, m_mill = 0, m_turn = 0, m_plate = 0;
@@ -74,286 +74,279 @@ enum MiscColumn { MiscDescription, MiscUnit, MiscPrice, MiscQuantity, MiscTotal 
 } // namespace
 
 TEST_P(EstimateScreenTest, AnEmptyShopStartsWithAnEstimateToAdd) {
-    expectBox(QStringLiteral("There are no records in the database. Before you can use the "
-                             "Estimate module you must add at least one Estimate. Would you like "
-                             "to do so now?"),
-              Answer::Yes, QStringLiteral("No Records!"));
-    open(QStringLiteral("frmEstimate"));
-    EXPECT_EQ(text(QStringLiteral("lblEstno")), QStringLiteral("New"));
-    EXPECT_EQ(text(QStringLiteral("lblEstimateMode")), QStringLiteral("ADD"));
-    EXPECT_EQ(text(QStringLiteral("txtEstShopRate")), QStringLiteral("60.00"));
+    expectBox(u"There are no records in the database. Before you can use the "
+              "Estimate module you must add at least one Estimate. Would you like "
+              "to do so now?"_s,
+              Answer::Yes, u"No Records!"_s);
+    open(u"frmEstimate"_s);
+    EXPECT_EQ(text(u"lblEstno"_s), u"New"_s);
+    EXPECT_EQ(text(u"lblEstimateMode"_s), u"ADD"_s);
+    EXPECT_EQ(text(u"txtEstShopRate"_s), u"60.00"_s);
 
-    expectBox(QStringLiteral("Please enter Rfq No."));
-    press(QStringLiteral("cmdSave"));
-    EXPECT_EQ(focusName(), QStringLiteral("txtRfqno"));
-    EXPECT_EQ(text(QStringLiteral("lblEstimateMode")), QStringLiteral("ADD"));
+    expectBox(u"Please enter Rfq No."_s);
+    press(u"cmdSave"_s);
+    EXPECT_EQ(focusName(), u"txtRfqno"_s);
+    EXPECT_EQ(text(u"lblEstimateMode"_s), u"ADD"_s);
 }
 
 TEST_P(EstimateScreenTest, OperationsAndCostsArePickedAndReckonedAsTheyCome) {
-    estimate(QStringLiteral("R1"), QStringLiteral("P1"));
-    open(QStringLiteral("frmEstimate"));
-    whenShown(QStringLiteral("frmEstNew"), [this] {
-        check(QStringLiteral("Option2"));
-        check(QStringLiteral("chkCarryCus"));
-        press(QStringLiteral("cmdOK"));
+    estimate(u"R1"_s, u"P1"_s);
+    open(u"frmEstimate"_s);
+    whenShown(u"frmEstNew"_s, [this] {
+        check(u"Option2"_s);
+        check(u"chkCarryCus"_s);
+        press(u"cmdOK"_s);
     });
-    whenShown(QStringLiteral("frmSelOper"), [this] {
-        selectRow(QStringLiteral("lvwAvail"), 0); // Mill, with a note
-        press(QStringLiteral("cmdAddRemove(0)"));
-        selectRow(QStringLiteral("lvwAvail"), 0); // Plating
-        press(QStringLiteral("cmdAddRemove(0)"));
-        EXPECT_EQ(cells(QStringLiteral("lvwSel")),
-                  QStringList({QStringLiteral("Mill|yes"), QStringLiteral("Plating  *oc|no")}));
-        press(QStringLiteral("cmdOK"));
+    whenShown(u"frmSelOper"_s, [this] {
+        selectRow(u"lvwAvail"_s, 0); // Mill, with a note
+        press(u"cmdAddRemove(0)"_s);
+        selectRow(u"lvwAvail"_s, 0); // Plating
+        press(u"cmdAddRemove(0)"_s);
+        EXPECT_EQ(cells(u"lvwSel"_s), QStringList({u"Mill|yes"_s, u"Plating  *oc|no"_s}));
+        press(u"cmdOK"_s);
     });
-    press(QStringLiteral("cmdNew"));
-    EXPECT_EQ(text(QStringLiteral("dbcCustomer")), QStringLiteral("Acme"));
-    EXPECT_EQ(text(QStringLiteral("txtRfqno")), QStringLiteral("R1"));
-    EXPECT_EQ(rowCount(QStringLiteral("sprOper")), 2);
-    EXPECT_EQ(notes(), QStringList({QStringLiteral("0|1|Use coolant")}));
+    press(u"cmdNew"_s);
+    EXPECT_EQ(text(u"dbcCustomer"_s), u"Acme"_s);
+    EXPECT_EQ(text(u"txtRfqno"_s), u"R1"_s);
+    EXPECT_EQ(rowCount(u"sprOper"_s), 2);
+    EXPECT_EQ(notes(), QStringList({u"0|1|Use coolant"_s}));
 
-    type(QStringLiteral("txtPartno"), QStringLiteral("P-9"));
-    type(QStringLiteral("txtQuantity"), QStringLiteral("10"));
+    type(u"txtPartno"_s, u"P-9"_s);
+    type(u"txtQuantity"_s, u"10"_s);
     leave();
-    setCell(QStringLiteral("sprOper"), 0, Time, QStringLiteral("2.5"));
-    setCell(QStringLiteral("sprOper"), 1, Time, QStringLiteral("100"));
-    whenShown(QStringLiteral("frmInsItem"), [this] {
-        EXPECT_EQ(rowCount(QStringLiteral("lstItems")), 2);
-        selectRow(QStringLiteral("lstItems"), 0);
-        EXPECT_EQ(text(QStringLiteral("txtUnitPrice")), QStringLiteral("12.5000"));
-        press(QStringLiteral("cmdOK"));
+    setCell(u"sprOper"_s, 0, Time, u"2.5"_s);
+    setCell(u"sprOper"_s, 1, Time, u"100"_s);
+    whenShown(u"frmInsItem"_s, [this] {
+        EXPECT_EQ(rowCount(u"lstItems"_s), 2);
+        selectRow(u"lstItems"_s, 0);
+        EXPECT_EQ(text(u"txtUnitPrice"_s), u"12.5000"_s);
+        press(u"cmdOK"_s);
     });
-    press(QStringLiteral("cmdMisc(0)"));
-    setCell(QStringLiteral("sprMisc"), 0, MiscQuantity, QStringLiteral("4"));
-    EXPECT_EQ(cell(QStringLiteral("sprMisc"), 0, MiscTotal), QStringLiteral("50.00"));
-    type(QStringLiteral("txtQtyDiscount(1)"), QStringLiteral("10"));
+    press(u"cmdMisc(0)"_s);
+    setCell(u"sprMisc"_s, 0, MiscQuantity, u"4"_s);
+    EXPECT_EQ(cell(u"sprMisc"_s, 0, MiscTotal), u"50.00"_s);
+    type(u"txtQtyDiscount(1)"_s, u"10"_s);
     leave();
-    type(QStringLiteral("fpQtyQP(0)"), QStringLiteral("40"));
+    type(u"fpQtyQP(0)"_s, u"40"_s);
     leave();
     // The record on screen kept the rate of each row: 2.5 h at 40, 100 outside, 50 of material.
-    EXPECT_EQ(text(QStringLiteral("fpOutContr")), QStringLiteral("100.00"));
-    EXPECT_EQ(text(QStringLiteral("fpFixed")), QStringLiteral("50.00"));
-    EXPECT_EQ(text(QStringLiteral("fpQtyPrice(0)")), QStringLiteral("25.0000"));
-    EXPECT_EQ(text(QStringLiteral("fpQtyPrice(1)")), QStringLiteral("22.5000"));
-    EXPECT_EQ(text(QStringLiteral("fpQtyTotal(0)")), QStringLiteral("400.00"));
+    EXPECT_EQ(text(u"fpOutContr"_s), u"100.00"_s);
+    EXPECT_EQ(text(u"fpFixed"_s), u"50.00"_s);
+    EXPECT_EQ(text(u"fpQtyPrice(0)"_s), u"25.0000"_s);
+    EXPECT_EQ(text(u"fpQtyPrice(1)"_s), u"22.5000"_s);
+    EXPECT_EQ(text(u"fpQtyTotal(0)"_s), u"400.00"_s);
 
-    expectBox(QStringLiteral("You are about to recalculate the Pricing for Inhouse Operations. "
-                             "Are you sure?"),
+    expectBox(u"You are about to recalculate the Pricing for Inhouse Operations. "
+              "Are you sure?"_s,
               Answer::Yes);
-    press(QStringLiteral("cmdOperRate(0)"));
-    EXPECT_EQ(text(QStringLiteral("fpQtyPrice(0)")), QStringLiteral("30.0000")); // at 60
-    press(QStringLiteral("cmdSave"));
+    press(u"cmdOperRate(0)"_s);
+    EXPECT_EQ(text(u"fpQtyPrice(0)"_s), u"30.0000"_s); // at 60
+    press(u"cmdSave"_s);
 
-    EXPECT_EQ(text(QStringLiteral("lblEstimateMode")), QStringLiteral("BROWSE"));
-    EXPECT_EQ(rows(QStringLiteral("SELECT EstNo, PartNo, Quantity, QtyPriceA, QtyQPA, QtyTotalA, "
-                                  "OneShopRate FROM Estimate WHERE PartNo = 'P-9'")),
-              QStringList({QStringLiteral("2|P-9|10|30|40|400|True")}));
-    EXPECT_EQ(rows(QStringLiteral("SELECT SeqNo, OperNo, OperTime_Amount, OperShopRate FROM "
-                                  "EstOper WHERE EstNo = 2 ORDER BY SeqNo")),
-              QStringList({QStringLiteral("1|%1|2.5|40").arg(m_mill),
-                           QStringLiteral("2|%1|100|0").arg(m_plate)}));
-    EXPECT_EQ(notes(), QStringList({QStringLiteral("2|1|Use coolant")}));
-    EXPECT_EQ(text(QStringLiteral("lblEstno")), QStringLiteral("2"));
+    EXPECT_EQ(text(u"lblEstimateMode"_s), u"BROWSE"_s);
+    EXPECT_EQ(rows(u"SELECT EstNo, PartNo, Quantity, QtyPriceA, QtyQPA, QtyTotalA, "
+                   "OneShopRate FROM Estimate WHERE PartNo = 'P-9'"_s),
+              QStringList({u"2|P-9|10|30|40|400|True"_s}));
+    EXPECT_EQ(rows(u"SELECT SeqNo, OperNo, OperTime_Amount, OperShopRate FROM "
+                   "EstOper WHERE EstNo = 2 ORDER BY SeqNo"_s),
+              QStringList({u"1|%1|2.5|40"_s.arg(m_mill), u"2|%1|100|0"_s.arg(m_plate)}));
+    EXPECT_EQ(notes(), QStringList({u"2|1|Use coolant"_s}));
+    EXPECT_EQ(text(u"lblEstno"_s), u"2"_s);
 }
 
 TEST_P(EstimateScreenTest, CancelPutsRowsNotesAndFieldsBack) {
-    const qint64 estNo = estimate(QStringLiteral("R1"), QStringLiteral("P1"));
-    note(estNo, 2, QStringLiteral("two"));
-    note(estNo, 3, QStringLiteral("three"));
+    const qint64 estNo = estimate(u"R1"_s, u"P1"_s);
+    note(estNo, 2, u"two"_s);
+    note(estNo, 3, u"three"_s);
     const QStringList before = notes();
-    open(QStringLiteral("frmEstimate"));
-    const QStringList shown = cells(QStringLiteral("sprOper"));
-    press(QStringLiteral("cmdEdit"));
-    type(QStringLiteral("txtPartno"), QStringLiteral("other"));
-    clickCell(QStringLiteral("sprOper"), 1, Description);
-    expectBox(QStringLiteral("Delete operation Turn?"), Answer::Yes);
-    press(QStringLiteral("cmdOper(1)"));
-    EXPECT_EQ(rowCount(QStringLiteral("sprOper")), 2);
+    open(u"frmEstimate"_s);
+    const QStringList shown = cells(u"sprOper"_s);
+    press(u"cmdEdit"_s);
+    type(u"txtPartno"_s, u"other"_s);
+    clickCell(u"sprOper"_s, 1, Description);
+    expectBox(u"Delete operation Turn?"_s, Answer::Yes);
+    press(u"cmdOper(1)"_s);
+    EXPECT_EQ(rowCount(u"sprOper"_s), 2);
     // The removed operation is offered again, and goes in front of the first.
-    clickCell(QStringLiteral("sprOper"), 0, Description);
-    whenShown(QStringLiteral("frmInsOper"), [this] {
-        EXPECT_EQ(rowCount(QStringLiteral("lstOper")), 1);
-        selectRow(QStringLiteral("lstOper"), 0);
-        EXPECT_EQ(text(QStringLiteral("lblOperShopRate")), QStringLiteral("Hourly Rate: $35.00"));
-        check(QStringLiteral("optPosition(0)"));
-        press(QStringLiteral("cmdOK"));
+    clickCell(u"sprOper"_s, 0, Description);
+    whenShown(u"frmInsOper"_s, [this] {
+        EXPECT_EQ(rowCount(u"lstOper"_s), 1);
+        selectRow(u"lstOper"_s, 0);
+        EXPECT_EQ(text(u"lblOperShopRate"_s), u"Hourly Rate: $35.00"_s);
+        check(u"optPosition(0)"_s);
+        press(u"cmdOK"_s);
     });
-    press(QStringLiteral("cmdOper(0)"));
-    EXPECT_EQ(cell(QStringLiteral("sprOper"), 0, Description), QStringLiteral("Turn"));
-    EXPECT_EQ(notes(), QStringList({QStringLiteral("1|0|two"), QStringLiteral("1|3|three")}));
+    press(u"cmdOper(0)"_s);
+    EXPECT_EQ(cell(u"sprOper"_s, 0, Description), u"Turn"_s);
+    EXPECT_EQ(notes(), QStringList({u"1|0|two"_s, u"1|3|three"_s}));
 
-    expectBox(QStringLiteral("Are you sure you want to cancel?"), Answer::Yes);
-    press(QStringLiteral("cmdCancel"));
+    expectBox(u"Are you sure you want to cancel?"_s, Answer::Yes);
+    press(u"cmdCancel"_s);
     EXPECT_EQ(notes(), before);
-    EXPECT_EQ(cells(QStringLiteral("sprOper")), shown);
-    EXPECT_EQ(text(QStringLiteral("txtPartno")), QStringLiteral("P1"));
+    EXPECT_EQ(cells(u"sprOper"_s), shown);
+    EXPECT_EQ(text(u"txtPartno"_s), u"P1"_s);
 }
 
 TEST_P(EstimateScreenTest, NotesAreReadInBrowseAndWrittenInEdit) {
-    const qint64 estNo = estimate(QStringLiteral("R1"), QStringLiteral("P1"));
-    note(estNo, 1, QStringLiteral("first"));
-    open(QStringLiteral("frmEstimate"));
-    whenShown(QStringLiteral("frmEstOperNote"), [this] {
-        EXPECT_EQ(text(QStringLiteral("Text1")), QStringLiteral("first"));
-        EXPECT_TRUE(isLocked(QStringLiteral("Text1")));
-        EXPECT_FALSE(isVisible(QStringLiteral("cmdCancel")));
-        press(QStringLiteral("cmdOK"));
+    const qint64 estNo = estimate(u"R1"_s, u"P1"_s);
+    note(estNo, 1, u"first"_s);
+    open(u"frmEstimate"_s);
+    whenShown(u"frmEstOperNote"_s, [this] {
+        EXPECT_EQ(text(u"Text1"_s), u"first"_s);
+        EXPECT_TRUE(isLocked(u"Text1"_s));
+        EXPECT_FALSE(isVisible(u"cmdCancel"_s));
+        press(u"cmdOK"_s);
     });
-    clickCell(QStringLiteral("sprOper"), 0, Note);
-    press(QStringLiteral("cmdEdit"));
-    whenShown(QStringLiteral("frmEstOperNote"), [this] {
-        type(QStringLiteral("Text1"), QString());
-        press(QStringLiteral("cmdOK"));
+    clickCell(u"sprOper"_s, 0, Note);
+    press(u"cmdEdit"_s);
+    whenShown(u"frmEstOperNote"_s, [this] {
+        type(u"Text1"_s, QString());
+        press(u"cmdOK"_s);
     });
-    clickCell(QStringLiteral("sprOper"), 0, Note);
+    clickCell(u"sprOper"_s, 0, Note);
     EXPECT_EQ(notes(), QStringList());
-    auto* grid = control<controls::Grid>(QStringLiteral("sprOper"));
+    auto* grid = control<controls::Grid>(u"sprOper"_s);
     EXPECT_FALSE(grid->hasPicture(0, Note));
-    press(QStringLiteral("cmdSave"));
-    EXPECT_EQ(text(QStringLiteral("lblEstimateMode")), QStringLiteral("BROWSE"));
+    press(u"cmdSave"_s);
+    EXPECT_EQ(text(u"lblEstimateMode"_s), u"BROWSE"_s);
 }
 
 TEST_P(EstimateScreenTest, ACopyTakesTheRowsAndTheWantedNotes) {
-    const qint64 estNo = estimate(QStringLiteral("R1"), QStringLiteral("P1"));
-    note(estNo, 1, QStringLiteral("mine"));
-    note(estNo, 3, QStringLiteral("third"));
-    open(QStringLiteral("frmEstimate"));
-    whenShown(QStringLiteral("frmEstNew"), [this] {
-        check(QStringLiteral("Option3"));
-        check(QStringLiteral("chkNotes"));
-        check(QStringLiteral("chkDefault"));
-        press(QStringLiteral("cmdOK"));
+    const qint64 estNo = estimate(u"R1"_s, u"P1"_s);
+    note(estNo, 1, u"mine"_s);
+    note(estNo, 3, u"third"_s);
+    open(u"frmEstimate"_s);
+    whenShown(u"frmEstNew"_s, [this] {
+        check(u"Option3"_s);
+        check(u"chkNotes"_s);
+        check(u"chkDefault"_s);
+        press(u"cmdOK"_s);
     });
-    expectBox(QStringLiteral("You are about to copy the current Estimate into a new Estimate. Are "
-                             "you sure?"),
+    expectBox(u"You are about to copy the current Estimate into a new Estimate. Are "
+              "you sure?"_s,
               Answer::Yes);
-    press(QStringLiteral("cmdNew"));
-    EXPECT_EQ(text(QStringLiteral("lblEstimateMode")), QStringLiteral("COPYEST"));
-    EXPECT_EQ(text(QStringLiteral("lblCustID")), QString());
-    EXPECT_EQ(text(QStringLiteral("txtRfqno")), QString());
-    EXPECT_EQ(text(QStringLiteral("txtPartno")), QStringLiteral("P1"));
-    EXPECT_EQ(notes(),
-              QStringList({QStringLiteral("0|1|Use coolant\r\nmine"), QStringLiteral("0|3|third"),
-                           QStringLiteral("1|1|mine"), QStringLiteral("1|3|third")}));
-    type(QStringLiteral("txtRfqno"), QStringLiteral("R2"));
-    expectBox(QStringLiteral("Please select a Customer"));
-    press(QStringLiteral("cmdSave"));
-    EXPECT_EQ(focusName(), QStringLiteral("dbcCustomer"));
-    choose(QStringLiteral("dbcCustomer"), QStringLiteral("Bolt & Nut"));
-    press(QStringLiteral("cmdSave"));
-    EXPECT_EQ(rows(QStringLiteral("SELECT EstNo, CustID, RFQNo, EstDate FROM Estimate ORDER BY "
-                                  "EstNo")),
-              QStringList({QStringLiteral("1|%1|R1|1/5/2026").arg(m_acme),
-                           QStringLiteral("2|%1|R2|11/22/2026").arg(m_bolt)}));
-    EXPECT_EQ(notes(), QStringList({QStringLiteral("1|1|mine"), QStringLiteral("1|3|third"),
-                                    QStringLiteral("2|1|Use coolant\r\nmine"),
-                                    QStringLiteral("2|3|third")}));
+    press(u"cmdNew"_s);
+    EXPECT_EQ(text(u"lblEstimateMode"_s), u"COPYEST"_s);
+    EXPECT_EQ(text(u"lblCustID"_s), QString());
+    EXPECT_EQ(text(u"txtRfqno"_s), QString());
+    EXPECT_EQ(text(u"txtPartno"_s), u"P1"_s);
+    EXPECT_EQ(notes(), QStringList({u"0|1|Use coolant\r\nmine"_s, u"0|3|third"_s, u"1|1|mine"_s,
+                                    u"1|3|third"_s}));
+    type(u"txtRfqno"_s, u"R2"_s);
+    expectBox(u"Please select a Customer"_s);
+    press(u"cmdSave"_s);
+    EXPECT_EQ(focusName(), u"dbcCustomer"_s);
+    choose(u"dbcCustomer"_s, u"Bolt & Nut"_s);
+    press(u"cmdSave"_s);
+    EXPECT_EQ(
+        rows(u"SELECT EstNo, CustID, RFQNo, EstDate FROM Estimate ORDER BY "
+             "EstNo"_s),
+        QStringList({u"1|%1|R1|1/5/2026"_s.arg(m_acme), u"2|%1|R2|11/22/2026"_s.arg(m_bolt)}));
+    EXPECT_EQ(notes(), QStringList({u"1|1|mine"_s, u"1|3|third"_s, u"2|1|Use coolant\r\nmine"_s,
+                                    u"2|3|third"_s}));
 }
 
 TEST_P(EstimateScreenTest, GoingToEstimatesAndParts) {
-    estimate(QStringLiteral("R1"), QStringLiteral("12A34"));
-    estimate(QStringLiteral("R1"), QStringLiteral("99"));
-    open(QStringLiteral("frmEstimate"));
-    EXPECT_EQ(text(QStringLiteral("lblEstno")), QStringLiteral("2"));
-    whenShown(QStringLiteral("frmEstFind"), [this] {
-        type(QStringLiteral("txtNo"), QStringLiteral("x77"));
+    estimate(u"R1"_s, u"12A34"_s);
+    estimate(u"R1"_s, u"99"_s);
+    open(u"frmEstimate"_s);
+    EXPECT_EQ(text(u"lblEstno"_s), u"2"_s);
+    whenShown(u"frmEstFind"_s, [this] {
+        type(u"txtNo"_s, u"x77"_s);
         key(Qt::Key_Return);
     });
-    expectBox(QStringLiteral("Estimate No. 77 does not exist!"));
-    press(QStringLiteral("cmdFind"));
-    EXPECT_EQ(text(QStringLiteral("lblEstno")), QStringLiteral("2"));
-    whenShown(QStringLiteral("frmEstFind"), [this] {
-        type(QStringLiteral("txtNo"), QStringLiteral("2-3"));
-        press(QStringLiteral("cmdOK"));
+    expectBox(u"Estimate No. 77 does not exist!"_s);
+    press(u"cmdFind"_s);
+    EXPECT_EQ(text(u"lblEstno"_s), u"2"_s);
+    whenShown(u"frmEstFind"_s, [this] {
+        type(u"txtNo"_s, u"2-3"_s);
+        press(u"cmdOK"_s);
     });
-    whenShown(QStringLiteral("frmEstFound"), [this] {
-        EXPECT_EQ(cells(QStringLiteral("sprFound")),
-                  QStringList({QStringLiteral("1|%1|R1|12A34|1/5/2026").arg(m_acme)}));
-        press(QStringLiteral("cmdSelect"));
+    whenShown(u"frmEstFound"_s, [this] {
+        EXPECT_EQ(cells(u"sprFound"_s), QStringList({u"1|%1|R1|12A34|1/5/2026"_s.arg(m_acme)}));
+        press(u"cmdSelect"_s);
     });
-    press(QStringLiteral("cmdGotoPart"));
-    EXPECT_EQ(text(QStringLiteral("lblEstno")), QStringLiteral("1"));
-    whenShown(QStringLiteral("frmEstFind"), [this] {
-        type(QStringLiteral("txtNo"), QStringLiteral("none"));
-        press(QStringLiteral("cmdOK"));
+    press(u"cmdGotoPart"_s);
+    EXPECT_EQ(text(u"lblEstno"_s), u"1"_s);
+    whenShown(u"frmEstFind"_s, [this] {
+        type(u"txtNo"_s, u"none"_s);
+        press(u"cmdOK"_s);
     });
-    expectBox(QStringLiteral("Part(s) not found!"), Answer::Ok, QStringLiteral("System Message"));
-    press(QStringLiteral("cmdGotoPart"));
+    expectBox(u"Part(s) not found!"_s, Answer::Ok, u"System Message"_s);
+    press(u"cmdGotoPart"_s);
 }
 
 TEST_P(EstimateScreenTest, AFailedSaveKeepsWhatWasTyped) {
-    estimate(QStringLiteral("R1"), QStringLiteral("P1"));
-    open(QStringLiteral("frmEstimate"));
-    press(QStringLiteral("cmdEdit"));
-    type(QStringLiteral("txtPartno"), QStringLiteral("typed"));
-    core::MainDatabase().execute(QStringLiteral("DROP TABLE EstMiscCost"));
-    expectBoxContaining(QStringLiteral("Delete EstMiscCost"));
-    press(QStringLiteral("cmdSave"));
-    EXPECT_EQ(text(QStringLiteral("lblEstimateMode")), QStringLiteral("EDIT"));
-    EXPECT_EQ(text(QStringLiteral("txtPartno")), QStringLiteral("typed"));
-    EXPECT_EQ(rows(QStringLiteral("SELECT PartNo FROM Estimate")),
-              QStringList({QStringLiteral("P1")}));
-    EXPECT_EQ(rows(QStringLiteral("SELECT SeqNo FROM EstOper")).size(), 3);
-    expectBox(QStringLiteral("Would you like to save the current record before closing?"),
-              Answer::Cancel, QStringLiteral("Save & Exit?"));
+    estimate(u"R1"_s, u"P1"_s);
+    open(u"frmEstimate"_s);
+    press(u"cmdEdit"_s);
+    type(u"txtPartno"_s, u"typed"_s);
+    core::MainDatabase().execute(u"DROP TABLE EstMiscCost"_s);
+    expectBoxContaining(u"Delete EstMiscCost"_s);
+    press(u"cmdSave"_s);
+    EXPECT_EQ(text(u"lblEstimateMode"_s), u"EDIT"_s);
+    EXPECT_EQ(text(u"txtPartno"_s), u"typed"_s);
+    EXPECT_EQ(rows(u"SELECT PartNo FROM Estimate"_s), QStringList({u"P1"_s}));
+    EXPECT_EQ(rows(u"SELECT SeqNo FROM EstOper"_s).size(), 3);
+    expectBox(u"Would you like to save the current record before closing?"_s, Answer::Cancel,
+              u"Save & Exit?"_s);
     EXPECT_FALSE(form().unload());
 }
 
 TEST_P(EstimateScreenTest, TwoStationsOnOneEstimate) {
-    estimate(QStringLiteral("R1"), QStringLiteral("P1"));
+    estimate(u"R1"_s, u"P1"_s);
     const auto other = anotherStation();
-    open(QStringLiteral("frmEstimate"));
-    press(QStringLiteral("cmdEdit"));
-    type(QStringLiteral("txtDescription"), QStringLiteral("Bracket"));
-    other->execute(QStringLiteral("UPDATE Estimate SET EstNotes = 'Ask Ray', AssemblyEstno = 9"));
-    press(QStringLiteral("cmdSave"));
-    EXPECT_EQ(rows(QStringLiteral("SELECT Description, EstNotes, AssemblyEstno FROM Estimate")),
-              QStringList(QStringLiteral("Bracket|Ask Ray|9")));
+    open(u"frmEstimate"_s);
+    press(u"cmdEdit"_s);
+    type(u"txtDescription"_s, u"Bracket"_s);
+    other->execute(u"UPDATE Estimate SET EstNotes = 'Ask Ray', AssemblyEstno = 9"_s);
+    press(u"cmdSave"_s);
+    EXPECT_EQ(rows(u"SELECT Description, EstNotes, AssemblyEstno FROM Estimate"_s),
+              QStringList(u"Bracket|Ask Ray|9"_s));
 
-    press(QStringLiteral("cmdEdit"));
-    type(QStringLiteral("txtDescription"), QStringLiteral("Bracket, left"));
-    other->execute(QStringLiteral("UPDATE EstOper SET OperTime_Amount = 7 WHERE SeqNo = 2"));
-    expectBoxContaining(QStringLiteral("has been changed at another station"));
-    press(QStringLiteral("cmdSave"));
-    EXPECT_EQ(text(QStringLiteral("lblEstimateMode")), QStringLiteral("EDIT"));
-    EXPECT_EQ(text(QStringLiteral("txtDescription")), QStringLiteral("Bracket, left"));
-    expectBox(QStringLiteral("Are you sure you want to cancel?"), Answer::Yes);
-    press(QStringLiteral("cmdCancel"));
-    press(QStringLiteral("cmdEdit"));
-    EXPECT_EQ(cell(QStringLiteral("sprOper"), 1, Time), QStringLiteral("7.00"));
-    press(QStringLiteral("cmdSave"));
-    EXPECT_EQ(rows(QStringLiteral("SELECT OperTime_Amount FROM EstOper ORDER BY SeqNo")),
-              (QStringList{QStringLiteral("2.5"), QStringLiteral("7"), QStringLiteral("100")}));
+    press(u"cmdEdit"_s);
+    type(u"txtDescription"_s, u"Bracket, left"_s);
+    other->execute(u"UPDATE EstOper SET OperTime_Amount = 7 WHERE SeqNo = 2"_s);
+    expectBoxContaining(u"has been changed at another station"_s);
+    press(u"cmdSave"_s);
+    EXPECT_EQ(text(u"lblEstimateMode"_s), u"EDIT"_s);
+    EXPECT_EQ(text(u"txtDescription"_s), u"Bracket, left"_s);
+    expectBox(u"Are you sure you want to cancel?"_s, Answer::Yes);
+    press(u"cmdCancel"_s);
+    press(u"cmdEdit"_s);
+    EXPECT_EQ(cell(u"sprOper"_s, 1, Time), u"7.00"_s);
+    press(u"cmdSave"_s);
+    EXPECT_EQ(rows(u"SELECT OperTime_Amount FROM EstOper ORDER BY SeqNo"_s),
+              (QStringList{u"2.5"_s, u"7"_s, u"100"_s}));
 
-    press(QStringLiteral("cmdEdit"));
-    other->execute(QStringLiteral("DELETE FROM Estimate"));
-    expectBoxContaining(QStringLiteral("Record is deleted."));
-    press(QStringLiteral("cmdSave"));
+    press(u"cmdEdit"_s);
+    other->execute(u"DELETE FROM Estimate"_s);
+    expectBoxContaining(u"Record is deleted."_s);
+    press(u"cmdSave"_s);
 }
 
 TEST_P(EstimateScreenTest, DeletingTheLastOneGoesToAdd) {
-    estimate(QStringLiteral("R1"), QStringLiteral("P1"));
-    open(QStringLiteral("frmEstimate"));
-    const QString question =
-        QStringLiteral("You are about to delete the current Estimate. Are you sure?");
-    expectBox(question, Answer::No, QStringLiteral("Delete Estimate"));
-    press(QStringLiteral("cmdDelete"));
-    EXPECT_EQ(text(QStringLiteral("lblEstno")), QStringLiteral("1"));
-    expectBox(question, Answer::Yes, QStringLiteral("Delete Estimate"));
-    press(QStringLiteral("cmdDelete"));
-    EXPECT_EQ(text(QStringLiteral("lblEstimateMode")), QStringLiteral("ADD"));
-    EXPECT_EQ(rows(QStringLiteral("SELECT EstNo FROM EstOper")), QStringList());
+    estimate(u"R1"_s, u"P1"_s);
+    open(u"frmEstimate"_s);
+    const QString question = u"You are about to delete the current Estimate. Are you sure?"_s;
+    expectBox(question, Answer::No, u"Delete Estimate"_s);
+    press(u"cmdDelete"_s);
+    EXPECT_EQ(text(u"lblEstno"_s), u"1"_s);
+    expectBox(question, Answer::Yes, u"Delete Estimate"_s);
+    press(u"cmdDelete"_s);
+    EXPECT_EQ(text(u"lblEstimateMode"_s), u"ADD"_s);
+    EXPECT_EQ(rows(u"SELECT EstNo FROM EstOper"_s), QStringList());
 }
 
 TEST_P(EstimateScreenTest, WhoMayNotSeeMoneySeesNone) {
-    estimate(QStringLiteral("R1"), QStringLiteral("P1"));
-    core::shared().CurrentUserName = QStringLiteral("Guest");
-    open(QStringLiteral("frmEstimate"));
+    estimate(u"R1"_s, u"P1"_s);
+    core::shared().CurrentUserName = u"Guest"_s;
+    open(u"frmEstimate"_s);
     for (const char16_t* name : {u"fpQtyPrice(0)", u"fpQtyQP(4)", u"fpQtyTotal(2)", u"fpOutContr",
                                  u"fpFixed", u"txtEstShopRate"})
         EXPECT_FALSE(isVisible(QString::fromUtf16(name))) << QString::fromUtf16(name).toStdString();
-    EXPECT_FALSE(isEnabled(QStringLiteral("cmdCreateJob")));
-    auto* grid = control<controls::Grid>(QStringLiteral("sprOper"));
+    EXPECT_FALSE(isEnabled(u"cmdCreateJob"_s));
+    auto* grid = control<controls::Grid>(u"sprOper"_s);
     const auto hidden = [&](int row, int column) {
         return grid->model()->index(row, column).data(Qt::AccessibleTextRole).toString().isEmpty();
     };
@@ -363,145 +356,136 @@ TEST_P(EstimateScreenTest, WhoMayNotSeeMoneySeesNone) {
 }
 
 TEST_P(EstimateScreenTest, ADefaultSetIsMadeChangedAndStartsAnEstimate) {
-    estimate(QStringLiteral("R1"), QStringLiteral("P1"));
-    open(QStringLiteral("frmEstimate"));
-    whenShown(QStringLiteral("frmEstNew"), [this] {
-        check(QStringLiteral("Option1"));
-        check(QStringLiteral("chkDefault"));
-        press(QStringLiteral("cmdOK"));
+    estimate(u"R1"_s, u"P1"_s);
+    open(u"frmEstimate"_s);
+    whenShown(u"frmEstNew"_s, [this] {
+        check(u"Option1"_s);
+        check(u"chkDefault"_s);
+        press(u"cmdOK"_s);
     });
-    whenShown(QStringLiteral("frmDefSet"), [this] {
-        EXPECT_FALSE(isEnabled(QStringLiteral("cmdSelect")));
-        whenShown(QStringLiteral("frmDefNew"), [this] {
-            type(QStringLiteral("txtDescription"), QStringLiteral("Shaft"));
+    whenShown(u"frmDefSet"_s, [this] {
+        EXPECT_FALSE(isEnabled(u"cmdSelect"_s));
+        whenShown(u"frmDefNew"_s, [this] {
+            type(u"txtDescription"_s, u"Shaft"_s);
             for (int i = 0; i < 2; ++i) { // Mill, Plating
-                selectRow(QStringLiteral("lvwAvail"), 0);
-                press(QStringLiteral("cmdAddRemove(0)"));
+                selectRow(u"lvwAvail"_s, 0);
+                press(u"cmdAddRemove(0)"_s);
             }
-            press(QStringLiteral("cmdUpDown(0)"));
-            press(QStringLiteral("cmdOK"));
+            press(u"cmdUpDown(0)"_s);
+            press(u"cmdOK"_s);
         });
-        press(QStringLiteral("cmdNew"));
-        EXPECT_EQ(cells(QStringLiteral("sprDef")),
-                  QStringList({QStringLiteral("Plating|Yes"), QStringLiteral("Mill|No")}));
-        expectInput(QStringLiteral("Please enter the new Default Set Name:"),
-                    QStringLiteral("Axle"));
-        press(QStringLiteral("cmdSaveAs"));
-        whenShown(QStringLiteral("frmDefNew"), [this] {
-            selectRow(QStringLiteral("lvwSel"), 0);
-            press(QStringLiteral("cmdAddRemove(1)"));
-            type(QStringLiteral("txtDescription"), QStringLiteral("shaft"));
-            expectBox(QStringLiteral("Set Description already exists. Duplicate is not allowed."));
-            press(QStringLiteral("cmdOK"));
-            type(QStringLiteral("txtDescription"), QStringLiteral("Pin"));
-            press(QStringLiteral("cmdOK"));
+        press(u"cmdNew"_s);
+        EXPECT_EQ(cells(u"sprDef"_s), QStringList({u"Plating|Yes"_s, u"Mill|No"_s}));
+        expectInput(u"Please enter the new Default Set Name:"_s, u"Axle"_s);
+        press(u"cmdSaveAs"_s);
+        whenShown(u"frmDefNew"_s, [this] {
+            selectRow(u"lvwSel"_s, 0);
+            press(u"cmdAddRemove(1)"_s);
+            type(u"txtDescription"_s, u"shaft"_s);
+            expectBox(u"Set Description already exists. Duplicate is not allowed."_s);
+            press(u"cmdOK"_s);
+            type(u"txtDescription"_s, u"Pin"_s);
+            press(u"cmdOK"_s);
         });
-        press(QStringLiteral("cmdEdit"));
-        EXPECT_EQ(cells(QStringLiteral("sprDef")), QStringList({QStringLiteral("Mill|No")}));
-        choose(QStringLiteral("dbcDef"), QStringLiteral("Shaft"));
-        press(QStringLiteral("cmdSelect"));
+        press(u"cmdEdit"_s);
+        EXPECT_EQ(cells(u"sprDef"_s), QStringList({u"Mill|No"_s}));
+        choose(u"dbcDef"_s, u"Shaft"_s);
+        press(u"cmdSelect"_s);
     });
-    press(QStringLiteral("cmdNew"));
-    EXPECT_EQ(rowCount(QStringLiteral("sprOper")), 2);
-    EXPECT_EQ(cell(QStringLiteral("sprOper"), 0, Description), QStringLiteral("Plating"));
-    EXPECT_EQ(notes(), QStringList({QStringLiteral("0|2|Use coolant")}));
-    EXPECT_EQ(rows(QStringLiteral("SELECT SetDescription, SeqNo, OperNo FROM DefaultSet INNER JOIN "
-                                  "DefaultSetOper ON DefaultSet.SetNo = DefaultSetOper.SetNo "
-                                  "ORDER BY SetDescription, SeqNo")),
-              QStringList({QStringLiteral("Pin|1|%1").arg(m_mill),
-                           QStringLiteral("Shaft|1|%1").arg(m_plate),
-                           QStringLiteral("Shaft|2|%1").arg(m_mill)}));
-    expectBox(QStringLiteral("Would you like to save the current record before closing?"),
-              Answer::No);
+    press(u"cmdNew"_s);
+    EXPECT_EQ(rowCount(u"sprOper"_s), 2);
+    EXPECT_EQ(cell(u"sprOper"_s, 0, Description), u"Plating"_s);
+    EXPECT_EQ(notes(), QStringList({u"0|2|Use coolant"_s}));
+    EXPECT_EQ(rows(u"SELECT SetDescription, SeqNo, OperNo FROM DefaultSet INNER JOIN "
+                   "DefaultSetOper ON DefaultSet.SetNo = DefaultSetOper.SetNo "
+                   "ORDER BY SetDescription, SeqNo"_s),
+              QStringList({u"Pin|1|%1"_s.arg(m_mill), u"Shaft|1|%1"_s.arg(m_plate),
+                           u"Shaft|2|%1"_s.arg(m_mill)}));
+    expectBox(u"Would you like to save the current record before closing?"_s, Answer::No);
     EXPECT_TRUE(form().unload());
     // What was staged stays, for the next save to take over.
     EXPECT_EQ(notes().size(), 1);
 }
 
 TEST_P(EstimateScreenTest, AJobsRoutingBecomesAnEstimate) {
-    estimate(QStringLiteral("R1"), QStringLiteral("P1"));
+    estimate(u"R1"_s, u"P1"_s);
     const qint64 jobNo = job(database(), m_bolt);
-    database().execute(QStringLiteral("INSERT INTO JobOper (JobNo, SeqNo, OperNo, OperTime_Amount, "
-                                      "OperShopRate) VALUES(%1,1,%2,1.25,44)")
-                           .arg(jobNo)
+    database().execute(u"INSERT INTO JobOper (JobNo, SeqNo, OperNo, OperTime_Amount, "
+                       "OperShopRate) VALUES(%1,1,%2,1.25,44)"_s.arg(jobNo)
                            .arg(m_mill));
-    estimating::NoteStaging(database(), estimating::jobRouting(), jobNo)
-        .write(1, QStringLiteral("job's own"));
-    open(QStringLiteral("frmEstimate"));
+    estimating::NoteStaging(database(), estimating::jobRouting(), jobNo).write(1, u"job's own"_s);
+    open(u"frmEstimate"_s);
     const auto start = [&](const QString& number) {
-        whenShown(QStringLiteral("frmEstNew"), [this, number] {
-            check(QStringLiteral("Option4"));
-            check(QStringLiteral("chkCarryCus"));
-            check(QStringLiteral("chkNotes"));
-            check(QStringLiteral("chkDefault"));
-            type(QStringLiteral("txtJobno"), number);
-            press(QStringLiteral("cmdOK"));
+        whenShown(u"frmEstNew"_s, [this, number] {
+            check(u"Option4"_s);
+            check(u"chkCarryCus"_s);
+            check(u"chkNotes"_s);
+            check(u"chkDefault"_s);
+            type(u"txtJobno"_s, number);
+            press(u"cmdOK"_s);
         });
     };
-    start(QStringLiteral("99"));
-    expectBox(QStringLiteral("Job No. 99 does not exist!"));
-    press(QStringLiteral("cmdNew"));
-    EXPECT_EQ(text(QStringLiteral("lblEstimateMode")), QStringLiteral("BROWSE"));
+    start(u"99"_s);
+    expectBox(u"Job No. 99 does not exist!"_s);
+    press(u"cmdNew"_s);
+    EXPECT_EQ(text(u"lblEstimateMode"_s), u"BROWSE"_s);
 
     start(QString::number(jobNo));
-    expectBox(QStringLiteral("You are about to copy Job No. %1 into a new Estimate. Are you sure?")
-                  .arg(jobNo),
+    expectBox(u"You are about to copy Job No. %1 into a new Estimate. Are you sure?"_s.arg(jobNo),
               Answer::Yes);
-    press(QStringLiteral("cmdNew"));
-    EXPECT_EQ(text(QStringLiteral("dbcCustomer")), QStringLiteral("Bolt & Nut"));
-    EXPECT_EQ(text(QStringLiteral("txtRfqno")), QStringLiteral("R1"));
-    EXPECT_EQ(text(QStringLiteral("txtPartno")), QStringLiteral("JP-1"));
-    EXPECT_EQ(text(QStringLiteral("txtQtyBreak(0)")), QStringLiteral("12"));
-    EXPECT_EQ(text(QStringLiteral("fpQtyQP(0)")), QStringLiteral("3.2500"));
-    EXPECT_EQ(text(QStringLiteral("fpQtyTotal(0)")), QStringLiteral("39.00"));
-    EXPECT_EQ(text(QStringLiteral("fpQtyPrice(0)")), QStringLiteral("4.5833")); // 55 by 12
-    EXPECT_EQ(notes(), QStringList({QStringLiteral("0|1|Use coolant\r\njob's own")}));
-    expectBox(QStringLiteral("Are you sure you want to cancel?"), Answer::Yes);
-    press(QStringLiteral("cmdCancel"));
+    press(u"cmdNew"_s);
+    EXPECT_EQ(text(u"dbcCustomer"_s), u"Bolt & Nut"_s);
+    EXPECT_EQ(text(u"txtRfqno"_s), u"R1"_s);
+    EXPECT_EQ(text(u"txtPartno"_s), u"JP-1"_s);
+    EXPECT_EQ(text(u"txtQtyBreak(0)"_s), u"12"_s);
+    EXPECT_EQ(text(u"fpQtyQP(0)"_s), u"3.2500"_s);
+    EXPECT_EQ(text(u"fpQtyTotal(0)"_s), u"39.00"_s);
+    EXPECT_EQ(text(u"fpQtyPrice(0)"_s), u"4.5833"_s); // 55 by 12
+    EXPECT_EQ(notes(), QStringList({u"0|1|Use coolant\r\njob's own"_s}));
+    expectBox(u"Are you sure you want to cancel?"_s, Answer::Yes);
+    press(u"cmdCancel"_s);
     EXPECT_EQ(notes(), QStringList());
-    EXPECT_EQ(text(QStringLiteral("txtPartno")), QStringLiteral("P1"));
+    EXPECT_EQ(text(u"txtPartno"_s), u"P1"_s);
 }
 
 TEST_P(EstimateScreenTest, FixedCostItemsAreKeptAndGuarded) {
-    open(QStringLiteral("frmMiscItems"));
-    whenShown(QStringLiteral("frmMIAddEdit"), [this] {
-        expectBox(QStringLiteral("Description may not be blank!"));
-        press(QStringLiteral("cmdOK"));
-        type(QStringLiteral("txtDescription"), QStringLiteral("bar|'#[]\""));
-        expectBox(QStringLiteral("Units may not be blank!"));
-        press(QStringLiteral("cmdOK"));
-        type(QStringLiteral("cboUnitofMeasure"), QStringLiteral("barrels and more"));
-        expectBox(QStringLiteral("bar already exists!"));
-        press(QStringLiteral("cmdOK"));
-        EXPECT_EQ(focusName(), QStringLiteral("txtDescription"));
-        type(QStringLiteral("txtDescription"), QStringLiteral("Oil"));
-        type(QStringLiteral("txtUnitPrice"), QStringLiteral("1.23456"));
-        press(QStringLiteral("cmdOK"));
+    open(u"frmMiscItems"_s);
+    whenShown(u"frmMIAddEdit"_s, [this] {
+        expectBox(u"Description may not be blank!"_s);
+        press(u"cmdOK"_s);
+        type(u"txtDescription"_s, u"bar|'#[]\""_s);
+        expectBox(u"Units may not be blank!"_s);
+        press(u"cmdOK"_s);
+        type(u"cboUnitofMeasure"_s, u"barrels and more"_s);
+        expectBox(u"bar already exists!"_s);
+        press(u"cmdOK"_s);
+        EXPECT_EQ(focusName(), u"txtDescription"_s);
+        type(u"txtDescription"_s, u"Oil"_s);
+        type(u"txtUnitPrice"_s, u"1.23456"_s);
+        press(u"cmdOK"_s);
     });
-    press(QStringLiteral("cmdNew"));
-    EXPECT_EQ(cells(QStringLiteral("lvwMI")),
-              QStringList({QStringLiteral("Bar|FT|$12.5000|1"),
-                           QStringLiteral("Oil|BARRELS AN|$1.2346|3"),
-                           QStringLiteral("Sheet|EA|$4.0000|2")}));
-    selectRow(QStringLiteral("lvwMI"), 2);
-    whenShown(QStringLiteral("frmMIAddEdit"), [this] {
-        EXPECT_FALSE(isEnabled(QStringLiteral("cmdOKNew")));
-        press(QStringLiteral("cmdOK"));
+    press(u"cmdNew"_s);
+    EXPECT_EQ(cells(u"lvwMI"_s), QStringList({u"Bar|FT|$12.5000|1"_s, u"Oil|BARRELS AN|$1.2346|3"_s,
+                                              u"Sheet|EA|$4.0000|2"_s}));
+    selectRow(u"lvwMI"_s, 2);
+    whenShown(u"frmMIAddEdit"_s, [this] {
+        EXPECT_FALSE(isEnabled(u"cmdOKNew"_s));
+        press(u"cmdOK"_s);
     });
-    press(QStringLiteral("cmdEdit"));
+    press(u"cmdEdit"_s);
     // An edit writes one blank behind the unit.
-    EXPECT_EQ(rows(QStringLiteral("SELECT UnitOfMeasure FROM MiscItems WHERE ItemNo = 2")),
-              QStringList({QStringLiteral("EA ")}));
+    EXPECT_EQ(rows(u"SELECT UnitOfMeasure FROM MiscItems WHERE ItemNo = 2"_s),
+              QStringList({u"EA "_s}));
 
-    database().execute(QStringLiteral("INSERT INTO EstMiscCost (EstNo, ItemNo) VALUES(1, 2)"));
-    expectBox(QStringLiteral("This fixed cost item has been included in either an estimate or a "
-                             "job. It cannot be deleted!"),
-              Answer::Ok, QStringLiteral("Delete"));
-    press(QStringLiteral("cmdDelete"));
-    selectRow(QStringLiteral("lvwMI"), 1);
-    expectBox(QStringLiteral("Delete this item?"), Answer::Yes, QStringLiteral("Delete"));
-    press(QStringLiteral("cmdDelete"));
-    EXPECT_EQ(rowCount(QStringLiteral("lvwMI")), 2);
+    database().execute(u"INSERT INTO EstMiscCost (EstNo, ItemNo) VALUES(1, 2)"_s);
+    expectBox(u"This fixed cost item has been included in either an estimate or a "
+              "job. It cannot be deleted!"_s,
+              Answer::Ok, u"Delete"_s);
+    press(u"cmdDelete"_s);
+    selectRow(u"lvwMI"_s, 1);
+    expectBox(u"Delete this item?"_s, Answer::Yes, u"Delete"_s);
+    press(u"cmdDelete"_s);
+    EXPECT_EQ(rowCount(u"lvwMI"_s), 2);
 }
 
 MIRSA_BOTH_ENGINES(EstimateScreenTest);

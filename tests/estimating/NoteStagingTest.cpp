@@ -1,4 +1,5 @@
 #include "estimating/NoteStaging.h"
+#include "platform/values/Literals.h"
 
 #include "estimating/ShopRows.h"
 #include "support/DatabaseFixture.h"
@@ -17,14 +18,13 @@ class NoteStagingTest : public testsupport::ShopDatabaseFixture {
         if (IsSkipped())
             return;
         for (int i = 0; i < 12; ++i)
-            m_operations.push_back(operation(db(), QStringLiteral("Op %1").arg(i)));
+            m_operations.push_back(operation(db(), u"Op %1"_s.arg(i)));
     }
 
     /// Saves a routing of `count` rows as document `number`, as the modules do it.
     void saveRouting(const RoutingKind& kind, qint64 number, int count) {
-        db().execute(QStringLiteral("DELETE FROM %1 WHERE %2 = %3")
-                         .arg(kind.operTable, kind.documentKey)
-                         .arg(number));
+        db().execute(
+            u"DELETE FROM %1 WHERE %2 = %3"_s.arg(kind.operTable, kind.documentKey).arg(number));
         std::vector<OperRow> made;
         for (int i = 0; i < count; ++i)
             made.push_back(row(m_operations[static_cast<std::size_t>(i % 12)], {}, 1));
@@ -32,25 +32,22 @@ class NoteStagingTest : public testsupport::ShopDatabaseFixture {
     }
 
     QStringList notes(const RoutingKind& kind, qint64 number) {
-        return rows(db(), QStringLiteral("SELECT SeqNo, OperNotes FROM %1 WHERE %2 = %3 "
-                                         "ORDER BY SeqNo, OperNotes")
-                              .arg(kind.noteTable, kind.documentKey)
+        return rows(db(), u"SELECT SeqNo, OperNotes FROM %1 WHERE %2 = %3 "
+                          "ORDER BY SeqNo, OperNotes"_s.arg(kind.noteTable, kind.documentKey)
                               .arg(number));
     }
 
     /// Notes whose ID isn't that of the row at their place.
     QStringList unbound(const RoutingKind& kind, qint64 number) {
-        return rows(db(), QStringLiteral("SELECT %1.SeqNo FROM %1 LEFT JOIN %2 ON %1.ID = %2.ID "
-                                         "WHERE %1.%3 = %4 AND (%2.SeqNo IS NULL OR %2.SeqNo <> "
-                                         "%1.SeqNo)")
-                              .arg(kind.noteTable, kind.operTable, kind.documentKey)
+        return rows(db(), u"SELECT %1.SeqNo FROM %1 LEFT JOIN %2 ON %1.ID = %2.ID "
+                          "WHERE %1.%3 = %4 AND (%2.SeqNo IS NULL OR %2.SeqNo <> "
+                          "%1.SeqNo)"_s.arg(kind.noteTable, kind.operTable, kind.documentKey)
                               .arg(number));
     }
 
     void schedule(qint64 jobNo, int seqNo, const QString& name) {
-        db().execute(QStringLiteral("INSERT INTO JobOperSchedule (JobNo, SeqNo, Description) "
-                                    "VALUES(%1,%2,'%3')")
-                         .arg(jobNo)
+        db().execute(u"INSERT INTO JobOperSchedule (JobNo, SeqNo, Description) "
+                     "VALUES(%1,%2,'%3')"_s.arg(jobNo)
                          .arg(seqNo)
                          .arg(name));
     }
@@ -69,14 +66,14 @@ TEST_P(NoteStagingTest, CancelBringsTheNotesOfRemovedRowsBack) {
         const RoutingKind& kind = kindAt(i);
         saveRouting(kind, 7, 3);
         NoteStaging staging(db(), kind, 7);
-        staging.write(2, QStringLiteral("two"));
-        staging.write(3, QStringLiteral("three"));
+        staging.write(2, u"two"_s);
+        staging.write(3, u"three"_s);
         staging.adopt(7, 3);
         const QStringList before = notes(kind, 7);
 
         staging.rowRemoved(2, 3);
         EXPECT_EQ(notes(kind, 7), QStringList({"0|two", "2|three"}));
-        staging.rowInserted(1, 2, QStringLiteral("it's new"));
+        staging.rowInserted(1, 2, u"it's new"_s);
         EXPECT_EQ(notes(kind, 7), QStringList({"0|two", "1|it's new", "3|three"}));
         staging.cancel();
         EXPECT_EQ(notes(kind, 7), before);
@@ -89,8 +86,8 @@ TEST_P(NoteStagingTest, SaveDropsParkedNotesAndBindsTheOthersToTheirNewRows) {
         const RoutingKind& kind = kindAt(i);
         saveRouting(kind, 7, 3);
         NoteStaging staging(db(), kind, 7);
-        staging.write(2, QStringLiteral("two"));
-        staging.write(3, QStringLiteral("three"));
+        staging.write(2, u"two"_s);
+        staging.write(3, u"three"_s);
         staging.adopt(7, 3);
         staging.rowRemoved(2, 3);
         saveRouting(kind, 7, 2);
@@ -102,20 +99,20 @@ TEST_P(NoteStagingTest, SaveDropsParkedNotesAndBindsTheOthersToTheirNewRows) {
 
 TEST_P(NoteStagingTest, ANewDocumentsNotesWaitUnderNumberZero) {
     NoteStaging adding(db(), estimateRouting(), 0);
-    adding.stage(1, QStringLiteral("one"));
-    adding.stage(2, QStringLiteral("two"));
+    adding.stage(1, u"one"_s);
+    adding.stage(2, u"two"_s);
     adding.rowRemoved(1, 3);
     EXPECT_EQ(notes(estimateRouting(), 0), QStringList({"0|one", "1|two"}));
     // Another station that adds at once shares the rows, whoever saves first.
     const auto other = station();
-    NoteStaging(*other, estimateRouting(), 0).stage(2, QStringLiteral("theirs"));
+    NoteStaging(*other, estimateRouting(), 0).stage(2, u"theirs"_s);
     saveRouting(estimateRouting(), 9, 2);
     adding.adopt(9, 2);
     EXPECT_EQ(notes(estimateRouting(), 9), QStringList({"1|two", "2|theirs"}));
     EXPECT_EQ(notes(estimateRouting(), 0), QStringList());
     EXPECT_EQ(unbound(estimateRouting(), 9), QStringList());
 
-    NoteStaging(db(), estimateRouting(), 0).stage(1, QStringLiteral("thrown away"));
+    NoteStaging(db(), estimateRouting(), 0).stage(1, u"thrown away"_s);
     NoteStaging(db(), estimateRouting(), 0).cancel();
     EXPECT_EQ(notes(estimateRouting(), 0), QStringList());
     EXPECT_EQ(notes(estimateRouting(), 9).size(), 2);
@@ -123,12 +120,12 @@ TEST_P(NoteStagingTest, ANewDocumentsNotesWaitUnderNumberZero) {
 
 TEST_P(NoteStagingTest, ANewJobDeletesTheNotesOfRemovedRowsOutright) {
     NoteStaging adding(db(), jobRouting(), 0);
-    adding.stage(1, QStringLiteral("one"));
-    adding.stage(2, QStringLiteral("two"));
-    schedule(0, 1, QStringLiteral("others"));
+    adding.stage(1, u"one"_s);
+    adding.stage(2, u"two"_s);
+    schedule(0, 1, u"others"_s);
     adding.rowRemoved(1, 2);
     EXPECT_EQ(notes(jobRouting(), 0), QStringList({"1|two"}));
-    EXPECT_EQ(rows(db(), QStringLiteral("SELECT SeqNo FROM JobOperSchedule")), QStringList({"1"}));
+    EXPECT_EQ(rows(db(), u"SELECT SeqNo FROM JobOperSchedule"_s), QStringList({"1"}));
     saveRouting(jobRouting(), 4, 1);
     adding.adopt(4, 1);
     EXPECT_EQ(notes(jobRouting(), 4), QStringList({"1|two"}));
@@ -138,10 +135,10 @@ TEST_P(NoteStagingTest, ANewJobDeletesTheNotesOfRemovedRowsOutright) {
 TEST_P(NoteStagingTest, AJobsScheduleMovesWithItsRowsAndCancelLeavesItMoved) {
     saveRouting(jobRouting(), 3, 3);
     for (int seq = 1; seq <= 3; ++seq)
-        schedule(3, seq, QStringLiteral("s%1").arg(seq));
-    schedule(5, 2, QStringLiteral("other"));
-    const QString of = QStringLiteral("SELECT SeqNo, Description FROM JobOperSchedule "
-                                      "ORDER BY JobNo, Description");
+        schedule(3, seq, u"s%1"_s.arg(seq));
+    schedule(5, 2, u"other"_s);
+    const QString of = u"SELECT SeqNo, Description FROM JobOperSchedule "
+                       "ORDER BY JobNo, Description"_s;
     NoteStaging staging(db(), jobRouting(), 3);
     staging.rowInserted(2, 3, {});
     EXPECT_EQ(rows(db(), of), QStringList({"1|s1", "3|s2", "4|s3", "2|other"}));
@@ -155,24 +152,24 @@ TEST_P(NoteStagingTest, AJobsScheduleMovesWithItsRowsAndCancelLeavesItMoved) {
 
 TEST_P(NoteStagingTest, TheDialogWritesChangesAndEmptiesANote) {
     NoteStaging staging(db(), estimateRouting(), 2);
-    EXPECT_TRUE(staging.write(1, QStringLiteral("it's\r\nlong")));
-    EXPECT_EQ(staging.note(1), QStringLiteral("it's\r\nlong"));
-    EXPECT_TRUE(staging.write(1, QStringLiteral("short")));
-    EXPECT_EQ(rows(db(), QStringLiteral("SELECT ID, EstNo, SeqNo, OperNotes FROM EstOperNote")),
+    EXPECT_TRUE(staging.write(1, u"it's\r\nlong"_s));
+    EXPECT_EQ(staging.note(1), u"it's\r\nlong"_s);
+    EXPECT_TRUE(staging.write(1, u"short"_s));
+    EXPECT_EQ(rows(db(), u"SELECT ID, EstNo, SeqNo, OperNotes FROM EstOperNote"_s),
               QStringList({"0|2|1|short"}));
     EXPECT_FALSE(staging.write(1, {}));
     EXPECT_FALSE(staging.note(1));
 }
 
 TEST_P(NoteStagingTest, CopiesPutTheDefaultNoteInFront) {
-    operationNote(db(), m_operations[0], QStringLiteral("default 0"));
-    operationNote(db(), m_operations[1], QStringLiteral("default 1"));
+    operationNote(db(), m_operations[0], u"default 0"_s);
+    operationNote(db(), m_operations[1], u"default 1"_s);
     NoteStaging source(db(), jobRouting(), 6);
-    source.write(1, QStringLiteral("carried 1"));
-    source.write(3, QStringLiteral("carried 3"));
+    source.write(1, u"carried 1"_s);
+    source.write(3, u"carried 3"_s);
     std::vector<OperRow> copied;
     for (std::size_t i = 0; i < 4; ++i)
-        copied.push_back(row(m_operations[i], QStringLiteral("Op %1").arg(i), 1));
+        copied.push_back(row(m_operations[i], u"Op %1"_s.arg(i), 1));
     copied[3].hasNote = true;
 
     stageCopiedNotes(db(), estimateRouting(), copied, jobRouting(), 6, true, true);
@@ -199,7 +196,7 @@ TEST_P(NoteStagingTest, AnyOrderOfInsertsAndRemovalsKeepsNotesWithTheirRows) {
         saveRouting(kind, number, static_cast<int>(model.size()));
         for (std::size_t i = 0; i < model.size(); ++i) {
             if (below(3) != 0) {
-                model[i] = QStringLiteral("first %1").arg(i);
+                model[i] = u"first %1"_s.arg(i);
                 staging.write(static_cast<int>(i) + 1, model[i]);
             }
         }
@@ -215,7 +212,7 @@ TEST_P(NoteStagingTest, AnyOrderOfInsertsAndRemovalsKeepsNotesWithTheirRows) {
             const int size = static_cast<int>(model.size());
             if (size == 0 || below(2) == 0) {
                 const int place = below(size + 1);
-                const QString text = below(2) ? QStringLiteral("new %1").arg(step) : QString();
+                const QString text = below(2) ? u"new %1"_s.arg(step) : QString();
                 staging.rowInserted(place + 1, size, text);
                 model.insert(model.begin() + place, text);
             } else {

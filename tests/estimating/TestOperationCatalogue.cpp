@@ -1,6 +1,7 @@
 #include "estimating/Catalogue.h"
 #include "estimating/CatalogueDialogs.h"
 #include "estimating/OperationCatalogue.h"
+#include "platform/values/Literals.h"
 
 #include "core/MirsaMain.h"
 #include "support/ShopFixture.h"
@@ -20,8 +21,8 @@ class OperationCatalogue : public testsupport::ShopTest {
         if (IsSkipped())
             return;
         registerCatalogue();
-        database().execute(QStringLiteral("DELETE * FROM Operation"));
-        database().execute(QStringLiteral("DELETE * FROM OperDepartment"));
+        database().execute(u"DELETE * FROM Operation"_s);
+        database().execute(u"DELETE * FROM OperDepartment"_s);
     }
     qint64 department(const QString& name) {
         saveDepartment(database(), 0, name);
@@ -32,21 +33,21 @@ class OperationCatalogue : public testsupport::ShopTest {
         OperationDraft draft;
         draft.type = type;
         draft.description = description;
-        draft.rate = QStringLiteral("1,250.50");
+        draft.rate = u"1,250.50"_s;
         draft.departmentId = departmentId;
         draft.note = note;
         return saveOperation(database(), draft);
     }
     QStringList operations() const {
-        return rows(QStringLiteral("SELECT Description, OperType, OperShopRate, "
-                                   "operdepartment_id FROM Operation ORDER BY OperNo"));
+        return rows(u"SELECT Description, OperType, OperShopRate, "
+                    "operdepartment_id FROM Operation ORDER BY OperNo"_s);
     }
     QStringList notes() const {
-        return rows(QStringLiteral("SELECT OperNo, [Note] FROM OperNote ORDER BY OperNo"));
+        return rows(u"SELECT OperNo, [Note] FROM OperNote ORDER BY OperNo"_s);
     }
     /// Makes a node of the tree the current one, by its text.
     void clickNode(const QString& wanted) {
-        auto* tree = control<QTreeWidget>(QStringLiteral("tvwOper"));
+        auto* tree = control<QTreeWidget>(u"tvwOper"_s);
         const auto found = tree->findItems(wanted, Qt::MatchExactly | Qt::MatchRecursive);
         ASSERT_EQ(found.size(), 1) << wanted.toStdString();
         tree->setCurrentItem(found.first());
@@ -58,84 +59,80 @@ class OperationCatalogue : public testsupport::ShopTest {
 };
 
 TEST_P(OperationCatalogue, ADescriptionBelongsToOneOperationOfAllTypes) {
-    const qint64 lathes = department(QStringLiteral("Lathes"));
-    const qint64 turning = add(in, QStringLiteral("Turning"), lathes);
-    add(over, QStringLiteral("Sweeping"));
+    const qint64 lathes = department(u"Lathes"_s);
+    const qint64 turning = add(in, u"Turning"_s, lathes);
+    add(over, u"Sweeping"_s);
 
     OperationDraft draft = *loadOperation(database(), turning);
     EXPECT_FALSE(checkOperation(database(), draft));
-    draft.description = QStringLiteral("sweeping ");
-    EXPECT_EQ(checkOperation(database(), draft)->text, QStringLiteral("sweeping already exists!"));
+    draft.description = u"sweeping "_s;
+    EXPECT_EQ(checkOperation(database(), draft)->text, u"sweeping already exists!"_s);
     draft.operNo = 0;
-    draft.description = QStringLiteral("turning");
-    EXPECT_EQ(checkOperation(database(), draft)->field, QStringLiteral("txtDescription"));
-    draft.description = QStringLiteral("  ");
-    EXPECT_EQ(checkOperation(database(), draft)->text,
-              QStringLiteral("Description may not be blank!"));
+    draft.description = u"turning"_s;
+    EXPECT_EQ(checkOperation(database(), draft)->field, u"txtDescription"_s);
+    draft.description = u"  "_s;
+    EXPECT_EQ(checkOperation(database(), draft)->text, u"Description may not be blank!"_s);
 
-    draft.description = QStringLiteral("Boring");
-    draft.rate = QStringLiteral("4.5.6");
+    draft.description = u"Boring"_s;
+    draft.rate = u"4.5.6"_s;
     draft.departmentId = 0;
-    EXPECT_EQ(checkOperation(database(), draft)->text, QStringLiteral("Invalid Shop Rate!"));
-    draft.rate = QStringLiteral("45");
-    EXPECT_EQ(checkOperation(database(), draft)->text,
-              QStringLiteral("Department may not be blank!"));
+    EXPECT_EQ(checkOperation(database(), draft)->text, u"Invalid Shop Rate!"_s);
+    draft.rate = u"45"_s;
+    EXPECT_EQ(checkOperation(database(), draft)->text, u"Department may not be blank!"_s);
     draft.type = out;
     EXPECT_FALSE(checkOperation(database(), draft));
 
-    EXPECT_EQ(checkDepartment(database(), 0, QStringLiteral("LATHES"))->text,
-              QStringLiteral("LATHES already exists!"));
-    EXPECT_FALSE(checkDepartment(database(), lathes, QStringLiteral("LATHES")));
+    EXPECT_EQ(checkDepartment(database(), 0, u"LATHES"_s)->text, u"LATHES already exists!"_s);
+    EXPECT_FALSE(checkDepartment(database(), lathes, u"LATHES"_s));
 }
 
 TEST_P(OperationCatalogue, OnlyInhouseOperationsHaveRateAndDepartment) {
-    const qint64 lathes = department(QStringLiteral("Lathes"));
-    add(in, QStringLiteral("Turning"), lathes);
-    const qint64 plating = add(out, QStringLiteral("Plating"), lathes);
-    EXPECT_EQ(operations(), QStringList({QStringLiteral("Turning|I|1250.5|%1").arg(lathes),
-                                         QStringLiteral("Plating|C|0|0")}));
+    const qint64 lathes = department(u"Lathes"_s);
+    add(in, u"Turning"_s, lathes);
+    const qint64 plating = add(out, u"Plating"_s, lathes);
+    EXPECT_EQ(operations(),
+              QStringList({u"Turning|I|1250.5|%1"_s.arg(lathes), u"Plating|C|0|0"_s}));
     OperationDraft draft = *loadOperation(database(), plating);
-    draft.description = QStringLiteral("Zinc plating");
-    draft.rate = QStringLiteral("9");
+    draft.description = u"Zinc plating"_s;
+    draft.rate = u"9"_s;
     EXPECT_EQ(saveOperation(database(), draft), plating);
-    EXPECT_EQ(operations().last(), QStringLiteral("Zinc plating|C|0|0"));
+    EXPECT_EQ(operations().last(), u"Zinc plating|C|0|0"_s);
 }
 
 TEST_P(OperationCatalogue, AnEmptyNoteHasNoRow) {
-    const qint64 number = add(out, QStringLiteral("Plating"), 0, QStringLiteral("Rinse it"));
-    EXPECT_EQ(notes(), QStringList(QStringLiteral("%1|Rinse it").arg(number)));
+    const qint64 number = add(out, u"Plating"_s, 0, u"Rinse it"_s);
+    EXPECT_EQ(notes(), QStringList(u"%1|Rinse it"_s.arg(number)));
     OperationDraft draft = *loadOperation(database(), number);
-    EXPECT_EQ(draft.note, QStringLiteral("Rinse it"));
-    draft.note = QStringLiteral("Rinse it twice");
+    EXPECT_EQ(draft.note, u"Rinse it"_s);
+    draft.note = u"Rinse it twice"_s;
     saveOperation(database(), draft);
-    EXPECT_EQ(notes(), QStringList(QStringLiteral("%1|Rinse it twice").arg(number)));
+    EXPECT_EQ(notes(), QStringList(u"%1|Rinse it twice"_s.arg(number)));
     draft.note.clear();
     saveOperation(database(), draft);
     EXPECT_TRUE(notes().isEmpty());
-    draft.note = QStringLiteral("Dry it");
+    draft.note = u"Dry it"_s;
     saveOperation(database(), draft);
-    EXPECT_EQ(notes(), QStringList(QStringLiteral("%1|Dry it").arg(number)));
+    EXPECT_EQ(notes(), QStringList(u"%1|Dry it"_s.arg(number)));
     deleteOperation(database(), number);
     EXPECT_EQ(notes().size(), 1);
 }
 
 TEST_P(OperationCatalogue, WhatIsInUseStaysByItsKindsOwnRule) {
-    const qint64 number = add(in, QStringLiteral("Turning"), 1);
-    const QString all = QStringLiteral("DELETE * FROM ");
+    const qint64 number = add(in, u"Turning"_s, 1);
+    const QString all = u"DELETE * FROM "_s;
     const auto put = [&](const char16_t* table) {
-        database().execute(QStringLiteral("INSERT INTO %1 (OperNo) VALUES(%2)")
-                               .arg(QString::fromUtf16(table))
-                               .arg(number));
+        database().execute(
+            u"INSERT INTO %1 (OperNo) VALUES(%2)"_s.arg(QString::fromUtf16(table)).arg(number));
     };
     const auto refusal = [](const char16_t* place) {
-        return QStringLiteral("This operation has been included in ") + QString::fromUtf16(place) +
-               QStringLiteral(". It cannot be deleted!");
+        return u"This operation has been included in "_s + QString::fromUtf16(place) +
+               u". It cannot be deleted!"_s;
     };
     put(u"Timelog");
     EXPECT_EQ(operationInUse(database(), number, in), QString());
     EXPECT_EQ(operationInUse(database(), number, out), QString());
     EXPECT_EQ(operationInUse(database(), number, over), refusal(u"time management"));
-    database().execute(all + QStringLiteral("Timelog"));
+    database().execute(all + u"Timelog"_s);
 
     put(u"DefaultSetOper");
     EXPECT_EQ(operationInUse(database(), number, out),
@@ -148,90 +145,86 @@ TEST_P(OperationCatalogue, WhatIsInUseStaysByItsKindsOwnRule) {
 }
 
 TEST_P(OperationCatalogue, TheTreeDeletesOnlyEmptyDepartments) {
-    const qint64 lathes = department(QStringLiteral("Lathes"));
-    add(in, QStringLiteral("Turning"), lathes);
-    open(QStringLiteral("frmOperation"));
-    const QString cmdDelete = QStringLiteral("cmdDelete");
-    EXPECT_TRUE(isEnabled(QStringLiteral("cmdNewOper")));
+    const qint64 lathes = department(u"Lathes"_s);
+    add(in, u"Turning"_s, lathes);
+    open(u"frmOperation"_s);
+    const QString cmdDelete = u"cmdDelete"_s;
+    EXPECT_TRUE(isEnabled(u"cmdNewOper"_s));
 
-    expectBox(QStringLiteral("Please delete the operation(s) first before deleting the "
-                             "department."));
+    expectBox(u"Please delete the operation(s) first before deleting the "
+              "department."_s);
     press(cmdDelete);
-    clickNode(QStringLiteral("Turning"));
-    EXPECT_FALSE(isEnabled(QStringLiteral("cmdNewOper")));
-    expectBox(QStringLiteral("Delete this operation?"), Answer::No, QStringLiteral("Delete"));
+    clickNode(u"Turning"_s);
+    EXPECT_FALSE(isEnabled(u"cmdNewOper"_s));
+    expectBox(u"Delete this operation?"_s, Answer::No, u"Delete"_s);
     press(cmdDelete);
     EXPECT_EQ(operations().size(), 1);
-    expectBox(QStringLiteral("Delete this operation?"), Answer::Yes);
+    expectBox(u"Delete this operation?"_s, Answer::Yes);
     press(cmdDelete);
     EXPECT_TRUE(operations().isEmpty());
-    clickNode(QStringLiteral("Lathes"));
-    expectBox(QStringLiteral("Delete this department?"), Answer::Yes);
+    clickNode(u"Lathes"_s);
+    expectBox(u"Delete this department?"_s, Answer::Yes);
     press(cmdDelete);
-    EXPECT_FALSE(database().hasRows(QStringLiteral("SELECT * FROM OperDepartment")));
-    clickNode(QStringLiteral("There are no items to view"));
+    EXPECT_FALSE(database().hasRows(u"SELECT * FROM OperDepartment"_s));
+    clickNode(u"There are no items to view"_s);
 }
 
 TEST_P(OperationCatalogue, DialogsAddOneAfterTheOther) {
-    open(QStringLiteral("frmOperation"));
-    press(QStringLiteral("cmdView"));
-    expectBox(QStringLiteral("You may not add an inhouse operation without any department "
-                             "defined!. Please add the department first."));
-    press(QStringLiteral("cmdNewOper"));
+    open(u"frmOperation"_s);
+    press(u"cmdView"_s);
+    expectBox(u"You may not add an inhouse operation without any department "
+              "defined!. Please add the department first."_s);
+    press(u"cmdNewOper"_s);
 
-    whenShown(QStringLiteral("frmOperDeptAddEdit"), [&] {
-        expectBox(QStringLiteral("Description may not be blank!"));
-        press(QStringLiteral("cmdOK"));
-        type(QStringLiteral("txtDescription"), QStringLiteral("La'th#es"));
-        press(QStringLiteral("cmdOK"));
+    whenShown(u"frmOperDeptAddEdit"_s, [&] {
+        expectBox(u"Description may not be blank!"_s);
+        press(u"cmdOK"_s);
+        type(u"txtDescription"_s, u"La'th#es"_s);
+        press(u"cmdOK"_s);
     });
-    press(QStringLiteral("cmdNewDept"));
-    const QString id =
-        database()
-            .lookup(QStringLiteral("SELECT id FROM OperDepartment WHERE department = "
-                                   "'Lathes'"))
-            .toText();
-    press(QStringLiteral("cmdView"));
-    clickNode(QStringLiteral("Lathes"));
+    press(u"cmdNewDept"_s);
+    const QString id = database()
+                           .lookup(u"SELECT id FROM OperDepartment WHERE department = "
+                                   "'Lathes'"_s)
+                           .toText();
+    press(u"cmdView"_s);
+    clickNode(u"Lathes"_s);
 
-    whenShown(QStringLiteral("frmOperAddEdit"), [&] {
-        EXPECT_EQ(form().windowTitle(), QStringLiteral("New Inhouse Operation"));
-        EXPECT_EQ(text(QStringLiteral("txtOperShopRate")), QStringLiteral("60.00"));
-        EXPECT_EQ(text(QStringLiteral("cboDept")), QStringLiteral("Lathes"));
-        type(QStringLiteral("txtDescription"), QStringLiteral("Turning"));
-        type(QStringLiteral("txtOperShopRate"), QStringLiteral("1250.5"));
-        type(QStringLiteral("Text1"), QStringLiteral("Use coolant"));
-        press(QStringLiteral("cmdOKNew"));
-        EXPECT_EQ(focusName(), QStringLiteral("txtDescription"));
-        EXPECT_EQ(text(QStringLiteral("Text1")), QString());
-        type(QStringLiteral("txtDescription"), QStringLiteral("TURNING"));
-        expectBox(QStringLiteral("TURNING already exists!"));
-        press(QStringLiteral("cmdOK"));
-        type(QStringLiteral("txtDescription"), QStringLiteral("Boring"));
-        press(QStringLiteral("cmdOK"));
+    whenShown(u"frmOperAddEdit"_s, [&] {
+        EXPECT_EQ(form().windowTitle(), u"New Inhouse Operation"_s);
+        EXPECT_EQ(text(u"txtOperShopRate"_s), u"60.00"_s);
+        EXPECT_EQ(text(u"cboDept"_s), u"Lathes"_s);
+        type(u"txtDescription"_s, u"Turning"_s);
+        type(u"txtOperShopRate"_s, u"1250.5"_s);
+        type(u"Text1"_s, u"Use coolant"_s);
+        press(u"cmdOKNew"_s);
+        EXPECT_EQ(focusName(), u"txtDescription"_s);
+        EXPECT_EQ(text(u"Text1"_s), QString());
+        type(u"txtDescription"_s, u"TURNING"_s);
+        expectBox(u"TURNING already exists!"_s);
+        press(u"cmdOK"_s);
+        type(u"txtDescription"_s, u"Boring"_s);
+        press(u"cmdOK"_s);
     });
-    press(QStringLiteral("cmdNewOper"));
-    EXPECT_EQ(operations(), QStringList({QStringLiteral("Turning|I|1250.5|") + id,
-                                         QStringLiteral("Boring|I|60|") + id}));
+    press(u"cmdNewOper"_s);
+    EXPECT_EQ(operations(), QStringList({u"Turning|I|1250.5|"_s + id, u"Boring|I|60|"_s + id}));
     EXPECT_EQ(notes().size(), 1);
 
-    press(QStringLiteral("cmdView"));
-    EXPECT_EQ(cells(QStringLiteral("lvwIN")),
-              QStringList({QStringLiteral("Boring|$60.00|Lathes"),
-                           QStringLiteral("Turning|$1,250.50|Lathes")}));
-    whenShown(QStringLiteral("frmOperAddEdit"), [&] {
-        EXPECT_EQ(form().windowTitle(), QStringLiteral("Edit Contracted Operation"));
-        EXPECT_FALSE(isVisible(QStringLiteral("txtOperShopRate")));
-        EXPECT_FALSE(isEnabled(QStringLiteral("cmdOKNew")));
-        press(QStringLiteral("cmdCancel"));
+    press(u"cmdView"_s);
+    EXPECT_EQ(cells(u"lvwIN"_s),
+              QStringList({u"Boring|$60.00|Lathes"_s, u"Turning|$1,250.50|Lathes"_s}));
+    whenShown(u"frmOperAddEdit"_s, [&] {
+        EXPECT_EQ(form().windowTitle(), u"Edit Contracted Operation"_s);
+        EXPECT_FALSE(isVisible(u"txtOperShopRate"_s));
+        EXPECT_FALSE(isEnabled(u"cmdOKNew"_s));
+        press(u"cmdCancel"_s);
     });
-    const qint64 plating = add(out, QStringLiteral("Plating"));
-    screen::Forms::dialog<OperationDialog>(QStringLiteral("frmOperAddEdit"))
-        ->ShowForm(QStringLiteral("Edit"), plating, 0, out);
-    expectBox(QStringLiteral("4711 record id not found! Operation table may need to be fixed!"),
-              Answer::Ok, {}, {}, Icon::Critical);
-    screen::Forms::dialog<OperationDialog>(QStringLiteral("frmOperAddEdit"))
-        ->ShowForm(QStringLiteral("Edit"), 4711, 0, out);
+    const qint64 plating = add(out, u"Plating"_s);
+    screen::Forms::dialog<OperationDialog>(u"frmOperAddEdit"_s)
+        ->ShowForm(u"Edit"_s, plating, 0, out);
+    expectBox(u"4711 record id not found! Operation table may need to be fixed!"_s, Answer::Ok, {},
+              {}, Icon::Critical);
+    screen::Forms::dialog<OperationDialog>(u"frmOperAddEdit"_s)->ShowForm(u"Edit"_s, 4711, 0, out);
 }
 
 MIRSA_BOTH_ENGINES(OperationCatalogue);

@@ -1,4 +1,5 @@
 #include "jobs/AssemblyRules.h"
+#include "platform/values/Literals.h"
 
 #include "JobShop.h"
 
@@ -27,7 +28,7 @@ QString s(const char16_t* text) {
 QStringList places(const Assembly& assembly) {
     QStringList result;
     for (const AssemblyNode& node : assembly.nodes())
-        result << QStringLiteral("%1<%2").arg(node.number).arg(node.under);
+        result << u"%1<%2"_s.arg(node.number).arg(node.under);
     return result;
 }
 
@@ -87,12 +88,11 @@ class Assemblies : public JobShop {
             number = job(m_acme, s(u"P%1").arg(&number - m_jobs + 1), 1);
     }
     void hangJob(qint64 number, qint64 parent) {
-        database().execute(QStringLiteral("UPDATE Job SET AssemblyJobNo=%1 WHERE JobNo=%2")
-                               .arg(parent)
-                               .arg(number));
+        database().execute(
+            u"UPDATE Job SET AssemblyJobNo=%1 WHERE JobNo=%2"_s.arg(parent).arg(number));
     }
     qint64 parentOf(qint64 number) const {
-        return rows(QStringLiteral("SELECT AssemblyJobNo FROM Job WHERE JobNo=%1").arg(number))
+        return rows(u"SELECT AssemblyJobNo FROM Job WHERE JobNo=%1"_s.arg(number))
             .value(0)
             .toLongLong();
     }
@@ -239,9 +239,7 @@ TEST_P(Assemblies, CutAndPasteMoveAndADoubleClickGoesToTheJob) {
         EXPECT_EQ(parentOf(m_jobs[2]), m_jobs[0]);
         // Another station was quicker.
         hangJob(m_jobs[1], m_jobs[3]);
-        expectBox(QStringLiteral("Job No. %1 is already a part of Job No. %2.")
-                      .arg(m_jobs[0])
-                      .arg(m_jobs[3]));
+        expectBox(u"Job No. %1 is already a part of Job No. %2."_s.arg(m_jobs[0]).arg(m_jobs[3]));
         drag(label(m_jobs[3]), label(m_jobs[0]));
         EXPECT_EQ(item(label(m_jobs[1]))->parent(), item(label(m_jobs[3])));
 
@@ -256,8 +254,7 @@ TEST_P(Assemblies, CutAndPasteMoveAndADoubleClickGoesToTheJob) {
 }
 
 TEST_P(Assemblies, CustomerAndOrderChooseWhatIsShown) {
-    database().execute(
-        QStringLiteral("UPDATE Job SET PONo='O''Hara' WHERE JobNo=%1").arg(m_jobs[3]));
+    database().execute(u"UPDATE Job SET PONo='O''Hara' WHERE JobNo=%1"_s.arg(m_jobs[3]));
     hangJob(m_jobs[3], m_jobs[0]);
     job(m_other, s(u"done"), 1, true);
     dynamic_cast<core::RecordScreen*>(open(s(u"frmJob")))->goToRecord(m_jobs[0]);
@@ -286,7 +283,7 @@ TEST_P(Assemblies, ShippedParentsLoopsAndDeletedJobsAreMended) {
     dynamic_cast<core::RecordScreen*>(open(s(u"frmJob")))->goToRecord(m_jobs[3]);
     onTree([&] {
         const auto line = [&](int index, const char16_t* dots) {
-            return QStringLiteral("%1%2  (P%3)").arg(s(dots)).arg(m_jobs[index]).arg(index + 1);
+            return u"%1%2  (P%3)"_s.arg(s(dots)).arg(m_jobs[index]).arg(index + 1);
         };
         EXPECT_EQ(tree(), QStringList({s(u"Root"), line(3, u".."), line(0, u".."), line(1, u".."),
                                        line(2, u"..")}));
@@ -295,9 +292,7 @@ TEST_P(Assemblies, ShippedParentsLoopsAndDeletedJobsAreMended) {
         EXPECT_EQ(parentOf(m_jobs[0]), 0);
         EXPECT_EQ(item(label(m_jobs[0]))->toolTip(0), QString());
         // The stored loop: neither may go below the other before one is free.
-        expectBox(QStringLiteral("Job No. %1 is already a part of Job No. %2.")
-                      .arg(m_jobs[2])
-                      .arg(m_jobs[1]));
+        expectBox(u"Job No. %1 is already a part of Job No. %2."_s.arg(m_jobs[2]).arg(m_jobs[1]));
         drag(label(m_jobs[1]), label(m_jobs[2]));
         drag(label(m_jobs[1]), label(m_jobs[0]));
         EXPECT_EQ(parentOf(m_jobs[1]), m_jobs[0]);
@@ -305,8 +300,8 @@ TEST_P(Assemblies, ShippedParentsLoopsAndDeletedJobsAreMended) {
         EXPECT_EQ(tree(), QStringList({s(u"Root"), line(0, u".."), line(1, u"...."),
                                        line(2, u"......"), line(3, u"..")}));
 
-        anotherStation()->execute(QStringLiteral("DELETE FROM Job WHERE JobNo=%1").arg(m_jobs[3]));
-        const QString gone = QStringLiteral("Job No. %1 does not exist!").arg(m_jobs[3]);
+        anotherStation()->execute(u"DELETE FROM Job WHERE JobNo=%1"_s.arg(m_jobs[3]));
+        const QString gone = u"Job No. %1 does not exist!"_s.arg(m_jobs[3]);
         expectBox(gone);
         drag(label(m_jobs[3]), s(u"Root"));
         EXPECT_EQ(tree().size(), 4);
@@ -360,21 +355,18 @@ TEST_P(Assemblies, EstimatesHaveTheirOwnTreeAndThousandsOpenAtOnce) {
     jet::Transaction transaction(database());
     for (int i = 0; i < 500; ++i) {
         numbers.push_back(insert(s(u"Estimate"), s(u"CustID, RFQNo, PartNo, AssemblyEstno"),
-                                 QStringLiteral("%1,'R-1','E%2',%3")
-                                     .arg(m_acme)
-                                     .arg(i)
-                                     .arg(i < 10 ? 0 : numbers[static_cast<std::size_t>(i / 10)])));
+                                 u"%1,'R-1','E%2',%3"_s.arg(m_acme).arg(i).arg(
+                                     i < 10 ? 0 : numbers[static_cast<std::size_t>(i / 10)])));
     }
     for (int order = 2; order <= 10; ++order) {
         database().execute(
-            QStringLiteral("INSERT INTO Estimate (CustID, RFQNo, PartNo, AssemblyEstno) SELECT "
-                           "CustID, 'R-%1', PartNo, AssemblyEstno FROM Estimate WHERE RFQNo='R-1'")
-                .arg(order));
+            u"INSERT INTO Estimate (CustID, RFQNo, PartNo, AssemblyEstno) SELECT "
+            "CustID, 'R-%1', PartNo, AssemblyEstno FROM Estimate WHERE RFQNo='R-1'"_s.arg(order));
     }
     transaction.commit();
     const auto parent = [&](int index) {
-        return rows(QStringLiteral("SELECT AssemblyEstno FROM Estimate WHERE Estno=%1")
-                        .arg(numbers[static_cast<std::size_t>(index)]))
+        return rows(u"SELECT AssemblyEstno FROM Estimate WHERE Estno=%1"_s.arg(
+                        numbers[static_cast<std::size_t>(index)]))
             .value(0)
             .toLongLong();
     };

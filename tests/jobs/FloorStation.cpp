@@ -1,4 +1,5 @@
 #include "platform/jet/Location.h"
+#include "platform/values/Literals.h"
 
 #include <QCoreApplication>
 
@@ -29,22 +30,20 @@ int main(int argc, char* argv[]) {
         const QString &job = words[2], &operation = words[3], &item = words[4];
         for (bool last = false; !last;) {
             last = inputHasEnded();
-            const QString status = last ? QStringLiteral("F") : QStringLiteral("D");
-            database->execute(QStringLiteral("INSERT INTO Timelog (EmpID, JobNo, OperNo, Status, "
-                                             "StartDate) VALUES(1,%1,%2,'A',#3/2/2026 8:00 AM#)")
-                                  .arg(job, operation));
+            const QString status = last ? u"F"_s : u"D"_s;
+            database->execute(
+                u"INSERT INTO Timelog (EmpID, JobNo, OperNo, Status, "
+                "StartDate) VALUES(1,%1,%2,'A',#3/2/2026 8:00 AM#)"_s.arg(job, operation));
             const QString id = QString::number(database->lastCounter());
-            database->execute(QStringLiteral("UPDATE Timelog SET SuspDate = #3/2/2026 8:15 AM#, "
-                                             "AccumTime = 0.25, Status = '%1' WHERE ID = %2")
-                                  .arg(status, id));
-            const QString ofJob = QStringLiteral(" WHERE JobNo = ") + job;
-            database->execute(QStringLiteral("UPDATE JobOper SET OperTime_Amount = OperTime_Amount "
-                                             "+ 0.25, Status = '%1'%2 AND OperNo = %3")
-                                  .arg(status, ofJob, operation));
-            database->execute(QStringLiteral("UPDATE JobMiscCost SET Quantity = Quantity + 1, "
-                                             "CostAmount = UnitPrice * (Quantity + 1)%1 AND "
-                                             "ItemNo = %2")
-                                  .arg(ofJob, item));
+            database->execute(u"UPDATE Timelog SET SuspDate = #3/2/2026 8:15 AM#, "
+                              "AccumTime = 0.25, Status = '%1' WHERE ID = %2"_s.arg(status, id));
+            const QString ofJob = u" WHERE JobNo = "_s + job;
+            database->execute(
+                u"UPDATE JobOper SET OperTime_Amount = OperTime_Amount "
+                "+ 0.25, Status = '%1'%2 AND OperNo = %3"_s.arg(status, ofJob, operation));
+            database->execute(u"UPDATE JobMiscCost SET Quantity = Quantity + 1, "
+                              "CostAmount = UnitPrice * (Quantity + 1)%1 AND "
+                              "ItemNo = %2"_s.arg(ofJob, item));
             std::puts("booked");
             std::fflush(stdout);
         }

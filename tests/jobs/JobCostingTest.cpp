@@ -1,4 +1,5 @@
 #include "jobs/JobCosting.h"
+#include "platform/values/Literals.h"
 
 #include "JobShop.h"
 #include "platform/values/Format.h"
@@ -54,7 +55,7 @@ struct MadeJob {
 };
 
 QString hundredths(qint64 n) {
-    return QString::number(n / 100) + QStringLiteral(".") +
+    return QString::number(n / 100) + u"."_s +
            QString::number(n % 100).rightJustified(2, QLatin1Char('0'));
 }
 
@@ -70,14 +71,11 @@ class JobCosting : public JobShop {
             return;
         for (int i = 0; i < 4; ++i) {
             const QString number = QString::number(i);
-            m_inhouse.push_back(operation(QStringLiteral("In ") + number, QStringLiteral("I"),
-                                          QStringLiteral("40")));
-            m_contractors.push_back(operation(QStringLiteral("Out ") + number, QStringLiteral("C"),
-                                              QStringLiteral("0")));
+            m_inhouse.push_back(operation(u"In "_s + number, u"I"_s, u"40"_s));
+            m_contractors.push_back(operation(u"Out "_s + number, u"C"_s, u"0"_s));
         }
-        m_overhead =
-            operation(QStringLiteral("Sweeping"), QStringLiteral("O"), QStringLiteral("0"));
-        m_item = item(QStringLiteral("Bar stock"));
+        m_overhead = operation(u"Sweeping"_s, u"O"_s, u"0"_s);
+        m_item = item(u"Bar stock"_s);
     }
 
     qint64 upTo(qint64 most) { return std::uniform_int_distribution<qint64>(0, most)(m_random); }
@@ -89,13 +87,11 @@ class JobCosting : public JobShop {
         made.quantity = upTo(4) == 0 ? 0 : upTo(300);
         made.invoiceEach = upTo(9'999'999);
         made.jobNo =
-            insert(QStringLiteral("Job"),
-                   QStringLiteral("CustID, Quantity, JobShopRate, OneShopRate, "
-                                  "InvoiceEach, Shipped"),
-                   QStringLiteral("1,%1,%2,%3,%4,False")
-                       .arg(made.quantity)
-                       .arg(hundredths(made.shopRate),
-                            made.oneRate ? QStringLiteral("True") : QStringLiteral("False"),
+            insert(u"Job"_s,
+                   u"CustID, Quantity, JobShopRate, OneShopRate, "
+                   "InvoiceEach, Shipped"_s,
+                   u"1,%1,%2,%3,%4,False"_s.arg(made.quantity)
+                       .arg(hundredths(made.shopRate), made.oneRate ? u"True"_s : u"False"_s,
                             tenThousandths(made.invoiceEach)));
         int seqNo = 0;
         const auto put = [&](qint64 operNo, bool inhouse) {
@@ -106,29 +102,28 @@ class JobCosting : public JobShop {
             row.planned = upTo(2000);
             row.amount = inhouse ? 0 : upTo(50000);
             // An in-house row starts with a figure that its bookings replace.
-            jobOper(made.jobNo, ++seqNo, operNo,
-                    inhouse ? QStringLiteral("7.77") : hundredths(row.amount), hundredths(row.rate),
-                    QStringLiteral(" "), hundredths(row.planned));
+            jobOper(made.jobNo, ++seqNo, operNo, inhouse ? u"7.77"_s : hundredths(row.amount),
+                    hundredths(row.rate), u" "_s, hundredths(row.planned));
             for (qint64 i = upTo(3); i > 0; --i) {
                 const qint64 booked = upTo(999);
                 time(made.jobNo, operNo, hundredths(booked));
                 row.hours += inhouse ? booked : 0;
             }
             if (upTo(3) == 0)
-                time(made.jobNo, operNo, QStringLiteral("NULL"));
+                time(made.jobNo, operNo, u"NULL"_s);
             made.rows.push_back(row);
         };
         for (const qint64 operNo : m_inhouse) {
             if (upTo(3) != 0)
                 put(operNo, true);
             else
-                time(made.jobNo, operNo, QStringLiteral("5")); // not on the routing
+                time(made.jobNo, operNo, u"5"_s); // not on the routing
         }
         for (const qint64 operNo : m_contractors) {
             if (upTo(1) == 0)
                 put(operNo, false);
         }
-        time(made.jobNo, m_overhead, QStringLiteral("3.25"));
+        time(made.jobNo, m_overhead, u"3.25"_s);
         for (qint64 i = upTo(3); i > 0; --i) {
             const qint64 total = upTo(5'000'000);
             jobCost(made.jobNo, m_item, tenThousandths(total));
@@ -139,9 +134,9 @@ class JobCosting : public JobShop {
 
     void expectFigures(const MadeJob& made) {
         SCOPED_TRACE(testing::Message() << "job " << made.jobNo);
-        const QString of = QStringLiteral(" WHERE JobNo = ") + QString::number(made.jobNo);
-        const jet::Recordset job = database().openRecordset(
-            QStringLiteral("SELECT * FROM Job") + of, jet::RecordsetType::Snapshot);
+        const QString of = u" WHERE JobNo = "_s + QString::number(made.jobNo);
+        const jet::Recordset job =
+            database().openRecordset(u"SELECT * FROM Job"_s + of, jet::RecordsetType::Snapshot);
         EXPECT_EQ(job[u"JobShopCost"].toCurrency().toText(), made.costEach().toText());
         EXPECT_EQ(values::format(job[u"TotalHours"].toDouble(), u"#0.00"),
                   values::format(static_cast<double>(made.hours()) / 100, u"#0.00"));
@@ -149,8 +144,7 @@ class JobCosting : public JobShop {
                   made.invoiceEach * made.quantity);
         QStringList expected;
         for (const MadeJob::Row& row : made.rows) {
-            expected << QStringLiteral("%1|%2|%3")
-                            .arg(row.operNo)
+            expected << u"%1|%2|%3"_s.arg(row.operNo)
                             .arg(
                                 jet::Value(
                                     static_cast<double>(row.inhouse ? row.hours : row.amount) / 100)
@@ -158,17 +152,14 @@ class JobCosting : public JobShop {
                                 jet::Value(static_cast<double>(row.planned) / 100).toText());
         }
         QStringList actual;
-        jet::Recordset rows = database().openRecordset(QStringLiteral("SELECT * FROM JobOper") +
-                                                           of + QStringLiteral(" ORDER BY SeqNo"),
-                                                       jet::RecordsetType::Snapshot);
+        jet::Recordset rows = database().openRecordset(
+            u"SELECT * FROM JobOper"_s + of + u" ORDER BY SeqNo"_s, jet::RecordsetType::Snapshot);
         for (; !rows.eof(); rows.moveNext()) {
             // A sum of hundredths in doubles may miss by a hair.
-            actual << QStringLiteral("%1|%2|%3")
-                          .arg(rows.text(u"OperNo"),
-                               jet::Value(std::round(rows[u"OperTime_Amount"].toDouble() * 1e6) /
-                                          1e6)
-                                   .toText(),
-                               rows.text(u"EstOper"));
+            actual << u"%1|%2|%3"_s.arg(
+                rows.text(u"OperNo"),
+                jet::Value(std::round(rows[u"OperTime_Amount"].toDouble() * 1e6) / 1e6).toText(),
+                rows.text(u"EstOper"));
         }
         EXPECT_EQ(actual, expected);
     }
@@ -187,9 +178,8 @@ TEST_P(JobCosting, RollsUpBookingsAmountsAndFixedCosts) {
     // The job before and after stay as they are while one is rolled up.
     UpdateJobCost(database(), shop[1].jobNo);
     expectFigures(shop[1]);
-    EXPECT_EQ(
-        rows(QStringLiteral("SELECT JobShopCost FROM Job WHERE JobNo = %1").arg(shop[0].jobNo)),
-        QStringList(QString()));
+    EXPECT_EQ(rows(u"SELECT JobShopCost FROM Job WHERE JobNo = %1"_s.arg(shop[0].jobNo)),
+              QStringList(QString()));
     for (const MadeJob& made : shop) {
         UpdateJobCost(database(), made.jobNo);
         expectFigures(made);
@@ -205,13 +195,12 @@ TEST_P(JobCosting, FollowsTheFloor) {
     expectFigures(made);
 
     MadeJob::Row& row = made.rows[0];
-    time(made.jobNo, row.operNo, QStringLiteral("2.35"));
+    time(made.jobNo, row.operNo, u"2.35"_s);
     row.hours += 235;
     UpdateJobCost(database(), made.jobNo);
     expectFigures(made);
 
-    database().execute(QStringLiteral("DELETE * FROM Timelog WHERE JobNo = %1 AND OperNo = %2")
-                           .arg(made.jobNo)
+    database().execute(u"DELETE * FROM Timelog WHERE JobNo = %1 AND OperNo = %2"_s.arg(made.jobNo)
                            .arg(row.operNo));
     row.hours = 0;
     UpdateJobCost(database(), made.jobNo);
@@ -224,8 +213,7 @@ TEST_P(JobCosting, TheScreenShowsWhatIsStored) {
         SCOPED_TRACE(testing::Message() << "job " << made.jobNo);
         UpdateJobCost(database(), made.jobNo);
         const JobFigures figures = CalcJob(
-            estimating::loadOperRows(database(), estimating::jobRouting(), made.jobNo,
-                                     QStringLiteral("$")),
+            estimating::loadOperRows(database(), estimating::jobRouting(), made.jobNo, u"$"_s),
             estimating::loadMiscRows(database(), estimating::jobRouting(), made.jobNo),
             made.oneRate, Currency::fromTenThousandths(made.shopRate * 100),
             static_cast<double>(made.quantity), Currency::fromTenThousandths(made.invoiceEach));
@@ -239,29 +227,27 @@ TEST_P(JobCosting, TheScreenShowsWhatIsStored) {
 }
 
 TEST_P(JobCosting, TheLastTimeRecordTakesTheStatusAlong) {
-    const qint64 jobNo = job(1, QStringLiteral("A-1"), 5);
-    const QString fine = QStringLiteral("F");
-    jobOper(jobNo, 1, m_inhouse[0], QStringLiteral("0"), QStringLiteral("0"), fine);
-    jobOper(jobNo, 2, m_inhouse[1], QStringLiteral("0"), QStringLiteral("0"), QStringLiteral("D"));
-    time(jobNo, m_inhouse[0], QStringLiteral("1"));
-    time(jobNo + 1, m_inhouse[1], QStringLiteral("1"));
+    const qint64 jobNo = job(1, u"A-1"_s, 5);
+    const QString fine = u"F"_s;
+    jobOper(jobNo, 1, m_inhouse[0], u"0"_s, u"0"_s, fine);
+    jobOper(jobNo, 2, m_inhouse[1], u"0"_s, u"0"_s, u"D"_s);
+    time(jobNo, m_inhouse[0], u"1"_s);
+    time(jobNo + 1, m_inhouse[1], u"1"_s);
     const QString statuses =
-        QStringLiteral("SELECT Status FROM JobOper WHERE JobNo = %1 ORDER BY SeqNo").arg(jobNo);
+        u"SELECT Status FROM JobOper WHERE JobNo = %1 ORDER BY SeqNo"_s.arg(jobNo);
 
     EXPECT_FALSE(AdjustJobTimeDeleted(database(), jobNo, m_inhouse[0]));
-    EXPECT_EQ(rows(statuses), QStringList({fine, QStringLiteral("D")}));
+    EXPECT_EQ(rows(statuses), QStringList({fine, u"D"_s}));
     EXPECT_FALSE(AdjustJobTimeDeleted(database(), jobNo, m_inhouse[1]));
     EXPECT_FALSE(AdjustJobTimeDeleted(database(), jobNo, m_inhouse[2]));
 
-    database().execute(QStringLiteral("DELETE * FROM Timelog WHERE JobNo = %1").arg(jobNo));
+    database().execute(u"DELETE * FROM Timelog WHERE JobNo = %1"_s.arg(jobNo));
     const auto notice = AdjustJobTimeDeleted(database(), jobNo, m_inhouse[0]);
     ASSERT_TRUE(notice);
-    EXPECT_EQ(notice->text,
-              QStringLiteral("You have deleted the All Timelog Records for Operation %1.  The "
-                             "Operation will no longer be marked as finished!")
-                  .arg(m_inhouse[0]));
-    EXPECT_EQ(notice->title, QStringLiteral("Notice!"));
-    EXPECT_EQ(rows(statuses), QStringList({QStringLiteral(" "), QStringLiteral(" ")}));
+    EXPECT_EQ(notice->text, u"You have deleted the All Timelog Records for Operation %1.  The "
+                            "Operation will no longer be marked as finished!"_s.arg(m_inhouse[0]));
+    EXPECT_EQ(notice->title, u"Notice!"_s);
+    EXPECT_EQ(rows(statuses), QStringList({u" "_s, u" "_s}));
     EXPECT_FALSE(AdjustJobTimeDeleted(database(), jobNo, m_inhouse[0]));
 }
 

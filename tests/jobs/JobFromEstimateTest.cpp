@@ -1,4 +1,5 @@
 #include "jobs/JobFromEstimate.h"
+#include "platform/values/Literals.h"
 
 #include "JobShop.h"
 #include "estimating/CreateJob.h"
@@ -22,9 +23,9 @@ class JobFromEstimate : public JobShop {
             return;
         registerScreens();
         values::setNow(QDateTime(QDate(2026, 3, 2), QTime(8, 0), Qt::UTC));
-        m_turning = operation(QStringLiteral("Turning"), QStringLiteral("I"), QStringLiteral("40"));
-        m_plating = operation(QStringLiteral("Plating"), QStringLiteral("C"), QStringLiteral("0"));
-        m_item = item(QStringLiteral("Bar stock"));
+        m_turning = operation(u"Turning"_s, u"I"_s, u"40"_s);
+        m_plating = operation(u"Plating"_s, u"C"_s, u"0"_s);
+        m_item = item(u"Bar stock"_s);
 
         OperRow turning;
         turning.operNo = m_turning;
@@ -34,37 +35,34 @@ class JobFromEstimate : public JobShop {
         plating.operNo = m_plating;
         plating.inhouse = false;
         plating.time = 100;
-        MiscRow stock{m_item,
-                      QStringLiteral("Bar stock"),
-                      QStringLiteral("EA"),
-                      Currency::fromDouble(1.5),
-                      Currency::fromInteger(4),
-                      {}};
+        MiscRow stock{
+            m_item, u"Bar stock"_s, u"EA"_s, Currency::fromDouble(1.5), Currency::fromInteger(4),
+            {}};
         stock.retotal();
         m_estimate.estNo = 501;
         m_estimate.operations = {turning, plating};
         m_estimate.fixedCosts = {stock};
         estimating::EstimateHeader& header = m_estimate.header;
-        header.custId = customer(QStringLiteral("Acme"));
-        header.partNo = QStringLiteral("12-34");
-        header.description = QStringLiteral("Driver's plate");
-        header.material = QStringLiteral("Steel");
+        header.custId = customer(u"Acme"_s);
+        header.partNo = u"12-34"_s;
+        header.description = u"Driver's plate"_s;
+        header.material = u"Steel"_s;
         header.quantity = 10;
         header.shopRate = Currency::fromInteger(55);
         header.oneShopRate = false;
-        header.travelerNotes = QStringLiteral("Handle with care");
-        header.jobNotes = QStringLiteral("Call first");
+        header.travelerNotes = u"Handle with care"_s;
+        header.jobNotes = u"Call first"_s;
         header.breaks[0].quantity = 10;
         header.breaks[0].quoted = Currency::fromDouble(12.3456);
         header.breaks[3].quantity = 100;
         header.breaks[3].quoted = Currency::fromInteger(9);
-        database().execute(QStringLiteral("INSERT INTO EstOperNote (ID, EstNo, SeqNo, OperNotes) "
-                                          "VALUES(1,501,2,'Don''t scratch')"));
+        database().execute(u"INSERT INTO EstOperNote (ID, EstNo, SeqNo, OperNotes) "
+                           "VALUES(1,501,2,'Don''t scratch')"_s);
         m_order.quantity = 10;
         m_order.price = Currency::fromDouble(12.3456);
         m_order.dateIn = QDate(2026, 3, 2);
         m_order.dueDate = QDate(2026, 3, 20);
-        m_order.poNo = QStringLiteral("PO-1");
+        m_order.poNo = u"PO-1"_s;
         m_order.useNotes = true;
     }
     void TearDown() override {
@@ -81,93 +79,88 @@ class JobFromEstimate : public JobShop {
 
 TEST_P(JobFromEstimate, StartsWithoutHoursAndKeepsTheEstimateBeside) {
     const qint64 jobNo = createJob(database(), m_estimate, m_order);
-    const QString of = QStringLiteral(" WHERE JobNo = ") + QString::number(jobNo);
-    EXPECT_EQ(rows(QStringLiteral("SELECT CustID, PONo, PartNo, Description, Quantity, "
-                                  "JobShopRate, EstNo, QtyQuotedPrice, InvoiceEach, InvoiceTotal, "
-                                  "JobDateIn, JobDueDate, TravelerNotes, JobNotes, JobShopCost, "
-                                  "TotalHours FROM Job") +
+    const QString of = u" WHERE JobNo = "_s + QString::number(jobNo);
+    EXPECT_EQ(rows(u"SELECT CustID, PONo, PartNo, Description, Quantity, "
+                   "JobShopRate, EstNo, QtyQuotedPrice, InvoiceEach, InvoiceTotal, "
+                   "JobDateIn, JobDueDate, TravelerNotes, JobNotes, JobShopCost, "
+                   "TotalHours FROM Job"_s +
                    of),
-              QStringList(QStringLiteral("%1|PO-1|12-34|Driver's plate|10|55|501|12.3456|12.3456|"
-                                         "123.456|3/2/2026|3/20/2026|||10.6|0")
-                              .arg(m_estimate.header.custId)));
-    EXPECT_FALSE(database().hasRows(QStringLiteral("SELECT * FROM Job") + of +
-                                    QStringLiteral(" AND (OneShopRate = True OR Shipped = True)")));
-    EXPECT_EQ(rows(QStringLiteral("SELECT SeqNo, OperNo, OperTime_Amount, OperShopRate, "
-                                  "OperLocated, Status, EstOper FROM JobOper") +
-                   of + QStringLiteral(" ORDER BY SeqNo")),
-              QStringList({QStringLiteral("1|%1|0|40|0| |2.5").arg(m_turning),
-                           QStringLiteral("2|%1|100|0|0| |100").arg(m_plating)}));
-    EXPECT_EQ(rows(QStringLiteral("SELECT JobOperNote.SeqNo, JobOperNote.OperNotes, "
-                                  "JobOper.OperNo FROM JobOperNote INNER JOIN JobOper ON "
-                                  "JobOperNote.ID = JobOper.ID WHERE JobOperNote.JobNo = %1")
-                       .arg(jobNo)),
-              QStringList(QStringLiteral("2|Don't scratch|%1").arg(m_plating)));
-    EXPECT_EQ(rows(QStringLiteral("SELECT ItemNo, UnitofMeasure, UnitPrice, Quantity, CostAmount "
-                                  "FROM JobMiscCost") +
+              QStringList(u"%1|PO-1|12-34|Driver's plate|10|55|501|12.3456|12.3456|"
+                          "123.456|3/2/2026|3/20/2026|||10.6|0"_s.arg(m_estimate.header.custId)));
+    EXPECT_FALSE(database().hasRows(u"SELECT * FROM Job"_s + of +
+                                    u" AND (OneShopRate = True OR Shipped = True)"_s));
+    EXPECT_EQ(rows(u"SELECT SeqNo, OperNo, OperTime_Amount, OperShopRate, "
+                   "OperLocated, Status, EstOper FROM JobOper"_s +
+                   of + u" ORDER BY SeqNo"_s),
+              QStringList(
+                  {u"1|%1|0|40|0| |2.5"_s.arg(m_turning), u"2|%1|100|0|0| |100"_s.arg(m_plating)}));
+    EXPECT_EQ(rows(u"SELECT JobOperNote.SeqNo, JobOperNote.OperNotes, "
+                   "JobOper.OperNo FROM JobOperNote INNER JOIN JobOper ON "
+                   "JobOperNote.ID = JobOper.ID WHERE JobOperNote.JobNo = %1"_s.arg(jobNo)),
+              QStringList(u"2|Don't scratch|%1"_s.arg(m_plating)));
+    EXPECT_EQ(rows(u"SELECT ItemNo, UnitofMeasure, UnitPrice, Quantity, CostAmount "
+                   "FROM JobMiscCost"_s +
                    of),
-              QStringList(QStringLiteral("%1|EA|1.5|4|6").arg(m_item)));
+              QStringList(u"%1|EA|1.5|4|6"_s.arg(m_item)));
     EXPECT_TRUE(estimateHasJob(database(), 501));
 
     m_order.useNotes = false;
     const qint64 second = createJob(database(), m_estimate, m_order);
-    EXPECT_FALSE(database().hasRows(
-        QStringLiteral("SELECT * FROM JobOperNote WHERE JobNo = %1").arg(second)));
+    EXPECT_FALSE(database().hasRows(u"SELECT * FROM JobOperNote WHERE JobNo = %1"_s.arg(second)));
 }
 
 TEST_P(JobFromEstimate, AFailingFixedCostLeavesNothing) {
-    database().execute(QStringLiteral("DROP TABLE JobMiscCost"));
+    database().execute(u"DROP TABLE JobMiscCost"_s);
     EXPECT_THROW(createJob(database(), m_estimate, m_order), jet::Error);
     for (const char16_t* table : {u"Job", u"JobOper", u"JobOperNote"}) {
-        EXPECT_FALSE(
-            database().hasRows(QStringLiteral("SELECT * FROM ") + QString::fromUtf16(table)));
+        EXPECT_FALSE(database().hasRows(u"SELECT * FROM "_s + QString::fromUtf16(table)));
     }
 }
 
 TEST_P(JobFromEstimate, TheDialogAsksForWhatIsMissingAndMakesTheJob) {
     const auto create = [&] {
-        return screen::Forms::dialog<estimating::CreateJobDialog>(QStringLiteral("frmCreatJob"))
+        return screen::Forms::dialog<estimating::CreateJobDialog>(u"frmCreatJob"_s)
             ->createJob(m_estimate);
     };
-    const auto ok = QStringLiteral("cmdOK");
-    whenShown(QStringLiteral("frmCreatJob"), [&] {
-        EXPECT_EQ(text(QStringLiteral("cmbQuantity")), QStringLiteral("10"));
-        EXPECT_EQ(text(QStringLiteral("txtQtyQP")), QStringLiteral("12.3456"));
-        EXPECT_EQ(text(QStringLiteral("mskDate(0)")), QStringLiteral("3/2/2026"));
-        EXPECT_EQ(text(QStringLiteral("txtTrvNotes")), QStringLiteral("Handle with care"));
-        EXPECT_FALSE(isEnabled(QStringLiteral("chkPrintNotes")));
-        type(QStringLiteral("cmbQuantity"), QStringLiteral("1"));
-        EXPECT_EQ(text(QStringLiteral("txtQtyQP")), QStringLiteral("0.0000"));
-        choose(QStringLiteral("cmbQuantity"), QStringLiteral("100"));
-        EXPECT_EQ(text(QStringLiteral("txtQtyQP")), QStringLiteral("9.0000"));
+    const auto ok = u"cmdOK"_s;
+    whenShown(u"frmCreatJob"_s, [&] {
+        EXPECT_EQ(text(u"cmbQuantity"_s), u"10"_s);
+        EXPECT_EQ(text(u"txtQtyQP"_s), u"12.3456"_s);
+        EXPECT_EQ(text(u"mskDate(0)"_s), u"3/2/2026"_s);
+        EXPECT_EQ(text(u"txtTrvNotes"_s), u"Handle with care"_s);
+        EXPECT_FALSE(isEnabled(u"chkPrintNotes"_s));
+        type(u"cmbQuantity"_s, u"1"_s);
+        EXPECT_EQ(text(u"txtQtyQP"_s), u"0.0000"_s);
+        choose(u"cmbQuantity"_s, u"100"_s);
+        EXPECT_EQ(text(u"txtQtyQP"_s), u"9.0000"_s);
 
-        type(QStringLiteral("cmbQuantity"), QStringLiteral("0"));
-        expectBox(QStringLiteral("Job Quantity may not be zero or negative number"), Answer::Ok, {},
-                  {}, screen::Icon::Critical);
+        type(u"cmbQuantity"_s, u"0"_s);
+        expectBox(u"Job Quantity may not be zero or negative number"_s, Answer::Ok, {}, {},
+                  screen::Icon::Critical);
         press(ok);
-        EXPECT_EQ(focusName(), QStringLiteral("cmbQuantity"));
-        type(QStringLiteral("cmbQuantity"), QStringLiteral("25"));
-        type(QStringLiteral("txtQtyQP"), QStringLiteral("8.5"));
-        expectBox(QStringLiteral("Please enter Due Date!"));
+        EXPECT_EQ(focusName(), u"cmbQuantity"_s);
+        type(u"cmbQuantity"_s, u"25"_s);
+        type(u"txtQtyQP"_s, u"8.5"_s);
+        expectBox(u"Please enter Due Date!"_s);
         press(ok);
-        type(QStringLiteral("mskDate(1)"), QStringLiteral("3/20/2026"));
-        expectBox(QStringLiteral("Please enter PO number!"), Answer::Ok,
-                  QStringLiteral("PO Number Missing"));
+        type(u"mskDate(1)"_s, u"3/20/2026"_s);
+        expectBox(u"Please enter PO number!"_s, Answer::Ok, u"PO Number Missing"_s);
         press(ok);
-        EXPECT_EQ(focusName(), QStringLiteral("txtPONo"));
-        type(QStringLiteral("txtPONo"), QStringLiteral("PO-9"));
-        check(QStringLiteral("chkOrderRequired"));
-        expectBoxContaining(QStringLiteral(" has been created from Estimate # 501"));
+        EXPECT_EQ(focusName(), u"txtPONo"_s);
+        type(u"txtPONo"_s, u"PO-9"_s);
+        check(u"chkOrderRequired"_s);
+        expectBoxContaining(u" has been created from Estimate # 501"_s);
         press(ok);
     });
     const qint64 jobNo = create();
-    EXPECT_EQ(rows(QStringLiteral("SELECT JobNo, Quantity, InvoiceEach, InvoiceTotal, PONo FROM "
-                                  "Job WHERE OrderRequired = True AND EstNo = 501")),
-              QStringList(QStringLiteral("%1|25|8.5|212.5|PO-9").arg(jobNo)));
-    EXPECT_FALSE(database().hasRows(QStringLiteral("SELECT * FROM JobOperNote")));
+    EXPECT_EQ(rows(u"SELECT JobNo, Quantity, InvoiceEach, InvoiceTotal, PONo FROM "
+                   "Job WHERE OrderRequired = True AND EstNo = 501"_s),
+              QStringList(u"%1|25|8.5|212.5|PO-9"_s.arg(jobNo)));
+    EXPECT_FALSE(database().hasRows(u"SELECT * FROM JobOperNote"_s));
 
-    expectBox(QStringLiteral("This estimate has been previously used for a job. Do you want to "
-                             "create a new job based on this estimate?"),
-              Answer::No, QStringLiteral("Create a Job"));
+    expectBox(u"This estimate has been previously used for a job. Do you want to "
+              "create a new job based on this estimate?"_s,
+              Answer::No, u"Create a Job"_s);
     EXPECT_EQ(create(), 0);
 }
 

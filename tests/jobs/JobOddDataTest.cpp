@@ -1,4 +1,5 @@
 #include "JobScreen.h"
+#include "platform/values/Literals.h"
 
 #include "estimating/routing/Dialogs.h"
 #include "platform/screen/Form.h"
@@ -12,14 +13,14 @@ namespace {
 /// Picks the one set that there is.
 class OneSet : public screen::Form, public estimating::DefaultSetDialog {
   public:
-    OneSet() : Form(QStringLiteral("frmDefSet"), QStringLiteral("Sets")) {}
+    OneSet() : Form(u"frmDefSet"_s, u"Sets"_s) {}
     qint64 pickSet() override { return 1; }
 };
 
 /// What other programs wrote, what other stations do meanwhile, and what is beyond measure.
 class JobsOdd : public JobScreen {
   protected:
-    QString ofJob() const { return QStringLiteral(" WHERE JobNo = ") + QString::number(m_job); }
+    QString ofJob() const { return u" WHERE JobNo = "_s + QString::number(m_job); }
     void find(const char16_t* button, const QString& what) {
         whenShown(s(u"frmJobFind"), [this, what] {
             type(s(u"txtNo"), what);
@@ -77,20 +78,19 @@ TEST_P(JobsOdd, GoingToAJobAsksTheDatabaseAndNotTheScreen) {
     core::RecordScreen* screen = openJobs();
     ASSERT_EQ(screen->currentKey(), other);
     const auto station = anotherStation();
-    station->execute(QStringLiteral("DELETE FROM Job") + ofJob());
-    expectBox(QStringLiteral("Job No. %1 does not exist!").arg(m_job));
+    station->execute(u"DELETE FROM Job"_s + ofJob());
+    expectBox(u"Job No. %1 does not exist!"_s.arg(m_job));
     find(u"cmdFind", QString::number(m_job));
     EXPECT_EQ(screen->currentKey(), other);
     const qint64 added = job(m_acme, s(u"added"), 1);
     find(u"cmdFind", QString::number(added));
     EXPECT_EQ(screen->currentKey(), added);
-    station->execute(QStringLiteral("UPDATE Job SET Shipped = True WHERE JobNo = %1").arg(other));
-    expectBox(QStringLiteral("Job No. %1 is an Inactive Job!").arg(other));
+    station->execute(u"UPDATE Job SET Shipped = True WHERE JobNo = %1"_s.arg(other));
+    expectBox(u"Job No. %1 is an Inactive Job!"_s.arg(other));
     find(u"cmdFind", QString::number(other));
     EXPECT_EQ(screen->currentKey(), added);
     const qint64 newcomer = customer(s(u"Newcomer"));
-    station->execute(
-        QStringLiteral("UPDATE Job SET CustID = %1 WHERE JobNo = %2").arg(newcomer).arg(added));
+    station->execute(u"UPDATE Job SET CustID = %1 WHERE JobNo = %2"_s.arg(newcomer).arg(added));
     form().Form_Activate();
     EXPECT_EQ(text(s(u"dbcCustomer")), s(u"Newcomer"));
     expectBox(s(u"Part(s) not found!"), Answer::Ok, s(u"System Message"));
@@ -146,7 +146,7 @@ TEST_P(JobsOdd, AJobKeepsTheNumberOfACustomerWhoWasDeleted) {
     type(s(u"txtDescription"), s(u"Bob's bracket"));
     save();
     EXPECT_EQ(rows(s(u"SELECT CustID, Description FROM Job")),
-              QStringList(QStringLiteral("%1|Bob's bracket").arg(m_acme)));
+              QStringList(u"%1|Bob's bracket"_s.arg(m_acme)));
     edit();
     choose(s(u"dbcCustomer"), s(u"Bolt & Co"));
     type(s(u"dbcCustomer"), s(u"nobody"));
@@ -162,10 +162,9 @@ TEST_P(JobsOdd, ASetBeginsAJobWithOrWithoutItsDefaultNotes) {
     defaultNote(m_operations[3], s(u"Mind the operator''s guard"));
     database().execute(s(u"INSERT INTO DefaultSet (SetDescription) VALUES('Set')"));
     for (int place = 1; place <= 2; ++place)
-        database().execute(
-            QStringLiteral("INSERT INTO DefaultSetOper (SetNo, OperNo, SeqNo) VALUES(1,%1,%2)")
-                .arg(m_operations[place == 1 ? 3 : 2])
-                .arg(place));
+        database().execute(u"INSERT INTO DefaultSetOper (SetNo, OperNo, SeqNo) VALUES(1,%1,%2)"_s
+                               .arg(m_operations[place == 1 ? 3 : 2])
+                               .arg(place));
     core::RecordScreen* screen = openJobs();
     const auto begin = [this](bool carry, bool notes) {
         whenShown(s(u"frmJobNew"), [this, carry, notes] {
@@ -196,7 +195,7 @@ TEST_P(JobsOdd, ASetBeginsAJobWithOrWithoutItsDefaultNotes) {
     save();
     EXPECT_EQ(rows(s(u"SELECT CustID, PONo, JobDateIn, JobDueDate, ShipDate FROM Job WHERE PartNo "
                      u"= 'P-9'")),
-              QStringList(QStringLiteral("%1|PO-7|3/9/2026|4/1/2026|3/9/2026").arg(m_acme)));
+              QStringList(u"%1|PO-7|3/9/2026|4/1/2026|3/9/2026"_s.arg(m_acme)));
     EXPECT_EQ(screen->currentKey(), m_job) << "the new job is inactive at once";
 }
 

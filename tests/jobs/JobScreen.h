@@ -1,6 +1,7 @@
 #pragma once
 
 #include "JobShop.h"
+#include "platform/values/Literals.h"
 
 #include "core/RecordScreen.h"
 #include "estimating/routing/Register.h"
@@ -23,24 +24,21 @@ class JobScreen : public JobShop {
         jobs::registerScreens();
         estimating::registerRoutingDialogs();
         values::setNow(QDateTime(QDate(2026, 3, 9), QTime(8, 0), Qt::UTC));
-        m_acme = customer(QStringLiteral("Acme"));
+        m_acme = customer(u"Acme"_s);
         const char16_t* names[] = {u"Boring", u"Milling", u"Plating", u"Turning"};
         for (int i = 0; i < 4; ++i) {
-            m_operations[i] = operation(QString::fromUtf16(names[i]),
-                                        i == 2 ? QStringLiteral("C") : QStringLiteral("I"),
-                                        i == 2 ? QStringLiteral("0") : QStringLiteral("40"));
+            m_operations[i] = operation(QString::fromUtf16(names[i]), i == 2 ? u"C"_s : u"I"_s,
+                                        i == 2 ? u"0"_s : u"40"_s);
         }
-        m_job = job(m_acme, QStringLiteral("12-34"), 10);
+        m_job = job(m_acme, u"12-34"_s, 10);
         // Boring, Milling, Plating, each with a note and a place in the schedule.
         for (int row = 1; row <= 3; ++row) {
-            const qint64 id = jobOper(m_job, row, m_operations[row - 1],
-                                      row == 3 ? QStringLiteral("100") : QStringLiteral("0"));
-            jobNote(id, m_job, row, QStringLiteral("note ") + QString::number(row));
-            database().execute(
-                QStringLiteral("INSERT INTO JobOperSchedule (JobNo, SeqNo, Description) "
-                               "VALUES(%1,%2,'bar %2')")
-                    .arg(m_job)
-                    .arg(row));
+            const qint64 id =
+                jobOper(m_job, row, m_operations[row - 1], row == 3 ? u"100"_s : u"0"_s);
+            jobNote(id, m_job, row, u"note "_s + QString::number(row));
+            database().execute(u"INSERT INTO JobOperSchedule (JobNo, SeqNo, Description) "
+                               "VALUES(%1,%2,'bar %2')"_s.arg(m_job)
+                                   .arg(row));
         }
     }
     void TearDown() override {
@@ -52,22 +50,20 @@ class JobScreen : public JobShop {
     static QString s(const char16_t* text) { return QString::fromUtf16(text); }
     /// The notes of a document, by place.
     QStringList notes(qint64 jobNo) const {
-        return rows(QStringLiteral("SELECT SeqNo, OperNotes FROM JobOperNote WHERE JobNo = %1 "
-                                   "ORDER BY SeqNo, OperNotes")
-                        .arg(jobNo));
+        return rows(u"SELECT SeqNo, OperNotes FROM JobOperNote WHERE JobNo = %1 "
+                    "ORDER BY SeqNo, OperNotes"_s.arg(jobNo));
     }
     QStringList bars() const {
-        return rows(QStringLiteral("SELECT SeqNo, Description FROM JobOperSchedule ORDER BY "
-                                   "Description"));
+        return rows(u"SELECT SeqNo, Description FROM JobOperSchedule ORDER BY "
+                    "Description"_s);
     }
     /// The routing with its notes found through their binding to the row.
     QStringList bound(qint64 jobNo) const {
-        return rows(QStringLiteral("SELECT JobOper.SeqNo, Operation.Description, "
-                                   "JobOperNote.OperNotes FROM (JobOper INNER JOIN Operation ON "
-                                   "JobOper.OperNo = Operation.OperNo) LEFT JOIN JobOperNote ON "
-                                   "JobOper.ID = JobOperNote.ID WHERE JobOper.JobNo = %1 ORDER "
-                                   "BY JobOper.SeqNo")
-                        .arg(jobNo));
+        return rows(u"SELECT JobOper.SeqNo, Operation.Description, "
+                    "JobOperNote.OperNotes FROM (JobOper INNER JOIN Operation ON "
+                    "JobOper.OperNo = Operation.OperNo) LEFT JOIN JobOperNote ON "
+                    "JobOper.ID = JobOperNote.ID WHERE JobOper.JobNo = %1 ORDER "
+                    "BY JobOper.SeqNo"_s.arg(jobNo));
     }
     void edit() { press(s(u"cmdEdit")); }
     void save() { press(s(u"cmdSave")); }
@@ -77,7 +73,7 @@ class JobScreen : public JobShop {
     }
     void removeRow(int row, const char16_t* description) {
         control<controls::Grid>(s(u"sprOper"))->setActiveRow(row);
-        expectBox(QStringLiteral("Delete operation %1?").arg(s(description)), screen::Answer::Yes);
+        expectBox(u"Delete operation %1?"_s.arg(s(description)), screen::Answer::Yes);
         press(s(u"cmdOper(1)"));
     }
     /// Inserts the first operation that the routing lacks.

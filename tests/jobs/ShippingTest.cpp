@@ -1,4 +1,5 @@
 #include "JobShop.h"
+#include "platform/values/Literals.h"
 
 #include "core/RecordScreen.h"
 #include "estimating/routing/Register.h"
@@ -34,12 +35,11 @@ class Shipping : public JobShop {
     }
     qint64 employee(const char16_t* first, const char16_t* last) {
         return insert(s(u"Employee"), s(u"firstname, lastname"),
-                      QStringLiteral("'%1','%2'").arg(s(first), s(last)));
+                      u"'%1','%2'"_s.arg(s(first), s(last)));
     }
     qint64 shipment(const char16_t* date, int quantity, qint64 empId) {
-        return insert(
-            s(u"JobShip"), s(u"JobNo, ShippedDate, Quantity, ShippedByEmpID"),
-            QStringLiteral("%1,#%2#,%3,%4").arg(m_job).arg(s(date)).arg(quantity).arg(empId));
+        return insert(s(u"JobShip"), s(u"JobNo, ShippedDate, Quantity, ShippedByEmpID"),
+                      u"%1,#%2#,%3,%4"_s.arg(m_job).arg(s(date)).arg(quantity).arg(empId));
     }
     /// Opens the shipping history from the job and works on it.
     void onHistory(const std::function<void()>& driver) {
@@ -83,8 +83,7 @@ TEST_P(Shipping, ConsignmentsAreListedLatestFirstAndDeletedOnYes) {
         expectBox(s(u"Delete this item?"), Answer::Yes, s(u"Delete"));
         press(s(u"cmdDelete"));
         EXPECT_EQ(cells(s(u"lvwShip")), QStringList(s(u"Monday, March 2, 2026|4|Smith, Ann")));
-        EXPECT_FALSE(database().hasRows(
-            QStringLiteral("SELECT * FROM JobShip WHERE JobShipID=%1").arg(later)));
+        EXPECT_FALSE(database().hasRows(u"SELECT * FROM JobShip WHERE JobShipID=%1"_s.arg(later)));
         expectBox(s(u"Delete this item?"), Answer::Yes);
         press(s(u"cmdDelete"));
         EXPECT_FALSE(isEnabled(s(u"cmdEdit")));
@@ -133,8 +132,8 @@ TEST_P(Shipping, NewConsignmentsAreCheckedAndMayExceedTheJob) {
         EXPECT_EQ(cells(s(u"lvwShip")), QStringList({s(u"Monday, March 9, 2026|8|Smith, Ann"),
                                                      s(u"Sunday, March 8, 2026|13|Smith, Ann")}));
     });
-    EXPECT_EQ(stored(), QStringList({QStringLiteral("%1|3/8/2026|13|%2").arg(m_job).arg(ann),
-                                     QStringLiteral("%1|3/9/2026|8|%2").arg(m_job).arg(ann)}));
+    EXPECT_EQ(stored(), QStringList({u"%1|3/8/2026|13|%2"_s.arg(m_job).arg(ann),
+                                     u"%1|3/9/2026|8|%2"_s.arg(m_job).arg(ann)}));
     EXPECT_EQ(rows(s(u"SELECT Shipped FROM Job")), QStringList(s(u"False")));
 }
 
@@ -159,7 +158,7 @@ TEST_P(Shipping, AConsignmentIsEditedOrToldToBeGone) {
             type(s(u"txtQuantity"), s(u"6"));
             press(s(u"cmdCancel"));
         });
-        EXPECT_EQ(stored(), QStringList(QStringLiteral("%1|3/4/2026|5|%2").arg(m_job).arg(ann)));
+        EXPECT_EQ(stored(), QStringList(u"%1|3/4/2026|5|%2"_s.arg(m_job).arg(ann)));
 
         onDialog(u"cmdEdit", [&] {
             anotherStation()->execute(s(u"DELETE FROM JobShip"));
@@ -187,11 +186,9 @@ TEST_P(Shipping, NothingIsStoredForAnEmployeeOrAJobThatIsGone) {
         onDialog(u"cmdNew", [&] {
             choose(s(u"cboEmp"), s(u"Smith, Ann"));
             type(s(u"txtQuantity"), s(u"5"));
-            anotherStation()->execute(
-                QStringLiteral("DELETE FROM Employee WHERE EmpID=%1").arg(ann));
-            expectBox(QStringLiteral("The Employee ID (%1) for this record does not exist in the "
-                                     "employee table!")
-                          .arg(ann));
+            anotherStation()->execute(u"DELETE FROM Employee WHERE EmpID=%1"_s.arg(ann));
+            expectBox(u"The Employee ID (%1) for this record does not exist in the "
+                      "employee table!"_s.arg(ann));
             press(s(u"cmdOK"));
             EXPECT_EQ(focusName(), s(u"cboEmp"));
             EXPECT_EQ(text(s(u"txtQuantity")), s(u"5"));
@@ -199,7 +196,7 @@ TEST_P(Shipping, NothingIsStoredForAnEmployeeOrAJobThatIsGone) {
             press(s(u"cmdOK"));
             choose(s(u"cboEmp"), s(u"Adams, Zoe"));
             anotherStation()->execute(s(u"DELETE FROM Job"));
-            expectBox(QStringLiteral("Job No. %1 does not exist!").arg(m_job));
+            expectBox(u"Job No. %1 does not exist!"_s.arg(m_job));
             press(s(u"cmdOKNew"));
             EXPECT_EQ(text(s(u"txtQuantity")), s(u"5"));
             press(s(u"cmdCancel"));
@@ -222,7 +219,7 @@ TEST_P(Shipping, TheChosenConsignmentStaysChosen) {
         expectBox(s(u"Delete this item?"), Answer::Yes, s(u"Delete"));
         press(s(u"cmdDelete"));
     });
-    EXPECT_EQ(stored(), QStringList(QStringLiteral("%1|3/9/2026|5|%2").arg(m_job).arg(ann)));
+    EXPECT_EQ(stored(), QStringList(u"%1|3/9/2026|5|%2"_s.arg(m_job).arg(ann)));
 }
 
 TEST_P(Shipping, WithoutItsEmployeeAConsignmentCannotBeSaved) {

@@ -1,4 +1,5 @@
 #include "JobScreen.h"
+#include "platform/values/Literals.h"
 
 #include <QProcess>
 
@@ -101,8 +102,7 @@ TEST_P(Jobs, BookedTimeHoldsOperationAndJob) {
     expectBoxContaining(s(u"Time Management records exist for this job."));
     press(s(u"cmdDelete"));
     database().execute(s(u"DELETE * FROM Timelog"));
-    database().execute(
-        QStringLiteral("INSERT INTO JobShip (JobNo, Quantity) VALUES(%1,1)").arg(m_job));
+    database().execute(u"INSERT INTO JobShip (JobNo, Quantity) VALUES(%1,1)"_s.arg(m_job));
     job(m_acme, s(u"other"), 1);
     expectBox(s(u"You are about to delete the current Job. Are you sure?"), Answer::Yes,
               s(u"Delete"));
@@ -120,7 +120,7 @@ TEST_P(Jobs, AShippedJobLeavesTheActiveView) {
     const qint64 part = job(m_acme, s(u"sub"), 1);
     jobOper(part, 1, m_operations[0]);
     database().execute(
-        QStringLiteral("UPDATE Job SET AssemblyJobNo = %1 WHERE JobNo = %2").arg(m_job).arg(part));
+        u"UPDATE Job SET AssemblyJobNo = %1 WHERE JobNo = %2"_s.arg(m_job).arg(part));
     core::RecordScreen* screen = openJobs();
     ASSERT_TRUE(screen->goToRecord(m_job));
     EXPECT_EQ(text(s(u"lblAssembly")), s(u"ASSY"));
@@ -137,7 +137,7 @@ TEST_P(Jobs, AShippedJobLeavesTheActiveView) {
     check(s(u"chkShipped"));
     EXPECT_FALSE(isLocked(s(u"txtShipDate")));
     save();
-    EXPECT_EQ(rows(QStringLiteral("SELECT ShipDate FROM Job WHERE Shipped = True")),
+    EXPECT_EQ(rows(u"SELECT ShipDate FROM Job WHERE Shipped = True"_s),
               QStringList(s(u"3/9/2026")));
     EXPECT_NE(screen->currentKey(), next);
     EXPECT_NE(screen->currentKey(), 0);
@@ -151,7 +151,7 @@ TEST_P(Jobs, AShippedJobLeavesTheActiveView) {
         });
         press(s(u"cmdFind"));
     };
-    expectBox(QStringLiteral("Job No. %1 is an Inactive Job!").arg(next));
+    expectBox(u"Job No. %1 is an Inactive Job!"_s.arg(next));
     find(next);
     expectBox(s(u"Job No. 98765 does not exist!"));
     find(98765);
@@ -176,8 +176,8 @@ TEST_P(Jobs, AShippedJobLeavesTheActiveView) {
 
 TEST_P(Jobs, ACopyStartsAnewWithItsNotesJoined) {
     defaultNote(m_operations[0], s(u"Default"));
-    database().execute(QStringLiteral("UPDATE JobOper SET Status = 'F', EstOper = 3.5"));
-    database().execute(QStringLiteral("UPDATE Job SET EstNo = 77"));
+    database().execute(u"UPDATE JobOper SET Status = 'F', EstOper = 3.5"_s);
+    database().execute(u"UPDATE Job SET EstNo = 77"_s);
     time(m_job, m_operations[0], s(u"2"));
     core::RecordScreen* screen = openJobs();
     edit();
@@ -210,13 +210,11 @@ TEST_P(Jobs, ACopyStartsAnewWithItsNotesJoined) {
     const qint64 copy = screen->currentKey();
     EXPECT_NE(copy, m_job);
     EXPECT_EQ(bound(copy), QStringList({s(u"1|Boring|Default\r\nnote 1"), s(u"2|Plating|note 3")}));
-    EXPECT_EQ(rows(QStringLiteral("SELECT OperTime_Amount, Status, EstOper FROM JobOper WHERE "
-                                  "JobNo = %1 ORDER BY SeqNo")
-                       .arg(copy)),
+    EXPECT_EQ(rows(u"SELECT OperTime_Amount, Status, EstOper FROM JobOper WHERE "
+                   "JobNo = %1 ORDER BY SeqNo"_s.arg(copy)),
               QStringList({s(u"0| |3.5"), s(u"0| |3.5")}));
-    EXPECT_EQ(rows(QStringLiteral("SELECT PONo, CustID, EstNo, JobDateIn FROM Job WHERE JobNo = %1")
-                       .arg(copy)),
-              QStringList(QStringLiteral("PO-7|%1|0|3/9/2026").arg(m_acme)));
+    EXPECT_EQ(rows(u"SELECT PONo, CustID, EstNo, JobDateIn FROM Job WHERE JobNo = %1"_s.arg(copy)),
+              QStringList(u"PO-7|%1|0|3/9/2026"_s.arg(m_acme)));
     EXPECT_EQ(notes(m_job).size(), 3);
 }
 
@@ -283,7 +281,7 @@ TEST_P(Jobs, WhoMayNotSeeMoneyLosesNoneOfIt) {
 TEST_P(Jobs, AnotherStationsDeletionIsToldOnSave) {
     openJobs();
     edit();
-    anotherStation()->execute(QStringLiteral("DELETE FROM Job WHERE JobNo = %1").arg(m_job));
+    anotherStation()->execute(u"DELETE FROM Job WHERE JobNo = %1"_s.arg(m_job));
     expectBoxContaining(s(u"3167"));
     save();
     EXPECT_EQ(text(s(u"lblJobMode")), s(u"EDIT"));
@@ -305,40 +303,37 @@ TEST_P(Jobs, WhatTheFloorAndInventoryWriteMeanwhileStays) {
     press(s(u"cmdMisc(1)"));
 
     const auto other = anotherStation();
-    const QString where = QStringLiteral(" WHERE JobNo = ") + QString::number(m_job);
+    const QString where = u" WHERE JobNo = "_s + QString::number(m_job);
     const auto book = [&](qint64 operNo, const char16_t* hours, const char16_t* status) {
-        other->execute(QStringLiteral("INSERT INTO Timelog (EmpID, JobNo, OperNo, AccumTime, "
-                                      "Status) VALUES(1,%1,%2,%3,'%4')")
-                           .arg(m_job)
+        other->execute(u"INSERT INTO Timelog (EmpID, JobNo, OperNo, AccumTime, "
+                       "Status) VALUES(1,%1,%2,%3,'%4')"_s.arg(m_job)
                            .arg(operNo)
                            .arg(s(hours), s(status)));
-        other->execute(QStringLiteral("UPDATE JobOper SET OperTime_Amount = OperTime_Amount + %1, "
-                                      "Status = '%2', OperLocated = 1")
-                           .arg(s(hours), s(status)) +
-                       where + QStringLiteral(" AND OperNo = ") + QString::number(operNo));
+        other->execute(u"UPDATE JobOper SET OperTime_Amount = OperTime_Amount + %1, "
+                       "Status = '%2', OperLocated = 1"_s.arg(s(hours), s(status)) +
+                       where + u" AND OperNo = "_s + QString::number(operNo));
     };
     book(m_operations[0], u"1.25", u"F");
     book(m_operations[1], u"0.5", u"D");
-    other->execute(QStringLiteral("UPDATE JobMiscCost SET Quantity = Quantity + 3, CostAmount = "
-                                  "UnitPrice * (Quantity + 3)") +
+    other->execute(u"UPDATE JobMiscCost SET Quantity = Quantity + 3, CostAmount = "
+                   "UnitPrice * (Quantity + 3)"_s +
                    where);
-    other->execute(QStringLiteral("INSERT INTO JobMiscCost (JobNo, ItemNo, UnitofMeasure, "
-                                  "UnitPrice, Quantity, CostAmount) VALUES(%1,%2,'GAL',6,2,12)")
-                       .arg(m_job)
+    other->execute(u"INSERT INTO JobMiscCost (JobNo, ItemNo, UnitofMeasure, "
+                   "UnitPrice, Quantity, CostAmount) VALUES(%1,%2,'GAL',6,2,12)"_s.arg(m_job)
                        .arg(oil));
-    other->execute(QStringLiteral("UPDATE Job SET PONo = 'PO-8', OrderRequired = True") + where);
+    other->execute(u"UPDATE Job SET PONo = 'PO-8', OrderRequired = True"_s + where);
 
     save();
-    EXPECT_EQ(rows(QStringLiteral("SELECT OperTime_Amount, Status, OperLocated FROM JobOper") +
-                   where + QStringLiteral(" ORDER BY SeqNo")),
+    EXPECT_EQ(rows(u"SELECT OperTime_Amount, Status, OperLocated FROM JobOper"_s + where +
+                   u" ORDER BY SeqNo"_s),
               (QStringList{s(u"1.25|F|1"), s(u"0.5|D|1")}));
-    EXPECT_EQ(rows(QStringLiteral("SELECT UnitPrice, Quantity, CostAmount FROM JobMiscCost") +
-                   where + QStringLiteral(" ORDER BY ItemNo")),
+    EXPECT_EQ(rows(u"SELECT UnitPrice, Quantity, CostAmount FROM JobMiscCost"_s + where +
+                   u" ORDER BY ItemNo"_s),
               (QStringList{s(u"1|7|7"), s(u"1|3|3"), s(u"6|2|12")}))
         << "of the item removed here stays what was issued since";
     // (1.75 hours at 50 + 22 of fixed costs) over 10 pieces.
-    EXPECT_EQ(rows(QStringLiteral("SELECT Description, PONo, OrderRequired, TotalHours, "
-                                  "JobShopCost FROM Job") +
+    EXPECT_EQ(rows(u"SELECT Description, PONo, OrderRequired, TotalHours, "
+                   "JobShopCost FROM Job"_s +
                    where),
               QStringList(s(u"Bracket, milled|PO-8|True|1.75|10.95")));
     EXPECT_EQ(text(s(u"txtPONo")), s(u"PO-8"));
@@ -368,17 +363,16 @@ TEST_P(Jobs, TheOfficeSavesAgainAndAgainWhileTheFloorWorks) {
     const auto booked = static_cast<int>(floor.readAllStandardOutput().count('\n'));
     EXPECT_GT(booked, 12);
     const double hours = booked * 0.25;
-    const QString where = QStringLiteral(" WHERE JobNo = ") + QString::number(m_job);
-    EXPECT_EQ(rows(QStringLiteral("SELECT COUNT(*), SUM(AccumTime) FROM Timelog") + where),
+    const QString where = u" WHERE JobNo = "_s + QString::number(m_job);
+    EXPECT_EQ(rows(u"SELECT COUNT(*), SUM(AccumTime) FROM Timelog"_s + where),
               QStringList(s(u"%1|%2").arg(booked).arg(hours)));
-    EXPECT_EQ(rows(QStringLiteral("SELECT OperTime_Amount, Status FROM JobOper") + where +
-                   QStringLiteral(" ORDER BY SeqNo")),
+    EXPECT_EQ(rows(u"SELECT OperTime_Amount, Status FROM JobOper"_s + where + u" ORDER BY SeqNo"_s),
               (QStringList{s(u"%1|F").arg(hours), s(u"0| "), s(u"100| ")}));
-    EXPECT_EQ(rows(QStringLiteral("SELECT Quantity, CostAmount FROM JobMiscCost") + where),
+    EXPECT_EQ(rows(u"SELECT Quantity, CostAmount FROM JobMiscCost"_s + where),
               QStringList(s(u"%1|%1").arg(4 + booked)));
     // The hours at 50, 100 outside and the fixed cost, over 10 pieces.
     const double cost = (hours * 50 + 100 + 4 + booked) / 10;
-    EXPECT_EQ(rows(QStringLiteral("SELECT Description, TotalHours, JobShopCost FROM Job") + where),
+    EXPECT_EQ(rows(u"SELECT Description, TotalHours, JobShopCost FROM Job"_s + where),
               QStringList(s(u"Edition 12|%1|%2").arg(hours, 0, 'g', 12).arg(cost, 0, 'g', 12)));
 }
 
@@ -402,9 +396,9 @@ TEST_P(Jobs, WhatCannotBeJoinedIsRefusedAndNothingIsLost) {
               Answer::Ok);
     save();
     cancel();
-    EXPECT_EQ(rows(QStringLiteral("SELECT SeqNo FROM JobOper ORDER BY SeqNo")),
+    EXPECT_EQ(rows(u"SELECT SeqNo FROM JobOper ORDER BY SeqNo"_s),
               (QStringList{s(u"1"), s(u"2"), s(u"3"), s(u"4")}));
-    EXPECT_EQ(rows(QStringLiteral("SELECT PONo FROM Job")), QStringList(s(u"PO-7")));
+    EXPECT_EQ(rows(u"SELECT PONo FROM Job"_s), QStringList(s(u"PO-7")));
     edit();
     save();
 }

@@ -2,6 +2,7 @@
 #include "masters/EmployeeChecks.h"
 #include "masters/Screens.h"
 #include "platform/values/Clock.h"
+#include "platform/values/Literals.h"
 #include "support/Gallery.h"
 #include "support/ShopFixture.h"
 
@@ -15,40 +16,40 @@ using screen::Icon;
 
 TEST(EmployeeChecks, TellTheFirstThingThatIsWrong) {
     EmployeeEntry entry;
-    entry.status = QStringLiteral("Terminated");
-    entry.ssn = QStringLiteral("12345");
-    entry.exemptState = entry.exemptFederal = entry.exemptOther = QStringLiteral("two");
+    entry.status = u"Terminated"_s;
+    entry.ssn = u"12345"_s;
+    entry.exemptState = entry.exemptFederal = entry.exemptOther = u"two"_s;
     const auto told = [&entry] {
         const auto wrong = masters::checkEmployee(entry);
         return wrong ? wrong->title + QLatin1Char('|') + wrong->text : QString();
     };
-    const QString name = QStringLiteral("Full name required|Both Name fields must be filled out!");
+    const QString name = u"Full name required|Both Name fields must be filled out!"_s;
     EXPECT_EQ(told(), name);
-    entry.firstName = QStringLiteral("Ann");
-    entry.lastName = QStringLiteral("  ");
+    entry.firstName = u"Ann"_s;
+    entry.lastName = u"  "_s;
     EXPECT_EQ(told(), name);
-    entry.lastName = QStringLiteral("Baker");
-    EXPECT_EQ(told(), QStringLiteral("Termination Date required|A terminated employee must have a "
-                                     "Termination Date!"));
+    entry.lastName = u"Baker"_s;
+    EXPECT_EQ(told(), u"Termination Date required|A terminated employee must have a "
+                      "Termination Date!"_s);
     entry.terminationDate = true;
-    EXPECT_EQ(told(), QStringLiteral("Work Shift required|Work shift must be filled out!"));
+    EXPECT_EQ(told(), u"Work Shift required|Work shift must be filled out!"_s);
     entry.shift = true;
-    EXPECT_EQ(told(), QStringLiteral("Erroneous S.S.N.|The S.S.N. field must be blank or "
-                                     "completely filled out!"));
+    EXPECT_EQ(told(), u"Erroneous S.S.N.|The S.S.N. field must be blank or "
+                      "completely filled out!"_s);
     entry.ssn.clear();
-    const QString state = QStringLiteral("State Exemption Error|");
-    EXPECT_EQ(told(), state + QStringLiteral("The State exemptions must be a number!"));
-    entry.exemptState = QStringLiteral("2");
-    EXPECT_EQ(told(), QStringLiteral("Federal Exemption Error|The Federal exemptions must be a "
-                                     "number!"));
-    entry.exemptFederal = QStringLiteral("1,000");
+    const QString state = u"State Exemption Error|"_s;
+    EXPECT_EQ(told(), state + u"The State exemptions must be a number!"_s);
+    entry.exemptState = u"2"_s;
+    EXPECT_EQ(told(), u"Federal Exemption Error|The Federal exemptions must be a "
+                      "number!"_s);
+    entry.exemptFederal = u"1,000"_s;
     EXPECT_EQ(masters::exemptions(entry.exemptFederal), 1000);
-    EXPECT_EQ(told(), state + QStringLiteral("The \"Other\" exemptions must be a number!"));
-    entry.exemptOther = QStringLiteral("40000");
-    EXPECT_EQ(told(), state + QStringLiteral("The \"Other\" exemptions must be a number!"))
+    EXPECT_EQ(told(), state + u"The \"Other\" exemptions must be a number!"_s);
+    entry.exemptOther = u"40000"_s;
+    EXPECT_EQ(told(), state + u"The \"Other\" exemptions must be a number!"_s)
         << "beyond what the column holds";
     entry.exemptOther.clear();
-    entry.ssn = QStringLiteral("123456789");
+    entry.ssn = u"123456789"_s;
     EXPECT_EQ(told(), QString());
 }
 
@@ -59,17 +60,17 @@ TEST(SalaryChecks, TellTheFirstThingThatIsWrong) {
         const auto wrong = masters::checkSalary(entry, today);
         return wrong ? wrong->title + QLatin1Char('|') + wrong->text : QString();
     };
-    EXPECT_EQ(told(), QStringLiteral("|You must enter a Date!"));
+    EXPECT_EQ(told(), u"|You must enter a Date!"_s);
     entry.date = today.addDays(1);
-    EXPECT_EQ(told(), QStringLiteral("Data Missing!|You must enter a Dollar Amount!"));
+    EXPECT_EQ(told(), u"Data Missing!|You must enter a Dollar Amount!"_s);
     for (const char* amount : {"ten", "1e300"}) {
         entry.amount = QString::fromLatin1(amount);
-        EXPECT_EQ(told(), QStringLiteral("|You must enter a Decimal Dollar value for Amount!"));
+        EXPECT_EQ(told(), u"|You must enter a Decimal Dollar value for Amount!"_s);
     }
-    entry.amount = QStringLiteral("1,250.50");
-    EXPECT_EQ(told(), QStringLiteral("Data Missing!|You must enter a Frequency!"));
-    entry.frequency = QStringLiteral("Weekly");
-    EXPECT_EQ(told(), QStringLiteral("Date Error!|You cannot enter a future date!"));
+    entry.amount = u"1,250.50"_s;
+    EXPECT_EQ(told(), u"Data Missing!|You must enter a Frequency!"_s);
+    entry.frequency = u"Weekly"_s;
+    EXPECT_EQ(told(), u"Date Error!|You cannot enter a future date!"_s);
     entry.date = today;
     EXPECT_EQ(told(), QString());
 }
@@ -77,7 +78,7 @@ TEST(SalaryChecks, TellTheFirstThingThatIsWrong) {
 /// Stands for the time management screen.
 class TimeManagement : public screen::Form, public core::LookupUser {
   public:
-    TimeManagement() : Form(QStringLiteral("frmTM"), QStringLiteral("Time Management")) {}
+    TimeManagement() : Form(u"frmTM"_s, u"Time Management"_s) {}
     void refreshLookup(const QString& table) override { refreshed << table; }
     QStringList refreshed;
 };
@@ -105,9 +106,9 @@ class Employee : public testsupport::ShopTest {
         sql("INSERT INTO Employee (firstname, lastname, EmpStatus, shiftsid) "
             "VALUES ('Ann', 'Baker', 'Active', 2)");
     }
-    bool openModule() { return open(QStringLiteral("frmEmployee")) != nullptr; }
-    QString last() const { return text(QStringLiteral("txtLastName")); }
-    QString mode() const { return text(QStringLiteral("lblEmployeeMode")); }
+    bool openModule() { return open(u"frmEmployee"_s) != nullptr; }
+    QString last() const { return text(u"txtLastName"_s); }
+    QString mode() const { return text(u"lblEmployeeMode"_s); }
     /// The last names from the row shown back to the first one.
     QStringList back() {
         QStringList names{last()};
@@ -118,139 +119,132 @@ class Employee : public testsupport::ShopTest {
         return names;
     }
     QStringList pay() const {
-        return rows(QStringLiteral("SELECT StartPay, StartFrq, CurrPay, CurrFrq FROM Employee "
-                                   "WHERE lastname = 'Baker'"));
+        return rows(u"SELECT StartPay, StartFrq, CurrPay, CurrFrq FROM Employee "
+                    "WHERE lastname = 'Baker'"_s);
     }
     void fillSalary(const char* date, const char* amount, const char* frequency) {
-        type(QStringLiteral("etxtDate"), QString::fromLatin1(date));
-        type(QStringLiteral("txtAmount"), QString::fromLatin1(amount));
-        choose(QStringLiteral("cboFrequency"), QString::fromLatin1(frequency));
+        type(u"etxtDate"_s, QString::fromLatin1(date));
+        type(u"txtAmount"_s, QString::fromLatin1(amount));
+        choose(u"cboFrequency"_s, QString::fromLatin1(frequency));
     }
     void addSalary(const char* date, const char* amount, const char* frequency) {
-        whenShown(QStringLiteral("frmSalaryAdd"), [=, this] {
+        whenShown(u"frmSalaryAdd"_s, [=, this] {
             fillSalary(date, amount, frequency);
-            press(QStringLiteral("cmdSave"));
+            press(u"cmdSave"_s);
         });
-        press(QStringLiteral("cmdAdd"));
+        press(u"cmdAdd"_s);
     }
 };
 
 TEST_P(Employee, ANewOneIsActiveAndBeginsHisSalaryHistory) {
     addThree();
-    screen::Forms::add(QStringLiteral("frmTM"), [] { return std::make_unique<TimeManagement>(); });
-    ASSERT_TRUE(open(QStringLiteral("frmTM")));
+    screen::Forms::add(u"frmTM"_s, [] { return std::make_unique<TimeManagement>(); });
+    ASSERT_TRUE(open(u"frmTM"_s));
     ASSERT_TRUE(openModule());
-    EXPECT_TRUE(isLocked(QStringLiteral("txtNewSalary")));
-    press(QStringLiteral("cmdNew"));
-    EXPECT_EQ(text(QStringLiteral("txtEmpid")), QStringLiteral("???"));
-    EXPECT_EQ(text(QStringLiteral("cboStatus")), QStringLiteral("Active"));
-    EXPECT_FALSE(isEnabled(QStringLiteral("cboDisplay")));
-    type(QStringLiteral("txtFirstName"), QStringLiteral("Pat"));
-    type(QStringLiteral("txtLastName"), QStringLiteral("D'Or"));
-    type(QStringLiteral("mskSSN"), QStringLiteral("123456789"));
-    EXPECT_EQ(text(QStringLiteral("mskSSN")), QStringLiteral("123-45-6789"));
-    choose(QStringLiteral("cboMarried"), QStringLiteral("Married"));
-    expectBox(QStringLiteral("Work shift must be filled out!"), Answer::Ok,
-              QStringLiteral("Work Shift required"), {}, Icon::Exclamation);
-    press(QStringLiteral("cmdSave"));
-    EXPECT_EQ(focusName(), QStringLiteral("dbcShift"));
-    EXPECT_TRUE(control<QWidget>(QStringLiteral("dbcShift"))->isVisible()) << "its tab is in front";
-    choose(QStringLiteral("dbcShift"), QStringLiteral("Night"));
-    type(QStringLiteral("txtPosition"), QStringLiteral("Supervisor"));
-    EXPECT_TRUE(isChecked(QStringLiteral("chkMJob")));
-    EXPECT_FALSE(isEnabled(QStringLiteral("chkMJob")));
-    type(QStringLiteral("etxtHDate"), QStringLiteral("2/1/2026"));
-    type(QStringLiteral("txtNewSalary"), QStringLiteral("1.8.5"));
-    expectBox(QStringLiteral("You must enter a Decimal Dollar value for Amount!"));
-    press(QStringLiteral("cmdSave"));
-    type(QStringLiteral("txtNewSalary"), QStringLiteral("18.5"));
-    choose(QStringLiteral("cboNewFreq"), QStringLiteral("Hourly"));
-    press(QStringLiteral("cmdSave"));
-    EXPECT_EQ(mode(), QStringLiteral("BROWSE"));
-    EXPECT_EQ(last(), QStringLiteral("D'Or"));
-    EXPECT_EQ(text(QStringLiteral("dbcEmployee")), QStringLiteral("D'Or , Pat"));
-    EXPECT_EQ(text(QStringLiteral("txtNewSalary")), QString());
-    EXPECT_EQ(text(QStringLiteral("txtCurrFreq")), QStringLiteral("Hourly"));
-    EXPECT_EQ(rows(QStringLiteral(
-                  "SELECT SSN, MaritalStatus, shiftsid, multijobs, birthdate, StartPay, CurrPay, "
-                  "StartFrq, ExempState, ExempFed, QBSent FROM Employee WHERE EmpID = 4")),
-              QStringList(QStringLiteral("123456789|Married|2|True||18.5|18.5|Hourly|0|0|0")));
-    EXPECT_EQ(rows(QStringLiteral("SELECT EmpID, SalaryDate, SalaryAmount, SalaryFrequency "
-                                  "FROM EmployeeSalary")),
-              QStringList(QStringLiteral("4|2/1/2026|18.5|Hourly")));
-    EXPECT_EQ(screen::Forms::find<TimeManagement>(QStringLiteral("frmTM"))->refreshed,
-              QStringList(QStringLiteral("Employee")));
+    EXPECT_TRUE(isLocked(u"txtNewSalary"_s));
+    press(u"cmdNew"_s);
+    EXPECT_EQ(text(u"txtEmpid"_s), u"???"_s);
+    EXPECT_EQ(text(u"cboStatus"_s), u"Active"_s);
+    EXPECT_FALSE(isEnabled(u"cboDisplay"_s));
+    type(u"txtFirstName"_s, u"Pat"_s);
+    type(u"txtLastName"_s, u"D'Or"_s);
+    type(u"mskSSN"_s, u"123456789"_s);
+    EXPECT_EQ(text(u"mskSSN"_s), u"123-45-6789"_s);
+    choose(u"cboMarried"_s, u"Married"_s);
+    expectBox(u"Work shift must be filled out!"_s, Answer::Ok, u"Work Shift required"_s, {},
+              Icon::Exclamation);
+    press(u"cmdSave"_s);
+    EXPECT_EQ(focusName(), u"dbcShift"_s);
+    EXPECT_TRUE(control<QWidget>(u"dbcShift"_s)->isVisible()) << "its tab is in front";
+    choose(u"dbcShift"_s, u"Night"_s);
+    type(u"txtPosition"_s, u"Supervisor"_s);
+    EXPECT_TRUE(isChecked(u"chkMJob"_s));
+    EXPECT_FALSE(isEnabled(u"chkMJob"_s));
+    type(u"etxtHDate"_s, u"2/1/2026"_s);
+    type(u"txtNewSalary"_s, u"1.8.5"_s);
+    expectBox(u"You must enter a Decimal Dollar value for Amount!"_s);
+    press(u"cmdSave"_s);
+    type(u"txtNewSalary"_s, u"18.5"_s);
+    choose(u"cboNewFreq"_s, u"Hourly"_s);
+    press(u"cmdSave"_s);
+    EXPECT_EQ(mode(), u"BROWSE"_s);
+    EXPECT_EQ(last(), u"D'Or"_s);
+    EXPECT_EQ(text(u"dbcEmployee"_s), u"D'Or , Pat"_s);
+    EXPECT_EQ(text(u"txtNewSalary"_s), QString());
+    EXPECT_EQ(text(u"txtCurrFreq"_s), u"Hourly"_s);
+    EXPECT_EQ(rows(u"SELECT SSN, MaritalStatus, shiftsid, multijobs, birthdate, StartPay, CurrPay, "
+                   "StartFrq, ExempState, ExempFed, QBSent FROM Employee WHERE EmpID = 4"_s),
+              QStringList(u"123456789|Married|2|True||18.5|18.5|Hourly|0|0|0"_s));
+    EXPECT_EQ(rows(u"SELECT EmpID, SalaryDate, SalaryAmount, SalaryFrequency "
+                   "FROM EmployeeSalary"_s),
+              QStringList(u"4|2/1/2026|18.5|Hourly"_s));
+    EXPECT_EQ(screen::Forms::find<TimeManagement>(u"frmTM"_s)->refreshed,
+              QStringList(u"Employee"_s));
 }
 
 TEST_P(Employee, TheDisplayNarrowsTheRowsAndSortsAsItWasAskedFor) {
     addThree();
     ASSERT_TRUE(openModule());
-    EXPECT_EQ(back(), QStringList({QStringLiteral("Baker"), QStringLiteral("O'Neil"),
-                                   QStringLiteral("Young")}))
-        << "by number";
-    choose(QStringLiteral("cboDisplay"), QStringLiteral("Active"));
-    EXPECT_EQ(back(), QStringList({QStringLiteral("Young"), QStringLiteral("Baker"),
-                                   QStringLiteral("Baker")}))
+    EXPECT_EQ(back(), QStringList({u"Baker"_s, u"O'Neil"_s, u"Young"_s})) << "by number";
+    choose(u"cboDisplay"_s, u"Active"_s);
+    EXPECT_EQ(back(), QStringList({u"Young"_s, u"Baker"_s, u"Baker"_s}))
         << "chosen: by name, the person shown stays";
-    type(QStringLiteral("cboDisplay"), QStringLiteral("All"));
-    EXPECT_EQ(last(), QStringLiteral("Baker"));
+    type(u"cboDisplay"_s, u"All"_s);
+    EXPECT_EQ(last(), u"Baker"_s);
     leave();
-    EXPECT_EQ(back(), QStringList({QStringLiteral("Baker"), QStringLiteral("O'Neil"),
-                                   QStringLiteral("Young")}))
-        << "typed: by number";
-    expectBox(QStringLiteral("No Records Available"), Answer::Ok, QStringLiteral("No Records"));
-    choose(QStringLiteral("cboDisplay"), QStringLiteral("Suspended"));
-    EXPECT_EQ(text(QStringLiteral("cboDisplay")), QStringLiteral("All"));
-    EXPECT_EQ(last(), QStringLiteral("Young"));
-    type(QStringLiteral("cboDisplay"), QString());
-    expectBox(QStringLiteral("No Records Available"));
+    EXPECT_EQ(back(), QStringList({u"Baker"_s, u"O'Neil"_s, u"Young"_s})) << "typed: by number";
+    expectBox(u"No Records Available"_s, Answer::Ok, u"No Records"_s);
+    choose(u"cboDisplay"_s, u"Suspended"_s);
+    EXPECT_EQ(text(u"cboDisplay"_s), u"All"_s);
+    EXPECT_EQ(last(), u"Young"_s);
+    type(u"cboDisplay"_s, QString());
+    expectBox(u"No Records Available"_s);
     leave();
-    EXPECT_EQ(text(QStringLiteral("cboDisplay")), QStringLiteral("All"));
+    EXPECT_EQ(text(u"cboDisplay"_s), u"All"_s);
 }
 
 TEST_P(Employee, OneWhoLeavesNeedsADateAndStaysShownUntilTheDisplayIsChosenAgain) {
     addThree();
     ASSERT_TRUE(openModule());
-    EXPECT_FALSE(form().control(QStringLiteral("cmdDelete")));
-    choose(QStringLiteral("cboDisplay"), QStringLiteral("Active"));
-    press(QStringLiteral("cmdEdit"));
-    choose(QStringLiteral("cboStatus"), QStringLiteral("Terminated"));
-    expectBox(QStringLiteral("A terminated employee must have a Termination Date!"), Answer::Ok,
-              QStringLiteral("Termination Date required"));
-    press(QStringLiteral("cmdSave"));
-    EXPECT_EQ(focusName(), QStringLiteral("etxtTDate"));
-    typeOn(QStringLiteral("3/1/2026"));
-    choose(QStringLiteral("cboStatus"), QStringLiteral("Suspended"));
-    EXPECT_EQ(text(QStringLiteral("etxtTDate")), QString());
-    choose(QStringLiteral("cboStatus"), QStringLiteral("Terminated"));
-    type(QStringLiteral("etxtTDate"), QStringLiteral("3/1/2026"));
-    type(QStringLiteral("etxtBday"), QStringLiteral("2/30/1980"));
-    expectBoxContaining(QStringLiteral("date"));
-    press(QStringLiteral("cmdSave"));
-    EXPECT_EQ(focusName(), QStringLiteral("etxtBday"));
-    type(QStringLiteral("etxtBday"), QStringLiteral("2/28/1980"));
-    press(QStringLiteral("cmdSave"));
-    EXPECT_EQ(last(), QStringLiteral("Baker"));
-    EXPECT_EQ(text(QStringLiteral("cboStatus")), QStringLiteral("Terminated"));
-    choose(QStringLiteral("cboDisplay"), QStringLiteral("Active"));
-    EXPECT_EQ(last(), QStringLiteral("Young"));
+    EXPECT_FALSE(form().control(u"cmdDelete"_s));
+    choose(u"cboDisplay"_s, u"Active"_s);
+    press(u"cmdEdit"_s);
+    choose(u"cboStatus"_s, u"Terminated"_s);
+    expectBox(u"A terminated employee must have a Termination Date!"_s, Answer::Ok,
+              u"Termination Date required"_s);
+    press(u"cmdSave"_s);
+    EXPECT_EQ(focusName(), u"etxtTDate"_s);
+    typeOn(u"3/1/2026"_s);
+    choose(u"cboStatus"_s, u"Suspended"_s);
+    EXPECT_EQ(text(u"etxtTDate"_s), QString());
+    choose(u"cboStatus"_s, u"Terminated"_s);
+    type(u"etxtTDate"_s, u"3/1/2026"_s);
+    type(u"etxtBday"_s, u"2/30/1980"_s);
+    expectBoxContaining(u"date"_s);
+    press(u"cmdSave"_s);
+    EXPECT_EQ(focusName(), u"etxtBday"_s);
+    type(u"etxtBday"_s, u"2/28/1980"_s);
+    press(u"cmdSave"_s);
+    EXPECT_EQ(last(), u"Baker"_s);
+    EXPECT_EQ(text(u"cboStatus"_s), u"Terminated"_s);
+    choose(u"cboDisplay"_s, u"Active"_s);
+    EXPECT_EQ(last(), u"Young"_s);
 
-    whenShown(QStringLiteral("frmEmpFind"), [this] {
-        type(QStringLiteral("txtData"), QStringLiteral("Bak"));
-        whenShown(QStringLiteral("frmEmpFound"), [this] {
-            EXPECT_EQ(cells(QStringLiteral("sprEmpFound")),
-                      QStringList(QStringLiteral("3|Ann|Baker")));
-            press(QStringLiteral("cmdSelect"));
+    whenShown(u"frmEmpFind"_s, [this] {
+        type(u"txtData"_s, u"Bak"_s);
+        whenShown(u"frmEmpFound"_s, [this] {
+            EXPECT_EQ(cells(u"sprEmpFound"_s), QStringList(u"3|Ann|Baker"_s));
+            press(u"cmdSelect"_s);
         });
-        expectBoxContaining(QStringLiteral("among those shown"));
-        press(QStringLiteral("cmdFind"));
-        check(QStringLiteral("optFind2"));
-        type(QStringLiteral("txtData"), QStringLiteral("z"));
-        whenShown(QStringLiteral("frmEmpFound"), [this] { press(QStringLiteral("cmdSelect")); });
-        press(QStringLiteral("cmdFind"));
+        expectBoxContaining(u"among those shown"_s);
+        press(u"cmdFind"_s);
+        check(u"optFind2"_s);
+        type(u"txtData"_s, u"z"_s);
+        whenShown(u"frmEmpFound"_s, [this] { press(u"cmdSelect"_s); });
+        press(u"cmdFind"_s);
     });
-    press(QStringLiteral("cmdFind"));
-    EXPECT_EQ(last(), QStringLiteral("Young"));
+    press(u"cmdFind"_s);
+    EXPECT_EQ(last(), u"Young"_s);
 }
 
 TEST_P(Employee, EditKeepsWhatTheFloorAndTheHistoryOwnAndASupervisorHasSeveralJobs) {
@@ -258,125 +252,122 @@ TEST_P(Employee, EditKeepsWhatTheFloorAndTheHistoryOwnAndASupervisorHasSeveralJo
     sql("UPDATE Employee SET SignedIn = True, QBSent = 1, CurrPay = 20, CurrFrq = 'Weekly', "
         "SSN = '987654321', [Position] = 'Supervisor', multijobs = False");
     ASSERT_TRUE(openModule());
-    EXPECT_FALSE(isChecked(QStringLiteral("chkMJob")));
-    press(QStringLiteral("cmdEdit"));
-    EXPECT_TRUE(isChecked(QStringLiteral("chkMJob")));
-    EXPECT_FALSE(isEnabled(QStringLiteral("chkMJob")));
-    type(QStringLiteral("mskSSN"), QStringLiteral("12345"));
-    expectBox(QStringLiteral("The S.S.N. field must be blank or completely filled out!"),
-              Answer::Ok, QStringLiteral("Erroneous S.S.N."));
-    press(QStringLiteral("cmdSave"));
-    type(QStringLiteral("mskSSN"), QString());
-    press(QStringLiteral("cmdSave"));
-    EXPECT_EQ(rows(QStringLiteral("SELECT SSN, multijobs, SignedIn, QBSent, CurrPay, CurrFrq "
-                                  "FROM Employee WHERE EmpID = 3")),
-              QStringList(QStringLiteral("|True|True|1|20|Weekly")));
-    press(QStringLiteral("cmdEdit"));
-    type(QStringLiteral("txtPosition"), QStringLiteral("Employee"));
-    EXPECT_TRUE(isEnabled(QStringLiteral("chkMJob")));
-    expectBox(QStringLiteral("Are you sure you want to cancel?"), Answer::Yes);
-    press(QStringLiteral("cmdCancel"));
+    EXPECT_FALSE(isChecked(u"chkMJob"_s));
+    press(u"cmdEdit"_s);
+    EXPECT_TRUE(isChecked(u"chkMJob"_s));
+    EXPECT_FALSE(isEnabled(u"chkMJob"_s));
+    type(u"mskSSN"_s, u"12345"_s);
+    expectBox(u"The S.S.N. field must be blank or completely filled out!"_s, Answer::Ok,
+              u"Erroneous S.S.N."_s);
+    press(u"cmdSave"_s);
+    type(u"mskSSN"_s, QString());
+    press(u"cmdSave"_s);
+    EXPECT_EQ(rows(u"SELECT SSN, multijobs, SignedIn, QBSent, CurrPay, CurrFrq "
+                   "FROM Employee WHERE EmpID = 3"_s),
+              QStringList(u"|True|True|1|20|Weekly"_s));
+    press(u"cmdEdit"_s);
+    type(u"txtPosition"_s, u"Employee"_s);
+    EXPECT_TRUE(isEnabled(u"chkMJob"_s));
+    expectBox(u"Are you sure you want to cancel?"_s, Answer::Yes);
+    press(u"cmdCancel"_s);
 
     sql("UPDATE Shifts SET Description = 'Graveyard' WHERE ID = 2");
-    core::refreshNeighbours({QStringLiteral("frmEmployee")}, QStringLiteral("Shifts"));
-    EXPECT_EQ(text(QStringLiteral("dbcShift")), QStringLiteral("Graveyard"));
+    core::refreshNeighbours({u"frmEmployee"_s}, u"Shifts"_s);
+    EXPECT_EQ(text(u"dbcShift"_s), u"Graveyard"_s);
 }
 
 TEST_P(Employee, TheSalaryHistoryDrivesThePay) {
     addThree();
     ASSERT_TRUE(openModule());
-    whenShown(QStringLiteral("frmEmpSalary"), [this] {
+    whenShown(u"frmEmpSalary"_s, [this] {
         EXPECT_EQ(testsupport::gallery(form()), QStringList());
         for (const auto& [button, what] :
              {std::pair{"cmdEdit", "edit"}, std::pair{"cmdDelete", "delete"}}) {
-            expectBox(QStringLiteral("You have not selected a record to %1!")
-                          .arg(QString::fromLatin1(what)),
-                      Answer::Ok, QStringLiteral("Nothing Selected"));
+            expectBox(u"You have not selected a record to %1!"_s.arg(QString::fromLatin1(what)),
+                      Answer::Ok, u"Nothing Selected"_s);
             press(QString::fromLatin1(button));
         }
         addSalary("2/1/2026", "21.75", "Weekly");
-        EXPECT_EQ(pay(), QStringList(QStringLiteral("21.75|Weekly|21.75|Weekly")));
+        EXPECT_EQ(pay(), QStringList(u"21.75|Weekly|21.75|Weekly"_s));
 
-        const QString early =
-            QStringLiteral("The date you have entered is earlier than the last Salary date "
-                           "currently in the database!  Continue?");
-        whenShown(QStringLiteral("frmSalaryAdd"), [&] {
+        const QString early = u"The date you have entered is earlier than the last Salary date "
+                              "currently in the database!  Continue?"_s;
+        whenShown(u"frmSalaryAdd"_s, [&] {
             EXPECT_EQ(testsupport::gallery(form()), QStringList());
-            expectBox(QStringLiteral("You must enter a Date!"));
-            press(QStringLiteral("cmdSave"));
+            expectBox(u"You must enter a Date!"_s);
+            press(u"cmdSave"_s);
             fillSalary("1/5/2026", "1,018.505", "Hourly");
-            expectBox(early, Answer::Cancel, QStringLiteral("Date Warning!"), Buttons::OkCancel);
-            press(QStringLiteral("cmdSave"));
+            expectBox(early, Answer::Cancel, u"Date Warning!"_s, Buttons::OkCancel);
+            press(u"cmdSave"_s);
             expectBox(early, Answer::Ok);
-            press(QStringLiteral("cmdSave"));
+            press(u"cmdSave"_s);
         });
-        press(QStringLiteral("cmdAdd"));
-        EXPECT_EQ(pay(), QStringList(QStringLiteral("1018.51|Hourly|21.75|Weekly")))
+        press(u"cmdAdd"_s);
+        EXPECT_EQ(pay(), QStringList(u"1018.51|Hourly|21.75|Weekly"_s))
             << "two decimals reach the employee";
-        EXPECT_EQ(cells(QStringLiteral("sprSalary")),
-                  QStringList({QStringLiteral("1/5/2026|$1,018.51|Hourly"),
-                               QStringLiteral("2/1/2026|$21.75|Weekly")}));
+        EXPECT_EQ(cells(u"sprSalary"_s),
+                  QStringList({u"1/5/2026|$1,018.51|Hourly"_s, u"2/1/2026|$21.75|Weekly"_s}));
         addSalary("2/1/2026", "30", "Monthly");
-        EXPECT_EQ(pay(), QStringList(QStringLiteral("1018.51|Hourly|30|Monthly")))
+        EXPECT_EQ(pay(), QStringList(u"1018.51|Hourly|30|Monthly"_s))
             << "of one day the one entered later";
 
-        clickCell(QStringLiteral("sprSalary"), 1, 0);
-        whenShown(QStringLiteral("frmSalaryEdit"), [this] {
-            EXPECT_EQ(text(QStringLiteral("txtAmount")), QStringLiteral("21.75"));
-            EXPECT_EQ(text(QStringLiteral("cboFrequency")), QStringLiteral("Weekly"));
-            type(QStringLiteral("etxtDate"), QStringLiteral("1/1/2026"));
-            press(QStringLiteral("cmdSave"));
+        clickCell(u"sprSalary"_s, 1, 0);
+        whenShown(u"frmSalaryEdit"_s, [this] {
+            EXPECT_EQ(text(u"txtAmount"_s), u"21.75"_s);
+            EXPECT_EQ(text(u"cboFrequency"_s), u"Weekly"_s);
+            type(u"etxtDate"_s, u"1/1/2026"_s);
+            press(u"cmdSave"_s);
         });
-        press(QStringLiteral("cmdEdit"));
-        EXPECT_EQ(pay(), QStringList(QStringLiteral("21.75|Weekly|30|Monthly")))
+        press(u"cmdEdit"_s);
+        EXPECT_EQ(pay(), QStringList(u"21.75|Weekly|30|Monthly"_s))
             << "an edit doesn't warn of the date";
 
         for (int left = 3; left > 0; --left) {
-            expectBox(QStringLiteral("Once Deleted, Salary data will be unrecoverable. Continue?"),
-                      Answer::Yes, QStringLiteral("Warning!"));
-            press(QStringLiteral("cmdDelete"));
+            expectBox(u"Once Deleted, Salary data will be unrecoverable. Continue?"_s, Answer::Yes,
+                      u"Warning!"_s);
+            press(u"cmdDelete"_s);
         }
-        EXPECT_EQ(pay(), QStringList(QStringLiteral("0||0|")));
+        EXPECT_EQ(pay(), QStringList(u"0||0|"_s));
         addSalary("3/2/2026", "19", "Hourly");
         key(Qt::Key_Escape);
     });
-    press(QStringLiteral("cmdHistory"));
-    EXPECT_EQ(text(QStringLiteral("txtCurrPay")), QStringLiteral("$19.00"));
-    EXPECT_EQ(text(QStringLiteral("txtStartFreq")), QStringLiteral("Hourly"));
-    EXPECT_EQ(rows(QStringLiteral("SELECT StartPay FROM Employee WHERE lastname <> 'Baker'")),
+    press(u"cmdHistory"_s);
+    EXPECT_EQ(text(u"txtCurrPay"_s), u"$19.00"_s);
+    EXPECT_EQ(text(u"txtStartFreq"_s), u"Hourly"_s);
+    EXPECT_EQ(rows(u"SELECT StartPay FROM Employee WHERE lastname <> 'Baker'"_s),
               QStringList({QString(), QString()}));
 }
 
 TEST_P(Employee, IsEnteredByKeyboardAlone) {
-    expectBoxContaining(QStringLiteral("use the Employee module"), Answer::Yes);
+    expectBoxContaining(u"use the Employee module"_s, Answer::Yes);
     ASSERT_TRUE(openModule());
-    EXPECT_EQ(focusName(), QStringLiteral("txtFirstName"));
-    typeOn(QStringLiteral("Ann"));
+    EXPECT_EQ(focusName(), u"txtFirstName"_s);
+    typeOn(u"Ann"_s);
     key(Qt::Key_Tab);
-    typeOn(QStringLiteral("Baker"));
+    typeOn(u"Baker"_s);
     for (int i = 0; i < 8; ++i)
         key(Qt::Key_Tab);
-    EXPECT_EQ(focusName(), QStringLiteral("etxtPhone"));
-    typeOn(QStringLiteral("555"));
+    EXPECT_EQ(focusName(), u"etxtPhone"_s);
+    typeOn(u"555"_s);
     key(Qt::Key_M, Qt::AltModifier);
     key(Qt::Key_K, Qt::AltModifier);
-    EXPECT_EQ(focusName(), QStringLiteral("dbcShift"));
-    typeOn(QStringLiteral("n"));
+    EXPECT_EQ(focusName(), u"dbcShift"_s);
+    typeOn(u"n"_s);
     key(Qt::Key_S, Qt::AltModifier);
-    EXPECT_EQ(mode(), QStringLiteral("BROWSE"));
-    EXPECT_EQ(rows(QStringLiteral("SELECT firstname, lastname, Phone, shiftsid, EmpStatus FROM "
-                                  "Employee")),
-              QStringList(QStringLiteral("Ann|Baker|555|2|Active")));
+    EXPECT_EQ(mode(), u"BROWSE"_s);
+    EXPECT_EQ(rows(u"SELECT firstname, lastname, Phone, shiftsid, EmpStatus FROM "
+                   "Employee"_s),
+              QStringList(u"Ann|Baker|555|2|Active"_s));
 }
 
 TEST_P(Employee, NothingIsClippedUnnamedOrClashing) {
     addThree();
     ASSERT_TRUE(openModule());
     EXPECT_EQ(testsupport::gallery(form()), QStringList());
-    press(QStringLiteral("cmdNew"));
+    press(u"cmdNew"_s);
     EXPECT_EQ(testsupport::gallery(form()), QStringList());
-    expectBox(QStringLiteral("Are you sure you want to cancel?"), Answer::Yes);
-    press(QStringLiteral("cmdCancel"));
+    expectBox(u"Are you sure you want to cancel?"_s, Answer::Yes);
+    press(u"cmdCancel"_s);
 }
 
 MIRSA_BOTH_ENGINES(Employee);

@@ -1,5 +1,6 @@
 #include "core/MirsaMain.h"
 #include "platform/report/Report.h"
+#include "platform/values/Literals.h"
 #include "reporting/Screens.h"
 #include "support/Gallery.h"
 #include "support/ShopFixture.h"
@@ -20,21 +21,21 @@ class ConfigReports : public testsupport::ShopTest {
             return;
         reporting::registerScreens();
         core::shared().ProgramFolder = m_folder.path();
-        copyReport(QStringLiteral("Customers.rpt"), QStringLiteral("Our customers.rpt"));
+        copyReport(u"Customers.rpt"_s, u"Our customers.rpt"_s);
     }
     void copyReport(const QString& from, const QString& to) {
         ASSERT_TRUE(QFile::copy(QStringLiteral(MIRSA_SOURCE_DIR "/reports/") + from,
                                 m_folder.filePath(to)));
     }
     void chooseFile(int row) {
-        whenShown(QStringLiteral("frmNewReport"), [this, row] {
-            selectRow(QStringLiteral("filReport"), row);
-            press(QStringLiteral("cmdSelect"));
+        whenShown(u"frmNewReport"_s, [this, row] {
+            selectRow(u"filReport"_s, row);
+            press(u"cmdSelect"_s);
         });
     }
     QStringList catalogue(const QString& module) {
-        return rows(QStringLiteral("SELECT Name, OEM, Default FROM Reports WHERE Module = '") +
-                    module + QStringLiteral("' ORDER BY Name"));
+        return rows(u"SELECT Name, OEM, Default FROM Reports WHERE Module = '"_s + module +
+                    u"' ORDER BY Name"_s);
     }
 
     QTemporaryDir m_folder;
@@ -43,120 +44,109 @@ class ConfigReports : public testsupport::ShopTest {
 } // namespace
 
 TEST_P(ConfigReports, AReportIsImportedAfterItsChecksMadeTheDefaultAndRemoved) {
-    open(QStringLiteral("frmConfigReports"));
-    EXPECT_EQ(cells(QStringLiteral("sprReport")).size(), 1);
+    open(u"frmConfigReports"_s);
+    EXPECT_EQ(cells(u"sprReport"_s).size(), 1);
     chooseFile(0);
-    whenShown(QStringLiteral("frmImportSelected"), [this] {
-        EXPECT_EQ(text(QStringLiteral("lblRpt")), u"Our customers.rpt");
-        expectBox(QStringLiteral("You must enter a Name!"), Answer::Ok, QStringLiteral("Error!"));
-        press(QStringLiteral("cmdOK"));
-        type(QStringLiteral("txtName"), QStringLiteral("Customer List"));
-        expectBox(QStringLiteral("You must enter a Description!"), Answer::Ok,
-                  QStringLiteral("Error!"));
-        press(QStringLiteral("cmdOK"));
-        type(QStringLiteral("txtDesc"), QStringLiteral("O'Neil's own"));
-        expectBox(QStringLiteral("Customer List already exists!"));
-        press(QStringLiteral("cmdOK"));
-        type(QStringLiteral("txtName"), QStringLiteral("Bob's list"));
-        press(QStringLiteral("cmdOK"));
+    whenShown(u"frmImportSelected"_s, [this] {
+        EXPECT_EQ(text(u"lblRpt"_s), u"Our customers.rpt");
+        expectBox(u"You must enter a Name!"_s, Answer::Ok, u"Error!"_s);
+        press(u"cmdOK"_s);
+        type(u"txtName"_s, u"Customer List"_s);
+        expectBox(u"You must enter a Description!"_s, Answer::Ok, u"Error!"_s);
+        press(u"cmdOK"_s);
+        type(u"txtDesc"_s, u"O'Neil's own"_s);
+        expectBox(u"Customer List already exists!"_s);
+        press(u"cmdOK"_s);
+        type(u"txtName"_s, u"Bob's list"_s);
+        press(u"cmdOK"_s);
     });
-    press(QStringLiteral("cmdAdd"));
-    EXPECT_EQ(catalogue(QStringLiteral("Customer")),
-              (QStringList{QStringLiteral("Bob's list|0|False"),
-                           QStringLiteral("Customer List|1|True")}));
+    press(u"cmdAdd"_s);
+    EXPECT_EQ(catalogue(u"Customer"_s),
+              (QStringList{u"Bob's list|0|False"_s, u"Customer List|1|True"_s}));
 
-    const QStringList shown = cells(QStringLiteral("sprReport"));
+    const QStringList shown = cells(u"sprReport"_s);
     const int own = shown.front().startsWith(u"Bob") ? 0 : 1;
-    selectRow(QStringLiteral("sprReport"), own);
-    expectBox(QStringLiteral("Set Bob's list As Default for Customer?"), Answer::Cancel);
-    press(QStringLiteral("cmdDefault"));
-    EXPECT_TRUE(
-        catalogue(QStringLiteral("Customer")).contains(QStringLiteral("Bob's list|0|False")));
-    expectBox(QStringLiteral("Set Bob's list As Default for Customer?"), Answer::Ok);
-    press(QStringLiteral("cmdDefault"));
-    EXPECT_EQ(catalogue(QStringLiteral("Customer")),
-              (QStringList{QStringLiteral("Bob's list|0|True"),
-                           QStringLiteral("Customer List|1|False")}));
-    EXPECT_TRUE(catalogue(QStringLiteral("Vendor")).contains(QStringLiteral("Vendor List|1|True")))
+    selectRow(u"sprReport"_s, own);
+    expectBox(u"Set Bob's list As Default for Customer?"_s, Answer::Cancel);
+    press(u"cmdDefault"_s);
+    EXPECT_TRUE(catalogue(u"Customer"_s).contains(u"Bob's list|0|False"_s));
+    expectBox(u"Set Bob's list As Default for Customer?"_s, Answer::Ok);
+    press(u"cmdDefault"_s);
+    EXPECT_EQ(catalogue(u"Customer"_s),
+              (QStringList{u"Bob's list|0|True"_s, u"Customer List|1|False"_s}));
+    EXPECT_TRUE(catalogue(u"Vendor"_s).contains(u"Vendor List|1|True"_s))
         << "another type keeps its default";
 
     const auto select = [&](const QString& name) {
-        const QStringList all = cells(QStringLiteral("sprReport"));
+        const QStringList all = cells(u"sprReport"_s);
         for (int row = 0; row < all.size(); ++row) {
             if (all[row].startsWith(name))
-                selectRow(QStringLiteral("sprReport"), row);
+                selectRow(u"sprReport"_s, row);
         }
     };
-    select(QStringLiteral("Customer List"));
-    expectBox(QStringLiteral("You Cannot Delete OEM Reports!."), Answer::Ok,
-              QStringLiteral("Delete Error"));
-    press(QStringLiteral("cmdRemove"));
-    select(QStringLiteral("Bob's list"));
-    expectBox(QStringLiteral("Delete This Record?"), Answer::Ok);
-    press(QStringLiteral("cmdRemove"));
-    EXPECT_EQ(catalogue(QStringLiteral("Customer")),
-              QStringList{QStringLiteral("Customer List|1|False")});
-    EXPECT_TRUE(QFile::exists(m_folder.filePath(QStringLiteral("Our customers.rpt"))))
-        << "the file stays";
+    select(u"Customer List"_s);
+    expectBox(u"You Cannot Delete OEM Reports!."_s, Answer::Ok, u"Delete Error"_s);
+    press(u"cmdRemove"_s);
+    select(u"Bob's list"_s);
+    expectBox(u"Delete This Record?"_s, Answer::Ok);
+    press(u"cmdRemove"_s);
+    EXPECT_EQ(catalogue(u"Customer"_s), QStringList{u"Customer List|1|False"_s});
+    EXPECT_TRUE(QFile::exists(m_folder.filePath(u"Our customers.rpt"_s))) << "the file stays";
 }
 
 TEST_P(ConfigReports, AFileThatIsNoReportIsRefusedAndNothingSelectedSaysSo) {
-    QFile broken(m_folder.filePath(QStringLiteral("A broken one.rpt")));
+    QFile broken(m_folder.filePath(u"A broken one.rpt"_s));
     ASSERT_TRUE(broken.open(QIODevice::WriteOnly));
     broken.write("<report><page></report>");
     broken.close();
-    open(QStringLiteral("frmConfigReports"));
-    const QStringList before = rows(QStringLiteral("SELECT Name FROM Reports ORDER BY Name"));
+    open(u"frmConfigReports"_s);
+    const QStringList before = rows(u"SELECT Name FROM Reports ORDER BY Name"_s);
     chooseFile(0);
-    whenShown(QStringLiteral("frmImportSelected"), [this] {
-        type(QStringLiteral("txtName"), QStringLiteral("Broken"));
-        type(QStringLiteral("txtDesc"), QStringLiteral("Broken"));
-        expectBoxContaining(QStringLiteral("A broken one.rpt can't be used as a report."));
-        press(QStringLiteral("cmdOK"));
-        press(QStringLiteral("cmdCancel"));
+    whenShown(u"frmImportSelected"_s, [this] {
+        type(u"txtName"_s, u"Broken"_s);
+        type(u"txtDesc"_s, u"Broken"_s);
+        expectBoxContaining(u"A broken one.rpt can't be used as a report."_s);
+        press(u"cmdOK"_s);
+        press(u"cmdCancel"_s);
     });
-    press(QStringLiteral("cmdAdd"));
-    EXPECT_EQ(rows(QStringLiteral("SELECT Name FROM Reports ORDER BY Name")), before);
+    press(u"cmdAdd"_s);
+    EXPECT_EQ(rows(u"SELECT Name FROM Reports ORDER BY Name"_s), before);
 
-    choose(QStringLiteral("dbcRtype"), QStringLiteral("RFQ")); // no reports
-    expectBox(QStringLiteral("Nothing Selected!."), Answer::Ok, QStringLiteral("Error"));
-    press(QStringLiteral("cmdDefault"));
-    expectBox(QStringLiteral("Nothing Selected to Remove!."), Answer::Ok,
-              QStringLiteral("Selection Error"));
-    press(QStringLiteral("cmdRemove"));
+    choose(u"dbcRtype"_s, u"RFQ"_s); // no reports
+    expectBox(u"Nothing Selected!."_s, Answer::Ok, u"Error"_s);
+    press(u"cmdDefault"_s);
+    expectBox(u"Nothing Selected to Remove!."_s, Answer::Ok, u"Selection Error"_s);
+    press(u"cmdRemove"_s);
 }
 
 TEST_P(ConfigReports, BenchlineReportsStandUnderTheModulesThatBeginWithTools) {
-    database().execute(QStringLiteral(
-        "INSERT INTO Reports (Name, Description, [Module], FileName, OEM, [Default]) "
-        "VALUES ('Cutters', 'd', 'Tools Cutters', 'x.rpt', 0, True)"));
-    database().execute(QStringLiteral(
-        "INSERT INTO Reports (Name, Description, [Module], FileName, OEM, [Default]) "
-        "VALUES ('Holders', 'd', 'Tools Holders', 'y.rpt', 0, False)"));
-    open(QStringLiteral("frmConfigReports"));
-    choose(QStringLiteral("dbcRtype"), QStringLiteral("Benchline"));
-    ASSERT_EQ(rowCount(QStringLiteral("sprReport")), 2);
-    selectRow(QStringLiteral("sprReport"),
-              cells(QStringLiteral("sprReport")).front().startsWith(u"Cutters") ? 1 : 0);
-    expectBox(QStringLiteral("Set Holders As Default for Benchline?"), Answer::Ok);
-    press(QStringLiteral("cmdDefault"));
-    EXPECT_EQ(rows(QStringLiteral(
-                  "SELECT Name, Default FROM Reports WHERE Module LIKE 'Tools*' ORDER BY Name")),
-              (QStringList{QStringLiteral("Cutters|False"), QStringLiteral("Holders|True")}));
+    database().execute(
+        u"INSERT INTO Reports (Name, Description, [Module], FileName, OEM, [Default]) "
+        "VALUES ('Cutters', 'd', 'Tools Cutters', 'x.rpt', 0, True)"_s);
+    database().execute(
+        u"INSERT INTO Reports (Name, Description, [Module], FileName, OEM, [Default]) "
+        "VALUES ('Holders', 'd', 'Tools Holders', 'y.rpt', 0, False)"_s);
+    open(u"frmConfigReports"_s);
+    choose(u"dbcRtype"_s, u"Benchline"_s);
+    ASSERT_EQ(rowCount(u"sprReport"_s), 2);
+    selectRow(u"sprReport"_s, cells(u"sprReport"_s).front().startsWith(u"Cutters") ? 1 : 0);
+    expectBox(u"Set Holders As Default for Benchline?"_s, Answer::Ok);
+    press(u"cmdDefault"_s);
+    EXPECT_EQ(rows(u"SELECT Name, Default FROM Reports WHERE Module LIKE 'Tools*' ORDER BY Name"_s),
+              (QStringList{u"Cutters|False"_s, u"Holders|True"_s}));
 }
 
 TEST_P(ConfigReports, CommonReportsGoStraightToTheirFiles) {
-    copyReport(QStringLiteral("bCommands.rpt"), QStringLiteral("bCommands.rpt"));
-    copyReport(QStringLiteral("Employee_ID_Badges.rpt"), QStringLiteral("Employee_ID_Badges.rpt"));
+    copyReport(u"bCommands.rpt"_s, u"bCommands.rpt"_s);
+    copyReport(u"Employee_ID_Badges.rpt"_s, u"Employee_ID_Badges.rpt"_s);
     QStringList titles;
     report::setPreviewer([&](const std::shared_ptr<const report::Document>&,
                              const report::WindowPlacing& placing) { titles += placing.title; });
-    open(QStringLiteral("frmCreports"));
-    press(QStringLiteral("cmdPrint(0)"));
-    press(QStringLiteral("cmdPrint(1)"));
+    open(u"frmCreports"_s);
+    press(u"cmdPrint(0)"_s);
+    press(u"cmdPrint(1)"_s);
     report::setPreviewer({});
-    EXPECT_EQ(titles, (QStringList{QStringLiteral("Barcode Commands"),
-                                   QStringLiteral("Employee ID Badges")}));
+    EXPECT_EQ(titles, (QStringList{u"Barcode Commands"_s, u"Employee ID Badges"_s}));
 }
 
 MIRSA_BOTH_ENGINES(ConfigReports);

@@ -1,4 +1,5 @@
 #include "sample/Sample.h"
+#include "platform/values/Literals.h"
 
 #include "jobs/JobCosting.h"
 #include "platform/values/Numbers.h"
@@ -29,9 +30,7 @@ class Sample : public ::testing::TestWithParam<testsupport::EngineKind> {
     };
     static QStringList rows(const QString& select) { return Access::rows(db(), select); }
     static qint64 count(const char16_t* from) {
-        return db()
-            .lookup(QStringLiteral("SELECT COUNT(*) FROM ") + QString::fromUtf16(from))
-            .toLong();
+        return db().lookup(u"SELECT COUNT(*) FROM "_s + QString::fromUtf16(from)).toLong();
     }
 
   private:
@@ -57,8 +56,7 @@ QStringList everything(jet::Database& database) {
     };
     QStringList lines;
     for (const jet::Table& table : database.schema().tables()) {
-        QStringList rows =
-            Access::rows(database, QStringLiteral("SELECT * FROM [%1]").arg(table.name));
+        QStringList rows = Access::rows(database, u"SELECT * FROM [%1]"_s.arg(table.name));
         rows.sort();
         lines << table.name << rows;
     }
@@ -104,24 +102,22 @@ TEST_P(Sample, childrenHaveTheirParents) {
     for (const Link& link : links) {
         const QString child = QString::fromUtf16(link.child);
         const QString where = QString::fromUtf16(link.where);
-        const QString condition = where.isEmpty() ? QString() : where + QStringLiteral(" AND ");
+        const QString condition = where.isEmpty() ? QString() : where + u" AND "_s;
         ASSERT_GT(count(link.child), 0) << child.toStdString();
-        EXPECT_EQ(
-            rows(QStringLiteral("SELECT %1.%2 FROM %1 WHERE %5%1.%2 NOT IN (SELECT p.%4 "
-                                "FROM %3 AS p WHERE p.%4 IS NOT NULL)")
-                     .arg(child, QString::fromUtf16(link.column), QString::fromUtf16(link.parent),
-                          QString::fromUtf16(link.key), condition)),
-            QStringList())
+        EXPECT_EQ(rows(u"SELECT %1.%2 FROM %1 WHERE %5%1.%2 NOT IN (SELECT p.%4 "
+                       "FROM %3 AS p WHERE p.%4 IS NOT NULL)"_s.arg(
+                           child, QString::fromUtf16(link.column), QString::fromUtf16(link.parent),
+                           QString::fromUtf16(link.key), condition)),
+                  QStringList())
             << child.toStdString();
     }
 }
 
 // The figures on the rows are those that the roll-up gives.
 TEST_P(Sample, rollingUpCostsChangesNothing) {
-    const QString jobs = QStringLiteral(
-        "SELECT JobNo, JobShopCost, TotalHours, InvoiceTotal FROM Job ORDER BY JobNo");
-    const QString hours =
-        QStringLiteral("SELECT JobNo, OperNo, OperTime_Amount FROM JobOper ORDER BY ID");
+    const QString jobs =
+        u"SELECT JobNo, JobShopCost, TotalHours, InvoiceTotal FROM Job ORDER BY JobNo"_s;
+    const QString hours = u"SELECT JobNo, OperNo, OperTime_Amount FROM JobOper ORDER BY ID"_s;
     const QStringList jobsBefore = rows(jobs), hoursBefore = rows(hours);
     for (const QString& row : jobsBefore)
         jobs::UpdateJobCost(db(), row.section(u'|', 0, 0).toLongLong());
@@ -146,27 +142,25 @@ TEST_P(Sample, rollingUpCostsChangesNothing) {
 // Of every job: what the roll-up stores, what the job screen computes from its rows, and what one
 // select finds in the time log and the routing.
 TEST_P(Sample, jobsAreWhatTheirRowsCost) {
-    const QString booked = QStringLiteral(
-        " FROM (Timelog AS t INNER JOIN JobOper AS o ON (t.JobNo = o.JobNo) AND (t.OperNo = "
+    const QString booked =
+        u" FROM (Timelog AS t INNER JOIN JobOper AS o ON (t.JobNo = o.JobNo) AND (t.OperNo = "
         "o.OperNo)) INNER JOIN Operation AS p ON t.OperNo = p.OperNo WHERE p.OperType = 'I' AND "
-        "t.JobNo = j.JobNo)");
+        "t.JobNo = j.JobNo)"_s;
     jet::Recordset jobs = db().openRecordset(
-        QStringLiteral("SELECT j.*, (SELECT SUM(t.AccumTime * IIf(j.OneShopRate, j.JobShopRate, "
-                       "o.OperShopRate))%1 AS inhouse, (SELECT SUM(t.AccumTime)%1 AS hours, "
-                       "(SELECT SUM(o.OperTime_Amount) FROM JobOper AS o INNER JOIN Operation AS p "
-                       "ON o.OperNo = p.OperNo WHERE p.OperType = 'C' AND o.JobNo = j.JobNo) AS "
-                       "outside, (SELECT SUM(m.CostAmount) FROM JobMiscCost AS m WHERE m.JobNo = "
-                       "j.JobNo) AS fixed FROM Job AS j ORDER BY j.JobNo")
-            .arg(booked),
+        u"SELECT j.*, (SELECT SUM(t.AccumTime * IIf(j.OneShopRate, j.JobShopRate, "
+        "o.OperShopRate))%1 AS inhouse, (SELECT SUM(t.AccumTime)%1 AS hours, "
+        "(SELECT SUM(o.OperTime_Amount) FROM JobOper AS o INNER JOIN Operation AS p "
+        "ON o.OperNo = p.OperNo WHERE p.OperType = 'C' AND o.JobNo = j.JobNo) AS "
+        "outside, (SELECT SUM(m.CostAmount) FROM JobMiscCost AS m WHERE m.JobNo = "
+        "j.JobNo) AS fixed FROM Job AS j ORDER BY j.JobNo"_s.arg(booked),
         jet::RecordsetType::Snapshot);
     int worked = 0;
     for (; !jobs.eof(); jobs.moveNext()) {
         const qint64 jobNo = jobs[u"JobNo"].toLong();
         SCOPED_TRACE(testing::Message() << "job " << jobNo);
         jobs::UpdateJobCost(db(), jobNo);
-        const jet::Recordset stored =
-            db().openRecordset(QStringLiteral("SELECT * FROM Job WHERE JobNo = %1").arg(jobNo),
-                               jet::RecordsetType::Snapshot);
+        const jet::Recordset stored = db().openRecordset(
+            u"SELECT * FROM Job WHERE JobNo = %1"_s.arg(jobNo), jet::RecordsetType::Snapshot);
         const qint64 quantity = jobs[u"Quantity"].toLong();
         const double hours = jobs[u"hours"].toDouble();
         const double each = (jobs[u"inhouse"].toDouble() + jobs[u"outside"].toDouble() +
@@ -194,24 +188,24 @@ TEST_P(Sample, jobsAreWhatTheirRowsCost) {
 
 TEST_P(Sample, estimatesAreWhatTheirRowsCost) {
     QHash<QString, double> cost;
-    for (const QString& row : rows(QStringLiteral(
-             "SELECT e.EstNo, o.OperTime_Amount, o.OperShopRate, e.EstShopRate, "
-             "IIf(e.OneShopRate = true, 1, 0) AS one, p.OperType FROM (Estimate AS e INNER JOIN "
-             "EstOper AS o ON e.EstNo = o.EstNo) INNER JOIN Operation AS p ON o.OperNo = "
-             "p.OperNo"))) {
+    for (const QString& row :
+         rows(u"SELECT e.EstNo, o.OperTime_Amount, o.OperShopRate, e.EstShopRate, "
+              "IIf(e.OneShopRate = true, 1, 0) AS one, p.OperType FROM (Estimate AS e INNER JOIN "
+              "EstOper AS o ON e.EstNo = o.EstNo) INNER JOIN Operation AS p ON o.OperNo = "
+              "p.OperNo"_s)) {
         const QStringList f = row.split(u'|');
         cost[f[0]] +=
             f[5] == u"I" ? number(f[1]) * number(f[4] == u"1" ? f[3] : f[2]) : number(f[1]);
     }
     for (const QString& row :
-         rows(QStringLiteral("SELECT EstNo, UnitPrice, Quantity, CostAmount FROM EstMiscCost"))) {
+         rows(u"SELECT EstNo, UnitPrice, Quantity, CostAmount FROM EstMiscCost"_s)) {
         const QStringList f = row.split(u'|');
         EXPECT_NEAR(number(f[3]), number(f[1]) * number(f[2]), 0.00006) << row.toStdString();
         cost[f[0]] += number(f[3]);
     }
-    const QStringList estimates = rows(QStringLiteral(
-        "SELECT EstNo, Quantity, QtyPriceA, QtyPriceB, QtyDiscountB, QtyQPB, QtyBreakB, QtyTotalB, "
-        "QtyBreakA FROM Estimate"));
+    const QStringList estimates = rows(u"SELECT EstNo, Quantity, QtyPriceA, QtyPriceB, "
+                                       u"QtyDiscountB, QtyQPB, QtyBreakB, QtyTotalB, "
+                                       "QtyBreakA FROM Estimate"_s);
     ASSERT_GT(estimates.size(), 100);
     for (const QString& row : estimates) {
         const QStringList f = row.split(u'|');
@@ -230,10 +224,10 @@ TEST_P(Sample, theFloorsRowsKeepItsRules) {
     std::map<QString, std::vector<Stretch>> byEmployee;
     const jet::Recordset rs = [] {
         return db().openRecordset(
-            QStringLiteral("SELECT t.EmpID, t.JobNo, t.AccumTime, t.Status, t.StartDate, "
-                           "t.SuspDate, t.FinishDate, t.PartsQty, s.EmpID AS SignEmp, s.Sign_in, "
-                           "s.Sign_out, o.OperType FROM (Timelog AS t INNER JOIN Sign_in AS s ON "
-                           "t.SignID = s.ID) INNER JOIN Operation AS o ON t.OperNo = o.OperNo"),
+            u"SELECT t.EmpID, t.JobNo, t.AccumTime, t.Status, t.StartDate, "
+            "t.SuspDate, t.FinishDate, t.PartsQty, s.EmpID AS SignEmp, s.Sign_in, "
+            "s.Sign_out, o.OperType FROM (Timelog AS t INNER JOIN Sign_in AS s ON "
+            "t.SignID = s.ID) INNER JOIN Operation AS o ON t.OperNo = o.OperNo"_s,
             jet::RecordsetType::Snapshot);
     }();
     ASSERT_EQ(rs.recordCount(), count(u"Timelog"));
@@ -271,9 +265,8 @@ TEST_P(Sample, theFloorsRowsKeepItsRules) {
         for (std::size_t i = 1; i < stretches.size(); ++i)
             EXPECT_LE(stretches[i - 1].end, stretches[i].begin) << employee.toStdString();
     }
-    EXPECT_EQ(
-        rows(QStringLiteral("SELECT EmpID FROM Sign_in WHERE Sign_out IS NULL ORDER BY EmpID")),
-        rows(QStringLiteral("SELECT EmpID FROM Employee WHERE SignedIn = True ORDER BY EmpID")));
+    EXPECT_EQ(rows(u"SELECT EmpID FROM Sign_in WHERE Sign_out IS NULL ORDER BY EmpID"_s),
+              rows(u"SELECT EmpID FROM Employee WHERE SignedIn = True ORDER BY EmpID"_s));
     EXPECT_EQ(count(u"JobOper WHERE Status = 'F' AND OperTime_Amount = 0"), 0);
     EXPECT_EQ(count(u"JobOper WHERE JobNo IN (SELECT JobNo FROM Job WHERE Shipped = True) AND "
                     u"Status = 'D'"),
@@ -281,12 +274,11 @@ TEST_P(Sample, theFloorsRowsKeepItsRules) {
 }
 
 TEST_P(Sample, purchasesAgreeWithTheirReceipts) {
-    EXPECT_EQ(
-        rows(QStringLiteral("SELECT POItem.ID FROM POItem LEFT JOIN POReceived ON POItem.ID = "
-                            "POReceived.ItemID GROUP BY POItem.ID, POItem.ReceivedQuantity "
-                            "HAVING POItem.ReceivedQuantity > 0 AND "
-                            "SUM(POReceived.QtyRecvd) <> POItem.ReceivedQuantity")),
-        QStringList());
+    EXPECT_EQ(rows(u"SELECT POItem.ID FROM POItem LEFT JOIN POReceived ON POItem.ID = "
+                   "POReceived.ItemID GROUP BY POItem.ID, POItem.ReceivedQuantity "
+                   "HAVING POItem.ReceivedQuantity > 0 AND "
+                   "SUM(POReceived.QtyRecvd) <> POItem.ReceivedQuantity"_s),
+              QStringList());
     EXPECT_EQ(count(u"POItem WHERE ReceivedQuantity > Quantity"), 0);
     EXPECT_EQ(count(u"PO WHERE Active = False AND PONumber IN (SELECT PONumber FROM POItem WHERE "
                     u"ReceivedQuantity < Quantity)"),
@@ -295,63 +287,61 @@ TEST_P(Sample, purchasesAgreeWithTheirReceipts) {
                     u"WHERE ReceivedQuantity < Quantity)"),
               0);
     EXPECT_EQ(count(u"JobShip") > 0, true);
-    EXPECT_EQ(rows(QStringLiteral("SELECT Job.JobNo FROM Job INNER JOIN JobShip ON Job.JobNo = "
-                                  "JobShip.JobNo GROUP BY Job.JobNo, Job.Quantity HAVING "
-                                  "SUM(JobShip.Quantity) <> Job.Quantity")),
+    EXPECT_EQ(rows(u"SELECT Job.JobNo FROM Job INNER JOIN JobShip ON Job.JobNo = "
+                   "JobShip.JobNo GROUP BY Job.JobNo, Job.Quantity HAVING "
+                   "SUM(JobShip.Quantity) <> Job.Quantity"_s),
               QStringList());
 }
 
 TEST_P(Sample, awkwardCasesAreInIt) {
-    const QString today = QStringLiteral("#03/02/2026#");
+    const QString today = u"#03/02/2026#"_s;
     const std::vector<QString> wanted = {
-        QStringLiteral("Job WHERE Shipped = False AND JobDueDate < ") + today,
-        QStringLiteral("Job WHERE Shipped = True"),
-        QStringLiteral("Job WHERE EstNo = 0"),
-        QStringLiteral("Job WHERE EstNo IS NULL"),
-        QStringLiteral("Job WHERE AssemblyJobNo > 0"),
-        QStringLiteral("JobOper WHERE Status = 'D'"),
-        QStringLiteral("JobOper WHERE Status = ' '"),
-        QStringLiteral("JobShip WHERE JobNo NOT IN (SELECT JobNo FROM Job)"),
-        QStringLiteral("JobOperSchedule WHERE JobNo NOT IN (SELECT JobNo FROM Job)"),
-        QStringLiteral("Timelog WHERE JobNo IS NULL"),
-        QStringLiteral("Timelog WHERE JobNo = 0"),
-        QStringLiteral("Customer WHERE company LIKE '*''*'"),
-        QStringLiteral("Customer WHERE company = 'd''amico präzision'"),
-        QStringLiteral("Customer WHERE Custid NOT IN (SELECT CustID FROM Job) AND Custid NOT IN "
-                       "(SELECT CustID FROM Estimate)"),
-        QStringLiteral("Estimate WHERE EstNo NOT IN (SELECT EstNo FROM Job WHERE EstNo IS NOT "
-                       "NULL)"),
-        QStringLiteral("POItem WHERE ReceivedQuantity > 0 AND ReceivedQuantity < Quantity"),
-        QStringLiteral("PO WHERE Active = True"),
-        QStringLiteral("Employee WHERE EmpStatus = 'Terminated'"),
-        QStringLiteral("Vendor WHERE cotr = True"),
+        u"Job WHERE Shipped = False AND JobDueDate < "_s + today,
+        u"Job WHERE Shipped = True"_s,
+        u"Job WHERE EstNo = 0"_s,
+        u"Job WHERE EstNo IS NULL"_s,
+        u"Job WHERE AssemblyJobNo > 0"_s,
+        u"JobOper WHERE Status = 'D'"_s,
+        u"JobOper WHERE Status = ' '"_s,
+        u"JobShip WHERE JobNo NOT IN (SELECT JobNo FROM Job)"_s,
+        u"JobOperSchedule WHERE JobNo NOT IN (SELECT JobNo FROM Job)"_s,
+        u"Timelog WHERE JobNo IS NULL"_s,
+        u"Timelog WHERE JobNo = 0"_s,
+        u"Customer WHERE company LIKE '*''*'"_s,
+        u"Customer WHERE company = 'd''amico präzision'"_s,
+        u"Customer WHERE Custid NOT IN (SELECT CustID FROM Job) AND Custid NOT IN "
+        "(SELECT CustID FROM Estimate)"_s,
+        u"Estimate WHERE EstNo NOT IN (SELECT EstNo FROM Job WHERE EstNo IS NOT "
+        "NULL)"_s,
+        u"POItem WHERE ReceivedQuantity > 0 AND ReceivedQuantity < Quantity"_s,
+        u"PO WHERE Active = True"_s,
+        u"Employee WHERE EmpStatus = 'Terminated'"_s,
+        u"Vendor WHERE cotr = True"_s,
     };
     for (const QString& from : wanted)
-        EXPECT_GT(db().lookup(QStringLiteral("SELECT COUNT(*) FROM ") + from).toLong(), 0)
-            << from.toStdString();
-    EXPECT_FALSE(rows(QStringLiteral("SELECT EstNo FROM Job WHERE EstNo > 0 GROUP BY EstNo HAVING "
-                                     "COUNT(*) > 1"))
+        EXPECT_GT(db().lookup(u"SELECT COUNT(*) FROM "_s + from).toLong(), 0) << from.toStdString();
+    EXPECT_FALSE(rows(u"SELECT EstNo FROM Job WHERE EstNo > 0 GROUP BY EstNo HAVING "
+                      "COUNT(*) > 1"_s)
                      .isEmpty());
     for (const auto* numbered :
          {u"JobNo) FROM Job", u"EstNo) FROM Estimate", u"Custid) FROM Customer"}) {
         const QString text = QString::fromUtf16(numbered);
-        EXPECT_GT(db().lookup(QStringLiteral("SELECT MAX(") + text).toLong(),
-                  db().lookup(QStringLiteral("SELECT COUNT(") + text).toLong())
+        EXPECT_GT(db().lookup(u"SELECT MAX("_s + text).toLong(),
+                  db().lookup(u"SELECT COUNT("_s + text).toLong())
             << text.toStdString();
     }
     qsizetype longest = 0;
-    for (const QString& note : rows(QStringLiteral("SELECT JobNotes FROM Job")))
+    for (const QString& note : rows(u"SELECT JobNotes FROM Job"_s))
         longest = std::max(longest, note.size());
     EXPECT_GT(longest, 4000);
     EXPECT_EQ(count(u"Job WHERE Quantity < 1 OR JobDateIn > #03/02/2026#"), 0);
     // Rights: the office sees prices through its group, the floor doesn't.
     const auto seesMoney = [](const char16_t* user) {
         return db().hasRows(
-            QStringLiteral("SELECT a.securitycode FROM (securityobjects a INNER JOIN "
-                           "securitygroups b ON a.objectid = b.objectid) INNER JOIN "
-                           "Users u ON b.groupid = u.usergroupid WHERE u.UserID = "
-                           "'%1' AND a.securitycode = 'ShowDollar'")
-                .arg(QString::fromUtf16(user)));
+            u"SELECT a.securitycode FROM (securityobjects a INNER JOIN "
+            "securitygroups b ON a.objectid = b.objectid) INNER JOIN "
+            "Users u ON b.groupid = u.usergroupid WHERE u.UserID = "
+            "'%1' AND a.securitycode = 'ShowDollar'"_s.arg(QString::fromUtf16(user)));
     };
     EXPECT_TRUE(seesMoney(u"planner"));
     EXPECT_FALSE(seesMoney(u"floor"));
@@ -373,8 +363,8 @@ TEST(SampleRuns, theSameOptionsGiveTheSameRows) {
 TEST(SampleRuns, aFailureLeavesNothingBehind) {
     testsupport::TestDatabase shop(testsupport::EngineKind::File,
                                    testsupport::TestDatabase::Contents::Shop);
-    shop.database().execute(QStringLiteral("DROP TABLE SpareParts"));
+    shop.database().execute(u"DROP TABLE SpareParts"_s);
     EXPECT_THROW(sample::fill(shop.database(), {1, 10, QDate(2026, 3, 2)}), jet::Error);
-    EXPECT_FALSE(shop.database().hasRows(QStringLiteral("SELECT JobNo FROM Job")));
-    EXPECT_FALSE(shop.database().hasRows(QStringLiteral("SELECT OperNo FROM Operation")));
+    EXPECT_FALSE(shop.database().hasRows(u"SELECT JobNo FROM Job"_s));
+    EXPECT_FALSE(shop.database().hasRows(u"SELECT OperNo FROM Operation"_s));
 }

@@ -1,4 +1,5 @@
 #include "platform/jet/Location.h"
+#include "platform/values/Literals.h"
 #include "support/DatabaseFixture.h"
 
 #include <QDir>
@@ -38,22 +39,20 @@ INSTANTIATE_TEST_SUITE_P(OnAServer, SetupProgram,
 
 TEST(SetupProgramOnFiles, makesAFolderOnceAndFillsItOnce) {
     QTemporaryDir temporary;
-    const QString folder = temporary.filePath(QStringLiteral("new shop"));
-    const QString path = folder + QStringLiteral("/Mirsa.mdb");
-    EXPECT_EQ(run({QStringLiteral("upgrade"), folder}).code, 1);
-    const Answer made = run({QStringLiteral("new"), folder});
+    const QString folder = temporary.filePath(u"new shop"_s);
+    const QString path = folder + u"/Mirsa.mdb"_s;
+    EXPECT_EQ(run({u"upgrade"_s, folder}).code, 1);
+    const Answer made = run({u"new"_s, folder});
     ASSERT_EQ(made.code, 0) << made.err.toStdString();
-    EXPECT_EQ(QDir(folder).entryList(QDir::Files), QStringList{QStringLiteral("Mirsa.mdb")});
+    EXPECT_EQ(QDir(folder).entryList(QDir::Files), QStringList{u"Mirsa.mdb"_s});
 
-    const Answer filled =
-        run({QStringLiteral("sample"), folder, QStringLiteral("--years"), QStringLiteral("1"),
-             QStringLiteral("--jobs"), QStringLiteral("30")});
+    const Answer filled = run({u"sample"_s, folder, u"--years"_s, u"1"_s, u"--jobs"_s, u"30"_s});
     ASSERT_EQ(filled.code, 0) << filled.err.toStdString();
     EXPECT_TRUE(filled.out.contains(u"30 jobs")) << filled.out.toStdString();
 
     const QByteArray before = contents(path);
-    for (const QStringList& words : {QStringList{QStringLiteral("new"), folder},
-                                     QStringList{QStringLiteral("sample"), folder}}) {
+    for (const QStringList& words :
+         {QStringList{u"new"_s, folder}, QStringList{u"sample"_s, folder}}) {
         const Answer refused = run(words);
         EXPECT_EQ(refused.code, 1);
         EXPECT_FALSE(refused.err.isEmpty());
@@ -64,51 +63,45 @@ TEST(SetupProgramOnFiles, makesAFolderOnceAndFillsItOnce) {
 TEST(SetupProgramOnFiles, tellsWhatItTakes) {
     QTemporaryDir folder;
     EXPECT_EQ(run({}).code, 2);
-    EXPECT_EQ(run({QStringLiteral("remove"), folder.path()}).code, 2);
-    EXPECT_EQ(run({QStringLiteral("new"), folder.path(), QStringLiteral("twice")}).code, 2);
-    EXPECT_EQ(run({QStringLiteral("--help")}).code, 0);
-    ASSERT_EQ(run({QStringLiteral("new"), folder.path()}).code, 0);
+    EXPECT_EQ(run({u"remove"_s, folder.path()}).code, 2);
+    EXPECT_EQ(run({u"new"_s, folder.path(), u"twice"_s}).code, 2);
+    EXPECT_EQ(run({u"--help"_s}).code, 0);
+    ASSERT_EQ(run({u"new"_s, folder.path()}).code, 0);
     for (const QStringList& options :
-         {QStringList{QStringLiteral("--jobs"), QStringLiteral("many")},
-          QStringList{QStringLiteral("--jobs")},
-          QStringList{QStringLiteral("--job"), QStringLiteral("5")},
-          QStringList{QStringLiteral("--years"), QStringLiteral("0")}}) {
-        const Answer answer = run(QStringList{QStringLiteral("sample"), folder.path()} + options);
+         {QStringList{u"--jobs"_s, u"many"_s}, QStringList{u"--jobs"_s},
+          QStringList{u"--job"_s, u"5"_s}, QStringList{u"--years"_s, u"0"_s}}) {
+        const Answer answer = run(QStringList{u"sample"_s, folder.path()} + options);
         EXPECT_NE(answer.code, 0) << options.join(u' ').toStdString();
         EXPECT_FALSE(answer.err.isEmpty());
     }
-    QFile broken(folder.filePath(QStringLiteral("Mirsa.mdb")));
+    QFile broken(folder.filePath(u"Mirsa.mdb"_s));
     ASSERT_TRUE(broken.open(QIODevice::WriteOnly | QIODevice::Truncate));
     broken.write("This is no database, whatever its name says. It is a letter to the customer.");
     broken.close();
-    EXPECT_EQ(run({QStringLiteral("upgrade"), folder.path()}).code, 1);
+    EXPECT_EQ(run({u"upgrade"_s, folder.path()}).code, 1);
 }
 
 TEST_P(SetupProgram, setsUpAServerOnceAndThenOnlyConnects) {
     QTemporaryDir first, second;
     const QString uri = testDatabase().location();
-    const Answer made = run({QStringLiteral("server"), uri, first.path()});
+    const Answer made = run({u"server"_s, uri, first.path()});
     ASSERT_EQ(made.code, 0) << made.err.toStdString();
     {
         const auto database = jet::openProgramFolder(first.path());
         EXPECT_TRUE(database->isServer());
-        EXPECT_EQ(rows(*database, QStringLiteral("SELECT UserID FROM Users")),
-                  QStringList{QStringLiteral("Admin")});
-        database->execute(QStringLiteral("INSERT INTO Customer (company) VALUES ('Kestrel Tool')"));
+        EXPECT_EQ(rows(*database, u"SELECT UserID FROM Users"_s), QStringList{u"Admin"_s});
+        database->execute(u"INSERT INTO Customer (company) VALUES ('Kestrel Tool')"_s);
     }
-    EXPECT_EQ(run({QStringLiteral("server"), uri, first.path()}).code, 1);
-    const Answer joined = run({QStringLiteral("server"), uri, second.path()});
+    EXPECT_EQ(run({u"server"_s, uri, first.path()}).code, 1);
+    const Answer joined = run({u"server"_s, uri, second.path()});
     ASSERT_EQ(joined.code, 0) << joined.err.toStdString();
     const auto database = jet::openProgramFolder(second.path());
-    EXPECT_EQ(rows(*database, QStringLiteral("SELECT company FROM Customer")),
-              QStringList{QStringLiteral("Kestrel Tool")});
-    EXPECT_EQ(rows(*database, QStringLiteral("SELECT UserID FROM Users")),
-              QStringList{QStringLiteral("Admin")});
+    EXPECT_EQ(rows(*database, u"SELECT company FROM Customer"_s), QStringList{u"Kestrel Tool"_s});
+    EXPECT_EQ(rows(*database, u"SELECT UserID FROM Users"_s), QStringList{u"Admin"_s});
 
     QTemporaryDir third;
     const Answer nowhere =
-        run({QStringLiteral("server"), QStringLiteral("postgresql://nobody@127.0.0.1:1/none"),
-             third.path()});
+        run({u"server"_s, u"postgresql://nobody@127.0.0.1:1/none"_s, third.path()});
     EXPECT_EQ(nowhere.code, 1);
-    EXPECT_FALSE(QFile::exists(third.filePath(QStringLiteral("Mirsa.server"))));
+    EXPECT_FALSE(QFile::exists(third.filePath(u"Mirsa.server"_s)));
 }

@@ -1,6 +1,7 @@
 #include "setup/Setup.h"
 #include "core/MainMenu.h"
 #include "platform/jet/Translate.h"
+#include "platform/values/Literals.h"
 #include "support/DatabaseFixture.h"
 
 #include <QFile>
@@ -64,12 +65,11 @@ TEST_P(Setup, numbersAreNeverGivenTwice) {
           Counter{u"JobOperSchedule", u"ID", u"JobNo"}, Counter{u"POItem", u"ID", u"PONumber"}}) {
         const QString name = QString::fromUtf16(table);
         const QString insert =
-            QStringLiteral("INSERT INTO %1 (%2) VALUES (1)").arg(name, QString::fromUtf16(filled));
+            u"INSERT INTO %1 (%2) VALUES (1)"_s.arg(name, QString::fromUtf16(filled));
         db().execute(insert);
         const qint64 first = db().lastCounter();
-        db().execute(QStringLiteral("DELETE FROM %1 WHERE %2 = %3")
-                         .arg(name, QString::fromUtf16(key))
-                         .arg(first));
+        db().execute(
+            u"DELETE FROM %1 WHERE %2 = %3"_s.arg(name, QString::fromUtf16(key)).arg(first));
         const auto other = station();
         other->execute(insert);
         EXPECT_GT(other->lastCounter(), first) << name.toStdString();
@@ -78,37 +78,34 @@ TEST_P(Setup, numbersAreNeverGivenTwice) {
 
 TEST_P(Setup, leftOutColumnsTakeWhatTheirReadersExpect) {
     execute(u"INSERT INTO Users (UserID, username, password) VALUES ('new', 'N', 'p')");
-    EXPECT_EQ(rows(QStringLiteral("SELECT usergroupid FROM Users WHERE UserID = 'new'")),
-              QStringList{QStringLiteral("0")});
+    EXPECT_EQ(rows(u"SELECT usergroupid FROM Users WHERE UserID = 'new'"_s), QStringList{u"0"_s});
     execute(u"INSERT INTO Terms (description, netdue) VALUES ('Net 90', 90)");
-    EXPECT_EQ(rows(QStringLiteral("SELECT QBSent FROM Terms WHERE description = 'net 90'")),
-              QStringList{QStringLiteral("0")});
+    EXPECT_EQ(rows(u"SELECT QBSent FROM Terms WHERE description = 'net 90'"_s),
+              QStringList{u"0"_s});
     execute(u"INSERT INTO JobOperNote (JobNo, SeqNo, OperNotes) VALUES (5, 1, 'n')");
-    EXPECT_TRUE(db().hasRows(QStringLiteral("SELECT ID FROM JobOperNote WHERE ID = 0")));
+    EXPECT_TRUE(db().hasRows(u"SELECT ID FROM JobOperNote WHERE ID = 0"_s));
     execute(u"INSERT INTO POItem (PONumber) VALUES (3)");
-    EXPECT_TRUE(db().hasRows(
-        QStringLiteral("SELECT ID FROM POItem WHERE ReceivedQuantity < 1 AND Job = 0")));
+    EXPECT_TRUE(db().hasRows(u"SELECT ID FROM POItem WHERE ReceivedQuantity < 1 AND Job = 0"_s));
     execute(u"INSERT INTO Job (CustID) VALUES (3)");
-    EXPECT_TRUE(db().hasRows(
-        QStringLiteral("SELECT JobNo FROM Job WHERE Shipped = False AND OrderRequired = False "
-                       "AND ScheduleZoom IS NULL AND SchedulePeriod IS NULL")));
+    EXPECT_TRUE(
+        db().hasRows(u"SELECT JobNo FROM Job WHERE Shipped = False AND OrderRequired = False "
+                     "AND ScheduleZoom IS NULL AND SchedulePeriod IS NULL"_s));
     execute(u"INSERT INTO Timelog (EmpID, Status) VALUES (1, '0')");
-    EXPECT_TRUE(db().hasRows(QStringLiteral("SELECT ID FROM Timelog WHERE JobNo IS NULL")));
+    EXPECT_TRUE(db().hasRows(u"SELECT ID FROM Timelog WHERE JobNo IS NULL"_s));
 }
 
 TEST_P(Setup, rightsNameMenusOfTheShell) {
     const QStringList menus = core::menuNames();
     QSet<QString> securable;
     for (const QString& code :
-         rows(QStringLiteral("SELECT securitycode FROM SecurityObjects ORDER BY displayorder"))) {
+         rows(u"SELECT securitycode FROM SecurityObjects ORDER BY displayorder"_s)) {
         EXPECT_TRUE(code == u"ShowDollar" || menus.contains(code)) << code.toStdString();
         EXPECT_FALSE(securable.contains(code)) << code.toStdString();
         securable.insert(code);
     }
     // What anybody may do without a right: log in, leave, edit, arrange windows, get help.
-    static const QStringList open = {QStringLiteral("mnuFile"), QStringLiteral("mnuEdit"),
-                                     QStringLiteral("mnuTools"), QStringLiteral("mnuWindow"),
-                                     QStringLiteral("mnuHelp")};
+    static const QStringList open = {u"mnuFile"_s, u"mnuEdit"_s, u"mnuTools"_s, u"mnuWindow"_s,
+                                     u"mnuHelp"_s};
     for (const core::MenuEntry& menu : core::mainMenu()) {
         if (open.contains(menu.name))
             continue;
@@ -123,9 +120,8 @@ TEST_P(Setup, rightsNameMenusOfTheShell) {
 
 TEST_P(Setup, deliveredReportsHaveTheirFilesAndOneDefaultEach) {
     QHash<QString, int> defaults;
-    for (const QString& row :
-         rows(QStringLiteral("SELECT Module, FileName, IIf([Default] = true, 1, 0) AS d "
-                             "FROM Reports WHERE OEM = 1"))) {
+    for (const QString& row : rows(u"SELECT Module, FileName, IIf([Default] = true, 1, 0) AS d "
+                                   "FROM Reports WHERE OEM = 1"_s)) {
         const QStringList fields = row.split(u'|');
         EXPECT_TRUE(QFile::exists(QStringLiteral(MIRSA_SOURCE_DIR "/reports/") + fields[1]))
             << fields[1].toStdString();
@@ -137,12 +133,11 @@ TEST_P(Setup, deliveredReportsHaveTheirFilesAndOneDefaultEach) {
 }
 
 TEST_P(Setup, theAdministratorSignsInWithOneRowOfSettings) {
-    EXPECT_TRUE(db().hasRows(QStringLiteral(
-        "SELECT ID, userGroupID FROM Users WHERE password = 'bolts' AND UserID = 'ADMIN'")));
-    EXPECT_EQ(rows(QStringLiteral("SELECT COUNT(*) FROM SystemSettings")),
-              QStringList{QStringLiteral("1")});
-    EXPECT_EQ(rows(QStringLiteral("SELECT Code FROM LineItemType WHERE Code IN "
-                                  "('Overhead', 'Estimate', 'Job', 'Stock')"))
+    EXPECT_TRUE(db().hasRows(
+        u"SELECT ID, userGroupID FROM Users WHERE password = 'bolts' AND UserID = 'ADMIN'"_s));
+    EXPECT_EQ(rows(u"SELECT COUNT(*) FROM SystemSettings"_s), QStringList{u"1"_s});
+    EXPECT_EQ(rows(u"SELECT Code FROM LineItemType WHERE Code IN "
+                   "('Overhead', 'Estimate', 'Job', 'Stock')"_s)
                   .size(),
               4);
 }
@@ -184,5 +179,5 @@ TEST_P(OlderDatabase, anUpgradeAddsWhatIsMissingAndLosesNothing) {
     EXPECT_EQ(rowsOf(u"SELECT objectid FROM SecurityObjects GROUP BY objectid HAVING COUNT(*) > 1"),
               u"");
     EXPECT_EQ(rowsOf(u"SELECT Name FROM Reports WHERE FileName = 'Job_Report.rpt'"), u"Ours");
-    again->execute(QStringLiteral("INSERT INTO RfqNotes (CustID, RFQNo) VALUES (1, 'RFQ-1')"));
+    again->execute(u"INSERT INTO RfqNotes (CustID, RFQNo) VALUES (1, 'RFQ-1')"_s);
 }

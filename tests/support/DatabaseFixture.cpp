@@ -1,5 +1,6 @@
 #include "support/DatabaseFixture.h"
 
+#include "platform/values/Literals.h"
 #include "setup/Setup.h"
 
 #include <QCoreApplication>
@@ -24,7 +25,7 @@ QString uriOf(const QString& database) {
 
 QString freshName() {
     static int count = 0;
-    return QStringLiteral("mirsa_test_%1_%2").arg(QCoreApplication::applicationPid()).arg(++count);
+    return u"mirsa_test_%1_%2"_s.arg(QCoreApplication::applicationPid()).arg(++count);
 }
 
 /// The delivered shop, made once for a run and copied from then on.
@@ -40,18 +41,18 @@ class Template {
     }
     ~Template() {
         if (m_kind == EngineKind::Server)
-            onTestServer(QStringLiteral("DROP DATABASE IF EXISTS %1").arg(m_location));
+            onTestServer(u"DROP DATABASE IF EXISTS %1"_s.arg(m_location));
     }
 
   private:
     explicit Template(EngineKind kind) : m_kind(kind) {
         std::unique_ptr<jet::Database> database;
         if (kind == EngineKind::File) {
-            m_location = m_folder.filePath(QStringLiteral("Shop.mdb"));
+            m_location = m_folder.filePath(u"Shop.mdb"_s);
             database = jet::Database::createFile(m_location);
         } else {
             m_location = freshName();
-            onTestServer(QStringLiteral("CREATE DATABASE %1 TEMPLATE template0").arg(m_location));
+            onTestServer(u"CREATE DATABASE %1 TEMPLATE template0"_s.arg(m_location));
             database = jet::Database::openServer(uriOf(m_location));
         }
         setup::install(*database);
@@ -81,16 +82,16 @@ bool TestDatabase::hasServer() {
 TestDatabase::TestDatabase(EngineKind kind, Contents contents) : m_kind(kind) {
     const bool shop = contents == Contents::Shop;
     if (kind == EngineKind::File) {
-        m_location = m_folder.filePath(QStringLiteral("Mirsa.mdb"));
+        m_location = m_folder.filePath(u"Mirsa.mdb"_s);
         if (shop)
             QFile::copy(Template::file(), m_location);
         m_database =
             shop ? jet::Database::openFile(m_location) : jet::Database::createFile(m_location);
         return;
     }
-    const QString source = shop ? Template::serverDatabase() : QStringLiteral("template0");
+    const QString source = shop ? Template::serverDatabase() : u"template0"_s;
     m_name = freshName();
-    onTestServer(QStringLiteral("CREATE DATABASE %1 TEMPLATE %2").arg(m_name, source));
+    onTestServer(u"CREATE DATABASE %1 TEMPLATE %2"_s.arg(m_name, source));
     m_location = uriOf(m_name);
     m_database = jet::Database::openServer(m_location);
 }
@@ -98,7 +99,7 @@ TestDatabase::TestDatabase(EngineKind kind, Contents contents) : m_kind(kind) {
 TestDatabase::~TestDatabase() {
     m_database.reset();
     if (m_kind == EngineKind::Server)
-        onTestServer(QStringLiteral("DROP DATABASE IF EXISTS %1 WITH (FORCE)").arg(m_name));
+        onTestServer(u"DROP DATABASE IF EXISTS %1 WITH (FORCE)"_s.arg(m_name));
 }
 
 std::unique_ptr<jet::Database> TestDatabase::station() const {

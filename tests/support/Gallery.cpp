@@ -2,6 +2,7 @@
 
 #include "platform/controls/DataControl.h"
 #include "platform/screen/Form.h"
+#include "platform/values/Literals.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
@@ -95,7 +96,7 @@ QStringList clippedHeaders(const QTableView* view) {
         const QString title = view->model()->headerData(column, Qt::Horizontal).toString();
         if (!header->isSectionHidden(column) &&
             header->fontMetrics().horizontalAdvance(title) + 6 > header->sectionSize(column))
-            found << QStringLiteral("clipped: header \"%1\" of %2").arg(title, nameOf(view));
+            found << u"clipped: header \"%1\" of %2"_s.arg(title, nameOf(view));
     }
     return found;
 }
@@ -116,8 +117,7 @@ QStringList overlaps(const QWidget* parent) {
         for (qsizetype b = a + 1; b < shown.size(); ++b) {
             const QRect common = shown[a]->geometry() & shown[b]->geometry();
             if (common.width() > 1 && common.height() > 1)
-                found
-                    << QStringLiteral("overlap: %1 and %2").arg(nameOf(shown[a]), nameOf(shown[b]));
+                found << u"overlap: %1 and %2"_s.arg(nameOf(shown[a]), nameOf(shown[b]));
         }
     }
     return found;
@@ -151,8 +151,8 @@ QStringList lookOver(const QWidget* form, bool all) {
             return;
         const QChar letter = text.at(at + 1).toLower();
         if (letters.contains(letter))
-            found << QStringLiteral("mnemonic: %1 on %2 and %3")
-                         .arg(QString(letter), letters.value(letter), name);
+            found << u"mnemonic: %1 on %2 and %3"_s.arg(QString(letter), letters.value(letter),
+                                                        name);
         letters.insert(letter, name);
     };
     found << overlaps(form);
@@ -161,7 +161,7 @@ QStringList lookOver(const QWidget* form, bool all) {
         if (!widget->isVisible() || isPart(widget, form))
             continue;
         if (isClipped(widget))
-            found << QStringLiteral("clipped: %1").arg(nameOf(widget));
+            found << u"clipped: %1"_s.arg(nameOf(widget));
         if (const auto* view = qobject_cast<const QTableView*>(widget))
             found << clippedHeaders(view);
         found << overlaps(widget);
@@ -169,16 +169,16 @@ QStringList lookOver(const QWidget* form, bool all) {
             continue;
         const bool control = takesInput(widget) || qobject_cast<const QAbstractButton*>(widget);
         if (control && widget->objectName().isEmpty())
-            found << QStringLiteral("unnamed: %1").arg(nameOf(widget));
+            found << u"unnamed: %1"_s.arg(nameOf(widget));
         if (takesInput(widget)) {
             auto* face = QAccessible::queryAccessibleInterface(const_cast<QWidget*>(widget));
             if (!face || face->text(QAccessible::Name).trimmed().isEmpty())
-                found << QStringLiteral("unspoken: %1").arg(nameOf(widget));
+                found << u"unspoken: %1"_s.arg(nameOf(widget));
         }
         mnemonic(mnemonicText(widget), nameOf(widget));
         if (const auto* tabs = qobject_cast<const QTabBar*>(widget)) {
             for (int i = 0; i < tabs->count(); ++i)
-                mnemonic(tabs->tabText(i), QStringLiteral("tab %1").arg(i));
+                mnemonic(tabs->tabText(i), u"tab %1"_s.arg(i));
         }
     }
     return found;
@@ -196,7 +196,7 @@ void settleLayout(QWidget* frame) {
 QStringList gallery(screen::Form& form) {
     QStringList found;
     QDir folder(QStringLiteral(MIRSA_BINARY_DIR "/../gallery"));
-    folder.mkpath(QStringLiteral("."));
+    folder.mkpath(u"."_s);
     QWidget* frame = qobject_cast<QMdiSubWindow*>(form.parentWidget());
     if (!frame)
         frame = &form;
@@ -206,7 +206,7 @@ QStringList gallery(screen::Form& form) {
     const QSize needed = frame->minimumSizeHint().expandedTo(frame->minimumSize());
     const QSize room = frame == &form ? QSize(1280, 780) : QSize(1276, 690);
     if (needed.width() > room.width() || needed.height() > room.height())
-        found << QStringLiteral("size: needs %1 x %2").arg(needed.width()).arg(needed.height());
+        found << u"size: needs %1 x %2"_s.arg(needed.width()).arg(needed.height());
 
     const auto tabs = form.findChildren<QTabWidget*>();
     int pictures = 0;
@@ -226,9 +226,9 @@ QStringList gallery(screen::Form& form) {
         QCoreApplication::processEvents();
     };
     eachPage([&] {
-        const QString number = pictures > 0 ? QStringLiteral("-%1").arg(pictures) : QString();
+        const QString number = pictures > 0 ? u"-%1"_s.arg(pictures) : QString();
         ++pictures;
-        form.grab().save(folder.filePath(form.name() + number + QStringLiteral(".png")));
+        form.grab().save(folder.filePath(form.name() + number + u".png"_s));
         found << lookOver(&form, true);
     });
 
@@ -241,7 +241,7 @@ QStringList gallery(screen::Form& form) {
     eachPage([&] {
         const auto clipped = lookOver(&form, false);
         for (const QString& complaint : clipped)
-            found << complaint + QStringLiteral(" (larger font)");
+            found << complaint + u" (larger font)"_s;
     });
     form.setFont(own);
     frame->resize(size);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/values/Literals.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -11,5 +13,5 @@ inline void PrintTo(const QString& text, std::ostream* out) {
 }
 
 inline void PrintTo(const QStringList& texts, std::ostream* out) {
-    *out << "[\"" << texts.join(QStringLiteral("\", \"")).toStdString() << "\"]";
+    *out << "[\"" << texts.join(u"\", \""_s).toStdString() << "\"]";
 }

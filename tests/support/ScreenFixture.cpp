@@ -2,6 +2,7 @@
 
 #include "platform/controls/Field.h"
 #include "platform/jet/Database.h"
+#include "platform/values/Literals.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -55,7 +56,7 @@ class ScreenFixture::Watcher : public QObject {
 
 ScreenFixture::ScreenFixture() {
     m_shell = std::make_unique<QMainWindow>();
-    m_shell->setObjectName(QStringLiteral("shell"));
+    m_shell->setObjectName(u"shell"_s);
     m_area = new QMdiArea(m_shell.get());
     m_shell->setCentralWidget(m_area);
     m_shell->resize(1280, 800);
@@ -148,7 +149,7 @@ void ScreenFixture::installSeams() {
                                 QString& error) {
         started << (QStringList(program) + arguments).join(u' ');
         if (!programsStart)
-            error = QStringLiteral("File not found");
+            error = u"File not found"_s;
         return programsStart;
     };
     seams.activateWindow = [this](const QString& title) {

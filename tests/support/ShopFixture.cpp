@@ -1,6 +1,7 @@
 #include "support/ShopFixture.h"
 
 #include "core/MirsaMain.h"
+#include "platform/values/Literals.h"
 
 namespace testsupport {
 
@@ -10,7 +11,7 @@ void ShopTest::SetUp() {
     core::SharedState& state = core::shared();
     state.MainDatabase = m_test->station();
     state.DatabasePath = m_test->location();
-    state.CurrentUserName = QStringLiteral("Admin");
+    state.CurrentUserName = u"Admin"_s;
     useDatabase(*state.MainDatabase);
 }
 

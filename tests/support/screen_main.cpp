@@ -1,4 +1,5 @@
 #include "platform/screen/Application.h"
+#include "platform/values/Literals.h"
 
 #include <gtest/gtest.h>
 
@@ -23,7 +24,7 @@ int main(int argc, char** argv) {
     usual = qInstallMessageHandler(say);
     ::testing::InitGoogleTest(&argc, argv);
     QTemporaryDir folder;
-    const QString screens = folder.filePath(QStringLiteral("screens.json"));
+    const QString screens = folder.filePath(u"screens.json"_s);
     QFile file(screens);
     if (file.open(QIODevice::WriteOnly)) {
         file.write(R"({"screens": [{"name": "desk", "x": 0, "y": 0, "width": 1280, "height": 800,
@@ -38,7 +39,7 @@ int main(int argc, char** argv) {
 
     const screen::Application application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
-    QApplication::setFont(QFont(QStringLiteral("DejaVu Sans"), 9));
+    QApplication::setStyle(QStyleFactory::create(u"Fusion"_s));
+    QApplication::setFont(QFont(u"DejaVu Sans"_s, 9));
     return RUN_ALL_TESTS();
 }

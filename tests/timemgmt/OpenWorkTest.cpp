@@ -1,3 +1,4 @@
+#include "platform/values/Literals.h"
 #include "timemgmt/modCheckSignIn.h"
 
 #include "jobs/JobCosting.h"
@@ -19,16 +20,14 @@ class OpenWork : public testsupport::TimeRows {
         TimeRows::SetUp();
         if (IsSkipped() || HasFatalFailure())
             return;
-        m_inHouse = operation(QStringLiteral("I"));
-        m_overhead = operation(QStringLiteral("O"));
+        m_inHouse = operation(u"I"_s);
+        m_overhead = operation(u"O"_s);
         m_job = job(m_inHouse);
     }
     qint64 start(qint64 sign, int seconds) {
         return work({.sign = sign, .job = m_job, .operation = m_inHouse, .start = seconds});
     }
-    QString text(const char16_t* select) {
-        return rows(QString::fromUtf16(select)).join(QStringLiteral("; "));
-    }
+    QString text(const char16_t* select) { return rows(QString::fromUtf16(select)).join(u"; "_s); }
     double number(const char16_t* select) {
         return db().lookup(QString::fromUtf16(select)).toDouble();
     }
@@ -61,38 +60,36 @@ TEST_P(OpenWork, ASignOutByHandEndsWhatIsOpen) {
     work({.sign = row,
           .job = m_job,
           .operation = m_inHouse,
-          .status = QStringLiteral("D"),
+          .status = u"D"_s,
           .start = 28800,
           .susp = 30000});
     work({.sign = row, .job = m_job, .operation = m_overhead, .start = 34200});
     // By hand, without a status, of a contractor, of an operation that was deleted: not touched.
-    work({.sign = row, .job = m_job, .operation = m_inHouse, .status = QStringLiteral("0")});
+    work({.sign = row, .job = m_job, .operation = m_inHouse, .status = u"0"_s});
     work({.sign = row, .job = m_job, .operation = m_inHouse, .status = {}, .start = 28800});
-    work({.sign = row, .job = m_job, .operation = operation(QStringLiteral("C")), .start = 28800});
+    work({.sign = row, .job = m_job, .operation = operation(u"C"_s), .start = 28800});
     work({.sign = row, .job = m_job, .operation = 9999, .start = 28800});
     // The job is gone, and the job has lost the operation: ended, and booked nowhere.
     work({.sign = row, .job = 9999, .operation = m_inHouse, .start = 28800});
-    work({.sign = row, .job = m_job, .operation = operation(QStringLiteral("I")), .start = 28800});
+    work({.sign = row, .job = m_job, .operation = operation(u"I"_s), .start = 28800});
 
     EXPECT_EQ(CloseOpenTimelogs(db(), row, moment(34200)), 5);
-    const QString end = QStringLiteral("3/2/2026 9:30:00 AM");
+    const QString end = u"3/2/2026 9:30:00 AM"_s;
     EXPECT_EQ(
-        rows(QStringLiteral("SELECT Status, AccumTime, SuspDate, FinishDate FROM Timelog "
-                            "ORDER BY ID")),
-        (QStringList{QStringLiteral("D|1.5|") + end + u'|', QStringLiteral("D|0.25|") + end + u'|',
-                     QStringLiteral("D||3/2/2026 8:20:00 AM|"), QStringLiteral("F|0||") + end,
-                     QStringLiteral("0|||"), QStringLiteral("|||"), QStringLiteral("A|||"),
-                     QStringLiteral("A|||"), QStringLiteral("D|1.5|") + end + u'|',
-                     QStringLiteral("D|1.5|") + end + u'|'}));
-    EXPECT_EQ(text(u"SELECT OperTime_Amount, Status FROM JobOper"), QStringLiteral("2.75|D"));
+        rows(u"SELECT Status, AccumTime, SuspDate, FinishDate FROM Timelog "
+             "ORDER BY ID"_s),
+        (QStringList{u"D|1.5|"_s + end + u'|', u"D|0.25|"_s + end + u'|',
+                     u"D||3/2/2026 8:20:00 AM|"_s, u"F|0||"_s + end, u"0|||"_s, u"|||"_s, u"A|||"_s,
+                     u"A|||"_s, u"D|1.5|"_s + end + u'|', u"D|1.5|"_s + end + u'|'}));
+    EXPECT_EQ(text(u"SELECT OperTime_Amount, Status FROM JobOper"), u"2.75|D"_s);
     // 1.75 hours at 50 over 4 pieces.
-    EXPECT_EQ(text(u"SELECT TotalHours, JobShopCost FROM Job"), QStringLiteral("2.75|23.875"));
+    EXPECT_EQ(text(u"SELECT TotalHours, JobShopCost FROM Job"), u"2.75|23.875"_s);
     EXPECT_EQ(CloseOpenTimelogs(db(), row, moment(36000)), 0);
 
     execute(u"UPDATE JobOper SET Status='f'");
     start(row, 28800);
     EXPECT_EQ(CloseOpenTimelogs(db(), row, moment(29700)), 1);
-    EXPECT_EQ(text(u"SELECT OperTime_Amount, Status FROM JobOper"), QStringLiteral("3|f"));
+    EXPECT_EQ(text(u"SELECT OperTime_Amount, Status FROM JobOper"), u"3|f"_s);
 }
 
 /// Halves of a hundredth of an hour are 18 seconds, and not one of them is a binary fraction.
@@ -108,7 +105,7 @@ TEST_P(OpenWork, HoursAreRoundedAsTheyShow) {
         sum += hundredths;
     }
     EXPECT_EQ(CloseOpenTimelogs(db(), row, moment(36000)), expected.size());
-    EXPECT_EQ(rows(QStringLiteral("SELECT AccumTime FROM Timelog ORDER BY ID")), expected);
+    EXPECT_EQ(rows(u"SELECT AccumTime FROM Timelog ORDER BY ID"_s), expected);
     EXPECT_NEAR(number(u"SELECT TotalHours FROM Job"), 1 + static_cast<double>(sum) / 100, 1e-9);
     expectNoHourLost();
 }
@@ -120,9 +117,8 @@ TEST_P(OpenWork, AJobOfNoPiecesLeavesEverythingOpen) {
     execute(u"UPDATE Job SET Quantity=0");
     EXPECT_EQ(errorOf([&] { CloseOpenTimelogs(db(), row, moment(34200)); }),
               jet::errors::divisionByZero);
-    EXPECT_EQ(text(u"SELECT Status, SuspDate, FinishDate FROM Timelog"),
-              QStringLiteral("A||; A||"));
-    EXPECT_EQ(text(u"SELECT OperTime_Amount FROM JobOper"), QStringLiteral("1"));
+    EXPECT_EQ(text(u"SELECT Status, SuspDate, FinishDate FROM Timelog"), u"A||; A||"_s);
+    EXPECT_EQ(text(u"SELECT OperTime_Amount FROM JobOper"), u"1"_s);
 }
 
 TEST_P(OpenWork, WhatTheFloorIsEndingIsNotEndedAgain) {
@@ -141,7 +137,7 @@ TEST_P(OpenWork, WhatTheFloorIsEndingIsNotEndedAgain) {
     EXPECT_EQ(CloseOpenTimelogs(db(), row, moment(3600)), 1);
     release.join();
     EXPECT_EQ(text(u"SELECT AccumTime, SuspDate FROM Timelog ORDER BY ID"),
-              QStringLiteral("0.25|3/2/2026 12:15:00 AM; 0.5|3/2/2026 1:00:00 AM"));
+              u"0.25|3/2/2026 12:15:00 AM; 0.5|3/2/2026 1:00:00 AM"_s);
     expectNoHourLost();
 }
 
@@ -173,8 +169,8 @@ TEST_P(OpenWork, RollingUpTakesInWhatTheFloorIsBooking) {
     holdFor(floor, release);
     jobs::UpdateJobCost(db(), m_job);
     release.join();
-    EXPECT_EQ(text(u"SELECT OperTime_Amount FROM JobOper"), QStringLiteral("1.75"));
-    EXPECT_EQ(text(u"SELECT TotalHours, JobShopCost FROM Job"), QStringLiteral("1.75|21.875"));
+    EXPECT_EQ(text(u"SELECT OperTime_Amount FROM JobOper"), u"1.75"_s);
+    EXPECT_EQ(text(u"SELECT TotalHours, JobShopCost FROM Job"), u"1.75|21.875"_s);
 }
 
 TEST_P(OpenWork, AnOperationThatTheFloorIsBeginningKeepsItsStatus) {
@@ -189,7 +185,7 @@ TEST_P(OpenWork, AnOperationThatTheFloorIsBeginningKeepsItsStatus) {
     holdFor(floor, release);
     EXPECT_FALSE(jobs::AdjustJobTimeDeleted(db(), m_job, m_inHouse));
     release.join();
-    EXPECT_EQ(text(u"SELECT Status FROM JobOper"), QStringLiteral("A"));
+    EXPECT_EQ(text(u"SELECT Status FROM JobOper"), u"A"_s);
 }
 
 TEST_P(OpenWork, WhoIsSigningInOnTheFloorStaysIn) {
@@ -206,7 +202,7 @@ TEST_P(OpenWork, WhoIsSigningInOnTheFloorStaysIn) {
     holdFor(floor, release);
     SignOutIfLatest(db(), employee, edited);
     release.join();
-    EXPECT_EQ(text(u"SELECT SignedIn FROM Employee"), QStringLiteral("True"));
+    EXPECT_EQ(text(u"SELECT SignedIn FROM Employee"), u"True"_s);
 }
 
 TEST_P(OpenWork, AFloorAtWorkAndSignOutsByHandLoseNothing) {

@@ -1,4 +1,5 @@
 #include "timemgmt/ShiftRules.h"
+#include "platform/values/Literals.h"
 
 #include "support/DatabaseFixture.h"
 
@@ -18,7 +19,7 @@ using namespace timemgmt;
 namespace {
 
 QString clock(int seconds) {
-    return QTime(0, 0).addSecs(seconds).toString(QStringLiteral("HH:mm:ss"));
+    return QTime(0, 0).addSecs(seconds).toString(u"HH:mm:ss"_s);
 }
 
 bool rises(const std::vector<int>& times, size_t from, size_t to) {
@@ -94,7 +95,7 @@ class Marker : public ::testing::TestWithParam<bool> {};
 
 TEST_P(Marker, HoldsChangesUpWhileTheCompanionHasItLocked) {
     const QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("AutoMirsaOn.txt"));
+    const QString path = folder.filePath(u"AutoMirsaOn.txt"_s);
     EXPECT_TRUE(canChangeShifts(path));
     QFile file(path);
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
@@ -135,40 +136,32 @@ INSTANTIATE_TEST_SUITE_P(Locks, Marker, ::testing::Bool(),
 class ShiftRows : public testsupport::ShopDatabaseFixture {
   protected:
     qint64 day() {
-        return db()
-            .lookup(QStringLiteral("SELECT id FROM shifts WHERE description='Day'"))
-            .toLong();
+        return db().lookup(u"SELECT id FROM shifts WHERE description='Day'"_s).toLong();
     }
-    QStringList timer() {
-        return rows(QStringLiteral("SELECT shiftsid, runtime, runtype FROM shiftstimer"));
-    }
+    QStringList timer() { return rows(u"SELECT shiftsid, runtime, runtype FROM shiftstimer"_s); }
 };
 MIRSA_BOTH_ENGINES(ShiftRows);
 
 TEST_P(ShiftRows, TimerGoesWithTheRangeAndStaysWithTheName) {
     const QString id = QString::number(day());
-    saveTimer(db(), day(), {QString(), QStringLiteral("10:00 AM")},
-              {QStringLiteral("05:00 PM"), QString()});
-    const QStringList both{id + QStringLiteral("|10:00 AM|Suspend"),
-                           id + QStringLiteral("|05:00 PM|Signout")};
+    saveTimer(db(), day(), {QString(), u"10:00 AM"_s}, {u"05:00 PM"_s, QString()});
+    const QStringList both{id + u"|10:00 AM|Suspend"_s, id + u"|05:00 PM|Signout"_s};
     EXPECT_EQ(timer(), both);
-    changeShift(db(), day(), {QStringLiteral("Day"), QStringLiteral("06:00 AM"), QString()}, false);
+    changeShift(db(), day(), {u"Day"_s, u"06:00 AM"_s, QString()}, false);
     EXPECT_EQ(timer(), both);
-    EXPECT_EQ(rows(QStringLiteral("SELECT earliestsignin, latestsignout FROM shifts")),
-              QStringList(QStringLiteral("6:00:00 AM|")));
-    const Shift shift{QStringLiteral("Day"), QStringLiteral("07:00 AM"),
-                      QStringLiteral("03:00 PM")};
+    EXPECT_EQ(rows(u"SELECT earliestsignin, latestsignout FROM shifts"_s),
+              QStringList(u"6:00:00 AM|"_s));
+    const Shift shift{u"Day"_s, u"07:00 AM"_s, u"03:00 PM"_s};
     EXPECT_TRUE(changeShift(db(), day(), shift, true));
     EXPECT_EQ(timer(), QStringList());
     EXPECT_FALSE(changeShift(db(), 99, shift, true));
-    EXPECT_FALSE(saveTimer(db(), 99, {QStringLiteral("10:00 AM")}, {}));
+    EXPECT_FALSE(saveTimer(db(), 99, {u"10:00 AM"_s}, {}));
     EXPECT_EQ(timer(), QStringList()) << "no times of a shift that has gone";
 }
 
 TEST_P(ShiftRows, DeletingTakesTheTimerAlong) {
-    saveTimer(db(), day(), {QStringLiteral("10:00 AM")}, {});
-    addShift(db(),
-             {QStringLiteral("O'Neil"), QStringLiteral("10:00 PM"), QStringLiteral("06:00 AM")});
+    saveTimer(db(), day(), {u"10:00 AM"_s}, {});
+    addShift(db(), {u"O'Neil"_s, u"10:00 PM"_s, u"06:00 AM"_s});
     EXPECT_FALSE(isShiftInUse(db(), day()));
     execute(u"INSERT INTO Employee (lastname, shiftsid, signedin) VALUES('Hall', 1, False)");
     EXPECT_TRUE(isShiftInUse(db(), 1));
@@ -177,6 +170,6 @@ TEST_P(ShiftRows, DeletingTakesTheTimerAlong) {
     EXPECT_TRUE(isShiftSignedIn(db(), 1));
     deleteShift(db(), day());
     EXPECT_EQ(timer(), QStringList());
-    EXPECT_EQ(rows(QStringLiteral("SELECT description, earliestsignin, latestsignout FROM shifts")),
-              QStringList(QStringLiteral("O'Neil|10:00:00 PM|6:00:00 AM")));
+    EXPECT_EQ(rows(u"SELECT description, earliestsignin, latestsignout FROM shifts"_s),
+              QStringList(u"O'Neil|10:00:00 PM|6:00:00 AM"_s));
 }

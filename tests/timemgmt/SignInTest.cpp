@@ -1,3 +1,4 @@
+#include "platform/values/Literals.h"
 #include "timemgmt/modCheckSignIn.h"
 
 #include "timemgmt/Floor.h"
@@ -34,7 +35,7 @@ class SignInByChance : public SignIn {
 
     void fill() {
         for (const char16_t* table : {u"Sign_in", u"Timelog"})
-            db().execute(QStringLiteral("DELETE FROM ") + QString::fromUtf16(table));
+            db().execute(u"DELETE FROM "_s + QString::fromUtf16(table));
         m_all.assign(18, {});
         for (Attendance& a : m_all) {
             a.employee = 1 + upTo(6);
@@ -64,7 +65,7 @@ class SignInByChance : public SignIn {
         if (status == 0)
             w.status = {};
         else
-            w.status = status == 1 ? QStringLiteral("0") : QString::fromUtf16(codes[upTo(4)]);
+            w.status = status == 1 ? u"0"_s : QString::fromUtf16(codes[upTo(4)]);
         if (upTo(10) != 0)
             w.start = near(in + upTo(3));
         if (upTo(3) != 0)
@@ -123,9 +124,9 @@ MIRSA_BOTH_ENGINES(SignInByChance);
 } // namespace
 
 TEST_P(SignInByChance, RangesAgreeWithBruteForce) {
-    m_inHouse = operation(QStringLiteral("I"));
-    m_overhead = operation(QStringLiteral("O"));
-    m_contractor = operation(QStringLiteral("C"));
+    m_inHouse = operation(u"I"_s);
+    m_overhead = operation(u"O"_s);
+    m_contractor = operation(u"C"_s);
     const int rounds = 20;
     const int cases = GetParam() == testsupport::EngineKind::File ? 5000 : 250;
     int refused[2] = {0, 0};
@@ -154,40 +155,37 @@ TEST_P(SignInByChance, RangesAgreeWithBruteForce) {
 TEST_P(SignIn, SaysWhyNot) {
     const int hour = 3600;
     const qint64 row = attendance(1, 8 * hour, 16 * hour);
-    const QString range = QStringLiteral("Invalid Sign In and Sign Out Range. ");
+    const QString range = u"Invalid Sign In and Sign Out Range. "_s;
     const auto conflict = check(u"New", 1, 16 * hour, 17 * hour);
     ASSERT_TRUE(conflict);
-    EXPECT_EQ(conflict->text,
-              range + QStringLiteral("An existing record with Sign In=3/2/2026 8:00:00 AM and Sign "
-                                     "Out=3/2/2026 4:00:00 PM conflicts with your entered data!"));
+    EXPECT_EQ(conflict->text, range +
+                                  u"An existing record with Sign In=3/2/2026 8:00:00 AM and Sign "
+                                  "Out=3/2/2026 4:00:00 PM conflicts with your entered data!"_s);
     EXPECT_FALSE(conflict->stop);
     EXPECT_FALSE(check(u"Delete", 1, 0, 0, row));
 
-    work({.sign = row, .operation = operation(QStringLiteral("C")), .start = 1, .susp = 2000});
-    const qint64 inHouse = operation(QStringLiteral("I"));
-    work({.sign = row, .operation = inHouse, .status = QStringLiteral("0"), .start = 1});
+    work({.sign = row, .operation = operation(u"C"_s), .start = 1, .susp = 2000});
+    const qint64 inHouse = operation(u"I"_s);
+    work({.sign = row, .operation = inHouse, .status = u"0"_s, .start = 1});
     EXPECT_FALSE(check(u"Edit", 1, 9 * hour, 10 * hour, row)) << "neither kind counts";
     // One entry has lost its start; the other tells when the work began.
     work({.sign = row, .operation = inHouse});
-    work({.sign = row, .operation = operation(QStringLiteral("O")), .start = 8 * hour});
+    work({.sign = row, .operation = operation(u"O"_s), .start = 8 * hour});
     const auto early = check(u"Edit", 1, 9 * hour, 10 * hour, row);
     ASSERT_TRUE(early);
     EXPECT_FALSE(early->stop);
-    EXPECT_EQ(early->text,
-              range + QStringLiteral("Based on employee's Timelog records, Sign In should be "
-                                     "earlier than or equal to 3/2/2026 8:00:00 AM, and Sign Out "
-                                     "should be later than or equal to 12:00:00 AM!"));
+    EXPECT_EQ(early->text, range + u"Based on employee's Timelog records, Sign In should be "
+                                   "earlier than or equal to 3/2/2026 8:00:00 AM, and Sign Out "
+                                   "should be later than or equal to 12:00:00 AM!"_s);
     const auto posted = check(u"Delete", 1, 0, 0, row);
     ASSERT_TRUE(posted);
-    EXPECT_EQ(posted->text,
-              QStringLiteral("Time has already been posted for this date and time. You may delete "
-                             "this ONLY after all of its activities have been deleted from Time "
-                             "Management."));
+    EXPECT_EQ(posted->text, u"Time has already been posted for this date and time. You may delete "
+                            "this ONLY after all of its activities have been deleted from Time "
+                            "Management."_s);
     for (const char16_t* action : {u"Edit", u"Delete"}) {
         const auto missing = check(action, 1, 0, 1, 99);
         ASSERT_TRUE(missing);
-        EXPECT_EQ(missing->text,
-                  QStringLiteral("99 record id not found! Sign_in table may need to be fixed!"));
+        EXPECT_EQ(missing->text, u"99 record id not found! Sign_in table may need to be fixed!"_s);
         EXPECT_TRUE(missing->stop);
     }
 }
@@ -208,26 +206,23 @@ TEST_P(SignIn, OddMomentsMeanThemselves) {
         {{QDate(1899, 12, 30), midnight, Qt::UTC}, u"12/30/1899"},
         {{QDate(203, 4, 5), midnight, Qt::UTC}, u"4/5/203"},
     };
-    const qint64 overhead = operation(QStringLiteral("O"));
+    const qint64 overhead = operation(u"O"_s);
     for (const auto& c : cases) {
         const QString shown = QString::fromUtf16(c.text);
         const qint64 row = attendance(1, {}, {});
         work({.sign = row, .operation = overhead, .start = 0});
         ASSERT_EQ(CloseOpenTimelogs(db(), row, c.at), 1);
-        db().execute(QStringLiteral("UPDATE Sign_in SET Sign_in=(SELECT FinishDate FROM Timelog "
-                                    "WHERE SignID=%1) WHERE ID=%1")
-                         .arg(row));
-        EXPECT_EQ(db().lookup(QStringLiteral("SELECT Sign_in FROM Sign_in WHERE ID=%1").arg(row)),
+        db().execute(u"UPDATE Sign_in SET Sign_in=(SELECT FinishDate FROM Timelog "
+                     "WHERE SignID=%1) WHERE ID=%1"_s.arg(row));
+        EXPECT_EQ(db().lookup(u"SELECT Sign_in FROM Sign_in WHERE ID=%1"_s.arg(row)),
                   jet::Value(c.at))
             << shown.toStdString();
         const auto met = [&](int from, int to) {
-            return CheckSignIn(db(), QStringLiteral("New"), 1, c.at.addSecs(from), c.at.addSecs(to),
-                               0);
+            return CheckSignIn(db(), u"New"_s, 1, c.at.addSecs(from), c.at.addSecs(to), 0);
         };
         const auto conflict = met(0, 0);
         ASSERT_TRUE(conflict) << shown.toStdString();
-        EXPECT_TRUE(conflict->text.contains(QStringLiteral("Sign In=") + shown +
-                                            QStringLiteral(" and Sign Out= conflicts")))
+        EXPECT_TRUE(conflict->text.contains(u"Sign In="_s + shown + u" and Sign Out= conflicts"_s))
             << conflict->text.toStdString();
         EXPECT_FALSE(met(1, 60)) << shown.toStdString();
         EXPECT_FALSE(met(-60, -1)) << shown.toStdString();
@@ -237,21 +232,21 @@ TEST_P(SignIn, OddMomentsMeanThemselves) {
 
 TEST_P(SignIn, MomentsCountAsTheyShow) {
     const qint64 row = attendance(1, 28800, 57600);
-    work({.sign = row, .operation = operation(QStringLiteral("O")), .start = 28800});
+    work({.sign = row, .operation = operation(u"O"_s), .start = 28800});
     const auto elsewhere = [](int hour) {
         return QDateTime(QDate(2026, 3, 2), QTime(hour, 0), Qt::OffsetFromUTC, -5 * 3600);
     };
-    EXPECT_FALSE(CheckSignIn(db(), QStringLiteral("Edit"), 1, elsewhere(8), elsewhere(16), row));
-    EXPECT_TRUE(CheckSignIn(db(), QStringLiteral("Edit"), 1, elsewhere(9), elsewhere(16), row));
+    EXPECT_FALSE(CheckSignIn(db(), u"Edit"_s, 1, elsewhere(8), elsewhere(16), row));
+    EXPECT_TRUE(CheckSignIn(db(), u"Edit"_s, 1, elsewhere(9), elsewhere(16), row));
     EXPECT_EQ(CloseOpenTimelogs(db(), row, elsewhere(10)), 1);
-    EXPECT_EQ(rows(QStringLiteral("SELECT AccumTime, FinishDate FROM Timelog")),
-              QStringList(QStringLiteral("2|3/2/2026 10:00:00 AM")));
+    EXPECT_EQ(rows(u"SELECT AccumTime, FinishDate FROM Timelog"_s),
+              QStringList(u"2|3/2/2026 10:00:00 AM"_s));
 }
 
 /// What other programs store may be finer than what is shown and typed.
 TEST_P(SignIn, FractionsOfASecondDontBind) {
     const qint64 row = attendance(1, 28800, 57600);
-    const qint64 overhead = operation(QStringLiteral("O"));
+    const qint64 overhead = operation(u"O"_s);
     work({.sign = row, .operation = overhead, .start = 30000, .finish = 40000});
     work({.sign = row, .operation = overhead, .start = 31000, .finish = 39000});
     testsupport::Floor floor(testDatabase().location());
@@ -266,9 +261,9 @@ TEST_P(SignIn, FractionsOfASecondDontBind) {
     EXPECT_FALSE(check(u"Edit", 1, 30000, 40000, row));
     const auto late = check(u"Edit", 1, 30001, 40000, row);
     ASSERT_TRUE(late);
-    EXPECT_TRUE(late->text.contains(QStringLiteral("equal to 3/2/2026 8:20:00 AM, and Sign Out "
-                                                   "should be later than or equal to 3/2/2026 "
-                                                   "11:06:40 AM!")))
+    EXPECT_TRUE(late->text.contains(u"equal to 3/2/2026 8:20:00 AM, and Sign Out "
+                                    "should be later than or equal to 3/2/2026 "
+                                    "11:06:40 AM!"_s))
         << late->text.toStdString();
     EXPECT_TRUE(check(u"Edit", 1, 30000, 39999, row));
 }
@@ -278,9 +273,9 @@ TEST_P(SignIn, OnlyEditingTheLatestSignsOut) {
     const qint64 employee = db().lastCounter();
     const qint64 late = attendance(employee, 900, 960);
     const qint64 early = attendance(employee, 480, 570);
-    const QString signedIn = QStringLiteral("SELECT SignedIn FROM Employee");
+    const QString signedIn = u"SELECT SignedIn FROM Employee"_s;
     SignOutIfLatest(db(), employee, early);
-    EXPECT_EQ(rows(signedIn), QStringList(QStringLiteral("True")));
+    EXPECT_EQ(rows(signedIn), QStringList(u"True"_s));
     SignOutIfLatest(db(), employee, late);
-    EXPECT_EQ(rows(signedIn), QStringList(QStringLiteral("False")));
+    EXPECT_EQ(rows(signedIn), QStringList(u"False"_s));
 }

@@ -1,6 +1,7 @@
 #include "setup/Setup.h"
 
 #include "platform/jet/Translate.h"
+#include "platform/values/Literals.h"
 #include "platform/values/Text.h"
 #include "setup/SqlText.h"
 
@@ -22,8 +23,7 @@ bool isTable(const QString& statement) {
 /// "CREATE INDEX name ON ..." gives name.
 QString indexName(const QString& statement) {
     const QString words = statement.simplified();
-    return words.section(QStringLiteral(" ON "), 0, 0, QString::SectionCaseInsensitiveSeps)
-        .section(u' ', -1);
+    return words.section(u" ON "_s, 0, 0, QString::SectionCaseInsensitiveSeps).section(u' ', -1);
 }
 
 bool hasIndex(const jet::Schema& schema, const QString& name) {
@@ -74,12 +74,11 @@ bool addIfMissing(jet::Database& database, const QString& statement, QString& wh
     QString probe;
     if (statement.startsWith(u"INSERT INTO SecurityObjects", Qt::CaseInsensitive)) {
         what = quotedValue(statement, 1);
-        probe = QStringLiteral("SELECT objectid FROM SecurityObjects WHERE securitycode='") +
+        probe = u"SELECT objectid FROM SecurityObjects WHERE securitycode='"_s +
                 values::quoted(what) + u'\'';
     } else if (statement.startsWith(u"INSERT INTO Reports", Qt::CaseInsensitive)) {
         what = quotedValue(statement, 3);
-        probe = QStringLiteral("SELECT Name FROM Reports WHERE FileName='") + values::quoted(what) +
-                u'\'';
+        probe = u"SELECT Name FROM Reports WHERE FileName='"_s + values::quoted(what) + u'\'';
     } else {
         return false;
     }
@@ -87,14 +86,11 @@ bool addIfMissing(jet::Database& database, const QString& statement, QString& wh
         return false;
     if (statement.startsWith(u"INSERT INTO SecurityObjects", Qt::CaseInsensitive)) {
         const qint64 next =
-            database.lookup(QStringLiteral("SELECT MAX(objectid) FROM SecurityObjects")).toLong() +
-            1;
-        database.execute(
-            QStringLiteral("INSERT INTO SecurityObjects (objectid, objectname, securitycode, "
-                           "displayorder) VALUES (%1, '%2', '%3', %4)")
-                .arg(next)
-                .arg(values::quoted(quotedValue(statement, 0)), values::quoted(what))
-                .arg(next * 10));
+            database.lookup(u"SELECT MAX(objectid) FROM SecurityObjects"_s).toLong() + 1;
+        database.execute(u"INSERT INTO SecurityObjects (objectid, objectname, securitycode, "
+                         "displayorder) VALUES (%1, '%2', '%3', %4)"_s.arg(next)
+                             .arg(values::quoted(quotedValue(statement, 0)), values::quoted(what))
+                             .arg(next * 10));
     } else {
         database.execute(statement);
     }
@@ -149,7 +145,7 @@ QStringList upgrade(jet::Database& database) {
         if (!isTable(statement)) {
             if (const QString name = indexName(statement); !hasIndex(database.schema(), name)) {
                 database.execute(statement);
-                added += QStringLiteral("index ") + name;
+                added += u"index "_s + name;
             }
             continue;
         }
@@ -157,7 +153,7 @@ QStringList upgrade(jet::Database& database) {
         const jet::Table* table = database.schema().table(wanted.name);
         if (!table) {
             database.execute(statement);
-            added += QStringLiteral("table ") + wanted.name;
+            added += u"table "_s + wanted.name;
             continue;
         }
         QStringList missing;
@@ -166,15 +162,15 @@ QStringList upgrade(jet::Database& database) {
                 missing += column.name;
         }
         for (const QString& column : missing) {
-            database.execute(QStringLiteral("ALTER TABLE [%1] ADD COLUMN %2")
-                                 .arg(wanted.name, columnDefinition(statement, column)));
-            added += QStringLiteral("column ") + wanted.name + u'.' + column;
+            database.execute(u"ALTER TABLE [%1] ADD COLUMN %2"_s.arg(
+                wanted.name, columnDefinition(statement, column)));
+            added += u"column "_s + wanted.name + u'.' + column;
         }
     }
     for (const QString& statement : statementsOf(deliveredTexts())) {
         QString what;
         if (addIfMissing(database, statement, what))
-            added += QStringLiteral("row ") + what;
+            added += u"row "_s + what;
     }
     transaction.commit();
     return added;

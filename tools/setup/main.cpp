@@ -1,5 +1,6 @@
 #include "platform/jet/Database.h"
 #include "platform/jet/Location.h"
+#include "platform/values/Literals.h"
 #include "sample/Sample.h"
 #include "setup/Setup.h"
 
@@ -33,20 +34,20 @@ QString filePath(const QString& folder, const QString& name) {
 }
 
 void makeNew(const QString& folder, QTextStream& out) {
-    const QString path = filePath(folder, QStringLiteral("Mirsa.mdb"));
+    const QString path = filePath(folder, u"Mirsa.mdb"_s);
     if (QFile::exists(path))
-        throw Refusal{path + QStringLiteral(" is there already. Nothing was changed.")};
+        throw Refusal{path + u" is there already. Nothing was changed."_s};
     if (!QDir().mkpath(folder))
-        throw Refusal{QStringLiteral("The folder ") + folder + QStringLiteral(" can't be made.")};
+        throw Refusal{u"The folder "_s + folder + u" can't be made."_s};
     // Under another name until it is whole: a broken-off run leaves no half database behind.
-    const QString unfinished = path + QStringLiteral(".new");
+    const QString unfinished = path + u".new"_s;
     QFile::remove(unfinished);
     {
         const auto database = jet::Database::createFile(unfinished);
         setup::install(*database);
     }
     if (!QFile::rename(unfinished, path))
-        throw Refusal{path + QStringLiteral(" can't be written.")};
+        throw Refusal{path + u" can't be written."_s};
     out << path << " is ready. Sign in as Admin with the password Bolts.\n";
 }
 
@@ -61,24 +62,21 @@ void upgrade(const QString& folder, QTextStream& out) {
 
 void fillSample(const QString& folder, const sample::Options& options, QTextStream& out) {
     const auto database = jet::openProgramFolder(folder);
-    if (database->hasRows(QStringLiteral("SELECT TOP 1 JobNo FROM Job")))
-        throw Refusal{QStringLiteral(
-            "This database holds jobs already. The sample shop goes into a new one.")};
+    if (database->hasRows(u"SELECT TOP 1 JobNo FROM Job"_s))
+        throw Refusal{u"This database holds jobs already. The sample shop goes into a new one."_s};
     QElapsedTimer timer;
     timer.start();
     sample::fill(*database, options);
-    out << "The sample shop is filled: "
-        << database->lookup(QStringLiteral("SELECT COUNT(*) FROM Job")).toText() << " jobs, "
-        << database->lookup(QStringLiteral("SELECT COUNT(*) FROM Estimate")).toText()
-        << " estimates, "
-        << database->lookup(QStringLiteral("SELECT COUNT(*) FROM Timelog")).toText()
+    out << "The sample shop is filled: " << database->lookup(u"SELECT COUNT(*) FROM Job"_s).toText()
+        << " jobs, " << database->lookup(u"SELECT COUNT(*) FROM Estimate"_s).toText()
+        << " estimates, " << database->lookup(u"SELECT COUNT(*) FROM Timelog"_s).toText()
         << " time records, in " << timer.elapsed() / 1000 << " s.\n";
 }
 
 void setUpServer(const QString& uri, const QString& folder, QTextStream& out) {
-    const QString marker = filePath(folder, QStringLiteral("Mirsa.server"));
+    const QString marker = filePath(folder, u"Mirsa.server"_s);
     if (QFile::exists(marker))
-        throw Refusal{marker + QStringLiteral(" is there already. Nothing was changed.")};
+        throw Refusal{marker + u" is there already. Nothing was changed."_s};
     const auto database = jet::Database::openServer(uri);
     if (database->schema().table(u"Job")) {
         out << "The database on the server is set up already; nothing was added to it.\n";
@@ -89,7 +87,7 @@ void setUpServer(const QString& uri, const QString& folder, QTextStream& out) {
     QFile file(marker);
     if (!QDir().mkpath(folder) || !file.open(QIODevice::WriteOnly) ||
         file.write(uri.toUtf8() + '\n') < 0)
-        throw Refusal{marker + QStringLiteral(" can't be written.")};
+        throw Refusal{marker + u" can't be written."_s};
     out << folder << " now uses it.\n";
 }
 
@@ -101,12 +99,11 @@ sample::Options sampleOptions(const QStringList& words) {
                             : words[i] == u"--jobs" ? &options.jobs
                                                     : nullptr;
         if (!option)
-            throw Refusal{words[i] +
-                          QStringLiteral(" is no option. Options are --years and --jobs.")};
+            throw Refusal{words[i] + u" is no option. Options are --years and --jobs."_s};
         bool ok = false;
         *option = words.value(i + 1).toInt(&ok);
         if (!ok || *option < 1)
-            throw Refusal{words[i] + QStringLiteral(" takes a number above 0.")};
+            throw Refusal{words[i] + u" takes a number above 0."_s};
     }
     return options;
 }

@@ -4,6 +4,7 @@
 #include "core/RecordScreen.h"
 #include "platform/screen/Forms.h"
 #include "platform/screen/Layout.h"
+#include "platform/values/Literals.h"
 
 #include <QVBoxLayout>
 
@@ -45,10 +46,10 @@ bool ReferenceDialog::ShowForm(qint64 key) {
 }
 
 bool ReferenceDialog::readRow() {
-    const jet::Recordset row = MainDatabase().openRecordset(
-        QStringLiteral("SELECT * FROM ") + m_table.table + QStringLiteral(" WHERE ") + m_table.key +
-            QStringLiteral(" =") + QString::number(m_key),
-        jet::RecordsetType::Snapshot);
+    const jet::Recordset row =
+        MainDatabase().openRecordset(u"SELECT * FROM "_s + m_table.table + u" WHERE "_s +
+                                         m_table.key + u" ="_s + QString::number(m_key),
+                                     jet::RecordsetType::Snapshot);
     if (row.isEmpty())
         return false;
     m_stored.clear();
@@ -74,7 +75,7 @@ bool ReferenceDialog::save() {
         const QString& text = texts[static_cast<qsizetype>(i)];
         if (m_table.fields[i].unique &&
             MainDatabase().hasRows(duplicateSelect(m_table, m_table.fields[i], text, m_key))) {
-            complain(m_table.duplicateMessage.isEmpty() ? text + QStringLiteral(" already exists!")
+            complain(m_table.duplicateMessage.isEmpty() ? text + u" already exists!"_s
                                                         : m_table.duplicateMessage,
                      m_fields[i]);
             return false;
@@ -94,7 +95,7 @@ void ReferenceDialog::startNext() {
 ReferenceList::ReferenceList(const ReferenceTable& table)
     : Form(table.listForm, table.listCaption), m_table(table) {
     auto* outside = new QHBoxLayout(this);
-    lvwMI = screen::named(new controls::ListView(this), QStringLiteral("lvwMI"), table.listCaption);
+    lvwMI = screen::named(new controls::ListView(this), u"lvwMI"_s, table.listCaption);
     std::vector<controls::GridColumn> columns;
     for (const ReferenceListColumn& column : table.listColumns) {
         controls::GridColumn gridColumn;
@@ -199,8 +200,7 @@ void ReferenceList::cmdDelete_Click() {
         MsgBox(refusal, Buttons::Ok, Icon::Exclamation, m_table.refusalTitle);
         return;
     }
-    if (MsgBox(QStringLiteral("Delete this item?"), Buttons::YesNo, Icon::Question,
-               QStringLiteral("Delete")) != Answer::Yes)
+    if (MsgBox(u"Delete this item?"_s, Buttons::YesNo, Icon::Question, u"Delete"_s) != Answer::Yes)
         return;
     MainDatabase().execute(m_table.remove(lvwMI->keyNumber(lvwMI->selectedRow()), texts));
     changed();

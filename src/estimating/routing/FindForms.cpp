@@ -5,6 +5,7 @@
 #include "platform/screen/Layout.h"
 #include "platform/screen/MsgBox.h"
 #include "platform/screen/Pointer.h"
+#include "platform/values/Literals.h"
 #include "platform/values/Text.h"
 
 #include <QLabel>
@@ -15,9 +16,8 @@ namespace estimating {
 
 FindForm::FindForm(const FindKind& kind) : Form(kind.find, kind.numberCaption), m_kind(kind) {
     auto* outside = new QVBoxLayout(this);
-    lblPrompt = screen::named(new QLabel(this), QStringLiteral("lblPrompt"));
-    txtNo = screen::named(new controls::TextField(this), QStringLiteral("txtNo"),
-                          QStringLiteral("What to find"));
+    lblPrompt = screen::named(new QLabel(this), u"lblPrompt"_s);
+    txtNo = screen::named(new controls::TextField(this), u"txtNo"_s, u"What to find"_s);
     lblPrompt->setBuddy(txtNo);
     outside->addWidget(lblPrompt);
     outside->addWidget(txtNo);
@@ -49,13 +49,12 @@ qint64 FindForm::askNumber() {
 }
 
 QString FindForm::askPart() {
-    return ask(QStringLiteral("Find Part"), m_kind.partPrompt, 25, values::keys::name());
+    return ask(u"Find Part"_s, m_kind.partPrompt, 25, values::keys::name());
 }
 
 FoundForm::FoundForm(const FindKind& kind) : Form(kind.found, kind.foundCaption), m_kind(kind) {
     auto* outside = new QVBoxLayout(this);
-    m_list = screen::named(new controls::ListView(this), QStringLiteral("sprFound"),
-                           QStringLiteral("Found"));
+    m_list = screen::named(new controls::ListView(this), u"sprFound"_s, u"Found"_s);
     std::vector<controls::GridColumn> columns;
     for (const auto& column : kind.columns)
         columns.push_back({column.second, 14});
@@ -63,8 +62,8 @@ FoundForm::FoundForm(const FindKind& kind) : Form(kind.found, kind.foundCaption)
     outside->addWidget(m_list, 1);
     screen::ButtonBar bar(this, outside);
     bar.stretch();
-    QPushButton* cmdSelect = bar.button(QStringLiteral("cmdSelect"), QStringLiteral("&Select"));
-    QPushButton* cmdCancel = bar.button(QStringLiteral("cmdCancel"), QStringLiteral("Cancel"));
+    QPushButton* cmdSelect = bar.button(u"cmdSelect"_s, u"&Select"_s);
+    QPushButton* cmdCancel = bar.button(u"cmdCancel"_s, u"Cancel"_s);
     setDefaultButton(cmdSelect);
     setCancelButton(cmdCancel);
     on(cmdSelect, &FoundForm::cmdSelect_Click);
@@ -77,20 +76,19 @@ qint64 FoundForm::pick(const QString& part, const QString& further) {
     {
         screen::BusyPointer busy;
         jet::Recordset set = core::MainDatabase().openRecordset(
-            QStringLiteral("SELECT * FROM ") + m_kind.table +
-                QStringLiteral(" WHERE PartNo LIKE '") + values::quoted(partPattern(part)) +
-                QStringLiteral("'") + further + QStringLiteral(" ORDER BY ") + m_kind.key,
+            u"SELECT * FROM "_s + m_kind.table + u" WHERE PartNo LIKE '"_s +
+                values::quoted(partPattern(part)) + u"'"_s + further + u" ORDER BY "_s + m_kind.key,
             jet::RecordsetType::Snapshot);
         for (; !set.eof(); set.moveNext()) {
             QStringList texts;
             for (const auto& column : m_kind.columns)
                 texts << set.text(column.first);
-            m_list->addRow(QStringLiteral("N") + texts.first(), texts);
+            m_list->addRow(u"N"_s + texts.first(), texts);
         }
     }
     if (m_list->rowCount() == 0) {
-        screen::MsgBox(QStringLiteral("Part(s) not found!"), screen::Buttons::Ok,
-                       screen::Icon::Information, QStringLiteral("System Message"));
+        screen::MsgBox(u"Part(s) not found!"_s, screen::Buttons::Ok, screen::Icon::Information,
+                       u"System Message"_s);
         return 0;
     }
     m_list->selectRow(0);

@@ -4,6 +4,7 @@
 #include "core/Spelling.h"
 #include "estimating/NoteStaging.h"
 #include "platform/screen/Layout.h"
+#include "platform/values/Literals.h"
 
 #include <QAction>
 #include <QHBoxLayout>
@@ -23,22 +24,21 @@ OperNoteForm::OperNoteForm(const RoutingKind& kind)
 
     auto* labels = new QHBoxLayout;
     outside->addLayout(labels);
-    lblDocument = screen::named(new QLabel(this), QStringLiteral("lblEstNo"));
-    lblSeqNo = screen::named(new QLabel(this), QStringLiteral("lblSeqNo"));
+    lblDocument = screen::named(new QLabel(this), u"lblEstNo"_s);
+    lblSeqNo = screen::named(new QLabel(this), u"lblSeqNo"_s);
     labels->addWidget(lblDocument);
     labels->addStretch();
     labels->addWidget(lblSeqNo);
-    Text1 = screen::named(new controls::MemoField(this), QStringLiteral("Text1"),
-                          QStringLiteral("Note"));
+    Text1 = screen::named(new controls::MemoField(this), u"Text1"_s, u"Note"_s);
     outside->addWidget(Text1, 1);
 
     screen::ButtonBar bar(this, outside);
     bar.stretch();
-    cmdOK = bar.button(QStringLiteral("cmdOK"), QStringLiteral("Up&date"));
-    cmdCancel = bar.button(QStringLiteral("cmdCancel"), QStringLiteral("Cancel"));
+    cmdOK = bar.button(u"cmdOK"_s, u"Up&date"_s);
+    cmdCancel = bar.button(u"cmdCancel"_s, u"Cancel"_s);
     setCancelButton(cmdCancel);
 
-    QMenu* edit = menus->addMenu(QStringLiteral("&Edit"));
+    QMenu* edit = menus->addMenu(u"&Edit"_s);
     const auto entry = [&](const char16_t* name, const char16_t* caption) {
         QAction* action = edit->addAction(QString::fromUtf16(caption));
         action->setObjectName(QString::fromUtf16(name));
@@ -50,9 +50,9 @@ OperNoteForm::OperNoteForm(const RoutingKind& kind)
     QAction* erase = entry(u"mnuEditDelete", u"&Delete");
     edit->addSeparator();
     mnuEditInsert = entry(u"mnuEditInsert", u"&Insert Default Notes");
-    QMenu* tools = menus->addMenu(QStringLiteral("&Tools"));
-    QAction* mnuSpellCheck = tools->addAction(QStringLiteral("&Spelling..."));
-    mnuSpellCheck->setObjectName(QStringLiteral("mnuSpellCheck"));
+    QMenu* tools = menus->addMenu(u"&Tools"_s);
+    QAction* mnuSpellCheck = tools->addAction(u"&Spelling..."_s);
+    mnuSpellCheck->setObjectName(u"mnuSpellCheck"_s);
     m_changing = {cut, paste, erase, mnuEditInsert, mnuSpellCheck};
 
     on(cut, [this] { Text1->cut(); });
@@ -70,9 +70,9 @@ std::optional<bool> OperNoteForm::edit(const NoteRequest& request) {
     m_request = request;
     jet::Database& database = core::MainDatabase();
     lblDocument->setText(m_kind.documentLabel + (request.documentNo == 0
-                                                     ? QStringLiteral("New")
+                                                     ? u"New"_s
                                                      : QString::number(request.documentNo)));
-    lblSeqNo->setText(QStringLiteral("Seq No.: ") + QString::number(request.seqNo));
+    lblSeqNo->setText(u"Seq No.: "_s + QString::number(request.seqNo));
     Text1->setText(
         NoteStaging(database, m_kind, request.documentNo).note(request.seqNo).value_or(QString()));
     Text1->setLocked(request.locked);
@@ -82,7 +82,7 @@ std::optional<bool> OperNoteForm::edit(const NoteRequest& request) {
     mnuEditInsert->setVisible(!m_defaultNote.isEmpty());
     cmdCancel->setVisible(!request.locked);
     if (request.locked) {
-        cmdOK->setText(QStringLiteral("&OK"));
+        cmdOK->setText(u"&OK"_s);
         setDefaultButton(cmdOK);
         setCancelButton(cmdOK);
     }
@@ -92,7 +92,7 @@ std::optional<bool> OperNoteForm::edit(const NoteRequest& request) {
 }
 
 void OperNoteForm::mnuEditInsert_Click() {
-    Text1->setText(m_defaultNote + QStringLiteral("\r\n") + Text1->text());
+    Text1->setText(m_defaultNote + u"\r\n"_s + Text1->text());
 }
 
 void OperNoteForm::cmdOK_Click() {

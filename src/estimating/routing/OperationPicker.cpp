@@ -2,6 +2,7 @@
 
 #include "estimating/routing/Pictures.h"
 #include "platform/screen/Layout.h"
+#include "platform/values/Literals.h"
 
 #include <QCheckBox>
 #include <QGroupBox>
@@ -30,9 +31,8 @@ OperationPicker::OperationPicker(screen::Form& form, bool withNotes)
         lists->setStretchFactor(frame, 1);
         return made;
     };
-    lvwAvail = list(QStringLiteral("fraAvail"), QStringLiteral("lvwAvail"),
-                    QStringLiteral("List of Available Operations"));
-    lvwAvail->setColumns({{QStringLiteral("Operation"), 32}});
+    lvwAvail = list(u"fraAvail"_s, u"lvwAvail"_s, u"List of Available Operations"_s);
+    lvwAvail->setColumns({{u"Operation"_s, 32}});
 
     screen::ButtonBar middle(this, lists);
     middle.stretch();
@@ -41,29 +41,26 @@ OperationPicker::OperationPicker(screen::Form& form, bool withNotes)
         connect(middle.button(name, caption), &QPushButton::clicked, this,
                 [this, handler] { m_form.guarded([&] { (this->*handler)(); }); });
     };
-    button(QStringLiteral("cmdAddRemove(0)"), QStringLiteral("&Add >"), &OperationPicker::add);
-    button(QStringLiteral("cmdAddRemove(1)"), QStringLiteral("< &Remove"),
-           &OperationPicker::remove);
-    connect(middle.button(QStringLiteral("cmdUpDown(0)"), QStringLiteral("Move &Up")),
-            &QPushButton::clicked, this, [this] { m_form.guarded([this] { move(-1); }); });
-    connect(middle.button(QStringLiteral("cmdUpDown(1)"), QStringLiteral("Move &Down")),
-            &QPushButton::clicked, this, [this] { m_form.guarded([this] { move(1); }); });
+    button(u"cmdAddRemove(0)"_s, u"&Add >"_s, &OperationPicker::add);
+    button(u"cmdAddRemove(1)"_s, u"< &Remove"_s, &OperationPicker::remove);
+    connect(middle.button(u"cmdUpDown(0)"_s, u"Move &Up"_s), &QPushButton::clicked, this,
+            [this] { m_form.guarded([this] { move(-1); }); });
+    connect(middle.button(u"cmdUpDown(1)"_s, u"Move &Down"_s), &QPushButton::clicked, this,
+            [this] { m_form.guarded([this] { move(1); }); });
     middle.stretch();
 
-    lvwSel = list(QStringLiteral("fraSel"), QStringLiteral("lvwSel"),
-                  QStringLiteral("Selected Operations for this Set"));
-    std::vector<controls::GridColumn> columns{{QStringLiteral("Operation"), 30}};
+    lvwSel = list(u"fraSel"_s, u"lvwSel"_s, u"Selected Operations for this Set"_s);
+    std::vector<controls::GridColumn> columns{{u"Operation"_s, 30}};
     if (withNotes)
-        columns.push_back({QStringLiteral("Notes"), 6});
+        columns.push_back({u"Notes"_s, 6});
     lvwSel->setColumns(std::move(columns));
 
     auto* below = new QHBoxLayout;
     outside->addLayout(below);
-    below->addWidget(new QLabel(QStringLiteral("*oc = Outside Contractor"), this));
+    below->addWidget(new QLabel(u"*oc = Outside Contractor"_s, this));
     below->addStretch();
     Check1 =
-        screen::named(new QCheckBox(QStringLiteral("Use default &notes for this operation"), this),
-                      QStringLiteral("Check1"));
+        screen::named(new QCheckBox(u"Use default &notes for this operation"_s, this), u"Check1"_s);
     Check1->setVisible(withNotes);
     below->addWidget(Check1);
 
@@ -76,8 +73,8 @@ OperationPicker::OperationPicker(screen::Form& form, bool withNotes)
 void OperationPicker::load(jet::Database& database, const QString& available,
                            const QString& picked) {
     QSet<qint64> noted;
-    jet::Recordset notes = database.openRecordset(QStringLiteral("SELECT OperNo FROM OperNote"),
-                                                  jet::RecordsetType::Snapshot);
+    jet::Recordset notes =
+        database.openRecordset(u"SELECT OperNo FROM OperNote"_s, jet::RecordsetType::Snapshot);
     for (; !notes.eof(); notes.moveNext())
         noted.insert(notes[u"OperNo"].toLong());
     const auto read = [&](const QString& select) {
@@ -87,9 +84,8 @@ void OperationPicker::load(jet::Database& database, const QString& available,
         jet::Recordset set = database.openRecordset(select, jet::RecordsetType::Snapshot);
         for (; !set.eof(); set.moveNext()) {
             const qint64 operNo = set[u"OperNo"].toLong();
-            entries.push_back({operNo, set.text(u"Description"),
-                               set.text(u"OperType") == QStringLiteral("C"), noted.contains(operNo),
-                               false});
+            entries.push_back({operNo, set.text(u"Description"), set.text(u"OperType") == u"C"_s,
+                               noted.contains(operNo), false});
         }
         return entries;
     };
@@ -100,13 +96,12 @@ void OperationPicker::load(jet::Database& database, const QString& available,
 }
 
 void OperationPicker::addRow(controls::ListView* list, const Entry& entry, bool withNotes) {
-    QStringList texts{entry.contractor ? entry.description + QStringLiteral("  *oc")
-                                       : entry.description};
+    QStringList texts{entry.contractor ? entry.description + u"  *oc"_s : entry.description};
     if (withNotes)
-        texts << (entry.useNote ? QStringLiteral("yes") : QStringLiteral("no"));
-    list->addRow(QStringLiteral("O") + QString::number(entry.operNo), texts,
+        texts << (entry.useNote ? u"yes"_s : u"no"_s);
+    list->addRow(u"O"_s + QString::number(entry.operNo), texts,
                  entry.hasNote ? noteIcon() : noNoteIcon(),
-                 entry.hasNote ? QStringLiteral("has a default note") : QString());
+                 entry.hasNote ? u"has a default note"_s : QString());
 }
 
 void OperationPicker::showLists() {
@@ -171,7 +166,7 @@ void OperationPicker::useNote() {
     for (const int row : lvwSel->selectedRows()) {
         Entry& entry = m_picked[static_cast<std::size_t>(row)];
         entry.useNote = entry.hasNote && Check1->isChecked();
-        lvwSel->setRowText(row, 1, entry.useNote ? QStringLiteral("yes") : QStringLiteral("no"));
+        lvwSel->setRowText(row, 1, entry.useNote ? u"yes"_s : u"no"_s);
     }
 }
 

@@ -4,6 +4,7 @@
 #include "platform/controls/DataCombo.h"
 #include "platform/screen/Layout.h"
 #include "platform/values/Format.h"
+#include "platform/values/Literals.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -32,14 +33,14 @@ void RoutedModule::Form_Load() {
 }
 
 bool RoutedModule::mayOpen() {
-    if (!core::MainDatabase().hasRows(QStringLiteral("SELECT CustID FROM Customer"))) {
-        screen::MsgBox(QStringLiteral("You cannot use the ") + descriptor().moduleWord +
-                           QStringLiteral(" module if you do not have any Customers in the "
-                                          "database!"),
-                       screen::Buttons::Ok, screen::Icon::Critical, QStringLiteral("Error"));
+    if (!core::MainDatabase().hasRows(u"SELECT CustID FROM Customer"_s)) {
+        screen::MsgBox(u"You cannot use the "_s + descriptor().moduleWord +
+                           u" module if you do not have any Customers in the "
+                           "database!"_s,
+                       screen::Buttons::Ok, screen::Icon::Critical, u"Error"_s);
         return false;
     }
-    const bool showDollar = core::HasAccess(QStringLiteral("ShowDollar"));
+    const bool showDollar = core::HasAccess(u"ShowDollar"_s);
     for (QWidget* widget : m_secured)
         widget->setVisible(showDollar);
     m_routing->setShowDollar(showDollar);
@@ -47,15 +48,14 @@ bool RoutedModule::mayOpen() {
 }
 
 void RoutedModule::openLookups() {
-    dbcCustomer->setRows(
-        core::MainDatabase().openRecordset(
-            QStringLiteral("SELECT Company, CustID FROM Customer ORDER BY Company"),
-            jet::RecordsetType::Snapshot),
-        QStringLiteral("Company"), QStringLiteral("CustID"));
+    dbcCustomer->setRows(core::MainDatabase().openRecordset(
+                             u"SELECT Company, CustID FROM Customer ORDER BY Company"_s,
+                             jet::RecordsetType::Snapshot),
+                         u"Company"_s, u"CustID"_s);
 }
 
 void RoutedModule::refreshLookup(const QString& table) {
-    if (table.compare(QStringLiteral("Customer"), Qt::CaseInsensitive) == 0) {
+    if (table.compare(u"Customer"_s, Qt::CaseInsensitive) == 0) {
         openLookups();
         dbcCustomer->setBoundText(lblCustID->text());
     }
@@ -76,8 +76,8 @@ QWidget* RoutedModule::makeButtonPane(const std::vector<std::vector<ModuleButton
     auto* pane = new QWidget(this);
     auto* layout = new QVBoxLayout(pane);
     layout->setContentsMargins(0, 0, 0, 0);
-    fraBrowse = screen::named(new QWidget(pane), QStringLiteral("fraBrowse"));
-    fraEdit = screen::named(new QWidget(pane), QStringLiteral("fraEdit"));
+    fraBrowse = screen::named(new QWidget(pane), u"fraBrowse"_s);
+    fraEdit = screen::named(new QWidget(pane), u"fraEdit"_s);
     layout->addWidget(fraBrowse);
     layout->addWidget(fraEdit);
     layout->addStretch();
@@ -94,25 +94,23 @@ QWidget* RoutedModule::makeButtonPane(const std::vector<std::vector<ModuleButton
     auto* entry = new QHBoxLayout(fraEdit);
     entry->setContentsMargins(0, 0, 0, 0);
     entry->addStretch();
-    makeButtons(entry, {{Role::Save, QStringLiteral("cmdSave"), QStringLiteral("&Save")},
-                        {Role::Cancel, QStringLiteral("cmdCancel"), QStringLiteral("&Cancel")}});
+    makeButtons(entry, {{Role::Save, u"cmdSave"_s, u"&Save"_s},
+                        {Role::Cancel, u"cmdCancel"_s, u"&Cancel"_s}});
     // The lists above keep their height when the frames change places.
     pane->setMinimumHeight(fraBrowse->sizeHint().height());
     return pane;
 }
 
 QLayout* RoutedModule::makeCustomer(QWidget* parent) {
-    dbcCustomer = screen::named(new controls::DataCombo(parent), QStringLiteral("dbcCustomer"),
-                                QStringLiteral("Customer"));
-    lblCustID = screen::named(new QLabel(parent), QStringLiteral("lblCustID"),
-                              QStringLiteral("Customer No."));
+    dbcCustomer = screen::named(new controls::DataCombo(parent), u"dbcCustomer"_s, u"Customer"_s);
+    lblCustID = screen::named(new QLabel(parent), u"lblCustID"_s, u"Customer No."_s);
     lblCustID->setFrameShape(QFrame::StyledPanel);
     lblCustID->setMinimumWidth(52);
     auto* row = new QHBoxLayout;
     row->setSpacing(2);
     row->addWidget(dbcCustomer, 1);
     row->addWidget(lblCustID);
-    fields().bind({QStringLiteral("CustID"),
+    fields().bind({u"CustID"_s,
                    [this](const jet::Value& value) { showCustomer(value.toText()); },
                    {},
                    [this] {
@@ -140,8 +138,7 @@ void RoutedModule::showCustomer(const QString& custId) {
     lblCustID->setText(custId);
     dbcCustomer->setBoundText(custId);
     if (dbcCustomer->boundText() == custId ||
-        !core::MainDatabase().hasRows(
-            QStringLiteral("SELECT CustID FROM Customer WHERE CustID = ") + custId))
+        !core::MainDatabase().hasRows(u"SELECT CustID FROM Customer WHERE CustID = "_s + custId))
         return;
     openLookups();
     dbcCustomer->setBoundText(custId);

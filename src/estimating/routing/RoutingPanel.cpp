@@ -8,6 +8,7 @@
 #include "platform/screen/Layout.h"
 #include "platform/screen/MsgBox.h"
 #include "platform/values/Format.h"
+#include "platform/values/Literals.h"
 #include "platform/values/Numbers.h"
 
 #include <QHBoxLayout>
@@ -76,8 +77,7 @@ QWidget* RoutingPanel::operPane() {
     auto* pane = new QWidget(this);
     auto* layout = new QVBoxLayout(pane);
     layout->setContentsMargins(0, 0, 0, 0);
-    m_oper = screen::named(new controls::Grid(pane), QStringLiteral("sprOper"),
-                           QStringLiteral("Operations"));
+    m_oper = screen::named(new controls::Grid(pane), u"sprOper"_s, u"Operations"_s);
 
     using Kind = GridColumn::Kind;
     const values::KeyFilter decimal = values::keys::decimal();
@@ -87,24 +87,18 @@ QWidget* RoutingPanel::operPane() {
         m_columns.push_back(column);
         columns.push_back(std::move(as));
     };
-    add(Column::Seq, {QStringLiteral("Seq"), 4, Kind::Number});
-    add(Column::Note, {QStringLiteral("Note"), 6, Kind::Picture});
-    add(Column::Description, {QStringLiteral("Description"), 26});
+    add(Column::Seq, {u"Seq"_s, 4, Kind::Number});
+    add(Column::Note, {u"Note"_s, 6, Kind::Picture});
+    add(Column::Description, {u"Description"_s, 26});
     if (job)
-        add(Column::Status, {QStringLiteral(" Sts"), 5, Kind::Picture});
-    add(Column::Time, {job ? QStringLiteral("Time \\ Amount") : QStringLiteral("Time/Amount"),
-                       14,
-                       Kind::Number,
-                       true,
-                       decimal,
-                       {},
-                       12});
-    add(Column::Unit, {QStringLiteral("Unit"), 5});
+        add(Column::Status, {u" Sts"_s, 5, Kind::Picture});
+    add(Column::Time,
+        {job ? u"Time \\ Amount"_s : u"Time/Amount"_s, 14, Kind::Number, true, decimal, {}, 12});
+    add(Column::Unit, {u"Unit"_s, 5});
     if (job) {
-        add(Column::Estimated,
-            {QStringLiteral("Estimate Time/Amt"), 15, Kind::Number, true, decimal, {}, 12});
+        add(Column::Estimated, {u"Estimate Time/Amt"_s, 15, Kind::Number, true, decimal, {}, 12});
     }
-    add(Column::Rate, {job ? QStringLiteral("Rate for Inhouse $") : QStringLiteral("Rate"),
+    add(Column::Rate, {job ? u"Rate for Inhouse $"_s : u"Rate"_s,
                        job ? 15 : 10,
                        Kind::Number,
                        true,
@@ -119,19 +113,18 @@ QWidget* RoutingPanel::operPane() {
         [this](int row, int column) { m_form.guarded([&] { sprOper_Click(row, column); }); });
 
     auto* buttons = new QHBoxLayout;
-    m_operButtons[0] = button(QStringLiteral("cmdOper(0)"), QStringLiteral("Insert..."),
-                              QStringLiteral("Insert an operation"), [this] { insertOperation(); });
-    m_operButtons[1] =
-        button(QStringLiteral("cmdOper(1)"), QStringLiteral("Remove"),
-               QStringLiteral("Remove the operation"), [this] { removeOperation(); });
-    m_rateButtons[0] = button(QStringLiteral("cmdOperRate(0)"), QStringLiteral("One Rate"),
-                              QString(), [this] { switchRateMode(true); });
-    m_rateButtons[1] = button(QStringLiteral("cmdOperRate(1)"), QStringLiteral("Rate/Operation"),
-                              QString(), [this] { switchRateMode(false); });
+    m_operButtons[0] = button(u"cmdOper(0)"_s, u"Insert..."_s, u"Insert an operation"_s,
+                              [this] { insertOperation(); });
+    m_operButtons[1] = button(u"cmdOper(1)"_s, u"Remove"_s, u"Remove the operation"_s,
+                              [this] { removeOperation(); });
+    m_rateButtons[0] =
+        button(u"cmdOperRate(0)"_s, u"One Rate"_s, QString(), [this] { switchRateMode(true); });
+    m_rateButtons[1] = button(u"cmdOperRate(1)"_s, u"Rate/Operation"_s, QString(),
+                              [this] { switchRateMode(false); });
     buttons->addWidget(m_operButtons[0]);
     buttons->addWidget(m_operButtons[1]);
     buttons->addStretch();
-    buttons->addWidget(new QLabel(QStringLiteral("For Inhouse Operations, Use:"), pane));
+    buttons->addWidget(new QLabel(u"For Inhouse Operations, Use:"_s, pane));
     buttons->addWidget(m_rateButtons[0]);
     buttons->addWidget(m_rateButtons[1]);
     layout->addWidget(m_oper);
@@ -143,25 +136,24 @@ QWidget* RoutingPanel::miscPane() {
     auto* pane = new QWidget(this);
     auto* layout = new QVBoxLayout(pane);
     layout->setContentsMargins(0, 0, 0, 0);
-    m_misc = screen::named(new controls::Grid(pane), QStringLiteral("sprMisc"),
-                           QStringLiteral("Fixed costs"));
+    m_misc = screen::named(new controls::Grid(pane), u"sprMisc"_s, u"Fixed costs"_s);
     using Kind = GridColumn::Kind;
     const values::KeyFilter decimal = values::keys::decimal();
     m_misc->setColumns({
-        {QStringLiteral("Description"), 22},
-        {QStringLiteral("Unit"), 7, Kind::Text, true, values::keys::description(), {}, 10},
-        {QStringLiteral("Unit Price"), 10, Kind::Number, true, decimal, {}, 12},
-        {QStringLiteral("Qty"), 8, Kind::Number, true, decimal, {}, 12},
-        {QStringLiteral("Total"), 11, Kind::Number},
+        {u"Description"_s, 22},
+        {u"Unit"_s, 7, Kind::Text, true, values::keys::description(), {}, 10},
+        {u"Unit Price"_s, 10, Kind::Number, true, decimal, {}, 12},
+        {u"Qty"_s, 8, Kind::Number, true, decimal, {}, 12},
+        {u"Total"_s, 11, Kind::Number},
     });
     m_misc->installEventFilter(this);
     m_misc->cellChanged.connect(
         [this](int row, int column) { m_form.guarded([&] { sprMisc_Change(row, column); }); });
     auto* buttons = new QHBoxLayout;
-    m_miscButtons[0] = button(QStringLiteral("cmdMisc(0)"), QStringLiteral("Insert..."),
-                              QStringLiteral("Insert fixed costs"), [this] { insertItems(); });
-    m_miscButtons[1] = button(QStringLiteral("cmdMisc(1)"), QStringLiteral("Remove"),
-                              QStringLiteral("Remove the fixed cost"), [this] { removeItem(); });
+    m_miscButtons[0] =
+        button(u"cmdMisc(0)"_s, u"Insert..."_s, u"Insert fixed costs"_s, [this] { insertItems(); });
+    m_miscButtons[1] =
+        button(u"cmdMisc(1)"_s, u"Remove"_s, u"Remove the fixed cost"_s, [this] { removeItem(); });
     buttons->addWidget(m_miscButtons[0]);
     buttons->addWidget(m_miscButtons[1]);
     buttons->addStretch();
@@ -228,8 +220,7 @@ void RoutingPanel::showRateMode() {
         const bool inForce = (i == 0) == m_oneShopRate;
         font.setBold(inForce);
         m_rateButtons[i]->setFont(font);
-        m_rateButtons[i]->setAccessibleDescription(inForce ? QStringLiteral("in force")
-                                                           : QString());
+        m_rateButtons[i]->setAccessibleDescription(inForce ? u"in force"_s : QString());
     }
 }
 
@@ -242,7 +233,7 @@ void RoutingPanel::showOperRow(int row) {
             break;
         case Column::Note:
             if (oper.hasNote)
-                m_oper->setPicture(row, i, noteIcon(), QStringLiteral("Note"));
+                m_oper->setPicture(row, i, noteIcon(), u"Note"_s);
             else
                 m_oper->clearPicture(row, i);
             break;
@@ -260,8 +251,7 @@ void RoutingPanel::showOperRow(int row) {
             m_oper->setTextHidden(row, i, !m_showDollar && !oper.inhouse);
             break;
         case Column::Unit:
-            m_oper->setText(row, i,
-                            oper.inhouse ? QStringLiteral("hrs") : core::shared().CurrencySymbol);
+            m_oper->setText(row, i, oper.inhouse ? u"hrs"_s : core::shared().CurrencySymbol);
             m_oper->setTextHidden(row, i, !m_showDollar && !oper.inhouse);
             break;
         case Column::Estimated:
@@ -306,7 +296,7 @@ void RoutingPanel::showMiscRow(int row) {
 void RoutingPanel::insertOperation() {
     if (m_mode == RoutingMode::Browse)
         return;
-    auto dialog = screen::Forms::dialog<InsertOperationDialog>(QStringLiteral("frmInsOper"));
+    auto dialog = screen::Forms::dialog<InsertOperationDialog>(u"frmInsOper"_s);
     const auto chosen = dialog->insert(numbers(m_operations, &OperRow::operNo));
     if (!chosen)
         return;
@@ -334,8 +324,8 @@ void RoutingPanel::removeOperation() {
     const OperRow& oper = m_operations[static_cast<std::size_t>(row)];
     if (mayRemove && !mayRemove(oper))
         return;
-    if (screen::MsgBox(QStringLiteral("Delete operation ") + oper.description + QStringLiteral("?"),
-                       screen::Buttons::YesNo, screen::Icon::Question) != screen::Answer::Yes)
+    if (screen::MsgBox(u"Delete operation "_s + oper.description + u"?"_s, screen::Buttons::YesNo,
+                       screen::Icon::Question) != screen::Answer::Yes)
         return;
     const int rows = static_cast<int>(m_operations.size());
     NoteStaging(core::MainDatabase(), m_kind, m_documentNo).rowRemoved(row + 1, rows);
@@ -348,7 +338,7 @@ void RoutingPanel::removeOperation() {
 void RoutingPanel::insertItems() {
     if (m_mode == RoutingMode::Browse)
         return;
-    auto dialog = screen::Forms::dialog<InsertItemsDialog>(QStringLiteral("frmInsItem"));
+    auto dialog = screen::Forms::dialog<InsertItemsDialog>(u"frmInsItem"_s);
     const auto chosen = dialog->insert(numbers(m_fixedCosts, &MiscRow::itemNo));
     if (!chosen || chosen->rows.empty())
         return;
@@ -366,8 +356,8 @@ void RoutingPanel::removeItem() {
     if (m_mode == RoutingMode::Browse || row < 0)
         return;
     const QString& description = m_fixedCosts[static_cast<std::size_t>(row)].description;
-    if (screen::MsgBox(QStringLiteral("Delete item ") + description + QStringLiteral("?"),
-                       screen::Buttons::YesNo, screen::Icon::Question) != screen::Answer::Yes)
+    if (screen::MsgBox(u"Delete item "_s + description + u"?"_s, screen::Buttons::YesNo,
+                       screen::Icon::Question) != screen::Answer::Yes)
         return;
     m_fixedCosts.erase(m_fixedCosts.begin() + row);
     redraw();
@@ -379,8 +369,8 @@ void RoutingPanel::removeItem() {
 void RoutingPanel::switchRateMode(bool oneShopRate) {
     if (m_mode == RoutingMode::Browse || oneShopRate == m_oneShopRate)
         return;
-    if (screen::MsgBox(QStringLiteral("You are about to recalculate the Pricing for Inhouse "
-                                      "Operations. Are you sure?"),
+    if (screen::MsgBox(u"You are about to recalculate the Pricing for Inhouse "
+                       "Operations. Are you sure?"_s,
                        screen::Buttons::YesNo, screen::Icon::Question) != screen::Answer::Yes)
         return;
     setOneShopRate(oneShopRate);
@@ -425,7 +415,7 @@ void RoutingPanel::sprMisc_Change(int row, int column) {
         changed.retotal();
         misc = changed;
     } catch (const values::Overflow&) {
-        screen::MsgBox(QStringLiteral("The total is too large."), screen::Buttons::Ok,
+        screen::MsgBox(u"The total is too large."_s, screen::Buttons::Ok,
                        screen::Icon::Exclamation);
     }
     showMiscRow(row);

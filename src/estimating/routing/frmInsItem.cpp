@@ -4,6 +4,7 @@
 #include "platform/screen/Layout.h"
 #include "platform/screen/MsgBox.h"
 #include "platform/values/Format.h"
+#include "platform/values/Literals.h"
 
 #include <QLabel>
 #include <QPushButton>
@@ -12,36 +13,32 @@
 
 namespace estimating {
 
-frmInsItem::frmInsItem()
-    : Form(QString::fromLatin1(formName), QStringLiteral("Insert Fixed Cost")) {
+frmInsItem::frmInsItem() : Form(QString::fromLatin1(formName), u"Insert Fixed Cost"_s) {
     auto* outside = new QVBoxLayout(this);
-    lstItems = screen::named(new controls::ListView(this), QStringLiteral("lstItems"),
-                             QStringLiteral("Fixed cost items"));
-    lstItems->setColumns({{QStringLiteral("Description"), 44}});
+    lstItems = screen::named(new controls::ListView(this), u"lstItems"_s, u"Fixed cost items"_s);
+    lstItems->setColumns({{u"Description"_s, 44}});
     lstItems->setMultipleSelection(true);
     outside->addWidget(lstItems, 1);
 
     auto* shown = new QWidget(this);
     outside->addWidget(shown);
     screen::Fields fields(shown);
-    txtUnits = fields.text(QStringLiteral("txtUnits"), QStringLiteral("Unit:"), {.characters = 10});
+    txtUnits = fields.text(u"txtUnits"_s, u"Unit:"_s, {.characters = 10});
     fields.nextColumn();
-    txtUnitPrice = fields.text(QStringLiteral("txtUnitPrice"), QStringLiteral("Unit Price:"),
-                               {.characters = 14});
+    txtUnitPrice = fields.text(u"txtUnitPrice"_s, u"Unit Price:"_s, {.characters = 14});
     txtUnits->setLocked(true);
     txtUnitPrice->setLocked(true);
 
     screen::ButtonBar bar(this, outside);
-    optPosition[0] = screen::named(new QRadioButton(QStringLiteral("Insert &Before"), this),
-                                   QStringLiteral("optPosition(0)"));
-    optPosition[1] = screen::named(new QRadioButton(QStringLiteral("Insert &After"), this),
-                                   QStringLiteral("optPosition(1)"));
+    optPosition[0] =
+        screen::named(new QRadioButton(u"Insert &Before"_s, this), u"optPosition(0)"_s);
+    optPosition[1] = screen::named(new QRadioButton(u"Insert &After"_s, this), u"optPosition(1)"_s);
     optPosition[1]->setChecked(true);
     bar.layout()->addWidget(optPosition[0]);
     bar.layout()->addWidget(optPosition[1]);
     bar.stretch();
-    QPushButton* cmdOK = bar.button(QStringLiteral("cmdOK"), QStringLiteral("&OK"));
-    QPushButton* cmdCancel = bar.button(QStringLiteral("cmdCancel"), QStringLiteral("Cancel"));
+    QPushButton* cmdOK = bar.button(u"cmdOK"_s, u"&OK"_s);
+    QPushButton* cmdCancel = bar.button(u"cmdCancel"_s, u"Cancel"_s);
     setDefaultButton(cmdOK);
     setCancelButton(cmdCancel);
 
@@ -54,8 +51,7 @@ frmInsItem::frmInsItem()
 
 std::optional<InsertedItems> frmInsItem::insert(const std::vector<qint64>& taken) {
     jet::Recordset set = core::MainDatabase().openRecordset(
-        QStringLiteral("SELECT * FROM MiscItems ORDER BY Description"),
-        jet::RecordsetType::Snapshot);
+        u"SELECT * FROM MiscItems ORDER BY Description"_s, jet::RecordsetType::Snapshot);
     for (; !set.eof(); set.moveNext()) {
         const qint64 itemNo = set[u"ItemNo"].toLong();
         if (std::find(taken.begin(), taken.end(), itemNo) != taken.end())
@@ -66,11 +62,10 @@ std::optional<InsertedItems> frmInsItem::insert(const std::vector<qint64>& taken
                            set[u"UnitPrice"].toCurrency(),
                            {},
                            {}});
-        lstItems->addRow(QStringLiteral("M") + QString::number(itemNo),
-                         {m_items.back().description});
+        lstItems->addRow(u"M"_s + QString::number(itemNo), {m_items.back().description});
     }
     if (m_items.empty()) {
-        screen::MsgBox(QStringLiteral("No items to select from!"));
+        screen::MsgBox(u"No items to select from!"_s);
         return std::nullopt;
     }
     lstItems->setFocus();
@@ -100,7 +95,7 @@ void frmInsItem::lstItems_Click() {
     if (!item)
         return;
     txtUnits->setText(item->unit.trimmed());
-    const bool showDollar = core::HasAccess(QStringLiteral("ShowDollar"));
+    const bool showDollar = core::HasAccess(u"ShowDollar"_s);
     txtUnitPrice->setText(showDollar ? values::format(item->price, u"#0.0000") : QString());
 }
 

@@ -4,6 +4,7 @@
 #include "platform/screen/Layout.h"
 #include "platform/screen/MsgBox.h"
 #include "platform/values/Format.h"
+#include "platform/values/Literals.h"
 
 #include <QCheckBox>
 #include <QGroupBox>
@@ -15,25 +16,21 @@
 
 namespace estimating {
 
-frmInsOper::frmInsOper()
-    : Form(QString::fromLatin1(formName), QStringLiteral("Insert an Operation")) {
+frmInsOper::frmInsOper() : Form(QString::fromLatin1(formName), u"Insert an Operation"_s) {
     auto* outside = new QVBoxLayout(this);
-    lstOper = screen::named(new controls::ListView(this), QStringLiteral("lstOper"),
-                            QStringLiteral("Operations"));
-    lstOper->setColumns({{QStringLiteral("Operation"), 34}, {QStringLiteral("Type"), 10}});
+    lstOper = screen::named(new controls::ListView(this), u"lstOper"_s, u"Operations"_s);
+    lstOper->setColumns({{u"Operation"_s, 34}, {u"Type"_s, 10}});
     outside->addWidget(lstOper, 1);
-    lblOperShopRate = screen::named(new QLabel(this), QStringLiteral("lblOperShopRate"));
+    lblOperShopRate = screen::named(new QLabel(this), u"lblOperShopRate"_s);
     outside->addWidget(lblOperShopRate);
 
     auto* choices = new QHBoxLayout;
     outside->addLayout(choices);
-    optPosition[0] = screen::named(new QRadioButton(QStringLiteral("Insert &Before"), this),
-                                   QStringLiteral("optPosition(0)"));
-    optPosition[1] = screen::named(new QRadioButton(QStringLiteral("Insert &After"), this),
-                                   QStringLiteral("optPosition(1)"));
+    optPosition[0] =
+        screen::named(new QRadioButton(u"Insert &Before"_s, this), u"optPosition(0)"_s);
+    optPosition[1] = screen::named(new QRadioButton(u"Insert &After"_s, this), u"optPosition(1)"_s);
     optPosition[1]->setChecked(true);
-    chkNotes = screen::named(new QCheckBox(QStringLiteral("Use &Default Notes"), this),
-                             QStringLiteral("chkNotes"));
+    chkNotes = screen::named(new QCheckBox(u"Use &Default Notes"_s, this), u"chkNotes"_s);
     choices->addWidget(optPosition[0]);
     choices->addWidget(optPosition[1]);
     choices->addStretch();
@@ -49,22 +46,20 @@ frmInsOper::frmInsOper()
 
 std::optional<InsertedOperation> frmInsOper::insert(const std::vector<qint64>& taken) {
     jet::Recordset set = core::MainDatabase().openRecordset(
-        QStringLiteral("SELECT * FROM Operation WHERE OperType<>'O' ORDER BY Description"),
+        u"SELECT * FROM Operation WHERE OperType<>'O' ORDER BY Description"_s,
         jet::RecordsetType::Snapshot);
     for (; !set.eof(); set.moveNext()) {
         const qint64 operNo = set[u"OperNo"].toLong();
         if (std::find(taken.begin(), taken.end(), operNo) != taken.end())
             continue;
-        m_operations.push_back({operNo, set.text(u"Description"),
-                                set.text(u"OperType") == QStringLiteral("I"),
+        m_operations.push_back({operNo, set.text(u"Description"), set.text(u"OperType") == u"I"_s,
                                 set[u"OperShopRate"].toCurrency()});
         const CatalogueOperation& added = m_operations.back();
-        lstOper->addRow(QStringLiteral("O") + QString::number(operNo),
-                        {added.description,
-                         added.inhouse ? QStringLiteral("Inhouse") : QStringLiteral("Out Contr")});
+        lstOper->addRow(u"O"_s + QString::number(operNo),
+                        {added.description, added.inhouse ? u"Inhouse"_s : u"Out Contr"_s});
     }
     if (m_operations.empty()) {
-        screen::MsgBox(QStringLiteral("No operations to select from!"));
+        screen::MsgBox(u"No operations to select from!"_s);
         return std::nullopt;
     }
     lstOper->selectRow(0);
@@ -89,9 +84,8 @@ const CatalogueOperation* frmInsOper::selected() const {
 void frmInsOper::lstOper_Click() {
     QString text;
     const CatalogueOperation* operation = selected();
-    if (operation && operation->inhouse && core::HasAccess(QStringLiteral("ShowDollar"))) {
-        text = QStringLiteral("Hourly Rate: ") +
-               values::format(operation->rate, core::moneyMask(QStringLiteral("#,###.00")));
+    if (operation && operation->inhouse && core::HasAccess(u"ShowDollar"_s)) {
+        text = u"Hourly Rate: "_s + values::format(operation->rate, core::moneyMask(u"#,###.00"_s));
     }
     lblOperShopRate->setText(text);
 }

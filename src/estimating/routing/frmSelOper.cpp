@@ -2,14 +2,14 @@
 
 #include "core/MirsaMain.h"
 #include "platform/screen/Layout.h"
+#include "platform/values/Literals.h"
 
 #include <QPushButton>
 #include <QVBoxLayout>
 
 namespace estimating {
 
-frmSelOper::frmSelOper()
-    : Form(QString::fromLatin1(formName), QStringLiteral("Select Operations")) {
+frmSelOper::frmSelOper() : Form(QString::fromLatin1(formName), u"Select Operations"_s) {
     auto* outside = new QVBoxLayout(this);
     m_picker = new OperationPicker(*this, true);
     outside->addWidget(m_picker, 1);
@@ -22,9 +22,8 @@ frmSelOper::frmSelOper()
 }
 
 void frmSelOper::Form_Load() {
-    m_picker->load(core::MainDatabase(),
-                   QStringLiteral("SELECT * FROM Operation WHERE OperType in ('I','C') "
-                                  "ORDER BY Description"));
+    m_picker->load(core::MainDatabase(), u"SELECT * FROM Operation WHERE OperType in ('I','C') "
+                                         "ORDER BY Description"_s);
 }
 
 std::optional<std::vector<ChosenOperation>> frmSelOper::choose() {

@@ -1,6 +1,7 @@
 #include "platform/controls/DataControl.h"
 
 #include "platform/controls/Guard.h"
+#include "platform/values/Literals.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -18,7 +19,7 @@ DataControl::DataControl(QWidget* parent) : QWidget(parent) {
                            void (DataControl::*move)()) {
         auto* button = new QToolButton(this);
         button->setIcon(style()->standardIcon(icon));
-        button->setToolTip(keys.isEmpty() ? name : QStringLiteral("%1 (%2)").arg(name, keys));
+        button->setToolTip(keys.isEmpty() ? name : u"%1 (%2)"_s.arg(name, keys));
         button->setAccessibleName(name);
         button->setFocusPolicy(Qt::TabFocus);
         const auto go = [this, move] { guarded([&] { (this->*move)(); }); };
@@ -29,17 +30,15 @@ DataControl::DataControl(QWidget* parent) : QWidget(parent) {
         }
         return button;
     };
-    m_first = arrow(QStyle::SP_MediaSkipBackward, QStringLiteral("First record"), {},
-                    &DataControl::moveFirst);
-    m_previous = arrow(QStyle::SP_MediaSeekBackward, QStringLiteral("Previous record"),
-                       QStringLiteral("Alt+Left"), &DataControl::movePrevious);
+    m_first = arrow(QStyle::SP_MediaSkipBackward, u"First record"_s, {}, &DataControl::moveFirst);
+    m_previous = arrow(QStyle::SP_MediaSeekBackward, u"Previous record"_s, u"Alt+Left"_s,
+                       &DataControl::movePrevious);
     m_caption = new QLabel(this);
     m_caption->setAlignment(Qt::AlignCenter);
     m_caption->setMinimumWidth(fontMetrics().averageCharWidth() * 18);
-    m_next = arrow(QStyle::SP_MediaSeekForward, QStringLiteral("Next record"),
-                   QStringLiteral("Alt+Right"), &DataControl::moveNext);
-    m_last = arrow(QStyle::SP_MediaSkipForward, QStringLiteral("Last record"), {},
-                   &DataControl::moveLast);
+    m_next = arrow(QStyle::SP_MediaSeekForward, u"Next record"_s, u"Alt+Right"_s,
+                   &DataControl::moveNext);
+    m_last = arrow(QStyle::SP_MediaSkipForward, u"Last record"_s, {}, &DataControl::moveLast);
     for (QWidget* part :
          std::initializer_list<QWidget*>{m_first, m_previous, m_caption, m_next, m_last})
         layout->addWidget(part, part == m_caption ? 1 : 0);
@@ -160,7 +159,7 @@ void DataControl::showPlace() {
     if (place >= 0) {
         if (!shown.isEmpty())
             shown += u' ';
-        shown += QStringLiteral("%1 of %2").arg(place + 1).arg(count);
+        shown += u"%1 of %2"_s.arg(place + 1).arg(count);
     }
     m_caption->setText(shown);
     m_first->setEnabled(place > 0);

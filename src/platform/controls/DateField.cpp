@@ -4,6 +4,7 @@
 #include "platform/controls/Look.h"
 #include "platform/values/Clock.h"
 #include "platform/values/Format.h"
+#include "platform/values/Literals.h"
 
 #include <QAction>
 #include <QCalendarWidget>
@@ -37,9 +38,9 @@ QIcon calendarIcon(const QPalette& palette) {
 } // namespace
 
 DateField::DateField(QWidget* parent) : QLineEdit(parent) {
-    setPlaceholderText(QStringLiteral("m/d/yyyy"));
+    setPlaceholderText(u"m/d/yyyy"_s);
     auto* pick = addAction(calendarIcon(palette()), QLineEdit::TrailingPosition);
-    pick->setToolTip(QStringLiteral("Choose from a calendar (F4)"));
+    pick->setToolTip(u"Choose from a calendar (F4)"_s);
     connect(pick, &QAction::triggered, this, [this] { openCalendar(); });
     connect(this, &QLineEdit::textEdited, this, [this] { takeText(); });
 }
@@ -121,7 +122,7 @@ void DateField::mark() {
     // While somebody is still typing, half a date is no mistake.
     const bool wrong = !isValid() && !m_editing;
     setTextColour(this, wrong ? redText(palette()) : QColor());
-    setToolTip(wrong ? QStringLiteral("This isn't a date.") : QString());
+    setToolTip(wrong ? u"This isn't a date."_s : QString());
     setAccessibleDescription(toolTip());
 }
 
@@ -197,7 +198,7 @@ void DateField::openCalendar() {
     auto* layout = new QVBoxLayout(popup);
     layout->setContentsMargins(1, 1, 1, 1);
     auto* calendar = new QCalendarWidget(popup);
-    calendar->setObjectName(QStringLiteral("calendar"));
+    calendar->setObjectName(u"calendar"_s);
     calendar->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
     calendar->setSelectedDate(m_date.value_or(values::today()));
     layout->addWidget(calendar);

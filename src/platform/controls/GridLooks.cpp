@@ -1,4 +1,5 @@
 #include "platform/controls/GridModel.h"
+#include "platform/values/Literals.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -146,9 +147,7 @@ void GridLooks::copy() const {
         atStart = false;
         const bool isCheck = m_model.column(cell.column()).kind == GridColumn::Kind::Check;
         QString text = cell.data(isCheck ? Qt::EditRole : Qt::DisplayRole).toString();
-        lines += text.replace(QStringLiteral("\r\n"), QStringLiteral(" "))
-                     .replace(u'\n', u' ')
-                     .replace(u'\t', u' ');
+        lines += text.replace(u"\r\n"_s, u" "_s).replace(u'\n', u' ').replace(u'\t', u' ');
     }
     QGuiApplication::clipboard()->setText(lines);
 }

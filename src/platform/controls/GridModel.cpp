@@ -1,6 +1,7 @@
 #include "platform/controls/GridModel.h"
 
 #include "platform/values/Format.h"
+#include "platform/values/Literals.h"
 #include "platform/values/Numbers.h"
 
 #include <QApplication>
@@ -161,8 +162,7 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
         if (firstIcon)
             said << row.iconText;
         if (column.kind == Kind::Check)
-            said << (isChecked(index.row(), index.column()) ? QStringLiteral("checked")
-                                                            : QStringLiteral("not checked"));
+            said << (isChecked(index.row(), index.column()) ? u"checked"_s : u"not checked"_s);
         else if (!hidden)
             said << row.texts.value(index.column());
         said.removeAll(QString());
@@ -196,7 +196,7 @@ bool GridModel::setData(const QModelIndex& index, const QVariant& value, int rol
         return false;
     QString text = value.toString();
     if (role == Qt::CheckStateRole)
-        text = value.toInt() == Qt::Checked ? QStringLiteral("1") : QStringLiteral("0");
+        text = value.toInt() == Qt::Checked ? u"1"_s : u"0"_s;
     else if (role != Qt::EditRole)
         return false;
     if (m_rows[size_t(index.row())].texts.value(index.column()) == text)
@@ -238,7 +238,7 @@ namespace {
 QDate shownDate(const QString& text) {
     if (text.contains(u'/'))
         return values::dateFromText(text);
-    return QLocale::c().toDate(text, QStringLiteral("dddd, MMMM d, yyyy"));
+    return QLocale::c().toDate(text, u"dddd, MMMM d, yyyy"_s);
 }
 
 } // namespace

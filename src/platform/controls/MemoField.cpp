@@ -1,6 +1,7 @@
 #include "platform/controls/EntryRule.h"
 #include "platform/controls/Look.h"
 #include "platform/controls/TextField.h"
+#include "platform/values/Literals.h"
 
 #include <QFocusEvent>
 #include <QInputMethodEvent>
@@ -19,12 +20,12 @@ MemoField::MemoField(QWidget* parent) : QPlainTextEdit(parent) {
 }
 
 QString MemoField::text() const {
-    return toPlainText().replace(u'\n', QStringLiteral("\r\n"));
+    return toPlainText().replace(u'\n', u"\r\n"_s);
 }
 
 void MemoField::setText(const QString& text) {
     QString plain = text;
-    plain.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(u'\r', u'\n');
+    plain.replace(u"\r\n"_s, u"\n"_s).replace(u'\r', u'\n');
     if (plain != toPlainText())
         setPlainText(plain);
     moveCursor(QTextCursor::Start);
@@ -100,7 +101,7 @@ void MemoField::insertFromMimeData(const QMimeData* source) {
     if (!source->hasText())
         return;
     QString lines = source->text();
-    lines.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(u'\r', u'\n');
+    lines.replace(u"\r\n"_s, u"\n"_s).replace(u'\r', u'\n');
     QStringList kept = lines.split(u'\n');
     for (QString& line : kept)
         line = values::filtered(line, m_filter);

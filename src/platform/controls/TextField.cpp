@@ -3,6 +3,7 @@
 #include "platform/controls/EntryRule.h"
 #include "platform/controls/Look.h"
 #include "platform/values/Format.h"
+#include "platform/values/Literals.h"
 #include "platform/values/Numbers.h"
 
 #include <QFocusEvent>
@@ -92,7 +93,7 @@ void TextField::keyPressEvent(QKeyEvent* event) {
 }
 
 CurrencyField::CurrencyField(QWidget* parent) : TextField(parent) {
-    setKeyFilter({QStringLiteral("0123456789.-"), true, {}});
+    setKeyFilter({u"0123456789.-"_s, true, {}});
     setAlignment(Qt::AlignRight | Qt::AlignVCenter);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/controls/Field.h"
+#include "platform/values/Literals.h"
 #include "platform/values/Text.h"
 
 #include <QLineEdit>
@@ -63,7 +64,7 @@ class CurrencyField : public TextField {
     void reformat() override;
 
   private:
-    QString m_displayMask = QStringLiteral("#####0.0000");
+    QString m_displayMask = u"#####0.0000"_s;
 };
 
 /// Several lines of text. Tab moves on instead of writing a tab.

@@ -3,6 +3,7 @@
 #include "platform/controls/EntryRule.h"
 #include "platform/controls/Look.h"
 #include "platform/values/Format.h"
+#include "platform/values/Literals.h"
 
 #include <QFocusEvent>
 #include <QKeyEvent>
@@ -29,7 +30,7 @@ TimeField::TimeField(QWidget* parent) : QLineEdit(parent) {
 
 std::optional<QTime> TimeField::timeFromText(const QString& text) {
     static const QRegularExpression form(
-        QStringLiteral("^(\\d{1,2})(?::?(\\d{2})(?::?(\\d{2}))?)?\\s*(?:([ap])m?)?$"),
+        u"^(\\d{1,2})(?::?(\\d{2})(?::?(\\d{2}))?)?\\s*(?:([ap])m?)?$"_s,
         QRegularExpression::CaseInsensitiveOption);
     const auto match = form.match(text.trimmed());
     if (!match.hasMatch())
@@ -104,7 +105,7 @@ void TimeField::mark() {
     // While somebody is still typing, half a time is no mistake.
     const bool wrong = !isValid() && !m_editing;
     setTextColour(this, wrong ? redText(palette()) : QColor());
-    setToolTip(wrong ? QStringLiteral("This isn't a time.") : QString());
+    setToolTip(wrong ? u"This isn't a time."_s : QString());
     setAccessibleDescription(toolTip());
 }
 
@@ -116,7 +117,7 @@ void TimeField::tellChange() {
 void TimeField::showHint() {
     // Where nothing can be typed it would pass for a time.
     const bool open = isEnabled() && !isReadOnly();
-    setPlaceholderText(open ? QStringLiteral("h:mm AM") : QString());
+    setPlaceholderText(open ? u"h:mm AM"_s : QString());
 }
 
 void TimeField::changeEvent(QEvent* event) {
@@ -156,8 +157,7 @@ void TimeField::keyPressEvent(QKeyEvent* event) {
         return;
     }
     const QChar typed = typedCharacter(event);
-    const bool fits =
-        typed.isNull() || typed.isDigit() || QStringLiteral(": aApPmM").contains(typed);
+    const bool fits = typed.isNull() || typed.isDigit() || u": aApPmM"_s.contains(typed);
     if (isReadOnly() || fits)
         QLineEdit::keyPressEvent(event);
     else

@@ -3,6 +3,7 @@
 #include "platform/jet/Types.h"
 #include "platform/jet/engines/Sqlite.h"
 #include "platform/values/Clock.h"
+#include "platform/values/Literals.h"
 
 namespace jet {
 
@@ -28,7 +29,7 @@ bool isAboutNames(const Error& error) {
 }
 
 Error undoneError() {
-    return Error(errors::other, QStringLiteral("The transaction was undone by the database."));
+    return Error(errors::other, u"The transaction was undone by the database."_s);
 }
 
 } // namespace
@@ -182,7 +183,7 @@ QByteArray Connection::returning(const QString& keyColumn) const {
 
 QByteArray Connection::quoted(const QString& name) const {
     QString text = m_dialect.engine == Dialect::Engine::Postgres ? name.toLower() : name;
-    return '"' + text.replace(u'"', QStringLiteral("\"\"")).toUtf8() + '"';
+    return '"' + text.replace(u'"', u"\"\""_s).toUtf8() + '"';
 }
 
 QByteArray Connection::parameter(int number) const {
@@ -194,7 +195,7 @@ int Connection::execute(QStringView text) {
     const StatementPtr entry = statement(normalized);
     switch (entry->translation.kind) {
     case StatementKind::Select:
-        throw Error(errors::cannotExecuteSelect, QStringLiteral("Cannot execute a select query."));
+        throw Error(errors::cannotExecuteSelect, u"Cannot execute a select query."_s);
     case StatementKind::Insert:
     case StatementKind::Update:
     case StatementKind::Delete:
@@ -273,7 +274,7 @@ void Connection::begin() {
 
 void Connection::commit() {
     if (m_depth == 0)
-        throw Error(errors::noTransaction, QStringLiteral("No transaction is open."));
+        throw Error(errors::noTransaction, u"No transaction is open."_s);
     checkUsable();
     try {
         m_engine->commit(m_depth - 1);
@@ -286,7 +287,7 @@ void Connection::commit() {
 
 void Connection::rollback() {
     if (m_depth == 0)
-        throw Error(errors::noTransaction, QStringLiteral("No transaction is open."));
+        throw Error(errors::noTransaction, u"No transaction is open."_s);
     --m_depth;
     const bool standing = m_engine->inTransaction();
     if (m_depth == 0)

@@ -1,4 +1,5 @@
 #include "platform/jet/Parser.h"
+#include "platform/values/Literals.h"
 
 #include "platform/values/Numbers.h"
 
@@ -32,8 +33,7 @@ std::optional<int> compare(const Value& a, const Value& b) {
         };
         const auto x = moment(a), y = moment(b);
         if (!x || !y)
-            throw Error(errors::typeMismatch,
-                        QStringLiteral("Data type mismatch in criteria expression."));
+            throw Error(errors::typeMismatch, u"Data type mismatch in criteria expression."_s);
         return order(*x, *y);
     }
     if (a.kind() == Value::Kind::Text || b.kind() == Value::Kind::Text)
@@ -59,7 +59,7 @@ bool matchesPattern(QStringView text, QStringView pattern) {
     if (p == u'[') {
         const qsizetype end = pattern.indexOf(u']');
         if (end < 0)
-            throw Error(errors::syntax, QStringLiteral("Invalid pattern string."));
+            throw Error(errors::syntax, u"Invalid pattern string."_s);
         QStringView set = pattern.mid(1, end - 1);
         const bool negated = set.size() > 1 && set[0] == u'!';
         if (negated)
@@ -149,8 +149,8 @@ Value Criteria::Data::value(const Expression& expression, const Field& field) co
             return Value(*result);
         return {};
     }
-    throw Error(errors::syntax, QStringLiteral("Syntax error in query expression '%1'.")
-                                    .arg(textOfKey(text.key, text.literals)));
+    throw Error(errors::syntax, u"Syntax error in query expression '%1'."_s.arg(
+                                    textOfKey(text.key, text.literals)));
 }
 
 std::optional<bool> Criteria::Data::test(const Expression& expression, const Field& field) const {
@@ -213,8 +213,8 @@ std::optional<bool> Criteria::Data::test(const Expression& expression, const Fie
         return result.isNull() ? std::nullopt : std::optional<bool>(result.toBool());
     }
     }
-    throw Error(errors::syntax, QStringLiteral("Syntax error in query expression '%1'.")
-                                    .arg(textOfKey(text.key, text.literals)));
+    throw Error(errors::syntax, u"Syntax error in query expression '%1'."_s.arg(
+                                    textOfKey(text.key, text.literals)));
 }
 
 Criteria::Criteria(const Normalized& criteria) : m_data(std::make_unique<Data>()) {

@@ -4,6 +4,7 @@
 #include "platform/jet/RecordsetData.h"
 #include "platform/jet/engines/Postgres.h"
 #include "platform/jet/engines/Sqlite.h"
+#include "platform/values/Literals.h"
 
 #include <QFile>
 
@@ -15,7 +16,7 @@ namespace {
 QString selectOf(const QString& source) {
     const QString name = source.trimmed();
     const bool bare = std::none_of(name.begin(), name.end(), [](QChar c) { return c.isSpace(); });
-    return bare ? QStringLiteral("SELECT * FROM ") + name : source;
+    return bare ? u"SELECT * FROM "_s + name : source;
 }
 
 } // namespace
@@ -41,7 +42,7 @@ std::unique_ptr<Database> Database::openServer(const QString& uri) {
 
 void Database::compactFile(const QString& from, const QString& to) {
     if (QFile::exists(to))
-        throw Error(errors::other, QStringLiteral("The database '%1' already exists.").arg(to));
+        throw Error(errors::other, u"The database '%1' already exists."_s.arg(to));
     try {
         Sqlite(from, Sqlite::Mode::Open).copyCompacted(to);
         Sqlite(to, Sqlite::Mode::Open).readSchema();
@@ -70,8 +71,7 @@ bool firstRow(Connection& connection, const QString& select, Rows& rows, Stateme
     const Normalized normalized = normalize(select);
     statement = connection.statement(normalized);
     if (statement->translation.kind != StatementKind::Select)
-        throw Error(errors::notASelect,
-                    QStringLiteral("Invalid operation: the statement returns no records."));
+        throw Error(errors::notASelect, u"Invalid operation: the statement returns no records."_s);
     const Arguments& arguments = connection.argumentsOf(*statement, normalized.literals);
     connection.run(statement->firstRow, statement->translation.sql, Engine::Access::Reads,
                    arguments, &rows, 1);

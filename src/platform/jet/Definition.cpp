@@ -1,12 +1,13 @@
 #include "platform/jet/Lexer.h"
 #include "platform/jet/Translate.h"
+#include "platform/values/Literals.h"
 
 namespace jet {
 
 namespace {
 
 [[noreturn]] void fail(const char16_t* statement) {
-    throw Error(errors::syntax, QStringLiteral("Syntax error in %1.").arg(QStringView(statement)));
+    throw Error(errors::syntax, u"Syntax error in %1."_s.arg(QStringView(statement)));
 }
 
 /// Reads CREATE TABLE, CREATE INDEX, ALTER TABLE and DROP TABLE.
@@ -171,13 +172,13 @@ class DefinitionReader {
         const Token& token = m_tokens[m_at++];
         if (token.kind == Token::Kind::Literal) {
             if (token.literalKind == LiteralKind::Text)
-                return u'\'' + token.value.toText().replace(u'\'', QStringLiteral("''")) + u'\'';
-            return (negative ? QStringLiteral("-") : QString()) + token.value.toText();
+                return u'\'' + token.value.toText().replace(u'\'', u"''"_s) + u'\'';
+            return (negative ? u"-"_s : QString()) + token.value.toText();
         }
         if (token.isWord(u"true") || token.isWord(u"yes"))
-            return QStringLiteral("True");
+            return u"True"_s;
         if (token.isWord(u"false") || token.isWord(u"no"))
-            return QStringLiteral("False");
+            return u"False"_s;
         if (token.isWord(u"null"))
             return {};
         fail(m_statement);
@@ -195,7 +196,7 @@ class DefinitionWriter {
 
     QByteArray quoted(const QString& name) const {
         QString text = m_postgres ? name.toLower() : name;
-        return '"' + text.replace(u'"', QStringLiteral("\"\"")).toUtf8() + '"';
+        return '"' + text.replace(u'"', u"\"\""_s).toUtf8() + '"';
     }
 
     QByteArray column(const QString& table, const Column& column, bool inlineKey,
@@ -253,9 +254,8 @@ const Table& existing(const Schema& schema, const QString& name) {
     const Table* table = schema.table(name);
     if (table == nullptr)
         throw Error(errors::noSuchTable,
-                    QStringLiteral("The database engine cannot find the input table or query '%1'. "
-                                   "Make sure it exists and that its name is spelled correctly.")
-                        .arg(name));
+                    u"The database engine cannot find the input table or query '%1'. "
+                    "Make sure it exists and that its name is spelled correctly."_s.arg(name));
     return *table;
 }
 
@@ -327,8 +327,7 @@ Translation translateDefinition(const Normalized& statement, const Schema& schem
         for (QString& name : index.columns) {
             const Column* column = table.column(name);
             if (column == nullptr)
-                throw Error(errors::itemNotFound,
-                            QStringLiteral("Item not found in this collection."));
+                throw Error(errors::itemNotFound, u"Item not found in this collection."_s);
             name = column->name;
         }
         result.kind = StatementKind::CreateIndex;
@@ -357,7 +356,7 @@ Translation translateDefinition(const Normalized& statement, const Schema& schem
         reader.accept(u"column");
         const Column* column = table.column(reader.name());
         if (column == nullptr)
-            throw Error(errors::itemNotFound, QStringLiteral("Item not found in this collection."));
+            throw Error(errors::itemNotFound, u"Item not found in this collection."_s);
         result.sql += " DROP COLUMN " + writer.quoted(column->name);
     } else {
         reader.expect(u"add");

@@ -1,6 +1,7 @@
 #include "platform/jet/Emit.h"
 
 #include "platform/jet/Parser.h"
+#include "platform/values/Literals.h"
 #include "platform/values/Numbers.h"
 
 namespace jet {
@@ -33,7 +34,7 @@ Emitter::Emitter(const Normalized& statement, const Schema& schema, const Dialec
 
 QByteArray Emitter::quoted(const QString& name) const {
     QString text = m_postgres ? name.toLower() : name;
-    return '"' + text.replace(u'"', QStringLiteral("\"\"")).toUtf8() + '"';
+    return '"' + text.replace(u'"', u"\"\""_s).toUtf8() + '"';
 }
 
 QByteArray Emitter::columnSql(const Resolved& resolved) const {
@@ -65,16 +66,15 @@ Resolved Emitter::resolve(const Scope& scope, const Expression& column) {
 void Emitter::checkNames() const {
     if (!m_unknown.isEmpty())
         throw Error(errors::tooFewParameters,
-                    QStringLiteral("Too few parameters. Expected %1.").arg(m_unknown.size()));
+                    u"Too few parameters. Expected %1."_s.arg(m_unknown.size()));
 }
 
 const Table& Emitter::tableNamed(const QString& name) const {
     const Table* table = m_schema.table(name);
     if (table == nullptr)
         throw Error(errors::noSuchTable,
-                    QStringLiteral("The database engine cannot find the input table or query '%1'. "
-                                   "Make sure it exists and that its name is spelled correctly.")
-                        .arg(name));
+                    u"The database engine cannot find the input table or query '%1'. "
+                    "Make sure it exists and that its name is spelled correctly."_s.arg(name));
     return *table;
 }
 
@@ -93,7 +93,7 @@ ScopeSource Emitter::sourceOf(const Table& table, const QString& alias) const {
 
 QByteArray Emitter::keyColumn(const Table& table, QString* name) const {
     const Column* key = table.key();
-    QString column = QStringLiteral("rowid");
+    QString column = u"rowid"_s;
     if (key != nullptr)
         column = key->name;
     else if (m_postgres)
@@ -131,16 +131,14 @@ QByteArray Emitter::special(int which) {
 }
 
 QByteArray Emitter::moment(const QDateTime& value) const {
-    const QByteArray text =
-        '\'' + value.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")).toLatin1() + '\'';
+    const QByteArray text = '\'' + value.toString(u"yyyy-MM-dd HH:mm:ss"_s).toLatin1() + '\'';
     return m_postgres ? text + "::timestamp" : text;
 }
 
 QByteArray Emitter::inlined(const Value& value, LiteralKind kind, Conversion conversion,
                             const char* postgresType) const {
     const auto mismatch = [] {
-        return Error(errors::typeMismatch,
-                     QStringLiteral("Data type mismatch in criteria expression."));
+        return Error(errors::typeMismatch, u"Data type mismatch in criteria expression."_s);
     };
     switch (conversion) {
     case Conversion::ToDate: {
@@ -177,7 +175,7 @@ QByteArray Emitter::inlined(const Value& value, LiteralKind kind, Conversion con
         }
         text = pattern;
     }
-    const QByteArray sql = '\'' + text.replace(u'\'', QStringLiteral("''")).toUtf8() + '\'';
+    const QByteArray sql = '\'' + text.replace(u'\'', u"''"_s).toUtf8() + '\'';
     return m_postgres ? sql + "::" + postgresType : sql;
 }
 
@@ -292,9 +290,8 @@ Translation Emitter::emit(const Statement& statement) {
 
 Translation Emitter::emitFind(const Statement& statement, const Expression& criterion) {
     const auto notKeyed = [] {
-        return Error(errors::notUpdatable,
-                     QStringLiteral("Operation is not supported for this type "
-                                    "of object."));
+        return Error(errors::notUpdatable, u"Operation is not supported for this type "
+                                           "of object."_s);
     };
     if (statement.kind != Statement::Kind::Select || statement.query.selects.size() != 1)
         throw notKeyed();

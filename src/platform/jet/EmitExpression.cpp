@@ -1,4 +1,5 @@
 #include "platform/jet/Emit.h"
+#include "platform/values/Literals.h"
 
 namespace jet {
 
@@ -448,9 +449,9 @@ QByteArray Emitter::in(const Expression& expression, const Scope& scope) {
         const auto columns = columnsOf(*expression.query, &scope);
         if (columns.size() != 1)
             throw Error(errors::syntax,
-                        QStringLiteral("You have written a subquery that can return more than one "
-                                       "field without using the EXISTS reserved word in the main "
-                                       "query's FROM clause."));
+                        u"You have written a subquery that can return more than one "
+                        "field without using the EXISTS reserved word in the main "
+                        "query's FROM clause."_s);
         listType = columns.front().type;
         list = query(*expression.query, &scope);
     } else {
@@ -476,22 +477,22 @@ struct ClassPattern {
 /// A pattern with # or [..]. Throws on a bracket that isn't closed.
 ClassPattern classPattern(const QString& text) {
     ClassPattern result;
-    result.regex = QStringLiteral("^");
+    result.regex = u"^"_s;
     for (qsizetype i = 0; i < text.size(); ++i) {
         const QChar c = text[i];
         if (c == u'*') {
             result.glob += u'*';
-            result.regex += QStringLiteral(".*");
+            result.regex += u".*"_s;
         } else if (c == u'?') {
             result.glob += u'?';
             result.regex += u'.';
         } else if (c == u'#') {
-            result.glob += QStringLiteral("[0-9]");
-            result.regex += QStringLiteral("[0-9]");
+            result.glob += u"[0-9]"_s;
+            result.regex += u"[0-9]"_s;
         } else if (c == u'[') {
             const qsizetype end = text.indexOf(u']', i + 1);
             if (end < 0)
-                throw Error(errors::syntax, QStringLiteral("Invalid pattern string."));
+                throw Error(errors::syntax, u"Invalid pattern string."_s);
             QString inner = text.mid(i + 1, end - i - 1);
             i = end;
             if (inner.isEmpty())
@@ -499,12 +500,11 @@ ClassPattern classPattern(const QString& text) {
             const bool negated = inner.size() > 1 && inner.startsWith(u'!');
             if (negated)
                 inner.remove(0, 1);
-            result.glob +=
-                (negated ? QStringLiteral("[^") : QStringLiteral("[")) + inner.toLower() + u']';
-            result.regex += negated ? QStringLiteral("[^") : QStringLiteral("[");
+            result.glob += (negated ? u"[^"_s : u"["_s) + inner.toLower() + u']';
+            result.regex += negated ? u"[^"_s : u"["_s;
             for (const QChar in : inner)
-                result.regex += in == u'\\' || in == u'[' || in == u'^' ? QStringLiteral("\\") + in
-                                                                        : QString(in);
+                result.regex +=
+                    in == u'\\' || in == u'[' || in == u'^' ? u"\\"_s + in : QString(in);
             result.regex += u']';
         } else {
             result.glob += c.toLower();
@@ -532,8 +532,7 @@ QByteArray Emitter::like(const Expression& expression, const Scope& scope) {
         if (raw.contains(u'#') || raw.contains(u'[')) {
             const ClassPattern classes = classPattern(raw);
             QString escaped = m_postgres ? classes.regex : classes.glob;
-            const QByteArray quotedPattern =
-                '\'' + escaped.replace(u'\'', QStringLiteral("''")).toUtf8() + '\'';
+            const QByteArray quotedPattern = '\'' + escaped.replace(u'\'', u"''"_s).toUtf8() + '\'';
             const QByteArray test = m_postgres ? text + "::text ~* " + quotedPattern
                                                : "lower(" + text + ") GLOB " + quotedPattern;
             return expression.flag ? "NOT (" + test + ')' : test;

@@ -1,4 +1,5 @@
 #include "platform/jet/Emit.h"
+#include "platform/values/Literals.h"
 
 namespace jet {
 
@@ -18,9 +19,8 @@ void Emitter::declare(const Source& source, Scope& scope, const Scope* parent) {
         declare(*source.right, scope, parent);
     } else if (source.kind == Source::Kind::Derived) {
         ScopeSource derived;
-        derived.name = source.alias.isEmpty()
-                           ? QStringLiteral("query%1").arg(scope.sources.size() + 1)
-                           : source.alias;
+        derived.name =
+            source.alias.isEmpty() ? u"query%1"_s.arg(scope.sources.size() + 1) : source.alias;
         const SelectParts parts = select(source.query->selects.front(), parent);
         for (const ResultColumn& column : parts.columns)
             derived.columns.push_back({column.name, column.type, true});
@@ -103,7 +103,7 @@ SelectParts Emitter::select(const Select& select, const Scope* parent,
                 found = true;
             }
             if (!found)
-                m_unknown.insert(item.starOf.toLower() + QStringLiteral(".*"));
+                m_unknown.insert(item.starOf.toLower() + u".*"_s);
             continue;
         }
         const Expression& expression = *item.expression;
@@ -124,8 +124,7 @@ SelectParts Emitter::select(const Select& select, const Scope* parent,
         } else {
             if (!m_postgres && isText(column.type) && targets == nullptr)
                 sql = '(' + sql + ") COLLATE NOCASE";
-            column.name =
-                item.alias.isEmpty() ? QStringLiteral("Expr%1").arg(unnamed++) : QString();
+            column.name = item.alias.isEmpty() ? u"Expr%1"_s.arg(unnamed++) : QString();
         }
         if (!item.alias.isEmpty())
             column.name = item.alias;
@@ -209,9 +208,8 @@ QByteArray Emitter::orderBy(const Query& query, const SelectParts& parts, bool e
             place = static_cast<int>(expression.value.toLong()) - 1;
             if (place < 0 || place >= static_cast<int>(parts.columns.size()))
                 throw Error(errors::syntax,
-                            QStringLiteral("The ORDER BY position number %1 is out of range of the "
-                                           "number of items in the select list.")
-                                .arg(place + 1));
+                            u"The ORDER BY position number %1 is out of range of the "
+                            "number of items in the select list."_s.arg(place + 1));
         } else if (expression.is(Node::Column)) {
             const Resolved resolved = find(parts.scope, expression.qualifier, expression.name);
             place = placeOf(expression, parts, compound);
@@ -273,10 +271,9 @@ QByteArray Emitter::query(const Query& query, const Scope* parent,
                        QByteArray::number(static_cast<int>(i));
             if (i > 0) {
                 if (parts.columns.size() != first.columns.size())
-                    throw Error(
-                        errors::syntax,
-                        QStringLiteral("The number of columns in the two selected tables or "
-                                       "queries of a union query do not match."));
+                    throw Error(errors::syntax,
+                                u"The number of columns in the two selected tables or "
+                                "queries of a union query do not match."_s);
                 sql += query.all[i - 1] ? " UNION ALL " : " UNION ";
             }
             sql += part;

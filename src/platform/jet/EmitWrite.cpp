@@ -1,4 +1,5 @@
 #include "platform/jet/Emit.h"
+#include "platform/values/Literals.h"
 
 namespace jet {
 
@@ -35,10 +36,9 @@ void Emitter::insert(const Statement& statement, Translation& result) {
         const Column* column = table.column(name);
         if (column == nullptr)
             throw Error(errors::unknownField,
-                        QStringLiteral("The INSERT INTO statement contains the following unknown "
-                                       "field name: '%1'. Make sure you have typed the name "
-                                       "correctly, and try the operation again.")
-                            .arg(name));
+                        u"The INSERT INTO statement contains the following unknown "
+                        "field name: '%1'. Make sure you have typed the name "
+                        "correctly, and try the operation again."_s.arg(name));
         targets.push_back(column);
         list += (list.isEmpty() ? "" : ", ") + quoted(column->name);
     }
@@ -49,8 +49,8 @@ void Emitter::insert(const Statement& statement, Translation& result) {
                 result.more.push_back(sequenceCatchUp(table, *column));
 
     const auto differs = [] {
-        return Error(errors::syntax, QStringLiteral("Number of query values and destination fields "
-                                                    "are not the same."));
+        return Error(errors::syntax, u"Number of query values and destination fields "
+                                     "are not the same."_s);
     };
     if (fromSelect) {
         std::vector<ResultColumn> columns;
@@ -91,16 +91,14 @@ void Emitter::update(const Statement& statement, Translation& result) {
         const Resolved resolved = resolve(scope, column);
         checkNames();
         if (resolved.source->table == nullptr)
-            throw Error(errors::notUpdatable,
-                        QStringLiteral("Operation must use an updatable query."));
+            throw Error(errors::notUpdatable, u"Operation must use an updatable query."_s);
         owners.push_back(resolved.source);
         columns.push_back(resolved.source->table->column(resolved.column->name));
     }
     const ScopeSource& base = *owners.front();
     for (const ScopeSource* owner : owners)
         if (owner != &base)
-            throw Error(errors::notUpdatable,
-                        QStringLiteral("Operation must use an updatable query."));
+            throw Error(errors::notUpdatable, u"Operation must use an updatable query."_s);
     result.table = base.table->name;
     const QByteArray tableSql = quoted(base.table->name);
 
@@ -143,11 +141,10 @@ void Emitter::remove(const Statement& statement, Translation& result) {
                 base = &source;
     } else if (!isSingleTable(statement.from)) {
         throw Error(errors::syntax,
-                    QStringLiteral("Specify the table containing the records you want to delete."));
+                    u"Specify the table containing the records you want to delete."_s);
     }
     if (base == nullptr || base->table == nullptr)
-        throw Error(errors::notUpdatable,
-                    QStringLiteral("Could not delete from specified tables."));
+        throw Error(errors::notUpdatable, u"Could not delete from specified tables."_s);
     result.table = base->table->name;
     const QByteArray where =
         statement.where ? " WHERE " + condition(*statement.where, scope) : QByteArray();

@@ -1,4 +1,5 @@
 #include "platform/jet/Emit.h"
+#include "platform/values/Literals.h"
 
 #include <array>
 
@@ -78,14 +79,12 @@ const Function* functionOf(const Expression& call) {
 
 [[noreturn]] void undefined(const Expression& call) {
     throw Error(errors::undefinedFunction,
-                QStringLiteral("Undefined function '%1' in expression.").arg(call.name));
+                u"Undefined function '%1' in expression."_s.arg(call.name));
 }
 
 [[noreturn]] void wrongArguments(const Expression& call) {
-    throw Error(errors::syntax,
-                QStringLiteral("Wrong number of arguments used with function in query "
-                               "expression '%1'.")
-                    .arg(call.name));
+    throw Error(errors::syntax, u"Wrong number of arguments used with function in query "
+                                "expression '%1'."_s.arg(call.name));
 }
 
 /// The units of DateAdd and DateDiff, in the engines' words; months and days carry a factor.

@@ -2,6 +2,7 @@
 
 #include "platform/jet/Error.h"
 #include "platform/jet/Types.h"
+#include "platform/values/Literals.h"
 
 namespace jet {
 
@@ -93,7 +94,7 @@ class Lexer {
     }
 
     void readText(Token& token, QChar quote) {
-        QString text = QStringLiteral("");
+        QString text = u""_s;
         ++m_at;
         while (m_at < m_key.size()) {
             if (m_key[m_at] == quote) {
@@ -151,9 +152,8 @@ class Lexer {
         static constexpr QStringView single = u"=<>+-*/\\^&().,!;";
         const QChar c = m_key[m_at];
         if (!single.contains(c))
-            throw Error(
-                errors::syntax,
-                QStringLiteral("Syntax error in query expression '%1'.").arg(m_key.mid(m_at)));
+            throw Error(errors::syntax,
+                        u"Syntax error in query expression '%1'."_s.arg(m_key.mid(m_at)));
         token.kind = Token::Kind::Symbol;
         const QChar next = peek();
         qsizetype length = 1;
@@ -193,7 +193,7 @@ QString textOfKey(QStringView key, const std::vector<Value>& literals, int posit
             const Value& value = literals[literal++];
             piece = value.toText();
             if (key[i + 1] == u't')
-                piece = u'\'' + piece.replace(u'\'', QStringLiteral("''")) + u'\'';
+                piece = u'\'' + piece.replace(u'\'', u"''"_s) + u'\'';
             else if (key[i + 1] == u'm')
                 piece = u'#' + piece + u'#';
             if (i >= position)

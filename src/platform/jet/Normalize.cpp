@@ -1,4 +1,5 @@
 #include "platform/jet/Translate.h"
+#include "platform/values/Literals.h"
 
 #include <QVarLengthArray>
 
@@ -186,9 +187,9 @@ class Normalizer {
         bool hasClass = false;
         while (true) {
             if (m_at >= m_end)
-                throw Error(errors::syntax,
-                            QStringLiteral("Syntax error in string in query expression '%1'.")
-                                .arg(currentExpression()));
+                throw Error(
+                    errors::syntax,
+                    u"Syntax error in string in query expression '%1'."_s.arg(currentExpression()));
             if (*m_at == quote) {
                 if (m_at + 1 >= m_end || m_at[1] != quote)
                     break;
@@ -231,9 +232,8 @@ class Normalizer {
         const auto moment =
             m_at < m_end ? momentFromText(QStringView(start + 1, m_at)) : std::nullopt;
         if (!moment)
-            throw Error(errors::syntax,
-                        QStringLiteral("Syntax error in date in query expression '%1'.")
-                            .arg(QStringView(start, m_at < m_end ? m_at + 1 : m_end)));
+            throw Error(errors::syntax, u"Syntax error in date in query expression '%1'."_s.arg(
+                                            QStringView(start, m_at < m_end ? m_at + 1 : m_end)));
         const char16_t* behind = ++m_at;
         if (!m_lift) {
             m_at = start;
@@ -251,9 +251,8 @@ class Normalizer {
         while (m_at < m_end && *m_at != u']')
             ++m_at;
         if (m_at >= m_end)
-            throw Error(
-                errors::syntax,
-                QStringLiteral("Invalid bracketing of name '%1'.").arg(QStringView(start, m_end)));
+            throw Error(errors::syntax,
+                        u"Invalid bracketing of name '%1'."_s.arg(QStringView(start, m_end)));
         const char16_t* behind = m_at + 1;
         m_at = start;
         copyTo(behind);
@@ -264,8 +263,8 @@ class Normalizer {
 
     bool symbol(Normalized& result, char16_t c) {
         if (c == u'?')
-            throw Error(errors::syntax, QStringLiteral("Syntax error in query expression '%1'.")
-                                            .arg(QStringView(m_at, m_end)));
+            throw Error(errors::syntax,
+                        u"Syntax error in query expression '%1'."_s.arg(QStringView(m_at, m_end)));
         if (c == u'(') {
             ++m_depth;
         } else if (c == u')') {

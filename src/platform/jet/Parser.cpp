@@ -1,5 +1,7 @@
 #include "platform/jet/Parser.h"
 
+#include "platform/values/Literals.h"
+
 #include <array>
 
 namespace jet {
@@ -11,16 +13,11 @@ using Node = Expression::Node;
 /// Words that end an expression or a list of sources, so that they aren't names there.
 bool isReserved(const QString& word) {
     static const QSet<QString> reserved = {
-        QStringLiteral("select"), QStringLiteral("from"),    QStringLiteral("where"),
-        QStringLiteral("group"),  QStringLiteral("order"),   QStringLiteral("having"),
-        QStringLiteral("union"),  QStringLiteral("on"),      QStringLiteral("inner"),
-        QStringLiteral("left"),   QStringLiteral("right"),   QStringLiteral("join"),
-        QStringLiteral("and"),    QStringLiteral("or"),      QStringLiteral("not"),
-        QStringLiteral("in"),     QStringLiteral("like"),    QStringLiteral("between"),
-        QStringLiteral("is"),     QStringLiteral("as"),      QStringLiteral("set"),
-        QStringLiteral("values"), QStringLiteral("by"),      QStringLiteral("into"),
-        QStringLiteral("mod"),    QStringLiteral("exists"),  QStringLiteral("asc"),
-        QStringLiteral("desc"),   QStringLiteral("distinct")};
+        u"select"_s, u"from"_s,   u"where"_s, u"group"_s,  u"order"_s,   u"having"_s,
+        u"union"_s,  u"on"_s,     u"inner"_s, u"left"_s,   u"right"_s,   u"join"_s,
+        u"and"_s,    u"or"_s,     u"not"_s,   u"in"_s,     u"like"_s,    u"between"_s,
+        u"is"_s,     u"as"_s,     u"set"_s,   u"values"_s, u"by"_s,      u"into"_s,
+        u"mod"_s,    u"exists"_s, u"asc"_s,   u"desc"_s,   u"distinct"_s};
     return reserved.contains(word.toLower());
 }
 
@@ -56,7 +53,7 @@ constexpr int deepest = 200;
 constexpr int longestChain = 500;
 
 Error tooComplex() {
-    return Error(errors::syntax, QStringLiteral("Query is too complex."));
+    return Error(errors::syntax, u"Query is too complex."_s);
 }
 
 constexpr int unaryLevel = 5;
@@ -132,19 +129,16 @@ void Parser::fail() const {
                              (token.kind == Token::Kind::Word && !isReserved(token.text));
         const bool afterOperand = m_at > 0 && m_tokens[m_at - 1].kind != Token::Kind::Symbol;
         const bool atEnd = token.kind == Token::Kind::End || token.isSymbol(u",");
-        throw Error(
-            errors::syntax,
-            ((operand && afterOperand) || atEnd
-                 ? QStringLiteral("Syntax error (missing operator) in query expression '%1'.")
-                 : QStringLiteral("Syntax error in query expression '%1'."))
-                .arg(textOfKey(m_statement.key, m_statement.literals, m_expressionStart)));
+        throw Error(errors::syntax,
+                    ((operand && afterOperand) || atEnd
+                         ? u"Syntax error (missing operator) in query expression '%1'."_s
+                         : u"Syntax error in query expression '%1'."_s)
+                        .arg(textOfKey(m_statement.key, m_statement.literals, m_expressionStart)));
     }
     if (m_clause != nullptr)
-        throw Error(errors::syntax,
-                    QStringLiteral("Syntax error in %1.").arg(QStringView(m_clause)));
-    throw Error(errors::syntax,
-                QStringLiteral("Invalid SQL statement; expected 'DELETE', 'INSERT', "
-                               "'SELECT', or 'UPDATE'."));
+        throw Error(errors::syntax, u"Syntax error in %1."_s.arg(QStringView(m_clause)));
+    throw Error(errors::syntax, u"Invalid SQL statement; expected 'DELETE', 'INSERT', "
+                                "'SELECT', or 'UPDATE'."_s);
 }
 
 bool Parser::isName() const {

@@ -1,6 +1,7 @@
 #include "platform/jet/Recordset.h"
 
 #include "platform/jet/RecordsetData.h"
+#include "platform/values/Literals.h"
 
 namespace jet {
 
@@ -8,7 +9,7 @@ namespace {
 
 RecordsetData& opened(const std::shared_ptr<RecordsetData>& data) {
     if (!data)
-        throw Error(errors::closed, QStringLiteral("Object invalid or no longer set."));
+        throw Error(errors::closed, u"Object invalid or no longer set."_s);
     return *data;
 }
 

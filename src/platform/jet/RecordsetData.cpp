@@ -1,5 +1,7 @@
 #include "platform/jet/RecordsetData.h"
 
+#include "platform/values/Literals.h"
+
 namespace jet {
 
 namespace {
@@ -9,11 +11,11 @@ constexpr int rowsReadAtOnce = 200;
 constexpr QChar occurrenceMark(0x1f);
 
 Error noCurrentRecord() {
-    return Error(errors::noCurrentRecord, QStringLiteral("No current record."));
+    return Error(errors::noCurrentRecord, u"No current record."_s);
 }
 
 Error rowDeleted() {
-    return Error(errors::rowDeleted, QStringLiteral("Record is deleted."));
+    return Error(errors::rowDeleted, u"Record is deleted."_s);
 }
 
 } // namespace
@@ -26,8 +28,7 @@ RecordsetData::RecordsetData(Connection& connection, const QString& select, Reco
 void RecordsetData::load() {
     m_statement = m_connection.statement(m_select);
     if (translation().kind != StatementKind::Select)
-        throw Error(errors::notASelect,
-                    QStringLiteral("Invalid operation: the statement returns no records."));
+        throw Error(errors::notASelect, u"Invalid operation: the statement returns no records."_s);
     m_keys.clear();
     m_keysRead = true;
     m_added.clear();
@@ -99,8 +100,7 @@ const Table& RecordsetData::baseTable() const {
                              ? m_connection.schema().table(translation().dynaset->table)
                              : nullptr;
     if (table == nullptr)
-        throw Error(errors::notUpdatable,
-                    QStringLiteral("Cannot update. Database or object is read-only."));
+        throw Error(errors::notUpdatable, u"Cannot update. Database or object is read-only."_s);
     return *table;
 }
 
@@ -262,8 +262,7 @@ int RecordsetData::columnNamed(QStringView name) const {
             if (equal(columns[i].table, name.left(point)) &&
                 equal(columns[i].name, name.mid(point + 1)))
                 return static_cast<int>(i);
-    throw Error(errors::itemNotFound,
-                QStringLiteral("Item not found in this collection: '%1'.").arg(name));
+    throw Error(errors::itemNotFound, u"Item not found in this collection: '%1'."_s.arg(name));
 }
 
 Value RecordsetData::currentField(int index) {

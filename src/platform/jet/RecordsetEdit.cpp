@@ -1,4 +1,5 @@
 #include "platform/jet/RecordsetData.h"
+#include "platform/values/Literals.h"
 
 namespace jet {
 
@@ -10,7 +11,7 @@ Value defaultOf(const Column& column) {
     if (text.isEmpty() || text.compare(QStringView(u"null"), Qt::CaseInsensitive) == 0)
         return column.type == ColumnType::YesNo ? Value(false) : Value();
     if (text.startsWith(u'\'') && text.endsWith(u'\''))
-        text = text.mid(1, text.size() - 2).replace(QStringLiteral("''"), QStringLiteral("'"));
+        text = text.mid(1, text.size() - 2).replace(u"''"_s, u"'"_s);
     try {
         return storedValue(text, column);
     } catch (const Error&) { // computed by the engine when the row is written
@@ -22,7 +23,7 @@ Value defaultOf(const Column& column) {
 
 Value RecordsetData::field(int index) {
     if (index < 0 || index >= columnCount())
-        throw Error(errors::itemNotFound, QStringLiteral("Item not found in this collection."));
+        throw Error(errors::itemNotFound, u"Item not found in this collection."_s);
     if (m_editing == Editing::No)
         return currentField(index);
     const ResultColumn& column = translation().columns[static_cast<std::size_t>(index)];
@@ -51,7 +52,7 @@ void RecordsetData::edit() {
     needCurrent();
     m_editing = Editing::No;
     if (m_kind == Kind::Keyed ? !fetch() : !readCurrent())
-        throw Error(errors::rowDeleted, QStringLiteral("Record is deleted."));
+        throw Error(errors::rowDeleted, u"Record is deleted."_s);
     m_edited = std::make_unique<Edited>(Edited{table, keyAt(m_position), {}});
     m_editing = Editing::Changed;
 }
@@ -61,14 +62,13 @@ const Column& RecordsetData::editedColumn(QStringView name) const {
     const Column* column = m_edited->table.column(shown.name);
     if (column == nullptr)
         throw Error(errors::notUpdatable,
-                    QStringLiteral("Cannot update '%1': it belongs to another table.").arg(name));
+                    u"Cannot update '%1': it belongs to another table."_s.arg(name));
     return *column;
 }
 
 void RecordsetData::set(QStringView field, const Value& value) {
     if (m_editing == Editing::No)
-        throw Error(errors::needsEdit,
-                    QStringLiteral("Update or CancelUpdate without AddNew or Edit."));
+        throw Error(errors::needsEdit, u"Update or CancelUpdate without AddNew or Edit."_s);
     const Column& column = editedColumn(field);
     Value stored = storedValue(value, column);
     for (Assignment& assignment : m_edited->assignments) {
@@ -83,8 +83,7 @@ void RecordsetData::set(QStringView field, const Value& value) {
 void RecordsetData::update() {
     switch (m_editing) {
     case Editing::No:
-        throw Error(errors::needsEdit,
-                    QStringLiteral("Update or CancelUpdate without AddNew or Edit."));
+        throw Error(errors::needsEdit, u"Update or CancelUpdate without AddNew or Edit."_s);
     case Editing::Added:
         insertRow();
         break;
@@ -96,7 +95,7 @@ void RecordsetData::update() {
 }
 
 void RecordsetData::insertRow() {
-    QString names = QStringLiteral("+") + m_edited->table.name;
+    QString names = u"+"_s + m_edited->table.name;
     for (const Assignment& assignment : m_edited->assignments)
         names += u'\t' + assignment.column->name;
     const QString& keyColumn = translation().dynaset->keyColumn;
@@ -135,7 +134,7 @@ void RecordsetData::insertRow() {
 void RecordsetData::updateRow() {
     if (m_edited->assignments.empty())
         return;
-    QString names = QStringLiteral("=") + m_edited->table.name;
+    QString names = u"="_s + m_edited->table.name;
     for (const Assignment& assignment : m_edited->assignments)
         names += u'\t' + assignment.column->name;
     const QString& keyColumn = translation().dynaset->keyColumn;
@@ -157,7 +156,7 @@ void RecordsetData::updateRow() {
     if (outcome.touched == 0) {
         m_editing = Editing::No;
         m_current = Current::Gone;
-        throw Error(errors::rowDeleted, QStringLiteral("Record is deleted."));
+        throw Error(errors::rowDeleted, u"Record is deleted."_s);
     }
 
     if (m_kind == Kind::Keyed) {
@@ -189,7 +188,7 @@ void RecordsetData::remove() {
     needCurrent();
     m_editing = Editing::No;
     const QString& keyColumn = translation().dynaset->keyColumn;
-    const StatementPtr statement = m_connection.generated(QStringLiteral("-") + table.name, [&] {
+    const StatementPtr statement = m_connection.generated(u"-"_s + table.name, [&] {
         return "DELETE FROM " + m_connection.quoted(table.name) + " WHERE " +
                m_connection.quoted(keyColumn) + " = " + m_connection.parameter(1);
     });
@@ -199,7 +198,7 @@ void RecordsetData::remove() {
                                                      Engine::Access::Writes, arguments);
     if (outcome.touched == 0) {
         m_current = Current::Gone;
-        throw Error(errors::rowDeleted, QStringLiteral("Record is deleted."));
+        throw Error(errors::rowDeleted, u"Record is deleted."_s);
     }
     m_removed = true;
     m_rowsStand = false;

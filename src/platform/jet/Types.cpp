@@ -1,6 +1,7 @@
 #include "platform/jet/Types.h"
 
 #include "platform/jet/Translate.h"
+#include "platform/values/Literals.h"
 
 #include <array>
 
@@ -78,7 +79,7 @@ int widthFromCheck(QStringView constraintDefinition) {
 }
 
 QString widthCheckName(QStringView table, QStringView column) {
-    return (table.toString() + u'_' + column.toString() + QStringLiteral("_width")).toLower();
+    return (table.toString() + u'_' + column.toString() + u"_width"_s).toLower();
 }
 
 std::vector<QByteArray> serverPrelude() {

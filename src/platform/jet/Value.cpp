@@ -1,6 +1,7 @@
 #include "platform/jet/Value.h"
 
 #include "platform/jet/Types.h"
+#include "platform/values/Literals.h"
 #include "platform/values/Numbers.h"
 
 namespace jet {
@@ -18,17 +19,16 @@ QString momentText(const QDateTime& moment) {
     const QTime time = moment.time();
     QString text;
     if (date != dayZero || time == QTime(0, 0))
-        text = QStringLiteral("%1/%2/%3").arg(date.month()).arg(date.day()).arg(date.year());
+        text = u"%1/%2/%3"_s.arg(date.month()).arg(date.day()).arg(date.year());
     if (time == QTime(0, 0))
         return text;
     if (!text.isEmpty())
         text += u' ';
     const int hour = time.hour() % 12 == 0 ? 12 : time.hour() % 12;
-    return text + QStringLiteral("%1:%2:%3 %4")
-                      .arg(hour)
+    return text + u"%1:%2:%3 %4"_s.arg(hour)
                       .arg(time.minute(), 2, 10, QChar(u'0'))
                       .arg(time.second(), 2, 10, QChar(u'0'))
-                      .arg(time.hour() < 12 ? QStringLiteral("AM") : QStringLiteral("PM"));
+                      .arg(time.hour() < 12 ? u"AM"_s : u"PM"_s);
 }
 
 } // namespace
@@ -38,7 +38,7 @@ QString Value::toText() const {
     case Kind::Null:
         return {};
     case Kind::Boolean:
-        return std::get<bool>(m_data) ? QStringLiteral("True") : QStringLiteral("False");
+        return std::get<bool>(m_data) ? u"True"_s : u"False"_s;
     case Kind::Integer:
         return QString::number(std::get<qint64>(m_data));
     case Kind::Double:

@@ -1,6 +1,7 @@
 #include "platform/report/Document.h"
 
 #include "platform/report/ReportError.h"
+#include "platform/values/Literals.h"
 
 #include <QDataStream>
 #include <QDir>
@@ -81,16 +82,14 @@ void Document::append(const Page& page) {
     m_offsets.push_back(m_size);
     m_size += bytes.size();
     const auto cannotWrite = [&] {
-        throw ReportError(codes::fileError,
-                          m_file->fileName() + QStringLiteral(": ") + m_file->errorString());
+        throw ReportError(codes::fileError, m_file->fileName() + u": "_s + m_file->errorString());
     };
     if (!m_file && m_size <= memoryLimit) {
         m_memory += bytes;
         return;
     }
     if (!m_file) {
-        m_file = std::make_unique<QTemporaryFile>(
-            QDir::temp().filePath(QStringLiteral("mirsa-report-XXXXXX")));
+        m_file = std::make_unique<QTemporaryFile>(QDir::temp().filePath(u"mirsa-report-XXXXXX"_s));
         if (!m_file->open() || m_file->write(m_memory) != m_memory.size())
             cannotWrite();
         m_memory = QByteArray();
@@ -141,7 +140,7 @@ QString Page::text() const {
                          texts.begin() + static_cast<std::ptrdiff_t>(last),
                          [](const PageItem* a, const PageItem* b) { return a->x < b->x; });
         for (std::size_t index = first; index < last; ++index) {
-            result += index == first ? QString() : QStringLiteral("\t");
+            result += index == first ? QString() : u"\t"_s;
             result += texts[index]->text;
         }
         result += u'\n';

@@ -1,6 +1,7 @@
 #include "platform/report/Expression.h"
 
 #include "platform/values/Format.h"
+#include "platform/values/Literals.h"
 #include "platform/values/Numbers.h"
 #include "platform/values/Text.h"
 
@@ -97,7 +98,7 @@ class Parser {
     }
     void expect(QLatin1String symbol) {
         if (!take(symbol))
-            fail(QStringLiteral("\"%1\" is missing in the expression %2").arg(symbol, m_text));
+            fail(u"\"%1\" is missing in the expression %2"_s.arg(symbol, m_text));
     }
 
     NodePtr orExpression() {
@@ -162,7 +163,7 @@ class Parser {
         }
         skipBlanks();
         if (m_at >= m_text.size())
-            fail(QStringLiteral("the expression ends too early: %1").arg(m_text));
+            fail(u"the expression ends too early: %1"_s.arg(m_text));
         const QChar c = m_text[m_at];
         if (c == u'\'')
             return text();
@@ -171,7 +172,7 @@ class Parser {
         if (c == u'[') {
             const auto end = m_text.indexOf(u']', m_at);
             if (end < 0)
-                fail(QStringLiteral("\"]\" is missing in the expression %1").arg(m_text));
+                fail(u"\"]\" is missing in the expression %1"_s.arg(m_text));
             auto made = node(Op::Field);
             made->name = m_text.mid(m_at + 1, end - m_at - 1);
             m_at = end + 1;
@@ -179,7 +180,7 @@ class Parser {
         }
         if (c.isLetter() || c == u'_')
             return named();
-        fail(QStringLiteral("unexpected \"%1\" in the expression %2").arg(c).arg(m_text));
+        fail(u"unexpected \"%1\" in the expression %2"_s.arg(c).arg(m_text));
     }
     NodePtr text() {
         QString content;
@@ -193,7 +194,7 @@ class Parser {
             content += m_text[m_at];
         }
         if (m_at >= m_text.size())
-            fail(QStringLiteral("a text isn't closed in the expression %1").arg(m_text));
+            fail(u"a text isn't closed in the expression %1"_s.arg(m_text));
         ++m_at;
         auto made = node(Op::Literal);
         made->literal = Value(content);
@@ -248,16 +249,16 @@ class Parser {
             return node(Op::Upper, std::move(arguments));
         if (dot < 0 && function == u"join" && count > 1)
             return node(Op::JoinFilled, std::move(arguments));
-        static const QHash<QString, TotalKind> totals{{QStringLiteral("sum"), TotalKind::Sum},
-                                                      {QStringLiteral("count"), TotalKind::Count},
-                                                      {QStringLiteral("avg"), TotalKind::Average},
-                                                      {QStringLiteral("min"), TotalKind::Minimum},
-                                                      {QStringLiteral("max"), TotalKind::Maximum}};
+        static const QHash<QString, TotalKind> totals{{u"sum"_s, TotalKind::Sum},
+                                                      {u"count"_s, TotalKind::Count},
+                                                      {u"avg"_s, TotalKind::Average},
+                                                      {u"min"_s, TotalKind::Minimum},
+                                                      {u"max"_s, TotalKind::Maximum}};
         const auto found = totals.find(function);
         if (found == totals.end())
-            fail(QStringLiteral("unknown function %1 in the expression %2").arg(name, m_text));
+            fail(u"unknown function %1 in the expression %2"_s.arg(name, m_text));
         if (count > 1 || (count == 0 && *found != TotalKind::Count))
-            fail(QStringLiteral("%1 needs one value in the expression %2").arg(name, m_text));
+            fail(u"%1 needs one value in the expression %2"_s.arg(name, m_text));
         auto made = node(Op::Total, std::move(arguments));
         made->totalKind = *found;
         made->name = dot < 0 ? QString() : name.left(dot);
@@ -395,8 +396,7 @@ Expression Expression::parse(const QString& text) {
     Expression made;
     made.m_root = parser.expression();
     if (parser.position() != text.size())
-        fail(QStringLiteral("unexpected \"%1\" in the expression %2")
-                 .arg(text.mid(parser.position()), text));
+        fail(u"unexpected \"%1\" in the expression %2"_s.arg(text.mid(parser.position()), text));
     return made;
 }
 
@@ -421,7 +421,7 @@ Template Template::parse(const QString& text) {
         const QChar c = text[at];
         const bool doubled = at + 1 < text.size() && text[at + 1] == c;
         if (c == u'}' && !doubled)
-            fail(QStringLiteral("\"}\" without \"{\" in the text: %1").arg(text));
+            fail(u"\"}\" without \"{\" in the text: %1"_s.arg(text));
         if (c != u'{' || doubled) {
             literal += c;
             at += c == u'{' || c == u'}';
@@ -438,7 +438,7 @@ Template Template::parse(const QString& text) {
             at = end;
         }
         if (at < 0 || at >= text.size() || text[at] != u'}')
-            fail(QStringLiteral("\"}\" is missing in the text: %1").arg(text));
+            fail(u"\"}\" is missing in the text: %1"_s.arg(text));
         made.m_pieces.push_back({{}, std::move(expression), mask});
     }
     endLiteral();
@@ -493,14 +493,14 @@ QString shownValue(const Value& value, const QString& mask) {
 QString sqlLiteral(const Value& value) {
     switch (value.kind()) {
     case Value::Kind::Null:
-        return QStringLiteral("Null");
+        return u"Null"_s;
     case Value::Kind::Text:
         return u'\'' + values::quoted(value.toText()) + u'\'';
     case Value::Kind::Date: {
         const auto moment = *value.toDateTime();
         QString text = values::sqlDate(moment.date());
         if (moment.time() != QTime(0, 0))
-            text += moment.time().toString(QStringLiteral(" HH:mm:ss"));
+            text += moment.time().toString(u" HH:mm:ss"_s);
         return u'#' + text + u'#';
     }
     default:

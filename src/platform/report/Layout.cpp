@@ -4,6 +4,7 @@
 #include "platform/report/ReportError.h"
 #include "platform/report/SelectionFormula.h"
 #include "platform/values/Clock.h"
+#include "platform/values/Literals.h"
 
 #include <QElapsedTimer>
 
@@ -146,8 +147,8 @@ class Composer : public Scope {
         } depth(m_depth);
         if (m_depth > 50)
             throw ReportError(codes::invalidFieldName,
-                              QStringLiteral("%1: the computed field %2 is worked out of itself")
-                                  .arg(m_file.path, computed.name));
+                              u"%1: the computed field %2 is worked out of itself"_s.arg(
+                                  m_file.path, computed.name));
         return computed.value.value(*this);
     }
 
@@ -171,7 +172,7 @@ class Composer : public Scope {
         if (wanted == u"rownumber")
             return m_levels.empty() ? 0 : m_levels.back().rowNumber;
         throw ReportError(codes::invalidFieldName,
-                          QStringLiteral("%1: no query gives the field %2").arg(m_file.path, name));
+                          u"%1: no query gives the field %2"_s.arg(m_file.path, name));
     }
 
     void compose(const List& list, const QString& sql) {
@@ -306,7 +307,7 @@ class Composer : public Scope {
         if (!m_options.progress || m_sinceProgress.elapsed() < milliseconds)
             return;
         if (!m_options.progress(m_document.pageCount()))
-            throw ReportError(codes::cancelled, QStringLiteral("Cancelled"));
+            throw ReportError(codes::cancelled, u"Cancelled"_s);
         m_sinceProgress.restart();
     }
 
@@ -336,10 +337,8 @@ struct FromTable {
 
 /// The tables that a from clause names, with their aliases.
 std::vector<FromTable> tablesOf(const QString& from) {
-    static const QSet<QString> words{QStringLiteral("inner"), QStringLiteral("left"),
-                                     QStringLiteral("right"), QStringLiteral("outer"),
-                                     QStringLiteral("join"),  QStringLiteral("on"),
-                                     QStringLiteral("as")};
+    static const QSet<QString> words{u"inner"_s, u"left"_s, u"right"_s, u"outer"_s,
+                                     u"join"_s,  u"on"_s,   u"as"_s};
     QStringList tokens;
     for (qsizetype at = 0; at < from.size();) {
         const QChar c = from[at];
@@ -400,32 +399,30 @@ QString reportSql(const Query& query, const RowSource& source, const QString& fo
                 if (known.name.compare(table, Qt::CaseInsensitive) != 0)
                     continue;
                 if (const auto type = source.columnType(known.table, field))
-                    return FormulaField{
-                        QStringLiteral("[%1].[%2]").arg(known.name, field), *type, {}};
+                    return FormulaField{u"[%1].[%2]"_s.arg(known.name, field), *type, {}};
             }
             for (const auto& below : query.through) {
                 if (below.table.compare(table, Qt::CaseInsensitive) != 0)
                     continue;
                 if (const auto type = source.columnType(below.table, field))
-                    return FormulaField{QStringLiteral("[%1].[%2]").arg(below.table, field), *type,
-                                        QStringLiteral("%1 IN (SELECT [%2].[%3] FROM [%2] WHERE ")
-                                            .arg(below.key, below.table, below.column)};
+                    return FormulaField{u"[%1].[%2]"_s.arg(below.table, field), *type,
+                                        u"%1 IN (SELECT [%2].[%3] FROM [%2] WHERE "_s.arg(
+                                            below.key, below.table, below.column)};
             }
             return std::nullopt;
         });
-    QString sql = QStringLiteral("SELECT ");
+    QString sql = u"SELECT "_s;
     if (query.distinct)
-        sql += QStringLiteral("DISTINCT ");
-    sql += query.select + QStringLiteral(" FROM ") + query.from;
+        sql += u"DISTINCT "_s;
+    sql += query.select + u" FROM "_s + query.from;
     if (!query.where.isEmpty() && !condition.isEmpty())
-        sql +=
-            QStringLiteral(" WHERE (") + query.where + QStringLiteral(") AND (") + condition + u')';
+        sql += u" WHERE ("_s + query.where + u") AND ("_s + condition + u')';
     else if (!query.where.isEmpty() || !condition.isEmpty())
-        sql += QStringLiteral(" WHERE ") + query.where + condition;
+        sql += u" WHERE "_s + query.where + condition;
     if (!query.groupBy.isEmpty())
-        sql += QStringLiteral(" GROUP BY ") + query.groupBy;
+        sql += u" GROUP BY "_s + query.groupBy;
     if (!query.orderBy.isEmpty())
-        sql += QStringLiteral(" ORDER BY ") + query.orderBy;
+        sql += u" ORDER BY "_s + query.orderBy;
     return sql;
 }
 

@@ -2,6 +2,7 @@
 
 #include "platform/report/Document.h"
 #include "platform/report/RowSource.h"
+#include "platform/values/Literals.h"
 
 #include <functional>
 #include <memory>
@@ -13,7 +14,7 @@ using Progress = std::function<bool(int pages)>;
 
 struct LayoutOptions {
     Progress progress = {};
-    QString currencySymbol = QStringLiteral("$"); ///< what {currency} prints
+    QString currencySymbol = u"$"_s; ///< what {currency} prints
 };
 
 /// Runs the report's queries, restricted by the selection formula, and lays out its pages. Throws

@@ -1,5 +1,7 @@
 #include "platform/report/PageView.h"
 
+#include "platform/values/Literals.h"
+
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QPainter>
@@ -20,7 +22,7 @@ PageView::PageView(std::shared_ptr<const Document> document, QWidget* parent)
     : QAbstractScrollArea(parent), m_document(std::move(document)), m_painter(*m_document) {
     m_pages.setMaxCost(16);
     setFocusPolicy(Qt::StrongFocus);
-    setAccessibleName(QStringLiteral("Report pages"));
+    setAccessibleName(u"Report pages"_s);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     viewport()->setBackgroundRole(QPalette::Mid);
     viewport()->setAutoFillBackground(true);

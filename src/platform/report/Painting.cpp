@@ -2,6 +2,7 @@
 
 #include "platform/report/ReportError.h"
 #include "platform/report/TextMeasure.h"
+#include "platform/values/Literals.h"
 
 #include <QFontMetricsF>
 #include <QPageLayout>
@@ -93,7 +94,7 @@ void writePdf(const Document& document, QIODevice& device,
               const std::function<bool(int pages)>& progress) {
     QPdfWriter writer(&device);
     writer.setTitle(document.title);
-    writer.setCreator(QStringLiteral("Mirsa Project Manager"));
+    writer.setCreator(u"Mirsa Project Manager"_s);
     writer.setPageLayout(QPageLayout(QPageSize(document.paper.size, QPageSize::Millimeter),
                                      QPageLayout::Portrait, QMarginsF()));
     constexpr int dotsPerInch = 600;
@@ -107,7 +108,7 @@ void writePdf(const Document& document, QIODevice& device,
             throw ReportError(codes::fileError, device.errorString());
         pages.paint(painter, document.page(index), dotsPerInch / 25.4);
         if (progress && index % 20 == 19 && !progress(index + 1))
-            throw ReportError(codes::cancelled, QStringLiteral("Cancelled"));
+            throw ReportError(codes::cancelled, u"Cancelled"_s);
     }
     painter.end();
 }

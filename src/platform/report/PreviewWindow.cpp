@@ -5,6 +5,7 @@
 #include "platform/report/ReportError.h"
 #include "platform/screen/MsgBox.h"
 #include "platform/screen/Seams.h"
+#include "platform/values/Literals.h"
 #include "platform/values/Numbers.h"
 
 #include <QAction>
@@ -24,7 +25,7 @@ namespace report {
 namespace {
 
 QString zoomText(double percent) {
-    return QStringLiteral("%1 %").arg(qRound(percent));
+    return u"%1 %"_s.arg(qRound(percent));
 }
 
 } // namespace
@@ -33,17 +34,16 @@ PreviewWindow::PreviewWindow(std::shared_ptr<const Document> document, const Win
     : QMainWindow(placing.parent ? placing.parent->window() : nullptr),
       m_document(std::move(document)), m_view(new PageView(m_document, this)),
       m_state(new QLabel(this)), m_message(new QLabel(this)) {
-    setObjectName(QStringLiteral("reportPreview"));
+    setObjectName(u"reportPreview"_s);
     setWindowTitle(placing.title);
     setCentralWidget(m_view);
-    auto* bar = addToolBar(QStringLiteral("Report"));
+    auto* bar = addToolBar(u"Report"_s);
     bar->setMovable(false);
     bar->setContextMenuPolicy(Qt::PreventContextMenu);
     using Standard = QKeySequence;
-    bar->addAction(action(QStringLiteral("&Print..."), QStringLiteral("print"), {Standard::Print},
-                          [this] { print(); }));
-    bar->addAction(action(QStringLiteral("Save as P&DF..."), QStringLiteral("savePdf"),
-                          {Standard::Save}, [this] { saveAsPdf(); }));
+    bar->addAction(action(u"&Print..."_s, u"print"_s, {Standard::Print}, [this] { print(); }));
+    bar->addAction(
+        action(u"Save as P&DF..."_s, u"savePdf"_s, {Standard::Save}, [this] { saveAsPdf(); }));
     bar->addSeparator();
     createNavigation(bar);
     bar->addSeparator();
@@ -51,8 +51,7 @@ PreviewWindow::PreviewWindow(std::shared_ptr<const Document> document, const Win
     bar->addSeparator();
     createSearch(bar);
     bar->addSeparator();
-    bar->addAction(
-        action(QStringLiteral("&Close"), QStringLiteral("close"), {}, [this] { close(); }));
+    bar->addAction(action(u"&Close"_s, u"close"_s, {}, [this] { close(); }));
     statusBar()->addWidget(m_state);
     statusBar()->addWidget(m_message, 1);
     m_view->changed = [this] { showState(); };
@@ -78,33 +77,31 @@ QAction* PreviewWindow::action(const QString& text, const QString& name, QList<Q
     made->setObjectName(name);
     made->setShortcuts(keys);
     if (!keys.isEmpty())
-        made->setToolTip(QStringLiteral("%1 (%2)").arg(
-            QString(text).remove(u'&'), keys.front().toString(QKeySequence::NativeText)));
+        made->setToolTip(u"%1 (%2)"_s.arg(QString(text).remove(u'&'),
+                                          keys.front().toString(QKeySequence::NativeText)));
     connect(made, &QAction::triggered, this, handler);
     addAction(made);
     return made;
 }
 
 void PreviewWindow::createNavigation(QToolBar* bar) {
-    m_backward = {action(QStringLiteral("First"), QStringLiteral("firstPage"),
+    m_backward = {action(u"First"_s, u"firstPage"_s,
                          {QKeySequence(Qt::Key_Home), QKeySequence(Qt::CTRL | Qt::Key_Home)},
                          [this] { m_view->goToPage(0); }),
-                  action(QStringLiteral("Previous"), QStringLiteral("previousPage"),
-                         {QKeySequence(Qt::Key_PageUp)},
+                  action(u"Previous"_s, u"previousPage"_s, {QKeySequence(Qt::Key_PageUp)},
                          [this] { m_view->goToPage(m_view->currentPage() - 1); })};
-    m_forward = {action(QStringLiteral("Next"), QStringLiteral("nextPage"),
-                        {QKeySequence(Qt::Key_PageDown)},
+    m_forward = {action(u"Next"_s, u"nextPage"_s, {QKeySequence(Qt::Key_PageDown)},
                         [this] { m_view->goToPage(m_view->currentPage() + 1); }),
-                 action(QStringLiteral("Last"), QStringLiteral("lastPage"),
+                 action(u"Last"_s, u"lastPage"_s,
                         {QKeySequence(Qt::Key_End), QKeySequence(Qt::CTRL | Qt::Key_End)},
                         [this] { m_view->goToPage(m_document->pageCount() - 1); })};
     bar->addActions(m_backward);
     m_page = new QSpinBox(bar);
-    m_page->setObjectName(QStringLiteral("page"));
-    m_page->setAccessibleName(QStringLiteral("Page"));
+    m_page->setObjectName(u"page"_s);
+    m_page->setAccessibleName(u"Page"_s);
     m_page->setRange(1, std::max(1, m_document->pageCount()));
     m_page->setKeyboardTracking(false);
-    m_page->setToolTip(QStringLiteral("Go to page"));
+    m_page->setToolTip(u"Go to page"_s);
     connect(m_page, &QSpinBox::valueChanged, this, [this](int page) {
         if (page - 1 != m_view->currentPage())
             m_view->goToPage(page - 1);
@@ -115,11 +112,11 @@ void PreviewWindow::createNavigation(QToolBar* bar) {
 
 void PreviewWindow::createZoom(QToolBar* bar) {
     m_zoom = new QComboBox(bar);
-    m_zoom->setObjectName(QStringLiteral("zoom"));
-    m_zoom->setAccessibleName(QStringLiteral("Zoom"));
+    m_zoom->setObjectName(u"zoom"_s);
+    m_zoom->setAccessibleName(u"Zoom"_s);
     m_zoom->setEditable(true);
     m_zoom->setInsertPolicy(QComboBox::NoInsert);
-    m_zoom->addItems({QStringLiteral("Fit width"), QStringLiteral("Fit page")});
+    m_zoom->addItems({u"Fit width"_s, u"Fit page"_s});
     for (const int percent : {50, 75, 100, 125, 150, 200, 300})
         m_zoom->addItem(zoomText(percent));
     connect(m_zoom, &QComboBox::textActivated, this,
@@ -130,18 +127,17 @@ void PreviewWindow::createZoom(QToolBar* bar) {
     });
     const auto in = [this] { m_view->setZoom(PageView::Zoom::Percent, m_view->percent() * 1.25); };
     const auto out = [this] { m_view->setZoom(PageView::Zoom::Percent, m_view->percent() / 1.25); };
-    bar->addAction(
-        action(QStringLiteral("-"), QStringLiteral("zoomOut"), {QKeySequence::ZoomOut}, out));
+    bar->addAction(action(u"-"_s, u"zoomOut"_s, {QKeySequence::ZoomOut}, out));
     bar->addWidget(m_zoom);
-    bar->addAction(action(QStringLiteral("+"), QStringLiteral("zoomIn"),
+    bar->addAction(action(u"+"_s, u"zoomIn"_s,
                           {QKeySequence::ZoomIn, QKeySequence(Qt::CTRL | Qt::Key_Equal)}, in));
 }
 
 void PreviewWindow::createSearch(QToolBar* bar) {
     m_wanted = new QLineEdit(bar);
-    m_wanted->setObjectName(QStringLiteral("wanted"));
-    m_wanted->setAccessibleName(QStringLiteral("Find"));
-    m_wanted->setPlaceholderText(QStringLiteral("Find"));
+    m_wanted->setObjectName(u"wanted"_s);
+    m_wanted->setAccessibleName(u"Find"_s);
+    m_wanted->setPlaceholderText(u"Find"_s);
     m_wanted->setClearButtonEnabled(true);
     m_wanted->setMaximumWidth(200);
     bar->addWidget(m_wanted);
@@ -152,11 +148,11 @@ void PreviewWindow::createSearch(QToolBar* bar) {
             m_message->clear();
         }
     });
-    bar->addAction(action(QStringLiteral("Find &next"), QStringLiteral("findNext"),
-                          {QKeySequence(Qt::Key_F3)}, [this] { findNext(false); }));
-    action(QStringLiteral("Find previous"), QStringLiteral("findPrevious"),
-           {QKeySequence(Qt::SHIFT | Qt::Key_F3)}, [this] { findNext(true); });
-    action(QStringLiteral("Find"), QStringLiteral("find"), {QKeySequence::Find}, [this] {
+    bar->addAction(action(u"Find &next"_s, u"findNext"_s, {QKeySequence(Qt::Key_F3)},
+                          [this] { findNext(false); }));
+    action(u"Find previous"_s, u"findPrevious"_s, {QKeySequence(Qt::SHIFT | Qt::Key_F3)},
+           [this] { findNext(true); });
+    action(u"Find"_s, u"find"_s, {QKeySequence::Find}, [this] {
         m_wanted->setFocus();
         m_wanted->selectAll();
     });
@@ -180,7 +176,7 @@ void PreviewWindow::findNext(bool backward) {
         return;
     }
     const bool found = m_view->find(text, backward);
-    m_message->setText(found ? QString() : QStringLiteral("\"%1\" was not found.").arg(text));
+    m_message->setText(found ? QString() : u"\"%1\" was not found."_s.arg(text));
     if (!found)
         screen::beep();
 }
@@ -188,7 +184,7 @@ void PreviewWindow::findNext(bool backward) {
 void PreviewWindow::showState() {
     const int page = m_view->currentPage();
     const int count = m_document->pageCount();
-    m_state->setText(QStringLiteral("Page %1 of %2").arg(page + 1).arg(count));
+    m_state->setText(u"Page %1 of %2"_s.arg(page + 1).arg(count));
     const QSignalBlocker quiet(m_page);
     m_page->setValue(page + 1);
     for (auto* one : m_backward)
@@ -214,26 +210,23 @@ void PreviewWindow::keyPressEvent(QKeyEvent* event) {
 
 void PreviewWindow::saveAsPdf() {
     QString suggested = windowTitle();
-    static const QString unfit = QStringLiteral("\\/:*?\"<>|");
+    static const QString unfit = u"\\/:*?\"<>|"_s;
     for (const QChar c : unfit)
         suggested.replace(c, u'-');
     QString path =
-        screen::seams().saveFile(QStringLiteral("Save as PDF"), suggested + QStringLiteral(".pdf"),
-                                 QStringLiteral("PDF files (*.pdf)"));
+        screen::seams().saveFile(u"Save as PDF"_s, suggested + u".pdf"_s, u"PDF files (*.pdf)"_s);
     if (path.isEmpty())
         return;
-    if (!path.endsWith(QStringLiteral(".pdf"), Qt::CaseInsensitive))
-        path += QStringLiteral(".pdf");
+    if (!path.endsWith(u".pdf"_s, Qt::CaseInsensitive))
+        path += u".pdf"_s;
     try {
-        ProgressBox progress(QStringLiteral("Saving page %1 ..."), windowTitle(), this,
-                             m_document->pageCount());
+        ProgressBox progress(u"Saving page %1 ..."_s, windowTitle(), this, m_document->pageCount());
         writePdf(*m_document, path, [&](int pages) { return progress.goOn(pages); });
-        m_message->setText(QStringLiteral("Saved as %1").arg(path));
+        m_message->setText(u"Saved as %1"_s.arg(path));
     } catch (const ReportError& error) {
         if (error.code() != codes::cancelled)
-            screen::MsgBox(
-                QStringLiteral("The report could not be saved as %1: %2").arg(path, error.detail()),
-                screen::Buttons::Ok, screen::Icon::Critical, windowTitle());
+            screen::MsgBox(u"The report could not be saved as %1: %2"_s.arg(path, error.detail()),
+                           screen::Buttons::Ok, screen::Icon::Critical, windowTitle());
     }
 }
 
@@ -256,13 +249,12 @@ void PreviewWindow::print() {
                                         : m_document->pageCount();
     QPainter painter;
     if (!painter.begin(&printer)) {
-        screen::MsgBox(QStringLiteral("The printer could not be started."), screen::Buttons::Ok,
+        screen::MsgBox(u"The printer could not be started."_s, screen::Buttons::Ok,
                        screen::Icon::Critical, windowTitle());
         return;
     }
     const PagePainter pages(*m_document);
-    ProgressBox progress(QStringLiteral("Printing page %1 ..."), windowTitle(), this,
-                         m_document->pageCount());
+    ProgressBox progress(u"Printing page %1 ..."_s, windowTitle(), this, m_document->pageCount());
     for (int index = from; index < to; ++index) {
         if (index > from)
             printer.newPage();

@@ -1,5 +1,7 @@
 #include "platform/report/ProgressBox.h"
 
+#include "platform/values/Literals.h"
+
 #include <QApplication>
 #include <QProgressDialog>
 
@@ -19,7 +21,7 @@ bool ProgressBox::goOn(int pages) {
             return true;
         m_dialog = std::make_unique<QProgressDialog>(m_parent);
         m_dialog->setWindowTitle(m_title);
-        m_dialog->setCancelButtonText(QStringLiteral("Cancel"));
+        m_dialog->setCancelButtonText(u"Cancel"_s);
         m_dialog->setWindowModality(Qt::ApplicationModal);
         m_dialog->setMinimumDuration(0);
         m_dialog->setAutoReset(false);

@@ -3,6 +3,7 @@
 #include "platform/report/PreviewWindow.h"
 #include "platform/report/ProgressBox.h"
 #include "platform/report/ReportError.h"
+#include "platform/values/Literals.h"
 
 namespace report {
 
@@ -23,8 +24,7 @@ int Report::printReport() {
     m_errorDetail.clear();
     try {
         const ReportFile file = readReportFile(reportFileName);
-        ProgressBox progress(QStringLiteral("Preparing the report: page %1 ..."), windowTitle,
-                             parentWindow);
+        ProgressBox progress(u"Preparing the report: page %1 ..."_s, windowTitle, parentWindow);
         std::shared_ptr<const Document> document =
             layOut(file, m_source, selectionFormula,
                    {[&](int pages) { return progress.goOn(pages); }, currencySymbol});

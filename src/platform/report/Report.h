@@ -3,6 +3,7 @@
 #include "platform/report/Document.h"
 #include "platform/report/Layout.h"
 #include "platform/report/RowSource.h"
+#include "platform/values/Literals.h"
 
 #include <QPointer>
 #include <QString>
@@ -36,7 +37,7 @@ class Report {
     QString reportFileName;   ///< with its path
     QString selectionFormula; ///< empty: all records
     QString windowTitle;
-    QString currencySymbol = QStringLiteral("$");
+    QString currencySymbol = u"$"_s;
     int windowHeight = 0, windowWidth = 0, windowTop = 0, windowLeft = 0;
     QPointer<QWidget> parentWindow;
 

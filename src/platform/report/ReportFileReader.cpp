@@ -1,5 +1,6 @@
 #include "platform/report/ReportError.h"
 #include "platform/report/ReportFile.h"
+#include "platform/values/Literals.h"
 
 #include <QDir>
 #include <QFile>
@@ -15,9 +16,8 @@ namespace {
 
 QSizeF paperSize(const QString& name) {
     static const QHash<QString, QSizeF> sizes{
-        {QStringLiteral("letter"), {215.9, 279.4}},  {QStringLiteral("legal"), {215.9, 355.6}},
-        {QStringLiteral("tabloid"), {279.4, 431.8}}, {QStringLiteral("a3"), {297, 420}},
-        {QStringLiteral("a4"), {210, 297}},          {QStringLiteral("a5"), {148, 210}}};
+        {u"letter"_s, {215.9, 279.4}}, {u"legal"_s, {215.9, 355.6}}, {u"tabloid"_s, {279.4, 431.8}},
+        {u"a3"_s, {297, 420}},         {u"a4"_s, {210, 297}},        {u"a5"_s, {148, 210}}};
     return sizes.value(name.toLower());
 }
 
@@ -65,7 +65,7 @@ class Reader {
         }
         QString required(QLatin1String name) {
             if (!has(name) || text(name).isEmpty())
-                m_reader.fail(QStringLiteral("<%1> needs the attribute %2").arg(m_element, name));
+                m_reader.fail(u"<%1> needs the attribute %2"_s.arg(m_element, name));
             return text(name);
         }
         double number(QLatin1String name, double otherwise) {
@@ -74,7 +74,7 @@ class Reader {
             bool ok = false;
             const double value = text(name).toDouble(&ok);
             if (!ok)
-                wrong(name, QStringLiteral("is no number"));
+                wrong(name, u"is no number"_s);
             return value;
         }
         bool flag(QLatin1String name, bool otherwise) {
@@ -91,14 +91,14 @@ class Reader {
                     return value;
                 words.append(QLatin1String(word));
             }
-            wrong(name, QStringLiteral("is none of %1").arg(words.join(QStringLiteral(", "))));
+            wrong(name, u"is none of %1"_s.arg(words.join(u", "_s)));
         }
         QColor color(QLatin1String name, const QColor& otherwise) {
             if (!has(name))
                 return otherwise;
             const QColor value(text(name));
             if (!value.isValid())
-                wrong(name, QStringLiteral("is no colour"));
+                wrong(name, u"is no colour"_s);
             return value;
         }
         std::optional<Expression> condition(QLatin1String name) {
@@ -109,15 +109,13 @@ class Reader {
         void end() const {
             for (const auto& attribute : m_attributes) {
                 if (!m_known.contains(attribute.name().toString()))
-                    m_reader.fail(QStringLiteral("<%1> has no attribute %2")
-                                      .arg(m_element, attribute.name()));
+                    m_reader.fail(u"<%1> has no attribute %2"_s.arg(m_element, attribute.name()));
             }
         }
 
       private:
         [[noreturn]] void wrong(QLatin1String name, const QString& what) {
-            m_reader.fail(
-                QStringLiteral("%1=\"%2\" of <%3> %4").arg(name, text(name), m_element, what));
+            m_reader.fail(u"%1=\"%2\" of <%3> %4"_s.arg(name, text(name), m_element, what));
         }
         Reader& m_reader;
         QString m_element;
@@ -126,13 +124,13 @@ class Reader {
     };
 
     [[noreturn]] void fail(const QString& what) const {
-        throw ReportError(codes::unableToLoad, QStringLiteral("%1:%2: %3")
-                                                   .arg(QFileInfo(m_report.path).fileName())
-                                                   .arg(m_xml.lineNumber())
-                                                   .arg(what));
+        throw ReportError(codes::unableToLoad,
+                          u"%1:%2: %3"_s.arg(QFileInfo(m_report.path).fileName())
+                              .arg(m_xml.lineNumber())
+                              .arg(what));
     }
     [[noreturn]] void unexpected(QLatin1String inside) const {
-        fail(QStringLiteral("<%1> has no place in <%2>").arg(m_xml.name(), inside));
+        fail(u"<%1> has no place in <%2>"_s.arg(m_xml.name(), inside));
     }
     bool nextChild() {
         const bool found = m_xml.readNextStartElement();
@@ -151,15 +149,15 @@ class Reader {
 
     void readReport() {
         if (!nextChild())
-            fail(QStringLiteral("The file is empty"));
+            fail(u"The file is empty"_s);
         if (!is(QLatin1String("report")))
-            fail(QStringLiteral("A report file begins with <report>"));
+            fail(u"A report file begins with <report>"_s);
         Attributes attributes(*this);
         m_report.title = attributes.text(QLatin1String("title"));
         attributes.end();
         m_report.styles.push_back({});
         m_styleNames.insert(QString(), 0);
-        m_report.body.name = QStringLiteral("report");
+        m_report.body.name = u"report"_s;
         bool hasQuery = false;
         while (nextChild()) {
             if (is(QLatin1String("page"))) {
@@ -190,17 +188,17 @@ class Reader {
             }
         }
         if (!hasQuery || m_report.query.from.isEmpty())
-            fail(QStringLiteral("<query> with <select> and <from> is missing"));
+            fail(u"<query> with <select> and <from> is missing"_s);
         connectTotals();
     }
 
     void readPage() {
         Attributes attributes(*this);
         Paper& paper = m_report.paper;
-        const QString name = attributes.text(QLatin1String("size"), QStringLiteral("Letter"));
+        const QString name = attributes.text(QLatin1String("size"), u"Letter"_s);
         QSizeF size = paperSize(name);
         if (size.isEmpty())
-            fail(QStringLiteral("%1 is no paper size that is known").arg(name));
+            fail(u"%1 is no paper size that is known"_s.arg(name));
         if (attributes.choice<bool>(QLatin1String("orientation"),
                                     {{"portrait", false}, {"landscape", true}}, false))
             size.transpose();
@@ -212,7 +210,7 @@ class Reader {
         paper.bottom = attributes.number(QLatin1String("bottom"), paper.bottom);
         attributes.end();
         if (paper.contentWidth() < 20 || paper.size.height() - paper.top - paper.bottom < 40)
-            fail(QStringLiteral("The margins leave no room on the page"));
+            fail(u"The margins leave no room on the page"_s);
         content();
     }
 
@@ -252,7 +250,7 @@ class Reader {
         Query& query = m_report.query;
         query.distinct = attributes.flag(QLatin1String("distinct"), false);
         attributes.end();
-        query.select = QStringLiteral("*");
+        query.select = u"*"_s;
         while (nextChild()) {
             if (is(QLatin1String("formulaTable"))) {
                 Attributes through(*this);
@@ -263,12 +261,11 @@ class Reader {
                 content();
                 continue;
             }
-            static const QHash<QString, QString Query::*> clauses{
-                {QStringLiteral("select"), &Query::select},
-                {QStringLiteral("from"), &Query::from},
-                {QStringLiteral("where"), &Query::where},
-                {QStringLiteral("groupBy"), &Query::groupBy},
-                {QStringLiteral("orderBy"), &Query::orderBy}};
+            static const QHash<QString, QString Query::*> clauses{{u"select"_s, &Query::select},
+                                                                  {u"from"_s, &Query::from},
+                                                                  {u"where"_s, &Query::where},
+                                                                  {u"groupBy"_s, &Query::groupBy},
+                                                                  {u"orderBy"_s, &Query::orderBy}};
             const auto clause = clauses.constFind(m_xml.name().toString());
             if (clause == clauses.constEnd())
                 unexpected(QLatin1String("query"));
@@ -361,17 +358,14 @@ class Reader {
                 attributes.end();
                 const int line = static_cast<int>(m_xml.lineNumber());
                 if (m_lists.contains(list->name.toLower()))
-                    fail(QStringLiteral("There are two lists named %1").arg(list->name));
+                    fail(u"There are two lists named %1"_s.arg(list->name));
                 readList(*list);
                 if (list->query.isEmpty())
-                    fail(QStringLiteral("The list %1 of line %2 has no <query>")
-                             .arg(list->name)
-                             .arg(line));
+                    fail(u"The list %1 of line %2 has no <query>"_s.arg(list->name).arg(line));
                 m_lists.insert(list->name.toLower(), list.get());
                 section.emplace_back(std::move(list));
             } else {
-                fail(QStringLiteral("<%1> has no place here: <band> or <list> is expected")
-                         .arg(m_xml.name()));
+                fail(u"<%1> has no place here: <band> or <list> is expected"_s.arg(m_xml.name()));
             }
         }
     }
@@ -382,7 +376,7 @@ class Reader {
         band.height = attributes.number(QLatin1String("height"), 0);
         band.showIf = attributes.condition(QLatin1String("showIf"));
         band.keepTogether = attributes.flag(QLatin1String("keepTogether"), true);
-        const QString with = attributes.text(QLatin1String("keepWithNext"), QStringLiteral("no"));
+        const QString with = attributes.text(QLatin1String("keepWithNext"), u"no"_s);
         if (with == u"yes")
             band.keepWithNext = true;
         else if (with != u"no")
@@ -405,12 +399,11 @@ class Reader {
     }
 
     Element readElement() {
-        static const QHash<QString, Element::Kind> kinds{
-            {QStringLiteral("text"), Element::Kind::Text},
-            {QStringLiteral("line"), Element::Kind::Line},
-            {QStringLiteral("box"), Element::Kind::Box},
-            {QStringLiteral("picture"), Element::Kind::Picture},
-            {QStringLiteral("barcode"), Element::Kind::Barcode}};
+        static const QHash<QString, Element::Kind> kinds{{u"text"_s, Element::Kind::Text},
+                                                         {u"line"_s, Element::Kind::Line},
+                                                         {u"box"_s, Element::Kind::Box},
+                                                         {u"picture"_s, Element::Kind::Picture},
+                                                         {u"barcode"_s, Element::Kind::Barcode}};
         const auto kind = kinds.constFind(m_xml.name().toString());
         if (kind == kinds.constEnd())
             unexpected(QLatin1String("band"));
@@ -453,11 +446,11 @@ class Reader {
         }
         attributes.end();
         if (rest <= 0 || element.x < 0 || element.y < 0 || element.w > rest + 0.01)
-            fail(QStringLiteral("<%1> lies outside the margins").arg(m_xml.name()));
+            fail(u"<%1> lies outside the margins"_s.arg(m_xml.name()));
         const bool needsHeight =
             element.kind == Element::Kind::Barcode || element.kind == Element::Kind::Picture;
         if (needsHeight && element.h <= 0)
-            fail(QStringLiteral("<%1> needs the attribute h").arg(m_xml.name()));
+            fail(u"<%1> needs the attribute h"_s.arg(m_xml.name()));
         const bool hasText =
             element.kind == Element::Kind::Text || element.kind == Element::Kind::Barcode;
         const QString text = hasText ? lines() : content();
@@ -470,7 +463,7 @@ class Reader {
         const QString name = attributes.text(QLatin1String("style"));
         const auto known = m_styleNames.constFind(name == u"text" ? QString() : name);
         if (known == m_styleNames.constEnd())
-            fail(QStringLiteral("There is no style %1 above").arg(name));
+            fail(u"There is no style %1 above"_s.arg(name));
         Style style = m_report.styles[static_cast<std::size_t>(*known)];
         readFont(attributes, style);
         element.style = addStyle(style);
@@ -513,22 +506,19 @@ class Reader {
                 list = m_lists.value(wanted.request.list.toLower());
                 group = -1;
                 if (!list)
-                    failAt(wanted.line,
-                           QStringLiteral("There is no list %1").arg(wanted.request.list));
+                    failAt(wanted.line, u"There is no list %1"_s.arg(wanted.request.list));
             }
             if (!list)
-                failAt(wanted.line,
-                       QStringLiteral("A total can stand in details and footers only"));
+                failAt(wanted.line, u"A total can stand in details and footers only"_s);
             *wanted.request.id = m_report.totals;
             list->totals.push_back(
                 {m_report.totals++, wanted.request.kind, wanted.request.of, group});
         }
     }
     [[noreturn]] void failAt(qint64 line, const QString& what) const {
-        throw ReportError(codes::unableToLoad, QStringLiteral("%1:%2: %3")
-                                                   .arg(QFileInfo(m_report.path).fileName())
-                                                   .arg(line)
-                                                   .arg(what));
+        throw ReportError(
+            codes::unableToLoad,
+            u"%1:%2: %3"_s.arg(QFileInfo(m_report.path).fileName()).arg(line).arg(what));
     }
 
     struct WantedTotal {
@@ -557,8 +547,7 @@ ReportFile readReportFile(const QString& path) {
         throw ReportError(codes::reportNotFound, path);
     QFile file(found);
     if (!file.open(QIODevice::ReadOnly))
-        throw ReportError(codes::unableToLoad,
-                          QStringLiteral("%1: %2").arg(path, file.errorString()));
+        throw ReportError(codes::unableToLoad, u"%1: %2"_s.arg(path, file.errorString()));
     return readReportText(file.readAll(), found);
 }
 

@@ -2,6 +2,7 @@
 
 #include "platform/jet/Database.h"
 #include "platform/report/ReportError.h"
+#include "platform/values/Literals.h"
 
 namespace report {
 
@@ -45,9 +46,8 @@ std::unique_ptr<Rows> DatabaseRowSource::open(const QString& sql) {
         return std::make_unique<DatabaseRows>(
             m_database.openRecordset(sql, jet::RecordsetType::Snapshot));
     } catch (const jet::Error& error) {
-        throw ReportError(
-            codes::databaseError,
-            QStringLiteral("%1 (%2) in: %3").arg(error.text()).arg(error.number()).arg(sql));
+        throw ReportError(codes::databaseError,
+                          u"%1 (%2) in: %3"_s.arg(error.text()).arg(error.number()).arg(sql));
     }
 }
 

@@ -3,6 +3,7 @@
 #include "platform/jet/Types.h"
 #include "platform/report/ReportError.h"
 #include "platform/values/Format.h"
+#include "platform/values/Literals.h"
 #include "platform/values/Numbers.h"
 #include "platform/values/Text.h"
 
@@ -49,7 +50,7 @@ std::vector<Token> tokens(const QString& formula) {
     const auto closed = [&](QChar end, const QString& what) {
         const auto found = formula.indexOf(end, at + 1);
         if (found < 0)
-            fail(QStringLiteral("%1 isn't closed in: %2").arg(what, formula));
+            fail(u"%1 isn't closed in: %2"_s.arg(what, formula));
         QString inside = formula.mid(at + 1, found - at - 1);
         at = found + 1;
         return inside;
@@ -59,13 +60,13 @@ std::vector<Token> tokens(const QString& formula) {
         if (c.isSpace()) {
             ++at;
         } else if (c == u'{') {
-            result.push_back({Token::Kind::Field, closed(u'}', QStringLiteral("A field"))});
+            result.push_back({Token::Kind::Field, closed(u'}', u"A field"_s)});
         } else if (c == u'#') {
-            result.push_back({Token::Kind::Date, closed(u'#', QStringLiteral("A date"))});
+            result.push_back({Token::Kind::Date, closed(u'#', u"A date"_s)});
         } else if (c == u'\'' || c == u'"') {
             QString content;
             do {
-                content += closed(c, QStringLiteral("A text"));
+                content += closed(c, u"A text"_s);
                 if (at < formula.size() && formula[at] == c)
                     content += c;
                 else
@@ -79,7 +80,7 @@ std::vector<Token> tokens(const QString& formula) {
                 ++at;
             result.push_back({Token::Kind::Number, formula.mid(start, at - start)});
             if (!values::isNumeric(result.back().text))
-                fail(QStringLiteral("%1 is no number in: %2").arg(result.back().text, formula));
+                fail(u"%1 is no number in: %2"_s.arg(result.back().text, formula));
         } else if (c.isLetter()) {
             const auto start = at;
             while (at < formula.size() && formula[at].isLetterOrNumber())
@@ -128,8 +129,8 @@ class Parser {
     }
     [[noreturn]] void unexpected() const {
         fail(peek().kind == Token::Kind::End
-                 ? QStringLiteral("The formula ends too early: %1").arg(m_formula)
-                 : QStringLiteral("Unexpected \"%1\" in: %2").arg(peek().text, m_formula));
+                 ? u"The formula ends too early: %1"_s.arg(m_formula)
+                 : u"Unexpected \"%1\" in: %2"_s.arg(peek().text, m_formula));
     }
     void expectSymbol(QStringView symbol) {
         if (!takeSymbol(symbol))
@@ -159,7 +160,7 @@ class Parser {
             ~Depth() { --depth; }
         } depth(m_depth);
         if (m_depth > 200)
-            fail(QStringLiteral("The formula is nested too deeply."));
+            fail(u"The formula is nested too deeply."_s);
         if (takeWord(u"not")) {
             auto node = std::make_unique<Node>();
             node->kind = Node::Kind::Not;
@@ -209,9 +210,7 @@ class Parser {
             node->operands.push_back(operand());
             return node;
         }
-        static const QStringList comparisons{QStringLiteral("="),  QStringLiteral("<>"),
-                                             QStringLiteral("<"),  QStringLiteral(">"),
-                                             QStringLiteral("<="), QStringLiteral(">=")};
+        static const QStringList comparisons{u"="_s, u"<>"_s, u"<"_s, u">"_s, u"<="_s, u">="_s};
         if (peek().kind == Token::Kind::Symbol && comparisons.contains(peek().text)) {
             node->kind = Node::Kind::Compare;
             node->comparison = m_tokens[m_at++].text;
@@ -248,7 +247,7 @@ class Parser {
             ++m_at;
             const auto moment = jet::momentFromText(token.text);
             if (!moment)
-                fail(QStringLiteral("\"%1\" is no date in: %2").arg(token.text, m_formula));
+                fail(u"\"%1\" is no date in: %2"_s.arg(token.text, m_formula));
             made.kind = moment->time() == QTime(0, 0) ? Operand::Kind::Day : Operand::Kind::Moment;
             made.moment = *moment;
             return made;
@@ -297,7 +296,7 @@ class Parser {
                 return made;
             }
         }
-        fail(QStringLiteral("There is no such date in: %1").arg(m_formula));
+        fail(u"There is no such date in: %1"_s.arg(m_formula));
     }
 
     Operand field(const QString& name) {
@@ -305,7 +304,7 @@ class Parser {
         const QString table = name.left(dot).trimmed();
         const auto found = dot < 0 ? std::nullopt : m_fields(table, name.mid(dot + 1).trimmed());
         if (!found)
-            fail(QStringLiteral("The report doesn't know the field {%1}.").arg(name));
+            fail(u"The report doesn't know the field {%1}."_s.arg(name));
         Operand made;
         made.kind = Operand::Kind::Field;
         made.field = *found;
@@ -326,7 +325,7 @@ QString quotedText(const QString& text) {
 QString sqlMoment(const QDateTime& moment) {
     QString text = values::sqlDate(moment.date());
     if (moment.time() != QTime(0, 0))
-        text += moment.time().toString(QStringLiteral(" HH:mm:ss"));
+        text += moment.time().toString(u" HH:mm:ss"_s);
     return u'#' + text + u'#';
 }
 
@@ -355,7 +354,7 @@ QString literal(const Operand& value, jet::ColumnType type) {
         break;
     case Kind::Boolean:
         if (type == Type::YesNo)
-            return value.truth ? QStringLiteral("True") : QStringLiteral("False");
+            return value.truth ? u"True"_s : u"False"_s;
         break;
     case Kind::Day:
     case Kind::Moment:
@@ -365,7 +364,7 @@ QString literal(const Operand& value, jet::ColumnType type) {
             return quotedText(values::format(value.moment.date(), u"Short Date"));
         break;
     }
-    fail(QStringLiteral("A value doesn't fit the field it is compared with."));
+    fail(u"A value doesn't fit the field it is compared with."_s);
 }
 
 class Emitter {
@@ -373,11 +372,11 @@ class Emitter {
     QString condition(const Node& node) const {
         switch (node.kind) {
         case Node::Kind::And:
-            return joined(node, QStringLiteral(" AND "));
+            return joined(node, u" AND "_s);
         case Node::Kind::Or:
-            return joined(node, QStringLiteral(" OR "));
+            return joined(node, u" OR "_s);
         case Node::Kind::Not:
-            return QStringLiteral("(NOT %1)").arg(condition(*node.kids.front()));
+            return u"(NOT %1)"_s.arg(condition(*node.kids.front()));
         default:
             return tested(node);
         }
@@ -453,10 +452,10 @@ class Emitter {
         const QString through = field ? field->field.through : QString();
         for (const auto& operand : node.operands) {
             if (operand.kind == Operand::Kind::Field && operand.field.through != through)
-                fail(QStringLiteral("The report can't compare these fields with each other."));
+                fail(u"The report can't compare these fields with each other."_s);
         }
         const QString test = bare(node);
-        return through.isEmpty() ? test : u'(' + through + test + QStringLiteral("))");
+        return through.isEmpty() ? test : u'(' + through + test + u"))"_s;
     }
 
     QString bare(const Node& node) const {
@@ -467,12 +466,12 @@ class Emitter {
         switch (node.kind) {
         case Node::Kind::Truth:
             if (operands[0].kind == Operand::Kind::Boolean)
-                return operands[0].truth ? QStringLiteral("1 = 1") : QStringLiteral("1 = 0");
-            return sql(0) + QStringLiteral(" = True");
+                return operands[0].truth ? u"1 = 1"_s : u"1 = 0"_s;
+            return sql(0) + u" = True"_s;
         case Node::Kind::IsNull:
-            return sql(0) + QStringLiteral(" Is Null");
+            return sql(0) + u" Is Null"_s;
         case Node::Kind::Like:
-            return sql(0) + QStringLiteral(" LIKE ") + pattern(operands[1]);
+            return sql(0) + u" LIKE "_s + pattern(operands[1]);
         case Node::Kind::Between:
             return between(operands, type);
         case Node::Kind::InList:
@@ -488,27 +487,25 @@ class Emitter {
 
     static QString inList(const std::vector<Operand>& operands, jet::ColumnType type) {
         if (operands.size() == 2)
-            return literal(operands[0], type) + QStringLiteral(" = ") + literal(operands[1], type);
+            return literal(operands[0], type) + u" = "_s + literal(operands[1], type);
         if (type == jet::ColumnType::DateTime) {
             QStringList days;
             for (std::size_t index = 1; index < operands.size(); ++index)
-                days.append(compareDay(QStringLiteral("="), {operands[0], operands[index]}));
-            return balanced(days, 0, days.size(), QStringLiteral(" OR "));
+                days.append(compareDay(u"="_s, {operands[0], operands[index]}));
+            return balanced(days, 0, days.size(), u" OR "_s);
         }
         QStringList items;
         for (std::size_t index = 1; index < operands.size(); ++index)
             items.append(literal(operands[index], type));
-        return literal(operands[0], type) + QStringLiteral(" IN (") +
-               items.join(QStringLiteral(", ")) + u')';
+        return literal(operands[0], type) + u" IN ("_s + items.join(u", "_s) + u')';
     }
 
     static QString between(const std::vector<Operand>& operands, jet::ColumnType type) {
         const QString tested = literal(operands[0], type);
         const QString low = literal(operands[1], type);
         if (type == jet::ColumnType::DateTime && operands[2].kind == Operand::Kind::Day)
-            return QStringLiteral("(%1 >= %2 AND %1 < %3)").arg(tested, low, dayAfter(operands[2]));
-        return QStringLiteral("(%1 BETWEEN %2 AND %3)")
-            .arg(tested, low, literal(operands[2], type));
+            return u"(%1 >= %2 AND %1 < %3)"_s.arg(tested, low, dayAfter(operands[2]));
+        return u"(%1 BETWEEN %2 AND %3)"_s.arg(tested, low, literal(operands[2], type));
     }
 
     static QString dayAfter(const Operand& day) { return sqlMoment(day.moment.addDays(1)); }
@@ -520,13 +517,12 @@ class Emitter {
         const bool day = operands[1].kind == Operand::Kind::Day;
         const QString end = day ? dayAfter(operands[1]) : QString();
         if (!day || comparison == u"<" || comparison == u">=")
-            return QStringLiteral("%1 %2 %3").arg(tested, comparison, start);
+            return u"%1 %2 %3"_s.arg(tested, comparison, start);
         if (comparison == u"=")
-            return QStringLiteral("(%1 >= %2 AND %1 < %3)").arg(tested, start, end);
+            return u"(%1 >= %2 AND %1 < %3)"_s.arg(tested, start, end);
         if (comparison == u"<>")
-            return QStringLiteral("(%1 < %2 OR %1 >= %3)").arg(tested, start, end);
-        return QStringLiteral("%1 %2 %3")
-            .arg(tested, comparison == u">" ? QStringLiteral(">=") : QStringLiteral("<"), end);
+            return u"(%1 < %2 OR %1 >= %3)"_s.arg(tested, start, end);
+        return u"%1 %2 %3"_s.arg(tested, comparison == u">" ? u">="_s : u"<"_s, end);
     }
 
     /// The dialect knows more wildcards than a formula does: they stand for themselves.

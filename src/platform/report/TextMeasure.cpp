@@ -1,6 +1,7 @@
 #include "platform/report/TextMeasure.h"
 
 #include "platform/report/Expression.h"
+#include "platform/values/Literals.h"
 
 #include <algorithm>
 
@@ -9,8 +10,7 @@ namespace report {
 QFont fontOf(const Style& style) {
     QFont font;
     if (style.family.isEmpty())
-        font.setFamilies({QStringLiteral("Arial"), QStringLiteral("Liberation Sans"),
-                          QStringLiteral("DejaVu Sans")});
+        font.setFamilies({u"Arial"_s, u"Liberation Sans"_s, u"DejaVu Sans"_s});
     else
         font.setFamily(style.family);
     font.setPixelSize(std::max(1, qRound(style.size * 25.4 / 72 * pixelsPerMm)));
@@ -51,9 +51,9 @@ double TextMeasure::width(QStringView text) const {
 QStringList TextMeasure::lines(const QString& text, double width) const {
     QStringList result;
     QString clean = text;
-    clean.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    clean.replace(u"\r\n"_s, u"\n"_s);
     clean.replace(u'\r', u'\n');
-    clean.replace(u'\t', QStringLiteral("    "));
+    clean.replace(u'\t', u"    "_s);
     while (clean.endsWith(u'\n') || clean.endsWith(u' '))
         clean.chop(1);
     for (const auto paragraph : QStringView(clean).split(u'\n'))

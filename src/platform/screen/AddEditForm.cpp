@@ -1,15 +1,16 @@
 #include "platform/screen/AddEditForm.h"
 
 #include "platform/screen/Layout.h"
+#include "platform/values/Literals.h"
 
 namespace screen {
 
 void AddEditForm::makeButtons(QBoxLayout* into, const QString& cancelCaption) {
     ButtonBar bar(this, into);
     bar.stretch();
-    QPushButton* cmdOK = bar.button(QStringLiteral("cmdOK"), QStringLiteral("&OK"));
-    m_okNew = bar.button(QStringLiteral("cmdOKNew"), QStringLiteral("OK and &New"));
-    QPushButton* cmdCancel = bar.button(QStringLiteral("cmdCancel"), cancelCaption);
+    QPushButton* cmdOK = bar.button(u"cmdOK"_s, u"&OK"_s);
+    m_okNew = bar.button(u"cmdOKNew"_s, u"OK and &New"_s);
+    QPushButton* cmdCancel = bar.button(u"cmdCancel"_s, cancelCaption);
     setDefaultButton(cmdOK);
     setCancelButton(cmdCancel);
     on(cmdOK, &AddEditForm::cmdOK_Click);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/screen/Form.h"
+#include "platform/values/Literals.h"
 
 class QBoxLayout;
 
@@ -17,7 +18,7 @@ class AddEditForm : public Form {
     using Form::Form;
 
     /// The three buttons, to the right. Call it when the fields stand.
-    void makeButtons(QBoxLayout* into, const QString& cancelCaption = QStringLiteral("Cancel"));
+    void makeButtons(QBoxLayout* into, const QString& cancelCaption = u"Cancel"_s);
     /// Only a new row can be followed by another.
     void setAdding(bool adding);
     /// Shows the dialog; true if something was saved.

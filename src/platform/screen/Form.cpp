@@ -6,6 +6,7 @@
 #include "platform/screen/Layout.h"
 #include "platform/screen/Seams.h"
 #include "platform/screen/Suspension.h"
+#include "platform/values/Literals.h"
 
 #include <QAbstractItemView>
 #include <QAction>
@@ -282,8 +283,8 @@ void Form::setCancelButton(QPushButton* button) {
 QPushButton* Form::addOkCancel(QBoxLayout* inside, const QString& ok, const QString& cancel) {
     ButtonBar bar(this, inside);
     bar.stretch();
-    QPushButton* cmdOK = bar.button(QStringLiteral("cmdOK"), ok);
-    QPushButton* cmdCancel = bar.button(QStringLiteral("cmdCancel"), cancel);
+    QPushButton* cmdOK = bar.button(u"cmdOK"_s, ok);
+    QPushButton* cmdCancel = bar.button(u"cmdCancel"_s, cancel);
     setDefaultButton(cmdOK);
     setCancelButton(cmdCancel);
     on(cmdCancel, [this] { hideModal(); });

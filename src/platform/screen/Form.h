@@ -2,6 +2,7 @@
 
 #include "platform/controls/Event.h"
 #include "platform/screen/MsgBox.h"
+#include "platform/values/Literals.h"
 
 #include <QPointer>
 #include <QPushButton>
@@ -72,8 +73,8 @@ class Form : public QWidget {
     void setCancelButton(QPushButton* button);
     /// cmdOK and cmdCancel to the right of a row of their own; Enter and Escape press them, and
     /// Cancel hides the dialog. Returns cmdOK.
-    QPushButton* addOkCancel(QBoxLayout* inside, const QString& ok = QStringLiteral("&OK"),
-                             const QString& cancel = QStringLiteral("Cancel"));
+    QPushButton* addOkCancel(QBoxLayout* inside, const QString& ok = u"&OK"_s,
+                             const QString& cancel = u"Cancel"_s);
 
     /// Wires a button's click, an action's trigger or a control's event to a handler of this form.
     template <class F>

@@ -1,6 +1,7 @@
 #include "platform/screen/ListForm.h"
 
 #include "platform/screen/Layout.h"
+#include "platform/values/Literals.h"
 
 #include <QVBoxLayout>
 
@@ -16,12 +17,11 @@ ListForm::ListForm(const QString& name, const QString& caption, const QString& l
     outside->addWidget(m_list, 1);
     ButtonBar bar(this, outside);
     m_buttons = bar.layout();
-    on(bar.button(QStringLiteral("cmdNew"), QStringLiteral("&New")), [this] { cmdNew_Click(); });
-    on(bar.button(QStringLiteral("cmdEdit"), QStringLiteral("&Edit")), [this] { cmdEdit_Click(); });
-    on(bar.button(QStringLiteral("cmdDelete"), QStringLiteral("&Delete")),
-       [this] { cmdDelete_Click(); });
+    on(bar.button(u"cmdNew"_s, u"&New"_s), [this] { cmdNew_Click(); });
+    on(bar.button(u"cmdEdit"_s, u"&Edit"_s), [this] { cmdEdit_Click(); });
+    on(bar.button(u"cmdDelete"_s, u"&Delete"_s), [this] { cmdDelete_Click(); });
     bar.stretch();
-    QPushButton* cmdClose = bar.button(QStringLiteral("cmdClose"), QStringLiteral("&Close"));
+    QPushButton* cmdClose = bar.button(u"cmdClose"_s, u"&Close"_s);
     setCancelButton(cmdClose);
     on(cmdClose, [this] { unload(); });
     on(m_list->rowDoubleClicked, [this](int) { cmdEdit_Click(); });
@@ -52,8 +52,8 @@ qint64 ListForm::selectedNumber() const {
 }
 
 bool ListForm::askDelete() const {
-    return MsgBox(QStringLiteral("Delete this item?"), Buttons::YesNo, Icon::Question,
-                  QStringLiteral("Delete")) == Answer::Yes;
+    return MsgBox(u"Delete this item?"_s, Buttons::YesNo, Icon::Question, u"Delete"_s) ==
+           Answer::Yes;
 }
 
 } // namespace screen

@@ -2,13 +2,14 @@
 
 #include "platform/screen/Seams.h"
 #include "platform/screen/Suspension.h"
+#include "platform/values/Literals.h"
 
 namespace screen {
 
 namespace {
 
 QString titleOf(const QString& title) {
-    return title.isEmpty() ? QStringLiteral("Mirsa") : title;
+    return title.isEmpty() ? u"Mirsa"_s : title;
 }
 
 } // namespace

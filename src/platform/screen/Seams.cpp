@@ -3,6 +3,7 @@
 #include "platform/jet/Error.h"
 #include "platform/screen/Suspension.h"
 #include "platform/system/Companions.h"
+#include "platform/values/Literals.h"
 #include "platform/values/Numbers.h"
 
 #include <QApplication>
@@ -36,7 +37,7 @@ QMessageBox::StandardButton buttonOf(Answer answer) {
 /// A box whose text has lines of its own gets wide enough for them, within reason; otherwise they
 /// are broken once more.
 void keepLines(QMessageBox& box, const QString& text) {
-    auto* label = box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
+    auto* label = box.findChild<QLabel*>(u"qt_msgbox_label"_s);
     if (!label || !text.contains(u'\n'))
         return;
     constexpr int reason = 720;
@@ -124,9 +125,8 @@ Seams desktop() {
     own.beep = [] { QApplication::beep(); };
     own.runTimeError = [](int number, const QString& text) {
         if (qApp) {
-            QMessageBox::critical(
-                QApplication::activeWindow(), QStringLiteral("Mirsa"),
-                QStringLiteral("Run-time error '%1':\n\n%2").arg(number).arg(text));
+            QMessageBox::critical(QApplication::activeWindow(), u"Mirsa"_s,
+                                  u"Run-time error '%1':\n\n%2"_s.arg(number).arg(text));
         }
         seams().endProcess(1);
     };
@@ -158,7 +158,7 @@ bool guardedCall(const std::function<void()>& action) {
         text = error.text();
     } catch (const values::Overflow&) {
         number = 6;
-        text = QStringLiteral("Overflow");
+        text = u"Overflow"_s;
     } catch (const std::exception& error) {
         number = 1000;
         text = QString::fromUtf8(error.what());

@@ -1,5 +1,7 @@
 #include "platform/spelling/Speller.h"
 
+#include "platform/values/Literals.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
@@ -24,7 +26,7 @@ bool isInDomainName(const QString& text, int place) {
     while (end < text.size() && !text[end].isSpace())
         ++end;
     const QStringView stretch = QStringView(text).mid(start, end - start);
-    if (stretch.contains(u'@') || stretch.contains(QStringLiteral("://")))
+    if (stretch.contains(u'@') || stretch.contains(u"://"_s))
         return true;
     for (qsizetype i = 1; i + 1 < stretch.size(); ++i) {
         if (stretch[i] == u'.' && stretch[i - 1].isLetterOrNumber() && stretch[i + 1].isLetter())
@@ -34,10 +36,10 @@ bool isInDomainName(const QString& text, int place) {
 }
 
 QStringList dictionaryFolders() {
-    QStringList folders{QCoreApplication::applicationDirPath() + QStringLiteral("/dictionaries")};
+    QStringList folders{QCoreApplication::applicationDirPath() + u"/dictionaries"_s};
 #ifndef Q_OS_WIN
-    folders << QStringLiteral("/usr/share/hunspell") << QStringLiteral("/usr/share/myspell/dicts")
-            << QStringLiteral("/usr/local/share/hunspell");
+    folders << u"/usr/share/hunspell"_s << u"/usr/share/myspell/dicts"_s
+            << u"/usr/local/share/hunspell"_s;
 #endif
     return folders;
 }
@@ -75,8 +77,7 @@ std::vector<Word> words(const QString& text, const Options& options) {
 }
 
 std::unique_ptr<Speller> Speller::open(const QString& ownWords) {
-    const QStringList names{QLocale::system().name(), QStringLiteral("en_US"),
-                            QStringLiteral("en_GB")};
+    const QStringList names{QLocale::system().name(), u"en_US"_s, u"en_GB"_s};
     for (const QString& name : names) {
         const QStringList folders = dictionaryFolders();
         for (const QString& folder : folders) {
@@ -88,19 +89,17 @@ std::unique_ptr<Speller> Speller::open(const QString& ownWords) {
 }
 
 std::unique_ptr<Speller> Speller::openDictionary(const QString& base, const QString& ownWords) {
-    if (!QFile::exists(base + QStringLiteral(".aff")) ||
-        !QFile::exists(base + QStringLiteral(".dic")))
+    if (!QFile::exists(base + u".aff"_s) || !QFile::exists(base + u".dic"_s))
         return nullptr;
     return std::unique_ptr<Speller>(new Speller(base, ownWords));
 }
 
 Speller::Speller(const QString& base, const QString& ownWords)
-    : m_hunspell(
-          std::make_unique<Hunspell>(QFile::encodeName(base + QStringLiteral(".aff")).constData(),
-                                     QFile::encodeName(base + QStringLiteral(".dic")).constData())),
+    : m_hunspell(std::make_unique<Hunspell>(QFile::encodeName(base + u".aff"_s).constData(),
+                                            QFile::encodeName(base + u".dic"_s).constData())),
       m_ownWords(ownWords) {
     m_utf8 = QString::fromStdString(m_hunspell->get_dict_encoding())
-                 .contains(QStringLiteral("UTF"), Qt::CaseInsensitive);
+                 .contains(u"UTF"_s, Qt::CaseInsensitive);
     QFile own(m_ownWords);
     if (own.open(QIODevice::ReadOnly | QIODevice::Text)) {
         const auto lines = QString::fromUtf8(own.readAll()).split(QLatin1Char('\n'));

@@ -1,5 +1,7 @@
 #include "platform/system/Companions.h"
 
+#include "platform/values/Literals.h"
+
 #include <QFileInfo>
 #include <QProcess>
 #include <QStandardPaths>
@@ -30,7 +32,7 @@ bool startProgram(const QString& program, const QStringList& arguments, QString&
         error = process.errorString();
         return false;
     }
-    error = QStringLiteral("File not found: %1").arg(program);
+    error = u"File not found: %1"_s.arg(program);
     return false;
 }
 
@@ -43,8 +45,8 @@ bool activateWindow(const QString& title) {
         ShowWindow(window, SW_RESTORE);
     return SetForegroundWindow(window) != 0;
 #else
-    const QString tool = QStandardPaths::findExecutable(QStringLiteral("wmctrl"));
-    return !tool.isEmpty() && QProcess::execute(tool, {QStringLiteral("-a"), title}) == 0;
+    const QString tool = QStandardPaths::findExecutable(u"wmctrl"_s);
+    return !tool.isEmpty() && QProcess::execute(tool, {u"-a"_s, title}) == 0;
 #endif
 }
 

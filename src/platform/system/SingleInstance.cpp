@@ -1,5 +1,7 @@
 #include "platform/system/SingleInstance.h"
 
+#include "platform/values/Literals.h"
+
 #include <QDir>
 #include <QFileInfo>
 #include <QLockFile>
@@ -14,9 +16,9 @@ QString lockFileName() {
     QString user = qEnvironmentVariable("USER");
     if (user.isEmpty())
         user = qEnvironmentVariable("USERNAME");
-    QString name = QStringLiteral("Mirsa-%1-%2.lock").arg(QSysInfo::machineHostName(), user);
-    static const QRegularExpression unfit(QStringLiteral("[^A-Za-z0-9._-]"));
-    return name.replace(unfit, QStringLiteral("_"));
+    QString name = u"Mirsa-%1-%2.lock"_s.arg(QSysInfo::machineHostName(), user);
+    static const QRegularExpression unfit(u"[^A-Za-z0-9._-]"_s);
+    return name.replace(unfit, u"_"_s);
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "platform/values/Format.h"
 
+#include "platform/values/Literals.h"
 #include "platform/values/Numbers.h"
 
 #include <array>
@@ -54,7 +55,7 @@ QString plainDigits(double magnitude) {
     QString digits = QString::fromLatin1(text.left(1) + text.mid(2, e - 2));
     const int whole = exponent + 1;
     if (whole <= 0)
-        return QStringLiteral("0.") + QString(-whole, u'0') + digits;
+        return u"0."_s + QString(-whole, u'0') + digits;
     if (whole >= digits.size())
         return digits + QString(whole - digits.size(), u'0');
     return digits.left(whole) + u'.' + digits.mid(whole);
@@ -101,8 +102,7 @@ QString formatDigits(bool negative, const QString& plain, QStringView mask) {
     QString text = whole;
     if (parsed.point)
         text += u'.' + fraction;
-    return (negative && !isZero ? QStringLiteral("-") : QString()) + parsed.prefix + text +
-           parsed.suffix;
+    return (negative && !isZero ? u"-"_s : QString()) + parsed.prefix + text + parsed.suffix;
 }
 
 constexpr std::array<const char16_t*, 12> monthNames = {
@@ -190,7 +190,7 @@ QString format(const QDateTime& moment, QStringView mask) {
     QChar lastLetter;
     for (qsizetype i = 0; i < mask.size();) {
         if (mask.mid(i, 5).compare(u"AM/PM", Qt::CaseInsensitive) == 0) {
-            text += moment.time().hour() < 12 ? QStringLiteral("AM") : QStringLiteral("PM");
+            text += moment.time().hour() < 12 ? u"AM"_s : u"PM"_s;
             i += 5;
             continue;
         }

@@ -1,5 +1,7 @@
 #include "platform/values/Numbers.h"
 
+#include "platform/values/Literals.h"
+
 #include <cmath>
 #include <limits>
 
@@ -110,7 +112,7 @@ QString numberText(double value) {
     if (!std::isfinite(value))
         throw Overflow();
     if (value == 0)
-        return QStringLiteral("0");
+        return u"0"_s;
     if (std::abs(value) < 1e15 && value == std::floor(value))
         return QString::number(static_cast<qint64>(value));
     QString text = QString::number(value, 'g', QLocale::FloatingPointShortest);

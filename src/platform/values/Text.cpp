@@ -1,6 +1,7 @@
 #include "platform/values/Text.h"
 
 #include "platform/values/Format.h"
+#include "platform/values/Literals.h"
 #include "platform/values/Numbers.h"
 
 namespace values {
@@ -8,19 +9,19 @@ namespace values {
 namespace keys {
 
 KeyFilter description() {
-    return {QStringLiteral("*"), true, QStringLiteral("|'#[]\"")};
+    return {u"*"_s, true, u"|'#[]\""_s};
 }
 KeyFilter treeName() {
-    return {QStringLiteral("*"), true, QStringLiteral("|'\\\"")};
+    return {u"*"_s, true, u"|'\\\""_s};
 }
 KeyFilter name() {
-    return {QStringLiteral("*"), true, QStringLiteral("|'\"")};
+    return {u"*"_s, true, u"|'\""_s};
 }
 KeyFilter decimal() {
-    return {QStringLiteral("0123456789."), true, {}};
+    return {u"0123456789."_s, true, {}};
 }
 KeyFilter digits() {
-    return {QStringLiteral("0123456789"), true, {}};
+    return {u"0123456789"_s, true, {}};
 }
 
 } // namespace keys
@@ -49,7 +50,7 @@ QString filtered(const QString& text, const KeyFilter& filter) {
 
 QString padText(const QString& value, int width, QString& fill) {
     if (fill.size() != 1)
-        fill = QStringLiteral(" ");
+        fill = u" "_s;
     const QString trimmed = value.trimmed();
     return trimmed.size() < width ? trimmed.rightJustified(width, fill[0]) : trimmed.left(width);
 }
@@ -65,7 +66,7 @@ QString stripNull(const QString& text) {
 
 QString quoted(const QString& text) {
     QString doubled = text;
-    doubled.replace(u'\'', QStringLiteral("''"));
+    doubled.replace(u'\'', u"''"_s);
     return doubled;
 }
 

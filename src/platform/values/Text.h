@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/values/Literals.h"
+
 #include <QString>
 #include <QStringList>
 #include <QStringView>
@@ -8,7 +10,7 @@ namespace values {
 
 /// Which keys a field takes; see validKey.
 struct KeyFilter {
-    QString allowed = QStringLiteral("*");
+    QString allowed = u"*"_s;
     bool allowBackspace = true;
     QString denied;
 
@@ -48,8 +50,7 @@ QString stripNull(const QString& text);
 QString quoted(const QString& text);
 
 /// The text of a numeric field after it was left: through the mask, or `fallback` if not numeric.
-QString numberField(const QString& text, QStringView mask,
-                    const QString& fallback = QStringLiteral("0"));
+QString numberField(const QString& text, QStringView mask, const QString& fallback = u"0"_s);
 /// The text of a date field after it was left: Short Date, or the blank pattern.
 QString dateField(const QString& text);
 

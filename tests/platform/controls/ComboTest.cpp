@@ -1,4 +1,5 @@
 #include "ControlsTest.h"
+#include "platform/values/Literals.h"
 
 #include <QApplication>
 #include <QLineEdit>
@@ -12,15 +13,14 @@ class ComboTest : public ControlsTest {
   protected:
     ComboTest() {
         screen::Fields fields(build());
-        combo = fields.dataCombo(QStringLiteral("dbcTerms"), QStringLiteral("&Terms:"),
+        combo = fields.dataCombo(u"dbcTerms"_s, u"&Terms:"_s,
                                  {.limit = 10, .filter = values::keys::name()});
-        list = fields.listCombo(QStringLiteral("cmbKind"), QStringLiteral("&Kind:"));
-        fields.text(QStringLiteral("txtNext"), QStringLiteral("&Next:"));
-        combo->setItems(
-            {QStringLiteral("Net 10"), QStringLiteral("Net 30"), QStringLiteral("COD")});
+        list = fields.listCombo(u"cmbKind"_s, u"&Kind:"_s);
+        fields.text(u"txtNext"_s, u"&Next:"_s);
+        combo->setItems({u"Net 10"_s, u"Net 30"_s, u"COD"_s});
         combo->chosen.connect([this] { chosen << combo->text(); });
         show();
-        go(QStringLiteral("txtNext"));
+        go(u"txtNext"_s);
     }
     DataCombo* combo;
     ListCombo* list;
@@ -28,77 +28,77 @@ class ComboTest : public ControlsTest {
 };
 
 TEST_F(ComboTest, CompletesWithoutRegardToCaseAndTellsTheChoiceOnce) {
-    type(QStringLiteral("dbcTerms"), QStringLiteral("cod"));
+    type(u"dbcTerms"_s, u"cod"_s);
     leave();
-    EXPECT_EQ(text(QStringLiteral("dbcTerms")), QStringLiteral("COD"));
-    EXPECT_EQ(combo->boundText(), QStringLiteral("COD"));
-    EXPECT_EQ(chosen, QStringList{QStringLiteral("COD")});
-    go(QStringLiteral("dbcTerms"));
+    EXPECT_EQ(text(u"dbcTerms"_s), u"COD"_s);
+    EXPECT_EQ(combo->boundText(), u"COD"_s);
+    EXPECT_EQ(chosen, QStringList{u"COD"_s});
+    go(u"dbcTerms"_s);
     leave();
-    choose(QStringLiteral("dbcTerms"), QStringLiteral("Net 30"));
+    choose(u"dbcTerms"_s, u"Net 30"_s);
     leave();
     EXPECT_EQ(chosen.size(), 2);
 }
 
 TEST_F(ComboTest, TextOffTheListStandsUnlessTypingIsNotAllowed) {
-    type(QStringLiteral("dbcTerms"), QStringLiteral("N'et 45 days|"));
+    type(u"dbcTerms"_s, u"N'et 45 days|"_s);
     leave();
-    EXPECT_EQ(text(QStringLiteral("dbcTerms")), QStringLiteral("Net 45 day"));
+    EXPECT_EQ(text(u"dbcTerms"_s), u"Net 45 day"_s);
     EXPECT_EQ(combo->boundText(), QString());
     EXPECT_TRUE(chosen.isEmpty());
     combo->setTypingAllowed(false);
-    combo->setText(QStringLiteral("COD"));
-    type(QStringLiteral("dbcTerms"), QStringLiteral("what"));
+    combo->setText(u"COD"_s);
+    type(u"dbcTerms"_s, u"what"_s);
     leave();
-    EXPECT_EQ(text(QStringLiteral("dbcTerms")), QStringLiteral("COD"));
+    EXPECT_EQ(text(u"dbcTerms"_s), u"COD"_s);
 }
 
 TEST_F(ComboTest, AFreshListKeepsWhatIsShown) {
-    combo->setText(QStringLiteral("Net 30"));
+    combo->setText(u"Net 30"_s);
     int changes = 0;
     combo->changed.connect([&] { ++changes; });
-    combo->setItems({QStringLiteral("Cash"), QStringLiteral("Net 30")});
-    EXPECT_EQ(text(QStringLiteral("dbcTerms")), QStringLiteral("Net 30"));
+    combo->setItems({u"Cash"_s, u"Net 30"_s});
+    EXPECT_EQ(text(u"dbcTerms"_s), u"Net 30"_s);
     EXPECT_EQ(combo->currentIndex(), 1);
-    combo->setItems({QStringLiteral("Cash")});
-    EXPECT_EQ(text(QStringLiteral("dbcTerms")), QStringLiteral("Net 30"));
+    combo->setItems({u"Cash"_s});
+    EXPECT_EQ(text(u"dbcTerms"_s), u"Net 30"_s);
     EXPECT_EQ(combo->boundText(), QString());
     EXPECT_EQ(changes, 0);
     combo->clear();
-    EXPECT_EQ(text(QStringLiteral("dbcTerms")), QString());
+    EXPECT_EQ(text(u"dbcTerms"_s), QString());
     EXPECT_EQ(combo->count(), 1);
     EXPECT_EQ(changes, 1);
 }
 
 TEST_F(ComboTest, LockedOrUnderTheWheelItKeepsItsChoice) {
-    combo->setText(QStringLiteral("Net 30"));
-    go(QStringLiteral("dbcTerms"));
+    combo->setText(u"Net 30"_s);
+    go(u"dbcTerms"_s);
     const QPointF middle(combo->rect().center());
     QWheelEvent wheel(middle, combo->mapToGlobal(middle), {}, QPoint(0, -120), Qt::NoButton, {},
                       Qt::NoScrollPhase, false);
     QApplication::sendEvent(combo, &wheel);
-    EXPECT_EQ(text(QStringLiteral("dbcTerms")), QStringLiteral("Net 30"));
+    EXPECT_EQ(text(u"dbcTerms"_s), u"Net 30"_s);
     combo->setLocked(true);
     key(Qt::Key_Down);
-    typeOn(QStringLiteral("x"));
-    paste(QStringLiteral("dbcTerms"), QStringLiteral("x"));
-    EXPECT_EQ(text(QStringLiteral("dbcTerms")), QStringLiteral("Net 30"));
+    typeOn(u"x"_s);
+    paste(u"dbcTerms"_s, u"x"_s);
+    EXPECT_EQ(text(u"dbcTerms"_s), u"Net 30"_s);
     combo->setLocked(false);
     key(Qt::Key_Down);
-    EXPECT_EQ(text(QStringLiteral("dbcTerms")), QStringLiteral("COD"));
+    EXPECT_EQ(text(u"dbcTerms"_s), u"COD"_s);
 }
 
 TEST_F(ComboTest, AListKnowsTheNumberBehindItsRows) {
-    list->addRow(QStringLiteral("Line"), 3);
-    list->addRow(QStringLiteral("Bar"), 5);
+    list->addRow(u"Line"_s, 3);
+    list->addRow(u"Bar"_s, 5);
     EXPECT_TRUE(list->chooseNumber(5));
-    EXPECT_EQ(list->text(), QStringLiteral("Bar"));
-    list->setText(QStringLiteral("line"));
+    EXPECT_EQ(list->text(), u"Bar"_s);
+    list->setText(u"line"_s);
     EXPECT_EQ(list->itemNumber(), 3);
     EXPECT_FALSE(list->chooseNumber(9));
     // What the database holds is shown though it is on no list.
-    list->setText(QStringLiteral("Pie"));
-    EXPECT_EQ(list->text(), QStringLiteral("Pie"));
+    list->setText(u"Pie"_s);
+    EXPECT_EQ(list->text(), u"Pie"_s);
     list->clear();
     EXPECT_EQ(list->text(), QString());
     EXPECT_EQ(list->count(), 3);

@@ -1,4 +1,5 @@
 #include "ControlsTest.h"
+#include "platform/values/Literals.h"
 
 #include <QApplication>
 #include <QDropEvent>
@@ -13,14 +14,11 @@ class EntryTest : public ControlsTest {
   protected:
     EntryTest() {
         screen::Fields fields(build());
-        name = fields.text(QStringLiteral("txtName"), QStringLiteral("&Name:"),
-                           {.limit = 8, .filter = values::keys::name()});
-        rate = fields.text(QStringLiteral("txtRate"), QStringLiteral("&Rate:"),
-                           {.filter = values::keys::decimal(), .mask = QStringLiteral("#,##0.00")});
-        price = fields.currency(QStringLiteral("txtPrice"), QStringLiteral("&Price:"),
-                                QStringLiteral("$###,##0.00"));
-        notes = fields.memo(QStringLiteral("txtNotes"), QStringLiteral("N&otes:"), 3, 12,
-                            values::keys::name());
+        name = fields.text(u"txtName"_s, u"&Name:"_s, {.limit = 8, .filter = values::keys::name()});
+        rate = fields.text(u"txtRate"_s, u"&Rate:"_s,
+                           {.filter = values::keys::decimal(), .mask = u"#,##0.00"_s});
+        price = fields.currency(u"txtPrice"_s, u"&Price:"_s, u"$###,##0.00"_s);
+        notes = fields.memo(u"txtNotes"_s, u"N&otes:"_s, 3, 12, values::keys::name());
         show();
     }
     void drop(QWidget* on, const QString& text) {
@@ -38,55 +36,55 @@ class EntryTest : public ControlsTest {
 };
 
 TEST_F(EntryTest, DeniedCharactersStayOutWhicheverWayTheyCome) {
-    type(QStringLiteral("txtName"), QStringLiteral("O'N|e\"il"));
-    EXPECT_EQ(text(QStringLiteral("txtName")), QStringLiteral("ONeil"));
-    paste(QStringLiteral("txtName"), QStringLiteral("O'Hara|"));
-    EXPECT_EQ(text(QStringLiteral("txtName")), QStringLiteral("OHara"));
+    type(u"txtName"_s, u"O'N|e\"il"_s);
+    EXPECT_EQ(text(u"txtName"_s), u"ONeil"_s);
+    paste(u"txtName"_s, u"O'Hara|"_s);
+    EXPECT_EQ(text(u"txtName"_s), u"OHara"_s);
     name->setText(QString());
-    drop(name, QStringLiteral("D'Arcy"));
-    EXPECT_EQ(text(QStringLiteral("txtName")), QStringLiteral("DArcy"));
+    drop(name, u"D'Arcy"_s);
+    EXPECT_EQ(text(u"txtName"_s), u"DArcy"_s);
     name->setText(QString());
     QInputMethodEvent composed;
-    composed.setCommitString(QStringLiteral("L'é"));
+    composed.setCommitString(u"L'é"_s);
     QApplication::sendEvent(name, &composed);
-    EXPECT_EQ(text(QStringLiteral("txtName")), QStringLiteral("Lé"));
+    EXPECT_EQ(text(u"txtName"_s), u"Lé"_s);
 
-    paste(QStringLiteral("txtNotes"), QStringLiteral("it's\nso|"));
-    EXPECT_EQ(text(QStringLiteral("txtNotes")), QStringLiteral("its\r\nso"));
+    paste(u"txtNotes"_s, u"it's\nso|"_s);
+    EXPECT_EQ(text(u"txtNotes"_s), u"its\r\nso"_s);
     notes->clear();
     QApplication::sendEvent(notes, &composed);
-    EXPECT_EQ(text(QStringLiteral("txtNotes")), QStringLiteral("Lé"));
+    EXPECT_EQ(text(u"txtNotes"_s), u"Lé"_s);
 }
 
 TEST_F(EntryTest, TextOfTheProgramPassesTheFilterAndStaysWhenSomebodyTypesOn) {
-    name->setText(QStringLiteral("O'Neil"));
-    EXPECT_EQ(text(QStringLiteral("txtName")), QStringLiteral("O'Neil"));
-    go(QStringLiteral("txtName"));
+    name->setText(u"O'Neil"_s);
+    EXPECT_EQ(text(u"txtName"_s), u"O'Neil"_s);
+    go(u"txtName"_s);
     name->setCursorPosition(6);
-    typeOn(QStringLiteral("x'"));
-    EXPECT_EQ(text(QStringLiteral("txtName")), QStringLiteral("O'Neilx"));
+    typeOn(u"x'"_s);
+    EXPECT_EQ(text(u"txtName"_s), u"O'Neilx"_s);
     name->setCursorPosition(2);
-    paste(QStringLiteral("txtName"), QStringLiteral("'"), false);
-    EXPECT_EQ(text(QStringLiteral("txtName")), QStringLiteral("O'Neilx"));
+    paste(u"txtName"_s, u"'"_s, false);
+    EXPECT_EQ(text(u"txtName"_s), u"O'Neilx"_s);
 }
 
 TEST_F(EntryTest, TheLimitSwallowsKeysAndCutsPastedTextToItsLeftPart) {
-    type(QStringLiteral("txtName"), QStringLiteral("abcdefghij"));
-    EXPECT_EQ(text(QStringLiteral("txtName")), QStringLiteral("abcdefgh"));
+    type(u"txtName"_s, u"abcdefghij"_s);
+    EXPECT_EQ(text(u"txtName"_s), u"abcdefgh"_s);
     // A key that replaces a selection has room.
     name->setSelection(0, 1);
-    typeOn(QStringLiteral("X"));
-    EXPECT_EQ(text(QStringLiteral("txtName")), QStringLiteral("Xbcdefgh"));
+    typeOn(u"X"_s);
+    EXPECT_EQ(text(u"txtName"_s), u"Xbcdefgh"_s);
     name->setCursorPosition(1);
-    paste(QStringLiteral("txtName"), QStringLiteral("12"), false);
-    EXPECT_EQ(text(QStringLiteral("txtName")), QStringLiteral("X12bcdef"));
+    paste(u"txtName"_s, u"12"_s, false);
+    EXPECT_EQ(text(u"txtName"_s), u"X12bcdef"_s);
     EXPECT_EQ(name->cursorPosition(), 3);
-    name->setText(QStringLiteral("0123456789"));
-    EXPECT_EQ(text(QStringLiteral("txtName")), QStringLiteral("01234567"));
+    name->setText(u"0123456789"_s);
+    EXPECT_EQ(text(u"txtName"_s), u"01234567"_s);
 
     // A line's end is two characters in the database.
-    paste(QStringLiteral("txtNotes"), QStringLiteral("1234\n6789\nabcd"));
-    EXPECT_EQ(text(QStringLiteral("txtNotes")), QStringLiteral("1234\r\n6789\r\n"));
+    paste(u"txtNotes"_s, u"1234\n6789\nabcd"_s);
+    EXPECT_EQ(text(u"txtNotes"_s), u"1234\r\n6789\r\n"_s);
 }
 
 TEST_F(EntryTest, NumbersTakeTheirFormOnLeaving) {
@@ -95,57 +93,57 @@ TEST_F(EntryTest, NumbersTakeTheirFormOnLeaving) {
         const char16_t* shown;
     } cases[] = {{u"3", u"3.00"}, {u"1234.567", u"1,234.57"}, {u".", u"0"}, {u"", u"0"}};
     for (const auto& c : cases) {
-        type(QStringLiteral("txtRate"), QString::fromUtf16(c.typed));
+        type(u"txtRate"_s, QString::fromUtf16(c.typed));
         leave();
-        EXPECT_EQ(text(QStringLiteral("txtRate")), QString::fromUtf16(c.shown));
+        EXPECT_EQ(text(u"txtRate"_s), QString::fromUtf16(c.shown));
     }
-    rate->setText(QStringLiteral("1,234.50"));
+    rate->setText(u"1,234.50"_s);
     EXPECT_DOUBLE_EQ(rate->number(), 1234.5);
 }
 
 TEST_F(EntryTest, MoneyTakesOnePointAndOneSignAndKnowsItsAmount) {
-    type(QStringLiteral("txtPrice"), QStringLiteral("-1a2.3.4"));
-    EXPECT_EQ(text(QStringLiteral("txtPrice")), QStringLiteral("-12.34"));
-    paste(QStringLiteral("txtPrice"), QStringLiteral("$1,234.567"));
+    type(u"txtPrice"_s, u"-1a2.3.4"_s);
+    EXPECT_EQ(text(u"txtPrice"_s), u"-12.34"_s);
+    paste(u"txtPrice"_s, u"$1,234.567"_s);
     leave();
-    EXPECT_EQ(text(QStringLiteral("txtPrice")), QStringLiteral("$1,234.57"));
+    EXPECT_EQ(text(u"txtPrice"_s), u"$1,234.57"_s);
     EXPECT_EQ(price->amount(), values::Currency::fromDouble(1234.57));
-    type(QStringLiteral("txtPrice"), QString());
+    type(u"txtPrice"_s, QString());
     leave();
     EXPECT_TRUE(price->value().isNull());
-    EXPECT_EQ(text(QStringLiteral("txtPrice")), QString());
+    EXPECT_EQ(text(u"txtPrice"_s), QString());
 }
 
 TEST_F(EntryTest, LockedFieldsTakeNothing) {
-    name->setText(QStringLiteral("Acme"));
-    notes->setText(QStringLiteral("a\r\nb"));
+    name->setText(u"Acme"_s);
+    notes->setText(u"a\r\nb"_s);
     name->setLocked(true);
     notes->setLocked(true);
-    type(QStringLiteral("txtName"), QStringLiteral("x"));
-    paste(QStringLiteral("txtName"), QStringLiteral("x"));
-    type(QStringLiteral("txtNotes"), QStringLiteral("x"));
-    paste(QStringLiteral("txtNotes"), QStringLiteral("x"));
-    EXPECT_EQ(text(QStringLiteral("txtName")), QStringLiteral("Acme"));
-    EXPECT_EQ(text(QStringLiteral("txtNotes")), QStringLiteral("a\r\nb"));
+    type(u"txtName"_s, u"x"_s);
+    paste(u"txtName"_s, u"x"_s);
+    type(u"txtNotes"_s, u"x"_s);
+    paste(u"txtNotes"_s, u"x"_s);
+    EXPECT_EQ(text(u"txtName"_s), u"Acme"_s);
+    EXPECT_EQ(text(u"txtNotes"_s), u"a\r\nb"_s);
     name->setLocked(false);
-    type(QStringLiteral("txtName"), QStringLiteral("x"));
-    EXPECT_EQ(text(QStringLiteral("txtName")), QStringLiteral("x"));
+    type(u"txtName"_s, u"x"_s);
+    EXPECT_EQ(text(u"txtName"_s), u"x"_s);
 }
 
 TEST_F(EntryTest, FieldsTellWhenTheyAreEnteredLeftAndChanged) {
     QStringList told;
-    name->entered.connect([&] { told << QStringLiteral("entered"); });
-    name->left.connect([&] { told << QStringLiteral("left"); });
-    name->changed.connect([&] { told << QStringLiteral("changed"); });
-    go(QStringLiteral("txtPrice"));
+    name->entered.connect([&] { told << u"entered"_s; });
+    name->left.connect([&] { told << u"left"_s; });
+    name->changed.connect([&] { told << u"changed"_s; });
+    go(u"txtPrice"_s);
     told.clear();
-    type(QStringLiteral("txtName"), QStringLiteral("ab"));
+    type(u"txtName"_s, u"ab"_s);
     leave();
-    EXPECT_EQ(told.join(u' '), QStringLiteral("entered changed changed left"));
+    EXPECT_EQ(told.join(u' '), u"entered changed changed left"_s);
     // Tab went through the line below; in a memo it moves on as well.
-    go(QStringLiteral("txtNotes"));
+    go(u"txtNotes"_s);
     leave();
-    EXPECT_NE(focusName(), QStringLiteral("txtNotes"));
+    EXPECT_NE(focusName(), u"txtNotes"_s);
 }
 
 } // namespace

@@ -1,4 +1,5 @@
 #include "ControlsTest.h"
+#include "platform/values/Literals.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -16,17 +17,16 @@ class GridTest : public ControlsTest {
         auto* form = build();
         screen::Fields fields(form);
         grid = new Grid(form);
-        grid->setColumns(
-            {{QStringLiteral("No"), 6, Kind::Number},
-             {QStringLiteral("Name"), 16, Kind::Text, true, values::keys::name(), {}, 6},
-             {QStringLiteral("Done"), 6, Kind::Check, true},
-             {QStringLiteral("Unit"), 8, Kind::Combo, true, {}, {QStringLiteral("EACH")}},
-             {QStringLiteral("Note"), 4, Kind::Picture}});
-        fields.add(grid, QStringLiteral("sprLines"), QStringLiteral("&Lines"));
+        grid->setColumns({{u"No"_s, 6, Kind::Number},
+                          {u"Name"_s, 16, Kind::Text, true, values::keys::name(), {}, 6},
+                          {u"Done"_s, 6, Kind::Check, true},
+                          {u"Unit"_s, 8, Kind::Combo, true, {}, {u"EACH"_s}},
+                          {u"Note"_s, 4, Kind::Picture}});
+        fields.add(grid, u"sprLines"_s, u"&Lines"_s);
         list = new ListView(form);
-        list->setColumns({{QStringLiteral("Code"), 10}, {QStringLiteral("Due"), 12}});
-        fields.add(list, QStringLiteral("lvwOpen"), QStringLiteral("&Open"));
-        fields.text(QStringLiteral("txtNext"), QStringLiteral("&Next:"));
+        list->setColumns({{u"Code"_s, 10}, {u"Due"_s, 12}});
+        fields.add(list, u"lvwOpen"_s, u"&Open"_s);
+        fields.text(u"txtNext"_s, u"&Next:"_s);
         grid->setRows({{u"10"_qs, u"Saw"_qs, u"0"_qs, u"FT"_qs},
                        {u"9"_qs, u"Drill"_qs, u"1"_qs},
                        {u"100"_qs, u"Bend"_qs}});

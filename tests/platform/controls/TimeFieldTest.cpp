@@ -1,4 +1,5 @@
 #include "ControlsTest.h"
+#include "platform/values/Literals.h"
 
 #include "platform/controls/TimeField.h"
 
@@ -16,10 +17,10 @@ class TimeFieldTest : public ControlsTest {
         QWidget* body = build();
         screen::Fields fields(body);
         start = new TimeField(body);
-        fields.add(start, QStringLiteral("txtStart"), QStringLiteral("&Start:"));
-        fields.text(QStringLiteral("txtNext"), QStringLiteral("&Next:"));
+        fields.add(start, u"txtStart"_s, u"&Start:"_s);
+        fields.text(u"txtNext"_s, u"&Next:"_s);
         show();
-        go(QStringLiteral("txtNext"));
+        go(u"txtNext"_s);
     }
     QString shown() const { return start->QLineEdit::text(); }
     TimeField* start;
@@ -33,7 +34,7 @@ TEST_F(TimeFieldTest, TakesTimesAsPeopleTypeThem) {
                  {u"19:30", u"07:30 PM"}, {u"12am", u"12:00 AM"},          {u"12 PM", u"12:00 PM"},
                  {u"0", u"12:00 AM"},     {u"6:05:09 PM", u"06:05:09 PM"}, {u"x9", u"09:00 AM"}};
     for (const auto& c : cases) {
-        type(QStringLiteral("txtStart"), QString::fromUtf16(c.typed));
+        type(u"txtStart"_s, QString::fromUtf16(c.typed));
         leave();
         EXPECT_EQ(shown(), QString::fromUtf16(c.shown))
             << QString::fromUtf16(c.typed).toStdString();
@@ -44,18 +45,18 @@ TEST_F(TimeFieldTest, TakesTimesAsPeopleTypeThem) {
 TEST_F(TimeFieldTest, KeepsAndMarksWhatIsNoTime) {
     start->setTime(QTime(6, 0));
     for (const char16_t* wrong : {u"24:00", u"13 PM", u"7:60", u"0am"}) {
-        type(QStringLiteral("txtStart"), QString::fromUtf16(wrong));
+        type(u"txtStart"_s, QString::fromUtf16(wrong));
         leave();
         EXPECT_EQ(shown(), QString::fromUtf16(wrong));
         EXPECT_FALSE(start->isValid());
         EXPECT_TRUE(start->value().isNull());
-        EXPECT_EQ(start->toolTip(), QStringLiteral("This isn't a time."));
+        EXPECT_EQ(start->toolTip(), u"This isn't a time."_s);
     }
     start->setValue(jet::Value(QDateTime(QDate(2026, 3, 2), QTime(15, 0), Qt::UTC)));
     EXPECT_TRUE(start->isValid());
-    type(QStringLiteral("txtStart"), QStringLiteral("9"));
+    type(u"txtStart"_s, u"9"_s);
     key(Qt::Key_Escape);
-    EXPECT_EQ(shown(), QStringLiteral("03:00 PM"));
+    EXPECT_EQ(shown(), u"03:00 PM"_s);
 }
 
 TEST_F(TimeFieldTest, TheFirstFieldOfAWindowIsEnteredAsTheWindowIs) {
@@ -65,12 +66,12 @@ TEST_F(TimeFieldTest, TheFirstFieldOfAWindowIsEnteredAsTheWindowIs) {
         QApplication::sendEvent(start, &event);
     };
     activate();
-    EXPECT_EQ(start->selectedText(), QStringLiteral("06:00 AM"));
-    QTest::keyClicks(start, QStringLiteral("9"));
+    EXPECT_EQ(start->selectedText(), u"06:00 AM"_s);
+    QTest::keyClicks(start, u"9"_s);
     activate(); // back from another window, in the middle of typing
     EXPECT_EQ(start->selectedText(), QString());
     QTest::keyClick(start, Qt::Key_Escape);
-    EXPECT_EQ(shown(), QStringLiteral("06:00 AM"));
+    EXPECT_EQ(shown(), u"06:00 AM"_s);
 }
 
 TEST_F(TimeFieldTest, TellsEveryEditAndNoOtherTwice) {
@@ -79,7 +80,7 @@ TEST_F(TimeFieldTest, TellsEveryEditAndNoOtherTwice) {
     start->setTime(QTime(6, 0));
     start->setTime(QTime(6, 0));
     EXPECT_EQ(changes, 1);
-    type(QStringLiteral("txtStart"), QStringLiteral("6:00"));
+    type(u"txtStart"_s, u"6:00"_s);
     EXPECT_EQ(changes, 5) << "the same time, typed anew";
     leave();
     EXPECT_EQ(changes, 5);

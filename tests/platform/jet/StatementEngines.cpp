@@ -1,5 +1,6 @@
 #include "platform/jet/StatementEngines.h"
 
+#include "platform/values/Literals.h"
 #include "platform/values/Numbers.h"
 
 #include <QCoreApplication>
@@ -16,21 +17,21 @@ namespace {
 /// A literal as the text that an engine takes.
 std::optional<QString> boundText(const Parameter& parameter, const Normalized& statement) {
     if (parameter.literal < 0)
-        return QStringLiteral("2026-03-02 08:15:00");
+        return u"2026-03-02 08:15:00"_s;
     const Value& value = statement.literals[static_cast<std::size_t>(parameter.literal)];
     const auto iso = [](const QDateTime& moment) {
-        return moment.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
+        return moment.toString(u"yyyy-MM-dd HH:mm:ss"_s);
     };
     switch (parameter.conversion) {
     case Conversion::ToDate: {
         const auto moment =
             value.kind() == Value::Kind::Text ? momentFromText(value.toText()) : value.toDateTime();
         if (!moment)
-            throw Error(errors::typeMismatch, QStringLiteral("not a date"));
+            throw Error(errors::typeMismatch, u"not a date"_s);
         return iso(*moment);
     }
     case Conversion::ToYesNo:
-        return value.toBool() ? QStringLiteral("1") : QStringLiteral("0");
+        return value.toBool() ? u"1"_s : u"0"_s;
     case Conversion::ToWhole:
         return QString::number(value.toLong());
     case Conversion::ToMoney:
@@ -67,7 +68,7 @@ bool isTextParameter(const Parameter& parameter, const Normalized& statement) {
 /// A cell in one form for both engines.
 QString cell(const char* text, const ResultColumn* column) {
     if (text == nullptr)
-        return QStringLiteral("Null");
+        return u"Null"_s;
     const QString value = QString::fromUtf8(text);
     const bool isText = column == nullptr || column->type == ColumnType::Text ||
                         column->type == ColumnType::Memo || column->type == ColumnType::DateTime;
@@ -222,7 +223,7 @@ std::vector<Engine*> Engines::all() const {
 }
 
 void Engines::define(const QString& statement) {
-    if (statement.startsWith(QStringLiteral("CREATE TABLE"), Qt::CaseInsensitive))
+    if (statement.startsWith(u"CREATE TABLE"_s, Qt::CaseInsensitive))
         schema.add(tableFromDefinition(statement));
     for (Engine* engine : all())
         engine->define(statement, schema);

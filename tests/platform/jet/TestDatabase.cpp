@@ -1,4 +1,5 @@
 #include "platform/jet/Location.h"
+#include "platform/values/Literals.h"
 #include "support/DatabaseFixture.h"
 
 #include <QDir>
@@ -23,9 +24,7 @@ class DatabaseTest : public DatabaseFixture {
     int execute8(const QString& statement) {
         return errorOf([&] { db().execute(statement); });
     }
-    QStringList names() {
-        return rows(QStringLiteral("SELECT Name FROM Customer ORDER BY CustID"));
-    }
+    QStringList names() { return rows(u"SELECT Name FROM Customer ORDER BY CustID"_s); }
 };
 
 TEST_P(DatabaseTest, ExecutesAndLooksUp) {
@@ -34,14 +33,11 @@ TEST_P(DatabaseTest, ExecutesAndLooksUp) {
     EXPECT_EQ(execute(u"INSERT INTO Customer (Name, Code) VALUES ('Bob', 'B')"), 1);
     EXPECT_EQ(db().lastCounter(), first + 1);
     EXPECT_EQ(execute(u"UPDATE Customer SET Credit = 1.00005"), 2);
-    EXPECT_EQ(
-        db().lookup(QStringLiteral("SELECT Credit FROM Customer WHERE Name = 'ann'")).toText(),
-        u"1");
-    EXPECT_TRUE(
-        db().lookup(QStringLiteral("SELECT Name FROM Customer WHERE Name = 'Zoe'")).isNull());
-    EXPECT_TRUE(db().hasRows(QStringLiteral("SELECT * FROM Customer WHERE CustID > 1")));
-    EXPECT_FALSE(db().hasRows(QStringLiteral("SELECT * FROM Customer WHERE CustID > 2")));
-    EXPECT_EQ(db().lookup(QStringLiteral("SELECT COUNT(*) FROM Customer")).toLong(), 2);
+    EXPECT_EQ(db().lookup(u"SELECT Credit FROM Customer WHERE Name = 'ann'"_s).toText(), u"1");
+    EXPECT_TRUE(db().lookup(u"SELECT Name FROM Customer WHERE Name = 'Zoe'"_s).isNull());
+    EXPECT_TRUE(db().hasRows(u"SELECT * FROM Customer WHERE CustID > 1"_s));
+    EXPECT_FALSE(db().hasRows(u"SELECT * FROM Customer WHERE CustID > 2"_s));
+    EXPECT_EQ(db().lookup(u"SELECT COUNT(*) FROM Customer"_s).toLong(), 2);
     EXPECT_EQ(execute(u"DELETE * FROM Customer WHERE CustID = 2"), 1);
     execute(u"INSERT INTO Customer (Name) VALUES ('Cid')");
     EXPECT_EQ(db().lastCounter(), first + 2) << "a counter gives no number twice";
@@ -55,32 +51,27 @@ TEST_P(DatabaseTest, ExecutesAndLooksUp) {
 
 TEST_P(DatabaseTest, TellsFailuresByNumberAndLosesNothing) {
     execute(u"INSERT INTO Customer (Name, Code) VALUES ('Ann', 'A')");
-    EXPECT_EQ(execute8(QStringLiteral("INSERT INTO Customer (Code) VALUES ('a')")),
-              jet::errors::duplicate);
-    EXPECT_EQ(execute8(QStringLiteral("UPDATE Customer SET Code = 'long'")),
-              jet::errors::fieldTooSmall);
-    EXPECT_EQ(execute8(QStringLiteral("UPDATE Customer SET Since = 'soon'")),
-              jet::errors::typeMismatch);
-    EXPECT_EQ(execute8(QStringLiteral("UPDATE Customer SET Credit = 1e20")), jet::errors::overflow);
-    EXPECT_EQ(execute8(QStringLiteral("UPDATE Customer SET Name = ")), jet::errors::syntax);
-    EXPECT_EQ(execute8(QStringLiteral("UPDATE Customer SET Name = 'O'Brien'")),
-              jet::errors::syntax);
-    EXPECT_EQ(execute8(QStringLiteral("DELETE FROM Nothing")), jet::errors::noSuchTable);
-    EXPECT_EQ(execute8(QStringLiteral("DELETE FROM Customer WHERE Nmae = 'Ann'")),
+    EXPECT_EQ(execute8(u"INSERT INTO Customer (Code) VALUES ('a')"_s), jet::errors::duplicate);
+    EXPECT_EQ(execute8(u"UPDATE Customer SET Code = 'long'"_s), jet::errors::fieldTooSmall);
+    EXPECT_EQ(execute8(u"UPDATE Customer SET Since = 'soon'"_s), jet::errors::typeMismatch);
+    EXPECT_EQ(execute8(u"UPDATE Customer SET Credit = 1e20"_s), jet::errors::overflow);
+    EXPECT_EQ(execute8(u"UPDATE Customer SET Name = "_s), jet::errors::syntax);
+    EXPECT_EQ(execute8(u"UPDATE Customer SET Name = 'O'Brien'"_s), jet::errors::syntax);
+    EXPECT_EQ(execute8(u"DELETE FROM Nothing"_s), jet::errors::noSuchTable);
+    EXPECT_EQ(execute8(u"DELETE FROM Customer WHERE Nmae = 'Ann'"_s),
               jet::errors::tooFewParameters);
-    EXPECT_EQ(execute8(QStringLiteral("SELECT * FROM Customer")), jet::errors::cannotExecuteSelect);
-    EXPECT_EQ(errorOf([&] { db().openRecordset(QStringLiteral("DELETE FROM Customer")); }),
+    EXPECT_EQ(execute8(u"SELECT * FROM Customer"_s), jet::errors::cannotExecuteSelect);
+    EXPECT_EQ(errorOf([&] { db().openRecordset(u"DELETE FROM Customer"_s); }),
               jet::errors::notASelect);
-    EXPECT_EQ(names(), QStringList(QStringLiteral("Ann")));
+    EXPECT_EQ(names(), QStringList(u"Ann"_s));
     try {
-        db().execute(QStringLiteral("INSERT INTO Customer (Code) VALUES ('A')"));
+        db().execute(u"INSERT INTO Customer (Code) VALUES ('A')"_s);
         ADD_FAILURE();
     } catch (const jet::Error& error) {
-        EXPECT_EQ(
-            error.text(),
-            QStringLiteral("The changes you requested to the table were not successful because "
-                           "they would create duplicate values in the index, primary key, or "
-                           "relationship."));
+        EXPECT_EQ(error.text(),
+                  u"The changes you requested to the table were not successful because "
+                  "they would create duplicate values in the index, primary key, or "
+                  "relationship."_s);
     }
 }
 
@@ -92,16 +83,15 @@ TEST_P(DatabaseTest, TransactionsNestAndOutliveFailedStatements) {
     execute(u"INSERT INTO Customer (Name) VALUES ('undone')");
     EXPECT_EQ(workspace.depth(), 2);
     workspace.rollback();
-    EXPECT_EQ(execute8(QStringLiteral("INSERT INTO Customer (Code) VALUES ('K')")),
-              jet::errors::duplicate);
-    EXPECT_EQ(names(), QStringList(QStringLiteral("kept")));
+    EXPECT_EQ(execute8(u"INSERT INTO Customer (Code) VALUES ('K')"_s), jet::errors::duplicate);
+    EXPECT_EQ(names(), QStringList(u"kept"_s));
     {
         jet::Transaction inner(db());
         execute(u"INSERT INTO Customer (Name) VALUES ('inner')");
         inner.commit();
     }
     workspace.commitTrans();
-    EXPECT_EQ(names(), (QStringList{QStringLiteral("kept"), QStringLiteral("inner")}));
+    EXPECT_EQ(names(), (QStringList{u"kept"_s, u"inner"_s}));
     {
         jet::Transaction given_up(db());
         execute(u"DELETE FROM Customer");
@@ -124,25 +114,24 @@ TEST_P(DatabaseTest, KnowsTheTablesThatItMadeAndThatOthersMade) {
     EXPECT_TRUE(table->indexes[0].unique);
 
     const auto other = station();
-    other->execute(QStringLiteral("CREATE TABLE Later (Id COUNTER PRIMARY KEY, Done YESNO)"));
-    other->execute(QStringLiteral("ALTER TABLE Customer ADD COLUMN Phone TEXT(20)"));
+    other->execute(u"CREATE TABLE Later (Id COUNTER PRIMARY KEY, Done YESNO)"_s);
+    other->execute(u"ALTER TABLE Customer ADD COLUMN Phone TEXT(20)"_s);
     EXPECT_EQ(execute(u"INSERT INTO Later (Done) VALUES (True)"), 1);
     EXPECT_EQ(execute(u"UPDATE Customer SET Phone = ''"), 0);
     execute(u"DROP TABLE Later");
-    EXPECT_EQ(execute8(QStringLiteral("DELETE FROM Later")), jet::errors::noSuchTable);
+    EXPECT_EQ(execute8(u"DELETE FROM Later"_s), jet::errors::noSuchTable);
     jet::Workspace workspace(db());
     workspace.beginTrans();
     execute(u"CREATE TABLE Passing (Id LONG PRIMARY KEY)");
     workspace.rollback();
-    EXPECT_EQ(execute8(QStringLiteral("DELETE FROM Passing")), jet::errors::noSuchTable);
+    EXPECT_EQ(execute8(u"DELETE FROM Passing"_s), jet::errors::noSuchTable);
 }
 
 TEST_P(DatabaseTest, ServesMoreStatementsThanItKeeps) {
     execute(u"INSERT INTO Customer (Name, Rank) VALUES ('Ann', 3)");
-    jet::Recordset held = db().openRecordset(QStringLiteral("SELECT Name FROM Customer"));
+    jet::Recordset held = db().openRecordset(u"SELECT Name FROM Customer"_s);
     for (int i = 0; i < 700; ++i)
-        ASSERT_EQ(db().lookup(QStringLiteral("SELECT Rank AS r%1 FROM Customer").arg(i)).toLong(),
-                  3);
+        ASSERT_EQ(db().lookup(u"SELECT Rank AS r%1 FROM Customer"_s.arg(i)).toLong(), 3);
     held.refreshRow();
     EXPECT_EQ(held.text(u"Name"), u"Ann");
 }
@@ -163,12 +152,11 @@ TEST(DatabaseServer, IsReachedAgainAfterItWasLost) {
     };
     const auto cut = [&] {
         const QString name = QUrl(test.location()).path().mid(1);
-        onTestServer(QStringLiteral("DO $$ BEGIN PERFORM pg_terminate_backend(pid, 5000) FROM "
-                                    "pg_stat_activity WHERE datname = '%1'; END $$")
-                         .arg(name));
+        onTestServer(u"DO $$ BEGIN PERFORM pg_terminate_backend(pid, 5000) FROM "
+                     "pg_stat_activity WHERE datname = '%1'; END $$"_s.arg(name));
     };
-    database.execute(QStringLiteral("CREATE TABLE Note (Id COUNTER PRIMARY KEY, Body MEMO)"));
-    const QString insert = QStringLiteral("INSERT INTO Note (Body) VALUES ('x')");
+    database.execute(u"CREATE TABLE Note (Id COUNTER PRIMARY KEY, Body MEMO)"_s);
+    const QString insert = u"INSERT INTO Note (Body) VALUES ('x')"_s;
     EXPECT_EQ(numberOf(insert), 0);
     cut();
     EXPECT_EQ(numberOf(insert), jet::errors::connectionFailed);
@@ -181,24 +169,23 @@ TEST(DatabaseServer, IsReachedAgainAfterItWasLost) {
         EXPECT_NE(numberOf(insert), 0) << "nothing more runs in a transaction that is lost";
         EXPECT_THROW(transaction.commit(), jet::Error);
     }
-    EXPECT_EQ(database.lookup(QStringLiteral("SELECT COUNT(*) FROM Note")).toLong(), 2);
+    EXPECT_EQ(database.lookup(u"SELECT COUNT(*) FROM Note"_s).toLong(), 2);
 }
 
 TEST(DatabaseFile, IsCompactedWhileNobodyHasItOpen) {
     const QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("Mirsa.mdb"));
-    const QString copy = folder.filePath(QStringLiteral("MTEMP.MDB"));
+    const QString path = folder.filePath(u"Mirsa.mdb"_s);
+    const QString copy = folder.filePath(u"MTEMP.MDB"_s);
     auto database = jet::Database::createFile(path);
-    database->execute(QStringLiteral("CREATE TABLE Note (Id COUNTER PRIMARY KEY, Body MEMO)"));
+    database->execute(u"CREATE TABLE Note (Id COUNTER PRIMARY KEY, Body MEMO)"_s);
     {
         jet::Transaction transaction(*database);
         for (int i = 0; i < 500; ++i)
-            database->execute(
-                QStringLiteral("INSERT INTO Note (Body) VALUES ('%1')").arg(QString(1000, u'x')));
+            database->execute(u"INSERT INTO Note (Body) VALUES ('%1')"_s.arg(QString(1000, u'x')));
         transaction.commit();
     }
-    database->execute(QStringLiteral("DELETE FROM Note WHERE Id > 10"));
-    const jet::Recordset left = database->openRecordset(QStringLiteral("SELECT * FROM Note"));
+    database->execute(u"DELETE FROM Note WHERE Id > 10"_s);
+    const jet::Recordset left = database->openRecordset(u"SELECT * FROM Note"_s);
     EXPECT_EQ(left.recordCount(), 10);
     try {
         jet::Database::compactFile(path, copy);
@@ -208,18 +195,18 @@ TEST(DatabaseFile, IsCompactedWhileNobodyHasItOpen) {
     }
     EXPECT_FALSE(QFile::exists(copy));
     database.reset(); // the recordset must not keep the file
-    EXPECT_FALSE(QFile::exists(path + QStringLiteral("-wal")));
+    EXPECT_FALSE(QFile::exists(path + u"-wal"_s));
     jet::Database::compactFile(path, copy);
     EXPECT_LT(QFileInfo(copy).size() * 5, QFileInfo(path).size());
     database = jet::Database::openFile(copy);
-    EXPECT_EQ(database->execute(QStringLiteral("UPDATE Note SET Body = ''")), 10);
-    database->execute(QStringLiteral("INSERT INTO Note (Body) VALUES ('')"));
+    EXPECT_EQ(database->execute(u"UPDATE Note SET Body = ''"_s), 10);
+    database->execute(u"INSERT INTO Note (Body) VALUES ('')"_s);
     EXPECT_EQ(database->lastCounter(), 501) << "a counter goes on where it was";
 }
 
 TEST(DatabaseFile, RefusesWhatIsNoDatabase) {
     const QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("Mirsa.mdb"));
+    const QString path = folder.filePath(u"Mirsa.mdb"_s);
     const auto numberOf = [](const auto& action) {
         try {
             action();
@@ -243,7 +230,7 @@ TEST(DatabaseFile, RefusesWhatIsNoDatabase) {
     jet::Database::createFile(path);
     EXPECT_EQ(jet::openProgramFolder(folder.path())->name(), path);
 
-    QFile server(folder.filePath(QStringLiteral("Mirsa.server")));
+    QFile server(folder.filePath(u"Mirsa.server"_s));
     ASSERT_TRUE(server.open(QIODevice::WriteOnly));
     server.write("postgresql://nobody@127.0.0.1:1/nothing\n");
     server.close();

@@ -1,3 +1,4 @@
+#include "platform/values/Literals.h"
 #include "support/DatabaseFixture.h"
 
 using namespace testsupport;
@@ -19,9 +20,8 @@ class RecordsetTest : public DatabaseFixture {
     void addParts(int count) {
         jet::Transaction transaction(db());
         for (int i = 1; i <= count; ++i)
-            db().execute(QStringLiteral("INSERT INTO Part (Name, Stock) VALUES ('Part %1', %2)")
-                             .arg(i)
-                             .arg(count - i));
+            db().execute(
+                u"INSERT INTO Part (Name, Stock) VALUES ('Part %1', %2)"_s.arg(i).arg(count - i));
         transaction.commit();
     }
     jet::Recordset open(const char16_t* select) {
@@ -65,17 +65,17 @@ TEST_P(RecordsetTest, HoldsLongSetsByTheirKeys) {
     EXPECT_EQ(rs.recordCount(), 450);
     rs.moveLast();
     EXPECT_EQ(rs.text(u"Name"), u"Part 450");
-    rs.findFirst(QStringLiteral("PartNo = 321"));
+    rs.findFirst(u"PartNo = 321"_s);
     EXPECT_FALSE(rs.noMatch());
     EXPECT_EQ(rs.text(u"Name"), u"Part 321");
-    rs.findFirst(QStringLiteral("name = 'PART 77' and Stock > 5"));
+    rs.findFirst(u"name = 'PART 77' and Stock > 5"_s);
     EXPECT_EQ(rs.text(u"Name"), u"Part 77");
-    rs.findFirst(QStringLiteral("Stock > 9000"));
+    rs.findFirst(u"Stock > 9000"_s);
     EXPECT_TRUE(rs.noMatch());
     EXPECT_EQ(rs.text(u"Name"), u"Part 77") << "no match must keep the current row";
     int count = 0;
     for (rs.moveFirst(); !rs.eof(); rs.moveNext())
-        count += rs.text(u"Name") == QStringLiteral("Part %1").arg(count + 1) ? 1 : 0;
+        count += rs.text(u"Name") == u"Part %1"_s.arg(count + 1) ? 1 : 0;
     EXPECT_EQ(count, 450);
 }
 
@@ -115,20 +115,20 @@ TEST_P(RecordsetTest, WritesEveryTypeAndReadsItBack) {
     jet::Recordset rs = open(u"SELECT * FROM Part");
     rs.addNew();
     EXPECT_EQ(rs.text(u"Unit"), u"EA");
-    rs.set(u"name", QStringLiteral("Müller's"));
-    rs.set(u"Price", QStringLiteral("2.00005"));
+    rs.set(u"name", u"Müller's"_s);
+    rs.set(u"Price", u"2.00005"_s);
     rs.set(u"Stock", 2.5);
-    rs.set(u"Shelf", QStringLiteral("-7"));
-    rs.set(u"Weight", QStringLiteral("0.125"));
+    rs.set(u"Shelf", u"-7"_s);
+    rs.set(u"Weight", u"0.125"_s);
     rs.set(u"Active", true);
-    rs.set(u"Made", QStringLiteral("3/2/2026 4:05 PM"));
-    rs.set(u"Note", QStringLiteral("first\r\nsecond \u20ac \U0001F600"));
+    rs.set(u"Made", u"3/2/2026 4:05 PM"_s);
+    rs.set(u"Note", u"first\r\nsecond \u20ac \U0001F600"_s);
     rs.update();
     const jet::Value added = rs.lastAddedKey();
     EXPECT_EQ(added.toLong(), db().lastCounter());
     EXPECT_EQ(rs.recordCount(), 1);
     rs.setBookmark(added);
-    EXPECT_EQ(rs.text(u"Name"), QStringLiteral("Müller's"));
+    EXPECT_EQ(rs.text(u"Name"), u"Müller's"_s);
     EXPECT_EQ(rs[u"Price"].kind(), jet::Value::Kind::Money);
     EXPECT_EQ(rs.text(u"Price"), u"2") << "money is rounded ties to even";
     EXPECT_EQ(rs.text(u"Stock"), u"2") << "whole numbers are rounded ties to even";
@@ -136,16 +136,16 @@ TEST_P(RecordsetTest, WritesEveryTypeAndReadsItBack) {
     EXPECT_EQ(rs.text(u"Weight"), u"0.125");
     EXPECT_EQ(rs.text(u"Active"), u"True");
     EXPECT_EQ(rs.text(u"Made"), u"3/2/2026 4:05:00 PM");
-    EXPECT_EQ(rs.text(u"Note"), QStringLiteral("first\r\nsecond \u20ac \U0001F600"));
+    EXPECT_EQ(rs.text(u"Note"), u"first\r\nsecond \u20ac \U0001F600"_s);
     EXPECT_EQ(rs.text(u"Unit"), u"EA");
-    EXPECT_EQ(rows(QStringLiteral("SELECT Name FROM Part WHERE Active = True AND Made > "
-                                  "#3/2/2026# AND Price = 2 AND Unit = 'ea'"))
+    EXPECT_EQ(rows(u"SELECT Name FROM Part WHERE Active = True AND Made > "
+                   "#3/2/2026# AND Price = 2 AND Unit = 'ea'"_s)
                   .size(),
               1);
 
     rs.edit();
     rs.set(u"Price", 12.12345);
-    rs.set(u"Made", QStringLiteral("  /  /    "));
+    rs.set(u"Made", u"  /  /    "_s);
     rs.set(u"Name", jet::Value());
     EXPECT_EQ(rs.text(u"Price"), u"12.1234") << "the row being edited shows what was set";
     rs.update();
@@ -164,17 +164,14 @@ TEST_P(RecordsetTest, RefusesWhatAColumnCannotHold) {
     EXPECT_EQ(errorOf([&] { rs.set(u"Name", QString(13, u'x')); }), jet::errors::fieldTooSmall);
     EXPECT_EQ(errorOf([&] { rs.set(u"Shelf", 40000); }), jet::errors::overflow);
     EXPECT_EQ(errorOf([&] { rs.set(u"Stock", 3e9); }), jet::errors::overflow);
-    EXPECT_EQ(errorOf([&] { rs.set(u"Stock", QStringLiteral("many")); }),
-              jet::errors::typeMismatch);
-    EXPECT_EQ(errorOf([&] { rs.set(u"Made", QStringLiteral("13/32/2026")); }),
-              jet::errors::typeMismatch);
+    EXPECT_EQ(errorOf([&] { rs.set(u"Stock", u"many"_s); }), jet::errors::typeMismatch);
+    EXPECT_EQ(errorOf([&] { rs.set(u"Made", u"13/32/2026"_s); }), jet::errors::typeMismatch);
     rs.set(u"Stock", QString());
     rs.update();
-    EXPECT_EQ(rows(QStringLiteral("SELECT Name, Stock, Made FROM Part")),
-              QStringList(QStringLiteral("Part 1|0|")));
+    EXPECT_EQ(rows(u"SELECT Name, Stock, Made FROM Part"_s), QStringList(u"Part 1|0|"_s));
 
     jet::Recordset fixed =
-        db().openRecordset(QStringLiteral("SELECT * FROM Part"), jet::RecordsetType::Snapshot);
+        db().openRecordset(u"SELECT * FROM Part"_s, jet::RecordsetType::Snapshot);
     EXPECT_EQ(errorOf([&] { fixed.edit(); }), jet::errors::notUpdatable);
     jet::Recordset grouped = open(u"SELECT Unit, COUNT(*) AS Parts FROM Part GROUP BY Unit");
     EXPECT_EQ(errorOf([&] { grouped.addNew(); }), jet::errors::notUpdatable);
@@ -200,14 +197,14 @@ TEST_P(RecordsetTest, DeletesTheCurrentRowAndGoesOnFromThere) {
     rs.remove();
     rs.moveNext();
     EXPECT_TRUE(rs.isEmpty());
-    EXPECT_TRUE(rows(QStringLiteral("SELECT * FROM Part")).isEmpty());
+    EXPECT_TRUE(rows(u"SELECT * FROM Part"_s).isEmpty());
 }
 
 TEST_P(RecordsetTest, KeepsAnAddedRowAtItsEnd) {
     addParts(2);
     jet::Recordset rs = open(u"SELECT Name, Stock FROM Part WHERE Stock < 50 ORDER BY PartNo");
     rs.addNew();
-    rs.set(u"Name", QStringLiteral("New"));
+    rs.set(u"Name", u"New"_s);
     rs.set(u"Stock", 99);
     rs.update();
     EXPECT_EQ(rs.text(u"Name"), u"Part 1") << "the current row stays";
@@ -217,10 +214,10 @@ TEST_P(RecordsetTest, KeepsAnAddedRowAtItsEnd) {
     EXPECT_EQ(rs.recordCount(), 2);
     EXPECT_EQ(rs.text(u"Name"), u"Part 1");
     rs.addNew();
-    rs.set(u"Name", QStringLiteral("Never"));
+    rs.set(u"Name", u"Never"_s);
     rs.cancelUpdate();
     EXPECT_EQ(rs.text(u"Name"), u"Part 1");
-    EXPECT_EQ(rows(QStringLiteral("SELECT * FROM Part")).size(), 3);
+    EXPECT_EQ(rows(u"SELECT * FROM Part"_s).size(), 3);
 }
 
 TEST_P(RecordsetTest, MarksMeanTheSameRowAfterRequery) {
@@ -240,11 +237,11 @@ TEST_P(RecordsetTest, MarksMeanTheSameRowAfterRequery) {
     execute(u"INSERT INTO State VALUES ('CA', 'California')");
     execute(u"INSERT INTO State VALUES ('NY', 'New York')");
     jet::Recordset states = open(u"SELECT Name FROM State ORDER BY Code DESC");
-    states.findFirst(QStringLiteral("Code = 'ca'"));
+    states.findFirst(u"Code = 'ca'"_s);
     EXPECT_EQ(states.text(u"Name"), u"California");
     EXPECT_EQ(states.bookmark().toText(), u"CA");
     states.edit();
-    states.set(u"Name", QStringLiteral("Golden"));
+    states.set(u"Name", u"Golden"_s);
     states.update();
     EXPECT_EQ(states.text(u"Name"), u"Golden");
 }
@@ -252,7 +249,7 @@ TEST_P(RecordsetTest, MarksMeanTheSameRowAfterRequery) {
 TEST_P(RecordsetTest, EditsTheFirstTableOfAJoinAndTableWithoutKeys) {
     addParts(2);
     for (const char16_t* values : {u"(1, 5)", u"(1, 5)", u"(2, 7)"})
-        db().execute(QStringLiteral("INSERT INTO Receipt VALUES ") + QString::fromUtf16(values));
+        db().execute(u"INSERT INTO Receipt VALUES "_s + QString::fromUtf16(values));
     jet::Recordset rs =
         open(u"SELECT Receipt.*, Part.Name, Part.PartNo FROM Receipt LEFT JOIN Part "
              u"ON Receipt.PartNo = Part.PartNo ORDER BY Receipt.PartNo");
@@ -260,12 +257,12 @@ TEST_P(RecordsetTest, EditsTheFirstTableOfAJoinAndTableWithoutKeys) {
     EXPECT_EQ(rs.text(u"Part.PartNo"), u"1");
     EXPECT_EQ(errorOf([&] {
                   rs.edit();
-                  rs.set(u"Name", QStringLiteral("x"));
+                  rs.set(u"Name", u"x"_s);
               }),
               jet::errors::notUpdatable);
     rs.cancelUpdate();
     rs.remove();
-    EXPECT_EQ(rows(QStringLiteral("SELECT * FROM Receipt")).size(), 2)
+    EXPECT_EQ(rows(u"SELECT * FROM Receipt"_s).size(), 2)
         << "two equal rows without a key must stay two";
     rs.moveNext();
     EXPECT_EQ(rs.text(u"Quantity"), u"5");
@@ -273,10 +270,9 @@ TEST_P(RecordsetTest, EditsTheFirstTableOfAJoinAndTableWithoutKeys) {
     rs.set(u"Quantity", 6);
     rs.update();
     EXPECT_EQ(rs.text(u"Quantity"), u"6");
-    rs.findFirst(QStringLiteral("Name = 'part 2'"));
+    rs.findFirst(u"Name = 'part 2'"_s);
     EXPECT_EQ(rs.text(u"Quantity"), u"7");
-    EXPECT_EQ(rows(QStringLiteral("SELECT * FROM Receipt ORDER BY PartNo")),
-              (QStringList{QStringLiteral("1|6"), QStringLiteral("2|7")}));
+    EXPECT_EQ(rows(u"SELECT * FROM Receipt ORDER BY PartNo"_s), (QStringList{u"1|6"_s, u"2|7"_s}));
     EXPECT_EQ(db().lastCounter(), 2) << "a hidden identity is no counter";
 }
 

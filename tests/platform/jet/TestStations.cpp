@@ -1,3 +1,4 @@
+#include "platform/values/Literals.h"
 #include "support/DatabaseFixture.h"
 
 #include <sys/wait.h>
@@ -47,51 +48,50 @@ TEST_P(StationsTest, LoseNoUpdateOfEachOther) {
     const auto work = [](jet::Database& own) {
         for (int i = 0; i < 60; ++i) {
             jet::Transaction transaction(own);
-            jet::Recordset rs = own.openRecordset(QStringLiteral("SELECT * FROM Item"));
+            jet::Recordset rs = own.openRecordset(u"SELECT * FROM Item"_s);
             rs.edit();
             rs.set(u"Stock", rs[u"Stock"].toLong() + 1);
             rs.update();
-            own.execute(QStringLiteral("INSERT INTO Item (Name) VALUES ('row')"));
+            own.execute(u"INSERT INTO Item (Name) VALUES ('row')"_s);
             transaction.commit();
-            own.execute(QStringLiteral("UPDATE Item SET Stock = Stock + 1 WHERE ItemID = 1"));
+            own.execute(u"UPDATE Item SET Stock = Stock + 1 WHERE ItemID = 1"_s);
         }
     };
     const pid_t children[] = {inProcess(work), inProcess(work), inProcess(work)};
     for (const pid_t child : children)
         EXPECT_EQ(statusOf(child), 0);
     const auto own = station();
-    EXPECT_EQ(rows(*own, QStringLiteral("SELECT Stock FROM Item WHERE ItemID = 1")),
-              QStringList(QStringLiteral("360")));
-    EXPECT_EQ(own->lookup(QStringLiteral("SELECT COUNT(*) FROM Item")).toLong(), 181);
+    EXPECT_EQ(rows(*own, u"SELECT Stock FROM Item WHERE ItemID = 1"_s), QStringList(u"360"_s));
+    EXPECT_EQ(own->lookup(u"SELECT COUNT(*) FROM Item"_s).toLong(), 181);
 }
 
 TEST_P(StationsTest, LeaveNothingOfATransactionThatWasKilled) {
     const pid_t child = inProcess([](jet::Database& own) {
-        own.execute(QStringLiteral("INSERT INTO Item (Name) VALUES ('whole')"));
+        own.execute(u"INSERT INTO Item (Name) VALUES ('whole')"_s);
         jet::Workspace(own).beginTrans();
-        own.execute(QStringLiteral("UPDATE Item SET Stock = 99"));
-        own.execute(QStringLiteral("DELETE FROM Item WHERE ItemID = 2"));
+        own.execute(u"UPDATE Item SET Stock = 99"_s);
+        own.execute(u"DELETE FROM Item WHERE ItemID = 2"_s);
         kill(getpid(), SIGKILL);
     });
     EXPECT_EQ(WTERMSIG(statusOf(child)), SIGKILL);
     const auto own = station();
-    EXPECT_EQ(rows(*own, QStringLiteral("SELECT Name, Stock FROM Item ORDER BY ItemID")),
-              (QStringList{QStringLiteral("Bolt|0"), QStringLiteral("whole|")}));
-    EXPECT_EQ(own->execute(QStringLiteral("UPDATE Item SET Stock = 1")), 2);
+    EXPECT_EQ(rows(*own, u"SELECT Name, Stock FROM Item ORDER BY ItemID"_s),
+              (QStringList{u"Bolt|0"_s, u"whole|"_s}));
+    EXPECT_EQ(own->execute(u"UPDATE Item SET Stock = 1"_s), 2);
 }
 
 TEST_P(StationsTest, SeeEachOthersRowsWhenTheyReadAgain) {
     const auto other = station();
-    jet::Recordset rs = db().openRecordset(QStringLiteral("SELECT * FROM Item ORDER BY ItemID"));
-    other->execute(QStringLiteral("INSERT INTO Item (Name) VALUES ('Nut')"));
-    other->execute(QStringLiteral("UPDATE Item SET Stock = 5 WHERE ItemID = 1"));
+    jet::Recordset rs = db().openRecordset(u"SELECT * FROM Item ORDER BY ItemID"_s);
+    other->execute(u"INSERT INTO Item (Name) VALUES ('Nut')"_s);
+    other->execute(u"UPDATE Item SET Stock = 5 WHERE ItemID = 1"_s);
     EXPECT_EQ(rs.recordCount(), 1);
     rs.refreshRow();
     EXPECT_EQ(rs.text(u"Stock"), u"5");
     rs.requery();
     EXPECT_EQ(rs.recordCount(), 2);
     rs.edit();
-    other->execute(QStringLiteral("UPDATE Item SET Name = 'Screw' WHERE ItemID = 1"));
+    other->execute(u"UPDATE Item SET Name = 'Screw' WHERE ItemID = 1"_s);
     rs.set(u"Stock", 6);
     rs.update();
     EXPECT_EQ(rs.text(u"Name"), u"Screw") << "an edit writes only what was set";
@@ -102,13 +102,13 @@ TEST_P(StationsTest, PassOverRowsThatAnotherDeleted) {
     {
         jet::Transaction transaction(db());
         for (int i = 2; i <= 300; ++i) // more than are read at once
-            db().execute(QStringLiteral("INSERT INTO Item (Stock) VALUES (%1)").arg(i));
+            db().execute(u"INSERT INTO Item (Stock) VALUES (%1)"_s.arg(i));
         transaction.commit();
     }
-    jet::Recordset rs = db().openRecordset(QStringLiteral("SELECT * FROM Item ORDER BY ItemID"));
+    jet::Recordset rs = db().openRecordset(u"SELECT * FROM Item ORDER BY ItemID"_s);
     EXPECT_EQ(rs.recordCount(), 300);
-    other->execute(QStringLiteral("DELETE FROM Item WHERE ItemID BETWEEN 2 AND 4"));
-    other->execute(QStringLiteral("DELETE FROM Item WHERE ItemID > 298"));
+    other->execute(u"DELETE FROM Item WHERE ItemID BETWEEN 2 AND 4"_s);
+    other->execute(u"DELETE FROM Item WHERE ItemID > 298"_s);
     EXPECT_EQ(rs.recordCount(), 300);
     rs.moveNext();
     EXPECT_EQ(rs[u"ItemID"].toLong(), 5);
@@ -116,14 +116,14 @@ TEST_P(StationsTest, PassOverRowsThatAnotherDeleted) {
     EXPECT_EQ(rs[u"ItemID"].toLong(), 298);
     rs.moveTo(2);
     const jet::Value mark = rs.bookmark();
-    other->execute(QStringLiteral("DELETE FROM Item WHERE ItemID = ") + mark.toText());
+    other->execute(u"DELETE FROM Item WHERE ItemID = "_s + mark.toText());
     EXPECT_EQ(errorOf([&] { rs[u"Stock"]; }), jet::errors::rowDeleted);
     EXPECT_EQ(errorOf([&] { rs.edit(); }), jet::errors::rowDeleted);
     EXPECT_EQ(errorOf([&] { rs.setBookmark(mark); }), jet::errors::rowDeleted);
     rs.moveFirst();
     rs.edit();
     rs.set(u"Stock", 7);
-    other->execute(QStringLiteral("DELETE FROM Item WHERE ItemID = 1"));
+    other->execute(u"DELETE FROM Item WHERE ItemID = 1"_s);
     EXPECT_EQ(errorOf([&] { rs.update(); }), jet::errors::rowDeleted);
     EXPECT_EQ(errorOf([&] { rs[u"Stock"]; }), jet::errors::rowDeleted);
     rs.moveNext();

@@ -1,4 +1,5 @@
 #include "platform/jet/Translate.h"
+#include "platform/values/Literals.h"
 
 #include <gtest/gtest.h>
 
@@ -306,8 +307,8 @@ TEST_F(StatementText, FaultsTellTheirNumberAndPlace) {
 
 TEST_F(StatementText, AnEndlessTextIsAnErrorAndNoCrash) {
     for (const char16_t* piece : {u"(", u"NOT ", u"- ", u"x + ", u"x AND ", u"Left(", u"x = "}) {
-        const QString text = QStringLiteral("SELECT JobNo FROM Job WHERE ") +
-                             QString::fromUtf16(piece).repeated(20000) + QStringLiteral("1");
+        const QString text =
+            u"SELECT JobNo FROM Job WHERE "_s + QString::fromUtf16(piece).repeated(20000) + u"1"_s;
         EXPECT_EQ(failure(text), "3075 Query is too complex.");
     }
 }
@@ -345,8 +346,7 @@ TEST(Normalize, LiteralsThatShapeTheStatementStay) {
 TEST(Moments, AreReadAsPeopleWriteThem) {
     const auto reads = [](const char16_t* text) {
         const auto moment = momentFromText(text);
-        return moment ? moment->toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")).toStdString()
-                      : "none";
+        return moment ? moment->toString(u"yyyy-MM-dd HH:mm:ss"_s).toStdString() : "none";
     };
     EXPECT_EQ(reads(u"3/5/2025"), "2025-03-05 00:00:00");
     EXPECT_EQ(reads(u"21/11/2025"), "2025-11-21 00:00:00");
@@ -395,8 +395,7 @@ TEST(Types, DefinitionsAreReadAsTables) {
     EXPECT_EQ(table.columns[2].defaultValue, u"'it''s'");
     ASSERT_EQ(table.indexes.size(), 1U);
     EXPECT_TRUE(table.indexes[0].unique);
-    EXPECT_EQ(table.indexes[0].columns,
-              QStringList({QStringLiteral("Name"), QStringLiteral("Default")}));
+    EXPECT_EQ(table.indexes[0].columns, QStringList({u"Name"_s, u"Default"_s}));
 }
 
 } // namespace

@@ -1,4 +1,5 @@
 #include "platform/jet/StatementEngines.h"
+#include "platform/values/Literals.h"
 #include "support/DatabaseFixture.h"
 
 #include <QDir>
@@ -30,7 +31,7 @@ QStringList definitions() {
     QStringList result;
     const QDir sources(QStringLiteral(MIRSA_SOURCE_DIR "/src"));
     for (const QString& folder : sources.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
-        const QString path = sources.filePath(folder + QStringLiteral("/tables.sql"));
+        const QString path = sources.filePath(folder + u"/tables.sql"_s);
         if (QFile::exists(path))
             for (const QString& statement : textOfFile(path).split(u';'))
                 if (!statement.trimmed().isEmpty())
@@ -45,8 +46,7 @@ Rows tableRows(Engine& engine, const Schema& schema, const QString& name) {
     for (const Column& column : schema.table(name)->columns)
         if (column.type != ColumnType::Counter)
             columns << u'[' + column.name + u']';
-    Rows rows =
-        engine.run(QStringLiteral("SELECT %1 FROM [%2]").arg(columns.join(u','), name), schema);
+    Rows rows = engine.run(u"SELECT %1 FROM [%2]"_s.arg(columns.join(u','), name), schema);
     std::sort(rows.begin(), rows.end());
     return rows;
 }
@@ -197,8 +197,7 @@ QString seen(Database& database, const QString& text, const QString& recordset) 
     if (!recordset.isEmpty()) {
         Recordset rows = database.openRecordset(recordset);
         rows.findFirst(text);
-        return rows.noMatch() ? QStringLiteral("no match")
-                              : QString::number(rows.absolutePosition());
+        return rows.noMatch() ? u"no match"_s : QString::number(rows.absolutePosition());
     }
     const Translation translation =
         translate(normalize(text), database.schema(), Dialect::sqlite());
@@ -209,7 +208,7 @@ QString seen(Database& database, const QString& text, const QString& recordset) 
     Recordset rows = database.openRecordset(text);
     Recordset snapshot = database.openRecordset(text, RecordsetType::Snapshot);
     QStringList lines = textOf(rows), read = textOf(snapshot);
-    if (!text.contains(QStringLiteral("ORDER BY"), Qt::CaseInsensitive)) {
+    if (!text.contains(u"ORDER BY"_s, Qt::CaseInsensitive)) {
         lines.sort();
         read.sort();
     }

@@ -1,4 +1,5 @@
 #include "platform/jet/StatementEngines.h"
+#include "platform/values/Literals.h"
 
 #include <gtest/gtest.h>
 
@@ -10,11 +11,11 @@ namespace {
 class StatementRows : public testing::Test {
   protected:
     StatementRows() {
-        m_engines.define(QStringLiteral(
-            "CREATE TABLE Part (ID COUNTER PRIMARY KEY, Name TEXT(20), Price CURRENCY, Qty LONG, "
-            "Made DATETIME, Hours DOUBLE, Active YESNO, Notes MEMO, Small INTEGER DEFAULT 7)"));
-        m_engines.define(QStringLiteral("CREATE TABLE Move (PartID LONG, Qty LONG)"));
-        m_engines.define(QStringLiteral("CREATE INDEX byName ON Part (Name)"));
+        m_engines.define(
+            u"CREATE TABLE Part (ID COUNTER PRIMARY KEY, Name TEXT(20), Price CURRENCY, Qty LONG, "
+            "Made DATETIME, Hours DOUBLE, Active YESNO, Notes MEMO, Small INTEGER DEFAULT 7)"_s);
+        m_engines.define(u"CREATE TABLE Move (PartID LONG, Qty LONG)"_s);
+        m_engines.define(u"CREATE INDEX byName ON Part (Name)"_s);
         for (const char16_t* row :
              {u"INSERT INTO Part (Name, Price, Qty, Made, Hours, Active, Notes) VALUES "
               u"('Bolt', 1.25, 3, #11/21/2025 2:30 PM#, 1.5, True, 'a')",
@@ -185,7 +186,7 @@ TEST_F(StatementRows, WritesOverJoinsAndByName) {
 }
 
 TEST_F(StatementRows, RowsWithoutAKeyStayApart) {
-    m_engines.execute(QStringLiteral("INSERT INTO Move VALUES (1, 5)"));
+    m_engines.execute(u"INSERT INTO Move VALUES (1, 5)"_s);
     const Normalized select = normalize(u"SELECT * FROM Move WHERE Qty = 5");
     for (Engine* engine : m_engines.all()) {
         const Translation translation = translate(select, m_engines.schema, engine->dialect());
@@ -228,7 +229,7 @@ TEST_F(StatementRows, FindAmongTheRowsOfASelect) {
 TEST(Criterion, IsMetByRowsInMemory) {
     const auto field = [](const QString& name) {
         if (name == u"name")
-            return Value(QStringLiteral("Rack #4"));
+            return Value(u"Rack #4"_s);
         if (name == u"qty")
             return Value(12);
         if (name == u"active")

@@ -2,6 +2,7 @@
 #include "platform/report/Painting.h"
 #include "platform/report/ReportError.h"
 #include "platform/values/Format.h"
+#include "platform/values/Literals.h"
 #include "sample/Sample.h"
 #include "support/DatabaseFixture.h"
 
@@ -80,8 +81,8 @@ class Delivered : public ::testing::TestWithParam<testsupport::EngineKind> {
                                                           << ' ' << item.text.toStdString();
                 texts.push_back(place);
             }
-            EXPECT_TRUE(page.text().contains(
-                QStringLiteral("Page %1 of %2").arg(index + 1).arg(document.pageCount())));
+            EXPECT_TRUE(
+                page.text().contains(u"Page %1 of %2"_s.arg(index + 1).arg(document.pageCount())));
             if (index < 2)
                 savePicture(document, page, name, index);
         }
@@ -128,169 +129,139 @@ class Delivered : public ::testing::TestWithParam<testsupport::EngineKind> {
 } // namespace
 
 TEST_P(Delivered, travelerCarriesTheRoutingWithItsBarCodes) {
-    const qint64 job =
-        db().lookup(QStringLiteral("SELECT TOP 1 JobNo FROM JobOper GROUP BY JobNo ORDER BY "
-                                   "COUNT(*) DESC, JobNo"))
-            .toLong();
-    const auto document =
-        print(QStringLiteral("Job_Traveler.rpt"), QStringLiteral("{Job.jobno} = %1").arg(job));
+    const qint64 job = db().lookup(u"SELECT TOP 1 JobNo FROM JobOper GROUP BY JobNo ORDER BY "
+                                   "COUNT(*) DESC, JobNo"_s)
+                           .toLong();
+    const auto document = print(u"Job_Traveler.rpt"_s, u"{Job.jobno} = %1"_s.arg(job));
     QStringList codes{QString::number(job)};
-    codes +=
-        rows(QStringLiteral("SELECT OperNo FROM JobOper WHERE JobNo = %1 ORDER BY SeqNo").arg(job));
+    codes += rows(u"SELECT OperNo FROM JobOper WHERE JobNo = %1 ORDER BY SeqNo"_s.arg(job));
     EXPECT_EQ(barTexts(*document), codes);
     const QString text = allText(*document);
-    for (const auto& row : rows(QStringLiteral("SELECT PartNo FROM Job WHERE JobNo = %1").arg(job)))
+    for (const auto& row : rows(u"SELECT PartNo FROM Job WHERE JobNo = %1"_s.arg(job)))
         EXPECT_TRUE(text.contains(row)) << row.toStdString();
-    const auto contractors = number(
-        QStringLiteral("SELECT COUNT(*) FROM JobOper INNER JOIN Operation ON JobOper.OperNo = "
-                       "Operation.OperNo WHERE JobNo = %1 AND OperType = 'C'")
-            .arg(job));
-    EXPECT_EQ(text.count(QStringLiteral("OUTSIDE CONTRACTOR")), contractors);
+    const auto contractors =
+        number(u"SELECT COUNT(*) FROM JobOper INNER JOIN Operation ON JobOper.OperNo = "
+               "Operation.OperNo WHERE JobNo = %1 AND OperType = 'C'"_s.arg(job));
+    EXPECT_EQ(text.count(u"OUTSIDE CONTRACTOR"_s), contractors);
 }
 
 TEST_P(Delivered, everyJobBeginsItsOwnTraveler) {
-    const auto jobs = rows(QStringLiteral("SELECT JobNo FROM Job ORDER BY JobNo"));
-    const auto document = print(QStringLiteral("Job_Traveler.rpt"));
+    const auto jobs = rows(u"SELECT JobNo FROM Job ORDER BY JobNo"_s);
+    const auto document = print(u"Job_Traveler.rpt"_s);
     ASSERT_GE(document->pageCount(), jobs.size());
     QStringList starts;
     for (int page = 0; page < document->pageCount(); ++page) {
         const QString text = document->page(page).text();
-        if (text.contains(QStringLiteral("Customer\t")))
-            starts.append(text.section(QStringLiteral("Job "), 1, 1).section(u'\n', 0, 0));
+        if (text.contains(u"Customer\t"_s))
+            starts.append(text.section(u"Job "_s, 1, 1).section(u'\n', 0, 0));
     }
     EXPECT_EQ(starts, jobs);
 }
 
 TEST_P(Delivered, travelerWithNotesHasEachNoteBeneathItsOperation) {
     const qint64 job =
-        db().lookup(
-                QStringLiteral("SELECT TOP 1 JobNo FROM JobOperNote WHERE JobNo > 0 AND SeqNo > 0 "
-                               "ORDER BY JobNo"))
+        db().lookup(u"SELECT TOP 1 JobNo FROM JobOperNote WHERE JobNo > 0 AND SeqNo > 0 "
+                    "ORDER BY JobNo"_s)
             .toLong();
     ASSERT_GT(job, 0);
-    const QString longNote = QStringLiteral("Deburr with care and measure again. ").repeated(150) +
-                             QStringLiteral("END OF NOTE");
-    db().execute(QStringLiteral("UPDATE JobOperNote SET OperNotes = '%1' WHERE JobNo = %2")
-                     .arg(longNote)
-                     .arg(job));
-    const auto document = print(QStringLiteral("Job_Traveler_Notes.rpt"),
-                                QStringLiteral("{Job.JobNo} = %1").arg(job));
+    const QString longNote =
+        u"Deburr with care and measure again. "_s.repeated(150) + u"END OF NOTE"_s;
+    db().execute(
+        u"UPDATE JobOperNote SET OperNotes = '%1' WHERE JobNo = %2"_s.arg(longNote).arg(job));
+    const auto document = print(u"Job_Traveler_Notes.rpt"_s, u"{Job.JobNo} = %1"_s.arg(job));
     QString text = allText(*document).simplified();
-    EXPECT_EQ(text.count(QStringLiteral("END OF NOTE")),
-              number(QStringLiteral("SELECT COUNT(*) FROM JobOperNote INNER JOIN JobOper ON "
-                                    "(JobOperNote.JobNo = JobOper.JobNo) AND (JobOperNote.SeqNo = "
-                                    "JobOper.SeqNo) WHERE JobOper.JobNo = %1")
-                         .arg(job)));
-    EXPECT_EQ(text.count(QStringLiteral("Deburr")) % 150, 0);
+    EXPECT_EQ(text.count(u"END OF NOTE"_s),
+              number(u"SELECT COUNT(*) FROM JobOperNote INNER JOIN JobOper ON "
+                     "(JobOperNote.JobNo = JobOper.JobNo) AND (JobOperNote.SeqNo = "
+                     "JobOper.SeqNo) WHERE JobOper.JobNo = %1"_s.arg(job)));
+    EXPECT_EQ(text.count(u"Deburr"_s) % 150, 0);
 }
 
 TEST_P(Delivered, quoteShowsBreaksThatHaveAQuantity) {
     const qint64 estimate =
-        db().lookup(QStringLiteral(
-                        "SELECT TOP 1 EstNo FROM Estimate WHERE QtyBreakA > 0 AND QtyBreakC > 0 "
-                        "ORDER BY EstNo"))
+        db().lookup(u"SELECT TOP 1 EstNo FROM Estimate WHERE QtyBreakA > 0 AND QtyBreakC > 0 "
+                    "ORDER BY EstNo"_s)
             .toLong();
     ASSERT_GT(estimate, 0);
-    db().execute(
-        QStringLiteral("UPDATE Estimate SET QtyBreakB = 0, QtyQPB = 98.7654, QtyQPC = 1234.5, "
-                       "QtyTotalC = 24690 WHERE EstNo = %1")
-            .arg(estimate));
-    const auto document = print(QStringLiteral("Estimate_Quote.rpt"),
-                                QStringLiteral("{Estimate.Estno} = %1").arg(estimate));
+    db().execute(u"UPDATE Estimate SET QtyBreakB = 0, QtyQPB = 98.7654, QtyQPC = 1234.5, "
+                 "QtyTotalC = 24690 WHERE EstNo = %1"_s.arg(estimate));
+    const auto document = print(u"Estimate_Quote.rpt"_s, u"{Estimate.Estno} = %1"_s.arg(estimate));
     const QString text = allText(*document);
-    EXPECT_TRUE(text.contains(QStringLiteral("No. %1\n").arg(estimate)));
-    EXPECT_TRUE(text.contains(QStringLiteral("\t$1,234.5000\t$24,690.00"))) << text.toStdString();
-    EXPECT_FALSE(text.contains(QStringLiteral("98.7654")));
-    const auto rest =
-        rows(QStringLiteral("SELECT company, RFQNo, PartNo FROM Estimate INNER JOIN Customer ON "
-                            "Estimate.CustID = Customer.Custid WHERE EstNo = %1")
-                 .arg(estimate));
+    EXPECT_TRUE(text.contains(u"No. %1\n"_s.arg(estimate)));
+    EXPECT_TRUE(text.contains(u"\t$1,234.5000\t$24,690.00"_s)) << text.toStdString();
+    EXPECT_FALSE(text.contains(u"98.7654"_s));
+    const auto rest = rows(u"SELECT company, RFQNo, PartNo FROM Estimate INNER JOIN Customer ON "
+                           "Estimate.CustID = Customer.Custid WHERE EstNo = %1"_s.arg(estimate));
     ASSERT_EQ(rest.size(), 1);
     for (const auto& part : rest.front().split(u'|'))
         EXPECT_TRUE(text.contains(part)) << part.toStdString();
-    EXPECT_TRUE(text.contains(
-        db().lookup(QStringLiteral("SELECT CompanyName FROM SystemSettings")).toText()));
+    EXPECT_TRUE(text.contains(db().lookup(u"SELECT CompanyName FROM SystemSettings"_s).toText()));
 }
 
 TEST_P(Delivered, customerListHasEveryCustomerOnceInOrder) {
-    const auto document = print(QStringLiteral("Customers.rpt"));
+    const auto document = print(u"Customers.rpt"_s);
     const QString text = allText(*document);
-    const auto count = rows(QStringLiteral("SELECT Custid FROM Customer")).size();
-    EXPECT_TRUE(text.contains(QStringLiteral("%1 customers").arg(count)))
-        << text.right(300).toStdString();
-    for (const auto& name : rows(QStringLiteral("SELECT company FROM Customer WHERE State = 'OH'")))
+    const auto count = rows(u"SELECT Custid FROM Customer"_s).size();
+    EXPECT_TRUE(text.contains(u"%1 customers"_s.arg(count))) << text.right(300).toStdString();
+    for (const auto& name : rows(u"SELECT company FROM Customer WHERE State = 'OH'"_s))
         EXPECT_TRUE(text.contains(name.section(u' ', 0, 0))) << name.toStdString();
-    const auto some = print(QStringLiteral("Customers.rpt"),
-                            QStringLiteral("{customer.company} in 'A' to 'Czz'"));
-    const auto between =
-        rows(QStringLiteral("SELECT Custid FROM Customer WHERE company BETWEEN 'A' AND 'Czz'"));
+    const auto some = print(u"Customers.rpt"_s, u"{customer.company} in 'A' to 'Czz'"_s);
+    const auto between = rows(u"SELECT Custid FROM Customer WHERE company BETWEEN 'A' AND 'Czz'"_s);
     ASSERT_GT(between.size(), 0);
-    EXPECT_TRUE(allText(*some).contains(QStringLiteral("%1 customers").arg(between.size())));
+    EXPECT_TRUE(allText(*some).contains(u"%1 customers"_s.arg(between.size())));
 }
 
 TEST_P(Delivered, listsOfVendorsAndEmployeesCountThemAll) {
-    const auto vendors = rows(QStringLiteral("SELECT VendID FROM Vendor")).size();
-    EXPECT_TRUE(allText(*print(QStringLiteral("Vendors.rpt")))
-                    .contains(QStringLiteral("%1 vendors").arg(vendors)));
-    const auto employees = rows(QStringLiteral("SELECT EmpID FROM Employee")).size();
-    EXPECT_TRUE(allText(*print(QStringLiteral("Employees.rpt")))
-                    .contains(QStringLiteral("%1 employees").arg(employees)));
+    const auto vendors = rows(u"SELECT VendID FROM Vendor"_s).size();
+    EXPECT_TRUE(allText(*print(u"Vendors.rpt"_s)).contains(u"%1 vendors"_s.arg(vendors)));
+    const auto employees = rows(u"SELECT EmpID FROM Employee"_s).size();
+    EXPECT_TRUE(allText(*print(u"Employees.rpt"_s)).contains(u"%1 employees"_s.arg(employees)));
     EXPECT_TRUE(
-        allText(*print(QStringLiteral("Vendors.rpt"), QStringLiteral("{Vendor.Vendid} = 1")))
-            .contains(QStringLiteral("1 vendors")));
+        allText(*print(u"Vendors.rpt"_s, u"{Vendor.Vendid} = 1"_s)).contains(u"1 vendors"_s));
 }
 
 TEST_P(Delivered, badgesAreOfActivePeopleAndCarryTheSecurityCharactersWhenTheseAreOn) {
-    const QStringList active =
-        rows(QStringLiteral("SELECT EmpID FROM Employee WHERE EmpStatus = 'Active'"));
+    const QStringList active = rows(u"SELECT EmpID FROM Employee WHERE EmpStatus = 'Active'"_s);
     ASSERT_GT(active.size(), 1);
     for (const bool on : {false, true}) {
-        db().execute(
-            QStringLiteral("UPDATE SystemSettings SET SecurityCode = 'K7', Securityon = ") +
-            (on ? QStringLiteral("True") : QStringLiteral("False")));
-        const QString text = allText(*print(QStringLiteral("Employee_ID_Badges.rpt")));
-        EXPECT_EQ(text.count(QStringLiteral("K7")), on ? active.size() : 0)
-            << text.left(400).toStdString();
+        db().execute(u"UPDATE SystemSettings SET SecurityCode = 'K7', Securityon = "_s +
+                     (on ? u"True"_s : u"False"_s));
+        const QString text = allText(*print(u"Employee_ID_Badges.rpt"_s));
+        EXPECT_EQ(text.count(u"K7"_s), on ? active.size() : 0) << text.left(400).toStdString();
         for (const QString& name :
-             rows(QStringLiteral("SELECT lastname FROM Employee WHERE EmpStatus = 'Active'")))
+             rows(u"SELECT lastname FROM Employee WHERE EmpStatus = 'Active'"_s))
             EXPECT_TRUE(text.contains(name)) << name.toStdString();
     }
-    EXPECT_TRUE(
-        allText(*print(QStringLiteral("bCommands.rpt"))).contains(QStringLiteral("SUSPEND")));
+    EXPECT_TRUE(allText(*print(u"bCommands.rpt"_s)).contains(u"SUSPEND"_s));
 }
 
 TEST_P(Delivered, jobReportAddsUpWhatTheJobCost) {
     const qint64 job =
-        db().lookup(QStringLiteral(
-                        "SELECT TOP 1 Job.JobNo FROM Job INNER JOIN JobMiscCost ON Job.JobNo = "
-                        "JobMiscCost.JobNo WHERE Job.TotalHours > 0 ORDER BY Job.JobNo"))
+        db().lookup(u"SELECT TOP 1 Job.JobNo FROM Job INNER JOIN JobMiscCost ON Job.JobNo = "
+                    "JobMiscCost.JobNo WHERE Job.TotalHours > 0 ORDER BY Job.JobNo"_s)
             .toLong();
     ASSERT_GT(job, 0);
     const bool oneRate =
-        db().lookup(QStringLiteral("SELECT OneShopRate FROM Job WHERE JobNo = %1").arg(job))
-            .toBool();
+        db().lookup(u"SELECT OneShopRate FROM Job WHERE JobNo = %1"_s.arg(job)).toBool();
     const QString join =
-        QStringLiteral(" FROM (JobOper INNER JOIN Operation ON JobOper.OperNo = Operation.OperNo) "
-                       "INNER JOIN Job ON "
-                       "JobOper.JobNo = Job.JobNo WHERE JobOper.JobNo = %1 AND OperType = '%2'");
-    const QString rate = oneRate ? QStringLiteral("JobShopRate") : QStringLiteral("OperShopRate");
-    const double hours = number(QStringLiteral("SELECT SUM(OperTime_Amount)") +
-                                join.arg(job).arg(QStringLiteral("I")));
-    const double inHouse = number(QStringLiteral("SELECT SUM(OperTime_Amount * ") + rate + u')' +
-                                  join.arg(job).arg(QStringLiteral("I")));
-    const double outside = number(QStringLiteral("SELECT SUM(OperTime_Amount)") +
-                                  join.arg(job).arg(QStringLiteral("C")));
+        u" FROM (JobOper INNER JOIN Operation ON JobOper.OperNo = Operation.OperNo) "
+        "INNER JOIN Job ON "
+        "JobOper.JobNo = Job.JobNo WHERE JobOper.JobNo = %1 AND OperType = '%2'"_s;
+    const QString rate = oneRate ? u"JobShopRate"_s : u"OperShopRate"_s;
+    const double hours = number(u"SELECT SUM(OperTime_Amount)"_s + join.arg(job).arg(u"I"_s));
+    const double inHouse =
+        number(u"SELECT SUM(OperTime_Amount * "_s + rate + u')' + join.arg(job).arg(u"I"_s));
+    const double outside = number(u"SELECT SUM(OperTime_Amount)"_s + join.arg(job).arg(u"C"_s));
     const double fixed =
-        number(QStringLiteral("SELECT SUM(CostAmount) FROM JobMiscCost WHERE JobNo = %1").arg(job));
-    const auto document =
-        print(QStringLiteral("Job_Report.rpt"), QStringLiteral("{Job.JobNo} = %1").arg(job));
+        number(u"SELECT SUM(CostAmount) FROM JobMiscCost WHERE JobNo = %1"_s.arg(job));
+    const auto document = print(u"Job_Report.rpt"_s, u"{Job.JobNo} = %1"_s.arg(job));
     const QString text = allText(*document);
     EXPECT_TRUE(text.contains(u'\t' + values::format(hours, u"#,##0.00") + u'\t')) << hours;
-    EXPECT_TRUE(text.contains(QStringLiteral("Operations\t$") + money(inHouse + outside)))
+    EXPECT_TRUE(text.contains(u"Operations\t$"_s + money(inHouse + outside)))
         << inHouse << ' ' << outside << '\n'
         << text.toStdString();
-    EXPECT_TRUE(text.contains(QStringLiteral("Fixed costs and material\t$") + money(fixed)));
-    EXPECT_TRUE(text.contains(QStringLiteral("Total cost\t$") + money(inHouse + outside + fixed)));
+    EXPECT_TRUE(text.contains(u"Fixed costs and material\t$"_s + money(fixed)));
+    EXPECT_TRUE(text.contains(u"Total cost\t$"_s + money(inHouse + outside + fixed)));
 }
 
 TEST_P(Delivered, billsOfMaterialListItemsAndAssemblies) {
@@ -300,32 +271,28 @@ TEST_P(Delivered, billsOfMaterialListItemsAndAssemblies) {
         const QString from = QLatin1String(costs);
         const QString number = QLatin1String(key);
         const auto top =
-            db().lookup(QStringLiteral("SELECT TOP 1 %1 FROM %2 ORDER BY %1").arg(number, from))
-                .toLong();
+            db().lookup(u"SELECT TOP 1 %1 FROM %2 ORDER BY %1"_s.arg(number, from)).toLong();
         ASSERT_GT(top, 0) << costs;
         // Another record of the table becomes an assembly of the first with costs.
         const auto child =
-            db().lookup(QStringLiteral("SELECT MAX(%1) FROM %2").arg(number, QLatin1String(table)))
-                .toLong();
+            db().lookup(u"SELECT MAX(%1) FROM %2"_s.arg(number, QLatin1String(table))).toLong();
         ASSERT_NE(child, top);
-        db().execute(QStringLiteral("UPDATE %1 SET %2 = %3 WHERE %4 = %5")
+        db().execute(u"UPDATE %1 SET %2 = %3 WHERE %4 = %5"_s
                          .arg(QLatin1String(table), QLatin1String(parent))
                          .arg(top)
                          .arg(number)
                          .arg(child));
-        const auto document =
-            print(QLatin1String(file),
-                  QStringLiteral("{%1.%2} = %3").arg(QLatin1String(table), number).arg(top));
+        const auto document = print(QLatin1String(file),
+                                    u"{%1.%2} = %3"_s.arg(QLatin1String(table), number).arg(top));
         const QString text = allText(*document);
-        for (const auto& row : rows(QStringLiteral("SELECT ItemNo, Quantity FROM %1 WHERE %2 = %3")
-                                        .arg(from, number)
-                                        .arg(top))) {
+        for (const auto& row :
+             rows(u"SELECT ItemNo, Quantity FROM %1 WHERE %2 = %3"_s.arg(from, number).arg(top))) {
             const auto parts = row.split(u'|');
             EXPECT_TRUE(text.contains(u'\n' + parts[0] + u'\t'));
             EXPECT_TRUE(text.contains(u'\t' + money(parts[1].toDouble()) + u'\t'))
                 << row.toStdString();
         }
-        for (const auto& row : rows(QStringLiteral("SELECT %1, PartNo FROM %2 WHERE %3 = %4")
+        for (const auto& row : rows(u"SELECT %1, PartNo FROM %2 WHERE %3 = %4"_s
                                         .arg(number, QLatin1String(table), QLatin1String(parent))
                                         .arg(top)))
             EXPECT_TRUE(text.contains(u'\n' + QString(row).replace(u'|', u'\t') + u'\t'))
@@ -334,31 +301,28 @@ TEST_P(Delivered, billsOfMaterialListItemsAndAssemblies) {
 }
 
 TEST_P(Delivered, listsOfJobsKeepTheirPlacesWithLongTextsAndWithNone) {
-    const QString words = QStringLiteral("Bracket, left hand, anodized and masked ").repeated(5);
-    db().execute(QStringLiteral("INSERT INTO Job (CustID, PONo, PartNo, Description, Material, "
-                                "Quantity, Shipped) VALUES(1, '%1', '%2', '%3', '%3', 123456789, "
-                                "False)")
-                     .arg(QString(40, u'W'), QString(60, u'M'), words));
+    const QString words = u"Bracket, left hand, anodized and masked "_s.repeated(5);
+    db().execute(u"INSERT INTO Job (CustID, PONo, PartNo, Description, Material, "
+                 "Quantity, Shipped) VALUES(1, '%1', '%2', '%3', '%3', 123456789, "
+                 "False)"_s.arg(QString(40, u'W'), QString(60, u'M'), words));
     const qint64 wordy = db().lastCounter();
-    db().execute(QStringLiteral("INSERT INTO Job (Quantity) VALUES(Null)"));
+    db().execute(u"INSERT INTO Job (Quantity) VALUES(Null)"_s);
     const qint64 bare = db().lastCounter();
     for (int day = 1; day <= 28; ++day) {
         for (const qint64 job : {wordy, bare})
-            db().execute(QStringLiteral("INSERT INTO JobShip (JobNo, ShippedDate, Quantity, "
-                                        "ShippedByEmpID) VALUES(%1, #03/%2/2026#, 4000000, 0)")
-                             .arg(job)
+            db().execute(u"INSERT INTO JobShip (JobNo, ShippedDate, Quantity, "
+                         "ShippedByEmpID) VALUES(%1, #03/%2/2026#, 4000000, 0)"_s.arg(job)
                              .arg(day));
     }
     for (const auto* name :
          {"Jobs_List.rpt", "Shipping_History.rpt", "Job_Report.rpt", "job_bom.rpt"}) {
         const auto all = print(QLatin1String(name));
-        EXPECT_TRUE(allText(*all).contains(QStringLiteral("anodized"))) << name;
-        print(QLatin1String(name), QStringLiteral("{Job.JobNo} = 999999"));
-        print(QLatin1String(name), QStringLiteral("{Job.JobNo} in [%1, %2]").arg(wordy).arg(bare));
+        EXPECT_TRUE(allText(*all).contains(u"anodized"_s)) << name;
+        print(QLatin1String(name), u"{Job.JobNo} = 999999"_s);
+        print(QLatin1String(name), u"{Job.JobNo} in [%1, %2]"_s.arg(wordy).arg(bare));
     }
     for (const auto* table : {"JobShip", "Job"})
-        db().execute(QStringLiteral("DELETE FROM %1 WHERE JobNo IN (%2, %3)")
-                         .arg(QLatin1String(table))
+        db().execute(u"DELETE FROM %1 WHERE JobNo IN (%2, %3)"_s.arg(QLatin1String(table))
                          .arg(wordy)
                          .arg(bare));
 }
@@ -372,17 +336,16 @@ TEST_P(Delivered, formulasOfTheQueryFormsRun) {
           u"{JobOper.OperNo} in [1, 2, 3]", u"isnull({Job.PONo}) or {Job.Quantity} >= 10"}) {
         const QString text = QString::fromUtf16(formula);
         SCOPED_TRACE(text.toStdString());
-        print(QStringLiteral("Job_Report.rpt"), text);
+        print(u"Job_Report.rpt"_s, text);
     }
-    const auto some = print(QStringLiteral("Job_Report.rpt"),
-                            QStringLiteral("{Job.JobNo} in 40 to 60 and not {Job.Shipped}"));
+    const auto some =
+        print(u"Job_Report.rpt"_s, u"{Job.JobNo} in 40 to 60 and not {Job.Shipped}"_s);
     QStringList shown;
     for (int page = 0; page < some->pageCount(); ++page)
-        shown.append(
-            some->page(page).text().section(QStringLiteral("Job "), 1, 1).section(u'\n', 0, 0));
+        shown.append(some->page(page).text().section(u"Job "_s, 1, 1).section(u'\n', 0, 0));
     shown.removeDuplicates();
-    EXPECT_EQ(shown, rows(QStringLiteral("SELECT JobNo FROM Job WHERE JobNo BETWEEN 40 AND 60 AND "
-                                         "Shipped = False ORDER BY JobNo")));
+    EXPECT_EQ(shown, rows(u"SELECT JobNo FROM Job WHERE JobNo BETWEEN 40 AND 60 AND "
+                          "Shipped = False ORDER BY JobNo"_s));
 }
 
 TEST_P(Delivered, theManualsExamplePrints) {
@@ -392,23 +355,21 @@ TEST_P(Delivered, theManualsExamplePrints) {
     const auto start = content.indexOf("<?xml");
     const QByteArray example = content.mid(start, content.indexOf("```", start) - start);
     report::DatabaseRowSource source(db());
-    const auto file = report::readReportText(example, QStringLiteral("Example.rpt"));
-    const auto document = report::layOut(file, source, QStringLiteral("{Job.Quantity} > 0"));
-    checkPages(*document, QStringLiteral("Example"));
+    const auto file = report::readReportText(example, u"Example.rpt"_s);
+    const auto document = report::layOut(file, source, u"{Job.Quantity} > 0"_s);
+    checkPages(*document, u"Example"_s);
     const QString text = allText(*document);
-    const auto open =
-        rows(QStringLiteral("SELECT JobNo FROM Job INNER JOIN Customer ON Job.CustID = "
-                            "Customer.Custid WHERE Shipped = False AND Quantity > 0 ORDER BY "
-                            "company, JobDueDate, JobNo"));
+    const auto open = rows(u"SELECT JobNo FROM Job INNER JOIN Customer ON Job.CustID = "
+                           "Customer.Custid WHERE Shipped = False AND Quantity > 0 ORDER BY "
+                           "company, JobDueDate, JobNo"_s);
     ASSERT_GT(open.size(), 0);
     EXPECT_EQ(barTexts(*document), open);
-    EXPECT_TRUE(text.contains(QStringLiteral("%1 open jobs in all").arg(open.size())));
+    EXPECT_TRUE(text.contains(u"%1 open jobs in all"_s.arg(open.size())));
     const double left =
-        number(QStringLiteral("SELECT SUM(EstOper - OperTime_Amount) FROM JobOper INNER JOIN "
-                              "Operation ON JobOper.OperNo = Operation.OperNo WHERE JobNo = %1 AND "
-                              "OperType = 'I' AND EstOper > OperTime_Amount")
-                   .arg(open.front()));
-    EXPECT_TRUE(text.contains(u'\n' + money(left) + QStringLiteral(" h left\n"))) << left;
+        number(u"SELECT SUM(EstOper - OperTime_Amount) FROM JobOper INNER JOIN "
+               "Operation ON JobOper.OperNo = Operation.OperNo WHERE JobNo = %1 AND "
+               "OperType = 'I' AND EstOper > OperTime_Amount"_s.arg(open.front()));
+    EXPECT_TRUE(text.contains(u'\n' + money(left) + u" h left\n"_s)) << left;
 }
 
 MIRSA_BOTH_ENGINES(Delivered);

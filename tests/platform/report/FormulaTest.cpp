@@ -1,6 +1,7 @@
 #include "platform/report/Layout.h"
 #include "platform/report/ReportError.h"
 #include "platform/report/SelectionFormula.h"
+#include "platform/values/Literals.h"
 #include "support/Print.h"
 
 #include <gtest/gtest.h>
@@ -11,12 +12,11 @@ using report::FormulaField;
 namespace {
 
 std::optional<FormulaField> field(const QString& table, const QString& name) {
-    static const QHash<QString, ColumnType> fields{
-        {QStringLiteral("job.jobno"), ColumnType::Long},
-        {QStringLiteral("job.partno"), ColumnType::Text},
-        {QStringLiteral("job.jobdatein"), ColumnType::DateTime},
-        {QStringLiteral("job.shipped"), ColumnType::YesNo},
-        {QStringLiteral("job.invoiceeach"), ColumnType::Currency}};
+    static const QHash<QString, ColumnType> fields{{u"job.jobno"_s, ColumnType::Long},
+                                                   {u"job.partno"_s, ColumnType::Text},
+                                                   {u"job.jobdatein"_s, ColumnType::DateTime},
+                                                   {u"job.shipped"_s, ColumnType::YesNo},
+                                                   {u"job.invoiceeach"_s, ColumnType::Currency}};
     const auto found = fields.constFind((table + u'.' + name).toLower());
     if (found == fields.constEnd())
         return std::nullopt;
@@ -98,25 +98,24 @@ TEST(Formula, faultsAreErrorsInTheFormula) {
           u"{Job.JobDateIn} = date()", u"{Job.JobNo} = date(2026,1,1)", u"{Job.JobNo} in 5",
           u"{Job.JobNo} = 1; DELETE * FROM Job", u"JobNo = 1", u"{Job.JobNo = 1",
           u"{Job.JobNo} = #banana#", u"{Job.JobNo} = 1.2.3"})
-        EXPECT_EQ(where(QString::fromUtf16(formula)), QStringLiteral("20515"))
+        EXPECT_EQ(where(QString::fromUtf16(formula)), u"20515"_s)
             << QString::fromUtf16(formula).toStdString();
-    EXPECT_EQ(where(QStringLiteral("  ")), QString());
-    EXPECT_EQ(where(QStringLiteral("not ").repeated(5000) + QStringLiteral("{Job.Shipped}")),
-              QStringLiteral("20515"));
+    EXPECT_EQ(where(u"  "_s), QString());
+    EXPECT_EQ(where(u"not "_s.repeated(5000) + u"{Job.Shipped}"_s), u"20515"_s);
 }
 
 TEST(Formula, thousandsOfSelectedRecordsBecomeOneList) {
     QStringList terms;
     for (int number = 1; number <= 5000; ++number)
-        terms.append(QStringLiteral("{Job.JobNo} = %1").arg(number));
-    const QString sql = where(terms.join(QStringLiteral(" OR ")));
-    EXPECT_TRUE(sql.startsWith(QStringLiteral("[JobNo] IN (1, 2, 3,")));
-    EXPECT_TRUE(sql.endsWith(QStringLiteral(" 5000)")));
+        terms.append(u"{Job.JobNo} = %1"_s.arg(number));
+    const QString sql = where(terms.join(u" OR "_s));
+    EXPECT_TRUE(sql.startsWith(u"[JobNo] IN (1, 2, 3,"_s));
+    EXPECT_TRUE(sql.endsWith(u" 5000)"_s));
     // Terms that can't be one list are nested like a tree: engines limit the depth.
     QStringList ranges;
     for (int number = 1; number <= 1024; ++number)
-        ranges.append(QStringLiteral("{Job.JobNo} in %1 to %1").arg(number));
-    const QString tree = where(ranges.join(QStringLiteral(" or ")));
+        ranges.append(u"{Job.JobNo} in %1 to %1"_s.arg(number));
+    const QString tree = where(ranges.join(u" or "_s));
     int depth = 0;
     int deepest = 0;
     for (const QChar c : tree) {

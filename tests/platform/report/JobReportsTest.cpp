@@ -1,6 +1,7 @@
 #include "platform/report/Layout.h"
 #include "platform/report/ReportError.h"
 #include "platform/values/Format.h"
+#include "platform/values/Literals.h"
 #include "sample/Sample.h"
 #include "support/DatabaseFixture.h"
 
@@ -64,114 +65,100 @@ constexpr auto inHouse = u"FROM JobOper INNER JOIN Operation ON JobOper.OperNo =
 } // namespace
 
 TEST_P(JobReports, listHasEachChosenJobOnceWithItsHoursAndTotals) {
-    const auto some =
-        rows(QStringLiteral("SELECT TOP 3 JobNo FROM Job ORDER BY JobNo DESC")).join(u',');
+    const auto some = rows(u"SELECT TOP 3 JobNo FROM Job ORDER BY JobNo DESC"_s).join(u',');
     for (const auto& [formula, where] :
-         {std::pair{QString(), QStringLiteral("JobNo > 0")},
-          std::pair{QStringLiteral("{Job.Shipped} = false"), QStringLiteral("Shipped = False")},
-          std::pair{QStringLiteral("{Job.JobNo} in [%1]").arg(some),
-                    QStringLiteral("JobNo IN (%1)").arg(some)}}) {
+         {std::pair{QString(), u"JobNo > 0"_s},
+          std::pair{u"{Job.Shipped} = false"_s, u"Shipped = False"_s},
+          std::pair{u"{Job.JobNo} in [%1]"_s.arg(some), u"JobNo IN (%1)"_s.arg(some)}}) {
         SCOPED_TRACE(formula.toStdString());
-        const auto lines = print(QStringLiteral("Jobs_List.rpt"), formula);
-        const auto jobs = rows(
-            QStringLiteral("SELECT JobNo, PONo, PartNo, Quantity, TotalHours, Shipped FROM Job "
-                           "WHERE ") +
-            where);
+        const auto lines = print(u"Jobs_List.rpt"_s, formula);
+        const auto jobs =
+            rows(u"SELECT JobNo, PONo, PartNo, Quantity, TotalHours, Shipped FROM Job "
+                 "WHERE "_s +
+                 where);
         ASSERT_GT(jobs.size(), 0);
         double planned = 0;
         for (const auto& job : jobs) {
             const auto fields = job.split(u'|');
-            const double estimate = number(QStringLiteral("SELECT SUM(EstOper) ") +
-                                           QString::fromUtf16(inHouse) + fields[0]);
+            const double estimate =
+                number(u"SELECT SUM(EstOper) "_s + QString::fromUtf16(inHouse) + fields[0]);
             planned += estimate;
             const auto found =
                 starting(lines, fields[0] + u'\t' + fields[1] + u'\t' + fields[2] + u'\t' +
                                     shown(fields[3].toDouble(), u"#,##0") + u'\t');
             ASSERT_EQ(found.size(), 1) << job.toStdString();
-            EXPECT_TRUE(
-                found[0].contains(u'\t' + shown(estimate) + u'\t' + shown(fields[4].toDouble()) +
-                                  (number(QStringLiteral("SELECT COUNT(*) FROM Job WHERE Shipped "
-                                                         "= True AND JobNo = ") +
-                                          fields[0]) > 0
-                                       ? QStringLiteral("\tShipped")
-                                       : QStringLiteral("\tActive"))))
+            EXPECT_TRUE(found[0].contains(u'\t' + shown(estimate) + u'\t' +
+                                          shown(fields[4].toDouble()) +
+                                          (number(u"SELECT COUNT(*) FROM Job WHERE Shipped "
+                                                  "= True AND JobNo = "_s +
+                                                  fields[0]) > 0
+                                               ? u"\tShipped"_s
+                                               : u"\tActive"_s)))
                 << found[0].toStdString();
         }
-        const auto all = starting(lines, QStringLiteral("All: "));
+        const auto all = starting(lines, u"All: "_s);
         ASSERT_EQ(all.size(), 1);
-        EXPECT_EQ(
-            all[0],
-            QStringLiteral("All: %1 jobs\t").arg(jobs.size()) +
-                shown(number(QStringLiteral("SELECT SUM(Quantity) FROM Job WHERE ") + where),
-                      u"#,##0") +
-                u'\t' + shown(planned) + u'\t' +
-                shown(number(QStringLiteral("SELECT SUM(TotalHours) FROM Job WHERE ") + where)) +
-                QStringLiteral("\t%1 active")
-                    .arg(number(QStringLiteral("SELECT COUNT(*) FROM Job WHERE Shipped = False "
-                                               "AND ") +
-                                where)));
+        EXPECT_EQ(all[0],
+                  u"All: %1 jobs\t"_s.arg(jobs.size()) +
+                      shown(number(u"SELECT SUM(Quantity) FROM Job WHERE "_s + where), u"#,##0") +
+                      u'\t' + shown(planned) + u'\t' +
+                      shown(number(u"SELECT SUM(TotalHours) FROM Job WHERE "_s + where)) +
+                      u"\t%1 active"_s.arg(number(u"SELECT COUNT(*) FROM Job WHERE Shipped = False "
+                                                  "AND "_s +
+                                                  where)));
     }
-    EXPECT_TRUE(print(QStringLiteral("Jobs_List.rpt"), QStringLiteral("{Job.JobNo} = 999999"))
-                    .contains(QStringLiteral("There are no jobs to list.")));
+    EXPECT_TRUE(print(u"Jobs_List.rpt"_s, u"{Job.JobNo} = 999999"_s)
+                    .contains(u"There are no jobs to list."_s));
 }
 
 TEST_P(JobReports, everyJobReportAgreesWithTheCostsOfItsRows) {
     // One job without a quantity, one whose operations have a rate each, one of many operations.
-    const auto first = rows(QStringLiteral("SELECT TOP 2 JobNo FROM Job ORDER BY JobNo"));
-    execute(QStringLiteral("UPDATE Job SET Quantity = 0 WHERE JobNo = ") + first.at(0));
-    execute(QStringLiteral("UPDATE Job SET OneShopRate = False WHERE JobNo = ") + first.at(1));
+    const auto first = rows(u"SELECT TOP 2 JobNo FROM Job ORDER BY JobNo"_s);
+    execute(u"UPDATE Job SET Quantity = 0 WHERE JobNo = "_s + first.at(0));
+    execute(u"UPDATE Job SET OneShopRate = False WHERE JobNo = "_s + first.at(1));
     for (int seq = 30; seq < 90; ++seq)
-        execute(QStringLiteral("INSERT INTO JobOper (JobNo, SeqNo, OperNo, OperTime_Amount, "
-                               "OperShopRate, EstOper) SELECT TOP 1 %2, %1, OperNo, 1.37, 61.15, "
-                               "Null FROM Operation WHERE OperType = 'I' ORDER BY OperNo")
-                    .arg(seq)
+        execute(u"INSERT INTO JobOper (JobNo, SeqNo, OperNo, OperTime_Amount, "
+                "OperShopRate, EstOper) SELECT TOP 1 %2, %1, OperNo, 1.37, 61.15, "
+                "Null FROM Operation WHERE OperType = 'I' ORDER BY OperNo"_s.arg(seq)
                     .arg(first.at(1)));
     // A cost whose item was deleted keeps its number.
-    execute(QStringLiteral("INSERT INTO JobMiscCost (JobNo, ItemNo, Quantity, UnitPrice, "
-                           "CostAmount) VALUES(%1, 77777, 1, 4.25, 4.25)")
-                .arg(first.at(1)));
-    EXPECT_EQ(starting(print(QStringLiteral("Job_Report.rpt"),
-                             QStringLiteral("{Job.JobNo} = ") + first.at(1)),
-                       QStringLiteral("Item 77777\t1.00\t"))
+    execute(u"INSERT INTO JobMiscCost (JobNo, ItemNo, Quantity, UnitPrice, "
+            "CostAmount) VALUES(%1, 77777, 1, 4.25, 4.25)"_s.arg(first.at(1)));
+    EXPECT_EQ(starting(print(u"Job_Report.rpt"_s, u"{Job.JobNo} = "_s + first.at(1)),
+                       u"Item 77777\t1.00\t"_s)
                   .size(),
               1);
-    for (const auto& job : rows(QStringLiteral("SELECT JobNo FROM Job ORDER BY JobNo"))) {
+    for (const auto& job : rows(u"SELECT JobNo FROM Job ORDER BY JobNo"_s)) {
         SCOPED_TRACE(job.toStdString());
         const bool oneRate =
-            db().lookup(QStringLiteral("SELECT OneShopRate FROM Job WHERE JobNo = ") + job)
-                .toBool();
+            db().lookup(u"SELECT OneShopRate FROM Job WHERE JobNo = "_s + job).toBool();
         const QString rate =
-            oneRate ? QString::number(number(
-                          QStringLiteral("SELECT JobShopRate FROM Job WHERE JobNo = ") + job))
-                    : QStringLiteral("JobOper.OperShopRate");
+            oneRate ? QString::number(number(u"SELECT JobShopRate FROM Job WHERE JobNo = "_s + job))
+                    : u"JobOper.OperShopRate"_s;
         const auto sum = [&](const QString& what, const QString& type) {
-            return number(QStringLiteral("SELECT SUM(%1) FROM JobOper INNER JOIN Operation ON "
-                                         "JobOper.OperNo = Operation.OperNo WHERE JobNo = %2 AND "
-                                         "OperType = '%3'")
-                              .arg(what, job, type));
+            return number(u"SELECT SUM(%1) FROM JobOper INNER JOIN Operation ON "
+                          "JobOper.OperNo = Operation.OperNo WHERE JobNo = %2 AND "
+                          "OperType = '%3'"_s.arg(what, job, type));
         };
-        const QString worked = QStringLiteral("OperTime_Amount");
-        const QString planned = QStringLiteral("EstOper");
-        const QString i = QStringLiteral("I");
-        const QString c = QStringLiteral("C");
+        const QString worked = u"OperTime_Amount"_s;
+        const QString planned = u"EstOper"_s;
+        const QString i = u"I"_s;
+        const QString c = u"C"_s;
         const double actual = sum(worked + u'*' + rate, i) + sum(worked, c);
         const double estimate = sum(planned + u'*' + rate, i) + sum(planned, c);
         const double fixed =
-            number(QStringLiteral("SELECT SUM(CostAmount) FROM JobMiscCost WHERE JobNo = ") + job);
-        const double quantity =
-            number(QStringLiteral("SELECT Quantity FROM Job WHERE JobNo = ") + job);
-        const auto lines =
-            print(QStringLiteral("Job_Report.rpt"), QStringLiteral("{Job.JobNo} = ") + job);
-        const auto totals = starting(lines, QStringLiteral("Total\t"));
+            number(u"SELECT SUM(CostAmount) FROM JobMiscCost WHERE JobNo = "_s + job);
+        const double quantity = number(u"SELECT Quantity FROM Job WHERE JobNo = "_s + job);
+        const auto lines = print(u"Job_Report.rpt"_s, u"{Job.JobNo} = "_s + job);
+        const auto totals = starting(lines, u"Total\t"_s);
         ASSERT_GE(totals.size(), 1);
-        EXPECT_EQ(totals[0], QStringLiteral("Total\t") + shown(sum(planned, i)) + u'\t' +
-                                 shown(sum(worked, i)) + u'\t' +
-                                 shown(sum(worked, i) - sum(planned, i)) + u'\t' + shown(estimate) +
-                                 u'\t' + shown(actual) + u'\t' + shown(actual - estimate));
-        EXPECT_EQ(starting(lines, QStringLiteral("Total cost\t$") + shown(actual + fixed)).size(),
-                  1)
+        EXPECT_EQ(totals[0], u"Total\t"_s + shown(sum(planned, i)) + u'\t' + shown(sum(worked, i)) +
+                                 u'\t' + shown(sum(worked, i) - sum(planned, i)) + u'\t' +
+                                 shown(estimate) + u'\t' + shown(actual) + u'\t' +
+                                 shown(actual - estimate));
+        EXPECT_EQ(starting(lines, u"Total cost\t$"_s + shown(actual + fixed)).size(), 1)
             << actual + fixed;
-        EXPECT_EQ(starting(lines, QStringLiteral("Cost each\t$") +
+        EXPECT_EQ(starting(lines, u"Cost each\t$"_s +
                                       shown((actual + fixed) / (quantity > 0 ? quantity : 1),
                                             u"#,##0.0000"))
                       .size(),
@@ -180,53 +167,49 @@ TEST_P(JobReports, everyJobReportAgreesWithTheCostsOfItsRows) {
 }
 
 TEST_P(JobReports, shippingRunsUpToTheJobsQuantityAndForgetsNoConsignment) {
-    const auto job = rows(QStringLiteral("SELECT TOP 1 JobNo FROM Job ORDER BY JobNo DESC")).at(0);
-    execute(QStringLiteral("DELETE FROM JobShip WHERE JobNo = ") + job);
-    execute(QStringLiteral("UPDATE Job SET Quantity = 1500 WHERE JobNo = ") + job);
+    const auto job = rows(u"SELECT TOP 1 JobNo FROM Job ORDER BY JobNo DESC"_s).at(0);
+    execute(u"DELETE FROM JobShip WHERE JobNo = "_s + job);
+    execute(u"UPDATE Job SET Quantity = 1500 WHERE JobNo = "_s + job);
     const auto consignment = [&](const QString& jobNo, const char* day, int quantity, qint64 by) {
-        execute(QStringLiteral("INSERT INTO JobShip (JobNo, ShippedDate, Quantity, ShippedByEmpID) "
-                               "VALUES(%1, #%2#, %3, %4)")
-                    .arg(jobNo, QLatin1String(day))
+        execute(u"INSERT INTO JobShip (JobNo, ShippedDate, Quantity, ShippedByEmpID) "
+                "VALUES(%1, #%2#, %3, %4)"_s.arg(jobNo, QLatin1String(day))
                     .arg(quantity)
                     .arg(by));
     };
     const auto employee =
-        rows(QStringLiteral("SELECT TOP 1 EmpID, lastname, firstname FROM Employee ORDER BY EmpID"))
+        rows(u"SELECT TOP 1 EmpID, lastname, firstname FROM Employee ORDER BY EmpID"_s)
             .at(0)
             .split(u'|');
     consignment(job, "03/05/2026", 700, 987654); // of somebody who has gone
     consignment(job, "03/01/2026", 500, employee[0].toLongLong());
     consignment(job, "03/09/2026", 400, employee[0].toLongLong());
-    consignment(QStringLiteral("888888"), "03/02/2026", 12, 987654);
-    const QString formula = QStringLiteral("{Job.JobNo} = ") + job;
-    const QString who = u'\t' + employee[1] + QStringLiteral(", ") + employee[2];
-    const auto lines = print(QStringLiteral("Shipping_History.rpt"), formula);
+    consignment(u"888888"_s, "03/02/2026", 12, 987654);
+    const QString formula = u"{Job.JobNo} = "_s + job;
+    const QString who = u'\t' + employee[1] + u", "_s + employee[2];
+    const auto lines = print(u"Shipping_History.rpt"_s, formula);
     QStringList consignments;
     for (const auto& line : lines) {
-        if (line.contains(QStringLiteral("2026\t")) && line.at(0).isDigit())
+        if (line.contains(u"2026\t"_s) && line.at(0).isDigit())
             consignments.append(line);
     }
     const auto day = [](int of) { return values::format(QDate(2026, 3, of), u"Short Date"); };
-    EXPECT_EQ(consignments, (QStringList{day(1) + who + QStringLiteral("\t500\t500\t1,000"),
-                                         day(5) + QStringLiteral("\t700\t1,200\t300"),
-                                         day(9) + who + QStringLiteral("\t400\t1,600\t0")}))
+    EXPECT_EQ(consignments,
+              (QStringList{day(1) + who + u"\t500\t500\t1,000"_s, day(5) + u"\t700\t1,200\t300"_s,
+                           day(9) + who + u"\t400\t1,600\t0"_s}))
         << lines.join(u'\n').toStdString();
-    EXPECT_TRUE(lines.join(u'\n').contains(QStringLiteral("\t1,600\t100 more than ordered")));
+    EXPECT_TRUE(lines.join(u'\n').contains(u"\t1,600\t100 more than ordered"_s));
 
-    const auto all = print(QStringLiteral("Shipping_History.rpt"));
-    EXPECT_TRUE(all.contains(QStringLiteral("Job 888888\tThis job was deleted")));
+    const auto all = print(u"Shipping_History.rpt"_s);
+    EXPECT_TRUE(all.contains(u"Job 888888\tThis job was deleted"_s));
     EXPECT_EQ(
-        starting(all, QStringLiteral("All: ")),
-        QStringList{QStringLiteral("All: %1 consignments\t")
-                        .arg(number(QStringLiteral("SELECT COUNT(*) FROM JobShip"))) +
-                    shown(number(QStringLiteral("SELECT SUM(Quantity) FROM JobShip")), u"#,##0")});
-    for (const auto& sum :
-         rows(QStringLiteral("SELECT SUM(Quantity) FROM JobShip GROUP BY JobNo"))) {
+        starting(all, u"All: "_s),
+        QStringList{u"All: %1 consignments\t"_s.arg(number(u"SELECT COUNT(*) FROM JobShip"_s)) +
+                    shown(number(u"SELECT SUM(Quantity) FROM JobShip"_s), u"#,##0")});
+    for (const auto& sum : rows(u"SELECT SUM(Quantity) FROM JobShip GROUP BY JobNo"_s)) {
         EXPECT_TRUE(all.join(u'\n').contains(u'\t' + shown(sum.toDouble(), u"#,##0") + u'\t'));
     }
-    EXPECT_TRUE(
-        print(QStringLiteral("Shipping_History.rpt"), QStringLiteral("{Employee.EmpID} = 987654"))
-            .contains(QStringLiteral("Nothing has been shipped.")));
+    EXPECT_TRUE(print(u"Shipping_History.rpt"_s, u"{Employee.EmpID} = 987654"_s)
+                    .contains(u"Nothing has been shipped."_s));
 }
 
 TEST_P(JobReports, billsOfMaterialGoDownTheAssemblies) {
@@ -234,41 +217,33 @@ TEST_P(JobReports, billsOfMaterialGoDownTheAssemblies) {
         QString file, table, key, costs, parent, heading, deeper;
     };
     const QString item =
-        rows(QStringLiteral("SELECT TOP 1 ItemNo, Description FROM MiscItems ORDER BY ItemNo"))
-            .at(0);
+        rows(u"SELECT TOP 1 ItemNo, Description FROM MiscItems ORDER BY ItemNo"_s).at(0);
     for (const auto& bill :
-         {Bill{QStringLiteral("job_bom.rpt"), QStringLiteral("Job"), QStringLiteral("JobNo"),
-               QStringLiteral("JobMiscCost"), QStringLiteral("AssemblyJobNo"),
-               QStringLiteral("Job"), QStringLiteral("job")},
-          Bill{QStringLiteral("estimate_bom.rpt"), QStringLiteral("Estimate"),
-               QStringLiteral("EstNo"), QStringLiteral("EstMiscCost"),
-               QStringLiteral("AssemblyEstno"), QStringLiteral("Estimate"),
-               QStringLiteral("estimate")}}) {
+         {Bill{u"job_bom.rpt"_s, u"Job"_s, u"JobNo"_s, u"JobMiscCost"_s, u"AssemblyJobNo"_s,
+               u"Job"_s, u"job"_s},
+          Bill{u"estimate_bom.rpt"_s, u"Estimate"_s, u"EstNo"_s, u"EstMiscCost"_s,
+               u"AssemblyEstno"_s, u"Estimate"_s, u"estimate"_s}}) {
         SCOPED_TRACE(bill.file.toStdString());
-        execute(QStringLiteral("UPDATE %1 SET %2 = 0").arg(bill.table, bill.parent));
-        const auto made =
-            rows(QStringLiteral("SELECT TOP 10 %1 FROM %2 ORDER BY %1").arg(bill.key, bill.table));
+        execute(u"UPDATE %1 SET %2 = 0"_s.arg(bill.table, bill.parent));
+        const auto made = rows(u"SELECT TOP 10 %1 FROM %2 ORDER BY %1"_s.arg(bill.key, bill.table));
         ASSERT_EQ(made.size(), 10);
         const auto childOf = [&](int child, int parent) {
-            execute(QStringLiteral("UPDATE %1 SET %2 = %3 WHERE %4 = %5")
-                        .arg(bill.table, bill.parent, made[parent], bill.key, made[child]));
+            execute(u"UPDATE %1 SET %2 = %3 WHERE %4 = %5"_s.arg(
+                bill.table, bill.parent, made[parent], bill.key, made[child]));
         };
         // Each has quantities of its own, an item of the catalogue and one deleted there.
         for (int index = 0; index < made.size(); ++index) {
-            execute(QStringLiteral("UPDATE %1 SET PartNo = 'Part %2', Description = 'Made %2', "
-                                   "Material = Null, Quantity = %3 WHERE %4 = %5")
-                        .arg(bill.table)
+            execute(u"UPDATE %1 SET PartNo = 'Part %2', Description = 'Made %2', "
+                    "Material = Null, Quantity = %3 WHERE %4 = %5"_s.arg(bill.table)
                         .arg(index)
                         .arg(37 + 1300 * index)
                         .arg(bill.key, made[index]));
-            execute(QStringLiteral("DELETE FROM %1 WHERE %2 = %3")
-                        .arg(bill.costs, bill.key, made[index]));
+            execute(u"DELETE FROM %1 WHERE %2 = %3"_s.arg(bill.costs, bill.key, made[index]));
             for (const auto& [number, needed] :
-                 {std::pair{QStringLiteral("77777"), 2.25 + 31 * index},
+                 {std::pair{u"77777"_s, 2.25 + 31 * index},
                   std::pair{item.section(u'|', 0, 0), 5.5 + 470 * index}})
-                execute(QStringLiteral("INSERT INTO %1 (%2, ItemNo, Quantity, UnitofMeasure) "
-                                       "VALUES(%3, %4, %5, 'u%6')")
-                            .arg(bill.costs, bill.key, made[index], number)
+                execute(u"INSERT INTO %1 (%2, ItemNo, Quantity, UnitofMeasure) "
+                        "VALUES(%3, %4, %5, 'u%6')"_s.arg(bill.costs, bill.key, made[index], number)
                             .arg(needed)
                             .arg(index));
         }
@@ -279,8 +254,8 @@ TEST_P(JobReports, billsOfMaterialGoDownTheAssemblies) {
         childOf(9, 9);
 
         const auto quantity = [&](int index) {
-            return number(QStringLiteral("SELECT Quantity FROM %1 WHERE %2 = %3")
-                              .arg(bill.table, bill.key, made[index]));
+            return number(
+                u"SELECT Quantity FROM %1 WHERE %2 = %3"_s.arg(bill.table, bill.key, made[index]));
         };
         const auto perPart = [&](double all, int top) {
             return quantity(top) > 0 ? u'\t' + shown(all / quantity(top), u"#,##0.0000")
@@ -288,14 +263,13 @@ TEST_P(JobReports, billsOfMaterialGoDownTheAssemblies) {
         };
         const auto items = [&](int index, int top, const QString& before) {
             QStringList lines;
-            for (const auto& row : {QStringLiteral("77777|Item 77777"), item}) {
+            for (const auto& row : {u"77777|Item 77777"_s, item}) {
                 const auto fields = row.split(u'|');
                 const double needed =
-                    number(QStringLiteral("SELECT SUM(Quantity) FROM %1 WHERE %2 = %3 AND ItemNo "
-                                          "= %4")
-                               .arg(bill.costs, bill.key, made[index], fields[0]));
+                    number(u"SELECT SUM(Quantity) FROM %1 WHERE %2 = %3 AND ItemNo "
+                           "= %4"_s.arg(bill.costs, bill.key, made[index], fields[0]));
                 lines += before + fields[0] + u'\t' + fields[1] + u'\t' + shown(needed) +
-                         QStringLiteral("\tu%1").arg(index) + perPart(needed, top);
+                         u"\tu%1"_s.arg(index) + perPart(needed, top);
             }
             return lines;
         };
@@ -303,27 +277,26 @@ TEST_P(JobReports, billsOfMaterialGoDownTheAssemblies) {
             auto lines = items(top, top, {});
             if (!below.isEmpty())
                 lines += bill.heading +
-                         QStringLiteral(
-                             "\tParts made for it\tDescription\tQuantity\tUnit\tFor one part");
+                         u"\tParts made for it\tDescription\tQuantity\tUnit\tFor one part"_s;
             for (const int index : below) {
-                lines += made[index] + QStringLiteral("\tPart %1\tMade %1\t").arg(index) +
+                lines += made[index] + u"\tPart %1\tMade %1\t"_s.arg(index) +
                          shown(quantity(index), u"#,##0") + perPart(quantity(index), top);
-                lines += items(index, top, QStringLiteral("Item "));
+                lines += items(index, top, u"Item "_s);
                 if (index == top + 5 && top < 2)
-                    lines += QStringLiteral("1 more below %1 %2: see its own bill of material.")
-                                 .arg(bill.deeper, made[index]);
+                    lines += u"1 more below %1 %2: see its own bill of material."_s.arg(
+                        bill.deeper, made[index]);
             }
             return lines;
         };
         const auto printed = [&](int top) {
-            const auto lines = print(
-                bill.file, QStringLiteral("{%1.%2} = %3").arg(bill.table, bill.key, made[top]));
-            const auto heading = lines.indexOf(
-                QStringLiteral("Item\tMaterial and fixed cost items\tQuantity\tUnit\tFor one "
-                               "part"));
+            const auto lines =
+                print(bill.file, u"{%1.%2} = %3"_s.arg(bill.table, bill.key, made[top]));
+            const auto heading =
+                lines.indexOf(u"Item\tMaterial and fixed cost items\tQuantity\tUnit\tFor one "
+                              "part"_s);
             QStringList found;
             for (auto at = heading + 1; at < lines.size(); ++at) {
-                if (lines[at].startsWith(QStringLiteral("Printed ")))
+                if (lines[at].startsWith(u"Printed "_s))
                     break;
                 found += lines[at];
             }
@@ -337,19 +310,18 @@ TEST_P(JobReports, billsOfMaterialGoDownTheAssemblies) {
         check(1, {2, 3, 4, 5, 6, 8});
         check(2, {3, 4, 5, 6, 7});
         check(9, {});
-        execute(QStringLiteral("UPDATE %1 SET Quantity = 0 WHERE %2 = %3")
-                    .arg(bill.table, bill.key, made[2]));
+        execute(u"UPDATE %1 SET Quantity = 0 WHERE %2 = %3"_s.arg(bill.table, bill.key, made[2]));
         check(2, {3, 4, 5, 6, 7});
         // A ring of six ends before it comes round, and nothing points back to the top.
         childOf(2, 7);
         check(2, {3, 4, 5, 6, 7});
         // Pages that begin within an assembly are still the top's.
         for (int row = 0; row < 150; ++row)
-            execute(QStringLiteral("INSERT INTO %1 (%2, ItemNo, Quantity) VALUES(%3, 77777, 1)")
-                        .arg(bill.costs, bill.key, made[5]));
+            execute(u"INSERT INTO %1 (%2, ItemNo, Quantity) VALUES(%3, 77777, 1)"_s.arg(
+                bill.costs, bill.key, made[5]));
         QStringList heads;
         for (const QString& line :
-             print(bill.file, QStringLiteral("{%1.%2} = %3").arg(bill.table, bill.key, made[2]))) {
+             print(bill.file, u"{%1.%2} = %3"_s.arg(bill.table, bill.key, made[2]))) {
             for (const QString& field : line.split(u'\t')) {
                 const QStringList words = field.split(u' ');
                 if (words.size() == 2 && words[0] == bill.heading && words[1].toInt() > 0)
@@ -362,13 +334,12 @@ TEST_P(JobReports, billsOfMaterialGoDownTheAssemblies) {
 }
 
 TEST_P(JobReports, everyRegisteredReportIsThereAndEachModuleHasOneDefault) {
-    const auto registered = rows(QStringLiteral("SELECT FileName FROM Reports WHERE OEM = 1"));
-    EXPECT_TRUE(registered.contains(QStringLiteral("Jobs_List.rpt")));
+    const auto registered = rows(u"SELECT FileName FROM Reports WHERE OEM = 1"_s);
+    EXPECT_TRUE(registered.contains(u"Jobs_List.rpt"_s));
     for (const auto& file : registered)
         EXPECT_GT(print(file).size(), 0) << file.toStdString();
-    EXPECT_EQ(rows(QStringLiteral(
-                  "SELECT [Module] FROM Reports WHERE [Default] = True ORDER BY [Module]")),
-              rows(QStringLiteral("SELECT DISTINCT [Module] FROM Reports ORDER BY [Module]")));
+    EXPECT_EQ(rows(u"SELECT [Module] FROM Reports WHERE [Default] = True ORDER BY [Module]"_s),
+              rows(u"SELECT DISTINCT [Module] FROM Reports ORDER BY [Module]"_s));
 }
 
 MIRSA_BOTH_ENGINES(JobReports);

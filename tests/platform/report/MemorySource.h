@@ -2,6 +2,7 @@
 
 #include "platform/report/ReportError.h"
 #include "platform/report/RowSource.h"
+#include "platform/values/Literals.h"
 
 #include <QHash>
 #include <QStringList>
@@ -25,8 +26,7 @@ class MemorySource : public report::RowSource {
         const Table* found = nullptr;
         qsizetype place = sql.size();
         for (auto table = m_tables.cbegin(); table != m_tables.cend(); ++table) {
-            const auto at =
-                sql.indexOf(QStringLiteral("FROM ") + table.key(), 0, Qt::CaseInsensitive);
+            const auto at = sql.indexOf(u"FROM "_s + table.key(), 0, Qt::CaseInsensitive);
             if (at >= 0 && at < place) {
                 place = at;
                 found = &*table;

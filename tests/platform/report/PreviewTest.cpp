@@ -1,4 +1,5 @@
 #include "MemorySource.h"
+#include "platform/values/Literals.h"
 
 #include "platform/report/PageView.h"
 #include "platform/report/PreviewWindow.h"
@@ -20,19 +21,19 @@ namespace {
 class Preview : public testsupport::ScreenFixture {
   protected:
     Preview() {
-        MemorySource::Table table{{QStringLiteral("No")}, {}};
+        MemorySource::Table table{{u"No"_s}, {}};
         for (int number = 1; number <= 12; ++number)
             table.rows.push_back({number});
-        source.add(QStringLiteral("Job"), std::move(table));
+        source.add(u"Job"_s, std::move(table));
         const auto file = report::readReportText(
             "<report title=\"Jobs\"><query><from>Job</from></query><body><detail>"
             "<band newPage=\"yes\"><text>Job number {No}</text>"
             "<text y=\"200\">{iif(No = 3 or No = 7, 'Needle here', 'hay')}</text></band>"
             "</detail></body></report>",
-            QStringLiteral("Jobs.rpt"));
+            u"Jobs.rpt"_s);
         std::shared_ptr<const report::Document> document = report::layOut(file, source, {});
-        window = report::PreviewWindow::open(
-            document, {QStringLiteral("Job Report"), 20, 20, 800, 600, &shell()});
+        window =
+            report::PreviewWindow::open(document, {u"Job Report"_s, 20, 20, 800, 600, &shell()});
         EXPECT_TRUE(QTest::qWaitForWindowActive(window));
     }
     ~Preview() override { delete window; }
@@ -50,21 +51,21 @@ class Preview : public testsupport::ScreenFixture {
 } // namespace
 
 TEST_F(Preview, pagesAreReachedByKeysAndByNumber) {
-    EXPECT_EQ(state(), QStringLiteral("Page 1 of 12"));
+    EXPECT_EQ(state(), u"Page 1 of 12"_s);
     press(Qt::Key_PageDown);
     press(Qt::Key_PageDown);
-    EXPECT_EQ(state(), QStringLiteral("Page 3 of 12"));
+    EXPECT_EQ(state(), u"Page 3 of 12"_s);
     press(Qt::Key_PageUp);
-    EXPECT_EQ(state(), QStringLiteral("Page 2 of 12"));
+    EXPECT_EQ(state(), u"Page 2 of 12"_s);
     press(Qt::Key_End);
-    EXPECT_EQ(state(), QStringLiteral("Page 12 of 12"));
-    EXPECT_FALSE(window->findChild<QAction*>(QStringLiteral("nextPage"))->isEnabled());
-    auto* page = window->findChild<QSpinBox*>(QStringLiteral("page"));
+    EXPECT_EQ(state(), u"Page 12 of 12"_s);
+    EXPECT_FALSE(window->findChild<QAction*>(u"nextPage"_s)->isEnabled());
+    auto* page = window->findChild<QSpinBox*>(u"page"_s);
     page->setValue(5);
-    EXPECT_EQ(state(), QStringLiteral("Page 5 of 12"));
+    EXPECT_EQ(state(), u"Page 5 of 12"_s);
     press(Qt::Key_Home);
-    EXPECT_EQ(state(), QStringLiteral("Page 1 of 12"));
-    EXPECT_FALSE(window->findChild<QAction*>(QStringLiteral("firstPage"))->isEnabled());
+    EXPECT_EQ(state(), u"Page 1 of 12"_s);
+    EXPECT_FALSE(window->findChild<QAction*>(u"firstPage"_s)->isEnabled());
 }
 
 TEST_F(Preview, zoomKeepsThePage) {
@@ -86,31 +87,30 @@ TEST_F(Preview, zoomKeepsThePage) {
 
 TEST_F(Preview, searchGoesFromPlaceToPlaceAndRound) {
     press(Qt::Key_F, Qt::ControlModifier);
-    auto* wanted = window->findChild<QLineEdit*>(QStringLiteral("wanted"));
+    auto* wanted = window->findChild<QLineEdit*>(u"wanted"_s);
     ASSERT_TRUE(wanted->hasFocus());
-    QTest::keyClicks(wanted, QStringLiteral("needle"));
+    QTest::keyClicks(wanted, u"needle"_s);
     std::vector<QString> seen;
     for (int step = 0; step < 3; ++step) {
         QTest::keyClick(wanted, Qt::Key_Return);
         seen.push_back(state());
     }
-    EXPECT_EQ(seen, (std::vector{QStringLiteral("Page 3 of 12"), QStringLiteral("Page 7 of 12"),
-                                 QStringLiteral("Page 3 of 12")}));
+    EXPECT_EQ(seen, (std::vector{u"Page 3 of 12"_s, u"Page 7 of 12"_s, u"Page 3 of 12"_s}));
     press(Qt::Key_F3, Qt::ShiftModifier);
-    EXPECT_EQ(state(), QStringLiteral("Page 7 of 12"));
+    EXPECT_EQ(state(), u"Page 7 of 12"_s);
     QDir().mkpath(QStringLiteral(MIRSA_BINARY_DIR "/gallery"));
     window->grab().save(QStringLiteral(MIRSA_BINARY_DIR "/gallery/reportPreview.png"));
-    EXPECT_FALSE(window->view()->find(QStringLiteral("no such words")));
-    EXPECT_EQ(state(), QStringLiteral("Page 7 of 12"));
+    EXPECT_FALSE(window->view()->find(u"no such words"_s));
+    EXPECT_EQ(state(), u"Page 7 of 12"_s);
 }
 
 TEST_F(Preview, savesAPdfAndTellsWhereItCannot) {
     QTemporaryDir folder;
-    expectSaveFile(folder.filePath(QStringLiteral("jobs")));
+    expectSaveFile(folder.filePath(u"jobs"_s));
     press(Qt::Key_S, Qt::ControlModifier);
-    EXPECT_GT(QFileInfo(folder.filePath(QStringLiteral("jobs.pdf"))).size(), 2000);
-    expectSaveFile(folder.filePath(QStringLiteral("no/such/folder.pdf")));
-    expectBoxContaining(QStringLiteral("could not be saved"));
+    EXPECT_GT(QFileInfo(folder.filePath(u"jobs.pdf"_s)).size(), 2000);
+    expectSaveFile(folder.filePath(u"no/such/folder.pdf"_s));
+    expectBoxContaining(u"could not be saved"_s);
     window->saveAsPdf();
 }
 

@@ -1,4 +1,5 @@
 #include "MemorySource.h"
+#include "platform/values/Literals.h"
 
 #include "platform/report/Painting.h"
 #include "platform/report/PreviewWindow.h"
@@ -19,9 +20,9 @@ namespace {
 class Engine : public ::testing::Test {
   protected:
     Engine() {
-        source.add(QStringLiteral("Job"), {{QStringLiteral("JobNo"), QStringLiteral("PartNo")},
-                                           {{1, QStringLiteral("A-1")}, {2, QStringLiteral("B-2")}},
-                                           {jet::ColumnType::Long, jet::ColumnType::Text}});
+        source.add(u"Job"_s, {{u"JobNo"_s, u"PartNo"_s},
+                              {{1, u"A-1"_s}, {2, u"B-2"_s}},
+                              {jet::ColumnType::Long, jet::ColumnType::Text}});
         report::setPreviewer([this](auto document, const auto& placing) {
             shown = document;
             title = placing.title;
@@ -30,7 +31,7 @@ class Engine : public ::testing::Test {
     ~Engine() override { report::setPreviewer({}); }
 
     QString file(const QByteArray& content) const {
-        QFile made(folder.filePath(QStringLiteral("Jobs.rpt")));
+        QFile made(folder.filePath(u"Jobs.rpt"_s));
         EXPECT_TRUE(made.open(QIODevice::WriteOnly));
         made.write(content);
         return made.fileName();
@@ -45,11 +46,10 @@ class Engine : public ::testing::Test {
     }
     /// What poppler reads out of a document's PDF.
     QString pdfText(const report::Document& document) const {
-        const QString path = folder.filePath(QStringLiteral("out.pdf"));
+        const QString path = folder.filePath(u"out.pdf"_s);
         report::writePdf(document, path);
         QProcess process;
-        process.start(QStringLiteral("pdftotext"),
-                      {QStringLiteral("-layout"), path, QStringLiteral("-")});
+        process.start(u"pdftotext"_s, {u"-layout"_s, path, u"-"_s});
         EXPECT_TRUE(process.waitForFinished()) << process.errorString().toStdString();
         return QString::fromUtf8(process.readAllStandardOutput());
     }
@@ -70,24 +70,24 @@ const QByteArray good =
 } // namespace
 
 TEST_F(Engine, answersWithItsCodesAndShowsNothingOnFailure) {
-    EXPECT_EQ(print(folder.filePath(QStringLiteral("none.rpt"))), 20504);
+    EXPECT_EQ(print(folder.filePath(u"none.rpt"_s)), 20504);
     EXPECT_EQ(print(file("<report><query>")), 20525);
-    EXPECT_TRUE(detail.startsWith(QStringLiteral("Jobs.rpt:1:"))) << detail.toStdString();
-    EXPECT_EQ(print(file(good), QStringLiteral("{Job.JobNo} = ")), 20515);
-    EXPECT_EQ(print(file(good), QStringLiteral("{Customer.Custid} = 1")), 20515);
+    EXPECT_TRUE(detail.startsWith(u"Jobs.rpt:1:"_s)) << detail.toStdString();
+    EXPECT_EQ(print(file(good), u"{Job.JobNo} = "_s), 20515);
+    EXPECT_EQ(print(file(good), u"{Customer.Custid} = 1"_s), 20515);
     EXPECT_EQ(print(file(QByteArray(good).replace("<from>Job", "<from>Gone"))), 20533);
     EXPECT_EQ(print(file(QByteArray(good).replace("{PartNo}", "{Part}"))), 20509);
     EXPECT_EQ(shown, nullptr);
     EXPECT_TRUE(QApplication::topLevelWidgets().isEmpty() ||
                 !dynamic_cast<report::PreviewWindow*>(QApplication::topLevelWidgets().front()));
 
-    EXPECT_EQ(print(file(good), QStringLiteral("{job.jobno} = 2")), 0);
+    EXPECT_EQ(print(file(good), u"{job.jobno} = 2"_s), 0);
     ASSERT_NE(shown, nullptr);
-    EXPECT_EQ(title, QStringLiteral("Jobs"));
-    EXPECT_TRUE(source.asked.last().endsWith(QStringLiteral("WHERE [Job].[jobno] = 2")));
+    EXPECT_EQ(title, u"Jobs"_s);
+    EXPECT_TRUE(source.asked.last().endsWith(u"WHERE [Job].[jobno] = 2"_s));
     // The catalogue's spelling of a file's name needn't be the disk's.
     file(good);
-    EXPECT_EQ(print(folder.filePath(QStringLiteral("JOBS.RPT"))), 0);
+    EXPECT_EQ(print(folder.filePath(u"JOBS.RPT"_s)), 0);
 }
 
 TEST_F(Engine, aPdfHoldsTheTextOfThePages) {
@@ -97,9 +97,9 @@ TEST_F(Engine, aPdfHoldsTheTextOfThePages) {
     ASSERT_GE(pages.size(), 2);
     EXPECT_TRUE(pages[0].contains(QString::fromUtf8("Job 1: A-1 \xc3\x89tau")))
         << pages[0].toStdString();
-    EXPECT_TRUE(pages[0].contains(QStringLiteral("$1,250.00")));
-    EXPECT_TRUE(pages[1].contains(QStringLiteral("Job 2: B-2")));
-    EXPECT_TRUE(pages[1].contains(QStringLiteral("page 2 of 2")));
+    EXPECT_TRUE(pages[0].contains(u"$1,250.00"_s));
+    EXPECT_TRUE(pages[1].contains(u"Job 2: B-2"_s));
+    EXPECT_TRUE(pages[1].contains(u"page 2 of 2"_s));
 }
 
 TEST_F(Engine, paintsTextAndBarsWhereTheLayoutPutThem) {

@@ -1,3 +1,4 @@
+#include "platform/values/Literals.h"
 #include "support/ScreenFixture.h"
 
 #include "platform/jet/Error.h"
@@ -33,14 +34,14 @@ struct Numbered {
 
 class TriedForm : public Form, public Numbered {
   public:
-    explicit TriedForm(const QString& name) : Form(name, QStringLiteral("Tried")) {
+    explicit TriedForm(const QString& name) : Form(name, u"Tried"_s) {
         auto* layout = new QVBoxLayout(this);
         auto* tabs = new QTabWidget(this);
         layout->addWidget(tabs);
-        Fields first(tab(tabs, QStringLiteral("First")));
+        Fields first(tab(tabs, u"First"_s));
         rate = first.text(u"txtRate"_qs, u"&Rate:"_qs, {.mask = u"#0.00"_qs});
         first.memo(u"txtNotes"_qs, u"N&otes:"_qs);
-        Fields second(tab(tabs, QStringLiteral("Second")));
+        Fields second(tab(tabs, u"Second"_s));
         second.text(u"txtFar"_qs, u"&Far:"_qs);
         ButtonBar bar(this, layout);
         auto* save = bar.button(u"cmdSave"_qs, u"&Save"_qs);

@@ -1,6 +1,7 @@
 #include "platform/jet/engines/Postgres.h"
 
 #include "platform/jet/Error.h"
+#include "platform/values/Literals.h"
 
 #include <charconv>
 
@@ -140,8 +141,8 @@ void Postgres::connect() {
         PQreset(m_connection);
     if (PQstatus(m_connection) != CONNECTION_OK)
         throw Error(errors::connectionFailed,
-                    QStringLiteral("Connection to the database server failed: %1")
-                        .arg(QString::fromUtf8(PQerrorMessage(m_connection)).trimmed()));
+                    u"Connection to the database server failed: %1"_s.arg(
+                        QString::fromUtf8(PQerrorMessage(m_connection)).trimmed()));
     ++m_session;
     m_toClose->clear();
     PQsetNoticeReceiver(m_connection, ignoreNotice, nullptr);
@@ -153,8 +154,7 @@ void Postgres::connect() {
 }
 
 void Postgres::lost() {
-    throw Error(errors::connectionFailed,
-                QStringLiteral("The connection to the database server was lost."));
+    throw Error(errors::connectionFailed, u"The connection to the database server was lost."_s);
 }
 
 /// A connection that was lost between two changes is made again; one that was lost within a
@@ -423,7 +423,7 @@ void Postgres::fail(const Result& result) {
     if (state == "23505")
         throw duplicateError();
     if (state == "23514") {
-        if (field(PG_DIAG_CONSTRAINT_NAME).endsWith(QStringLiteral("_width")))
+        if (field(PG_DIAG_CONSTRAINT_NAME).endsWith(u"_width"_s))
             throw fieldTooSmallError();
         throw Error(errors::prohibitedValue, text);
     }
@@ -434,24 +434,22 @@ void Postgres::fail(const Result& result) {
     if (state == "22003")
         throw overflowError();
     if (state == "22012")
-        throw Error(errors::divisionByZero, QStringLiteral("Division by zero"));
+        throw Error(errors::divisionByZero, u"Division by zero"_s);
     if (state == "22P02" || state == "22007" || state == "22008" || state == "42804" ||
         state == "42883")
         throw typeMismatchError();
     if (state == "21000")
-        throw Error(errors::severalRows,
-                    QStringLiteral("At most one record can be returned by this subquery."));
+        throw Error(errors::severalRows, u"At most one record can be returned by this subquery."_s);
     if (state == "42601")
         throw Error(errors::syntax, text);
     if (state == "42P01")
         throw Error(errors::noSuchTable, text);
     if (state == "42703")
-        throw Error(errors::tooFewParameters, QStringLiteral("Too few parameters. Expected 1."));
+        throw Error(errors::tooFewParameters, u"Too few parameters. Expected 1."_s);
     if (state == "40P01" || state == "40001" || state == "55P03")
         throw lockedError();
     if (state == "25006" || state == "42501")
-        throw Error(errors::notUpdatable,
-                    QStringLiteral("Cannot update. Database or object is read-only."));
+        throw Error(errors::notUpdatable, u"Cannot update. Database or object is read-only."_s);
     if (state.startsWith("57P") || state.startsWith("08"))
         lost();
     throw Error(errors::other, text);

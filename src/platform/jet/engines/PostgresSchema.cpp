@@ -1,4 +1,5 @@
 #include "platform/jet/engines/Postgres.h"
+#include "platform/values/Literals.h"
 
 #include "platform/jet/Types.h"
 
@@ -12,7 +13,7 @@ QString textOf(const std::vector<Cell>& cells, std::size_t column) {
 
 /// 'EA'::citext as the dialect writes it.
 QString plainDefault(const QString& expression) {
-    const qsizetype cast = expression.lastIndexOf(QStringLiteral("::"));
+    const qsizetype cast = expression.lastIndexOf(u"::"_s);
     return cast > 0 ? expression.left(cast) : expression;
 }
 

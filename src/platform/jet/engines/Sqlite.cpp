@@ -2,6 +2,7 @@
 
 #include "platform/jet/Error.h"
 #include "platform/jet/Types.h"
+#include "platform/values/Literals.h"
 
 #include <QFileInfo>
 #include <QStorageInfo>
@@ -41,7 +42,7 @@ class Stepping {
 
 /// The write-ahead log needs memory that all stations share: not to be had over a network.
 bool isOnNetwork(const QString& path) {
-    if (path.startsWith(QStringLiteral("//")))
+    if (path.startsWith(u"//"_s))
         return true;
     const QByteArray type = QStorageInfo(QFileInfo(path).absolutePath()).fileSystemType().toLower();
     for (const char* network : {"nfs", "cifs", "smb", "afs", "sshfs", "davfs", "ceph", "gluster"})
@@ -106,10 +107,9 @@ void Sqlite::close() {
 void Sqlite::openFile(Mode mode) {
     const QFileInfo file(m_path);
     if (mode == Mode::Create && file.exists())
-        throw Error(errors::other, QStringLiteral("The database '%1' already exists.").arg(m_path));
+        throw Error(errors::other, u"The database '%1' already exists."_s.arg(m_path));
     if (mode == Mode::Open && !file.isFile())
-        throw Error(errors::cannotOpenFile,
-                    QStringLiteral("Could not find file '%1'.").arg(m_path));
+        throw Error(errors::cannotOpenFile, u"Could not find file '%1'."_s.arg(m_path));
     if (mode == Mode::Open && file.size() == 0)
         fail(SQLITE_NOTADB);
     const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX |
@@ -348,7 +348,7 @@ void Sqlite::fail(int code) const {
     case SQLITE_CONSTRAINT_ROWID:
         throw duplicateError();
     case SQLITE_CONSTRAINT_CHECK:
-        if (text.endsWith(QStringLiteral("_width")))
+        if (text.endsWith(u"_width"_s))
             throw fieldTooSmallError();
         throw Error(errors::prohibitedValue, text);
     case SQLITE_CONSTRAINT_NOTNULL:
@@ -368,22 +368,19 @@ void Sqlite::fail(int code) const {
     case SQLITE_NOTADB:
     case SQLITE_CORRUPT:
         throw Error(errors::unrecognizedFormat,
-                    QStringLiteral("Unrecognized database format '%1'.").arg(m_path));
+                    u"Unrecognized database format '%1'."_s.arg(m_path));
     case SQLITE_CANTOPEN:
-        throw Error(errors::cannotOpenFile,
-                    QStringLiteral("Could not find file '%1'.").arg(m_path));
+        throw Error(errors::cannotOpenFile, u"Could not find file '%1'."_s.arg(m_path));
     case SQLITE_READONLY:
-        throw Error(errors::notUpdatable,
-                    QStringLiteral("Cannot update. Database or object is read-only."));
+        throw Error(errors::notUpdatable, u"Cannot update. Database or object is read-only."_s);
     case SQLITE_ERROR:
-        if (text.startsWith(QStringLiteral("no such table")))
+        if (text.startsWith(u"no such table"_s))
             throw Error(errors::noSuchTable, text);
-        if (text.startsWith(QStringLiteral("no such column")))
-            throw Error(errors::tooFewParameters,
-                        QStringLiteral("Too few parameters. Expected 1."));
-        if (text.contains(QStringLiteral("syntax error")))
+        if (text.startsWith(u"no such column"_s))
+            throw Error(errors::tooFewParameters, u"Too few parameters. Expected 1."_s);
+        if (text.contains(u"syntax error"_s))
             throw Error(errors::syntax, text);
-        if (text.contains(QStringLiteral("integer overflow")))
+        if (text.contains(u"integer overflow"_s))
             throw overflowError();
         break;
     default:

@@ -1,0 +1,6 @@
+#pragma once
+
+#include <QString>
+
+/// Texts are written u"..."_s, everywhere.
+using namespace Qt::StringLiterals;
