@@ -6,7 +6,7 @@
 #include "core/Login.h"
 #include "core/MDIMain.h"
 #include "core/MirsaMain.h"
-#include "core/RecordScreen.h"
+#include "core/records/RecordScreen.h"
 #include "estimating/EstimateStore.h"
 #include "jobs/JobCosting.h"
 #include "jobs/JobStore.h"

@@ -9,6 +9,12 @@ add_library(mirsa_pch_widgets STATIC ${CMAKE_SOURCE_DIR}/cmake/pch_widgets.cpp)
 target_link_libraries(mirsa_pch_widgets PUBLIC Qt6::Widgets)
 target_precompile_headers(mirsa_pch_widgets PRIVATE ${CMAKE_SOURCE_DIR}/cmake/pch_widgets.h)
 
+# Test programs: Google Test on top of the widgets. Qt Test defines a path of each target, which no
+# shared header can hold.
+add_library(mirsa_pch_test STATIC ${CMAKE_SOURCE_DIR}/cmake/pch_test.cpp)
+target_link_libraries(mirsa_pch_test PUBLIC Qt6::Widgets GTest::gtest)
+target_precompile_headers(mirsa_pch_test PRIVATE ${CMAKE_SOURCE_DIR}/cmake/pch_test.h)
+
 # mirsa_rules(<target> SOURCES ... LINK ...): code without windows.
 function(mirsa_rules target)
   cmake_parse_arguments(PARSE_ARGV 1 ARG "" "" "SOURCES;LINK")
@@ -33,7 +39,8 @@ function(mirsa_test name)
   cmake_parse_arguments(PARSE_ARGV 1 ARG "" "TIMEOUT" "SOURCES;LINK")
   add_executable(${name} ${ARG_SOURCES})
   target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/src ${CMAKE_SOURCE_DIR}/tests)
-  target_link_libraries(${name} PRIVATE ${ARG_LINK} GTest::gtest)
+  target_link_libraries(${name} PRIVATE ${ARG_LINK} Qt6::Widgets GTest::gtest)
+  target_precompile_headers(${name} REUSE_FROM mirsa_pch_test)
   target_compile_definitions(${name} PRIVATE
       MIRSA_SOURCE_DIR="${CMAKE_SOURCE_DIR}" MIRSA_BINARY_DIR="${CMAKE_BINARY_DIR}")
   add_test(NAME ${name} COMMAND ${name})

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/RecordScreen.h"
+#include "core/records/RecordScreen.h"
 #include "platform/controls/DataCombo.h"
 #include "platform/controls/TextField.h"
 #include "platform/screen/Form.h"

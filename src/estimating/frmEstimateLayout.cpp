@@ -15,13 +15,13 @@ namespace estimating {
 
 using controls::CurrencyField;
 using controls::TextField;
-using masters::Role;
+using core::Role;
 using screen::named;
 
 namespace {
 
-masters::ModuleDescriptor describe() {
-    masters::ModuleDescriptor module;
+core::ModuleDescriptor describe() {
+    core::ModuleDescriptor module;
     module.formName = QString::fromLatin1(frmEstimate::formName);
     module.caption = u"Estimate"_s;
     module.moduleWord = u"Estimate"_s;
@@ -178,7 +178,7 @@ QWidget* frmEstimate::headerPane() {
     m_secured.push_back(rateLabel);
     m_secured.push_back(txtEstShopRate);
 
-    masters::BoundFields& bound = fields();
+    screen::BoundFields& bound = fields();
     bound.bind(u"RFQNo"_s, txtRfqno);
     bound.bind(u"PartNo"_s, txtPartno);
     bound.bind(u"Description"_s, txtDescription);

@@ -1,7 +1,7 @@
 #include "jobs/frmAssemblyInfo.h"
 
 #include "core/MirsaMain.h"
-#include "core/RecordScreen.h"
+#include "core/records/RecordScreen.h"
 #include "jobs/AssemblyTreeView.h"
 #include "platform/screen/Layout.h"
 #include "platform/screen/MsgBox.h"

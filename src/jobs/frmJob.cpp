@@ -269,7 +269,7 @@ void frmJob::afterSave(qint64 key, bool adding) {
     } else {
         showReadAgain();
     }
-    if (QPushButton* close = button(masters::Role::Close))
+    if (QPushButton* close = button(core::Role::Close))
         close->setFocus();
 }
 

@@ -20,13 +20,13 @@ namespace jobs {
 using controls::DateField;
 using controls::MemoField;
 using controls::TextField;
-using masters::Role;
+using core::Role;
 using screen::named;
 
 namespace {
 
-masters::ModuleDescriptor describe() {
-    masters::ModuleDescriptor module;
+core::ModuleDescriptor describe() {
+    core::ModuleDescriptor module;
     module.formName = QString::fromLatin1(frmJob::formName);
     module.caption = u"Job"_s;
     module.moduleWord = u"Job"_s;
@@ -221,7 +221,7 @@ QWidget* frmJob::headerPane() {
     pane.grid()->setColumnStretch(1, 3);
     pane.grid()->setColumnStretch(3, 2);
 
-    masters::BoundFields& bound = fields();
+    screen::BoundFields& bound = fields();
     bound.bind(u"PONo"_s, txtPONo);
     bound.bind(u"PartNo"_s, txtPartno);
     bound.bind(u"Description"_s, txtDescription);

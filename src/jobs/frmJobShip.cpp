@@ -1,7 +1,7 @@
 #include "jobs/frmJobShip.h"
 
 #include "core/MirsaMain.h"
-#include "core/RecordScreen.h"
+#include "core/records/RecordScreen.h"
 #include "jobs/JobDialogs.h"
 #include "platform/values/Format.h"
 #include "platform/values/Literals.h"

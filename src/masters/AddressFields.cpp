@@ -52,7 +52,7 @@ AddressFields AddressFields::other(screen::Fields& fields, const QString& prefix
     return made;
 }
 
-void AddressFields::bind(BoundFields& fields, const QString& prefix) const {
+void AddressFields::bind(screen::BoundFields& fields, const QString& prefix) const {
     fields.bind(prefix + u"Address1"_s, line1);
     fields.bind(prefix + u"Address2"_s, line2);
     if (line3)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "masters/BoundFields.h"
+#include "platform/screen/BoundFields.h"
 #include "platform/screen/Layout.h"
 
 #include <QString>
@@ -27,7 +27,7 @@ struct AddressFields {
                                const QString& zipName, bool thirdLine);
 
     /// Binds the columns `Address1` and so on, with the prefix in front.
-    void bind(BoundFields& fields, const QString& prefix = {}) const;
+    void bind(screen::BoundFields& fields, const QString& prefix = {}) const;
     /// Puts this address into another's fields; a third line only where both have one.
     void copyTo(const AddressFields& other) const;
 

@@ -24,7 +24,7 @@ void CompanyModule::makeLayout(const std::function<void(QTabWidget*)>& fill) {
     bindKey(head.text(m_words.keyField, m_words.keyLabel, wide(8)));
     top->addStretch();
     top->addWidget(modeLabel());
-    const ModuleDescriptor& module = descriptor();
+    const core::ModuleDescriptor& module = descriptor();
     bindNameList(names,
                  u"Select Company, "_s + module.keyColumn + u" FROM "_s + module.table +
                      u" ORDER BY Company"_s,
@@ -86,7 +86,7 @@ void CompanyModule::openLookups() {
 void CompanyModule::refreshLookup(const QString& table) {
     if (AddressFields::listsFrom(table) || table.compare(u"Terms", Qt::CaseInsensitive) == 0)
         openLookups();
-    RecordModule::refreshLookup(table);
+    core::RecordModule::refreshLookup(table);
 }
 
 void CompanyModule::newDefaults() {

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "core/records/RecordModule.h"
 #include "masters/AddressFields.h"
-#include "masters/RecordModule.h"
 
 #include <vector>
 
@@ -30,13 +30,13 @@ struct CompanyWords {
 
 /// The record module of a company that the shop deals with: name, addresses, a contact, and how
 /// things are shipped and paid. A member adds its tabs and what it alone holds.
-class CompanyModule : public RecordModule {
+class CompanyModule : public core::RecordModule {
   public:
     void refreshLookup(const QString& table) override;
 
   protected:
-    CompanyModule(ModuleDescriptor module, CompanyWords words)
-        : RecordModule(std::move(module)), m_words(std::move(words)) {}
+    CompanyModule(core::ModuleDescriptor module, CompanyWords words)
+        : core::RecordModule(std::move(module)), m_words(std::move(words)) {}
     /// Head, tabs, arrows and buttons; `fill` makes the pages of the tabs.
     void makeLayout(const std::function<void(QTabWidget*)>& fill);
 

@@ -1,6 +1,6 @@
 #include "masters/Screens.h"
 
-#include "masters/FindDialogs.h"
+#include "core/records/FindDialogs.h"
 #include "masters/NoteDialog.h"
 #include "masters/SalaryDialogs.h"
 #include "masters/frmCustomer.h"
@@ -15,15 +15,16 @@ namespace {
 
 /// The pair of dialogs by which a record module goes to a record.
 struct GoTo {
-    FindForm::Descriptor find;
-    FoundForm::Descriptor found;
+    core::FindForm::Descriptor find;
+    core::FoundForm::Descriptor found;
 };
 
 void add(const GoTo& dialogs) {
     screen::Forms::add(dialogs.find.formName,
-                       [find = dialogs.find] { return std::make_unique<FindForm>(find); });
-    screen::Forms::add(dialogs.found.formName,
-                       [found = dialogs.found] { return std::make_unique<FoundForm>(found); });
+                       [find = dialogs.find] { return std::make_unique<core::FindForm>(find); });
+    screen::Forms::add(dialogs.found.formName, [found = dialogs.found] {
+        return std::make_unique<core::FoundForm>(found);
+    });
 }
 
 const controls::GridColumn::Kind number = controls::GridColumn::Kind::Number;

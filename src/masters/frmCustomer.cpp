@@ -18,8 +18,8 @@ using screen::Fields;
 
 namespace {
 
-ModuleDescriptor customerModule() {
-    ModuleDescriptor module;
+core::ModuleDescriptor customerModule() {
+    core::ModuleDescriptor module;
     module.formName = QString::fromLatin1(frmCustomer::formName);
     module.caption = u"Customer"_s;
     module.moduleWord = u"Customer"_s;
@@ -79,9 +79,9 @@ void frmCustomer::makeMainTab(QWidget* page) {
     auto* copies = new QHBoxLayout;
     right->addLayout(copies);
     right->addStretch();
-    makeButtons(copies, {{Role::EntryOnly, u"cmdSendtoBill"_s, u"Copy to Bill Address"_s},
-                         {Role::EntryOnly, u"cmdSendtoShip"_s, u"Copy to Ship Address"_s},
-                         {Role::EntryOnly, u"Command3"_s, u"Copy to Invoice Tab"_s}});
+    makeButtons(copies, {{core::Role::EntryOnly, u"cmdSendtoBill"_s, u"Copy to Bill Address"_s},
+                         {core::Role::EntryOnly, u"cmdSendtoShip"_s, u"Copy to Ship Address"_s},
+                         {core::Role::EntryOnly, u"Command3"_s, u"Copy to Invoice Tab"_s}});
     on(control<QPushButton>(u"cmdSendtoBill"_s), &frmCustomer::cmdSendtoBill_Click);
     on(control<QPushButton>(u"cmdSendtoShip"_s), &frmCustomer::cmdSendtoShip_Click);
     on(control<QPushButton>(u"Command3"_s), &frmCustomer::Command3_Click);
@@ -102,7 +102,7 @@ void frmCustomer::makeQuoteTab(QWidget* page) {
         box->setLayout(inside);
         auto* memo = screen::named(new controls::MemoField(box), QString::fromLatin1(name), title);
         inside->addWidget(memo, 1);
-        makeButtons(inside, {{Role::Free, QString::fromLatin1(button), u"View/Edit"_s}});
+        makeButtons(inside, {{core::Role::Free, QString::fromLatin1(button), u"View/Edit"_s}});
         auto* edit = control<QPushButton>(QString::fromLatin1(button));
         edit->setAccessibleName(u"View/Edit "_s + title);
         on(edit, [memo, dialog] { editNote(dialog, *memo); });

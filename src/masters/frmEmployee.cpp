@@ -51,8 +51,8 @@ QString nameSelect(const QString& status, bool byName) {
                      status, byName ? u"lastname, firstname"_s : u"Name"_s);
 }
 
-ModuleDescriptor employeeModule() {
-    ModuleDescriptor module;
+core::ModuleDescriptor employeeModule() {
+    core::ModuleDescriptor module;
     module.formName = QString::fromLatin1(frmEmployee::formName);
     module.caption = u"Employee"_s;
     module.moduleWord = u"Employee"_s;
@@ -82,7 +82,7 @@ QString digitsOf(const QString& text) {
 
 } // namespace
 
-frmEmployee::frmEmployee() : RecordModule(employeeModule()) {
+frmEmployee::frmEmployee() : core::RecordModule(employeeModule()) {
     auto* layout = new QVBoxLayout(this);
     auto* top = new QHBoxLayout;
     layout->addLayout(top);
@@ -94,10 +94,10 @@ frmEmployee::frmEmployee() : RecordModule(employeeModule()) {
     makeEmploymentTab(screen::tab(m_tabs, u"E&mployment"_s));
     bindColumns();
 
-    std::vector<ModuleButton> buttons = standardButtons();
-    for (ModuleButton& button : buttons) {
-        if (button.role == Role::Delete)
-            button = {Role::BrowseOnly, u"cmdHistory"_s, u"Salar&y"_s};
+    std::vector<core::ModuleButton> buttons = standardButtons();
+    for (core::ModuleButton& button : buttons) {
+        if (button.role == core::Role::Delete)
+            button = {core::Role::BrowseOnly, u"cmdHistory"_s, u"Salar&y"_s};
     }
     makeFoot(layout, buttons);
     on(control<QPushButton>(u"cmdHistory"_s), &frmEmployee::cmdHistory_Click);
@@ -273,7 +273,7 @@ void frmEmployee::refreshLookup(const QString& table) {
         AddressFields::fillLists({m_address});
     if (table.compare(u"Shifts", Qt::CaseInsensitive) == 0)
         fillShifts();
-    RecordModule::refreshLookup(table);
+    core::RecordModule::refreshLookup(table);
 }
 
 // The status shown
@@ -288,7 +288,7 @@ void frmEmployee::tellNoRecords() {
 
 void frmEmployee::offerFirstRecord() {
     if (isAll())
-        RecordModule::offerFirstRecord();
+        core::RecordModule::offerFirstRecord();
     else
         tellNoRecords();
 }
@@ -320,19 +320,19 @@ void frmEmployee::cboDisplay_Click() {
 // Modes
 
 void frmEmployee::ShowModuleMode(const QString& mode) {
-    RecordModule::ShowModuleMode(mode);
+    core::RecordModule::ShowModuleMode(mode);
     txtPosition_Change();
 }
 
 void frmEmployee::lockFields(bool locked) {
-    RecordModule::lockFields(locked);
+    core::RecordModule::lockFields(locked);
     cboDisplay->setEnabled(locked);
     txtNewSalary->setLocked(!isAdding());
     cboNewFreq->setLocked(!isAdding());
 }
 
 void frmEmployee::clearFields() {
-    RecordModule::clearFields();
+    core::RecordModule::clearFields();
     showRecord();
 }
 

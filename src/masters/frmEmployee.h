@@ -1,8 +1,8 @@
 #pragma once
 
+#include "core/records/RecordModule.h"
 #include "masters/AddressFields.h"
 #include "masters/EmployeeChecks.h"
-#include "masters/RecordModule.h"
 #include "platform/values/Literals.h"
 
 class QCheckBox;
@@ -12,7 +12,7 @@ namespace masters {
 
 /// Employees: who signs in on the floor, on what shift, at what pay. One who leaves becomes
 /// "Terminated"; none is deleted.
-class frmEmployee : public RecordModule {
+class frmEmployee : public core::RecordModule {
   public:
     static constexpr const char* formName = "frmEmployee";
     frmEmployee();

@@ -21,8 +21,8 @@ using screen::MsgBox;
 
 namespace {
 
-ModuleDescriptor vendorModule() {
-    ModuleDescriptor module;
+core::ModuleDescriptor vendorModule() {
+    core::ModuleDescriptor module;
     module.formName = QString::fromLatin1(frmVendor::formName);
     module.caption = u"Vendor/Contractor"_s;
     module.moduleWord = u"Vendor"_s;
@@ -88,8 +88,8 @@ void frmVendor::makeMainTab(QWidget* page) {
 
     auto* copies = new QHBoxLayout;
     right->addLayout(copies);
-    makeButtons(copies, {{Role::EntryOnly, u"cmdSendtoBill"_s, u"Copy to Bill Address"_s},
-                         {Role::EntryOnly, u"Command3"_s, u"Copy to Bill Contact"_s}});
+    makeButtons(copies, {{core::Role::EntryOnly, u"cmdSendtoBill"_s, u"Copy to Bill Address"_s},
+                         {core::Role::EntryOnly, u"Command3"_s, u"Copy to Bill Contact"_s}});
     on(control<QPushButton>(u"cmdSendtoBill"_s), &frmVendor::cmdSendtoBill_Click);
     on(control<QPushButton>(u"Command3"_s), &frmVendor::Command3_Click);
 }

@@ -1,7 +1,7 @@
 #include "timemgmt/frmShiftsAddEdit.h"
 
 #include "core/MirsaMain.h"
-#include "core/RecordScreen.h"
+#include "core/records/RecordScreen.h"
 #include "platform/screen/Layout.h"
 #include "platform/screen/MsgBox.h"
 #include "platform/values/Literals.h"

@@ -1,7 +1,7 @@
 #include "support/Gallery.h"
 #include "app/Screens.h"
 #include "core/MirsaMain.h"
-#include "core/RecordScreen.h"
+#include "core/records/RecordScreen.h"
 #include "platform/values/Clock.h"
 #include "platform/values/Literals.h"
 #include "sample/Sample.h"

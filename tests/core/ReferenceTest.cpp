@@ -1,5 +1,5 @@
-#include "core/RecordScreen.h"
 #include "core/Screens.h"
+#include "core/records/RecordScreen.h"
 #include "core/reference/ReferenceForms.h"
 #include "platform/values/Literals.h"
 #include "support/Gallery.h"

@@ -3,7 +3,7 @@
 
 #include "JobShop.h"
 
-#include "core/RecordScreen.h"
+#include "core/records/RecordScreen.h"
 #include "estimating/AssemblyTree.h"
 #include "estimating/routing/Register.h"
 #include "jobs/Screens.h"

@@ -1,7 +1,7 @@
 #include "JobShop.h"
 #include "platform/values/Literals.h"
 
-#include "core/RecordScreen.h"
+#include "core/records/RecordScreen.h"
 #include "estimating/routing/Register.h"
 #include "jobs/JobDialogs.h"
 #include "jobs/Screens.h"

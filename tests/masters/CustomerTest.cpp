@@ -1,5 +1,5 @@
 #include "core/MirsaMain.h"
-#include "core/RecordScreen.h"
+#include "core/records/RecordScreen.h"
 #include "masters/Screens.h"
 #include "platform/controls/DataControl.h"
 #include "platform/values/Literals.h"

@@ -1,4 +1,4 @@
-#include "core/RecordScreen.h"
+#include "core/records/RecordScreen.h"
 #include "masters/EmployeeChecks.h"
 #include "masters/Screens.h"
 #include "platform/values/Clock.h"

@@ -1,4 +1,4 @@
-#include "core/RecordScreen.h"
+#include "core/records/RecordScreen.h"
 #include "masters/Screens.h"
 #include "platform/values/Literals.h"
 #include "support/Gallery.h"

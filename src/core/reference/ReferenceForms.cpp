@@ -1,7 +1,7 @@
 #include "core/reference/ReferenceForms.h"
 
 #include "core/MirsaMain.h"
-#include "core/RecordScreen.h"
+#include "core/records/RecordScreen.h"
 #include "platform/screen/Forms.h"
 #include "platform/screen/Layout.h"
 #include "platform/values/Literals.h"

@@ -14,10 +14,10 @@
 
 namespace estimating {
 
-using masters::ModuleButton;
-using masters::Role;
+using core::ModuleButton;
+using core::Role;
 
-RoutedModule::RoutedModule(masters::ModuleDescriptor descriptor)
+RoutedModule::RoutedModule(core::ModuleDescriptor descriptor)
     : RecordModule(std::move(descriptor)) {
     // What stands beside the arrows keeps its place while they are hidden.
     QSizePolicy policy = datMain()->sizePolicy();

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "core/records/RecordModule.h"
 #include "estimating/routing/RoutingPanel.h"
-#include "masters/RecordModule.h"
 
 #include <vector>
 
@@ -13,9 +13,9 @@ namespace estimating {
 /// The record module of a document with a customer and a routing: what the estimate and the job
 /// have in common as screens. A member makes its own fields and its routing panel, and places the
 /// pane of buttons.
-class RoutedModule : public masters::RecordModule {
+class RoutedModule : public core::RecordModule {
   public:
-    explicit RoutedModule(masters::ModuleDescriptor descriptor);
+    explicit RoutedModule(core::ModuleDescriptor descriptor);
 
     void Form_Load() override;
     void ShowModuleMode(const QString& mode) override;
@@ -28,7 +28,7 @@ class RoutedModule : public masters::RecordModule {
 
     /// The frames fraBrowse, with columns of buttons, and fraEdit, with Save and Cancel: the mode
     /// shows one of them.
-    QWidget* makeButtonPane(const std::vector<std::vector<masters::ModuleButton>>& browseColumns);
+    QWidget* makeButtonPane(const std::vector<std::vector<core::ModuleButton>>& browseColumns);
     /// Makes and binds the customer: the names to choose from, and behind them his number.
     QLayout* makeCustomer(QWidget* parent);
     /// The customer's number and name; one whom another station has added is looked up.

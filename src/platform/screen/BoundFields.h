@@ -11,7 +11,7 @@
 class QCheckBox;
 class QLabel;
 
-namespace masters {
+namespace screen {
 
 /// The columns of a table and the fields that stand for them, in the order in which they are
 /// written.
@@ -35,8 +35,8 @@ class BoundFields {
     void bindShown(const QString& column, QLabel* label);
     void bind(Column column);
 
-    /// Cuts every line to its column's width in the open database.
-    void limitTo(const QString& table);
+    /// Cuts every line to its column's width in the database.
+    void limitTo(const jet::Database& database, const QString& table);
     /// Null shows as empty.
     void show(const jet::Recordset& row);
     /// All columns, for a new row.
@@ -53,4 +53,4 @@ class BoundFields {
     std::vector<Column> m_columns;
 };
 
-} // namespace masters
+} // namespace screen

@@ -11,7 +11,7 @@
 
 class QRadioButton;
 
-namespace masters {
+namespace core {
 
 /// What the find dialog asks of the found dialog.
 class FoundDialog {
@@ -72,4 +72,4 @@ class FoundForm : public screen::Form, public FoundDialog {
     qint64 m_chosen = 0;
 };
 
-} // namespace masters
+} // namespace core

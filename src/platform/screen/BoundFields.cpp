@@ -1,13 +1,13 @@
-#include "masters/BoundFields.h"
+#include "platform/screen/BoundFields.h"
 
-#include "core/MirsaMain.h"
 #include "platform/controls/DataCombo.h"
 #include "platform/controls/TextField.h"
+#include "platform/jet/Database.h"
 
 #include <QCheckBox>
 #include <QLabel>
 
-namespace masters {
+namespace screen {
 
 void BoundFields::bind(const QString& column, controls::Field* field) {
     bind({column, [field](const jet::Value& value) { field->setValue(value); },
@@ -44,9 +44,9 @@ void BoundFields::bind(Column column) {
     m_columns.push_back(std::move(column));
 }
 
-void BoundFields::limitTo(const QString& table) {
+void BoundFields::limitTo(const jet::Database& database, const QString& table) {
     for (const Column& column : m_columns) {
-        const int width = core::MainDatabase().width(table, column.name);
+        const int width = database.width(table, column.name);
         if (width == 0)
             continue;
         if (auto* line = dynamic_cast<controls::TextField*>(column.widget))
@@ -104,4 +104,4 @@ QWidget* BoundFields::firstEntry() const {
     return nullptr;
 }
 
-} // namespace masters
+} // namespace screen

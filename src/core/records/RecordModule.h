@@ -1,9 +1,9 @@
 #pragma once
 
-#include "core/RecordScreen.h"
-#include "masters/BoundFields.h"
+#include "core/records/RecordScreen.h"
 #include "platform/controls/DataControl.h"
 #include "platform/jet/Database.h"
+#include "platform/screen/BoundFields.h"
 #include "platform/screen/Form.h"
 #include "platform/screen/Layout.h"
 #include "platform/values/Literals.h"
@@ -20,7 +20,7 @@ namespace controls {
 class DataCombo;
 }
 
-namespace masters {
+namespace core {
 
 /// What tells one record module from another, as far as words and SQL go.
 struct ModuleDescriptor {
@@ -94,7 +94,7 @@ struct ModuleButton {
 ///
 /// Other mode texts than the three (such as "CopyEst") leave the fields filled and unlocked, and
 /// turn into "Add" once the screen is arranged, while the mode label keeps the text.
-class RecordModule : public screen::Form, public core::RecordScreen, public core::LookupUser {
+class RecordModule : public screen::Form, public RecordScreen, public LookupUser {
   public:
     explicit RecordModule(ModuleDescriptor descriptor);
 
@@ -128,7 +128,7 @@ class RecordModule : public screen::Form, public core::RecordScreen, public core
 
   protected:
     // What the member's constructor uses.
-    BoundFields& fields() { return m_fields; }
+    screen::BoundFields& fields() { return m_fields; }
     void bindKey(controls::Field* field);
     void bindKey(QLabel* label);
     controls::DataControl* datMain() const { return m_data; }
@@ -219,7 +219,7 @@ class RecordModule : public screen::Form, public core::RecordScreen, public core
     bool readForEntry();
 
     ModuleDescriptor m_descriptor;
-    BoundFields m_fields;
+    screen::BoundFields m_fields;
     controls::DataControl* m_data;
     QLabel* m_modeLabel;
     QString m_mode = u"Browse"_s;
@@ -232,4 +232,4 @@ class RecordModule : public screen::Form, public core::RecordScreen, public core
     bool m_fresh = false; ///< opened and not yet activated, so that nothing needs reading again
 };
 
-} // namespace masters
+} // namespace core

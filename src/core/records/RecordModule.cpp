@@ -1,4 +1,4 @@
-#include "masters/RecordModule.h"
+#include "core/records/RecordModule.h"
 
 #include "core/MirsaMain.h"
 #include "core/ReportLaunch.h"
@@ -18,7 +18,7 @@
 #include <QTabBar>
 #include <QTabWidget>
 
-namespace masters {
+namespace core {
 
 using screen::Answer;
 using screen::Buttons;
@@ -193,7 +193,7 @@ void RecordModule::Form_Load() {
     }
     const screen::BusyPointer busy;
     orderTabs(this);
-    m_fields.limitTo(m_descriptor.table);
+    m_fields.limitTo(core::MainDatabase(), m_descriptor.table);
     openLookups();
     reloadNames();
     m_fresh = true;
@@ -649,4 +649,4 @@ bool RecordModule::Form_QueryUnload() {
     }
 }
 
-} // namespace masters
+} // namespace core

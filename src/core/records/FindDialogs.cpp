@@ -1,7 +1,7 @@
-#include "masters/FindDialogs.h"
+#include "core/records/FindDialogs.h"
 
 #include "core/MirsaMain.h"
-#include "core/RecordScreen.h"
+#include "core/records/RecordScreen.h"
 #include "platform/screen/Forms.h"
 #include "platform/screen/Layout.h"
 #include "platform/screen/MsgBox.h"
@@ -12,7 +12,7 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
-namespace masters {
+namespace core {
 
 FindForm::FindForm(Descriptor descriptor)
     : Form(descriptor.formName, descriptor.title), m_descriptor(std::move(descriptor)) {
@@ -97,4 +97,4 @@ void FoundForm::cmdSelect_Click() {
     unload();
 }
 
-} // namespace masters
+} // namespace core

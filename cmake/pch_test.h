@@ -1,0 +1,5 @@
+#pragma once
+
+#include "pch_widgets.h"
+
+#include <gtest/gtest.h>
