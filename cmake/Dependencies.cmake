@@ -11,3 +11,6 @@ find_library(ZINT_LIBRARY zint REQUIRED)
 if(MIRSA_BENCH)
   find_package(benchmark REQUIRED)
 endif()
+
+# Paths of each target, which nothing here uses, in every file that includes Qt Test.
+set_target_properties(Qt6::Test PROPERTIES INTERFACE_COMPILE_DEFINITIONS QT_TESTLIB_LIB)

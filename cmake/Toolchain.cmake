@@ -20,8 +20,10 @@ if(CCACHE)
   # A precompiled header is cached only with these, and for a clone at another path too.
   set(CMAKE_CXX_COMPILER_LAUNCHER
       ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros CCACHE_INODECACHE=1
-      CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} CCACHE_NOHASHDIR=1 ${CCACHE})
+      CCACHE_PCH_EXTSUM=1 CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} CCACHE_NOHASHDIR=1 ${CCACHE})
 endif()
 if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
   add_compile_options("SHELL:-Xclang -fno-pch-timestamp")
+  # Behind -Xclang, as CMake has it, ccache would take the path for a part of the key.
+  set(CMAKE_CXX_COMPILE_OPTIONS_USE_PCH -include-pch <PCH_FILE>)
 endif()

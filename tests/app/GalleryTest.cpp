@@ -6,6 +6,7 @@
 #include "platform/values/Literals.h"
 #include "sample/Sample.h"
 #include "support/DatabaseFixture.h"
+#include "support/Paths.h"
 #include "support/ScreenFixture.h"
 
 #include <QApplication>
@@ -25,7 +26,7 @@ class GalleryTest : public testsupport::ScreenFixture {
         state.CurrentUserName = u"Admin"_s;
         state.CurrentUserNo = 1;
         state.CurrencySymbol = u"$"_s;
-        state.ProgramFolder = QStringLiteral(MIRSA_SOURCE_DIR "/reports");
+        state.ProgramFolder = testsupport::sourceFile(u"reports"_s);
         sample::fill(core::MainDatabase(), {.years = 1, .jobs = 60});
         useDatabase(core::MainDatabase());
     }

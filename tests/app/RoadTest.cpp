@@ -7,6 +7,7 @@
 #include "platform/values/Clock.h"
 #include "platform/values/Literals.h"
 #include "support/DatabaseFixture.h"
+#include "support/Paths.h"
 #include "support/ScreenFixture.h"
 
 #include <QFile>
@@ -33,7 +34,7 @@ class Road : public testsupport::ScreenFixture, public ::testing::WithParamInter
         state.MainDatabase = m_test->station();
         state.CurrencySymbol = u"$"_s;
         state.CurrentUserName.clear();
-        state.ProgramFolder = QStringLiteral(MIRSA_SOURCE_DIR "/reports");
+        state.ProgramFolder = testsupport::sourceFile(u"reports"_s);
         useDatabase(core::MainDatabase());
         values::setNow(QDateTime(QDate(2026, 3, 2), QTime(9, 0)));
         report::setPreviewer([this](std::shared_ptr<const report::Document> document,

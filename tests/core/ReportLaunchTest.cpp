@@ -3,6 +3,7 @@
 #include "core/ReportErrors.h"
 #include "platform/report/Report.h"
 #include "platform/values/Literals.h"
+#include "support/Paths.h"
 #include "support/ShopFixture.h"
 
 #include <QFile>
@@ -20,7 +21,7 @@ class ReportLaunch : public testsupport::ShopTest {
             return;
         core::shared().ProgramFolder = folder.path();
         for (const auto* name : {"Customers.rpt", "Job_Traveler.rpt", "Job_Traveler_Notes.rpt"})
-            QFile::copy(QStringLiteral(MIRSA_SOURCE_DIR "/reports/") + QLatin1String(name),
+            QFile::copy(testsupport::sourceFile(u"reports/"_s) + QLatin1String(name),
                         folder.filePath(QLatin1String(name)));
         report::setPreviewer([this](auto document, const auto& where) {
             shown = document;

@@ -3,6 +3,7 @@
 #include "platform/values/Literals.h"
 #include "reporting/Screens.h"
 #include "support/Gallery.h"
+#include "support/Paths.h"
 #include "support/ShopFixture.h"
 
 #include <QFile>
@@ -24,8 +25,8 @@ class ConfigReports : public testsupport::ShopTest {
         copyReport(u"Customers.rpt"_s, u"Our customers.rpt"_s);
     }
     void copyReport(const QString& from, const QString& to) {
-        ASSERT_TRUE(QFile::copy(QStringLiteral(MIRSA_SOURCE_DIR "/reports/") + from,
-                                m_folder.filePath(to)));
+        ASSERT_TRUE(
+            QFile::copy(testsupport::sourceFile(u"reports/"_s) + from, m_folder.filePath(to)));
     }
     void chooseFile(int row) {
         whenShown(u"frmNewReport"_s, [this, row] {

@@ -3,6 +3,7 @@
 #include "platform/jet/Translate.h"
 #include "platform/values/Literals.h"
 #include "support/DatabaseFixture.h"
+#include "support/Paths.h"
 
 #include <QFile>
 #include <QSet>
@@ -123,7 +124,7 @@ TEST_P(Setup, deliveredReportsHaveTheirFilesAndOneDefaultEach) {
     for (const QString& row : rows(u"SELECT Module, FileName, IIf([Default] = true, 1, 0) AS d "
                                    "FROM Reports WHERE OEM = 1"_s)) {
         const QStringList fields = row.split(u'|');
-        EXPECT_TRUE(QFile::exists(QStringLiteral(MIRSA_SOURCE_DIR "/reports/") + fields[1]))
+        EXPECT_TRUE(QFile::exists(testsupport::sourceFile(u"reports/"_s) + fields[1]))
             << fields[1].toStdString();
         defaults[fields[0]] += fields[2].toInt();
     }

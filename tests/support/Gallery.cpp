@@ -3,6 +3,7 @@
 #include "platform/controls/DataControl.h"
 #include "platform/screen/Form.h"
 #include "platform/values/Literals.h"
+#include "support/Paths.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
@@ -195,7 +196,7 @@ void settleLayout(QWidget* frame) {
 
 QStringList gallery(screen::Form& form) {
     QStringList found;
-    QDir folder(QStringLiteral(MIRSA_BINARY_DIR "/../gallery"));
+    QDir folder(builtFile(u"../gallery"_s));
     folder.mkpath(u"."_s);
     QWidget* frame = qobject_cast<QMdiSubWindow*>(form.parentWidget());
     if (!frame)

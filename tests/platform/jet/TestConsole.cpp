@@ -1,5 +1,6 @@
 #include "platform/jet/Database.h"
 #include "platform/values/Literals.h"
+#include "support/Paths.h"
 #include "support/Print.h"
 
 #include <gtest/gtest.h>
@@ -17,7 +18,7 @@ TEST(Console, RunsEachLineAndGoesOnBehindAnError) {
     const QString path = folder.filePath(u"Mirsa.mdb"_s);
     const auto run = [&](const QStringList& arguments, const QByteArray& input, int exitCode) {
         QProcess process;
-        process.start(QStringLiteral(MIRSA_BINARY_DIR "/tools/jetsql"), arguments);
+        process.start(testsupport::builtFile(u"tools/jetsql"_s), arguments);
         process.write(input);
         process.closeWriteChannel();
         EXPECT_TRUE(process.waitForFinished());

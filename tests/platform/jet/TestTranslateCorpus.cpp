@@ -1,6 +1,7 @@
 #include "platform/jet/StatementEngines.h"
 #include "platform/values/Literals.h"
 #include "support/DatabaseFixture.h"
+#include "support/Paths.h"
 
 #include <QDir>
 #include <QFile>
@@ -24,12 +25,12 @@ QString textOfFile(const QString& path) {
 }
 
 QString testFile(const char* name) {
-    return QStringLiteral(MIRSA_SOURCE_DIR "/tests/platform/jet/") + QLatin1String(name);
+    return testsupport::sourceFile(u"tests/platform/jet/"_s) + QLatin1String(name);
 }
 
 QStringList definitions() {
     QStringList result;
-    const QDir sources(QStringLiteral(MIRSA_SOURCE_DIR "/src"));
+    const QDir sources(testsupport::sourceFile(u"src"_s));
     for (const QString& folder : sources.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
         const QString path = sources.filePath(folder + u"/tables.sql"_s);
         if (QFile::exists(path))

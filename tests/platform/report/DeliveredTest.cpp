@@ -5,6 +5,7 @@
 #include "platform/values/Literals.h"
 #include "sample/Sample.h"
 #include "support/DatabaseFixture.h"
+#include "support/Paths.h"
 
 #include <gtest/gtest.h>
 
@@ -46,8 +47,7 @@ class Delivered : public ::testing::TestWithParam<testsupport::EngineKind> {
     std::unique_ptr<report::Document> print(const QString& name, const QString& formula = {}) {
         report::DatabaseRowSource source(db());
         try {
-            const auto file =
-                report::readReportFile(QStringLiteral(MIRSA_SOURCE_DIR "/reports/") + name);
+            const auto file = report::readReportFile(testsupport::sourceFile(u"reports/"_s) + name);
             auto document = report::layOut(file, source, formula);
             checkPages(*document, name);
             return document;
@@ -96,8 +96,8 @@ class Delivered : public ::testing::TestWithParam<testsupport::EngineKind> {
         QPainter painter(&image);
         painter.setRenderHint(QPainter::Antialiasing);
         report::PagePainter(document).paint(painter, page, dotsPerMm);
-        QDir().mkpath(QStringLiteral(MIRSA_BINARY_DIR "/gallery"));
-        image.save(QStringLiteral(MIRSA_BINARY_DIR "/gallery/%1-%2.png").arg(name).arg(index + 1));
+        QDir().mkpath(testsupport::builtFile(u"gallery"_s));
+        image.save(testsupport::builtFile(u"gallery/%1-%2.png"_s).arg(name).arg(index + 1));
     }
 
     static QString allText(const report::Document& document) {
@@ -349,7 +349,7 @@ TEST_P(Delivered, formulasOfTheQueryFormsRun) {
 }
 
 TEST_P(Delivered, theManualsExamplePrints) {
-    QFile manual(QStringLiteral(MIRSA_SOURCE_DIR "/docs/reports.md"));
+    QFile manual(testsupport::sourceFile(u"docs/reports.md"_s));
     ASSERT_TRUE(manual.open(QIODevice::ReadOnly));
     const QByteArray content = manual.readAll();
     const auto start = content.indexOf("<?xml");

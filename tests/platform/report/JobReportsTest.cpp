@@ -4,6 +4,7 @@
 #include "platform/values/Literals.h"
 #include "sample/Sample.h"
 #include "support/DatabaseFixture.h"
+#include "support/Paths.h"
 
 #include <gtest/gtest.h>
 
@@ -34,8 +35,7 @@ class JobReports : public ::testing::TestWithParam<testsupport::EngineKind> {
     QStringList print(const QString& name, const QString& formula = {}) {
         report::DatabaseRowSource source(db());
         try {
-            const auto file =
-                report::readReportFile(QStringLiteral(MIRSA_SOURCE_DIR "/reports/") + name);
+            const auto file = report::readReportFile(testsupport::sourceFile(u"reports/"_s) + name);
             const auto document = report::layOut(file, source, formula);
             QString text;
             for (int page = 0; page < document->pageCount(); ++page)

@@ -1,5 +1,6 @@
 #include "MemorySource.h"
 #include "platform/values/Literals.h"
+#include "support/Paths.h"
 
 #include "platform/report/PageView.h"
 #include "platform/report/PreviewWindow.h"
@@ -98,8 +99,8 @@ TEST_F(Preview, searchGoesFromPlaceToPlaceAndRound) {
     EXPECT_EQ(seen, (std::vector{u"Page 3 of 12"_s, u"Page 7 of 12"_s, u"Page 3 of 12"_s}));
     press(Qt::Key_F3, Qt::ShiftModifier);
     EXPECT_EQ(state(), u"Page 7 of 12"_s);
-    QDir().mkpath(QStringLiteral(MIRSA_BINARY_DIR "/gallery"));
-    window->grab().save(QStringLiteral(MIRSA_BINARY_DIR "/gallery/reportPreview.png"));
+    QDir().mkpath(testsupport::builtFile(u"gallery"_s));
+    window->grab().save(testsupport::builtFile(u"gallery/reportPreview.png"_s));
     EXPECT_FALSE(window->view()->find(u"no such words"_s));
     EXPECT_EQ(state(), u"Page 7 of 12"_s);
 }
