@@ -30,11 +30,6 @@ namespace core {
 
 namespace {
 
-Shell*& theShell() {
-    static Shell* made = nullptr;
-    return made;
-}
-
 QStringList entriesWithoutScreen() {
     QStringList names;
     const QStringList all = menuNames();
@@ -56,14 +51,6 @@ QString databaseShown(const QString& path) {
 }
 
 } // namespace
-
-Shell* shell() {
-    return theShell();
-}
-
-void setShell(Shell* made) {
-    theShell() = made;
-}
 
 MDIMain::MDIMain() : m_area(new QMdiArea(this)) {
     setObjectName(u"MDIMain"_s);

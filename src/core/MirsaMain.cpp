@@ -1,8 +1,26 @@
 #include "core/MirsaMain.h"
 
+#include "core/Shell.h"
 #include "platform/values/Literals.h"
 
 namespace core {
+
+namespace {
+
+Shell*& theShell() {
+    static Shell* made = nullptr;
+    return made;
+}
+
+} // namespace
+
+Shell* shell() {
+    return theShell();
+}
+
+void setShell(Shell* made) {
+    theShell() = made;
+}
 
 SharedState& shared() {
     static SharedState state;

@@ -2,6 +2,7 @@
 
 #include "core/MirsaMain.h"
 #include "core/ReportErrors.h"
+#include "core/Shell.h"
 #include "platform/report/Report.h"
 #include "platform/screen/MsgBox.h"
 #include "platform/screen/Pointer.h"
@@ -55,6 +56,7 @@ void launchReportFile(const QString& fileName, const QString& formula, const QSt
     report.selectionFormula = formula;
     report.windowTitle = title;
     report.currencySymbol = shared().CurrencySymbol;
+    report.showMoney = HasAccess(u"ShowDollar"_s);
     const auto* display = parent ? parent->screen() : QGuiApplication::primaryScreen();
     const QRect area = display->geometry();
     const double height = area.height() * shared().PreviewHeightFactor;
@@ -64,7 +66,9 @@ void launchReportFile(const QString& fileName, const QString& formula, const QSt
     // A little above the centre.
     report.windowTop = area.top() + qRound((area.height() - height) / 2 * 0.65);
     report.windowLeft = area.left() + qRound((area.width() - width) / 2);
-    report.parentWindow = parent;
+    // A dialog that prints closes before its report has been read: the preview is the shell's.
+    auto* main = dynamic_cast<QWidget*>(shell());
+    report.parentWindow = main ? main : parent;
     const int code = report.printReport();
     pointer.reset();
     if (code != 0) {

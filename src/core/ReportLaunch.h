@@ -9,7 +9,7 @@ namespace core {
 /// Prints a module's default report, as chosen in the catalogue `Reports`, to a preview window. A
 /// missing default and every failure of the engine end in a box; nothing else changes.
 /// `formula` is a selection formula in Crystal's syntax; empty for all records. `parent` is the
-/// calling window.
+/// calling window; the preview itself belongs to the shell and outlives a dialog.
 void launchDefaultReport(const QString& module, const QString& formula, const QString& title,
                          QWidget* parent);
 

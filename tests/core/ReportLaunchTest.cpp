@@ -20,7 +20,8 @@ class ReportLaunch : public testsupport::ShopTest {
         if (IsSkipped())
             return;
         core::shared().ProgramFolder = folder.path();
-        for (const auto* name : {"Customers.rpt", "Job_Traveler.rpt", "Job_Traveler_Notes.rpt"})
+        for (const auto* name : {"Customers.rpt", "Job_Traveler.rpt", "Job_Traveler_Notes.rpt",
+                                 "Job_Report.rpt", "Estimate_Quote.rpt"})
             QFile::copy(testsupport::sourceFile(u"reports/"_s) + QLatin1String(name),
                         folder.filePath(QLatin1String(name)));
         report::setPreviewer([this](auto document, const auto& where) {
@@ -94,6 +95,30 @@ TEST_P(ReportLaunch, takesTheTravelerWithOrWithoutNotes) {
     EXPECT_TRUE(shown->page(0).text().contains(u"P-7"_s));
     core::launchTraveler(job, true, &shell());
     EXPECT_EQ(shown->title, u"Job Traveler with Notes"_s);
+}
+
+TEST_P(ReportLaunch, leavesMoneyOutForWhoeverMayNotSeeIt) {
+    database().execute(
+        u"INSERT INTO Job (PartNo, Quantity, JobShopRate, OneShopRate, QtyQuotedPrice, InvoiceEach)"
+        " VALUES ('P-7', 3, 71.5, True, 8.25, 8.5)"_s);
+    database().execute(u"INSERT INTO Estimate (PartNo, QtyBreakA, QtyQPA, QtyTotalA, QtyBreakB)"
+                       " VALUES ('P-7', 3, 8.25, 24.75, 40)"_s);
+    const auto money = [&](const QString& file) {
+        core::launchReportFile(file, {}, {}, &shell());
+        const QString text = shown->page(0).text();
+        EXPECT_TRUE(text.contains(u"P-7"_s));
+        return text.contains(core::shared().CurrencySymbol) || text.contains(u"71.50"_s) ||
+               text.contains(u"Cost"_s) || text.contains(u"Price each"_s);
+    };
+    for (const QString& file : {u"Job_Report.rpt"_s, u"Estimate_Quote.rpt"_s})
+        EXPECT_TRUE(money(file));
+    // A quantity for which nothing is quoted stands there without a price.
+    EXPECT_TRUE(shown->page(0).text().contains(u"40"_s));
+    EXPECT_FALSE(shown->page(0).text().contains(u"0.0000"_s));
+    core::shared().CurrentUserName = u"planner"_s;
+    core::shared().CurrentUserNo = 4711;
+    for (const QString& file : {u"Job_Report.rpt"_s, u"Estimate_Quote.rpt"_s})
+        EXPECT_FALSE(money(file));
 }
 
 MIRSA_BOTH_ENGINES(ReportLaunch);

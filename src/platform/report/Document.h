@@ -43,6 +43,7 @@ struct Page {
 class Document {
   public:
     QString title;
+    QString name; ///< what a copy of it is called, as a file for instance; may hold any character
     Paper paper;
     std::vector<Style> styles;
     std::vector<QImage> pictures;

@@ -114,6 +114,7 @@ class Parser {
         return left;
     }
     NodePtr notExpression() {
+        const Nesting nesting(*this);
         if (takeWord(QLatin1String("not")))
             return node(Op::Not, {notExpression()});
         return comparison();
@@ -154,6 +155,7 @@ class Parser {
         }
     }
     NodePtr factor() {
+        const Nesting nesting(*this);
         if (take(QLatin1String("-")))
             return node(Op::Negate, {factor()});
         if (take(QLatin1String("("))) {
@@ -206,8 +208,9 @@ class Parser {
             ++m_at;
         auto made = node(Op::Literal);
         const QStringView digits = QStringView(m_text).mid(start, m_at - start);
-        made->literal =
-            digits.contains(u'.') ? Value(digits.toDouble()) : Value(digits.toLongLong());
+        bool whole = false;
+        const qlonglong integer = digits.toLongLong(&whole);
+        made->literal = whole ? Value(integer) : Value(digits.toDouble());
         return made;
     }
     NodePtr named() {
@@ -265,8 +268,26 @@ class Parser {
         return made;
     }
 
+    /// Trees are walked by recursion: no text may make one that overflows the stack.
+    class Nesting {
+      public:
+        explicit Nesting(Parser& parser) : m_depth(parser.m_depth) {
+            constexpr int mostDepth = 400, mostFactors = 2000;
+            if (++m_depth > mostDepth || ++parser.m_factors > mostFactors)
+                fail(u"the expression is too long: %1 ..."_s.arg(parser.m_text.left(60)));
+        }
+        ~Nesting() { --m_depth; }
+        Nesting(const Nesting&) = delete;
+        Nesting& operator=(const Nesting&) = delete;
+
+      private:
+        int& m_depth;
+    };
+
     const QString& m_text;
     qsizetype m_at;
+    int m_depth = 0;
+    int m_factors = 0;
 };
 
 bool isNumber(const Value& value) {

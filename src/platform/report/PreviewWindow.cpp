@@ -9,7 +9,9 @@
 #include "platform/values/Numbers.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QComboBox>
+#include <QDir>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -17,6 +19,7 @@
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QSpinBox>
+#include <QStandardPaths>
 #include <QStatusBar>
 #include <QToolBar>
 
@@ -67,6 +70,8 @@ PreviewWindow* PreviewWindow::open(std::shared_ptr<const Document> document,
                                    const WindowPlacing& placing) {
     auto* window = new PreviewWindow(std::move(document), placing);
     window->setAttribute(Qt::WA_DeleteOnClose);
+    window->m_behind = QApplication::activeModalWidget() != nullptr;
+    window->setAttribute(Qt::WA_ShowWithoutActivating, window->m_behind);
     window->show();
     return window;
 }
@@ -197,6 +202,14 @@ void PreviewWindow::showState() {
     m_zoom->setEditText(zoom);
 }
 
+bool PreviewWindow::event(QEvent* event) {
+    if (event->type() == QEvent::WindowUnblocked && std::exchange(m_behind, false)) {
+        raise();
+        activateWindow();
+    }
+    return QMainWindow::event(event);
+}
+
 void PreviewWindow::keyPressEvent(QKeyEvent* event) {
     if (event->key() != Qt::Key_Escape) {
         QMainWindow::keyPressEvent(event);
@@ -208,13 +221,18 @@ void PreviewWindow::keyPressEvent(QKeyEvent* event) {
         close();
 }
 
-void PreviewWindow::saveAsPdf() {
-    QString suggested = windowTitle();
+QString PreviewWindow::suggestedFile() const {
+    QString name = m_document->name.isEmpty() ? windowTitle() : m_document->name;
     static const QString unfit = u"\\/:*?\"<>|"_s;
     for (const QChar c : unfit)
-        suggested.replace(c, u'-');
+        name.replace(c, u'-');
+    const QString folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    return QDir(folder).filePath(name + u".pdf"_s);
+}
+
+void PreviewWindow::saveAsPdf() {
     QString path =
-        screen::seams().saveFile(u"Save as PDF"_s, suggested + u".pdf"_s, u"PDF files (*.pdf)"_s);
+        screen::seams().saveFile(u"Save as PDF"_s, suggestedFile(), u"PDF files (*.pdf)"_s);
     if (path.isEmpty())
         return;
     if (!path.endsWith(u".pdf"_s, Qt::CaseInsensitive))

@@ -20,17 +20,21 @@ class PageView;
 class PreviewWindow : public QMainWindow {
   public:
     PreviewWindow(std::shared_ptr<const Document> document, const WindowPlacing& placing);
-    /// Makes and shows one, which deletes itself when it is closed.
+    /// Makes and shows one, which deletes itself when it is closed. Behind a dialog it waits and
+    /// comes to the front when that has gone.
     static PreviewWindow* open(std::shared_ptr<const Document> document,
                                const WindowPlacing& placing);
 
     /// Asks for a file and saves the pages as a PDF.
     void saveAsPdf();
+    /// What the PDF is called until the user says otherwise: the document's name, in his documents.
+    QString suggestedFile() const;
     /// Asks for a printer and prints the pages chosen there.
     void print();
     PageView* view() const { return m_view; }
 
   protected:
+    bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
   private:
@@ -51,6 +55,7 @@ class PreviewWindow : public QMainWindow {
     QLabel* m_state;
     QLabel* m_message;
     QList<QAction*> m_backward, m_forward;
+    bool m_behind = false; ///< opened while a dialog was in front
 };
 
 } // namespace report

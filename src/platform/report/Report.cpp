@@ -23,7 +23,9 @@ void setPreviewer(Previewer previewer) {
 int Report::printReport() {
     m_errorDetail.clear();
     try {
-        const ReportFile file = readReportFile(reportFileName);
+        ReportFile file = readReportFile(reportFileName);
+        if (!showMoney)
+            leaveOutMoney(file);
         ProgressBox progress(u"Preparing the report: page %1 ..."_s, windowTitle, parentWindow);
         std::shared_ptr<const Document> document =
             layOut(file, m_source, selectionFormula,

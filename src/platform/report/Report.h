@@ -38,6 +38,7 @@ class Report {
     QString selectionFormula; ///< empty: all records
     QString windowTitle;
     QString currencySymbol = u"$"_s;
+    bool showMoney = true; ///< false: what the file marks as money is left out
     int windowHeight = 0, windowWidth = 0, windowTop = 0, windowLeft = 0;
     QPointer<QWidget> parentWindow;
 

@@ -42,6 +42,7 @@ struct Element {
     Kind kind = Kind::Text;
     double x = 0, y = 0, w = 0, h = 0;
     std::optional<Expression> showIf;
+    bool money = false; ///< left out for users who may not see money
 
     Template text; ///< of a text or a bar code
     int style = 0; ///< index into ReportFile::styles
@@ -67,6 +68,7 @@ struct Band {
     double height = 0;
     std::vector<Element> elements;
     std::optional<Expression> showIf;
+    bool money = false;       ///< left out as a whole for users who may not see money
     bool keepTogether = true; ///< goes to the next page as a whole where that has room for it
     /// Never the last thing on a page: always, or where the condition holds.
     bool keepWithNext = false;
@@ -136,6 +138,8 @@ struct Parameter {
 struct ReportFile {
     QString path;
     QString title;
+    Template
+        documentName; ///< of one printed copy, such as its PDF; it names the first row's fields
     Paper paper;
     std::vector<Style> styles; ///< the first is the ordinary text
     std::vector<Parameter> parameters;
@@ -145,6 +149,9 @@ struct ReportFile {
     bool headerOnFirstPage = true;
     int totals = 0; ///< number of totals in all lists
 };
+
+/// Takes the bands and elements out that are marked as money.
+void leaveOutMoney(ReportFile& file);
 
 /// Reads a report file. Throws ReportError: reportNotFound; unableToLoad, with file, line and what
 /// is wrong.

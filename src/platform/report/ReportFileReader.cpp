@@ -154,6 +154,7 @@ class Reader {
             fail(u"A report file begins with <report>"_s);
         Attributes attributes(*this);
         m_report.title = attributes.text(QLatin1String("title"));
+        m_report.documentName = Template::parse(attributes.text(QLatin1String("documentName")));
         attributes.end();
         m_report.styles.push_back({});
         m_styleNames.insert(QString(), 0);
@@ -375,6 +376,7 @@ class Reader {
         Band band;
         band.height = attributes.number(QLatin1String("height"), 0);
         band.showIf = attributes.condition(QLatin1String("showIf"));
+        band.money = attributes.flag(QLatin1String("money"), false);
         band.keepTogether = attributes.flag(QLatin1String("keepTogether"), true);
         const QString with = attributes.text(QLatin1String("keepWithNext"), u"no"_s);
         if (with == u"yes")
@@ -419,6 +421,7 @@ class Reader {
         element.w = attributes.number(QLatin1String("w"), upright ? 0 : rest);
         element.h = attributes.number(QLatin1String("h"), 0);
         element.showIf = attributes.condition(QLatin1String("showIf"));
+        element.money = attributes.flag(QLatin1String("money"), false);
         switch (element.kind) {
         case Element::Kind::Text:
             readTextAttributes(attributes, element);

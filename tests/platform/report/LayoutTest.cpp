@@ -261,6 +261,13 @@ TEST_F(Layout, faultsOfAFileNameTheirLine) {
               u"20525 test.rpt:1: A total can stand in details and footers only"_s);
     EXPECT_TRUE(told(u"<body><detail><band><text>{No</text></band></detail></body>"_s)
                     .startsWith(u"20525 test.rpt:1: \"}\" is missing"_s));
+    // Texts that would send the recursion off the stack's end.
+    const QString deep = QString(5000, u'(') + u'1' + QString(5000, u')');
+    const QString wide = u"1"_s + u" + 1"_s.repeated(10000);
+    for (const QString& expression : {deep, wide})
+        EXPECT_TRUE(
+            told(u"<body><detail><band><text>{%1}</text></band></detail></body>"_s.arg(expression))
+                .contains(u"the expression is too long"_s));
     EXPECT_TRUE(told(u"<body><detail>"_s).startsWith(u"20525 test.rpt:1:"_s));
     EXPECT_EQ(told(u"<body><detail><band><text>{Nix}</text></band></detail></body>"_s),
               u"20509 test.rpt: no query gives the field Nix"_s);

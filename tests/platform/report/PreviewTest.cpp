@@ -27,7 +27,8 @@ class Preview : public testsupport::ScreenFixture {
             table.rows.push_back({number});
         source.add(u"Job"_s, std::move(table));
         const auto file = report::readReportText(
-            "<report title=\"Jobs\"><query><from>Job</from></query><body><detail>"
+            "<report title=\"Jobs\" documentName=\"Job {No} for "
+            "'AC/DC'\"><query><from>Job</from></query><body><detail>"
             "<band newPage=\"yes\"><text>Job number {No}</text>"
             "<text y=\"200\">{iif(No = 3 or No = 7, 'Needle here', 'hay')}</text></band>"
             "</detail></body></report>",
@@ -106,6 +107,7 @@ TEST_F(Preview, searchGoesFromPlaceToPlaceAndRound) {
 }
 
 TEST_F(Preview, savesAPdfAndTellsWhereItCannot) {
+    EXPECT_TRUE(window->suggestedFile().endsWith(u"/Job 1 for 'AC-DC'.pdf"_s));
     QTemporaryDir folder;
     expectSaveFile(folder.filePath(u"jobs"_s));
     press(Qt::Key_S, Qt::ControlModifier);
