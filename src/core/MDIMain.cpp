@@ -83,6 +83,7 @@ MDIMain::MDIMain() : m_area(new QMdiArea(this)) {
     screen::Forms::setHost([this](screen::Form& form) { place(form); },
                            [this](screen::Form& form) { bringForward(form); });
     setShell(this);
+    openHelpFromDialogs(this);
 }
 
 MDIMain::~MDIMain() {
@@ -164,8 +165,17 @@ void MDIMain::SecureMenuObjects() {
         action->setEnabled(rights.isEnabled(name));
         action->setVisible(rights.isVisible(name));
     }
+    const QStringList missing = companionsMissing();
+    for (const QString& name : missing)
+        menuAction(name)->setVisible(false);
+    QAction* external = menuAction(u"mnuExternal"_s);
+    const auto companions = external->menu()->actions();
+    external->setVisible(external->isVisible() &&
+                         std::any_of(companions.begin(), companions.end(),
+                                     [](const QAction* one) { return one->isVisible(); }));
     for (auto button = m_buttons.cbegin(); button != m_buttons.cend(); ++button)
-        button.value()->setVisible(rights.isButtonVisible(button.key()));
+        button.value()->setVisible(rights.isButtonVisible(button.key()) &&
+                                   !missing.contains(toolButtonMenu(button.key())));
     showStatus();
 }
 
@@ -225,12 +235,8 @@ void MDIMain::performHandler(const QString& name) {
         edit::paste(m_lastControl);
     else if (is(u"mnuEditDelete"))
         edit::deleteSelection(m_lastControl);
-    else if (is(u"mnuFileBenchline"))
-        startBenchline();
-    else if (is(u"mnuFileAutoMirsa"))
-        startAutoMirsa();
-    else if (is(u"mnuFileBarcode"))
-        startTimeTracking();
+    else if (startCompanion(name))
+        return;
     else if (is(u"mnuSpellCheck"))
         checkSpelling(m_lastControl);
     else if (is(u"mnuArrange"))

@@ -145,6 +145,13 @@ TEST_P(Login, TheMenusFollowTheRights) {
     EXPECT_TRUE(enabled("mnuUtilitiesChangePassword"));
     EXPECT_FALSE(enabled("mnuInvoice")) << "its screen is not installed";
     EXPECT_FALSE(shell.toolButton(4)->isVisible());
+    const QStringList companions{u"mnuFileBenchline"_s, u"mnuFileBarcode"_s, u"mnuExternal"_s};
+    for (const bool installed : {true, false}) {
+        programsStart = installed;
+        shell.SecureMenuObjects();
+        for (const QString& name : companions)
+            EXPECT_EQ(shell.menuAction(name)->isVisible(), installed) << name.toStdString();
+    }
 }
 
 /// A screen that may be told to refuse to close.

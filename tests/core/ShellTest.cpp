@@ -1,5 +1,6 @@
 #include "core/Shell.h"
 #include "core/EditActions.h"
+#include "core/Guide.h"
 #include "core/MDIMain.h"
 #include "core/MirsaMain.h"
 #include "core/Screens.h"
@@ -13,11 +14,14 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QPushButton>
+#include <QTemporaryDir>
 #include <QTest>
+#include <QTextBrowser>
 #include <QVBoxLayout>
 
 namespace {
@@ -124,6 +128,43 @@ TEST_F(Shell, CompanionsAreActivatedOrStartedFromTheProgramFolder) {
     programsStart = false;
     expectBoxContaining(QString());
     click("mnuFileBenchline");
+    EXPECT_EQ(started.last(), u"/shop/Benchline.exe maximised"_s);
+}
+
+TEST_F(Shell, HelpOpensOnThePageOfTheScreenInFrontAndSearchesAllPages) {
+    QTemporaryDir folder;
+    QDir(folder.path()).mkdir(u"mirsa-help"_s);
+    const auto page = [&](const QString& name, const QString& html) {
+        QFile file(folder.filePath(u"mirsa-help/"_s + name));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(html.toUtf8());
+    };
+    page(u"index.html"_s, u"<html><body><h1>Contents</h1><p>All pages.</p></body></html>"_s);
+    page(u"small.html"_s,
+         u"<html><head><meta name=\"screens\" content=\"frmFirst frmOther\"></head>"
+         "<body><h1>Small tables</h1><p>Terms &amp; units of <b>measure</b></p>"
+         "</body></html>"_s);
+    page(u"frmSecond.html"_s, u"<html><body><h1>Second</h1><p>measure twice</p></body></html>"_s);
+    core::shared().ProgramFolder = folder.path();
+    const auto shownPage = [] {
+        auto* browser = qobject_cast<QTextBrowser*>(QApplication::focusWidget());
+        return browser ? browser->source().fileName() : QString();
+    };
+    show("frmFirst");
+    click("mnuHelp32");
+    QTRY_COMPARE(shownPage(), u"small.html"_s);
+    QPointer<QWidget> window = QApplication::activeWindow();
+    auto* wanted = window->findChild<QLineEdit*>(u"wanted"_s);
+    wanted->setText(u"MEASURE units"_s);
+    QTest::keyClick(wanted, Qt::Key_Return);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    QTRY_COMPARE(shownPage(), u"small.html"_s);
+    const core::Guide guide(folder.filePath(u"mirsa-help"_s));
+    EXPECT_EQ(guide.search(u"measure"_s).size(), 2u);
+    EXPECT_EQ(guide.search(u"small measure"_s).front().excerpt, u"Terms & units of measure"_s);
+    EXPECT_EQ(guide.pageOf(u"FRMSECOND"_s), u"frmSecond.html"_s);
+    EXPECT_EQ(guide.pageOf(u"frmNone"_s), QString());
+    delete window;
 }
 
 TEST_F(Shell, ADocumentStandsOnceAndTheWindowMenuListsIt) {

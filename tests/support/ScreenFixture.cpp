@@ -145,6 +145,13 @@ void ScreenFixture::installSeams() {
     seams.openFile = [this, takeFile](const QString& title, const QString&, const QString&) {
         return takeFile(m_openFiles, title);
     };
+    seams.isInstalled = [this](const QString&) { return programsStart; };
+    seams.startMaximised = [this](const QString& program, QString& error) {
+        started << program + u" maximised"_s;
+        if (!programsStart)
+            error = u"File not found: "_s + program;
+        return programsStart;
+    };
     seams.startProgram = [this](const QString& program, const QStringList& arguments,
                                 QString& error) {
         started << (QStringList(program) + arguments).join(u' ');

@@ -121,6 +121,8 @@ Seams desktop() {
         return QFileDialog::getOpenFileName(QApplication::activeWindow(), title, folder, filter);
     };
     own.startProgram = platform::startProgram;
+    own.startMaximised = platform::startMaximised;
+    own.isInstalled = platform::isInstalled;
     own.activateWindow = platform::activateWindow;
     own.beep = [] { QApplication::beep(); };
     own.runTimeError = [](int number, const QString& text) {

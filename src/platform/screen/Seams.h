@@ -27,6 +27,10 @@ struct Seams {
     /// Starts a program; false and a message in `error` if it doesn't start.
     std::function<bool(const QString& program, const QStringList& arguments, QString& error)>
         startProgram;
+    /// The same for a companion whose window is to be maximised.
+    std::function<bool(const QString& program, QString& error)> startMaximised;
+    /// Whether a program that could be started stands there.
+    std::function<bool(const QString& program)> isInstalled;
     /// Brings another program's window to the front by its title; false if there is none.
     std::function<bool(const QString& title)> activateWindow;
     std::function<void()> beep;

@@ -12,7 +12,10 @@
 
 namespace platform {
 
-bool startProgram(const QString& program, const QStringList& arguments, QString& error) {
+namespace {
+
+/// The file that stands for a program; empty if it isn't there or can't be executed.
+QString fileOf(const QString& program) {
     QStringList candidates{program};
 #ifndef Q_OS_WIN
     if (program.endsWith(u".exe", Qt::CaseInsensitive))
@@ -20,20 +23,52 @@ bool startProgram(const QString& program, const QStringList& arguments, QString&
 #endif
     for (const QString& candidate : candidates) {
         const QFileInfo file(candidate);
-        const bool found = file.isAbsolute() ? file.isFile() && file.isExecutable()
-                                             : !QStandardPaths::findExecutable(candidate).isEmpty();
-        if (!found)
-            continue;
-        QProcess process;
-        process.setProgram(candidate);
-        process.setArguments(arguments);
-        if (process.startDetached())
-            return true;
-        error = process.errorString();
+        if (!file.isAbsolute()) {
+            if (!QStandardPaths::findExecutable(candidate).isEmpty())
+                return candidate;
+        } else if (file.isFile() && file.isExecutable()) {
+            return candidate;
+        }
+    }
+    return {};
+}
+
+bool start(const QString& program, const QStringList& arguments, bool maximised, QString& error) {
+    const QString file = fileOf(program);
+    if (file.isEmpty()) {
+        error = u"File not found: %1"_s.arg(program);
         return false;
     }
-    error = u"File not found: %1"_s.arg(program);
+    QProcess process;
+    process.setProgram(file);
+    process.setArguments(arguments);
+#ifdef Q_OS_WIN
+    if (maximised)
+        process.setCreateProcessArgumentsModifier([](QProcess::CreateProcessArguments* how) {
+            how->startupInfo->dwFlags |= STARTF_USESHOWWINDOW;
+            how->startupInfo->wShowWindow = SW_SHOWMAXIMIZED;
+        });
+#else
+    Q_UNUSED(maximised)
+#endif
+    if (process.startDetached())
+        return true;
+    error = process.errorString();
     return false;
+}
+
+} // namespace
+
+bool startProgram(const QString& program, const QStringList& arguments, QString& error) {
+    return start(program, arguments, false, error);
+}
+
+bool startMaximised(const QString& program, QString& error) {
+    return start(program, {}, true, error);
+}
+
+bool isInstalled(const QString& program) {
+    return !fileOf(program).isEmpty();
 }
 
 bool activateWindow(const QString& title) {
