@@ -24,6 +24,8 @@ bool Program::openShop(const QString& programFolder) {
         state.ProgramFolder = programFolder;
         state.MainDatabase = jet::openProgramFolder(programFolder);
         state.DatabasePath = state.MainDatabase->name();
+        // A file that was closed is whole by itself: no log beside it that a copy would miss.
+        screen::seams().beforeEnd = [&state] { state.MainDatabase.reset(); };
     });
 }
 

@@ -12,8 +12,29 @@
 
 namespace core {
 
+namespace {
+
+/// Pictures no wider than the page.
+class PageBrowser : public QTextBrowser {
+  public:
+    using QTextBrowser::QTextBrowser;
+    QVariant loadResource(int type, const QUrl& name) override {
+        const QVariant loaded = QTextBrowser::loadResource(type, name);
+        if (type != QTextDocument::ImageResource)
+            return loaded;
+        QImage picture;
+        picture.loadFromData(loaded.toByteArray());
+        const int room =
+            std::max(200, viewport()->width() - 2 * qRound(document()->documentMargin()));
+        return picture.width() > room ? picture.scaledToWidth(room, Qt::SmoothTransformation)
+                                      : picture;
+    }
+};
+
+} // namespace
+
 HelpWindow::HelpWindow(const QString& folder)
-    : m_guide(folder), m_browser(new QTextBrowser(this)), m_wanted(new QLineEdit(this)) {
+    : m_guide(folder), m_browser(new PageBrowser(this)), m_wanted(new QLineEdit(this)) {
     setObjectName(u"helpWindow"_s);
     setWindowTitle(u"Mirsa Help"_s);
     m_browser->setObjectName(u"helpPage"_s);
@@ -64,6 +85,11 @@ HelpWindow* HelpWindow::open(const QString& folder, const QString& screen) {
     const QString page = window->m_guide.pageOf(screen);
     window->showPage(page.isEmpty() ? u"index.html"_s : page);
     // A dialog lets only the windows above itself take entries.
+    if (!window->isVisible() && QApplication::activeWindow()) {
+        QRect place(QPoint(), window->size());
+        place.moveCenter(QApplication::activeWindow()->frameGeometry().center());
+        window->move(place.topLeft());
+    }
     window->winId();
     QWidget* dialog = QApplication::activeModalWidget();
     window->windowHandle()->setTransientParent(dialog ? dialog->windowHandle() : nullptr);

@@ -21,6 +21,7 @@
 #include <QSpinBox>
 #include <QStandardPaths>
 #include <QStatusBar>
+#include <QTimer>
 #include <QToolBar>
 
 namespace report {
@@ -204,8 +205,11 @@ void PreviewWindow::showState() {
 
 bool PreviewWindow::event(QEvent* event) {
     if (event->type() == QEvent::WindowUnblocked && std::exchange(m_behind, false)) {
-        raise();
-        activateWindow();
+        // Behind the dialog's own last word, which brings the window below it forward.
+        QTimer::singleShot(0, this, [this] {
+            raise();
+            activateWindow();
+        });
     }
     return QMainWindow::event(event);
 }
@@ -226,8 +230,8 @@ QString PreviewWindow::suggestedFile() const {
     static const QString unfit = u"\\/:*?\"<>|"_s;
     for (const QChar c : unfit)
         name.replace(c, u'-');
-    const QString folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-    return QDir(folder).filePath(name + u".pdf"_s);
+    const QDir documents(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
+    return (documents.exists() ? documents : QDir::home()).filePath(name + u".pdf"_s);
 }
 
 void PreviewWindow::saveAsPdf() {

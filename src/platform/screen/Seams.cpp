@@ -132,7 +132,15 @@ Seams desktop() {
         }
         seams().endProcess(1);
     };
-    own.endProcess = [](int code) { std::_Exit(code); };
+    own.endProcess = [](int code) {
+        try {
+            if (seams().beforeEnd)
+                seams().beforeEnd();
+        } catch (const std::exception& error) {
+            qWarning("%s", error.what()); // nothing may keep the program from ending
+        }
+        std::_Exit(code);
+    };
     return own;
 }
 

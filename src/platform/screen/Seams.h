@@ -36,7 +36,9 @@ struct Seams {
     std::function<void()> beep;
     /// The run-time's box for an error that nothing caught; the real one ends the process.
     std::function<void(int number, const QString& text)> runTimeError;
-    /// Ends the process at once.
+    /// What has to be done before the process ends, such as closing the database; set by the start.
+    std::function<void()> beforeEnd;
+    /// Ends the process at once, after beforeEnd.
     std::function<void(int code)> endProcess;
 };
 
