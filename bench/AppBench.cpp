@@ -133,17 +133,17 @@ estimating::EstimateDraft draftOf(int lines) {
 
 void SaveEstimateOf50Lines(benchmark::State& state) {
     jet::Database& database = shop();
-    jet::Recordset rows = database.openRecordset(estimating::estimateRows());
     estimating::EstimateDraft draft = draftOf(50);
-    const qint64 estNo = estimating::saveEstimate(database, rows, 0, draft);
-    rows.requery();
-    rows.findFirst(u"EstNo = "_s + QString::number(estNo));
+    const qint64 estNo = estimating::saveEstimate(database, 0, draft).key;
     double n = 0;
     for (auto _ : state) {
-        draft.operations[0].time = ++n; // unchanged rows would not be written
-        estimating::saveEstimate(database, rows, estNo, draft);
+        // Unchanged rows would not be written.
+        const estimating::EstimateDraft before = draft;
+        for (estimating::OperRow& row : draft.operations)
+            row.time = ++n;
+        estimating::saveEstimate(database, estNo, draft, &before);
     }
-    estimating::deleteEstimate(database, rows, estNo);
+    estimating::deleteEstimate(database, estNo);
 }
 
 /// The same writes through bare prepared statements: the row, 50 rows deleted, 50 inserted.
@@ -213,22 +213,17 @@ void UpdateJobCostOfOneJob(benchmark::State& state) {
     }
 }
 
-/// A job is saved as it stands: its rows read and joined, deleted and written, its cost rolled up.
+/// A job is saved as it stands: its rows read, joined and written, its cost rolled up.
 void SaveAJob(benchmark::State& state) {
     jet::Database& database = shop();
     const qint64 jobNo = database
                              .lookup(u"SELECT TOP 1 JobNo FROM JobOper GROUP BY JobNo "
                                      "ORDER BY COUNT(*) DESC"_s)
                              .toLong();
-    jobs::JobDraft draft;
-    draft.operations =
-        estimating::loadOperRows(database, estimating::jobRouting(), jobNo, QString());
-    draft.fixedCosts = estimating::loadMiscRows(database, estimating::jobRouting(), jobNo);
+    jobs::JobDraft draft = *jobs::loadJob(database, jobNo);
     const jobs::JobDraft before = draft;
-    for (auto _ : state) {
-        jobs::changeJob(database, jobNo, before, draft);
-        jobs::UpdateJobCost(database, jobNo);
-    }
+    for (auto _ : state)
+        jobs::saveJob(database, jobNo, draft, &before);
     state.counters["operations"] = static_cast<double>(draft.operations.size());
 }
 

@@ -40,8 +40,10 @@ EstimateCost CalcEstimate(const std::vector<OperRow>& operations,
     cost.outContr = outContr.value();
     cost.fixed = fixed.value();
     cost.priceEach[0] = static_cast<double>(sumAll) / (quantity > 0 ? quantity : 1.0);
+    // The price that the first break shows, four decimals of it.
+    const double shownEach = Currency::fromDouble(cost.priceEach[0]).toDouble();
     for (std::size_t i = 1; i < cost.priceEach.size(); ++i)
-        cost.priceEach[i] = cost.priceEach[0] * (1.0 - discounts[i] / 100.0);
+        cost.priceEach[i] = shownEach * (1.0 - discounts[i] / 100.0);
     return cost;
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "estimating/EstimateForJob.h"
+#include <QtGlobal>
 
 namespace estimating {
 
@@ -8,9 +8,9 @@ namespace estimating {
 class CreateJobDialog {
   public:
     virtual ~CreateJobDialog() = default;
-    /// Number of the new job; 0 if the user cancelled or the job could not be made, which the
-    /// dialog has told.
-    virtual qint64 createJob(const EstimateForJob& estimate) = 0;
+    /// Makes it from the estimate as it is stored. Number of the new job; 0 if the user cancelled
+    /// or the job could not be made, which the dialog has told.
+    virtual qint64 createJob(qint64 estNo) = 0;
 };
 
 } // namespace estimating

@@ -2,106 +2,102 @@
 
 #include "platform/values/Literals.h"
 #include "platform/values/Numbers.h"
-#include "platform/values/Text.h"
 
 namespace estimating {
 
-using jet::Value;
+using core::column;
+using core::DocumentColumn;
 
 namespace {
 
-constexpr std::array<char16_t, breakCount> breakLetters{u'A', u'B', u'C', u'D', u'E'};
-
-QString breakColumn(const char16_t* stem, std::size_t i) {
-    return QString::fromUtf16(stem) + QChar(breakLetters[i]);
-}
-
-/// Runs a step of a save or delete; its name goes behind the engine's text if it fails.
-template <class Work>
-void step(const char16_t* name, Work work) {
-    try {
-        work();
-    } catch (const jet::Error& error) {
-        throw jet::Error(error.number(), error.text() + u"\r\n"_s + QString::fromUtf16(name));
+/// The same column of the five price breaks.
+template <class Member>
+void addBreaks(std::vector<DocumentColumn>& columns, const char16_t* stem, const char16_t* field,
+               Member PriceBreak::*member, const std::function<void(DocumentColumn&, int)>& say) {
+    for (int i = 0; i < breakCount; ++i) {
+        const QChar letter(u'A' + static_cast<char16_t>(i));
+        DocumentColumn one = column<EstimateHeader>(
+            QString::fromUtf16(stem) + letter, [ member, i ](auto& header) -> auto& {
+                return header.breaks[static_cast<std::size_t>(i)].*member;
+            });
+        one.field(QString::fromUtf16(field) + u"(%1)"_s.arg(i));
+        say(one, i);
+        one.words += u" of break "_s + letter;
+        columns.push_back(std::move(one));
     }
-}
-
-/// Writes the columns of a header; over an existing row only the prices and those that differ from
-/// what was shown, so that another station's change of the others stays.
-void writeHeader(jet::Recordset& rows, const EstimateHeader& header, const EstimateHeader* before) {
-    const auto put = [&](QStringView column, auto member) {
-        if (!before || header.*member != before->*member)
-            rows.set(column, header.*member);
-    };
-    put(u"CustID", &EstimateHeader::custId);
-    put(u"RFQNo", &EstimateHeader::rfqNo);
-    put(u"Description", &EstimateHeader::description);
-    put(u"PartNo", &EstimateHeader::partNo);
-    put(u"Material", &EstimateHeader::material);
-    put(u"Quantity", &EstimateHeader::quantity);
-    put(u"EstDate", &EstimateHeader::estDate);
-    put(u"EstShopRate", &EstimateHeader::shopRate);
-    put(u"OneShopRate", &EstimateHeader::oneShopRate);
-    for (std::size_t i = 0; i < header.breaks.size(); ++i) {
-        const PriceBreak& one = header.breaks[i];
-        rows.set(breakColumn(u"QtyBreak", i), one.quantity);
-        rows.set(breakColumn(u"QtyDiscount", i), one.discount);
-        rows.set(breakColumn(u"QtyPrice", i), one.price);
-        rows.set(breakColumn(u"QtyQP", i), one.quoted);
-        rows.set(breakColumn(u"QtyTotal", i), one.total);
-    }
-    put(u"EstNotes", &EstimateHeader::estNotes);
-    put(u"TravelerNotes", &EstimateHeader::travelerNotes);
-    put(u"JobNotes", &EstimateHeader::jobNotes);
-    put(u"AssemblyEstno", &EstimateHeader::assemblyEstNo);
-}
-
-QStringList basisOf(jet::Database& database, const QString& select) {
-    QStringList basis;
-    jet::Recordset set = database.openRecordset(select, jet::RecordsetType::Snapshot);
-    const int columns = static_cast<int>(set.fieldNames().size());
-    for (; !set.eof(); set.moveNext()) {
-        for (int column = 0; column < columns; ++column)
-            basis << set.field(column).toText();
-    }
-    return basis;
-}
-
-QStringList headerBasis(jet::Database& database, qint64 estNo) {
-    return basisOf(database, u"SELECT Quantity, EstShopRate, OneShopRate, QtyBreakA, "
-                             "QtyBreakB, QtyBreakC, QtyBreakD, QtyBreakE, QtyDiscountA, "
-                             "QtyDiscountB, QtyDiscountC, QtyDiscountD, QtyDiscountE, QtyQPA, "
-                             "QtyQPB, QtyQPC, QtyQPD, QtyQPE FROM Estimate WHERE EstNo = "_s +
-                                 QString::number(estNo));
-}
-
-QStringList operationBasis(jet::Database& database, qint64 estNo) {
-    return basisOf(database, u"SELECT OperNo, OperTime_Amount, OperShopRate FROM "
-                             "EstOper WHERE EstNo = "_s +
-                                 QString::number(estNo) + u" ORDER BY SeqNo"_s);
-}
-
-QStringList fixedCostBasis(jet::Database& database, qint64 estNo) {
-    return basisOf(database, u"SELECT ItemNo, UnitPrice, Quantity, CostAmount FROM "
-                             "EstMiscCost WHERE EstNo = "_s +
-                                 QString::number(estNo) +
-                                 u" ORDER BY ItemNo, Quantity, UnitPrice"_s);
-}
-
-void expectSame(const QStringList& now, const QStringList& before) {
-    if (now != before)
-        throw ChangedElsewhere();
-}
-
-QString pairOf(qint64 custId, const QString& rfqNo) {
-    return u"CustID="_s + QString::number(custId) + u" and RFQNo='"_s + values::quoted(rfqNo) +
-           u"'"_s;
 }
 
 } // namespace
 
+const core::DocumentColumns<EstimateHeader>& estimateColumns() {
+    using Header = EstimateHeader;
+    static const core::DocumentColumns<Header> all([] {
+        std::vector<DocumentColumn> columns{
+            column<Header>(u"CustID"_s, &Header::custId).field(u"dbcCustomer"_s, u"Customer"_s),
+            column<Header>(u"RFQNo"_s, &Header::rfqNo).field(u"txtRfqno"_s, u"RFQ No."_s),
+            column<Header>(u"PartNo"_s, &Header::partNo).field(u"txtPartno"_s, u"Part No."_s),
+            column<Header>(u"Description"_s, &Header::description)
+                .field(u"txtDescription"_s, u"Description"_s),
+            column<Header>(u"EstDate"_s, &Header::estDate)
+                .field(u"txtEstDate"_s, u"Date"_s)
+                .copied(false),
+            column<Header>(u"Quantity"_s, &Header::quantity)
+                .field(u"txtQuantity"_s, u"Quantity"_s)
+                .mask(u"#####0"_s),
+            column<Header>(u"EstShopRate"_s, &Header::shopRate)
+                .field(u"txtEstShopRate"_s, u"Hourly Rate"_s)
+                .mask(u"#####0.00"_s)
+                .secured(),
+            column<Header>(u"OneShopRate"_s, &Header::oneShopRate),
+            column<Header>(u"Material"_s, &Header::material)
+                .field(u"txtMaterial"_s, u"Special Material Notes"_s),
+            column<Header>(u"EstNotes"_s, &Header::estNotes)
+                .field(u"txtNotes(0)"_s, u"Quote notes"_s),
+            column<Header>(u"TravelerNotes"_s, &Header::travelerNotes)
+                .field(u"txtNotes(1)"_s, u"Traveler notes"_s),
+            column<Header>(u"JobNotes"_s, &Header::jobNotes)
+                .field(u"txtNotes(3)"_s, u"Job notes"_s),
+            column<Header>(u"AssemblyEstno"_s, &Header::assemblyEstNo).copied(false)};
+        columns.back().words = u"Assembly"_s;
+        addBreaks(columns, u"QtyBreak", u"txtQtyBreak", &PriceBreak::quantity,
+                  [](DocumentColumn& one, int i) {
+                      one.words = u"Quantity"_s;
+                      one.mask(u"#####0"_s);
+                      if (i == 0)
+                          one.locked().computed();
+                  });
+        addBreaks(columns, u"QtyDiscount", u"txtQtyDiscount", &PriceBreak::discount,
+                  [](DocumentColumn& one, int i) {
+                      one.words = u"Discount"_s;
+                      one.mask(u"##0.00"_s);
+                      if (i == 0)
+                          one.locked().computed();
+                  });
+        addBreaks(columns, u"QtyPrice", u"fpQtyPrice", &PriceBreak::price,
+                  [](DocumentColumn& one, int) { one.locked().secured().computed(); });
+        addBreaks(columns, u"QtyQP", u"fpQtyQP", &PriceBreak::quoted, [](DocumentColumn& one, int) {
+            one.words = u"Quoted Price"_s;
+            one.secured();
+        });
+        addBreaks(columns, u"QtyTotal", u"fpQtyTotal", &PriceBreak::total,
+                  [](DocumentColumn& one, int) { one.locked().secured().computed(); });
+        return columns;
+    }());
+    return all;
+}
+
 QString estimateRows() {
     return u"SELECT * FROM Estimate ORDER BY EstNo"_s;
+}
+
+std::optional<EstimateDraft> loadEstimate(jet::Database& database, qint64 estNo) {
+    const jet::Recordset row =
+        database.openRecordset(u"SELECT * FROM Estimate WHERE EstNo = "_s + QString::number(estNo),
+                               jet::RecordsetType::Snapshot);
+    if (row.isEmpty())
+        return std::nullopt;
+    return EstimateDraft{loadLines(database, estimateRouting(), estNo),
+                         estimateColumns().load(row)};
 }
 
 std::optional<Complaint> checkDraft(const EstimateDraft& draft) {
@@ -124,112 +120,75 @@ std::optional<Complaint> checkDraft(const EstimateDraft& draft) {
     return std::nullopt;
 }
 
-CostingBasis costingBasis(jet::Database& database, qint64 estNo) {
-    return {headerBasis(database, estNo), operationBasis(database, estNo),
-            fixedCostBasis(database, estNo)};
+EstimateCost reckonPrices(EstimateHeader& header, const RoutedLines& lines) {
+    header.breaks[0].quantity = static_cast<double>(header.quantity);
+    header.breaks[0].discount = 0;
+    std::array<double, breakCount> discounts{};
+    for (std::size_t i = 0; i < breakCount; ++i)
+        discounts[i] = header.breaks[i].discount;
+    const EstimateCost cost = CalcEstimate(lines.operations, lines.fixedCosts, header.oneShopRate,
+                                           header.shopRate, header.breaks[0].quantity, discounts);
+    for (std::size_t i = 0; i < breakCount; ++i)
+        header.breaks[i].price = values::Currency::fromDouble(cost.priceEach[i]);
+    return cost;
 }
 
-qint64 saveEstimate(jet::Database& database, jet::Recordset& rows, qint64 estNo,
-                    EstimateDraft& draft, const EstimateBefore* before) {
-    jet::Transaction transaction(database);
-    step(u"Update", [&] {
-        if (estNo != 0) {
-            // Where another station deleted the estimate the set stands on another one.
-            if (rows[u"EstNo"].toLong() != estNo)
-                throw jet::Error(jet::errors::rowDeleted, u"Record is deleted."_s);
-            rows.edit();
-            if (before)
-                expectSame(headerBasis(database, estNo), before->basis.header);
-        } else {
-            try {
-                rows.addNew();
-            } catch (const jet::Error&) {
-                rows.addNew();
-            }
-        }
-        writeHeader(rows, draft.header, before ? &before->header : nullptr);
-        rows.update();
-        if (estNo == 0)
-            estNo = rows.lastAddedKey().toLong();
-    });
-    const QString ofEstimate = u" WHERE EstNo = "_s + QString::number(estNo);
-    step(u"Delete EstOper", [&] {
-        if (before)
-            expectSame(operationBasis(database, estNo), before->basis.operations);
-        database.execute(u"DELETE FROM EstOper"_s + ofEstimate);
-    });
-    step(u"Delete EstMiscCost", [&] {
-        if (before)
-            expectSame(fixedCostBasis(database, estNo), before->basis.fixedCosts);
-        database.execute(u"DELETE FROM EstMiscCost"_s + ofEstimate);
-    });
-    step(u"Insert EstOper",
-         [&] { insertOperRows(database, estimateRouting(), estNo, draft.operations); });
-    step(u"Insert EstMiscCost",
-         [&] { insertMiscRows(database, estimateRouting(), estNo, draft.fixedCosts); });
-    step(u"Commit Trans", [&] { transaction.commit(); });
-    return estNo;
-}
-
-void deleteEstimate(jet::Database& database, jet::Recordset& rows, qint64 estNo) {
-    const QString ofEstimate = u" WHERE EstNo="_s + QString::number(estNo);
-    jet::Transaction transaction(database);
-    step(u"Delete EstOper", [&] { database.execute(u"DELETE FROM EstOper"_s + ofEstimate); });
-    step(u"Delete EstMiscCost",
-         [&] { database.execute(u"DELETE FROM EstMiscCost"_s + ofEstimate); });
-    step(u"Delete EstOperNote",
-         [&] { database.execute(u"Delete from EstOperNote"_s + ofEstimate); });
-    step(u"Delete Estimate", [&] { rows.remove(); });
-    step(u"Commit Trans", [&] { transaction.commit(); });
-}
-
-QString rfqNotes(jet::Database& database, qint64 custId, const QString& rfqNo) {
-    return database.lookup(u"SELECT rfqnotes FROM rfqnotes WHERE "_s + pairOf(custId, rfqNo))
-        .toText();
-}
-
-bool hasRfqNotes(jet::Database& database, qint64 custId, const QString& rfqNo) {
-    return database.hasRows(u"SELECT rfqnotes FROM rfqnotes WHERE "_s + pairOf(custId, rfqNo));
-}
-
-void writeRfqNotes(jet::Database& database, qint64 custId, const QString& rfqNo,
-                   const QString& notes) {
-    const QString text = u"'"_s + values::quoted(notes) + u"'"_s;
-    if (hasRfqNotes(database, custId, rfqNo)) {
-        database.execute(u"UPDATE RfqNotes SET rfqnotes = "_s + text + u" WHERE "_s +
-                         pairOf(custId, rfqNo));
-    } else {
-        database.execute(u"INSERT INTO RfqNotes (CustID, RFQNo, rfqnotes) VALUES("_s +
-                         QString::number(custId) + u",'"_s + values::quoted(rfqNo) + u"',"_s +
-                         text + u")"_s);
+void reckonTotals(EstimateHeader& header) {
+    std::array<double, breakCount> quoted{}, quantities{};
+    for (std::size_t i = 0; i < breakCount; ++i) {
+        quoted[i] = header.breaks[i].quoted.toDouble();
+        quantities[i] = header.breaks[i].quantity;
     }
+    const auto totals = CalcQuoteTotals(quoted, quantities);
+    for (std::size_t i = 0; i < breakCount; ++i)
+        header.breaks[i].total = values::Currency::fromDouble(totals[i]);
 }
 
-void dropUnusedRfqNotes(jet::Database& database, qint64 custId, const QString& rfqNo) {
-    const QString pair = pairOf(custId, rfqNo);
+SaveOutcome saveEstimate(jet::Database& database, qint64 estNo, EstimateDraft& draft,
+                         const EstimateDraft* before, const RfqNotesEntry& rfq,
+                         const QStringList& settled) {
+    SaveSteps steps;
+    steps.settled = settled;
+    steps.joined = [&] {
+        reckonPrices(draft.header, draft);
+        reckonTotals(draft.header);
+    };
+    std::optional<core::ChangedElsewhere> notesConflict;
     jet::Transaction transaction(database);
-    const Value count = database.lookup(u"SELECT COUNT(*) FROM Estimate WHERE "_s + pair);
-    if (count.toLong() == 0)
-        database.execute(u"DELETE FROM RfqNotes WHERE "_s + pair);
-    transaction.commit();
+    steps.alsoWrite = [&](qint64) {
+        RfqNotesEntry entry = rfq;
+        entry.overwrite = settled.contains(u"rfqnotes"_s);
+        notesConflict = saveRfqNotes(database, {draft.header.custId, draft.header.rfqNo}, entry);
+        if (before && !notesConflict) {
+            dropUnusedRfqNotes(database, {before->header.custId, before->header.rfqNo},
+                               {draft.header.custId, draft.header.rfqNo});
+        }
+    };
+    SaveOutcome outcome =
+        saveRouted(database, estimateRouting(), estimateColumns(), estNo, draft, before, steps);
+    if (notesConflict)
+        return {0, {}, std::move(notesConflict)};
+    if (outcome.key != 0)
+        runStep(estimateRouting(), u"Commit Trans"_s, [&] { transaction.commit(); });
+    return outcome;
 }
 
-void saveRfqNotes(jet::Database& database, const EstimateHeader& saved, const QString& oldRfqNo,
-                  const QString& notes) {
-    jet::Transaction transaction(database);
-    if (!oldRfqNo.isEmpty() && oldRfqNo != saved.rfqNo)
-        dropUnusedRfqNotes(database, saved.custId, oldRfqNo);
-    writeRfqNotes(database, saved.custId, saved.rfqNo, notes);
-    transaction.commit();
+void deleteEstimate(jet::Database& database, qint64 estNo) {
+    const jet::Recordset row = database.openRecordset(
+        u"SELECT CustID, RFQNo FROM Estimate WHERE EstNo = "_s + QString::number(estNo),
+        jet::RecordsetType::Snapshot);
+    deleteRouted(database, estimateRouting(), estNo, [&] {
+        if (!row.isEmpty())
+            dropUnusedRfqNotes(database, {row[u"CustID"].toLong(), row.text(u"RFQNo")});
+    });
 }
 
-std::optional<EstimateDraft> draftFromJob(jet::Database& database, qint64 jobNo,
-                                          const QString& currencySymbol) {
+std::optional<EstimateDraft> draftFromJob(jet::Database& database, qint64 jobNo) {
     const jet::Recordset job = database.openRecordset(
         u"SELECT * FROM job WHERE jobno="_s + QString::number(jobNo), jet::RecordsetType::Snapshot);
     if (job.isEmpty())
         return std::nullopt;
-    EstimateDraft draft;
+    EstimateDraft draft{loadLines(database, jobRouting(), jobNo), {}};
     EstimateHeader& header = draft.header;
     header.custId = job[u"CustID"].toLong();
     header.partNo = job.text(u"PartNo");
@@ -242,14 +201,12 @@ std::optional<EstimateDraft> draftFromJob(jet::Database& database, qint64 jobNo,
     header.material = job.text(u"Material");
     header.breaks[0].quantity = static_cast<double>(header.quantity);
     header.breaks[0].quoted = job[u"JobShopCost"].toCurrency();
-    draft.operations = loadOperRows(database, jobRouting(), jobNo, currencySymbol);
     for (OperRow& row : draft.operations) {
         row.hasNote = false;
         row.located = 0;
         row.status = u" "_s;
         row.estimated.reset();
     }
-    draft.fixedCosts = loadMiscRows(database, jobRouting(), jobNo);
     return draft;
 }
 

@@ -3,6 +3,10 @@
 #include "platform/values/Literals.h"
 #include "platform/values/Text.h"
 
+#include <QHash>
+
+#include <algorithm>
+
 namespace estimating {
 
 namespace {
@@ -51,85 +55,99 @@ void NoteStaging::stage(qint64 seqNo, const QString& text) {
                        u",'"_s + values::quoted(text) + u"')"_s);
 }
 
-void NoteStaging::move(const QString& table, int from, int to) {
-    m_database.execute(u"Update "_s + table + u" set SeqNo = "_s + num(to) + where(from));
+QStringList NoteStaging::tables() const {
+    if (m_documentNo != 0 && !m_kind.scheduleTable.isEmpty())
+        return {m_kind.scheduleTable, m_kind.noteTable};
+    return {m_kind.noteTable};
+}
+
+void NoteStaging::shift(const QString& table, int first, int last, bool up) {
+    if (first > last)
+        return;
+    m_database.execute(u"Update "_s + table + u" set SeqNo = SeqNo "_s +
+                       (up ? u"+ 1"_s : u"- 1"_s) + u" where "_s + m_kind.documentKey + u" = "_s +
+                       num(m_documentNo) + u" and SeqNo >= "_s + num(first) + u" and SeqNo <= "_s +
+                       num(last));
+}
+
+void NoteStaging::park(const QString& table, int place) {
+    m_database.execute(u"UPDATE "_s + table + u" SET SeqNo = 0"_s + where(place));
 }
 
 void NoteStaging::rowInserted(int place, int rowsBefore, const QString& defaultNote) {
-    const bool saved = m_documentNo != 0;
     jet::Transaction transaction(m_database);
-    for (int i = rowsBefore; i >= place; --i) {
-        if (saved && !m_kind.scheduleTable.isEmpty())
-            move(m_kind.scheduleTable, i, i + 1);
-        move(m_kind.noteTable, i, i + 1);
-    }
+    for (const QString& table : tables())
+        shift(table, place, rowsBefore, true);
     if (!defaultNote.isEmpty())
         stage(place, defaultNote);
     transaction.commit();
 }
 
 void NoteStaging::rowRemoved(int place, int rowsBefore) {
-    const bool saved = m_documentNo != 0;
-    const bool schedule = saved && !m_kind.scheduleTable.isEmpty();
     jet::Transaction transaction(m_database);
-    if (saved || m_kind.parksNotesOfNewDocument)
-        move(m_kind.noteTable, place, 0);
-    else
-        m_database.execute(u"Delete from "_s + m_kind.noteTable + where(place));
-    if (schedule)
-        move(m_kind.scheduleTable, place, 0);
-    for (int i = place + 1; i <= rowsBefore; ++i) {
-        if (schedule)
-            move(m_kind.scheduleTable, i, i - 1);
-        move(m_kind.noteTable, i, i - 1);
+    for (const QString& table : tables()) {
+        if (m_documentNo == 0 && !m_kind.parksNotesOfNewDocument)
+            m_database.execute(u"Delete from "_s + table + where(place));
+        else
+            park(table, place);
+        shift(table, place + 1, rowsBefore, false);
     }
     transaction.commit();
 }
 
-void NoteStaging::adopt(qint64 savedNo, int rows) {
+void NoteStaging::adopt(qint64 savedNo) {
     const QString& table = m_kind.noteTable;
     const QString& key = m_kind.documentKey;
     const auto deleteParked = [&] {
         m_database.execute(u"Delete * from "_s + table + u" where SeqNo = 0"_s);
-        if (!m_kind.scheduleTable.isEmpty()) {
+        if (!m_kind.scheduleTable.isEmpty())
             m_database.execute(u"Delete * from "_s + m_kind.scheduleTable + u" where SeqNo = 0"_s);
-        }
     };
     jet::Transaction transaction(m_database);
+    const bool wasSaved = m_documentNo != 0;
+    m_documentNo = savedNo;
+    if (wasSaved)
+        putBack();
     if (m_kind.deletesParkedFirst)
         deleteParked();
     m_database.execute(u"Update "_s + table + u" set "_s + key + u" = "_s + num(savedNo) +
                        u" where "_s + key + u" = 0"_s);
     if (!m_kind.deletesParkedFirst)
         deleteParked();
-    for (int i = 1; i <= rows; ++i) {
-        const QString place =
-            u" where "_s + key + u" = "_s + num(savedNo) + u" and SeqNo = "_s + num(i);
-        const jet::Value id = m_database.lookup(u"Select ID from "_s + m_kind.operTable + place);
-        if (id.isNull())
-            continue;
-        m_database.execute(u"Update "_s + table + u" set ID = "_s + id.toText() + place);
-    }
+    const QString& rows = m_kind.operTable;
+    m_database.execute(u"UPDATE "_s + table + u" INNER JOIN "_s + rows + u" ON ("_s + table +
+                       u"."_s + key + u" = "_s + rows + u"."_s + key + u") AND ("_s + table +
+                       u".SeqNo = "_s + rows + u".SeqNo) SET "_s + table + u".ID = "_s + rows +
+                       u".ID WHERE "_s + rows + u"."_s + key + u" = "_s + num(savedNo) +
+                       u" AND "_s + table + u".ID <> "_s + rows + u".ID"_s);
     transaction.commit();
-    m_documentNo = savedNo;
+}
+
+void NoteStaging::putBack() {
+    const QString& table = m_kind.noteTable;
+    const QString& rows = m_kind.operTable;
+    const QString& key = m_kind.documentKey;
+    m_database.execute(u"UPDATE "_s + table + u" INNER JOIN "_s + rows + u" ON "_s + table +
+                       u".ID = "_s + rows + u".ID SET "_s + table + u".SeqNo = "_s + rows +
+                       u".SeqNo WHERE "_s + rows + u"."_s + key + u" = "_s + num(m_documentNo) +
+                       u" AND "_s + table + u".SeqNo <> "_s + rows + u".SeqNo"_s);
+}
+
+void NoteStaging::restart() {
+    jet::Transaction transaction(m_database);
+    m_database.execute(u"Delete * from "_s + m_kind.noteTable + u" where "_s + m_kind.documentKey +
+                       u" = "_s + num(m_documentNo) + u" and ID = 0"_s);
+    putBack();
+    transaction.commit();
 }
 
 void NoteStaging::cancel() {
     const QString& table = m_kind.noteTable;
-    const QString& key = m_kind.documentKey;
     jet::Transaction transaction(m_database);
-    m_database.execute(u"Delete * from "_s + table + u" where "_s + key + u" = 0"_s);
+    m_database.execute(u"Delete * from "_s + table + u" where "_s + m_kind.documentKey + u" = 0"_s);
     m_database.execute(u"Delete * from "_s + table + u" where ID = 0"_s);
-    if (m_documentNo != 0) {
-        jet::Recordset saved =
-            m_database.openRecordset(u"Select SeqNo,ID from "_s + m_kind.operTable + u" where "_s +
-                                         key + u"="_s + num(m_documentNo) + u" ORDER BY SeqNo"_s,
-                                     jet::RecordsetType::Snapshot);
-        for (; !saved.eof(); saved.moveNext()) {
-            m_database.execute(u"Update "_s + table + u" set SeqNo = "_s + saved.text(u"SeqNo") +
-                               u" where ID = "_s + saved.text(u"ID"));
-        }
-    }
+    if (m_documentNo != 0)
+        putBack();
     transaction.commit();
 }
 
@@ -139,43 +157,90 @@ QString joinedNotes(const QString& defaultNote, const QString& otherNote) {
     return defaultNote + u"\r\n"_s + otherNote;
 }
 
+namespace {
+
+/// The default notes of operations, by their numbers.
+QHash<qint64, QString> defaultNotes(jet::Database& database, const std::vector<OperRow>& rows) {
+    QHash<qint64, QString> notes;
+    QStringList numbers;
+    for (const OperRow& row : rows)
+        numbers << num(row.operNo);
+    if (numbers.isEmpty())
+        return notes;
+    jet::Recordset set = database.openRecordset(
+        u"Select OperNo, [Note] from OperNote where OperNo in ("_s + numbers.join(u',') + u")"_s,
+        jet::RecordsetType::Snapshot);
+    for (; !set.eof(); set.moveNext())
+        notes.insert(set[u"OperNo"].toLong(), set.text(u"Note"));
+    return notes;
+}
+
+/// Stages a note for each row that has one, and marks the rows.
+void stageAll(jet::Database& database, const RoutingKind& kind, const QStringList& notes,
+              std::vector<OperRow>& rows) {
+    QString staged;
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        const QString& note = notes[static_cast<qsizetype>(i)];
+        rows[i].hasNote = !note.isEmpty();
+        if (note.isEmpty())
+            continue;
+        staged += (staged.isEmpty() ? QString() : u" UNION ALL "_s) + u"SELECT 0, 0, "_s +
+                  num(static_cast<qint64>(i) + 1) + u", '"_s + values::quoted(note) + u"'"_s;
+    }
+    if (!staged.isEmpty())
+        database.execute(u"INSERT INTO "_s + kind.noteTable + u" (ID, "_s + kind.documentKey +
+                         u", SeqNo, OperNotes) "_s + staged);
+}
+
+} // namespace
+
+QStringList notesOf(jet::Database& database, const RoutingKind& kind, qint64 documentNo,
+                    const std::vector<OperRow>& rows) {
+    jet::Recordset set =
+        database.openRecordset(u"Select ID, SeqNo, OperNotes from "_s + kind.noteTable +
+                                   u" where "_s + kind.documentKey + u" = "_s + num(documentNo),
+                               jet::RecordsetType::Snapshot);
+    QHash<qint64, QString> byRow, byPlace;
+    for (; !set.eof(); set.moveNext()) {
+        byRow.insert(set[u"ID"].toLong(), set.text(u"OperNotes"));
+        byPlace.insert(set[u"SeqNo"].toLong(), set.text(u"OperNotes"));
+    }
+    QStringList notes;
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        // By the row that it is bound to, also while somebody's edit has it at another place.
+        const bool bound = rows[i].id != 0 && byRow.contains(rows[i].id);
+        notes << (bound ? byRow.value(rows[i].id) : byPlace.value(static_cast<qint64>(i) + 1));
+    }
+    return notes;
+}
+
 void stageDefaultNotes(jet::Database& database, const RoutingKind& kind,
                        const std::vector<ChosenOperation>& chosen, std::vector<OperRow>& rows) {
-    NoteStaging staging(database, kind, 0);
-    jet::Transaction transaction(database);
-    for (std::size_t i = 0; i < rows.size(); ++i) {
+    const QHash<qint64, QString> defaults = defaultNotes(database, rows);
+    QStringList notes;
+    for (const OperRow& row : rows) {
         const auto wanted =
             std::any_of(chosen.begin(), chosen.end(), [&](const ChosenOperation& one) {
-                return one.operNo == rows[i].operNo && one.useNote;
+                return one.operNo == row.operNo && one.useNote;
             });
-        if (!wanted)
-            continue;
-        const QString text = defaultNote(database, rows[i].operNo);
-        if (text.isEmpty())
-            continue;
-        staging.stage(static_cast<qint64>(i) + 1, text);
-        rows[i].hasNote = true;
+        notes << (wanted ? defaults.value(row.operNo) : QString());
     }
-    transaction.commit();
+    stageAll(database, kind, notes, rows);
 }
 
 void stageCopiedNotes(jet::Database& database, const RoutingKind& kind, std::vector<OperRow>& rows,
                       const RoutingKind& fromKind, qint64 fromNo, bool useDefaultNotes,
                       bool carryNotes) {
-    NoteStaging staging(database, kind, 0);
-    const NoteStaging source(database, fromKind, fromNo);
-    jet::Transaction transaction(database);
+    const QHash<qint64, QString> defaults =
+        useDefaultNotes ? defaultNotes(database, rows) : QHash<qint64, QString>();
+    QStringList notes = carryNotes ? notesOf(database, fromKind, fromNo, rows) : QStringList();
+    notes.resize(static_cast<qsizetype>(rows.size()));
     for (std::size_t i = 0; i < rows.size(); ++i) {
-        const qint64 seqNo = static_cast<qint64>(i) + 1;
-        const QString own =
-            useDefaultNotes ? defaultNote(database, rows[i].description) : QString();
-        const QString carried = carryNotes ? source.note(seqNo).value_or(QString()) : QString();
-        const QString text = joinedNotes(own, carried);
-        rows[i].hasNote = !text.isEmpty();
-        if (!text.isEmpty())
-            staging.stage(seqNo, text);
+        QString& note = notes[static_cast<qsizetype>(i)];
+        note = joinedNotes(defaults.value(rows[i].operNo), note);
+        rows[i].id = 0;
     }
-    transaction.commit();
+    stageAll(database, kind, notes, rows);
 }
 
 } // namespace estimating

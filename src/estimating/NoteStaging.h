@@ -34,16 +34,24 @@ class NoteStaging {
     /// The row at `place` was taken out: its note is parked (or deleted), later ones move down.
     void rowRemoved(int place, int rowsBefore);
 
-    /// After the document was saved with `rows` rows: new notes get its number, parked ones go, and
-    /// all are bound to the rows' new identities.
-    void adopt(qint64 savedNo, int rows);
+    /// In the transaction of a save, after the rows: new notes get the document's number, parked
+    /// ones go, those of rows that stayed follow them, and all are bound to their rows.
+    void adopt(qint64 savedNo);
     /// Throws away what is new and puts the notes of a saved document back to their places. The
     /// text of a changed note and moved schedule rows are not put back.
     void cancel();
+    /// Throws away what is new in this document alone, and puts the others back.
+    void restart();
+    /// Puts the notes of a saved document back to the rows that they are bound to: a station that
+    /// ended inside an edit has left them elsewhere.
+    void putBack();
 
   private:
     QString where(qint64 seqNo) const;
-    void move(const QString& table, int from, int to);
+    /// Moves what stands at places from `first` to `last` by one.
+    void shift(const QString& table, int first, int last, bool up);
+    void park(const QString& table, int place);
+    QStringList tables() const;
     jet::Database& m_database;
     const RoutingKind& m_kind;
     qint64 m_documentNo;
@@ -58,10 +66,14 @@ void stageDefaultNotes(jet::Database& database, const RoutingKind& kind,
                        const std::vector<ChosenOperation>& chosen, std::vector<OperRow>& rows);
 
 /// Stages the notes of a copy under the document that is being added: default notes of the
-/// operations, and behind them the notes of the document copied from. The marks of `rows` tell
-/// afterwards which have one.
+/// operations, and behind them the notes of the document copied from, whose rows as they are stored
+/// `rows` must be. The marks of `rows` tell afterwards which have one.
 void stageCopiedNotes(jet::Database& database, const RoutingKind& kind, std::vector<OperRow>& rows,
                       const RoutingKind& fromKind, qint64 fromNo, bool useDefaultNotes,
                       bool carryNotes);
+
+/// The notes of the stored rows of a document, one for each; empty where there is none.
+QStringList notesOf(jet::Database& database, const RoutingKind& kind, qint64 documentNo,
+                    const std::vector<OperRow>& rows);
 
 } // namespace estimating

@@ -1,9 +1,10 @@
 #include "estimating/Routing.h"
 
-#include "estimating/NoteStaging.h"
 #include "platform/values/Literals.h"
 #include "platform/values/Numbers.h"
 #include "platform/values/Text.h"
+
+#include <QSet>
 
 namespace estimating {
 
@@ -25,29 +26,33 @@ int insertPlace(int rows, int activeRow, bool before) {
 }
 
 std::vector<OperRow> loadOperRows(jet::Database& database, const RoutingKind& kind,
-                                  qint64 documentNo, const QString& currencySymbol) {
+                                  qint64 documentNo) {
     const QString& table = kind.operTable;
+    const QString number = QString::number(documentNo);
+    jet::Recordset noted =
+        database.openRecordset(u"SELECT SeqNo FROM "_s + kind.noteTable + u" WHERE "_s +
+                                   kind.documentKey + u" = "_s + number,
+                               jet::RecordsetType::Snapshot);
+    QSet<qint64> notes;
+    for (; !noted.eof(); noted.moveNext())
+        notes.insert(noted[u"SeqNo"].toLong());
     jet::Recordset set = database.openRecordset(
-        u"SELECT "_s + table +
-            u".*, Operation.Description, Operation.OperType, "
-            "IIf([OperType]='I','Inhouse','Out Contr') AS OpType, "
-            "IIf([OperType]='I','hrs','"_s +
-            values::quoted(currencySymbol) + u"') AS HrsOrAmt FROM "_s + table +
+        u"SELECT "_s + table + u".*, Operation.Description, Operation.OperType FROM "_s + table +
             u" INNER JOIN Operation ON "_s + table + u".OperNo = Operation.OperNo WHERE "_s +
-            table + u"."_s + kind.documentKey + u"="_s + QString::number(documentNo) +
-            u" ORDER BY "_s + table + u".SeqNo"_s,
+            table + u"."_s + kind.documentKey + u"="_s + number + u" ORDER BY "_s + table +
+            u".SeqNo"_s,
         jet::RecordsetType::Snapshot);
 
-    const NoteStaging notes(database, kind, documentNo);
     std::vector<OperRow> rows;
     for (; !set.eof(); set.moveNext()) {
         OperRow row;
+        row.id = set[u"ID"].toLong();
         row.operNo = set[u"OperNo"].toLong();
         row.description = set.text(u"Description");
-        row.inhouse = set.text(u"OpType") == u"Inhouse"_s;
+        row.inhouse = set.text(u"OperType") == u"I"_s;
         row.time = set[u"OperTime_Amount"].toDouble();
         row.rate = set[u"OperShopRate"].toCurrency();
-        row.hasNote = notes.note(set[u"SeqNo"].toLong()).has_value();
+        row.hasNote = notes.contains(set[u"SeqNo"].toLong());
         if (kind.hasProgress) {
             row.located = static_cast<int>(set[u"OperLocated"].toLong());
             row.status = set.text(u"Status");
@@ -79,6 +84,11 @@ std::vector<MiscRow> loadMiscRows(jet::Database& database, const RoutingKind& ki
     return rows;
 }
 
+RoutedLines loadLines(jet::Database& database, const RoutingKind& kind, qint64 documentNo) {
+    return {documentNo, loadOperRows(database, kind, documentNo),
+            loadMiscRows(database, kind, documentNo)};
+}
+
 std::vector<OperRow> rowsFor(jet::Database& database,
                              const std::vector<ChosenOperation>& operations) {
     jet::Recordset catalogue =
@@ -104,42 +114,6 @@ std::vector<ChosenOperation> operationsOfSet(jet::Database& database, qint64 set
     for (; !set.eof(); set.moveNext())
         operations.push_back({set[u"OperNo"].toLong(), useNotes});
     return operations;
-}
-
-void insertOperRows(jet::Database& database, const RoutingKind& kind, qint64 documentNo,
-                    std::vector<OperRow>& rows) {
-    for (OperRow& row : rows) {
-        if (!row.inhouse)
-            row.rate = Currency();
-    }
-    const QString comma = u","_s;
-    const QString head = u"INSERT INTO "_s + kind.operTable + u" ("_s + kind.documentKey +
-                         u", SeqNo, OperNo, OperTime_Amount, OperShopRate"_s +
-                         (kind.hasProgress ? u", OperLocated, Status, Estoper"_s : QString()) +
-                         u") VALUES("_s + QString::number(documentNo) + comma;
-    for (std::size_t i = 0; i < rows.size(); ++i) {
-        const OperRow& row = rows[i];
-        QString sql = head + QString::number(i + 1) + comma + QString::number(row.operNo) + comma +
-                      values::numberText(row.time.value_or(0)) + comma + row.rate.toText();
-        if (kind.hasProgress) {
-            sql += comma + QString::number(row.located) + u",'"_s + values::quoted(row.status) +
-                   u"',"_s + values::numberText(row.estimated.value_or(0));
-        }
-        database.execute(sql + u")"_s);
-    }
-}
-
-void insertMiscRows(jet::Database& database, const RoutingKind& kind, qint64 documentNo,
-                    const std::vector<MiscRow>& rows) {
-    const QString comma = u","_s;
-    for (const MiscRow& row : rows) {
-        database.execute(u"INSERT INTO "_s + kind.miscTable + u" ("_s + kind.documentKey +
-                         u", UnitofMeasure, Unitprice, Quantity, CostAmount, "
-                         "ItemNo) VALUES("_s +
-                         QString::number(documentNo) + u",'"_s + values::quoted(row.unit) +
-                         u"',"_s + row.price.toText() + comma + row.quantity.toText() + comma +
-                         row.total.toText() + comma + QString::number(row.itemNo) + u")"_s);
-    }
 }
 
 QString defaultNote(jet::Database& database, qint64 operNo) {

@@ -14,6 +14,7 @@ namespace estimating {
 
 /// One line of a routing while a document is open. Its sequence number is its place from 1.
 struct OperRow {
+    qint64 id = 0; ///< of the stored row, which keeps it over a save; 0 until it is saved
     qint64 operNo = 0;
     QString description;
     bool inhouse = true;
@@ -39,6 +40,13 @@ struct MiscRow {
     void retotal() { total = price * quantity; } ///< throws values::Overflow
 };
 
+/// What stands under the header of an estimate or a job.
+struct RoutedLines {
+    qint64 documentNo = 0; ///< a save says here which number it writes, before it commits
+    std::vector<OperRow> operations;
+    std::vector<MiscRow> fixedCosts;
+};
+
 /// An operation of the catalogue, as it enters a routing.
 struct CatalogueOperation {
     qint64 operNo = 0;
@@ -62,9 +70,10 @@ int insertPlace(int rows, int activeRow, bool before);
 
 /// The routing of a saved document in order, with its note marks.
 std::vector<OperRow> loadOperRows(jet::Database& database, const RoutingKind& kind,
-                                  qint64 documentNo, const QString& currencySymbol);
+                                  qint64 documentNo);
 std::vector<MiscRow> loadMiscRows(jet::Database& database, const RoutingKind& kind,
                                   qint64 documentNo);
+RoutedLines loadLines(jet::Database& database, const RoutingKind& kind, qint64 documentNo);
 
 /// Rows for a list of catalogue operations; those that have left the catalogue are passed over.
 std::vector<OperRow> rowsFor(jet::Database& database,
@@ -72,12 +81,18 @@ std::vector<OperRow> rowsFor(jet::Database& database,
 /// The operations of a default set in its order, their default notes wanted or not.
 std::vector<ChosenOperation> operationsOfSet(jet::Database& database, qint64 setNo, bool useNotes);
 
-/// Writes the routing of a document, whose rows must have been deleted. The rate of a contractor
-/// row becomes 0, in `rows` too.
+/// Writes the routing of a document that has none. The rate of a contractor row becomes 0, in
+/// `rows` too.
 void insertOperRows(jet::Database& database, const RoutingKind& kind, qint64 documentNo,
                     std::vector<OperRow>& rows);
 void insertMiscRows(jet::Database& database, const RoutingKind& kind, qint64 documentNo,
                     const std::vector<MiscRow>& rows);
+/// The same over what is `stored`: rows that stay keep their identity and are written only where
+/// they differ, so that other programs' statements go on meeting them.
+void replaceOperRows(jet::Database& database, const RoutingKind& kind, qint64 documentNo,
+                     const std::vector<OperRow>& stored, std::vector<OperRow>& rows);
+void replaceMiscRows(jet::Database& database, const RoutingKind& kind, qint64 documentNo,
+                     const std::vector<MiscRow>& stored, const std::vector<MiscRow>& rows);
 
 /// The operation's default note; empty if it has none.
 QString defaultNote(jet::Database& database, qint64 operNo);

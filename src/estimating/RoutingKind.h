@@ -7,7 +7,10 @@ namespace estimating {
 /// What tells the routing of an estimate from that of a job. Everything else about routings, fixed
 /// costs and their notes is the same for both.
 struct RoutingKind {
-    QString documentKey; ///< the column that names the document in all its tables
+    QString documentTable;
+    QString documentKey;     ///< the column that names the document in all its tables
+    QString referenceColumn; ///< of documentTable: the customer's own number for it
+    QString parentColumn;    ///< of documentTable: the document it is a part of
     QString operTable;
     QString miscTable;
     QString noteTable;
@@ -24,6 +27,13 @@ struct RoutingKind {
     /// On save, parked rows are deleted before the notes of a new document are adopted; otherwise
     /// after it.
     bool deletesParkedFirst = false;
+    /// Inventory adds to the fixed costs by itself: what two stations changed of a quantity adds
+    /// up.
+    bool issuedFromStock = false;
+    // What a failed save or deletion tells.
+    bool stepsTellNumber = false; ///< the error's number in front
+    QString insertOperStep;
+    QString insertMiscStep;
     QString noteDialog; ///< the dialog's name
     QString noteCaption;
     QString documentLabel;

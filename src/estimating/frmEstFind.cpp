@@ -10,6 +10,7 @@ const FindKind& estimateFind() {
         .numberCaption = u"Find Estimate"_s,
         .numberPrompt = u"Enter an Estimate No. to Find"_s,
         .partPrompt = u"Enter a Part No. to Find"_s,
+        .partKeys = values::keys::name(),
         .found = u"frmEstFound"_s,
         .foundCaption = u"Estimates Found"_s,
         .table = u"Estimate"_s,

@@ -12,7 +12,7 @@ namespace estimating {
 
 /// The estimate module: header, routing, fixed costs and five price breaks of one estimate. Routing
 /// and fixed costs are working copies until the save; operation notes are staged in their table.
-class frmEstimate : public RoutedModule {
+class frmEstimate : public RoutedDocument<EstimateDraft, EstimateHeader> {
   public:
     static constexpr char formName[] = "frmEstimate";
     frmEstimate();
@@ -21,26 +21,25 @@ class frmEstimate : public RoutedModule {
     void ShowModuleMode(const QString& mode) override;
 
     void cmdNew_Click() override;
-    void cmdEdit_Click() override;
-    void cmdDelete_Click() override;
     void cmdFind_Click() override;
     void cmdGotoPart_Click();
     void cmdPartno_Click();
     void cmdRfqno_Click();
     void cmdCreateJob_Click();
-    void cmdAssembly_Click();
     void cmdPrintBOM_Click();
 
   protected:
     void newDefaults() override;
-    void showRecord() override;
-    void clearFields() override;
+    void takeRecord(const jet::Recordset* row) override;
     void lockFields(bool locked) override;
     bool validate() override;
-    bool writeRecord(bool adding, qint64& key) override;
-    void afterSave(qint64 key, bool adding) override;
-    void cancelStaged() override;
-    void tellNeighbours() override;
+    QString shownRows() const override { return estimateRows(); }
+    std::optional<EstimateDraft> load(qint64 estNo) override;
+    SaveOutcome store(qint64 estNo, EstimateDraft& draft, const EstimateDraft* before,
+                      const QStringList& settled) override;
+    void deleteDocument(qint64 estNo) override;
+    void reckon() override;
+    void customerTaken() override { txtRfqno_LostFocus(); }
 
   private:
     // Layout
@@ -50,45 +49,22 @@ class frmEstimate : public RoutedModule {
     QWidget* buttonPane();
     void wire();
 
-    // The four ways to begin a new estimate
-    struct CarriedCustomer {
-        QString custId;
-        QString company;
-        QString rfqNo;
-    };
-    void startFrom(const std::vector<ChosenOperation>& operations, const NewEstimate& how,
-                   const CarriedCustomer& customer);
     void copyCurrent(const NewEstimate& how);
-    void copyJob(const NewEstimate& how, const CarriedCustomer& customer);
-    void showCarried(const CarriedCustomer& customer, bool carry);
+    void copyJob(const NewEstimate& how, const Carried& customer);
 
-    void showBreaks(const EstimateHeader& header);
-    void showAssembly();
     void showJobsCreated();
     void txtRfqno_LostFocus();
-    void calcEstimate();
-    void calcQuoteTotals();
-    void calcBoth();
-    EstimateDraft draft() const;
-    values::Currency shopRate() const;
-    double number(const controls::TextField* field) const;
+    RfqPair pair();
 
-    QLabel* lblEstno = nullptr;
-    QLabel* lblAssembly = nullptr;
     controls::TextField* txtRfqno = nullptr;
     controls::TextField* txtPartno = nullptr;
-    controls::TextField* txtDescription = nullptr;
-    controls::MemoField* txtMaterial = nullptr;
     controls::TextField* txtQuantity = nullptr;
-    controls::DateField* txtEstDate = nullptr;
     controls::TextField* txtEstShopRate = nullptr;
     controls::DataCombo* dbcJobsCreated = nullptr;
     std::array<controls::MemoField*, 4> txtNotes{}; ///< quote, traveler, RFQ, job
     std::array<controls::TextField*, breakCount> txtQtyBreak{};
     std::array<controls::TextField*, breakCount> txtQtyDiscount{};
-    std::array<controls::CurrencyField*, breakCount> fpQtyPrice{};
     std::array<controls::CurrencyField*, breakCount> fpQtyQP{};
-    std::array<controls::CurrencyField*, breakCount> fpQtyTotal{};
     controls::CurrencyField* fpOutContr = nullptr;
     controls::CurrencyField* fpFixed = nullptr;
     QPushButton* cmdPartno = nullptr;
@@ -96,9 +72,7 @@ class frmEstimate : public RoutedModule {
     QPushButton* cmdCreateJob = nullptr;
     QPushButton* cmdAssembly = nullptr;
 
-    qint64 m_assemblyEstNo = 0;
-    QString m_oldRfqNo; ///< the RFQ number before the save
-    EstimateBefore m_before;
+    RfqNotesField m_rfqNotes;
 };
 
 } // namespace estimating

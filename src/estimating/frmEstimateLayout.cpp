@@ -57,7 +57,7 @@ QHBoxLayout* beside(QWidget* field, QPushButton* button) {
 
 } // namespace
 
-frmEstimate::frmEstimate() : RoutedModule(describe()) {
+frmEstimate::frmEstimate() : RoutedDocument(describe(), estimateRouting(), estimateColumns()) {
     auto* outside = new QVBoxLayout(this);
     outside->setContentsMargins(6, 6, 6, 6);
     outside->setSpacing(4);
@@ -65,7 +65,7 @@ frmEstimate::frmEstimate() : RoutedModule(describe()) {
     auto* title = new QHBoxLayout;
     outside->addLayout(title);
     auto* numberLabel = new QLabel(u"Estimate No.:"_s, this);
-    lblEstno = named(new QLabel(this), u"lblEstno"_s, u"Estimate No."_s);
+    auto* lblEstno = named(new QLabel(this), u"lblEstno"_s, u"Estimate No."_s);
     QFont large = lblEstno->font();
     large.setBold(true);
     lblEstno->setFont(large);
@@ -138,12 +138,12 @@ QWidget* frmEstimate::headerPane() {
     cmdRfqno = pick(u"cmdRfqno", u"Select RFQ No.");
     txtPartno = line(u"txtPartno", u"Part No.");
     cmdPartno = pick(u"cmdPartno", u"Select Part No.");
-    txtDescription = line(u"txtDescription", u"Description");
-    txtEstDate = named(new controls::DateField(pane), u"txtEstDate"_s, u"Estimate Date"_s);
+    TextField* txtDescription = line(u"txtDescription", u"Description");
+    auto* txtEstDate = named(new controls::DateField(pane), u"txtEstDate"_s, u"Estimate Date"_s);
     txtEstDate->setShown(controls::DateField::Shown::Long);
     txtQuantity = line(u"txtQuantity", u"Quantity");
     txtEstShopRate = line(u"txtEstShopRate", u"Hourly Rate");
-    txtMaterial =
+    auto* txtMaterial =
         named(new controls::MemoField(pane), u"txtMaterial"_s, u"Special Material Notes"_s);
     for (TextField* one : {txtQuantity, txtEstShopRate}) {
         one->setKeyFilter(values::keys::decimal());
@@ -169,23 +169,12 @@ QWidget* frmEstimate::headerPane() {
     grid->addWidget(txtEstDate, 0, 3);
     label(u"Qu&antity:"_s, txtQuantity, 1, 2);
     grid->addWidget(txtQuantity, 1, 3);
-    auto* rateLabel = label(u"&Hourly Rate:"_s, txtEstShopRate, 2, 2);
+    label(u"&Hourly Rate:"_s, txtEstShopRate, 2, 2);
     grid->addWidget(txtEstShopRate, 2, 3);
     label(u"Special &Material Notes:"_s, txtMaterial, 4, 0)->setAlignment(Qt::AlignTop);
     grid->addWidget(txtMaterial, 4, 1, 1, 3);
     grid->setColumnStretch(1, 3);
     grid->setColumnStretch(3, 2);
-    m_secured.push_back(rateLabel);
-    m_secured.push_back(txtEstShopRate);
-
-    screen::BoundFields& bound = fields();
-    bound.bind(u"RFQNo"_s, txtRfqno);
-    bound.bind(u"PartNo"_s, txtPartno);
-    bound.bind(u"Description"_s, txtDescription);
-    bound.bind(u"EstDate"_s, txtEstDate);
-    bindNumber(u"Quantity"_s, txtQuantity, u"#####0"_s);
-    bindNumber(u"EstShopRate"_s, txtEstShopRate, u"#####0.00"_s);
-    bound.bind(u"Material"_s, txtMaterial);
     return pane;
 }
 
@@ -198,9 +187,6 @@ QTabWidget* frmEstimate::notePane() {
             named(new controls::MemoField(tabs), indexed(u"txtNotes", i), title + u" notes"_s);
         tabs->addTab(txtNotes[i], title);
     }
-    fields().bind(u"EstNotes"_s, txtNotes[0]);
-    fields().bind(u"TravelerNotes"_s, txtNotes[1]);
-    fields().bind(u"JobNotes"_s, txtNotes[3]);
     return tabs;
 }
 
@@ -240,9 +226,6 @@ QWidget* frmEstimate::breakPane() {
     const auto letterOf = [](std::size_t i) {
         return u" of break "_s + QChar(u'A' + static_cast<char16_t>(i));
     };
-    const auto columnOf = [](const char16_t* stem, std::size_t i) {
-        return QString::fromUtf16(stem) + QChar(u'A' + static_cast<char16_t>(i));
-    };
     for (std::size_t i = 0; i < breakCount; ++i) {
         txtQtyBreak[i] = new TextField(pane);
         txtQtyBreak[i]->setKeyFilter(values::keys::decimal());
@@ -251,7 +234,6 @@ QWidget* frmEstimate::breakPane() {
             txtQtyBreak[i]->setNumberMask(u"#####0"_s);
         place(txtQtyBreak[i], indexed(u"txtQtyBreak", i), u"Quantity"_s + letterOf(i), 1,
               static_cast<int>(i) + 1);
-        bindNumber(columnOf(u"QtyBreak", i), txtQtyBreak[i], u"#####0"_s);
     }
     for (std::size_t i = 0; i < breakCount; ++i) {
         txtQtyDiscount[i] = new TextField(pane);
@@ -259,27 +241,22 @@ QWidget* frmEstimate::breakPane() {
         txtQtyDiscount[i]->setLimit(9);
         place(txtQtyDiscount[i], indexed(u"txtQtyDiscount", i), u"Discount"_s + letterOf(i), 2,
               static_cast<int>(i) + 1);
-        bindNumber(columnOf(u"QtyDiscount", i), txtQtyDiscount[i], u"##0.00"_s);
     }
-    const auto money = [&](std::array<CurrencyField*, breakCount>& row, const char16_t* name,
-                           const char16_t* stem, const QString& spoken, int at, bool typed) {
-        for (std::size_t i = 0; i < breakCount; ++i) {
-            row[i] = new CurrencyField(pane);
-            row[i]->setMask(at == 5 ? u"#####0.00##"_s : u"#####0.0000"_s);
-            place(row[i], indexed(name, i), spoken + letterOf(i), at, static_cast<int>(i) + 1);
-            if (typed) {
-                row[i]->setKeyFilter(values::keys::decimal());
-                row[i]->setLimit(14);
-                fields().bind(columnOf(stem, i), row[i]);
-            } else {
-                fields().bindShown(columnOf(stem, i), row[i]);
-            }
-            m_secured.push_back(row[i]);
-        }
+    const auto money = [&](const char16_t* name, const QString& spoken, int at, std::size_t i) {
+        auto* field = new CurrencyField(pane);
+        field->setMask(at == 5 ? u"#####0.00##"_s : u"#####0.0000"_s);
+        place(field, indexed(name, i), spoken + letterOf(i), at, static_cast<int>(i) + 1);
+        return field;
     };
-    money(fpQtyPrice, u"fpQtyPrice", u"QtyPrice", u"Est Price Each"_s, 3, false);
-    money(fpQtyQP, u"fpQtyQP", u"QtyQP", u"Quoted Price"_s, 4, true);
-    money(fpQtyTotal, u"fpQtyTotal", u"QtyTotal", u"Total"_s, 5, false);
+    for (std::size_t i = 0; i < breakCount; ++i)
+        money(u"fpQtyPrice", u"Est Price Each"_s, 3, i);
+    for (std::size_t i = 0; i < breakCount; ++i) {
+        fpQtyQP[i] = money(u"fpQtyQP", u"Quoted Price"_s, 4, i);
+        fpQtyQP[i]->setKeyFilter(values::keys::decimal());
+        fpQtyQP[i]->setLimit(14);
+    }
+    for (std::size_t i = 0; i < breakCount; ++i)
+        money(u"fpQtyTotal", u"Total"_s, 5, i);
 
     const auto shown = [&](const char16_t* name, const char16_t* text, int row) {
         auto* caption = new QLabel(QString::fromUtf16(text), pane);
@@ -324,23 +301,28 @@ void frmEstimate::wire() {
     on(cmdPartno, &frmEstimate::cmdPartno_Click);
     on(cmdRfqno, &frmEstimate::cmdRfqno_Click);
 
+    m_header.bind(*this, fields());
     wireCustomer();
     on(txtRfqno->left, &frmEstimate::txtRfqno_LostFocus);
-    on(txtEstShopRate->left, &frmEstimate::calcEstimate);
-    on(txtQuantity->left, &frmEstimate::calcBoth);
+    const auto left = [this] {
+        if (!isBrowse())
+            calculate();
+    };
+    on(txtEstShopRate->left, left);
+    on(txtQuantity->left, left);
     for (std::size_t i = 1; i < breakCount; ++i) {
-        on(txtQtyBreak[i]->left, &frmEstimate::calcQuoteTotals);
+        on(txtQtyBreak[i]->left, left);
         on(txtQtyDiscount[i]->left, [this, i] {
             if (isBrowse())
                 return;
             txtQtyDiscount[i]->setText(discountText(txtQtyDiscount[i]->text()));
-            calcEstimate();
+            calculate();
         });
     }
     for (CurrencyField* field : fpQtyQP)
-        on(field->left, &frmEstimate::calcQuoteTotals);
-    on(m_routing->costChanged, &frmEstimate::calcEstimate);
-    on(m_routing->fixedCostsChanged, &frmEstimate::calcBoth);
+        on(field->left, left);
+    on(m_routing->costChanged, &frmEstimate::calculate);
+    on(m_routing->fixedCostsChanged, &frmEstimate::calculate);
 }
 
 } // namespace estimating

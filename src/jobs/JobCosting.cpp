@@ -26,19 +26,15 @@ QString inhouseCost(bool oneShopRate, Currency shopRate, const QString& job) {
 }
 
 void rollHoursUp(jet::Database& database, const QString& job) {
-    jet::Recordset sums = database.openRecordset(
-        u"SELECT Sum(Timelog.AccumTime) AS dblSum, JobOper.JobNo, JobOper.OperNo "
-        "FROM (Operation INNER JOIN Timelog ON Operation.OperNo = Timelog.OperNo) "
-        "INNER JOIN JobOper ON (Operation.OperNo = JobOper.OperNo) AND "
-        "(Timelog.JobNo = JobOper.JobNo) WHERE ((([Operation]![OperType])='I') AND "
-        "((Timelog.JobNo)="_s +
-            job + u")) GROUP BY JobOper.JobNo, JobOper.OperNo"_s,
-        jet::RecordsetType::Snapshot);
-    for (; !sums.eof(); sums.moveNext()) {
-        database.execute(u"UPDATE JobOper SET OperTime_Amount = "_s +
-                         values::numberText(sums[u"dblSum"].toDouble()) + u" WHERE JobNo = "_s +
-                         job + u" AND OperNo = "_s + sums.text(u"OperNo"));
-    }
+    // Rounded, as a sum of binary fractions of an hour carries noise behind the twelfth digit.
+    database.execute(
+        u"UPDATE JobOper INNER JOIN (SELECT Timelog.OperNo AS Booked, "
+        "Round(Sum(Timelog.AccumTime), 9) AS Hours FROM Operation INNER JOIN Timelog ON "
+        "Operation.OperNo = Timelog.OperNo WHERE Operation.OperType = 'I' AND Timelog.JobNo = "_s +
+        job +
+        u" GROUP BY Timelog.OperNo) AS Sums ON JobOper.OperNo = Sums.Booked SET "
+        "JobOper.OperTime_Amount = Nz(Sums.Hours, 0) WHERE JobOper.JobNo = "_s +
+        job);
     database.execute(u"UPDATE JobOper SET OperTime_Amount = 0 WHERE JobNo = "_s + job +
                      u" AND OperNo NOT IN (SELECT OperNo FROM Timelog WHERE "
                      "JobNo = "_s +

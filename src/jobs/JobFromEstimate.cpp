@@ -1,7 +1,9 @@
 #include "jobs/JobFromEstimate.h"
 
+#include "estimating/EstimateStore.h"
 #include "estimating/NoteStaging.h"
 #include "jobs/JobCosting.h"
+#include "jobs/JobStore.h"
 #include "platform/values/Literals.h"
 #include "platform/values/Text.h"
 
@@ -12,48 +14,48 @@ using values::Currency;
 
 namespace {
 
-qint64 writeHeader(jet::Database& database, const estimating::EstimateForJob& estimate,
-                   const JobOrder& order) {
-    const estimating::EstimateHeader& header = estimate.header;
-    jet::Recordset job = database.openRecordset(u"Job"_s);
-    job.addNew();
-    job.set(u"CustID", header.custId);
-    job.set(u"PartNo", header.partNo);
-    job.set(u"Material", header.material);
-    job.set(u"Description", header.description);
-    job.set(u"OneShopRate", header.oneShopRate);
-    job.set(u"JobShopRate", header.shopRate);
-    job.set(u"EstNo", estimate.estNo);
+JobHeader headerOf(jet::Database& database, qint64 estNo,
+                   const estimating::EstimateHeader& estimate, const JobOrder& order) {
+    JobHeader job;
+    job.custId = estimate.custId;
+    job.partNo = estimate.partNo;
+    job.material = estimate.material;
+    job.description = estimate.description;
+    job.oneShopRate = estimate.oneShopRate;
+    job.shopRate = estimate.shopRate;
+    job.estNo = estNo;
     const int width = database.width(u"Job", u"PONo");
-    job.set(u"PONo", width > 0 ? order.poNo.left(width) : order.poNo);
-    job.set(u"Quantity", order.quantity);
-    job.set(u"JobDateIn", order.dateIn);
-    job.set(u"JobDueDate", order.dueDate);
-    job.set(u"OrderRequired", order.inOrder);
-    job.set(u"QtyQuotedPrice", order.price);
-    job.set(u"InvoiceEach", order.price);
-    job.set(u"InvoiceTotal", order.price * Currency::fromInteger(order.quantity));
-    job.set(u"TravelerNotes", order.travelerNotes);
-    job.set(u"JobNotes", order.jobNotes);
-    job.update();
-    return job.lastAddedKey().toLong();
+    job.poNo = width > 0 ? order.poNo.left(width) : order.poNo;
+    job.quantity = order.quantity;
+    job.dateIn = order.dateIn;
+    job.dueDate = order.dueDate;
+    job.inOrder = order.inOrder;
+    job.quotedPrice = order.price;
+    job.invoiceEach = order.price;
+    job.invoiceTotal = order.price * Currency::fromInteger(order.quantity);
+    job.travelerNotes = order.travelerNotes;
+    job.jobNotes = order.jobNotes;
+    return job;
 }
 
-void copyNotes(jet::Database& database, qint64 estNo, qint64 jobNo, std::size_t rows) {
-    const estimating::NoteStaging notes(database, estimating::estimateRouting(), estNo);
-    const QString job = QString::number(jobNo);
-    for (std::size_t i = 1; i <= rows; ++i) {
-        const auto note = notes.note(static_cast<qint64>(i));
-        if (!note)
+/// Notes of the estimate's rows, which stand in the same order, bound to the job's rows.
+void copyNotes(jet::Database& database, qint64 estNo, const std::vector<OperRow>& rows,
+               qint64 jobNo) {
+    const QStringList notes =
+        estimating::notesOf(database, estimating::estimateRouting(), estNo, rows);
+    const std::vector<OperRow> made =
+        estimating::loadOperRows(database, estimating::jobRouting(), jobNo);
+    QString all;
+    for (std::size_t i = 0; i < made.size(); ++i) {
+        const QString& note = notes[static_cast<qsizetype>(i)];
+        if (note.isEmpty())
             continue;
-        const QString seqNo = QString::number(i);
-        const QString id = database
-                               .lookup(u"Select ID from JobOper where Jobno = "_s + job +
-                                       u" and Seqno = "_s + seqNo)
-                               .toText();
-        database.execute(u"Insert into JobOperNote(ID,Jobno,SeqNo,OperNotes) values("_s + id +
-                         u","_s + job + u","_s + seqNo + u",'"_s + values::quoted(*note) + u"')"_s);
+        all += (all.isEmpty() ? QString() : u" UNION ALL "_s) +
+               u"SELECT %1, %2, %3, "_s.arg(made[i].id).arg(jobNo).arg(i + 1) + u"'"_s +
+               values::quoted(note) + u"'"_s;
     }
+    if (!all.isEmpty())
+        database.execute(u"Insert into JobOperNote(ID,Jobno,SeqNo,OperNotes) "_s + all);
 }
 
 } // namespace
@@ -77,9 +79,12 @@ bool estimateHasJob(jet::Database& database, qint64 estNo) {
     return database.hasRows(u"SELECT EstNo FROM Job WHERE EstNo = "_s + QString::number(estNo));
 }
 
-qint64 createJob(jet::Database& database, const estimating::EstimateForJob& estimate,
-                 const JobOrder& order) {
-    std::vector<OperRow> rows = estimate.operations;
+qint64 createJob(jet::Database& database, qint64 estNo, const JobOrder& order) {
+    jet::Transaction transaction(database);
+    const auto estimate = estimating::loadEstimate(database, estNo);
+    if (!estimate)
+        throw jet::Error(jet::errors::rowDeleted, u"Record is deleted."_s);
+    std::vector<OperRow> rows = estimate->operations;
     for (OperRow& row : rows) {
         row.estimated = row.time.value_or(0);
         if (row.inhouse)
@@ -88,12 +93,15 @@ qint64 createJob(jet::Database& database, const estimating::EstimateForJob& esti
         row.status = u" "_s;
     }
 
-    jet::Transaction transaction(database);
-    const qint64 jobNo = writeHeader(database, estimate, order);
+    jet::Recordset job = database.openRecordset(u"Job"_s);
+    job.addNew();
+    jobColumns().write(headerOf(database, estNo, estimate->header, order), job);
+    job.update();
+    const qint64 jobNo = job.lastAddedKey().toLong();
     estimating::insertOperRows(database, estimating::jobRouting(), jobNo, rows);
     if (order.useNotes)
-        copyNotes(database, estimate.estNo, jobNo, rows.size());
-    estimating::insertMiscRows(database, estimating::jobRouting(), jobNo, estimate.fixedCosts);
+        copyNotes(database, estNo, estimate->operations, jobNo);
+    estimating::insertMiscRows(database, estimating::jobRouting(), jobNo, estimate->fixedCosts);
     UpdateJobCost(database, jobNo);
     transaction.commit();
     return jobNo;

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "estimating/EstimateForJob.h"
 #include "platform/jet/Database.h"
 #include "platform/values/Currency.h"
 
@@ -36,10 +35,10 @@ std::optional<OrderComplaint> checkOrder(const JobOrder& order);
 /// Whether a job points back at the estimate.
 bool estimateHasJob(jet::Database& database, qint64 estNo);
 
-/// Makes the job with its routing, notes and fixed costs in one transaction and rolls its figures
-/// up. In-house rows start without hours, contractor rows with their amount; the estimated figure
-/// of both is kept beside. Returns the job's number. Throws jet::Error with nothing left behind.
-qint64 createJob(jet::Database& database, const estimating::EstimateForJob& estimate,
-                 const JobOrder& order);
+/// Makes the job from the estimate as it is stored, with routing, notes and fixed costs in one
+/// transaction, and rolls its figures up. In-house rows start without hours, contractor rows with
+/// their amount; the estimated figure of both is kept beside. Returns the job's number. Throws
+/// jet::Error (rowDeleted where the estimate has gone) with nothing left behind.
+qint64 createJob(jet::Database& database, qint64 estNo, const JobOrder& order);
 
 } // namespace jobs

@@ -1,7 +1,10 @@
 #include "jobs/JobStore.h"
 
-#include "jobs/JobMerge.h"
+#include "jobs/JobCosting.h"
 #include "platform/values/Literals.h"
+
+#include <QHash>
+#include <QSet>
 
 #include <cstdint>
 #include <limits>
@@ -9,67 +12,126 @@
 namespace jobs {
 
 using estimating::Complaint;
+using estimating::jobRouting;
 using estimating::OperRow;
 
 namespace {
 
-/// Runs a step of a save or delete; if it fails, the error's text becomes number and text, and the
-/// step's name on a line of its own.
-template <class Work>
-void step(const char16_t* name, Work work) {
-    try {
-        work();
-    } catch (const jet::Error& error) {
-        throw jet::Error(error.number(), QString::number(error.number()) + u" "_s + error.text() +
-                                             u"\r\n"_s + QString::fromUtf16(name));
+/// Whether an active job stands below this one in the assemblies, at any level.
+bool hasActiveParts(jet::Database& database, qint64 jobNo) {
+    QSet<qint64> seen{jobNo};
+    QStringList level{QString::number(jobNo)};
+    while (!level.isEmpty()) {
+        jet::Recordset parts =
+            database.openRecordset(u"SELECT JobNo, Shipped FROM Job WHERE AssemblyJobNo IN ("_s +
+                                       level.join(u',') + u")"_s,
+                                   jet::RecordsetType::Snapshot);
+        level.clear();
+        for (; !parts.eof(); parts.moveNext()) {
+            const qint64 part = parts[u"JobNo"].toLong();
+            if (seen.contains(part))
+                continue;
+            if (!parts[u"Shipped"].toBool())
+                return true;
+            seen.insert(part);
+            level << QString::number(part);
+        }
     }
+    return false;
 }
 
-/// Writes the columns of a header; over an existing row only those that differ from what was shown,
-/// so that another station's change of the others stays.
-void writeHeader(jet::Recordset& row, const JobHeader& header, const JobHeader* before) {
-    const auto put = [&](QStringView column, auto member) {
-        if (!before || header.*member != before->*member)
-            row.set(column, header.*member);
-    };
-    put(u"CustID", &JobHeader::custId);
-    put(u"PONo", &JobHeader::poNo);
-    put(u"Description", &JobHeader::description);
-    put(u"PartNo", &JobHeader::partNo);
-    put(u"Material", &JobHeader::material);
-    put(u"TravelerNotes", &JobHeader::travelerNotes);
-    put(u"JobNotes", &JobHeader::jobNotes);
-    put(u"Quantity", &JobHeader::quantity);
-    put(u"JobShopRate", &JobHeader::shopRate);
-    put(u"OneShopRate", &JobHeader::oneShopRate);
-    put(u"OrderRequired", &JobHeader::inOrder);
-    put(u"QtyQuotedPrice", &JobHeader::quotedPrice);
-    put(u"JobDateIn", &JobHeader::dateIn);
-    put(u"JobDueDate", &JobHeader::dueDate);
-    put(u"TotalHours", &JobHeader::totalHours);
-    put(u"JobShopCost", &JobHeader::shopCost);
-    put(u"InvoiceEach", &JobHeader::invoiceEach);
-    put(u"InvoiceTotal", &JobHeader::invoiceTotal);
-    put(u"Shipped", &JobHeader::shipped);
-    put(u"ShipDate", &JobHeader::shipDate);
-    put(u"EstNo", &JobHeader::estNo);
-    put(u"AssemblyJobNo", &JobHeader::assemblyJobNo);
-}
-
-QString of(qint64 jobNo) {
-    return u" WHERE JobNo = "_s + QString::number(jobNo);
-}
-
-void writeRows(jet::Database& database, qint64 jobNo, JobDraft& draft) {
-    step(u"Insert joboper", [&] {
-        estimating::insertOperRows(database, estimating::jobRouting(), jobNo, draft.operations);
-    });
-    step(u"JobMiscCost", [&] {
-        estimating::insertMiscRows(database, estimating::jobRouting(), jobNo, draft.fixedCosts);
-    });
+/// Time that was booked on operations which were removed here.
+std::optional<Complaint> bookedMeanwhile(jet::Database& database, qint64 jobNo,
+                                         const JobDraft& before, const JobDraft& draft) {
+    QHash<qint64, QString> removed;
+    for (const OperRow& row : before.operations)
+        removed.insert(row.operNo, row.description);
+    for (const OperRow& row : draft.operations)
+        removed.remove(row.operNo);
+    if (removed.isEmpty())
+        return std::nullopt;
+    QStringList numbers;
+    for (const qint64 operNo : removed.keys())
+        numbers << QString::number(operNo);
+    const jet::Value booked =
+        database.lookup(u"SELECT OperNo FROM Timelog WHERE JobNo = "_s + QString::number(jobNo) +
+                        u" AND OperNo IN ("_s + numbers.join(u',') + u")"_s);
+    if (booked.isNull())
+        return std::nullopt;
+    return Complaint{u"Time has been booked on the operation "_s + removed.value(booked.toLong()) +
+                         u" since you removed it.\r\nPlease insert it again."_s,
+                     u"sprOper"_s};
 }
 
 } // namespace
+
+const core::DocumentColumns<JobHeader>& jobColumns() {
+    using core::column;
+    using Header = JobHeader;
+    static const core::DocumentColumns<Header> all({
+        column<Header>(u"CustID"_s, &Header::custId).field(u"dbcCustomer"_s, u"Customer"_s),
+        column<Header>(u"PONo"_s, &Header::poNo).field(u"txtPONo"_s, u"PO No."_s),
+        column<Header>(u"PartNo"_s, &Header::partNo).field(u"txtPartno"_s, u"Part No."_s),
+        column<Header>(u"Description"_s, &Header::description)
+            .field(u"txtDescription"_s, u"Description"_s),
+        column<Header>(u"JobDateIn"_s, &Header::dateIn)
+            .field(u"txtJobDateIn"_s, u"Date In"_s)
+            .copied(false),
+        column<Header>(u"JobDueDate"_s, &Header::dueDate).field(u"txtJobDueDate"_s, u"Due Date"_s),
+        column<Header>(u"Quantity"_s, &Header::quantity)
+            .field(u"txtQuantity"_s, u"Quantity"_s)
+            .mask(u"#####0"_s),
+        column<Header>(u"JobShopRate"_s, &Header::shopRate)
+            .field(u"txtJobShopRate"_s, u"Hourly Rate"_s)
+            .mask(u"#####0.00"_s)
+            .secured(),
+        column<Header>(u"OneShopRate"_s, &Header::oneShopRate),
+        column<Header>(u"OrderRequired"_s, &Header::inOrder)
+            .field(u"chkSequential"_s, u"Sequential"_s),
+        column<Header>(u"Shipped"_s, &Header::shipped)
+            .field(u"chkShipped"_s, u"Completed and Shipped"_s)
+            .copied(false),
+        column<Header>(u"ShipDate"_s, &Header::shipDate)
+            .field(u"txtShipDate"_s, u"Ship Date"_s)
+            .copied(false),
+        column<Header>(u"Material"_s, &Header::material)
+            .field(u"txtMaterial"_s, u"Special Material Notes"_s),
+        column<Header>(u"TravelerNotes"_s, &Header::travelerNotes)
+            .field(u"txtTravelerNotes"_s, u"Traveler notes"_s),
+        column<Header>(u"JobNotes"_s, &Header::jobNotes).field(u"txtJobNotes"_s, u"Job notes"_s),
+        column<Header>(u"QtyQuotedPrice"_s, &Header::quotedPrice)
+            .field(u"lblQtyQuotedPrice"_s, u"Quoted Price Each"_s)
+            .mask(u"#####0.0000"_s)
+            .secured(),
+        column<Header>(u"TotalHours"_s, &Header::totalHours)
+            .field(u"lblTotalHours"_s)
+            .mask(u"######0.00"_s)
+            .computed()
+            .copied(false),
+        column<Header>(u"JobShopCost"_s, &Header::shopCost)
+            .field(u"lblJobShopCost"_s)
+            .mask(u"######0.0000"_s)
+            .secured()
+            .computed()
+            .copied(false),
+        column<Header>(u"InvoiceEach"_s, &Header::invoiceEach)
+            .field(u"txtInvoiceEach"_s, u"Invoice Amount Each"_s)
+            .mask(u"######0.0000"_s)
+            .secured(),
+        column<Header>(u"InvoiceTotal"_s, &Header::invoiceTotal)
+            .field(u"lblInvoiceTotal"_s)
+            .mask(u"######0.00"_s)
+            .secured()
+            .computed()
+            .copied(false),
+        column<Header>(u"EstNo"_s, &Header::estNo)
+            .field(u"lblEstNo"_s, u"Estimate No."_s)
+            .mask(u"#"_s)
+            .copied(false),
+        column<Header>(u"AssemblyJobNo"_s, &Header::assemblyJobNo).copied(false),
+    });
+    return all;
+}
 
 QString jobRows(bool activeOnly) {
     return activeOnly ? u"SELECT * FROM Job WHERE Shipped = False ORDER BY JobNo"_s
@@ -98,9 +160,7 @@ std::optional<Complaint> checkJob(jet::Database& database, qint64 jobNo, bool wa
     if (draft.operations.empty()) {
         return Complaint{u"Please enter at least one operation"_s, u"sprOper"_s};
     }
-    if (jobNo != 0 && header.shipped && !wasShipped &&
-        database.hasRows(u"SELECT JobNo FROM Job WHERE AssemblyJobNo = "_s +
-                         QString::number(jobNo) + u" AND Shipped = False"_s)) {
+    if (jobNo != 0 && header.shipped && !wasShipped && hasActiveParts(database, jobNo)) {
         return Complaint{u"You may not ship a job on which other active jobs are dependent.\r\n"
                          "Please check the assembly tree."_s,
                          u"chkShipped"_s};
@@ -110,50 +170,27 @@ std::optional<Complaint> checkJob(jet::Database& database, qint64 jobNo, bool wa
     return std::nullopt;
 }
 
-qint64 addJob(jet::Database& database, JobDraft& draft) {
-    jet::Transaction transaction(database);
-    qint64 jobNo = 0;
-    step(u"Update", [&] {
-        jet::Recordset row = database.openRecordset(u"SELECT * FROM Job"_s + of(jobNo));
-        row.addNew();
-        writeHeader(row, draft.header, nullptr);
-        row.update();
-        jobNo = row.lastAddedKey().toLong();
-    });
-    writeRows(database, jobNo, draft);
-    step(u"Commit Trans", [&] { transaction.commit(); });
-    return jobNo;
+std::optional<JobDraft> loadJob(jet::Database& database, qint64 jobNo) {
+    const jet::Recordset row =
+        database.openRecordset(u"SELECT * FROM Job WHERE JobNo = "_s + QString::number(jobNo),
+                               jet::RecordsetType::Snapshot);
+    if (row.isEmpty())
+        return std::nullopt;
+    return JobDraft{estimating::loadLines(database, jobRouting(), jobNo), jobColumns().load(row)};
 }
 
-std::optional<Complaint> changeJob(jet::Database& database, qint64 jobNo, const JobDraft& before,
-                                   JobDraft& draft) {
-    jet::Transaction transaction(database);
-    std::optional<Complaint> refusal;
-    jet::Recordset row;
-    step(u"Update", [&] {
-        row = database.openRecordset(u"SELECT * FROM Job"_s + of(jobNo));
-        if (row.isEmpty())
-            throw jet::Error(jet::errors::rowDeleted, u"Record is deleted."_s);
-    });
-    step(u"Delete JobOper", [&] {
-        refusal = mergeOperations(database, jobNo, before.operations, draft.operations);
-        if (!refusal)
-            database.execute(u"DELETE * FROM JobOper"_s + of(jobNo));
-    });
-    if (refusal)
-        return refusal;
-    step(u"Delete JobMiscCost", [&] {
-        mergeFixedCosts(database, jobNo, before.fixedCosts, draft.fixedCosts);
-        database.execute(u"DELETE FROM JobMiscCost"_s + of(jobNo));
-    });
-    step(u"Update", [&] {
-        row.edit();
-        writeHeader(row, draft.header, &before.header);
-        row.update();
-    });
-    writeRows(database, jobNo, draft);
-    step(u"Commit Trans", [&] { transaction.commit(); });
-    return std::nullopt;
+estimating::SaveOutcome saveJob(jet::Database& database, qint64 jobNo, JobDraft& draft,
+                                const JobDraft* before, const QStringList& settled) {
+    estimating::SaveSteps steps;
+    steps.settled = settled;
+    if (before) {
+        steps.refuse = [&](const estimating::RoutedLines&) {
+            return bookedMeanwhile(database, jobNo, *before, draft);
+        };
+    }
+    steps.alsoWrite = [&](qint64 savedNo) { UpdateJobCost(database, savedNo); };
+    return estimating::saveRouted(database, jobRouting(), jobColumns(), jobNo, draft, before,
+                                  steps);
 }
 
 bool hasTimeRecords(jet::Database& database, qint64 jobNo) {
@@ -168,16 +205,7 @@ bool hasTimeRecords(jet::Database& database, qint64 jobNo, qint64 operNo) {
 }
 
 void deleteJob(jet::Database& database, qint64 jobNo) {
-    const QString number = QString::number(jobNo);
-    jet::Transaction transaction(database);
-    const auto remove = [&](const char16_t* name, const char16_t* statement) {
-        step(name, [&] { database.execute(QString::fromUtf16(statement) + number); });
-    };
-    remove(u"Delete JobOperNote", u"DELETE FROM JobOperNote WHERE JobNo=");
-    remove(u"Delete JobOper", u"DELETE FROM JobOper WHERE JobNo=");
-    remove(u"Delete JobMiscCost", u"DELETE FROM JobMiscCost WHERE JobNo=");
-    remove(u"Delete Job", u"DELETE FROM Job WHERE JobNo = ");
-    step(u"Commit Trans", [&] { transaction.commit(); });
+    estimating::deleteRouted(database, jobRouting(), jobNo);
 }
 
 void makeCopy(std::vector<OperRow>& rows, bool keepEstimated) {
@@ -185,7 +213,6 @@ void makeCopy(std::vector<OperRow>& rows, bool keepEstimated) {
         row.time = 0;
         row.status = u" "_s;
         row.located = 0;
-        row.hasNote = false;
         if (!keepEstimated)
             row.estimated = 0;
     }

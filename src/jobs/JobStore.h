@@ -1,6 +1,7 @@
 #pragma once
 
-#include "estimating/EstimateStore.h"
+#include "core/records/DocumentColumns.h"
+#include "estimating/RoutedSave.h"
 #include "platform/jet/Database.h"
 #include "platform/values/Currency.h"
 
@@ -38,39 +39,37 @@ struct JobHeader {
     qint64 assemblyJobNo = 0; ///< the parent job; 0 for none
 };
 
-/// A job as it stands on the screen.
-struct JobDraft {
+/// The columns of table Job and the controls of frmJob that show them.
+const core::DocumentColumns<JobHeader>& jobColumns();
+
+/// A job with its lines.
+struct JobDraft : estimating::RoutedLines {
     JobHeader header;
-    std::vector<estimating::OperRow> operations;
-    std::vector<estimating::MiscRow> fixedCosts;
 };
 
 /// The rows that the module browses: all jobs, or those that are not shipped.
 QString jobRows(bool activeOnly);
+
+/// A job as it is stored; nothing if there is none of that number.
+std::optional<JobDraft> loadJob(jet::Database& database, qint64 jobNo);
 
 /// First fault of a draft in the order of the checks; nothing if it can be saved. `jobNo` is 0 for
 /// a new job, `wasShipped` tells what is stored.
 std::optional<estimating::Complaint> checkJob(jet::Database& database, qint64 jobNo,
                                               bool wasShipped, const JobDraft& draft);
 
-/// Writes the draft as a new job with its routing and fixed costs in one transaction; returns its
-/// number. Throws jet::Error with number and failed step in its text; nothing is changed then.
-qint64 addJob(jet::Database& database, JobDraft& draft);
-
-/// Writes the draft over job `jobNo` and replaces its routing and fixed costs whole, in one
-/// transaction. `before` is the job as it was shown when its editing began: columns that are still
-/// the same aren't written, and what other stations wrote to the rows meanwhile goes into the
-/// draft (JobMerge.h). Tells why the two can't be joined, with nothing changed. Throws as addJob
-/// does.
-std::optional<estimating::Complaint> changeJob(jet::Database& database, qint64 jobNo,
-                                               const JobDraft& before, JobDraft& draft);
+/// Writes the draft as a new job (`jobNo` 0) or over the stored one, with its rows and the notes of
+/// its operations, and rolls its cost up, in one transaction. See saveRouted for `before` and what
+/// is thrown. Refuses where time has been booked on an operation that was removed here.
+estimating::SaveOutcome saveJob(jet::Database& database, qint64 jobNo, JobDraft& draft,
+                                const JobDraft* before = nullptr, const QStringList& settled = {});
 
 /// Whether time was booked on the job, or on one operation of it.
 bool hasTimeRecords(jet::Database& database, qint64 jobNo);
 bool hasTimeRecords(jet::Database& database, qint64 jobNo, qint64 operNo);
 
 /// Deletes a job with its routing, notes and fixed costs in one transaction; shipments and schedule
-/// rows stay. Throws as addJob does.
+/// rows stay. Throws as saveJob does.
 void deleteJob(jet::Database& database, qint64 jobNo);
 
 /// The rows of a copy: actual figures go (in-house 0, contractors' amounts too), status and place

@@ -83,13 +83,19 @@ frmCreatJob::frmCreatJob() : Form(QString::fromLatin1(formName), u"Create a Job 
     resize(720, 420);
 }
 
-qint64 frmCreatJob::createJob(const estimating::EstimateForJob& estimate) {
-    if (estimateHasJob(core::MainDatabase(), estimate.estNo) &&
+qint64 frmCreatJob::createJob(qint64 estNo) {
+    const auto estimate = estimating::loadEstimate(core::MainDatabase(), estNo);
+    if (!estimate) {
+        MsgBox(u"This record has been deleted by another user."_s, Buttons::Ok, Icon::Exclamation);
+        return 0;
+    }
+    if (estimateHasJob(core::MainDatabase(), estNo) &&
         MsgBox(u"This estimate has been previously used for a job. Do you want to "
                "create a new job based on this estimate?"_s,
                Buttons::YesNo, Icon::Question, u"Create a Job"_s) != Answer::Yes)
         return 0;
-    m_estimate = estimate;
+    m_estNo = estNo;
+    m_estimate = estimate->header;
     showOffers();
     showModal();
     return m_jobNo;
@@ -100,7 +106,7 @@ void frmCreatJob::showOffers() {
     for (QWidget* widget : m_secured)
         widget->setVisible(showDollar);
     QStringList quantities;
-    for (const estimating::PriceBreak& offer : m_estimate.header.breaks) {
+    for (const estimating::PriceBreak& offer : m_estimate.breaks) {
         if (offer.quantity != 0)
             quantities << values::numberText(offer.quantity);
     }
@@ -109,8 +115,8 @@ void frmCreatJob::showOffers() {
     cmbQuantity_Change();
     mskDate[0]->setDate(values::today());
     mskDate[1]->setDate(std::nullopt);
-    txtTrvNotes->setText(m_estimate.header.travelerNotes);
-    txtJobNotes->setText(m_estimate.header.jobNotes);
+    txtTrvNotes->setText(m_estimate.travelerNotes);
+    txtJobNotes->setText(m_estimate.jobNotes);
     chkPrintTraveler_Click();
     cmbQuantity->setFocus();
 }
@@ -118,7 +124,7 @@ void frmCreatJob::showOffers() {
 void frmCreatJob::cmbQuantity_Change() {
     const double wanted = values::val(cmbQuantity->text());
     Currency price;
-    for (const estimating::PriceBreak& offer : m_estimate.header.breaks) {
+    for (const estimating::PriceBreak& offer : m_estimate.breaks) {
         if (offer.quantity != 0 && offer.quantity == wanted) {
             price = offer.quoted;
             break;
@@ -155,7 +161,7 @@ void frmCreatJob::cmdOK_Click() {
     }
     try {
         const screen::BusyPointer busy;
-        m_jobNo = jobs::createJob(core::MainDatabase(), m_estimate, wanted);
+        m_jobNo = jobs::createJob(core::MainDatabase(), m_estNo, wanted);
     } catch (const jet::Error& error) {
         MsgBox(error.text(), Buttons::Ok, Icon::Critical);
         return;
@@ -168,7 +174,7 @@ void frmCreatJob::cmdOK_Click() {
     if (chkPrintTraveler->isChecked())
         core::launchTraveler(m_jobNo, chkPrintNotes->isChecked(), this);
     MsgBox(u"Job # "_s + QString::number(m_jobNo) + u" has been created from Estimate # "_s +
-               QString::number(m_estimate.estNo),
+               QString::number(m_estNo),
            Buttons::Ok, Icon::Information, u"Create a Job"_s);
     hideModal();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "estimating/CreateJob.h"
+#include "estimating/EstimateStore.h"
 #include "jobs/JobFromEstimate.h"
 #include "platform/controls/DataCombo.h"
 #include "platform/controls/DateField.h"
@@ -18,7 +19,7 @@ class frmCreatJob : public screen::Form, public estimating::CreateJobDialog {
   public:
     static constexpr char formName[] = "frmCreatJob";
     frmCreatJob();
-    qint64 createJob(const estimating::EstimateForJob& estimate) override;
+    qint64 createJob(qint64 estNo) override;
 
   private:
     void showOffers();
@@ -39,7 +40,8 @@ class frmCreatJob : public screen::Form, public estimating::CreateJobDialog {
     controls::MemoField* txtJobNotes;
     std::vector<QWidget*> m_secured; ///< hidden from users who may not see money
 
-    estimating::EstimateForJob m_estimate;
+    qint64 m_estNo = 0;
+    estimating::EstimateHeader m_estimate; ///< as it is stored
     qint64 m_jobNo = 0;
 };
 

@@ -2,12 +2,9 @@
 
 #include "core/MirsaMain.h"
 #include "core/Shell.h"
-#include "estimating/AssemblyTree.h"
-#include "estimating/NoteStaging.h"
 #include "estimating/routing/FindForms.h"
 #include "platform/screen/Forms.h"
 #include "platform/screen/MsgBox.h"
-#include "platform/screen/Pointer.h"
 #include "platform/values/Clock.h"
 #include "platform/values/Format.h"
 #include "platform/values/Literals.h"
@@ -18,36 +15,13 @@
 #include <QPushButton>
 #include <QRadioButton>
 
-#include <cmath>
-#include <utility>
-
 namespace jobs {
 
-using estimating::jobRouting;
-using estimating::NoteStaging;
 using screen::Buttons;
 using screen::Forms;
 using screen::Icon;
 using screen::MsgBox;
 using values::Currency;
-
-namespace {
-
-void tell(const jet::Error& error) {
-    MsgBox(error.text(), Buttons::Ok, Icon::Critical);
-}
-
-void tellTooLarge() {
-    MsgBox(u"The cost is too large to be computed. Please check the times, amounts "
-           "and rates."_s,
-           Buttons::Ok, Icon::Exclamation);
-}
-
-double number(const QString& text) {
-    return values::val(QString(text).remove(QLatin1Char(',')));
-}
-
-} // namespace
 
 // Opening and showing
 
@@ -63,51 +37,31 @@ void frmJob::ShowModuleMode(const QString& mode) {
     RoutedModule::ShowModuleMode(mode);
     fraShow->setEnabled(isBrowse());
     // An estimated figure that came with an estimate is not typed over.
-    m_routing->setEstimatedLocked(lblEstNo->text().toLongLong() != 0);
-}
-
-void frmJob::clearFields() {
-    RoutedModule::clearFields();
-    lblAssembly->clear();
-    m_assemblyJobNo = 0;
-    m_wasShipped = false;
-    m_routing->showRows(0, {}, {}, m_routing->oneShopRate());
-    calcJob();
+    m_routing->setEstimatedLocked(m_header.now().estNo != 0);
 }
 
 void frmJob::newDefaults() {
-    txtJobDateIn->setDate(values::today());
-    const Currency rate =
+    JobHeader fresh;
+    fresh.dateIn = values::today();
+    fresh.shopRate =
         core::MainDatabase().lookup(u"SELECT jobonerate FROM SystemSettings"_s).toCurrency();
-    txtJobShopRate->setText(values::format(rate, u"#####0.00"));
-    txtQuantity->setText(u"0"_s);
-    txtInvoiceEach->setText(values::format(Currency(), u"######0.0000"));
-    lblQtyQuotedPrice->setText(values::format(Currency(), u"#####0.0000"));
+    m_header.show(fresh);
 }
 
-void frmJob::showRecord() {
-    const qint64 jobNo = currentKey();
-    const jet::Recordset& row = records();
-    m_wasShipped = row[u"Shipped"].toBool();
-    m_assemblyJobNo = row[u"AssemblyJobNo"].toLong();
-    showAssembly();
-    m_routing->showRows(jobNo,
-                        estimating::loadOperRows(core::MainDatabase(), jobRouting(), jobNo,
-                                                 core::shared().CurrencySymbol),
-                        estimating::loadMiscRows(core::MainDatabase(), jobRouting(), jobNo),
-                        row[u"OneShopRate"].toBool());
+void frmJob::takeRecord(const jet::Recordset* row) {
+    RoutedModule::takeRecord(row);
+    m_wasShipped = m_header.now().shipped;
+    if (!row) {
+        calculate();
+        return;
+    }
     // The other figures are shown as they are stored.
-    showRouted(figures());
-    m_tooLarge = false;
-}
-
-void frmJob::showAssembly() {
-    const bool isParent = core::MainDatabase().hasRows(u"SELECT * FROM job WHERE assemblyjobno="_s +
-                                                       QString::number(currentKey()));
-    if (isParent)
-        lblAssembly->setText(u"ASSY"_s);
-    else
-        lblAssembly->setText(m_assemblyJobNo == 0 ? QString() : QString::number(m_assemblyJobNo));
+    try {
+        showRouted(figures());
+    } catch (const values::Overflow&) {
+        lblCalc_OutContr->clear();
+        lblCalc_Fixed->clear();
+    }
 }
 
 bool frmJob::activeOnly() const {
@@ -139,39 +93,29 @@ void frmJob::leaveEmptyView() {
 
 // Costing
 
-Currency frmJob::amount(const QString& text) const {
-    return Currency::fromText(QString(text).remove(QLatin1Char(',')));
+JobFigures frmJob::figures() {
+    const JobHeader& header = m_header.now();
+    return CalcJob(m_routing->operations(), m_routing->fixedCosts(), m_routing->oneShopRate(),
+                   header.shopRate, static_cast<double>(header.quantity), header.invoiceEach);
 }
 
-std::optional<JobFigures> frmJob::figures() const {
-    try {
-        return CalcJob(m_routing->operations(), m_routing->fixedCosts(), m_routing->oneShopRate(),
-                       amount(txtJobShopRate->text()), number(txtQuantity->text()),
-                       amount(txtInvoiceEach->text()));
-    } catch (const values::Overflow&) {
-        return std::nullopt;
-    }
+void frmJob::showRouted(const JobFigures& now) {
+    lblCalc_OutContr->setText(values::format(static_cast<double>(now.outContr), u"######0.00"));
+    lblCalc_Fixed->setText(values::format(static_cast<double>(now.fixed), u"######0.00"));
 }
 
-void frmJob::showRouted(const std::optional<JobFigures>& now) {
-    const auto show = [&](QLabel* label, float JobFigures::*figure) {
-        label->setText(now ? values::format(static_cast<double>((*now).*figure), u"######0.00")
-                           : QString());
-    };
-    show(lblCalc_OutContr, &JobFigures::outContr);
-    show(lblCalc_Fixed, &JobFigures::fixed);
-}
-
-void frmJob::calcJob() {
-    const auto now = figures();
+void frmJob::reckon() {
+    const JobFigures now = figures();
     showRouted(now);
-    lblJobShopCost->setText(now ? values::format(now->costEach, u"######0.0000") : QString());
-    lblTotalHours->setText(now ? values::format(static_cast<double>(now->hours), u"######0.00")
-                               : QString());
-    lblInvoiceTotal->setText(now ? values::format(now->invoiceTotal, u"######0.00") : QString());
-    const bool wasTooLarge = std::exchange(m_tooLarge, !now);
-    if (!now && !wasTooLarge)
-        tellTooLarge();
+    setHeaderValue(u"JobShopCost"_s, jet::Value(now.costEach));
+    setHeaderValue(u"TotalHours"_s, jet::Value(static_cast<double>(now.hours)));
+    setHeaderValue(u"InvoiceTotal"_s, jet::Value(now.invoiceTotal));
+}
+
+void frmJob::showNoFigures() {
+    for (QLabel* label :
+         {lblTotalHours, lblJobShopCost, lblInvoiceTotal, lblCalc_OutContr, lblCalc_Fixed})
+        label->clear();
 }
 
 void frmJob::chkShipped_Click() {
@@ -185,92 +129,40 @@ void frmJob::chkShipped_Click() {
         txtShipDate->setDate(std::nullopt);
 }
 
-// Saving, cancelling, deleting
-
-JobDraft frmJob::draft() const {
-    JobDraft result;
-    JobHeader& header = result.header;
-    header.custId = lblCustID->text().toLongLong();
-    header.poNo = txtPONo->text().trimmed();
-    header.description = txtDescription->text();
-    header.partNo = txtPartno->text().trimmed();
-    header.material = txtMaterial->text();
-    header.travelerNotes = txtTravelerNotes->text();
-    header.jobNotes = txtJobNotes->text();
-    header.quantity = std::llrint(number(txtQuantity->text()));
-    header.shopRate = amount(txtJobShopRate->text());
-    header.oneShopRate = m_routing->oneShopRate();
-    header.inOrder = chkSequential->isChecked();
-    header.quotedPrice = amount(lblQtyQuotedPrice->text());
-    header.dateIn = txtJobDateIn->date();
-    header.dueDate = txtJobDueDate->date();
-    header.totalHours = number(lblTotalHours->text());
-    header.shopCost = amount(lblJobShopCost->text());
-    header.invoiceEach = amount(txtInvoiceEach->text());
-    header.invoiceTotal = amount(lblInvoiceTotal->text());
-    header.shipped = chkShipped->isChecked();
-    header.shipDate = txtShipDate->date();
-    header.estNo = lblEstNo->text().toLongLong();
-    header.assemblyJobNo = m_assemblyJobNo;
-    result.operations = m_routing->operations();
-    result.fixedCosts = m_routing->fixedCosts();
-    return result;
-}
+// Saving and deleting
 
 bool frmJob::validate() {
-    const auto complaint = checkJob(core::MainDatabase(), currentKey(), m_wasShipped, draft());
+    const auto complaint = checkJob(core::MainDatabase(), currentKey(), m_wasShipped, document());
     if (complaint) {
         complain(complaint->text, control(complaint->field));
         return false;
     }
     // What is saved has to be costed afterwards.
-    if (!figures()) {
+    try {
+        figures();
+    } catch (const values::Overflow&) {
         tellTooLarge();
         return false;
     }
     return true;
 }
 
-bool frmJob::writeRecord(bool adding, qint64& key) {
-    JobDraft current = draft();
-    try {
-        if (adding) {
-            key = addJob(core::MainDatabase(), current);
-            return true;
-        }
-        key = currentKey();
-        const auto refusal = changeJob(core::MainDatabase(), key, m_before, current);
-        if (refusal)
-            complain(refusal->text, control(refusal->field));
-        return !refusal;
-    } catch (const jet::Error& error) {
-        tell(error);
-    } catch (const values::Overflow&) {
-        tellTooLarge();
-    }
-    return false;
+std::optional<JobDraft> frmJob::load(qint64 jobNo) {
+    return loadJob(core::MainDatabase(), jobNo);
+}
+
+estimating::SaveOutcome frmJob::store(qint64 jobNo, JobDraft& draft, const JobDraft* before,
+                                      const QStringList& settled) {
+    return saveJob(core::MainDatabase(), jobNo, draft, before, settled);
+}
+
+void frmJob::deleteDocument(qint64 jobNo) {
+    deleteJob(core::MainDatabase(), jobNo);
 }
 
 void frmJob::afterSave(qint64 key, bool adding) {
-    const int rows = static_cast<int>(m_routing->operations().size());
-    try {
-        NoteStaging(core::MainDatabase(), jobRouting(), m_routing->documentNo()).adopt(key, rows);
-        UpdateJobCost(core::MainDatabase(), key);
-    } catch (const jet::Error& error) {
-        // The job is saved; the next save does these steps again.
-        tell(error);
-    } catch (const values::Overflow&) {
-        tellTooLarge();
-    }
-    ShowModuleMode(u"Browse"_s);
-    if (adding) {
-        reopen(jobRows(activeOnly()), key);
-        leaveEmptyView();
-    } else {
-        showReadAgain();
-    }
-    if (QPushButton* close = button(core::Role::Close))
-        close->setFocus();
+    RoutedModule::afterSave(key, adding);
+    leaveEmptyView();
 }
 
 bool frmJob::mayDelete() {
@@ -280,37 +172,6 @@ bool frmJob::mayDelete() {
            "Management\r\nrecords for this job before it can be deleted!"_s,
            Buttons::Ok, Icon::Exclamation, u"Delete"_s);
     return false;
-}
-
-void frmJob::cmdDelete_Click() {
-    if (!hasRecord()) {
-        offerFirstRecord();
-        return;
-    }
-    // Time may have been booked on it while the question stood.
-    if (!mayDelete() || !askDelete() || !mayDelete())
-        return;
-    {
-        const screen::BusyPointer busy;
-        try {
-            deleteJob(core::MainDatabase(), currentKey());
-        } catch (const jet::Error& error) {
-            tell(error);
-            return;
-        }
-        afterDelete();
-    }
-    tellNeighbours();
-    if (!hasRecord())
-        ShowModuleMode(u"Add"_s);
-}
-
-void frmJob::cancelStaged() {
-    NoteStaging(core::MainDatabase(), jobRouting(), m_routing->documentNo()).cancel();
-}
-
-void frmJob::tellNeighbours() {
-    core::refreshNeighbours({u"frmhistory"_s}, u"Job"_s);
 }
 
 bool frmJob::mayRemove(const estimating::OperRow& row) {
@@ -331,7 +192,6 @@ void frmJob::cmdEdit_Click() {
         return;
     }
     RoutedModule::cmdEdit_Click();
-    m_before = draft();
 }
 
 // Going to a record
@@ -392,14 +252,6 @@ void frmJob::cmdTraveler_Click() {
 void frmJob::cmdShippingHistory_Click() {
     if (hasRecord())
         Forms::showModal(u"frmJobShip"_s);
-}
-
-void frmJob::cmdAssembly_Click() {
-    if (!hasRecord())
-        return;
-    const JobHeader header = draft().header;
-    Forms::dialog<estimating::AssemblyTree>(u"frmAssemblyInfo"_s)
-        ->showTree(header.custId, header.poNo, currentKey(), u"Job"_s);
 }
 
 } // namespace jobs

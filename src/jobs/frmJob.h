@@ -18,7 +18,7 @@ namespace jobs {
 /// The job module: header, routing with estimated and actual figures, and fixed costs of one job.
 /// Routing and fixed costs are working copies until the save; operation notes and the schedule rows
 /// of an edited job are staged in their tables.
-class frmJob : public estimating::RoutedModule {
+class frmJob : public estimating::RoutedDocument<JobDraft, JobHeader> {
   public:
     static constexpr char formName[] = "frmJob";
     frmJob();
@@ -28,27 +28,28 @@ class frmJob : public estimating::RoutedModule {
 
     void cmdNew_Click() override;
     void cmdEdit_Click() override;
-    void cmdDelete_Click() override;
     void cmdFind_Click() override;
     void cmdGotoPart_Click();
     void cmdSchedule_Click();
     void cmdInvoice_Click();
     void cmdTraveler_Click();
     void cmdShippingHistory_Click();
-    void cmdAssembly_Click();
 
   protected:
     QString mainSelect() const override;
+    QString shownRows() const override { return jobRows(activeOnly()); }
     void newDefaults() override;
-    void showRecord() override;
-    void clearFields() override;
+    void takeRecord(const jet::Recordset* row) override;
     bool validate() override;
-    bool writeRecord(bool adding, qint64& key) override;
-    void afterSave(qint64 key, bool adding) override;
     bool mayDelete() override;
     void showReadAgain() override;
-    void cancelStaged() override;
-    void tellNeighbours() override;
+    void afterSave(qint64 key, bool adding) override;
+    std::optional<JobDraft> load(qint64 jobNo) override;
+    estimating::SaveOutcome store(qint64 jobNo, JobDraft& draft, const JobDraft* before,
+                                  const QStringList& settled) override;
+    void deleteDocument(qint64 jobNo) override;
+    void reckon() override;
+    void showNoFigures() override;
 
   private:
     // Layout
@@ -56,18 +57,9 @@ class frmJob : public estimating::RoutedModule {
     QTabWidget* notePane();
     QWidget* figuresPane();
     QWidget* buttonPane();
-    void bindFigure(const QString& column, QLabel* label, const QString& mask);
     void wire();
 
-    // The three ways to begin a new job
-    struct CarriedCustomer {
-        QString custId;
-        QString poNo;
-    };
-    void startFrom(const std::vector<estimating::ChosenOperation>& operations, const NewJob& how,
-                   const CarriedCustomer& customer);
     void copyCurrent(const NewJob& how);
-    void showCarried(const CarriedCustomer& customer);
 
     bool activeOnly() const;
     void optShow_Click();
@@ -75,32 +67,14 @@ class frmJob : public estimating::RoutedModule {
     void leaveEmptyView();
     void chkShipped_Click();
     bool mayRemove(const estimating::OperRow& row);
-    void showAssembly();
-    void calcJob();
-    void showRouted(const std::optional<JobFigures>& now);
-    /// Nothing where they are too large to be computed.
-    std::optional<JobFigures> figures() const;
-    JobDraft draft() const;
-    values::Currency amount(const QString& text) const;
+    JobFigures figures();
+    void showRouted(const JobFigures& now);
 
-    QLabel* lblJobNo = nullptr;
-    QLabel* lblEstNo = nullptr;
-    QLabel* lblAssembly = nullptr;
-    controls::TextField* txtPONo = nullptr;
-    controls::TextField* txtPartno = nullptr;
-    controls::TextField* txtDescription = nullptr;
-    controls::MemoField* txtMaterial = nullptr;
-    controls::MemoField* txtTravelerNotes = nullptr;
-    controls::MemoField* txtJobNotes = nullptr;
     controls::TextField* txtQuantity = nullptr;
     controls::TextField* txtJobShopRate = nullptr;
     controls::TextField* txtInvoiceEach = nullptr;
-    controls::DateField* txtJobDateIn = nullptr;
-    controls::DateField* txtJobDueDate = nullptr;
     controls::DateField* txtShipDate = nullptr;
-    QCheckBox* chkSequential = nullptr;
     QCheckBox* chkShipped = nullptr;
-    QLabel* lblQtyQuotedPrice = nullptr;
     QLabel* lblTotalHours = nullptr;
     QLabel* lblJobShopCost = nullptr;
     QLabel* lblInvoiceTotal = nullptr;
@@ -110,9 +84,6 @@ class frmJob : public estimating::RoutedModule {
     QWidget* fraShow = nullptr;
 
     bool m_wasShipped = false;
-    bool m_tooLarge = false; ///< the figures, and that has been told
-    qint64 m_assemblyJobNo = 0;
-    JobDraft m_before; ///< the job as it was when its editing began
 };
 
 } // namespace jobs

@@ -10,6 +10,7 @@ const estimating::FindKind& jobFind() {
         .numberCaption = u"Find Job"_s,
         .numberPrompt = u"Enter a Job No. to Find..."_s,
         .partPrompt = u"Enter a Part No. to Find..."_s,
+        .partKeys = {u"*"_s, true, u"|\""_s}, // an apostrophe may be part of a part's number
         .found = u"frmJobFound"_s,
         .foundCaption = u"Jobs Found"_s,
         .table = u"Job"_s,

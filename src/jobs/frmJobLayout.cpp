@@ -110,7 +110,7 @@ DateField* longDate(QWidget* parent) {
 
 } // namespace
 
-frmJob::frmJob() : RoutedModule(describe()) {
+frmJob::frmJob() : RoutedDocument(describe(), estimating::jobRouting(), jobColumns()) {
     auto* outside = new QVBoxLayout(this);
     outside->setContentsMargins(6, 6, 6, 6);
     outside->setSpacing(4);
@@ -124,23 +124,15 @@ frmJob::frmJob() : RoutedModule(describe()) {
         title->addSpacing(16);
         return value;
     };
-    lblJobNo = mark(u"lblJobNo", u"Job No."_s);
+    QLabel* lblJobNo = mark(u"lblJobNo", u"Job No."_s);
     QFont large = lblJobNo->font();
     large.setBold(true);
     lblJobNo->setFont(large);
     bindKey(lblJobNo);
     title->addWidget(modeLabel());
     title->addStretch();
-    lblEstNo = mark(u"lblEstNo", u"Estimate No."_s);
+    mark(u"lblEstNo", u"Estimate No."_s);
     lblAssembly = mark(u"lblAssembly", u"Assembly"_s);
-    fields().bind({u"EstNo"_s,
-                   [this](const jet::Value& value) {
-                       lblEstNo->setText(value.toLong() == 0 ? QString() : value.toText());
-                   },
-                   {},
-                   [this] { lblEstNo->clear(); },
-                   {},
-                   nullptr});
     fraShow = named(new QWidget(this), u"fraShow"_s, u"Jobs shown"_s);
     auto* show = new QHBoxLayout(fraShow);
     show->setContentsMargins(0, 0, 0, 0);
@@ -175,41 +167,24 @@ QSize frmJob::sizeHint() const {
     return QSize(1230, 640).expandedTo(RoutedModule::sizeHint());
 }
 
-void frmJob::bindFigure(const QString& column, QLabel* label, const QString& mask) {
-    fields().bind({column,
-                   [label, mask](const jet::Value& value) {
-                       label->setText(values::format(value.toDouble(), mask));
-                   },
-                   {},
-                   [label] { label->clear(); },
-                   {},
-                   nullptr});
-}
-
 QWidget* frmJob::headerPane() {
     auto* widget = new QWidget(this);
     Pane pane(widget);
 
     QLayout* customer = makeCustomer(widget);
     pane.put(dbcCustomer, u"dbcCustomer", u"C&ustomer:"_s, 0, 0, customer);
-    txtPONo = new TextField(widget);
-    pane.put(txtPONo, u"txtPONo", u"PO No.:"_s, 1, 0);
-    txtPartno = new TextField(widget);
-    pane.put(txtPartno, u"txtPartno", u"&Part No.:"_s, 2, 0);
-    txtDescription = new TextField(widget);
-    pane.put(txtDescription, u"txtDescription", u"Descr&iption:"_s, 3, 0);
+    pane.put(new TextField(widget), u"txtPONo", u"PO No.:"_s, 1, 0);
+    pane.put(new TextField(widget), u"txtPartno", u"&Part No.:"_s, 2, 0);
+    pane.put(new TextField(widget), u"txtDescription", u"Descr&iption:"_s, 3, 0);
 
-    txtJobDateIn = longDate(widget);
-    pane.put(txtJobDateIn, u"txtJobDateIn", u"Date In:"_s, 0, 2);
-    txtJobDueDate = longDate(widget);
-    pane.put(txtJobDueDate, u"txtJobDueDate", u"Due Date:"_s, 1, 2);
+    pane.put(longDate(widget), u"txtJobDateIn", u"Date In:"_s, 0, 2);
+    pane.put(longDate(widget), u"txtJobDueDate", u"Due Date:"_s, 1, 2);
     txtQuantity = numberField(widget, u"#####0"_s, 10);
     pane.put(txtQuantity, u"txtQuantity", u"&Quantity:"_s, 2, 2);
     txtJobShopRate = numberField(widget, u"#####0.00"_s, 12);
-    m_secured.push_back(pane.put(txtJobShopRate, u"txtJobShopRate", u"&Hourly Rate:"_s, 3, 2));
-    m_secured.push_back(txtJobShopRate);
+    pane.put(txtJobShopRate, u"txtJobShopRate", u"&Hourly Rate:"_s, 3, 2);
 
-    chkSequential = named(new QCheckBox(u"Sequential"_s, widget), u"chkSequential"_s);
+    auto* chkSequential = named(new QCheckBox(u"Sequential"_s, widget), u"chkSequential"_s);
     chkShipped = named(new QCheckBox(u"Completed and Shipped?"_s, widget), u"chkShipped"_s);
     auto* marks = new QHBoxLayout;
     marks->addWidget(chkSequential);
@@ -221,22 +196,12 @@ QWidget* frmJob::headerPane() {
     pane.grid()->setColumnStretch(1, 3);
     pane.grid()->setColumnStretch(3, 2);
 
-    screen::BoundFields& bound = fields();
-    bound.bind(u"PONo"_s, txtPONo);
-    bound.bind(u"PartNo"_s, txtPartno);
-    bound.bind(u"Description"_s, txtDescription);
-    bound.bind(u"JobDateIn"_s, txtJobDateIn);
-    bound.bind(u"JobDueDate"_s, txtJobDueDate);
-    bindNumber(u"Quantity"_s, txtQuantity, u"#####0"_s);
-    bindNumber(u"JobShopRate"_s, txtJobShopRate, u"#####0.00"_s);
-    bound.bind(u"OrderRequired"_s, chkSequential);
-    bound.bind(u"Shipped"_s, chkShipped);
-    bound.bind({u"ShipDate"_s,
-                [this](const jet::Value& value) { txtShipDate->setValue(value); },
-                {},
-                [this] { txtShipDate->setDate(std::nullopt); },
-                [this](bool locked) { txtShipDate->setLocked(locked || !chkShipped->isChecked()); },
-                txtShipDate});
+    header().use(
+        u"txtShipDate"_s,
+        {[this](const jet::Value& value) { txtShipDate->setValue(value); },
+         [this] { return txtShipDate->value(); }, [this] { txtShipDate->clear(); },
+         [this](bool locked) { txtShipDate->setLocked(locked || !chkShipped->isChecked()); },
+         txtShipDate});
     return widget;
 }
 
@@ -244,18 +209,14 @@ QTabWidget* frmJob::notePane() {
     auto* tabs = named(new QTabWidget(this), u"SSTabNotes"_s, u"Notes"_s);
     // As high as the fields beside it.
     tabs->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
-    const auto page = [&](const char16_t* name, const char16_t* title, const char16_t* spoken,
-                          const char16_t* column) {
-        auto* field =
-            named(new MemoField(tabs), QString::fromUtf16(name), QString::fromUtf16(spoken));
-        tabs->addTab(field, QString::fromUtf16(title));
-        fields().bind(QString::fromUtf16(column), field);
-        return field;
+    const auto page = [&](const char16_t* name, const char16_t* title, const char16_t* spoken) {
+        tabs->addTab(
+            named(new MemoField(tabs), QString::fromUtf16(name), QString::fromUtf16(spoken)),
+            QString::fromUtf16(title));
     };
-    txtMaterial =
-        page(u"txtMaterial", u"Special Material Notes", u"Special Material Notes", u"Material");
-    txtTravelerNotes = page(u"txtTravelerNotes", u"Traveler", u"Traveler notes", u"TravelerNotes");
-    txtJobNotes = page(u"txtJobNotes", u"Job", u"Job notes", u"JobNotes");
+    page(u"txtMaterial", u"Special Material Notes", u"Special Material Notes");
+    page(u"txtTravelerNotes", u"Traveler", u"Traveler notes");
+    page(u"txtJobNotes", u"Job", u"Job notes");
     return tabs;
 }
 
@@ -266,19 +227,11 @@ QWidget* frmJob::figuresPane() {
     lblTotalHours = pane.shown(u"lblTotalHours", u"Total Hours:"_s, 0, 0);
     lblCalc_OutContr = pane.shown(u"lblCalc_OutContr", u"Outside Contr Cost:"_s, 1, 0, &m_secured);
     lblCalc_Fixed = pane.shown(u"lblCalc_Fixed", u"Fixed Cost and Material:"_s, 2, 0, &m_secured);
-    lblJobShopCost = pane.shown(u"lblJobShopCost", u"Shop Cost Each:"_s, 3, 0, &m_secured);
-    lblQtyQuotedPrice = pane.shown(u"lblQtyQuotedPrice", u"Quoted Price Each:"_s, 0, 2, &m_secured);
+    lblJobShopCost = pane.shown(u"lblJobShopCost", u"Shop Cost Each:"_s, 3, 0);
+    pane.shown(u"lblQtyQuotedPrice", u"Quoted Price Each:"_s, 0, 2);
     txtInvoiceEach = numberField(widget, u"######0.0000"_s, 14);
-    m_secured.push_back(
-        pane.put(txtInvoiceEach, u"txtInvoiceEach", u"Invoice Amount Each:"_s, 1, 2));
-    m_secured.push_back(txtInvoiceEach);
-    lblInvoiceTotal = pane.shown(u"lblInvoiceTotal", u"Invoice Total:"_s, 2, 2, &m_secured);
-
-    bindFigure(u"QtyQuotedPrice"_s, lblQtyQuotedPrice, u"#####0.0000"_s);
-    bindFigure(u"TotalHours"_s, lblTotalHours, u"######0.00"_s);
-    bindFigure(u"JobShopCost"_s, lblJobShopCost, u"######0.0000"_s);
-    bindNumber(u"InvoiceEach"_s, txtInvoiceEach, u"######0.0000"_s);
-    bindFigure(u"InvoiceTotal"_s, lblInvoiceTotal, u"######0.00"_s);
+    pane.put(txtInvoiceEach, u"txtInvoiceEach", u"Invoice Amount Each:"_s, 1, 2);
+    lblInvoiceTotal = pane.shown(u"lblInvoiceTotal", u"Invoice Total:"_s, 2, 2);
     return widget;
 }
 
@@ -322,13 +275,14 @@ void frmJob::wire() {
     wireCustomer();
     const auto left = [this] {
         if (!isBrowse())
-            calcJob();
+            calculate();
     };
+    m_header.bind(*this, fields());
     on(txtJobShopRate->left, left);
     on(txtQuantity->left, left);
     on(txtInvoiceEach->left, left);
-    on(m_routing->costChanged, &frmJob::calcJob);
-    on(m_routing->fixedCostsChanged, &frmJob::calcJob);
+    on(m_routing->costChanged, &frmJob::calculate);
+    on(m_routing->fixedCostsChanged, &frmJob::calculate);
     m_routing->mayRemove = [this](const estimating::OperRow& row) { return mayRemove(row); };
     m_routing->statusPicture = statusPicture;
 }

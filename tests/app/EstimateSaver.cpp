@@ -43,23 +43,17 @@ int main(int argc, char* argv[]) {
         const auto database = jet::isServerUri(words[1]) ? jet::Database::openServer(words[1])
                                                          : jet::Database::openFile(words[1]);
         const int rounds = words[3].toInt();
-        jet::Recordset rows = database->openRecordset(estimating::estimateRows());
         qint64 edited = 0;
         for (int i = 0; i < rounds; ++i) {
             EstimateDraft draft = draftOf(20 + i % 7, words[2] + QString::number(i));
-            const qint64 estNo = estimating::saveEstimate(*database, rows, 0, draft);
+            const qint64 estNo = estimating::saveEstimate(*database, 0, draft).key;
             if (edited == 0)
                 edited = estNo;
-            rows.requery();
-            rows.findFirst(u"EstNo = "_s + QString::number(edited));
             EstimateDraft change = draftOf(10 + i % 30, words[2] + u"edited"_s);
-            estimating::saveEstimate(*database, rows, edited, change);
+            estimating::saveEstimate(*database, edited, change);
             EstimateDraft passing = draftOf(15, words[2] + u"gone"_s);
-            const qint64 gone = estimating::saveEstimate(*database, rows, 0, passing);
-            rows.requery();
-            rows.findFirst(u"EstNo = "_s + QString::number(gone));
-            estimating::deleteEstimate(*database, rows, gone);
-            rows.requery();
+            estimating::deleteEstimate(*database,
+                                       estimating::saveEstimate(*database, 0, passing).key);
             std::printf("%lld\n", static_cast<long long>(estNo));
             std::fflush(stdout);
         }

@@ -170,9 +170,19 @@ TEST(Costing, AgreesWithWholeNumbersOnThousandsOfEstimates) {
         ASSERT_EQ(cost.fixed, misc) << "round " << round;
         const double each = static_cast<double>(all) / (quantity > 0 ? quantity : 1.0);
         ASSERT_EQ(cost.priceEach[0], each) << "round " << round;
+        // The later breaks start from what the first one shows.
+        const double shown = Currency::fromDouble(each).toDouble();
         for (std::size_t i = 1; i < breakCount; ++i)
-            ASSERT_NEAR(cost.priceEach[i], each - each * discounts[i] / 100.0, each * 1e-12);
+            ASSERT_NEAR(cost.priceEach[i], shown - shown * discounts[i] / 100.0, shown * 1e-12);
     }
+}
+
+TEST(Costing, LaterBreaksAreDiscountedFromThePriceThatTheFirstOneShows) {
+    // 10 by 3 shows 3.3333.
+    const auto cost = CalcEstimate({inhouse(1, 10)}, {}, false, {}, 3, {0, 0, 50, 0, 0});
+    EXPECT_DOUBLE_EQ(cost.priceEach[0], 10.0 / 3);
+    EXPECT_DOUBLE_EQ(cost.priceEach[1], 3.3333);
+    EXPECT_DOUBLE_EQ(cost.priceEach[2], 1.66665);
 }
 
 TEST(Costing, StopsWhereMoneyEnds) {

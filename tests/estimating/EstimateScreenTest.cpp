@@ -52,13 +52,12 @@ class EstimateScreenTest : public testsupport::ShopTest {
         draft.operations = {row(m_mill, u"Mill"_s, 2.5), row(m_turn, u"Turn"_s, 1),
                             row(m_plate, u"Plating"_s, 100, false)};
         draft.operations[1].rate = values::Currency::fromInteger(35);
-        jet::Recordset rows = core::MainDatabase().openRecordset(estimateRows());
-        return saveEstimate(core::MainDatabase(), rows, 0, draft);
+        return saveEstimate(core::MainDatabase(), 0, draft).key;
     }
     void note(qint64 estNo, int seqNo, const QString& text) {
         estimating::NoteStaging staging(core::MainDatabase(), estimating::estimateRouting(), estNo);
         staging.write(seqNo, text);
-        staging.adopt(estNo, 3);
+        staging.adopt(estNo);
     }
     QStringList notes() {
         return rows(u"SELECT EstNo, SeqNo, OperNotes FROM EstOperNote "
@@ -304,25 +303,98 @@ TEST_P(EstimateScreenTest, TwoStationsOnOneEstimate) {
     EXPECT_EQ(rows(u"SELECT Description, EstNotes, AssemblyEstno FROM Estimate"_s),
               QStringList(u"Bracket|Ask Ray|9"_s));
 
+    // Both on the same time: the lines are loaded again, the header stays as typed.
     press(u"cmdEdit"_s);
     type(u"txtDescription"_s, u"Bracket, left"_s);
+    setCell(u"sprOper"_s, 1, Time, u"5"_s);
     other->execute(u"UPDATE EstOper SET OperTime_Amount = 7 WHERE SeqNo = 2"_s);
-    expectBoxContaining(u"has been changed at another station"_s);
+    expectBoxContaining(u"The time of the operation Turn has been changed at another station since "
+                        "you opened this record.\r\nThere: 7.00\r\nHere: 5.00"_s,
+                        Answer::Yes);
     press(u"cmdSave"_s);
     EXPECT_EQ(text(u"lblEstimateMode"_s), u"EDIT"_s);
     EXPECT_EQ(text(u"txtDescription"_s), u"Bracket, left"_s);
-    expectBox(u"Are you sure you want to cancel?"_s, Answer::Yes);
-    press(u"cmdCancel"_s);
-    press(u"cmdEdit"_s);
     EXPECT_EQ(cell(u"sprOper"_s, 1, Time), u"7.00"_s);
     press(u"cmdSave"_s);
+    EXPECT_EQ(rows(u"SELECT Description FROM Estimate"_s), QStringList(u"Bracket, left"_s));
     EXPECT_EQ(rows(u"SELECT OperTime_Amount FROM EstOper ORDER BY SeqNo"_s),
               (QStringList{u"2.5"_s, u"7"_s, u"100"_s}));
+
+    // Both on the same field of the header: whoever is asked says which one stands.
+    press(u"cmdEdit"_s);
+    type(u"txtDescription"_s, u"Mine"_s);
+    other->execute(u"UPDATE Estimate SET Description = 'Theirs'"_s);
+    expectBoxContaining(u"There: Theirs\r\nHere: Mine"_s, Answer::No);
+    press(u"cmdSave"_s);
+    EXPECT_EQ(focusName(), u"txtDescription"_s);
+    expectBoxContaining(u"Do you want to save yours?"_s, Answer::Yes);
+    press(u"cmdSave"_s);
+    EXPECT_EQ(rows(u"SELECT Description FROM Estimate"_s), QStringList(u"Mine"_s));
 
     press(u"cmdEdit"_s);
     other->execute(u"DELETE FROM Estimate"_s);
     expectBoxContaining(u"Record is deleted."_s);
     press(u"cmdSave"_s);
+}
+
+TEST_P(EstimateScreenTest, RfqNotesFollowCustomerAndNumber) {
+    database().execute(
+        u"INSERT INTO RfqNotes (CustID, RFQNo, rfqnotes) VALUES(%1,'R1','Acme one')"_s.arg(m_acme));
+    database().execute(
+        u"INSERT INTO RfqNotes (CustID, RFQNo, rfqnotes) VALUES(%1,'R1','Bolt one')"_s.arg(m_bolt));
+    estimate(u"R1"_s, u"P1"_s);
+    open(u"frmEstimate"_s);
+    EXPECT_EQ(text(u"txtNotes(2)"_s), u"Acme one"_s);
+    press(u"cmdEdit"_s);
+    type(u"txtNotes(2)"_s, u"typed"_s);
+    go(u"txtRfqno"_s);
+    leave();
+    EXPECT_EQ(text(u"txtNotes(2)"_s), u"typed"_s) << "the pair is the same";
+    choose(u"dbcCustomer"_s, u"Bolt & Nut"_s);
+    leave();
+    EXPECT_EQ(text(u"txtNotes(2)"_s), u"Bolt one\r\ntyped"_s);
+    type(u"txtNotes(2)"_s, u"Bolt one"_s);
+    press(u"cmdSave"_s);
+    EXPECT_EQ(rows(u"SELECT CustID, rfqnotes FROM RfqNotes"_s),
+              QStringList(u"%1|Bolt one"_s.arg(m_bolt)));
+}
+
+TEST_P(EstimateScreenTest, ACopyIsMadeOfWhatIsStored) {
+    const qint64 estNo = estimate(u"R1"_s, u"P1"_s);
+    note(estNo, 2, u"for turning"_s);
+    open(u"frmEstimate"_s);
+    // While the screen stands, another station takes the first operation out.
+    const auto other = anotherStation();
+    const auto before = *estimating::loadEstimate(*other, estNo);
+    auto after = before;
+    after.operations.erase(after.operations.begin());
+    estimating::NoteStaging(*other, estimating::estimateRouting(), estNo).rowRemoved(1, 3);
+    estimating::saveEstimate(*other, estNo, after, &before);
+    whenShown(u"frmEstNew"_s, [this] {
+        check(u"Option3"_s);
+        check(u"chkCarryCus"_s);
+        check(u"chkNotes"_s);
+        press(u"cmdOK"_s);
+    });
+    expectBoxContaining(u"You are about to copy"_s, Answer::Yes);
+    press(u"cmdNew"_s);
+    EXPECT_EQ(cell(u"sprOper"_s, 0, Description), u"Turn"_s);
+    EXPECT_EQ(notes(), QStringList({u"0|1|for turning"_s, u"1|1|for turning"_s}));
+    expectBoxContaining(u"Are you sure"_s, Answer::Yes);
+    press(u"cmdCancel"_s);
+}
+
+TEST_P(EstimateScreenTest, NotesThatAnEndedEditLeftElsewhereAreBackInTheNextOne) {
+    const qint64 estNo = estimate(u"R1"_s, u"P1"_s);
+    note(estNo, 2, u"two"_s);
+    note(estNo, 3, u"three"_s);
+    // A station removes the first row and ends before it saves.
+    estimating::NoteStaging(database(), estimating::estimateRouting(), estNo).rowRemoved(1, 3);
+    open(u"frmEstimate"_s);
+    press(u"cmdEdit"_s);
+    EXPECT_FALSE(control<controls::Grid>(u"sprOper"_s)->hasPicture(0, Note));
+    press(u"cmdSave"_s);
+    EXPECT_EQ(notes(), QStringList({u"1|2|two"_s, u"1|3|three"_s}));
 }
 
 TEST_P(EstimateScreenTest, DeletingTheLastOneGoesToAdd) {

@@ -68,7 +68,7 @@ TEST_P(NoteStagingTest, CancelBringsTheNotesOfRemovedRowsBack) {
         NoteStaging staging(db(), kind, 7);
         staging.write(2, u"two"_s);
         staging.write(3, u"three"_s);
-        staging.adopt(7, 3);
+        staging.adopt(7);
         const QStringList before = notes(kind, 7);
 
         staging.rowRemoved(2, 3);
@@ -88,10 +88,10 @@ TEST_P(NoteStagingTest, SaveDropsParkedNotesAndBindsTheOthersToTheirNewRows) {
         NoteStaging staging(db(), kind, 7);
         staging.write(2, u"two"_s);
         staging.write(3, u"three"_s);
-        staging.adopt(7, 3);
+        staging.adopt(7);
         staging.rowRemoved(2, 3);
         saveRouting(kind, 7, 2);
-        staging.adopt(7, 2);
+        staging.adopt(7);
         EXPECT_EQ(notes(kind, 7), QStringList({"2|three"}));
         EXPECT_EQ(unbound(kind, 7), QStringList());
     }
@@ -107,7 +107,7 @@ TEST_P(NoteStagingTest, ANewDocumentsNotesWaitUnderNumberZero) {
     const auto other = station();
     NoteStaging(*other, estimateRouting(), 0).stage(2, u"theirs"_s);
     saveRouting(estimateRouting(), 9, 2);
-    adding.adopt(9, 2);
+    adding.adopt(9);
     EXPECT_EQ(notes(estimateRouting(), 9), QStringList({"1|two", "2|theirs"}));
     EXPECT_EQ(notes(estimateRouting(), 0), QStringList());
     EXPECT_EQ(unbound(estimateRouting(), 9), QStringList());
@@ -127,7 +127,7 @@ TEST_P(NoteStagingTest, ANewJobDeletesTheNotesOfRemovedRowsOutright) {
     EXPECT_EQ(notes(jobRouting(), 0), QStringList({"1|two"}));
     EXPECT_EQ(rows(db(), u"SELECT SeqNo FROM JobOperSchedule"_s), QStringList({"1"}));
     saveRouting(jobRouting(), 4, 1);
-    adding.adopt(4, 1);
+    adding.adopt(4);
     EXPECT_EQ(notes(jobRouting(), 4), QStringList({"1|two"}));
     EXPECT_EQ(unbound(jobRouting(), 4), QStringList());
 }
@@ -146,7 +146,7 @@ TEST_P(NoteStagingTest, AJobsScheduleMovesWithItsRowsAndCancelLeavesItMoved) {
     EXPECT_EQ(rows(db(), of), QStringList({"1|s1", "0|s2", "3|s3", "2|other"}));
     staging.cancel();
     EXPECT_EQ(rows(db(), of), QStringList({"1|s1", "0|s2", "3|s3", "2|other"}));
-    staging.adopt(3, 3);
+    staging.adopt(3);
     EXPECT_EQ(rows(db(), of), QStringList({"1|s1", "3|s3", "2|other"}));
 }
 
@@ -200,7 +200,7 @@ TEST_P(NoteStagingTest, AnyOrderOfInsertsAndRemovalsKeepsNotesWithTheirRows) {
                 staging.write(static_cast<int>(i) + 1, model[i]);
             }
         }
-        staging.adopt(number, static_cast<int>(model.size()));
+        staging.adopt(number);
         const std::vector<QString> saved = model;
         const auto expectModel = [&](const std::vector<QString>& expected) {
             for (std::size_t i = 0; i < expected.size(); ++i) {
@@ -227,7 +227,7 @@ TEST_P(NoteStagingTest, AnyOrderOfInsertsAndRemovalsKeepsNotesWithTheirRows) {
             expectModel(saved);
         } else {
             saveRouting(kind, number, static_cast<int>(model.size()));
-            staging.adopt(number, static_cast<int>(model.size()));
+            staging.adopt(number);
             expectModel(model);
         }
         EXPECT_EQ(unbound(kind, number), QStringList()) << "round " << round;

@@ -213,7 +213,7 @@ TEST_P(JobCosting, TheScreenShowsWhatIsStored) {
         SCOPED_TRACE(testing::Message() << "job " << made.jobNo);
         UpdateJobCost(database(), made.jobNo);
         const JobFigures figures = CalcJob(
-            estimating::loadOperRows(database(), estimating::jobRouting(), made.jobNo, u"$"_s),
+            estimating::loadOperRows(database(), estimating::jobRouting(), made.jobNo),
             estimating::loadMiscRows(database(), estimating::jobRouting(), made.jobNo),
             made.oneRate, Currency::fromTenThousandths(made.shopRate * 100),
             static_cast<double>(made.quantity), Currency::fromTenThousandths(made.invoiceEach));

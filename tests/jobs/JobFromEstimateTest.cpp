@@ -3,11 +3,11 @@
 
 #include "JobShop.h"
 #include "estimating/CreateJob.h"
+#include "estimating/EstimateStore.h"
 #include "jobs/Screens.h"
 #include "platform/values/Clock.h"
 
 using namespace jobs;
-using estimating::EstimateForJob;
 using estimating::MiscRow;
 using estimating::OperRow;
 using screen::Answer;
@@ -39,11 +39,11 @@ class JobFromEstimate : public JobShop {
             m_item, u"Bar stock"_s, u"EA"_s, Currency::fromDouble(1.5), Currency::fromInteger(4),
             {}};
         stock.retotal();
-        m_estimate.estNo = 501;
-        m_estimate.operations = {turning, plating};
-        m_estimate.fixedCosts = {stock};
-        estimating::EstimateHeader& header = m_estimate.header;
-        header.custId = customer(u"Acme"_s);
+        estimating::EstimateDraft estimate;
+        estimate.operations = {turning, plating};
+        estimate.fixedCosts = {stock};
+        estimating::EstimateHeader& header = estimate.header;
+        header.custId = m_customer = customer(u"Acme"_s);
         header.partNo = u"12-34"_s;
         header.description = u"Driver's plate"_s;
         header.material = u"Steel"_s;
@@ -56,8 +56,9 @@ class JobFromEstimate : public JobShop {
         header.breaks[0].quoted = Currency::fromDouble(12.3456);
         header.breaks[3].quantity = 100;
         header.breaks[3].quoted = Currency::fromInteger(9);
-        database().execute(u"INSERT INTO EstOperNote (ID, EstNo, SeqNo, OperNotes) "
-                           "VALUES(1,501,2,'Don''t scratch')"_s);
+        estimating::NoteStaging(database(), estimating::estimateRouting(), 0)
+            .stage(2, u"Don't scratch"_s);
+        m_estNo = estimating::saveEstimate(database(), 0, estimate).key;
         m_order.quantity = 10;
         m_order.price = Currency::fromDouble(12.3456);
         m_order.dateIn = QDate(2026, 3, 2);
@@ -70,7 +71,8 @@ class JobFromEstimate : public JobShop {
         JobShop::TearDown();
     }
 
-    EstimateForJob m_estimate;
+    qint64 m_estNo = 0;
+    qint64 m_customer = 0;
     JobOrder m_order;
     qint64 m_turning = 0;
     qint64 m_plating = 0;
@@ -78,15 +80,16 @@ class JobFromEstimate : public JobShop {
 };
 
 TEST_P(JobFromEstimate, StartsWithoutHoursAndKeepsTheEstimateBeside) {
-    const qint64 jobNo = createJob(database(), m_estimate, m_order);
+    const qint64 jobNo = createJob(database(), m_estNo, m_order);
     const QString of = u" WHERE JobNo = "_s + QString::number(jobNo);
     EXPECT_EQ(rows(u"SELECT CustID, PONo, PartNo, Description, Quantity, "
                    "JobShopRate, EstNo, QtyQuotedPrice, InvoiceEach, InvoiceTotal, "
                    "JobDateIn, JobDueDate, TravelerNotes, JobNotes, JobShopCost, "
                    "TotalHours FROM Job"_s +
                    of),
-              QStringList(u"%1|PO-1|12-34|Driver's plate|10|55|501|12.3456|12.3456|"
-                          "123.456|3/2/2026|3/20/2026|||10.6|0"_s.arg(m_estimate.header.custId)));
+              QStringList(u"%1|PO-1|12-34|Driver's plate|10|55|%2|12.3456|12.3456|"
+                          "123.456|3/2/2026|3/20/2026|||10.6|0"_s.arg(m_customer)
+                              .arg(m_estNo)));
     EXPECT_FALSE(database().hasRows(u"SELECT * FROM Job"_s + of +
                                     u" AND (OneShopRate = True OR Shipped = True)"_s));
     EXPECT_EQ(rows(u"SELECT SeqNo, OperNo, OperTime_Amount, OperShopRate, "
@@ -102,16 +105,16 @@ TEST_P(JobFromEstimate, StartsWithoutHoursAndKeepsTheEstimateBeside) {
                    "FROM JobMiscCost"_s +
                    of),
               QStringList(u"%1|EA|1.5|4|6"_s.arg(m_item)));
-    EXPECT_TRUE(estimateHasJob(database(), 501));
+    EXPECT_TRUE(estimateHasJob(database(), m_estNo));
 
     m_order.useNotes = false;
-    const qint64 second = createJob(database(), m_estimate, m_order);
+    const qint64 second = createJob(database(), m_estNo, m_order);
     EXPECT_FALSE(database().hasRows(u"SELECT * FROM JobOperNote WHERE JobNo = %1"_s.arg(second)));
 }
 
 TEST_P(JobFromEstimate, AFailingFixedCostLeavesNothing) {
     database().execute(u"DROP TABLE JobMiscCost"_s);
-    EXPECT_THROW(createJob(database(), m_estimate, m_order), jet::Error);
+    EXPECT_THROW(createJob(database(), m_estNo, m_order), jet::Error);
     for (const char16_t* table : {u"Job", u"JobOper", u"JobOperNote"}) {
         EXPECT_FALSE(database().hasRows(u"SELECT * FROM "_s + QString::fromUtf16(table)));
     }
@@ -120,7 +123,7 @@ TEST_P(JobFromEstimate, AFailingFixedCostLeavesNothing) {
 TEST_P(JobFromEstimate, TheDialogAsksForWhatIsMissingAndMakesTheJob) {
     const auto create = [&] {
         return screen::Forms::dialog<estimating::CreateJobDialog>(u"frmCreatJob"_s)
-            ->createJob(m_estimate);
+            ->createJob(m_estNo);
     };
     const auto ok = u"cmdOK"_s;
     whenShown(u"frmCreatJob"_s, [&] {
@@ -149,12 +152,12 @@ TEST_P(JobFromEstimate, TheDialogAsksForWhatIsMissingAndMakesTheJob) {
         EXPECT_EQ(focusName(), u"txtPONo"_s);
         type(u"txtPONo"_s, u"PO-9"_s);
         check(u"chkOrderRequired"_s);
-        expectBoxContaining(u" has been created from Estimate # 501"_s);
+        expectBoxContaining(u" has been created from Estimate # %1"_s.arg(m_estNo));
         press(ok);
     });
     const qint64 jobNo = create();
     EXPECT_EQ(rows(u"SELECT JobNo, Quantity, InvoiceEach, InvoiceTotal, PONo FROM "
-                   "Job WHERE OrderRequired = True AND EstNo = 501"_s),
+                   "Job WHERE OrderRequired = True AND EstNo = %1"_s.arg(m_estNo)),
               QStringList(u"%1|25|8.5|212.5|PO-9"_s.arg(jobNo)));
     EXPECT_FALSE(database().hasRows(u"SELECT * FROM JobOperNote"_s));
 

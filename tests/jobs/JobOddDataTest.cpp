@@ -281,10 +281,10 @@ TEST_P(JobsOdd, AFailedDeletionTellsItsStepAndTakesNothing) {
 }
 
 TEST_P(JobsOdd, APartIsFoundByAnyPieceOfItsNumber) {
-    const qint64 odd = job(m_acme, s(u"B[8]%_x"), 1);
+    const qint64 odd = job(m_acme, s(u"B[8]%_''x"), 1);
     core::RecordScreen* screen = openJobs();
     ASSERT_TRUE(screen->goToRecord(m_job));
-    for (const char16_t* typed : {u"8]%", u"b-8", u"%_", u"["}) {
+    for (const char16_t* typed : {u"8]%", u"b-8", u"%_", u"[", u"_'x"}) {
         whenShown(s(u"frmJobFound"), [this] { press(s(u"cmdSelect")); });
         find(u"cmdGotoPart", s(typed));
         EXPECT_EQ(screen->currentKey(), odd) << s(typed).toStdString();

@@ -391,16 +391,68 @@ TEST_P(Jobs, WhatCannotBeJoinedIsRefusedAndNothingIsLost) {
     type(s(u"txtPONo"), s(u"PO-9"));
     database().execute(s(u"UPDATE JobOper SET SeqNo = SeqNo + 1 WHERE SeqNo > 1"));
     jobOper(m_job, 2, m_operations[3]);
-    expectBox(s(u"The operations of this job have been changed at another station since you opened "
-                u"it.\r\nPlease note what you have entered, cancel, and edit the job again."),
-              Answer::Ok);
+    removeRow(2, u"Plating");
+    expectBoxContaining(s(u"The list of operations has been changed at another station since you "
+                          u"opened this record.\r\nThere: Boring, Turning, Milling, Plating\r\n"
+                          u"Here: Boring, Milling"),
+                        Answer::No);
     save();
-    cancel();
-    EXPECT_EQ(rows(u"SELECT SeqNo FROM JobOper ORDER BY SeqNo"_s),
-              (QStringList{s(u"1"), s(u"2"), s(u"3"), s(u"4")}));
-    EXPECT_EQ(rows(u"SELECT PONo FROM Job"_s), QStringList(s(u"PO-7")));
+    EXPECT_EQ(cells(s(u"sprOper")).size(), 2);
+    expectBoxContaining(s(u"Do you want to load the lines again"), Answer::Yes);
+    save();
+    EXPECT_EQ(cells(s(u"sprOper")).size(), 4);
+    EXPECT_EQ(text(s(u"txtPONo")), s(u"PO-9"));
+    save();
+    EXPECT_EQ(bound(m_job), QStringList({s(u"1|Boring|note 1"), s(u"2|Turning|"),
+                                         s(u"3|Milling|note 2"), s(u"4|Plating|note 3")}));
+    EXPECT_EQ(rows(u"SELECT PONo FROM Job"_s), QStringList(s(u"PO-9")));
+}
+
+TEST_P(Jobs, ASaveLeavesWhatAnotherOfficeDidMeanwhile) {
+    const qint64 bolts = item(s(u"Bolts")), nuts = item(s(u"Nuts"));
+    for (const qint64 one : {bolts, nuts})
+        jobCost(m_job, one, s(u"4"));
+    const QString identities =
+        u"SELECT ID FROM JobOper WHERE JobNo = %1 ORDER BY SeqNo"_s.arg(m_job);
+    const QStringList before = rows(identities);
+    openJobs();
     edit();
+    type(s(u"txtDescription"), s(u"Bracket"));
+    const auto other = anotherStation();
+    other->execute(s(u"UPDATE JobOper SET OperShopRate = 45, EstOper = 2.5 WHERE SeqNo = 2"));
+    other->execute(u"UPDATE JobMiscCost SET UnitofMeasure = 'BOX', UnitPrice = 2, CostAmount = 8 "
+                   "WHERE ItemNo = %1"_s.arg(bolts));
+    other->execute(u"DELETE FROM JobMiscCost WHERE ItemNo = %1"_s.arg(nuts));
     save();
+    EXPECT_EQ(rows(u"SELECT OperShopRate, EstOper FROM JobOper WHERE SeqNo = 2"_s),
+              QStringList(s(u"45|2.5")));
+    EXPECT_EQ(rows(u"SELECT ItemNo, UnitofMeasure, Quantity, CostAmount FROM JobMiscCost"_s),
+              QStringList(u"%1|BOX|4|8"_s.arg(bolts)));
+    edit();
+    setCell(s(u"sprOper"), 2, timeColumn, s(u"125"));
+    save();
+    EXPECT_EQ(rows(identities), before) << "the floor's statements go on meeting the rows";
+}
+
+TEST_P(Jobs, NothingActiveAtAnyLevelBelowMayBeLeftBehind) {
+    const qint64 middle = job(m_acme, s(u"middle"), 1, true);
+    const qint64 deep = job(m_acme, s(u"deep"), 1);
+    const auto under = [this](qint64 part, qint64 parent) {
+        database().execute(
+            u"UPDATE Job SET AssemblyJobNo = %1 WHERE JobNo = %2"_s.arg(parent).arg(part));
+    };
+    under(middle, m_job);
+    under(deep, middle);
+    under(m_job, deep); // a loop, as only another program can make one
+    core::RecordScreen* screen = openJobs();
+    ASSERT_TRUE(screen->goToRecord(m_job));
+    edit();
+    check(s(u"chkShipped"));
+    expectBoxContaining(s(u"You may not ship a job"));
+    save();
+    database().execute(u"UPDATE Job SET Shipped = True WHERE JobNo = %1"_s.arg(deep));
+    save();
+    EXPECT_EQ(text(s(u"lblJobMode")), s(u"BROWSE"));
 }
 
 TEST_P(Jobs, AFailedSaveKeepsTheJobAndWhatWasTyped) {

@@ -422,9 +422,10 @@ void RecordModule::GotoRecord() {
         screen::InputBox(u"Please enter "_s + word + u" Number to go to:"_s).trimmed();
     if (answer.isEmpty())
         return;
-    const bool found = hasRecord() && values::isNumeric(answer) &&
-                       m_data->findFirst(m_descriptor.keyColumn + u"="_s +
-                                         values::numberText(values::val(answer)));
+    const double number = values::val(QString(answer).remove(u','));
+    const bool found =
+        hasRecord() && values::isNumeric(answer) &&
+        m_data->findFirst(m_descriptor.keyColumn + u"="_s + values::numberText(number));
     if (!found) {
         screen::beep();
         MsgBox(word + u" Number "_s + answer + u" not found!"_s);

@@ -155,6 +155,9 @@ class RecordModule : public screen::Form, public RecordScreen, public LookupUser
     void reopen(const QString& select, qint64 key = 0);
     /// Reads the set again and shows the same row, or its neighbour if it has gone.
     virtual void showReadAgain();
+    /// Before an entry that begins with the record shown: reads it again and shows it. False if
+    /// there is none any more, which has been told.
+    bool readForEntry();
     /// The box of the empty table; true for Yes.
     bool askNoRecords();
     /// As at opening: asks, and then adds, stays, or closes the module.
@@ -216,7 +219,6 @@ class RecordModule : public screen::Form, public RecordScreen, public LookupUser
     void showEmpty();
     bool tellSaveFailed(const jet::Error& error);
     void arrangeButtons();
-    bool readForEntry();
 
     ModuleDescriptor m_descriptor;
     screen::BoundFields m_fields;

@@ -49,7 +49,7 @@ qint64 FindForm::askNumber() {
 }
 
 QString FindForm::askPart() {
-    return ask(u"Find Part"_s, m_kind.partPrompt, 25, values::keys::name());
+    return ask(u"Find Part"_s, m_kind.partPrompt, 25, m_kind.partKeys);
 }
 
 FoundForm::FoundForm(const FindKind& kind) : Form(kind.found, kind.foundCaption), m_kind(kind) {

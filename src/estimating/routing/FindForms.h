@@ -38,6 +38,7 @@ struct FindKind {
     QString numberCaption;
     QString numberPrompt;
     QString partPrompt;
+    values::KeyFilter partKeys;
     QString found; ///< name of the found dialog
     QString foundCaption;
     QString table;

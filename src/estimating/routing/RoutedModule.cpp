@@ -1,10 +1,15 @@
 #include "estimating/routing/RoutedModule.h"
 
 #include "core/MirsaMain.h"
+#include "estimating/AssemblyTree.h"
+#include "estimating/NoteStaging.h"
+#include "estimating/routing/Dialogs.h"
 #include "platform/controls/DataCombo.h"
+#include "platform/screen/Forms.h"
 #include "platform/screen/Layout.h"
-#include "platform/values/Format.h"
+#include "platform/screen/MsgBox.h"
 #include "platform/values/Literals.h"
+#include "platform/values/Numbers.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -17,8 +22,8 @@ namespace estimating {
 using core::ModuleButton;
 using core::Role;
 
-RoutedModule::RoutedModule(core::ModuleDescriptor descriptor)
-    : RecordModule(std::move(descriptor)) {
+RoutedModule::RoutedModule(core::ModuleDescriptor descriptor, const RoutingKind& kind)
+    : DocumentModule(std::move(descriptor)), m_kind(kind) {
     // What stands beside the arrows keeps its place while they are hidden.
     QSizePolicy policy = datMain()->sizePolicy();
     policy.setRetainSizeWhenHidden(true);
@@ -26,7 +31,7 @@ RoutedModule::RoutedModule(core::ModuleDescriptor descriptor)
 }
 
 void RoutedModule::Form_Load() {
-    RecordModule::Form_Load();
+    DocumentModule::Form_Load();
     // As after a save: from the first field in the title line a stray key would leave the record.
     if (QPushButton* close = button(Role::Close); close && isBrowse())
         close->setFocus();
@@ -41,6 +46,7 @@ bool RoutedModule::mayOpen() {
         return false;
     }
     const bool showDollar = core::HasAccess(u"ShowDollar"_s);
+    header().setMoneyShown(showDollar);
     for (QWidget* widget : m_secured)
         widget->setVisible(showDollar);
     m_routing->setShowDollar(showDollar);
@@ -59,11 +65,11 @@ void RoutedModule::refreshLookup(const QString& table) {
         openLookups();
         dbcCustomer->setBoundText(lblCustID->text());
     }
-    RecordModule::refreshLookup(table);
+    DocumentModule::refreshLookup(table);
 }
 
 void RoutedModule::ShowModuleMode(const QString& mode) {
-    RecordModule::ShowModuleMode(mode);
+    DocumentModule::ShowModuleMode(mode);
     fraBrowse->setVisible(isBrowse());
     fraEdit->setVisible(!isBrowse());
     datMain()->setVisible(isBrowse());
@@ -110,33 +116,25 @@ QLayout* RoutedModule::makeCustomer(QWidget* parent) {
     row->setSpacing(2);
     row->addWidget(dbcCustomer, 1);
     row->addWidget(lblCustID);
-    fields().bind({u"CustID"_s,
-                   [this](const jet::Value& value) { showCustomer(value.toText()); },
-                   {},
-                   [this] {
-                       lblCustID->clear();
-                       dbcCustomer->setText(QString());
-                   },
-                   [this](bool locked) { dbcCustomer->setLocked(locked); },
-                   dbcCustomer});
+    header().use(u"dbcCustomer"_s,
+                 {[this](const jet::Value& value) {
+                      showCustomer(value.toLong() == 0 ? QString() : value.toText());
+                  },
+                  [this] { return jet::Value(lblCustID->text()); },
+                  [this] {
+                      lblCustID->clear();
+                      dbcCustomer->setText(QString());
+                  },
+                  [this](bool locked) { dbcCustomer->setLocked(locked); }, dbcCustomer});
     return row;
-}
-
-void RoutedModule::bindNumber(const QString& column, controls::TextField* field,
-                              const QString& mask) {
-    fields().bind({column,
-                   [field, mask](const jet::Value& value) {
-                       field->setText(values::format(value.toDouble(), mask));
-                   },
-                   {},
-                   [field] { field->setText(QString()); },
-                   [field](bool locked) { field->setLocked(locked); },
-                   field});
 }
 
 void RoutedModule::showCustomer(const QString& custId) {
     lblCustID->setText(custId);
-    dbcCustomer->setBoundText(custId);
+    if (custId.isEmpty())
+        dbcCustomer->setText(QString());
+    else
+        dbcCustomer->setBoundText(custId);
     if (dbcCustomer->boundText() == custId ||
         !core::MainDatabase().hasRows(u"SELECT CustID FROM Customer WHERE CustID = "_s + custId))
         return;
@@ -145,7 +143,10 @@ void RoutedModule::showCustomer(const QString& custId) {
 }
 
 void RoutedModule::wireCustomer() {
-    const auto taken = [this] { lblCustID->setText(dbcCustomer->boundText()); };
+    const auto taken = [this] {
+        lblCustID->setText(dbcCustomer->boundText());
+        customerTaken();
+    };
     on(dbcCustomer->chosen, taken);
     // The number of a customer who has been deleted stays until another one is chosen.
     connect(dbcCustomer->lineEdit(), &QLineEdit::textEdited, this,
@@ -154,6 +155,145 @@ void RoutedModule::wireCustomer() {
         if (std::exchange(m_customerTyped, false) && !isBrowse())
             taken();
     });
+}
+
+// The record shown
+
+void RoutedModule::takeRecord(const jet::Recordset* row) {
+    takeHeader(row);
+    m_tooLarge = false;
+    if (row) {
+        showAssembly();
+        showLines();
+    } else {
+        lblAssembly->clear();
+        m_routing->showRows(0, {}, {}, m_routing->oneShopRate());
+    }
+}
+
+RoutedLines RoutedModule::lines() const {
+    return {0, m_routing->operations(), m_routing->fixedCosts()};
+}
+
+void RoutedModule::showLines() {
+    RoutedLines lines = loadLines(core::MainDatabase(), m_kind, currentKey());
+    m_routing->showRows(currentKey(), std::move(lines.operations), std::move(lines.fixedCosts),
+                        headerValue(u"OneShopRate"_s).toBool());
+}
+
+void RoutedModule::showAssembly() {
+    const QString isParent = u"SELECT * FROM "_s + m_kind.documentTable + u" WHERE "_s +
+                             m_kind.parentColumn + u"="_s + QString::number(currentKey());
+    const qint64 parent = headerValue(m_kind.parentColumn).toLong();
+    lblAssembly->setText(core::MainDatabase().hasRows(isParent) ? u"ASSY"_s
+                         : parent == 0                          ? QString()
+                                                                : QString::number(parent));
+}
+
+void RoutedModule::cmdAssembly_Click() {
+    if (!hasRecord())
+        return;
+    screen::Forms::dialog<AssemblyTree>(u"frmAssemblyInfo"_s)
+        ->showTree(headerValue(u"CustID"_s).toLong(), headerValue(m_kind.referenceColumn).toText(),
+                   currentKey(), m_kind.documentTable);
+}
+
+// Costing
+
+void RoutedModule::tellTooLarge() {
+    screen::MsgBox(u"The cost is too large to be computed. Please check the times, amounts "
+                   "and rates."_s,
+                   screen::Buttons::Ok, screen::Icon::Exclamation);
+}
+
+void RoutedModule::calculate() {
+    try {
+        reckon();
+        m_tooLarge = false;
+    } catch (const values::Overflow&) {
+        showNoFigures();
+        if (!std::exchange(m_tooLarge, true))
+            tellTooLarge();
+    }
+}
+
+// A new document
+
+RoutedModule::Carried RoutedModule::carried() {
+    return {headerValue(u"CustID"_s).toLong(), headerValue(m_kind.referenceColumn).toText()};
+}
+
+void RoutedModule::showCarried(const Carried& customer) {
+    setHeaderValue(u"CustID"_s, jet::Value(customer.custId));
+    dbcCustomer->lineEdit()->selectAll(); // it has the focus: typing replaces it
+    setHeaderValue(m_kind.referenceColumn, jet::Value(customer.reference));
+    customerTaken();
+}
+
+std::optional<std::vector<ChosenOperation>> RoutedModule::pickSet(bool useDefaultNotes) {
+    const qint64 setNo = screen::Forms::dialog<DefaultSetDialog>(u"frmDefSet"_s)->pickSet();
+    if (setNo == 0)
+        return std::nullopt;
+    return operationsOfSet(core::MainDatabase(), setNo, useDefaultNotes);
+}
+
+std::optional<std::vector<ChosenOperation>> RoutedModule::pickOperations() {
+    return screen::Forms::dialog<SelectOperationsDialog>(u"frmSelOper"_s)->choose();
+}
+
+void RoutedModule::startFrom(const std::vector<ChosenOperation>& operations,
+                             const Carried& customer) {
+    ShowModuleMode(u"Add"_s);
+    showCarried(customer);
+    std::vector<OperRow> rows = rowsFor(core::MainDatabase(), operations);
+    for (OperRow& row : rows) {
+        if (m_kind.hasProgress)
+            row.time = 0;
+    }
+    stageDefaultNotes(core::MainDatabase(), m_kind, operations, rows);
+    m_routing->showRows(0, std::move(rows), {}, m_routing->oneShopRate());
+    calculate();
+}
+
+bool RoutedModule::copyShown(const QString& copyMode, bool useDefaultNotes, bool carryNotes,
+                             const std::function<void(std::vector<OperRow>&)>& change) {
+    if (!readForEntry())
+        return false;
+    const qint64 copiedNo = currentKey();
+    ShowModuleMode(copyMode);
+    lblAssembly->clear();
+    std::vector<OperRow>& rows = m_routing->operations();
+    stageCopiedNotes(core::MainDatabase(), m_kind, rows, m_kind, copiedNo, useDefaultNotes,
+                     carryNotes);
+    if (change)
+        change(rows);
+    m_routing->redraw();
+    return true;
+}
+
+// Saving, cancelling, deleting
+
+void RoutedModule::cmdEdit_Click() {
+    if (hasRecord())
+        NoteStaging(core::MainDatabase(), m_kind, currentKey()).putBack();
+    DocumentModule::cmdEdit_Click();
+}
+
+void RoutedModule::reloadLines() {
+    NoteStaging(core::MainDatabase(), m_kind, currentKey()).restart();
+    const bool oneShopRate = m_routing->oneShopRate();
+    showLines();
+    keepLinesBefore();
+    m_routing->setOneShopRate(oneShopRate);
+    calculate();
+}
+
+void RoutedModule::cancelStaged() {
+    NoteStaging(core::MainDatabase(), m_kind, m_routing->documentNo()).cancel();
+}
+
+void RoutedModule::tellNeighbours() {
+    core::refreshNeighbours({u"frmhistory"_s}, m_kind.documentTable);
 }
 
 } // namespace estimating

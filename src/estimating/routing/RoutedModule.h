@@ -1,8 +1,11 @@
 #pragma once
 
-#include "core/records/RecordModule.h"
+#include "core/records/DocumentModule.h"
+#include "estimating/RoutedSave.h"
 #include "estimating/routing/RoutingPanel.h"
 
+#include <functional>
+#include <optional>
 #include <vector>
 
 class QLabel;
@@ -12,41 +15,130 @@ namespace estimating {
 
 /// The record module of a document with a customer and a routing: what the estimate and the job
 /// have in common as screens. A member makes its own fields and its routing panel, and places the
-/// pane of buttons.
-class RoutedModule : public core::RecordModule {
+/// pane of buttons; it derives from RoutedDocument, which knows the struct of its header.
+class RoutedModule : public core::DocumentModule {
   public:
-    explicit RoutedModule(core::ModuleDescriptor descriptor);
+    RoutedModule(core::ModuleDescriptor descriptor, const RoutingKind& kind);
 
     void Form_Load() override;
     void ShowModuleMode(const QString& mode) override;
     void refreshLookup(const QString& table) override;
+    void cmdEdit_Click() override;
+    void cmdAssembly_Click();
 
   protected:
     /// Without customers the module stays closed. Hides money from users who may not see it.
     bool mayOpen() override;
     void openLookups() override;
+    void takeRecord(const jet::Recordset* row) override;
+    void reloadLines() override;
+    void tellTooLarge() override;
+    void cancelStaged() override;
+    void tellNeighbours() override;
+
+    // What the document of a member is.
+    virtual core::DocumentFields& header() = 0;
+    /// Takes the header from the row that is shown, or an empty one.
+    virtual void takeHeader(const jet::Recordset* row) = 0;
+    /// What one column of the header holds, with what was typed; and a new content for it.
+    virtual jet::Value headerValue(const QString& column) = 0;
+    virtual void setHeaderValue(const QString& column, const jet::Value& value) = 0;
+    virtual void keepLinesBefore() = 0;
+    /// Computes and shows the figures; throws values::Overflow.
+    virtual void reckon() = 0;
+    virtual void showNoFigures() {}
+    virtual void customerTaken() {}
+    /// What stands in the lists.
+    RoutedLines lines() const;
+
+    /// reckon(), and once for an entry what to do where it can't be done.
+    void calculate();
+
+    // The ways to begin a new document.
+    struct Carried {
+        qint64 custId = 0;
+        QString reference; ///< the customer's own number
+    };
+    /// What the screen shows, for the document to come.
+    Carried carried();
+    void showCarried(const Carried& customer);
+    void startFrom(const std::vector<ChosenOperation>& operations, const Carried& customer);
+    /// The operations of a default set that the user picks; those that he picks one by one.
+    std::optional<std::vector<ChosenOperation>> pickSet(bool useDefaultNotes);
+    std::optional<std::vector<ChosenOperation>> pickOperations();
+    /// Reads the record again and makes it a new one in the mode that is said, its notes carried;
+    /// `change` has the rows in between. False if the record has gone, which has been told.
+    bool copyShown(const QString& copyMode, bool useDefaultNotes, bool carryNotes,
+                   const std::function<void(std::vector<OperRow>&)>& change = {});
 
     /// The frames fraBrowse, with columns of buttons, and fraEdit, with Save and Cancel: the mode
     /// shows one of them.
     QWidget* makeButtonPane(const std::vector<std::vector<core::ModuleButton>>& browseColumns);
-    /// Makes and binds the customer: the names to choose from, and behind them his number.
+    /// Makes the customer: the names to choose from, and behind them his number.
     QLayout* makeCustomer(QWidget* parent);
-    /// The customer's number and name; one whom another station has added is looked up.
-    void showCustomer(const QString& custId);
     /// The number follows the customer that is chosen or typed.
     void wireCustomer();
-    /// Binds a column that is shown through a number mask and written by the module itself.
-    void bindNumber(const QString& column, controls::TextField* field, const QString& mask);
 
-    QLabel* lblCustID = nullptr;
+    const RoutingKind& m_kind;
     controls::DataCombo* dbcCustomer = nullptr;
+    QLabel* lblAssembly = nullptr;
     RoutingPanel* m_routing = nullptr;
     std::vector<QWidget*> m_secured; ///< hidden from users who may not see money
 
   private:
+    void showCustomer(const QString& custId);
+    void showLines();
+    void showAssembly();
+
+    QLabel* lblCustID = nullptr;
     bool m_customerTyped = false;
+    bool m_tooLarge = false; ///< the figures, and that has been told
     QWidget* fraBrowse = nullptr;
     QWidget* fraEdit = nullptr;
+};
+
+/// A routed module on the structs of its document: Draft is RoutedLines with a header.
+template <class Draft, class Header>
+class RoutedDocument : public core::DocumentOf<Draft, RoutedModule> {
+    using Base = core::DocumentOf<Draft, RoutedModule>;
+
+  public:
+    RoutedDocument(core::ModuleDescriptor descriptor, const RoutingKind& kind,
+                   const core::DocumentColumns<Header>& columns)
+        : Base(std::move(descriptor), kind), m_header(columns) {}
+
+  protected:
+    core::DocumentFields& header() override { return m_header.fields(); }
+    void takeHeader(const jet::Recordset* row) override {
+        if (row)
+            m_header.show(m_header.columns().load(*row));
+        else
+            m_header.clear();
+    }
+    jet::Value headerValue(const QString& column) override {
+        return m_header.columns().column(column).get(&m_header.now());
+    }
+    void setHeaderValue(const QString& column, const jet::Value& value) override {
+        m_header.columns().column(column).set(&m_header.now(), value);
+        m_header.show(column);
+    }
+    void keepLinesBefore() override { static_cast<RoutedLines&>(Base::m_before) = this->lines(); }
+    bool isSame(const Draft& a, const Draft& b) const override {
+        return m_header.columns().same(a.header, b.header) && sameLines(this->m_kind, a, b);
+    }
+    Draft document() override {
+        Draft result;
+        static_cast<RoutedLines&>(result) = this->lines();
+        result.header = m_header.now();
+        result.header.oneShopRate = this->m_routing->oneShopRate();
+        result.header.partNo = result.header.partNo.trimmed();
+        const core::DocumentColumn& reference =
+            m_header.columns().column(this->m_kind.referenceColumn);
+        reference.set(&result.header, jet::Value(reference.get(&result.header).toText().trimmed()));
+        return result;
+    }
+
+    core::ShownDocument<Header> m_header;
 };
 
 } // namespace estimating

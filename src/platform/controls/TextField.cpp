@@ -8,6 +8,7 @@
 
 #include <QFocusEvent>
 #include <QKeyEvent>
+#include <QRegularExpression>
 
 namespace controls {
 
@@ -109,8 +110,13 @@ void CurrencyField::setValue(const jet::Value& value) {
 }
 
 values::Currency CurrencyField::amount() const {
+    // The symbol in front of the mask may hold a point itself.
+    const auto places = m_displayMask.indexOf(QRegularExpression(u"[#0]"_s));
+    QString shown = text();
+    if (places > 0)
+        shown.remove(m_displayMask.left(places));
     QString digits;
-    for (const QChar c : text()) {
+    for (const QChar c : shown) {
         if (c.isDigit() || c == u'.' || c == u'-')
             digits += c;
     }

@@ -19,12 +19,20 @@ struct NumberMask {
     bool grouped = false;
 };
 
+/// Where the places of a mask begin: a point behind letters is part of a currency symbol ("kr.").
+qsizetype maskBegin(QStringView mask) {
+    if (mask.startsWith(u'.'))
+        return 0;
+    qsizetype begin = 0;
+    while (begin < mask.size() && mask[begin] != u'#' && mask[begin] != u'0')
+        ++begin;
+    return begin;
+}
+
 NumberMask parsedMask(QStringView mask) {
     NumberMask parsed;
     const auto isPlace = [](QChar c) { return c == u'#' || c == u'0' || c == u',' || c == u'.'; };
-    qsizetype begin = 0;
-    while (begin < mask.size() && !isPlace(mask[begin]))
-        ++begin;
+    const qsizetype begin = maskBegin(mask);
     qsizetype end = begin;
     while (end < mask.size() && isPlace(mask[end]))
         ++end;

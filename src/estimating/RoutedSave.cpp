@@ -1,0 +1,50 @@
+#include "estimating/RoutedSave.h"
+
+#include "platform/values/Literals.h"
+
+namespace estimating {
+
+void runStep(const RoutingKind& kind, const QString& name, const std::function<void()>& work) {
+    try {
+        work();
+    } catch (const jet::Error& error) {
+        const QString number =
+            kind.stepsTellNumber ? QString::number(error.number()) + u" "_s : QString();
+        throw jet::Error(error.number(), number + error.text() + u"\r\n"_s + name);
+    }
+}
+
+jet::Recordset openDocument(jet::Database& database, const RoutingKind& kind, qint64 documentNo) {
+    jet::Recordset row =
+        database.openRecordset(u"SELECT * FROM "_s + kind.documentTable + u" WHERE "_s +
+                               kind.documentKey + u" = "_s + QString::number(documentNo));
+    if (documentNo != 0 && row.isEmpty())
+        throw jet::Error(jet::errors::rowDeleted, u"Record is deleted."_s);
+    return row;
+}
+
+void holdLines(jet::Database& database, const RoutingKind& kind, const QString& table,
+               const QString& column, qint64 documentNo) {
+    // No other program writes to an estimate's rows.
+    if (kind.hasProgress) {
+        database.execute(u"UPDATE "_s + table + u" SET "_s + column + u" = "_s + column +
+                         u" WHERE "_s + kind.documentKey + u" = "_s + QString::number(documentNo));
+    }
+}
+
+void deleteRouted(jet::Database& database, const RoutingKind& kind, qint64 documentNo,
+                  const std::function<void()>& alsoDelete) {
+    const QString ofDocument =
+        u" WHERE "_s + kind.documentKey + u"="_s + QString::number(documentNo);
+    jet::Transaction transaction(database);
+    for (const QString& table :
+         {kind.noteTable, kind.operTable, kind.miscTable, kind.documentTable}) {
+        runStep(kind, u"Delete "_s + table,
+                [&] { database.execute(u"DELETE FROM "_s + table + ofDocument); });
+    }
+    if (alsoDelete)
+        alsoDelete();
+    runStep(kind, u"Commit Trans"_s, [&] { transaction.commit(); });
+}
+
+} // namespace estimating
