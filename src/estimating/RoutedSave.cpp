@@ -23,13 +23,29 @@ jet::Recordset openDocument(jet::Database& database, const RoutingKind& kind, qi
     return row;
 }
 
-void holdLines(jet::Database& database, const RoutingKind& kind, const QString& table,
-               const QString& column, qint64 documentNo) {
+namespace {
+
+void hold(jet::Database& database, const RoutingKind& kind, const QString& table,
+          const QStringList& figures, qint64 documentNo) {
     // No other program writes to an estimate's rows.
-    if (kind.hasProgress) {
-        database.execute(u"UPDATE "_s + table + u" SET "_s + column + u" = "_s + column +
-                         u" WHERE "_s + kind.documentKey + u" = "_s + QString::number(documentNo));
-    }
+    if (!kind.hasProgress)
+        return;
+    QStringList set;
+    for (const QString& figure : figures)
+        set << figure + u" = Nz("_s + figure + u", 0)"_s;
+    database.execute(u"UPDATE "_s + table + u" SET "_s + set.join(u", ") + u" WHERE "_s +
+                     kind.documentKey + u" = "_s + QString::number(documentNo));
+}
+
+} // namespace
+
+void holdOperations(jet::Database& database, const RoutingKind& kind, qint64 documentNo) {
+    hold(database, kind, kind.operTable,
+         {u"OperTime_Amount"_s, u"OperShopRate"_s, u"OperLocated"_s, u"EstOper"_s}, documentNo);
+}
+
+void holdFixedCosts(jet::Database& database, const RoutingKind& kind, qint64 documentNo) {
+    hold(database, kind, kind.miscTable, {u"Quantity"_s, u"CostAmount"_s}, documentNo);
 }
 
 void deleteRouted(jet::Database& database, const RoutingKind& kind, qint64 documentNo,

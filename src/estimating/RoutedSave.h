@@ -30,10 +30,11 @@ void runStep(const RoutingKind& kind, const QString& name, const std::function<v
 
 /// The stored row of a document, or an empty set to add one to (number 0). Throws rowDeleted.
 jet::Recordset openDocument(jet::Database& database, const RoutingKind& kind, qint64 documentNo);
-/// Takes the rows of a document before they are read: a program that doesn't take turns with ours
-/// then waits with its change, or we have waited for it.
-void holdLines(jet::Database& database, const RoutingKind& kind, const QString& table,
-               const QString& column, qint64 documentNo);
+/// Take the rows of a job before they are read: a program that doesn't take turns with ours then
+/// waits with its change, or we have waited for it. Figures that some program left empty become 0,
+/// so that what others add to them counts.
+void holdOperations(jet::Database& database, const RoutingKind& kind, qint64 documentNo);
+void holdFixedCosts(jet::Database& database, const RoutingKind& kind, qint64 documentNo);
 
 /// Deletes a document with its rows and notes in one transaction, and `alsoDelete` with it. Throws
 /// jet::Error with the failed step in its text.
@@ -59,11 +60,11 @@ SaveOutcome saveRouted(jet::Database& database, const RoutingKind& kind,
     if (editedNo != 0) {
         storedHeader = columns.load(row);
         runStep(kind, u"Delete "_s + kind.operTable, [&] {
-            holdLines(database, kind, kind.operTable, u"SeqNo"_s, documentNo);
+            holdOperations(database, kind, documentNo);
             stored.operations = loadOperRows(database, kind, documentNo);
         });
         runStep(kind, u"Delete "_s + kind.miscTable, [&] {
-            holdLines(database, kind, kind.miscTable, u"Quantity"_s, documentNo);
+            holdFixedCosts(database, kind, documentNo);
             stored.fixedCosts = loadMiscRows(database, kind, documentNo);
         });
         if (steps.refuse) {

@@ -187,6 +187,19 @@ TEST_P(JobCosting, RollsUpBookingsAmountsAndFixedCosts) {
     UpdateJobCost(database(), shop.back().jobNo + 1000);
 }
 
+TEST_P(JobCosting, HoursAddUpWithoutNoise) {
+    const qint64 made = job(customer(u"Acme"_s), u"noise"_s, 1);
+    const qint64 turning = operation(u"Fine turning"_s, u"I"_s, u"40"_s);
+    jobOper(made, 1, turning);
+    // Ten tenths are less than one in binary fractions.
+    for (int i = 0; i < 10; ++i)
+        time(made, turning, u"0.1"_s);
+    UpdateJobCost(database(), made);
+    EXPECT_EQ(
+        rows(u"SELECT OperNo FROM JobOper WHERE JobNo = %1 AND OperTime_Amount = 1"_s.arg(made)),
+        QStringList(QString::number(turning)));
+}
+
 TEST_P(JobCosting, FollowsTheFloor) {
     MadeJob made = make();
     while (made.rows.empty() || !made.rows[0].inhouse)

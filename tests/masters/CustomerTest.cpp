@@ -273,6 +273,11 @@ TEST_P(Customer, GoToByNumberBeepsForANumberThatIsNotThere) {
         EXPECT_EQ(company(), u"Acme Tools"_s) << number;
     }
     EXPECT_EQ(beeps, 3);
+    database().execute(u"INSERT INTO Customer (CustID, Company) VALUES(1234,'Far down')"_s);
+    form().Form_Activate();
+    expectInput(prompt, u"1,234"_s);
+    key(Qt::Key_G, Qt::ControlModifier);
+    EXPECT_EQ(company(), u"Far down"_s);
     expectInput(prompt, QString());
     key(Qt::Key_G, Qt::ControlModifier);
 }

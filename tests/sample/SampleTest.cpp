@@ -173,7 +173,7 @@ TEST_P(Sample, jobsAreWhatTheirRowsCost) {
 
         const auto& kind = estimating::jobRouting();
         const jobs::JobFigures shown =
-            jobs::CalcJob(estimating::loadOperRows(db(), kind, jobNo, QString()),
+            jobs::CalcJob(estimating::loadOperRows(db(), kind, jobNo),
                           estimating::loadMiscRows(db(), kind, jobNo),
                           jobs[u"OneShopRate"].toBool(), jobs[u"JobShopRate"].toCurrency(),
                           static_cast<double>(quantity), jobs[u"InvoiceEach"].toCurrency());

@@ -22,6 +22,7 @@ TEST(Format, NumbersThroughTheMasksInUse) {
     EXPECT_EQ(shown(1234567.891, u"###,##0.00"), "1,234,567.89");
     EXPECT_EQ(shown(12.5, u"$#,###.00"), "$12.50");
     EXPECT_EQ(shown(-12.5, u"$#,###.00"), "-$12.50");
+    EXPECT_EQ(shown(1234.5, u"kr.#,0.00"), "kr.1,234.50"); // the symbol's own point
     EXPECT_EQ(shown(999.9999, u"#,0.0000"), "999.9999");
     EXPECT_EQ(shown(999.99995, u"#,0.0000"), "1,000.0000");
     EXPECT_EQ(shown(0, u"##########"), "");
