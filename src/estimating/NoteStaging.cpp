@@ -95,6 +95,26 @@ void NoteStaging::rowRemoved(int place, int rowsBefore) {
     transaction.commit();
 }
 
+void NoteStaging::rowMoved(int from, int to) {
+    const int first = std::min(from, to);
+    const int last = std::max(from, to);
+    const QString set = u" SET SeqNo = IIf(SeqNo = "_s + num(from) + u", "_s + num(to) +
+                        (from < to ? u", SeqNo - 1)"_s : u", SeqNo + 1)"_s) + u" WHERE "_s +
+                        m_kind.documentKey + u" = "_s + num(m_documentNo) +
+                        u" AND SeqNo BETWEEN "_s + num(first) + u" AND "_s + num(last);
+    jet::Transaction transaction(m_database);
+    for (const QString& table : tables())
+        m_database.execute(u"UPDATE "_s + table + set);
+    transaction.commit();
+}
+
+void NoteStaging::scheduleRestored(int place, qint64 operNo) {
+    if (m_documentNo == 0 || m_kind.scheduleTable.isEmpty())
+        return;
+    m_database.execute(u"UPDATE "_s + m_kind.scheduleTable + u" SET SeqNo = "_s + num(place) +
+                       where(0) + u" and OperNo = "_s + num(operNo));
+}
+
 void NoteStaging::adopt(qint64 savedNo) {
     const QString& table = m_kind.noteTable;
     const QString& key = m_kind.documentKey;

@@ -34,6 +34,11 @@ class NoteStaging {
     /// The row at `place` was taken out: its note is parked (or deleted), later ones move down.
     void rowRemoved(int place, int rowsBefore);
 
+    /// The row at `from` was moved to `to` (both from 1): notes and schedule rows go along.
+    void rowMoved(int from, int to);
+    /// Of a row that was put back to `place` after it had been taken out: its parked schedule rows.
+    void scheduleRestored(int place, qint64 operNo);
+
     /// In the transaction of a save, after the rows: new notes get the document's number, parked
     /// ones go, those of rows that stayed follow them, and all are bound to their rows.
     void adopt(qint64 savedNo);

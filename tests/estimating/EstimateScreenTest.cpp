@@ -425,6 +425,59 @@ TEST_P(EstimateScreenTest, WhoMayNotSeeMoneySeesNone) {
     EXPECT_TRUE(hidden(0, Rate));
     EXPECT_FALSE(hidden(0, Time));
     EXPECT_TRUE(hidden(2, Time));
+    // A contractor's amount can be typed all the same, and stays where nothing is.
+    press(u"cmdEdit"_s);
+    setCell(u"sprOper"_s, 2, Time, QString());
+    EXPECT_TRUE(grid->isCellLocked(0, Rate));
+    press(u"cmdSave"_s);
+    const QString amounts = u"SELECT OperTime_Amount FROM EstOper WHERE OperNo = %1"_s.arg(m_plate);
+    EXPECT_EQ(rows(amounts), QStringList{u"100"_s});
+    press(u"cmdEdit"_s);
+    setCell(u"sprOper"_s, 2, Time, u"75"_s);
+    EXPECT_TRUE(hidden(2, Time));
+    press(u"cmdSave"_s);
+    EXPECT_EQ(rows(amounts), QStringList{u"75"_s});
+}
+
+TEST_P(EstimateScreenTest, RowsMoveWithTheirNotesAndComeBackWithThem) {
+    const qint64 estNo = estimate(u"R1"_s, u"P1"_s);
+    note(estNo, 2, u"two"_s);
+    note(estNo, 3, u"three"_s);
+    const QStringList staged{u"1|0|two"_s, u"1|1|two"_s, u"1|3|three"_s};
+    open(u"frmEstimate"_s);
+    EXPECT_EQ(control<controls::Grid>(u"sprOper"_s)->activeRow(), 0);
+    press(u"cmdEdit"_s);
+    clickCell(u"sprOper"_s, 1, Description);
+    key(Qt::Key_Up, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(cell(u"sprOper"_s, 0, Description), u"Turn"_s);
+    EXPECT_EQ(cell(u"sprOper"_s, 0, Seq), u"1"_s);
+    EXPECT_EQ(notes(), QStringList({u"1|1|two"_s, u"1|3|three"_s}));
+    expectBox(u"Delete operation Turn?"_s, Answer::Yes);
+    press(u"cmdOper(1)"_s);
+    EXPECT_EQ(notes(), QStringList({u"1|0|two"_s, u"1|2|three"_s}));
+    go(u"sprOper"_s);
+    key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(cell(u"sprOper"_s, 0, Description), u"Turn"_s);
+    EXPECT_TRUE(control<controls::Grid>(u"sprOper"_s)->hasPicture(0, Note));
+    EXPECT_EQ(notes(), staged);
+
+    go(u"sprOper"_s);
+    setCell(u"sprOper"_s, 0, Time, u"1.5"_s);
+    EXPECT_EQ(text(u"fpQtyPrice(0)"_s), u"25.2500"_s);
+    key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(text(u"fpQtyPrice(0)"_s), u"23.5000"_s);
+    clickCell(u"sprOper"_s, 0, Time);
+    typeOn(u"1.2.3"_s);
+    expectBox(u"\"1.2.3\" is not a number."_s);
+    press(u"cmdSave"_s);
+    EXPECT_EQ(text(u"lblEstimateMode"_s), u"EDIT"_s);
+    key(Qt::Key_Escape);
+    press(u"cmdSave"_s);
+    EXPECT_EQ(text(u"lblEstimateMode"_s), u"BROWSE"_s);
+    EXPECT_EQ(
+        rows(u"SELECT OperNo FROM EstOper ORDER BY SeqNo"_s),
+        QStringList({QString::number(m_turn), QString::number(m_mill), QString::number(m_plate)}));
+    EXPECT_EQ(notes(), QStringList({u"1|1|two"_s, u"1|3|three"_s}));
 }
 
 TEST_P(EstimateScreenTest, ADefaultSetIsMadeChangedAndStartsAnEstimate) {

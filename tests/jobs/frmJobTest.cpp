@@ -174,6 +174,25 @@ TEST_P(Jobs, AShippedJobLeavesTheActiveView) {
     EXPECT_EQ(screen->currentKey(), m_job);
 }
 
+TEST_P(Jobs, ARowThatIsMovedOrComesBackKeepsItsNoteAndItsBars) {
+    database().execute(u"UPDATE JobOperSchedule SET OperNo = %1 WHERE SeqNo = 2"_s.arg(
+        m_operations[1]));
+    openJobs();
+    edit();
+    removeRow(1, u"Milling");
+    EXPECT_EQ(bars(), QStringList({s(u"1|bar 1"), s(u"0|bar 2"), s(u"2|bar 3")}));
+    go(s(u"sprOper"));
+    key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(bars(), QStringList({s(u"1|bar 1"), s(u"2|bar 2"), s(u"3|bar 3")}));
+    control<controls::Grid>(s(u"sprOper"))->setActiveRow(0);
+    key(Qt::Key_Down, Qt::AltModifier);
+    key(Qt::Key_Down, Qt::AltModifier);
+    EXPECT_EQ(bars(), QStringList({s(u"3|bar 1"), s(u"1|bar 2"), s(u"2|bar 3")}));
+    save();
+    EXPECT_EQ(bound(m_job), QStringList({s(u"1|Milling|note 2"), s(u"2|Plating|note 3"),
+                                         s(u"3|Boring|note 1")}));
+}
+
 TEST_P(Jobs, ACopyStartsAnewWithItsNotesJoined) {
     defaultNote(m_operations[0], s(u"Default"));
     database().execute(u"UPDATE JobOper SET Status = 'F', EstOper = 3.5"_s);

@@ -60,6 +60,17 @@ void RoutedModule::openLookups() {
                          u"Company"_s, u"CustID"_s);
 }
 
+void RoutedModule::cmdSave_Click() {
+    if (isBrowse())
+        return;
+    if (QPushButton* save = button(Role::Save))
+        save->setFocus(); // what is being typed into a cell counts
+    if (const QString why = m_routing->complaint(); !why.isEmpty())
+        screen::MsgBox(why, screen::Buttons::Ok, screen::Icon::Exclamation);
+    else
+        DocumentModule::cmdSave_Click();
+}
+
 void RoutedModule::refreshLookup(const QString& table) {
     if (table.compare(u"Customer"_s, Qt::CaseInsensitive) == 0) {
         openLookups();

@@ -25,6 +25,8 @@ class RoutedModule : public core::DocumentModule {
     void refreshLookup(const QString& table) override;
     void cmdEdit_Click() override;
     void cmdAssembly_Click();
+    /// Not while a cell holds what can't be taken.
+    void cmdSave_Click() override;
 
   protected:
     /// Without customers the module stays closed. Hides money from users who may not see it.

@@ -13,7 +13,6 @@
 
 #include <QHBoxLayout>
 #include <QHeaderView>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
 #include <QSplitter>
@@ -26,14 +25,29 @@ using values::Currency;
 
 namespace {
 
-enum MiscColumn { MiscDescription, MiscUnit, MiscPrice, MiscQuantity, MiscTotal };
-
 QString figure(const std::optional<double>& value) {
     return value ? values::format(*value, u"#####0.00##") : QString();
 }
 
 QString money(Currency value) {
     return values::format(value, u"#####0.00##");
+}
+
+/// Reads what was typed into a figure's cell; an empty one is 0. Says why it can't be read.
+QString readFigure(const QString& typed, Currency& into) {
+    const QString text = typed.trimmed();
+    if (!text.isEmpty() && !values::isNumeric(text))
+        return u"\""_s + text + u"\" is not a number."_s;
+    try {
+        into = Currency::fromText(QString(text).remove(u','));
+    } catch (const values::Overflow&) {
+        return u"The number is too large."_s;
+    }
+    return {};
+}
+
+GridColumn figureLook(const QString& title, int characters) {
+    return {title, characters, GridColumn::Kind::Number, true, values::keys::decimal(), {}, 12};
 }
 
 /// A number of every row.
@@ -77,40 +91,20 @@ QWidget* RoutingPanel::operPane() {
     auto* pane = new QWidget(this);
     auto* layout = new QVBoxLayout(pane);
     layout->setContentsMargins(0, 0, 0, 0);
-    m_oper = screen::named(new controls::Grid(pane), u"sprOper"_s, u"Operations"_s);
-
-    using Kind = GridColumn::Kind;
-    const values::KeyFilter decimal = values::keys::decimal();
-    const bool job = m_kind.hasProgress;
-    std::vector<GridColumn> columns;
-    const auto add = [&](Column column, GridColumn as) {
-        m_columns.push_back(column);
-        columns.push_back(std::move(as));
+    m_oper = screen::named(new controls::LineGrid<OperRow>(m_operations, operColumns(), pane),
+                           u"sprOper"_s, u"Operations"_s);
+    m_operations->staging = [this](const controls::LineStep& step, OperRow& row) {
+        stage(step, row);
     };
-    add(Column::Seq, {u"Seq"_s, 4, Kind::Number});
-    add(Column::Note, {u"Note"_s, 6, Kind::Picture});
-    add(Column::Description, {u"Description"_s, 26});
-    if (job)
-        add(Column::Status, {u" Sts"_s, 5, Kind::Picture});
-    add(Column::Time,
-        {job ? u"Time \\ Amount"_s : u"Time/Amount"_s, 14, Kind::Number, true, decimal, {}, 12});
-    add(Column::Unit, {u"Unit"_s, 5});
-    if (job) {
-        add(Column::Estimated, {u"Estimate Time/Amt"_s, 15, Kind::Number, true, decimal, {}, 12});
-    }
-    add(Column::Rate, {job ? u"Rate for Inhouse $"_s : u"Rate"_s,
-                       job ? 15 : 10,
-                       Kind::Number,
-                       true,
-                       decimal,
-                       {},
-                       12});
-    m_oper->setColumns(std::move(columns));
-    m_oper->installEventFilter(this);
-    m_oper->cellChanged.connect(
-        [this](int row, int column) { m_form.guarded([&] { sprOper_Change(row, column); }); });
-    m_oper->cellClicked.connect(
-        [this](int row, int column) { m_form.guarded([&] { sprOper_Click(row, column); }); });
+    m_operations->keep = [](const OperRow& stands, OperRow& put) { put.hasNote = stands.hasNote; };
+    m_operations->restored.connect([this] { m_form.guarded([this] { costChanged(); }); });
+    m_oper->entryTaken.connect([this](int, int) { m_form.guarded([this] { costChanged(); }); });
+    m_oper->cellClicked.connect([this](int row, int column) {
+        if (column == m_noteColumn)
+            m_form.guarded([&] { openNote(row); });
+    });
+    m_oper->insertAsked.connect([this] { m_form.guarded([this] { insertOperation(); }); });
+    m_oper->removeAsked.connect([this] { m_form.guarded([this] { removeOperation(); }); });
 
     auto* buttons = new QHBoxLayout;
     m_operButtons[0] = button(u"cmdOper(0)"_s, u"Insert..."_s, u"Insert an operation"_s,
@@ -136,19 +130,12 @@ QWidget* RoutingPanel::miscPane() {
     auto* pane = new QWidget(this);
     auto* layout = new QVBoxLayout(pane);
     layout->setContentsMargins(0, 0, 0, 0);
-    m_misc = screen::named(new controls::Grid(pane), u"sprMisc"_s, u"Fixed costs"_s);
-    using Kind = GridColumn::Kind;
-    const values::KeyFilter decimal = values::keys::decimal();
-    m_misc->setColumns({
-        {u"Description"_s, 22},
-        {u"Unit"_s, 7, Kind::Text, true, values::keys::description(), {}, 10},
-        {u"Unit Price"_s, 10, Kind::Number, true, decimal, {}, 12},
-        {u"Qty"_s, 8, Kind::Number, true, decimal, {}, 12},
-        {u"Total"_s, 11, Kind::Number},
-    });
-    m_misc->installEventFilter(this);
-    m_misc->cellChanged.connect(
-        [this](int row, int column) { m_form.guarded([&] { sprMisc_Change(row, column); }); });
+    m_misc = screen::named(new controls::LineGrid<MiscRow>(m_fixedCosts, miscColumns(), pane),
+                           u"sprMisc"_s, u"Fixed costs"_s);
+    m_fixedCosts->restored.connect([this] { m_form.guarded([this] { fixedCostsChanged(); }); });
+    m_misc->entryTaken.connect([this](int, int) { m_form.guarded([this] { costChanged(); }); });
+    m_misc->insertAsked.connect([this] { m_form.guarded([this] { insertItems(); }); });
+    m_misc->removeAsked.connect([this] { m_form.guarded([this] { removeItem(); }); });
     auto* buttons = new QHBoxLayout;
     m_miscButtons[0] =
         button(u"cmdMisc(0)"_s, u"Insert..."_s, u"Insert fixed costs"_s, [this] { insertItems(); });
@@ -162,23 +149,132 @@ QWidget* RoutingPanel::miscPane() {
     return pane;
 }
 
-int RoutingPanel::columnOf(Column column) const {
-    const auto at = std::find(m_columns.begin(), m_columns.end(), column);
-    return at == m_columns.end() ? -1 : static_cast<int>(at - m_columns.begin());
+controls::LineColumn<OperRow> RoutingPanel::figureColumn(const QString& title, int characters,
+                                                         std::optional<double> OperRow::*which) {
+    return {.look = figureLook(title, characters),
+            .text = [which](const OperRow& row) { return figure(row.*which); },
+            .take =
+                [which](OperRow& row, const QString& typed) {
+                    Currency read;
+                    const QString why = readFigure(typed, read);
+                    if (why.isEmpty())
+                        row.*which = read.toDouble();
+                    return why;
+                },
+            .secret = [this](const OperRow& row) { return !m_showDollar && !row.inhouse; }};
+}
+
+std::vector<controls::LineColumn<OperRow>> RoutingPanel::operColumns() {
+    using Kind = GridColumn::Kind;
+    const bool job = m_kind.hasProgress;
+    std::vector<controls::LineColumn<OperRow>> columns;
+    columns.push_back({.look = {u"Seq"_s, 4, Kind::Number}});
+    m_noteColumn = static_cast<int>(columns.size());
+    columns.push_back({.look = {u"Note"_s, 6, Kind::Picture}, .picture = [](const OperRow& row) {
+                           return row.hasNote ? controls::CellPicture{noteIcon(), u"Note"_s}
+                                              : controls::CellPicture{};
+                       }});
+    columns.push_back({.look = {.title = u"Description"_s, .characters = 26, .stretches = true},
+                       .text = [](const OperRow& row) { return row.description; }});
+    if (job) {
+        columns.push_back(
+            {.look = {u" Sts"_s, 5, Kind::Picture}, .picture = [this](const OperRow& row) {
+                 if (!statusPicture)
+                     return controls::CellPicture{};
+                 auto [icon, words] = statusPicture(row);
+                 return controls::CellPicture{icon, words};
+             }});
+    }
+    auto time = figureColumn(job ? u"Time \\ Amount"_s : u"Time/Amount"_s, 14, &OperRow::time);
+    time.locked = [this](const OperRow& row) { return row.inhouse && m_kind.inhouseTimeIsBooked; };
+    columns.push_back(std::move(time));
+    columns.push_back({.look = {u"Unit"_s, 5}, .text = [this](const OperRow& row) -> QString {
+                           if (row.inhouse)
+                               return u"hrs"_s;
+                           return m_showDollar ? core::shared().CurrencySymbol : QString();
+                       }});
+    if (job) {
+        auto estimated = figureColumn(u"Estimate Time/Amt"_s, 15, &OperRow::estimated);
+        estimated.locked = [this](const OperRow&) { return m_estimatedLocked; };
+        columns.push_back(std::move(estimated));
+    }
+    columns.push_back(
+        {.look = figureLook(job ? u"Rate for Inhouse $"_s : u"Rate"_s, job ? 15 : 10),
+         .text = [](const OperRow& row) { return row.inhouse ? money(row.rate) : QString(); },
+         .take = [](OperRow& row, const QString& typed) { return readFigure(typed, row.rate); },
+         .locked =
+             [this](const OperRow& row) { return !row.inhouse || m_oneShopRate || !m_showDollar; },
+         .secret = [this](const OperRow&) { return !m_showDollar; }});
+    return columns;
+}
+
+std::vector<controls::LineColumn<MiscRow>> RoutingPanel::miscColumns() {
+    using Kind = GridColumn::Kind;
+    const auto secret = [this](const MiscRow&) { return !m_showDollar; };
+    const auto take = [](Currency MiscRow::*which) {
+        return [which](MiscRow& row, const QString& typed) {
+            const QString why = readFigure(typed, row.*which);
+            if (!why.isEmpty())
+                return why;
+            try {
+                row.retotal();
+            } catch (const values::Overflow&) {
+                return u"The total is too large."_s;
+            }
+            return QString();
+        };
+    };
+    return {
+        {.look = {.title = u"Description"_s, .characters = 22, .stretches = true},
+         .text = [](const MiscRow& row) { return row.description; }},
+        {.look = {u"Unit"_s, 7, Kind::Text, true, values::keys::description(), {}, 10},
+         .text = [](const MiscRow& row) { return row.unit.trimmed(); },
+         .take =
+             [](MiscRow& row, const QString& typed) {
+                 row.unit = typed;
+                 return QString();
+             }},
+        {.look = figureLook(u"Unit Price"_s, 10),
+         .text = [](const MiscRow& row) { return money(row.price); },
+         .take = take(&MiscRow::price),
+         .locked = secret,
+         .secret = secret},
+        {.look = figureLook(u"Qty"_s, 8),
+         .text = [](const MiscRow& row) { return row.quantity.toText(); },
+         .take = take(&MiscRow::quantity)},
+        {.look = {u"Total"_s, 11, Kind::Number},
+         .text = [](const MiscRow& row) { return money(row.total); },
+         .secret = secret},
+    };
+}
+
+controls::Grid* RoutingPanel::operGrid() const {
+    return m_oper;
+}
+
+controls::Grid* RoutingPanel::miscGrid() const {
+    return m_misc;
+}
+
+QString RoutingPanel::complaint() {
+    const QString why = m_oper->complaint();
+    return why.isEmpty() ? m_misc->complaint() : why;
 }
 
 void RoutingPanel::setShowDollar(bool showDollar) {
     m_showDollar = showDollar;
-    redraw();
+    m_operations->redraw();
+    m_fixedCosts->redraw();
 }
 
 void RoutingPanel::showRows(qint64 documentNo, std::vector<OperRow> operations,
                             std::vector<MiscRow> fixedCosts, bool oneShopRate) {
     m_documentNo = documentNo;
-    m_operations = std::move(operations);
-    m_fixedCosts = std::move(fixedCosts);
     m_oneShopRate = oneShopRate;
-    redraw();
+    m_notes.clear();
+    m_operations->setRows(std::move(operations));
+    m_fixedCosts->setRows(std::move(fixedCosts));
+    showRateMode();
 }
 
 void RoutingPanel::setMode(RoutingMode mode) {
@@ -196,21 +292,22 @@ void RoutingPanel::setMode(RoutingMode mode) {
 
 void RoutingPanel::setEstimatedLocked(bool locked) {
     m_estimatedLocked = locked;
-    redraw();
+    m_operations->redraw();
 }
 
 void RoutingPanel::setOneShopRate(bool oneShopRate) {
     m_oneShopRate = oneShopRate;
-    redraw();
+    m_operations->redraw();
+    showRateMode();
 }
 
 void RoutingPanel::redraw() {
-    m_oper->setRowCount(static_cast<int>(m_operations.size()));
-    for (int row = 0; row < m_oper->rowCount(); ++row)
-        showOperRow(row);
-    m_misc->setRowCount(static_cast<int>(m_fixedCosts.size()));
-    for (int row = 0; row < m_misc->rowCount(); ++row)
-        showMiscRow(row);
+    const int oper = m_oper->activeRow();
+    const int misc = m_misc->activeRow();
+    m_operations->refresh();
+    m_fixedCosts->refresh();
+    m_oper->setActiveRow(std::max(0, oper));
+    m_misc->setActiveRow(std::max(0, misc));
     showRateMode();
 }
 
@@ -224,96 +321,45 @@ void RoutingPanel::showRateMode() {
     }
 }
 
-void RoutingPanel::showOperRow(int row) {
-    const OperRow& oper = m_operations[static_cast<std::size_t>(row)];
-    for (int i = 0; i < static_cast<int>(m_columns.size()); ++i) {
-        switch (m_columns[static_cast<std::size_t>(i)]) {
-        case Column::Seq:
-            m_oper->setText(row, i, QString::number(row + 1));
-            break;
-        case Column::Note:
-            if (oper.hasNote)
-                m_oper->setPicture(row, i, noteIcon(), u"Note"_s);
-            else
-                m_oper->clearPicture(row, i);
-            break;
-        case Column::Description:
-            m_oper->setText(row, i, oper.description);
-            break;
-        case Column::Status:
-            if (statusPicture) {
-                const auto [icon, words] = statusPicture(oper);
-                m_oper->setPicture(row, i, icon, words);
-            }
-            break;
-        case Column::Time:
-            m_oper->setText(row, i, figure(oper.time));
-            m_oper->setTextHidden(row, i, !m_showDollar && !oper.inhouse);
-            break;
-        case Column::Unit:
-            m_oper->setText(row, i, oper.inhouse ? u"hrs"_s : core::shared().CurrencySymbol);
-            m_oper->setTextHidden(row, i, !m_showDollar && !oper.inhouse);
-            break;
-        case Column::Estimated:
-            m_oper->setText(row, i, figure(oper.estimated));
-            m_oper->setTextHidden(row, i, !m_showDollar && !oper.inhouse);
-            break;
-        case Column::Rate:
-            m_oper->setText(row, i, oper.inhouse ? money(oper.rate) : QString());
-            m_oper->setTextHidden(row, i, !m_showDollar);
-            break;
-        }
+void RoutingPanel::stage(const controls::LineStep& step, OperRow& row) {
+    using Kind = controls::LineStep::Kind;
+    jet::Database& database = core::MainDatabase();
+    NoteStaging staging(database, m_kind, m_documentNo);
+    jet::Transaction transaction(database);
+    switch (step.kind) {
+    case Kind::Insert: {
+        const KeptNote& kept = m_notes[row.operNo];
+        staging.rowInserted(step.place + 1, step.rows, kept.text);
+        if (kept.comesBack)
+            staging.scheduleRestored(step.place + 1, row.operNo);
+        row.hasNote = !kept.text.isEmpty();
+        break;
     }
-    m_oper->setRowKey(row, oper.operNo);
-    lockOperCells(row);
-}
-
-void RoutingPanel::lockOperCells(int row) {
-    const OperRow& oper = m_operations[static_cast<std::size_t>(row)];
-    // A figure that isn't shown isn't opened for typing either: the editor would show it.
-    const bool seen = m_showDollar || oper.inhouse;
-    m_oper->setCellLocked(row, columnOf(Column::Time),
-                          !seen || (oper.inhouse && m_kind.inhouseTimeIsBooked));
-    m_oper->setCellLocked(row, columnOf(Column::Rate),
-                          !oper.inhouse || m_oneShopRate || !m_showDollar);
-    if (m_kind.hasProgress)
-        m_oper->setCellLocked(row, columnOf(Column::Estimated), !seen || m_estimatedLocked);
-}
-
-void RoutingPanel::showMiscRow(int row) {
-    const MiscRow& misc = m_fixedCosts[static_cast<std::size_t>(row)];
-    m_misc->setText(row, MiscDescription, misc.description);
-    m_misc->setText(row, MiscUnit, misc.unit.trimmed());
-    m_misc->setText(row, MiscPrice, money(misc.price));
-    m_misc->setText(row, MiscQuantity, misc.quantity.toText());
-    m_misc->setText(row, MiscTotal, money(misc.total));
-    m_misc->setTextHidden(row, MiscPrice, !m_showDollar);
-    m_misc->setTextHidden(row, MiscTotal, !m_showDollar);
-    m_misc->setCellLocked(row, MiscPrice, !m_showDollar);
-    m_misc->setRowKey(row, misc.itemNo);
+    case Kind::Remove:
+        m_notes[row.operNo] = {staging.note(step.place + 1).value_or(QString()), true};
+        staging.rowRemoved(step.place + 1, step.rows);
+        break;
+    case Kind::Move:
+        staging.rowMoved(step.place + 1, step.to + 1);
+        break;
+    }
+    transaction.commit();
 }
 
 void RoutingPanel::insertOperation() {
     if (m_mode == RoutingMode::Browse)
         return;
     auto dialog = screen::Forms::dialog<InsertOperationDialog>(u"frmInsOper"_s);
-    const auto chosen = dialog->insert(numbers(m_operations, &OperRow::operNo));
+    const auto chosen = dialog->insert(numbers(operations(), &OperRow::operNo));
     if (!chosen)
         return;
-    const int rows = static_cast<int>(m_operations.size());
-    const int place = insertPlace(rows, m_oper->activeRow(), chosen->before);
-    jet::Database& database = core::MainDatabase();
-    const QString note =
-        chosen->useNote ? defaultNote(database, chosen->operation.operNo) : QString();
-    NoteStaging(database, m_kind, m_documentNo).rowInserted(place + 1, rows, note);
-
+    const int place = insertPlace(m_operations->count(), m_oper->activeRow(), chosen->before);
     OperRow row = newRow(chosen->operation);
-    row.hasNote = !note.isEmpty();
+    m_notes[row.operNo] = {
+        chosen->useNote ? defaultNote(core::MainDatabase(), row.operNo) : QString(), false};
     if (m_kind.hasProgress)
         row.time = 0;
-    m_operations.insert(m_operations.begin() + place, std::move(row));
-    redraw();
-    m_oper->setActiveRow(place);
+    m_operations->insert(place, std::move(row));
     m_oper->setFocus();
 }
 
@@ -321,31 +367,29 @@ void RoutingPanel::removeOperation() {
     const int row = m_oper->activeRow();
     if (m_mode == RoutingMode::Browse || row < 0)
         return;
-    const OperRow& oper = m_operations[static_cast<std::size_t>(row)];
+    const OperRow oper = m_operations->row(row);
     if (mayRemove && !mayRemove(oper))
         return;
     if (screen::MsgBox(u"Delete operation "_s + oper.description + u"?"_s, screen::Buttons::YesNo,
                        screen::Icon::Question) != screen::Answer::Yes)
         return;
-    const int rows = static_cast<int>(m_operations.size());
-    NoteStaging(core::MainDatabase(), m_kind, m_documentNo).rowRemoved(row + 1, rows);
-    m_operations.erase(m_operations.begin() + row);
-    redraw();
-    if (!m_operations.empty())
-        m_oper->setActiveRow(std::min(row, rows - 2));
+    m_operations->remove(row);
 }
 
 void RoutingPanel::insertItems() {
     if (m_mode == RoutingMode::Browse)
         return;
     auto dialog = screen::Forms::dialog<InsertItemsDialog>(u"frmInsItem"_s);
-    const auto chosen = dialog->insert(numbers(m_fixedCosts, &MiscRow::itemNo));
+    const auto chosen = dialog->insert(numbers(fixedCosts(), &MiscRow::itemNo));
     if (!chosen || chosen->rows.empty())
         return;
-    const int place =
-        insertPlace(static_cast<int>(m_fixedCosts.size()), m_misc->activeRow(), chosen->before);
-    m_fixedCosts.insert(m_fixedCosts.begin() + place, chosen->rows.begin(), chosen->rows.end());
-    redraw();
+    const int place = insertPlace(m_fixedCosts->count(), m_misc->activeRow(), chosen->before);
+    {
+        const MiscLines::Group group(*m_fixedCosts);
+        int next = place;
+        for (const MiscRow& row : chosen->rows)
+            m_fixedCosts->insert(next++, row);
+    }
     m_misc->setActiveRow(place);
     m_misc->setFocus();
     fixedCostsChanged();
@@ -355,14 +399,11 @@ void RoutingPanel::removeItem() {
     const int row = m_misc->activeRow();
     if (m_mode == RoutingMode::Browse || row < 0)
         return;
-    const QString& description = m_fixedCosts[static_cast<std::size_t>(row)].description;
+    const QString description = m_fixedCosts->row(row).description;
     if (screen::MsgBox(u"Delete item "_s + description + u"?"_s, screen::Buttons::YesNo,
                        screen::Icon::Question) != screen::Answer::Yes)
         return;
-    m_fixedCosts.erase(m_fixedCosts.begin() + row);
-    redraw();
-    if (!m_fixedCosts.empty())
-        m_misc->setActiveRow(std::min(row, static_cast<int>(m_fixedCosts.size()) - 1));
+    m_fixedCosts->remove(row);
     fixedCostsChanged();
 }
 
@@ -377,82 +418,15 @@ void RoutingPanel::switchRateMode(bool oneShopRate) {
     costChanged();
 }
 
-void RoutingPanel::sprOper_Change(int row, int column) {
-    OperRow& oper = m_operations[static_cast<std::size_t>(row)];
-    const Currency typed = Currency::fromText(m_oper->text(row, column));
-    switch (m_columns[static_cast<std::size_t>(column)]) {
-    case Column::Time:
-        oper.time = typed.toDouble();
-        break;
-    case Column::Estimated:
-        oper.estimated = typed.toDouble();
-        break;
-    case Column::Rate:
-        oper.rate = typed;
-        break;
-    default:
-        return;
-    }
-    showOperRow(row);
-    costChanged();
-}
-
-void RoutingPanel::sprOper_Click(int row, int column) {
-    if (m_columns[static_cast<std::size_t>(column)] == Column::Note)
-        openNote(row);
-}
-
-void RoutingPanel::sprMisc_Change(int row, int column) {
-    MiscRow& misc = m_fixedCosts[static_cast<std::size_t>(row)];
-    const QString typed = m_misc->text(row, column);
-    if (column == MiscUnit) {
-        misc.unit = typed;
-        return;
-    }
-    MiscRow changed = misc;
-    (column == MiscPrice ? changed.price : changed.quantity) = Currency::fromText(typed);
-    try {
-        changed.retotal();
-        misc = changed;
-    } catch (const values::Overflow&) {
-        screen::MsgBox(u"The total is too large."_s, screen::Buttons::Ok,
-                       screen::Icon::Exclamation);
-    }
-    showMiscRow(row);
-    costChanged();
-}
-
 void RoutingPanel::openNote(int row) {
     if (row < 0)
         return;
     m_oper->setActiveRow(row);
-    OperRow& oper = m_operations[static_cast<std::size_t>(row)];
     auto dialog = screen::Forms::dialog<OperationNoteDialog>(m_kind.noteDialog);
-    const auto hasNote =
-        dialog->edit({m_documentNo, row + 1, oper.description, m_mode == RoutingMode::Browse});
-    if (!hasNote)
-        return;
-    oper.hasNote = *hasNote;
-    showOperRow(row);
-}
-
-bool RoutingPanel::eventFilter(QObject* object, QEvent* event) {
-    if (event->type() == QEvent::KeyPress && m_mode != RoutingMode::Browse) {
-        const auto* key = static_cast<QKeyEvent*>(event);
-        const bool plain = key->modifiers() == Qt::NoModifier;
-        if (plain && (key->key() == Qt::Key_Insert || key->key() == Qt::Key_Delete)) {
-            const bool insert = key->key() == Qt::Key_Insert;
-            const bool oper = object == m_oper;
-            m_form.guarded([&] {
-                if (oper)
-                    insert ? insertOperation() : removeOperation();
-                else
-                    insert ? insertItems() : removeItem();
-            });
-            return true;
-        }
-    }
-    return QWidget::eventFilter(object, event);
+    const auto hasNote = dialog->edit(
+        {m_documentNo, row + 1, m_operations->row(row).description, m_mode == RoutingMode::Browse});
+    if (hasNote)
+        m_operations->patch(row, [&](OperRow& oper) { oper.hasNote = *hasNote; });
 }
 
 } // namespace estimating

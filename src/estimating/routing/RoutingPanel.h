@@ -2,12 +2,14 @@
 
 #include "estimating/Routing.h"
 #include "platform/controls/Event.h"
-#include "platform/controls/Grid.h"
+#include "platform/controls/LineGrid.h"
 #include "platform/screen/Form.h"
 
 #include <QWidget>
 
 #include <functional>
+#include <map>
+#include <memory>
 #include <vector>
 
 class QPushButton;
@@ -19,7 +21,8 @@ enum class RoutingMode { Browse, Add, Edit };
 /// The two lists under an estimate's or a job's header: the routing `sprOper` with `cmdOper(0)`,
 /// `cmdOper(1)` and the rate pair `cmdOperRate(0)`, `cmdOperRate(1)`, and the fixed costs `sprMisc`
 /// with `cmdMisc(0)`, `cmdMisc(1)`. It holds both as working copies; the notes of rows are staged
-/// in the database as rows come and go.
+/// in the database as rows come, go and move. What was done to the rows can be taken back until
+/// the save.
 class RoutingPanel : public QWidget {
   public:
     RoutingPanel(screen::Form& form, const RoutingKind& kind, Qt::Orientation orientation);
@@ -36,16 +39,19 @@ class RoutingPanel : public QWidget {
     /// Shows the rows again, after the owner changed them through the references below.
     void redraw();
 
-    std::vector<OperRow>& operations() { return m_operations; }
-    const std::vector<OperRow>& operations() const { return m_operations; }
-    std::vector<MiscRow>& fixedCosts() { return m_fixedCosts; }
-    const std::vector<MiscRow>& fixedCosts() const { return m_fixedCosts; }
+    std::vector<OperRow>& operations() { return m_operations->rows(); }
+    const std::vector<OperRow>& operations() const { return m_operations->rows(); }
+    std::vector<MiscRow>& fixedCosts() { return m_fixedCosts->rows(); }
+    const std::vector<MiscRow>& fixedCosts() const { return m_fixedCosts->rows(); }
+    /// Why what was typed into some cell can't be saved, with that cell opened; empty if all is
+    /// well.
+    QString complaint();
     bool oneShopRate() const { return m_oneShopRate; }
     void setOneShopRate(bool oneShopRate);
     qint64 documentNo() const { return m_documentNo; }
 
-    controls::Grid* operGrid() const { return m_oper; }
-    controls::Grid* miscGrid() const { return m_misc; }
+    controls::Grid* operGrid() const;
+    controls::Grid* miscGrid() const;
 
     /// Asked before the question of a removal; false keeps the row, its reason told.
     std::function<bool(const OperRow&)> mayRemove;
@@ -57,20 +63,24 @@ class RoutingPanel : public QWidget {
     /// Fixed cost rows came or went.
     controls::Event<> fixedCostsChanged;
 
-  protected:
-    bool eventFilter(QObject* object, QEvent* event) override;
-
   private:
-    enum class Column { Seq, Note, Description, Status, Time, Unit, Estimated, Rate };
+    using OperLines = controls::LineModel<OperRow>;
+    using MiscLines = controls::LineModel<MiscRow>;
+    /// The note of a row that comes, or that comes back after it was taken out.
+    struct KeptNote {
+        QString text;
+        bool comesBack = false;
+    };
 
     QWidget* operPane();
     QWidget* miscPane();
     QPushButton* button(const QString& name, const QString& caption, const QString& meaning,
                         std::function<void()> click);
-    int columnOf(Column column) const;
-    void showOperRow(int row);
-    void showMiscRow(int row);
-    void lockOperCells(int row);
+    std::vector<controls::LineColumn<OperRow>> operColumns();
+    std::vector<controls::LineColumn<MiscRow>> miscColumns();
+    controls::LineColumn<OperRow> figureColumn(const QString& title, int characters,
+                                               std::optional<double> OperRow::*which);
+    void stage(const controls::LineStep& step, OperRow& row);
     void showRateMode();
 
     void insertOperation();
@@ -78,16 +88,16 @@ class RoutingPanel : public QWidget {
     void insertItems();
     void removeItem();
     void switchRateMode(bool oneShopRate);
-    void sprOper_Change(int row, int column);
-    void sprOper_Click(int row, int column);
-    void sprMisc_Change(int row, int column);
     void openNote(int row);
 
     screen::Form& m_form;
     const RoutingKind& m_kind;
-    std::vector<Column> m_columns;
-    controls::Grid* m_oper = nullptr;
-    controls::Grid* m_misc = nullptr;
+    std::shared_ptr<OperLines> m_operations = std::make_shared<OperLines>();
+    std::shared_ptr<MiscLines> m_fixedCosts = std::make_shared<MiscLines>();
+    controls::LineGrid<OperRow>* m_oper = nullptr;
+    controls::LineGrid<MiscRow>* m_misc = nullptr;
+    int m_noteColumn = -1;
+    std::map<qint64, KeptNote> m_notes; ///< by operation
     QPushButton* m_operButtons[2] = {};
     QPushButton* m_miscButtons[2] = {};
     QPushButton* m_rateButtons[2] = {};
@@ -97,8 +107,6 @@ class RoutingPanel : public QWidget {
     bool m_showDollar = true;
     bool m_oneShopRate = true;
     bool m_estimatedLocked = true;
-    std::vector<OperRow> m_operations;
-    std::vector<MiscRow> m_fixedCosts;
 };
 
 } // namespace estimating

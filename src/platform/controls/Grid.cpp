@@ -159,7 +159,7 @@ QModelIndex Grid::nextEditable(const QModelIndex& from, bool forward) const {
         from.isValid() ? from.row() * columns + from.column() + step : (forward ? 0 : cells - 1);
     for (; cell >= 0 && cell < cells; cell += step) {
         const auto index = m_model->index(cell / columns, cell % columns);
-        if (!isColumnHidden(index.column()) &&
+        if (!isColumnHidden(index.column()) && !isRowHidden(index.row()) &&
             (index.flags() & (Qt::ItemIsEditable | Qt::ItemIsUserCheckable)))
             return index;
     }
@@ -246,6 +246,19 @@ void Grid::showEvent(QShowEvent* event) {
 void Grid::hideEvent(QHideEvent* event) {
     m_looks->hidden();
     QTableView::hideEvent(event);
+}
+
+void Grid::resizeEvent(QResizeEvent* event) {
+    QTableView::resizeEvent(event);
+    if (m_looks)
+        m_looks->stretch();
+}
+
+void Grid::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
+    // Escape gives up an entry that was refused.
+    if (hint == QAbstractItemDelegate::RevertModelCache)
+        m_model->giveUp(indexAt(editor->pos()));
+    QTableView::closeEditor(editor, hint);
 }
 
 void Grid::changeEvent(QEvent* event) {

@@ -34,6 +34,8 @@ struct GridColumn {
     values::KeyFilter filter = {};
     QStringList choices = {};
     int limit = 0;
+    bool stretches = false; ///< takes the room that the other columns leave, instead of the last
+    bool hidden = false;    ///< carries what isn't shown, such as a key
 };
 
 /// A table with typed cells, pictures, locked cells and cells whose text is hidden. Rows and
@@ -97,6 +99,9 @@ class Grid : public QTableView {
     bool focusNextPrevChild(bool next) override;
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
+    GridModel& cells() const { return *m_model; }
 
   private:
     QModelIndex nextEditable(const QModelIndex& from, bool forward) const;

@@ -22,6 +22,7 @@ class GridDelegate : public QStyledItemDelegate {
     bool eventFilter(QObject* object, QEvent* event) override;
 
   private:
+    bool refuses(QWidget* editor) const;
     GridModel& m_model;
 };
 

@@ -41,8 +41,10 @@ GridLooks::GridLooks(QTableView& view, GridModel& model) : m_view(view), m_model
     QObject::connect(header, &QHeaderView::sectionResized, &view, [this, header](int column) {
         // The last section fills what is left; that is not the user's doing.
         const bool fills = header->visualIndex(column) == header->count() - 1;
-        if (!m_applying && !fills && m_view.isVisible())
-            m_userWidths = true;
+        if (m_applying || fills || !m_view.isVisible())
+            return;
+        m_userWidths = true;
+        stretch();
     });
     QObject::connect(&model, &QAbstractItemModel::rowsInserted, &view,
                      [this] { sortAgainLater(); });
@@ -61,6 +63,27 @@ void GridLooks::applyWidths() {
             header->resizeSection(column, std::max(asked, header->sectionSizeHint(column) + 4));
         }
     }
+    m_applying = false;
+    stretch();
+}
+
+void GridLooks::stretch() {
+    auto* header = m_view.horizontalHeader();
+    int stretching = -1;
+    int others = 0;
+    for (int column = 0; column < m_model.columnCount(); ++column) {
+        if (m_model.column(column).stretches)
+            stretching = column;
+        else if (!m_view.isColumnHidden(column))
+            others += header->sectionSize(column);
+    }
+    header->setStretchLastSection(stretching < 0);
+    if (stretching < 0 || m_applying)
+        return;
+    m_applying = true;
+    const int asked =
+        m_view.fontMetrics().averageCharWidth() * m_model.column(stretching).characters + 12;
+    header->resizeSection(stretching, std::max(asked, m_view.viewport()->width() - others));
     m_applying = false;
 }
 

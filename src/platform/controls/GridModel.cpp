@@ -75,6 +75,40 @@ void GridModel::swapRows(int a, int b) {
     rowTouched(b);
 }
 
+void GridModel::move(int from, int to) {
+    if (from == to || !has(from, 0) || !has(to, 0))
+        return;
+    beginMoveRows({}, from, from, {}, to > from ? to + 1 : to);
+    const auto at = m_rows.begin();
+    if (from < to)
+        std::rotate(at + from, at + from + 1, at + to + 1);
+    else
+        std::rotate(at + to, at + from, at + from + 1);
+    endMoveRows();
+}
+
+void GridModel::refuse(int row, int column, const QString& why) {
+    const CellExtra* marked = extra(row, column);
+    const bool was = marked && !marked->refusal.isEmpty();
+    if (!was && why.isEmpty())
+        return;
+    CellExtra& cell = makeExtra(row, column);
+    if (!was)
+        cell.before = m_rows[size_t(row)].texts.value(column);
+    cell.refusal = why;
+    touched(row, column);
+}
+
+void GridModel::giveUp(const QModelIndex& cell) {
+    const CellExtra* marked =
+        has(cell.row(), cell.column()) ? extra(cell.row(), cell.column()) : nullptr;
+    if (!marked || marked->refusal.isEmpty())
+        return;
+    const QString before = marked->before;
+    refuse(cell.row(), cell.column(), {});
+    setText(cell.row(), cell.column(), before);
+}
+
 const CellExtra* GridModel::extra(int row, int column) const {
     const auto& extras = m_rows[size_t(row)].extras;
     if (!extras)
@@ -143,6 +177,7 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
     const CellExtra* cell = extra(index.row(), index.column());
     const bool hidden = cell && cell->hidden;
     const bool picture = cell && !cell->picture.isNull();
+    const bool refused = cell && !cell->refusal.isEmpty();
     const bool firstIcon = index.column() == 0 && !row.icon.isNull();
     switch (role) {
     case Qt::DisplayRole:
@@ -150,6 +185,8 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
     case Qt::EditRole:
         return row.texts.value(index.column());
     case Qt::ToolTipRole:
+        if (refused)
+            return cell->refusal;
         if (picture)
             return cell->pictureText;
         if (firstIcon && !row.iconText.isEmpty())
@@ -157,6 +194,8 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
         return hidden || column.kind == Kind::Check ? QString() : row.texts.value(index.column());
     case Qt::AccessibleTextRole: {
         QStringList said;
+        if (refused)
+            said << cell->refusal;
         if (picture)
             said << cell->pictureText;
         if (firstIcon)
@@ -180,6 +219,9 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
         return int(column.kind == Kind::Number ? Qt::AlignRight | Qt::AlignVCenter
                                                : Qt::AlignLeft | Qt::AlignVCenter);
     case Qt::ForegroundRole:
+        if (refused)
+            return QBrush(QColor(
+                QApplication::palette().base().color().lightness() < 128 ? 0xff6b6b : 0xc00000));
         return row.colour.isValid() ? QVariant(QBrush(row.colour)) : QVariant();
     case Qt::BackgroundRole:
         // Grey tells that it takes no entry; the text stays as readable as the others.
@@ -203,6 +245,10 @@ bool GridModel::setData(const QModelIndex& index, const QVariant& value, int rol
         return true;
     const int row = index.row();
     const int column = index.column();
+    if (entering) {
+        entering(row, column, text);
+        return true;
+    }
     setText(row, column, text);
     if (edited)
         edited(row, column);

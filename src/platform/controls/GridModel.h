@@ -17,6 +17,8 @@ struct CellExtra {
     QString pictureText;
     std::optional<bool> locked;
     bool hidden = false;
+    QString refusal; ///< why what was typed can't stand, while it does
+    QString before;  ///< what stood there before it
 };
 
 struct GridRow {
@@ -46,6 +48,7 @@ class GridModel : public QAbstractTableModel {
     void resize(int count);
     void replace(std::vector<GridRow> rows);
     void swapRows(int a, int b);
+    void move(int from, int to);
 
     const GridRow& row(int row) const { return m_rows[size_t(row)]; }
     GridRow& row(int row) { return m_rows[size_t(row)]; }
@@ -54,6 +57,13 @@ class GridModel : public QAbstractTableModel {
     void setText(int row, int column, const QString& text);
     bool isChecked(int row, int column) const;
     bool isEditable(int row, int column) const;
+    bool isShown(int row, int column, const QString& text) const {
+        return m_rows[size_t(row)].texts.value(column) == text;
+    }
+    /// Marks what is about to stand in a cell as refused; an empty reason takes the mark away.
+    void refuse(int row, int column, const QString& why);
+    /// Puts back what stood in a cell before a refused entry.
+    void giveUp(const QModelIndex& cell);
     void touched(int row, int column);
     void rowTouched(int row);
 
@@ -62,6 +72,10 @@ class GridModel : public QAbstractTableModel {
 
     /// The user changed a text or a check.
     std::function<void(int row, int column)> edited;
+    /// Takes an entry in place of the model's own text, where somebody else holds the rows.
+    std::function<void(int row, int column, const QString& typed)> entering;
+    /// Why an entry can't be taken; empty if it can.
+    std::function<QString(int row, int column, const QString& typed)> refusal;
 
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
@@ -82,6 +96,8 @@ class GridLooks {
   public:
     GridLooks(QTableView& view, GridModel& model);
     void applyWidths();
+    /// Gives the column that stretches the room that the others leave.
+    void stretch();
     void setSortable(bool sortable);
     bool isSortable() const { return m_sortable; }
     /// Puts the rows into the order that the user chose, if he chose one.
