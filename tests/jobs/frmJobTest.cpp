@@ -175,8 +175,8 @@ TEST_P(Jobs, AShippedJobLeavesTheActiveView) {
 }
 
 TEST_P(Jobs, ARowThatIsMovedOrComesBackKeepsItsNoteAndItsBars) {
-    database().execute(u"UPDATE JobOperSchedule SET OperNo = %1 WHERE SeqNo = 2"_s.arg(
-        m_operations[1]));
+    database().execute(
+        u"UPDATE JobOperSchedule SET OperNo = %1 WHERE SeqNo = 2"_s.arg(m_operations[1]));
     openJobs();
     edit();
     removeRow(1, u"Milling");
@@ -189,8 +189,8 @@ TEST_P(Jobs, ARowThatIsMovedOrComesBackKeepsItsNoteAndItsBars) {
     key(Qt::Key_Down, Qt::AltModifier);
     EXPECT_EQ(bars(), QStringList({s(u"3|bar 1"), s(u"1|bar 2"), s(u"2|bar 3")}));
     save();
-    EXPECT_EQ(bound(m_job), QStringList({s(u"1|Milling|note 2"), s(u"2|Plating|note 3"),
-                                         s(u"3|Boring|note 1")}));
+    EXPECT_EQ(bound(m_job),
+              QStringList({s(u"1|Milling|note 2"), s(u"2|Plating|note 3"), s(u"3|Boring|note 1")}));
 }
 
 TEST_P(Jobs, ACopyStartsAnewWithItsNotesJoined) {

@@ -1,0 +1,135 @@
+#include "purchasing/OrderLine.h"
+
+#include "platform/values/Format.h"
+#include "platform/values/Text.h"
+
+namespace purchasing {
+
+using values::Currency;
+
+void OrderLine::complete() {
+    total = unitPrice * Currency::fromInteger(quantity);
+    if (!isJob())
+        job = 0;
+    if (!isEstimate())
+        estimate = 0;
+}
+
+const OrderKind& rfqKind() {
+    static const OrderKind kind{.word = u"RFQ"_s,
+                                .itemTable = u"RFQItem"_s,
+                                .history = u"RfqItem"_s,
+                                .needsNumber = true,
+                                .noDescription = u"You must include a Description!"_s,
+                                .showsSymbol = false};
+    return kind;
+}
+
+const OrderKind& poKind() {
+    static const OrderKind kind{
+        .word = u"PO"_s,
+        .itemTable = u"POItem"_s,
+        .history = u"(PoItem INNER JOIN PO ON PoItem.PONumber = PO.PoNumber) INNER JOIN POVendor "
+                   "ON PO.PoNumber = POVendor.OrderNumber"_s,
+        .needsNumber = false,
+        .noDescription = u"You must include a description!"_s,
+        .showsSymbol = true};
+    return kind;
+}
+
+std::optional<LineComplaint> checkLine(const OrderKind& kind, const OrderLine& line) {
+    if (line.partNumber.trimmed().isEmpty())
+        return LineComplaint{u"You must include a Part Number!"_s, u"txtPartNumber"_s};
+    if (line.description.trimmed().isEmpty())
+        return LineComplaint{kind.noDescription, u"txtDescription"_s};
+    if (kind.needsNumber && line.isJob() && line.job == 0)
+        return LineComplaint{u"Select a Job number."_s, u"dbcNumber"_s};
+    if (kind.needsNumber && line.isEstimate() && line.estimate == 0)
+        return LineComplaint{u"Select a Estimate number."_s, u"dbcNumber"_s};
+    if (line.units.trimmed().isEmpty())
+        return LineComplaint{u"Units Field cannot be blank!"_s, u"dbcUnits"_s};
+    return std::nullopt;
+}
+
+QString totalText(const std::vector<OrderLine>& lines, const QString& currencySymbol) {
+    Currency sum;
+    for (const OrderLine& line : lines)
+        sum += line.total;
+    return u"Total Cost = "_s + currencySymbol + values::format(sum, u"0.00");
+}
+
+namespace {
+
+std::vector<OrderLine> load(const jet::Recordset& opened, bool ordered) {
+    jet::Recordset set = opened;
+    std::vector<OrderLine> lines;
+    for (; !set.eof(); set.moveNext()) {
+        OrderLine line;
+        if (ordered) {
+            line.id = set[u"ID"].toLong();
+            line.received = set[u"ReceivedQuantity"].toLong();
+        }
+        line.itemNumber = static_cast<int>(set[u"ItemNumber"].toLong());
+        line.partNumber = set.text(u"PartNumber");
+        line.description = set.text(u"Description");
+        line.manufacturer = set.text(u"Manufacturer");
+        line.type = set.text(u"Type");
+        line.estimate = set[u"Estimate"].toLong();
+        line.job = set[u"Job"].toLong();
+        line.units = set.text(u"UnitOfMeasure");
+        line.unitPrice = set[u"UnitPrice"].toCurrency();
+        line.quantity = set[u"Quantity"].toLong();
+        line.total = set[u"ItemTotal"].toCurrency();
+        line.delivery = set.text(u"DeliverySchedule");
+        line.notes = set.text(u"ItemNotes");
+        lines.push_back(std::move(line));
+    }
+    return lines;
+}
+
+} // namespace
+
+std::vector<OrderLine> loadRfqLines(jet::Database& database, const QString& key) {
+    return load(database.openRecordset(u"SELECT * FROM RFQItem WHERE VOrderKey = "_s +
+                                           sqlText(key) + u" ORDER BY ItemNumber"_s,
+                                       jet::RecordsetType::Snapshot),
+                false);
+}
+
+std::vector<OrderLine> loadPoLines(jet::Database& database, qint64 poNumber) {
+    return load(database.openRecordset(
+                    u"SELECT ID, PONumber, ItemNumber, PartNumber, Description, Manufacturer, "
+                    "Type, Estimate, Job, UnitOfMeasure, UnitPrice, Quantity, ReceivedQuantity, "
+                    "ItemTotal, DeliverySchedule, ItemNotes FROM POItem WHERE PONumber = "_s +
+                        QString::number(poNumber) + u" ORDER BY ItemNumber"_s,
+                    jet::RecordsetType::Snapshot),
+                true);
+}
+
+QStringList usedBefore(jet::Database& database, const OrderKind& kind, qint64 vendor,
+                       const QString& column, const QString& partNumber) {
+    const QString part = partNumber.isEmpty() ? QString()
+                                              : column + u" <>'' and PartNumber= "_s +
+                                                    sqlText(partNumber) + u" AND "_s;
+    jet::Recordset set = database.openRecordset(
+        u"SELECT DISTINCT "_s + column + u" FROM "_s + kind.history + u" WHERE "_s + part +
+            u"VendorId= "_s + QString::number(vendor) + u" ORDER BY "_s + column,
+        jet::RecordsetType::Snapshot);
+    QStringList texts;
+    for (; !set.eof(); set.moveNext())
+        texts << set.field(0).toText();
+    return texts;
+}
+
+void makeCommon(jet::Database& database, const OrderKind& kind, qint64 vendor,
+                const QString& column, const QString& partNumber, const QString& text) {
+    database.execute(u"Update "_s + kind.history + u" set "_s + column + u" = "_s + sqlText(text) +
+                     u" WHERE "_s + kind.itemTable + u".PartNumber= "_s + sqlText(partNumber) +
+                     u" AND VendorId= "_s + QString::number(vendor));
+}
+
+QString sqlText(const QString& text) {
+    return u"'"_s + values::quoted(text) + u"'"_s;
+}
+
+} // namespace purchasing

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "purchasing/OrderLine.h"
+
+#include <QDate>
+
+#include <stdexcept>
+
+namespace purchasing {
+
+/// Another station saved other lines of the order since they were read.
+struct LinesChangedElsewhere : std::runtime_error {
+    LinesChangedElsewhere() : std::runtime_error("order lines changed elsewhere") {}
+};
+
+/// Writes the lines of an order anew, numbered from 1, within the caller's transaction. `stored`
+/// are the IDs of all lines that the screen was opened with, deleted ones included. Each line gets
+/// a new ID, and its receipts, those of the meantime too, follow it. Throws LinesChangedElsewhere.
+void replacePoLines(jet::Database& database, qint64 poNumber, const std::vector<qint64>& stored,
+                    const std::vector<OrderLine>& lines);
+
+/// Whether an order is still open changes with what is ordered and received.
+enum class ActiveChange { None, BecameActive, BecameInactive };
+/// Writes the change; `active` is what the order says of itself.
+ActiveChange detectActive(jet::Database& database, qint64 poNumber, bool active);
+/// What is told of a change, titled "Notice".
+QString activeNotice(ActiveChange change);
+
+/// A new order of another's header and vendor and the chosen lines (by their keys), numbered anew,
+/// nothing received. Without lines it has no vendor. Returns its number.
+qint64 copyOrder(jet::Database& database, qint64 poNumber, const QStringList& items,
+                 const QDate& required);
+
+/// Deletes an order with lines and receipts.
+void deleteOrder(jet::Database& database, qint64 poNumber);
+
+} // namespace purchasing

@@ -1,0 +1,182 @@
+#include "purchasing/RfqStore.h"
+
+#include "platform/values/Clock.h"
+#include "platform/values/Format.h"
+
+namespace purchasing {
+
+namespace {
+
+QString num(qint64 number) {
+    return QString::number(number);
+}
+
+/// The columns of a vendor's copy in a request or an order.
+const QString& addressColumns() {
+    static const QString columns =
+        u"Company, MailAddress1, MailAddress2, MailAddress3, MailCountry, MailCity, MailState, "
+        "MailZip, Contact, Phone, Fax, Terms, Shipping, FOB, Notes, Email"_s;
+    return columns;
+}
+
+const QString& lineColumns() {
+    static const QString columns =
+        u"partNumber, Manufacturer, Description, Type, Estimate, Job, UnitOfMeasure, UnitPrice, "
+        "Quantity, itemTotal, DeliverySchedule, itemNotes"_s;
+    return columns;
+}
+
+QString keyList(const QStringList& keys) {
+    QStringList quoted;
+    for (const QString& key : keys)
+        quoted << sqlText(key);
+    return quoted.join(u", "_s);
+}
+
+/// What stands behind the group's number in the key of a vendor or a line.
+QString behindGroup(const QString& key) {
+    return key.mid(key.indexOf(u'-') + 1);
+}
+
+} // namespace
+
+QString vendorKey(qint64 group, qint64 vendor) {
+    return num(group) + u"-"_s + num(vendor);
+}
+
+void addVendor(jet::Database& database, qint64 group, qint64 vendor) {
+    database.execute(u"INSERT INTO RFQVendor (VOrderKey, OrderNumber, VendorID, "_s +
+                     addressColumns() + u") SELECT "_s + sqlText(vendorKey(group, vendor)) +
+                     u" AS VOrderKey, "_s + num(group) +
+                     u" AS OrderNumber, VendID, Company, Address1, Address2, Address3, Country, "
+                     "City, State, Zip, Contact, Phone, Fax, Terms, Shipping, FOB, OurNotes, "
+                     "Email FROM Vendor WHERE VendID = "_s +
+                     num(vendor));
+}
+
+qint64 createGroup(jet::Database& database, qint64 vendor) {
+    jet::Transaction transaction(database);
+    database.execute(u"INSERT INTO RFQ (Complete) VALUES (0)"_s);
+    const qint64 group = database.lastCounter();
+    addVendor(database, group, vendor);
+    transaction.commit();
+    return group;
+}
+
+void replaceRfqLines(jet::Database& database, qint64 group, qint64 vendor,
+                     std::vector<OrderLine> lines) {
+    const QString key = vendorKey(group, vendor);
+    database.execute(u"DELETE * FROM RFQItem WHERE VOrderKey = "_s + sqlText(key));
+    int number = 0;
+    for (const OrderLine& line : lines) {
+        const QString item = num(++number);
+        const QString comma = u", "_s;
+        database.execute(
+            u"INSERT INTO RFQItem (ItemKey, VOrderKey, OrderNumber, VendorID, ItemNumber, "
+            "Quantity, PartNumber, Description, Manufacturer, DeliverySchedule, Type, UnitPrice, "
+            "ItemTotal, ItemNotes, Estimate, Job, UnitOfMeasure) VALUES ("_s +
+            sqlText(key + u"-"_s + item) + comma + sqlText(key) + comma + num(group) + comma +
+            num(vendor) + comma + item + comma + num(line.quantity) + comma +
+            sqlText(line.partNumber) + comma + sqlText(line.description) + comma +
+            sqlText(line.manufacturer) + comma + sqlText(line.delivery) + comma +
+            sqlText(line.type) + comma + line.unitPrice.toText() + comma + line.total.toText() +
+            comma + sqlText(line.notes) + comma + num(line.estimate) + comma + num(line.job) +
+            comma + sqlText(line.units) + u")"_s);
+    }
+}
+
+qint64 copyGroup(jet::Database& database, qint64 group, const std::vector<ChosenRequest>& chosen) {
+    jet::Transaction transaction(database);
+    database.execute(u"INSERT INTO RFQ SELECT Title, Ship2Name, Ship2Address1, Ship2Address2, "
+                     "Ship2Address3, ship2City, ship2Country, ship2State, ship2Zip, ship2Email "
+                     "FROM RFQ WHERE PONumber = "_s +
+                     num(group));
+    const qint64 next = database.lastCounter();
+    const QString head = num(next);
+    for (const ChosenRequest& request : chosen) {
+        if (request.items.isEmpty())
+            continue;
+        const QString key = head + u"-"_s + behindGroup(request.key);
+        database.execute(u"INSERT INTO RFQVendor SELECT "_s + sqlText(key) + u" AS VOrderKey, "_s +
+                         head + u" AS OrderNumber, VendorID, "_s + addressColumns() +
+                         u" FROM RFQVendor WHERE VOrderKey = "_s + sqlText(request.key));
+        database.execute(u"INSERT INTO RFQItem SELECT "_s + sqlText(key + u"-"_s) +
+                         u" & ItemNumber AS itemKey, itemNumber, "_s + sqlText(key) +
+                         u" AS VOrderKey, "_s + head + u" AS OrderNumber, VendorID, "_s +
+                         lineColumns() + u" FROM RFQItem WHERE ItemKey IN ("_s +
+                         keyList(request.items) + u")"_s);
+    }
+    transaction.commit();
+    return next;
+}
+
+void deleteGroup(jet::Database& database, qint64 group) {
+    jet::Transaction transaction(database);
+    database.execute(u"DELETE * FROM RFQitem WHERE OrderNumber = "_s + num(group));
+    database.execute(u"DELETE * FROM RFQVendor WHERE OrderNumber = "_s + num(group));
+    database.execute(u"DELETE * FROM RFQ WHERE PONumber = "_s + num(group));
+    transaction.commit();
+}
+
+void deleteRequest(jet::Database& database, const QString& key) {
+    jet::Transaction transaction(database);
+    database.execute(u"DELETE * FROM RFQitem WHERE VOrderKey = "_s + sqlText(key));
+    database.execute(u"DELETE * FROM RFQVendor WHERE VOrderKey = "_s + sqlText(key));
+    transaction.commit();
+}
+
+void undoByCancel(jet::Database& database, Begun begun, qint64 group, const QString& key) {
+    if (begun == Begun::No)
+        return;
+    jet::Transaction transaction(database);
+    database.execute(u"DELETE FROM RFQVendor WHERE VOrderKey = "_s + sqlText(key));
+    if (begun != Begun::Vendor)
+        database.execute(u"DELETE FROM RFQ WHERE PONumber = "_s + num(group));
+    transaction.commit();
+}
+
+void undoByClose(jet::Database& database, Begun begun, qint64 group) {
+    if (begun == Begun::No)
+        return;
+    jet::Transaction transaction(database);
+    database.execute(u"DELETE FROM RFQVendor WHERE OrderNumber = "_s + num(group));
+    if (begun != Begun::Vendor)
+        database.execute(u"DELETE FROM RFQ WHERE PONumber = "_s + num(group));
+    transaction.commit();
+}
+
+qint64 orderFromRequest(jet::Database& database, qint64 group, const ChosenRequest& chosen,
+                        const QDate& required) {
+    jet::Transaction transaction(database);
+    database.execute(
+        u"INSERT INTO PO SELECT Title, ship2name, ship2address1, ship2address2, Ship2Address3, "
+        "ship2country, ship2city, ship2state, ship2zip, ship2email, #"_s +
+        values::sqlDate(values::today()) + u"# AS PODate, "_s +
+        (required.isValid() ? u"#"_s + values::sqlDate(required) + u"#"_s : u"Null"_s) +
+        u" AS ReqDate, True AS Active FROM RFQ WHERE PONumber = "_s + num(group));
+    const qint64 order = database.lastCounter();
+    if (!chosen.items.isEmpty()) {
+        database.execute(u"INSERT INTO POVendor SELECT "_s + num(order) +
+                         u" AS OrderNumber, VendorID, "_s + addressColumns() +
+                         u" FROM RFQVendor WHERE VOrderKey = "_s + sqlText(chosen.key));
+        jet::Recordset lines =
+            database.openRecordset(u"SELECT ItemKey FROM RFQitem WHERE VOrderKey = "_s +
+                                       sqlText(chosen.key) + u" ORDER BY ItemNumber"_s,
+                                   jet::RecordsetType::Snapshot);
+        int number = 0;
+        for (; !lines.eof(); lines.moveNext()) {
+            const QString key = lines.text(u"ItemKey");
+            if (!chosen.items.contains(key, Qt::CaseInsensitive))
+                continue;
+            const QString item = num(++number);
+            database.execute(u"INSERT INTO POItem SELECT "_s + sqlText(num(order) + u"-"_s + item) +
+                             u" AS itemKey, "_s + item + u" AS ItemNumber, "_s + num(order) +
+                             u" AS PONumber, "_s + lineColumns() +
+                             u" FROM RFQItem WHERE ItemKey = "_s + sqlText(key));
+        }
+    }
+    transaction.commit();
+    return order;
+}
+
+} // namespace purchasing
