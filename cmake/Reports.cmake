@@ -8,6 +8,11 @@ set(MIRSA_REPORT_FILES
   reports/Job_Traveler.rpt
   reports/Job_Traveler_Notes.rpt
   reports/Jobs_List.rpt
+  reports/PO_Open_by_Date.rpt
+  reports/PO_Open_by_Vendor.rpt
+  reports/PO_Receipts.rpt
+  reports/Purchase_Order.rpt
+  reports/RFQ.rpt
   reports/Shipping_History.rpt
   reports/Vendors.rpt
   reports/bCommands.rpt

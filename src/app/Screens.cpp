@@ -2,8 +2,10 @@
 
 #include "core/Screens.h"
 #include "estimating/Screens.h"
+#include "inventory/Screens.h"
 #include "jobs/Screens.h"
 #include "masters/Screens.h"
+#include "purchasing/Screens.h"
 #include "reporting/Screens.h"
 #include "timemgmt/Screens.h"
 
@@ -16,6 +18,8 @@ void registerAllScreens() {
     jobs::registerScreens();
     reporting::registerScreens();
     timemgmt::registerScreens();
+    purchasing::registerScreens();
+    inventory::registerScreens();
 }
 
 } // namespace app

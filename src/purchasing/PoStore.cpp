@@ -69,6 +69,26 @@ void replacePoLines(jet::Database& database, qint64 poNumber, const std::vector<
     }
 }
 
+void writePoVendor(jet::Database& database, qint64 poNumber,
+                   const std::vector<std::pair<QString, QString>>& columns, bool first) {
+    QStringList names;
+    QStringList texts;
+    QStringList sets;
+    for (const auto& [name, text] : columns) {
+        const QString value = name == u"VendorID" ? text : sqlText(text);
+        names << name;
+        texts << value;
+        sets << name + u" = "_s + value;
+    }
+    if (first) {
+        database.execute(u"INSERT INTO POVendor (OrderNumber, "_s + names.join(u", "_s) +
+                         u") VALUES ("_s + num(poNumber) + u", "_s + texts.join(u", "_s) + u")"_s);
+    } else if (!sets.isEmpty()) {
+        database.execute(u"UPDATE POVendor SET "_s + sets.join(u", "_s) +
+                         u" WHERE OrderNumber = "_s + num(poNumber));
+    }
+}
+
 ActiveChange detectActive(jet::Database& database, qint64 poNumber, bool active) {
     jet::Transaction transaction(database);
     const bool open =

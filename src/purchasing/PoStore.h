@@ -19,6 +19,11 @@ struct LinesChangedElsewhere : std::runtime_error {
 void replacePoLines(jet::Database& database, qint64 poNumber, const std::vector<qint64>& stored,
                     const std::vector<OrderLine>& lines);
 
+/// Writes columns of an order's vendor, by name and content: the row itself where it is the first
+/// time, else what has changed.
+void writePoVendor(jet::Database& database, qint64 poNumber,
+                   const std::vector<std::pair<QString, QString>>& columns, bool first);
+
 /// Whether an order is still open changes with what is ordered and received.
 enum class ActiveChange { None, BecameActive, BecameInactive };
 /// Writes the change; `active` is what the order says of itself.

@@ -8,3 +8,8 @@ INSERT INTO Reports (Name, Description, [Module], FileName, OEM, [Default]) VALU
 INSERT INTO Reports (Name, Description, [Module], FileName, OEM, [Default]) VALUES ('Job Bill of Material', 'What goes into a job: its material, and the jobs assembled into it with theirs.', 'Jobs', 'job_bom.rpt', 1, False);
 INSERT INTO Reports (Name, Description, [Module], FileName, OEM, [Default]) VALUES ('Vendor List', 'All vendors and contractors with address and contact.', 'Vendor', 'Vendors.rpt', 1, True);
 INSERT INTO Reports (Name, Description, [Module], FileName, OEM, [Default]) VALUES ('Employee List', 'All employees with address, shift and status.', 'Employee', 'Employees.rpt', 1, True);
+INSERT INTO Reports (Name, Description, [Module], FileName, OEM, [Default]) VALUES ('Request for Quotation', 'The request as each vendor receives it.', 'RFQ', 'RFQ.rpt', 1, True);
+INSERT INTO Reports (Name, Description, [Module], FileName, OEM, [Default]) VALUES ('Purchase Order', 'The purchase order as the vendor receives it.', 'PO', 'Purchase_Order.rpt', 1, True);
+INSERT INTO Reports (Name, Description, [Module], FileName, OEM, [Default]) VALUES ('Open Orders by Vendor', 'What is on order with each vendor and has not come.', 'PO', 'PO_Open_by_Vendor.rpt', 1, False);
+INSERT INTO Reports (Name, Description, [Module], FileName, OEM, [Default]) VALUES ('Open Orders by Date', 'What is on order and has not come, by the dates on which it is required.', 'PO', 'PO_Open_by_Date.rpt', 1, False);
+INSERT INTO Reports (Name, Description, [Module], FileName, OEM, [Default]) VALUES ('Receipts by Purchase Order', 'What was received of each order, when and by whom.', 'PO', 'PO_Receipts.rpt', 1, False);

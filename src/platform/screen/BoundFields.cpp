@@ -66,22 +66,36 @@ void BoundFields::show(const jet::Recordset& row) {
     }
 }
 
-void BoundFields::write(jet::Recordset& row) const {
+void BoundFields::fill(const jet::Recordset& row) const {
+    const QStringList names = row.fieldNames();
     for (const Column& column : m_columns) {
-        if (column.read)
-            row.set(column.name, column.read());
+        if (names.contains(column.name, Qt::CaseInsensitive))
+            column.show(row[column.name]);
     }
 }
 
-void BoundFields::writeChanges(jet::Recordset& row) const {
+std::vector<std::pair<QString, jet::Value>> BoundFields::contents(bool changedOnly) const {
+    std::vector<std::pair<QString, jet::Value>> found;
     for (const Column& column : m_columns) {
         if (!column.read)
             continue;
         // Not by the database's comparison: a change of case is one.
         const jet::Value now = column.read();
-        if (now.isNull() != column.shown.isNull() || now.toText() != column.shown.toText())
-            row.set(column.name, now);
+        if (!changedOnly || now.isNull() != column.shown.isNull() ||
+            now.toText() != column.shown.toText())
+            found.emplace_back(column.name, now);
     }
+    return found;
+}
+
+void BoundFields::write(jet::Recordset& row) const {
+    for (const auto& [name, value] : contents(false))
+        row.set(name, value);
+}
+
+void BoundFields::writeChanges(jet::Recordset& row) const {
+    for (const auto& [name, value] : contents(true))
+        row.set(name, value);
 }
 
 void BoundFields::clear() const {

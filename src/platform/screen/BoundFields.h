@@ -6,6 +6,7 @@
 #include <QString>
 
 #include <functional>
+#include <utility>
 #include <vector>
 
 class QCheckBox;
@@ -39,6 +40,10 @@ class BoundFields {
     void limitTo(const jet::Database& database, const QString& table);
     /// Null shows as empty.
     void show(const jet::Recordset& row);
+    /// Shows the columns that the row has as if they had been typed: they count as changed.
+    void fill(const jet::Recordset& row) const;
+    /// All columns that are written and what they hold now; or those that were changed alone.
+    std::vector<std::pair<QString, jet::Value>> contents(bool changedOnly) const;
     /// All columns, for a new row.
     void write(jet::Recordset& row) const;
     /// The columns whose fields were changed since the row was shown, so that what another station

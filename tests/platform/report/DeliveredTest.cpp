@@ -372,4 +372,49 @@ TEST_P(Delivered, theManualsExamplePrints) {
     EXPECT_TRUE(text.contains(u'\n' + money(left) + u" h left\n"_s)) << left;
 }
 
+TEST_P(Delivered, requestsAndOrdersCarryTheirLinesAndTotals) {
+    const QString group =
+        db().lookup(u"SELECT TOP 1 OrderNumber FROM RFQVendor GROUP BY OrderNumber ORDER BY "
+                    "COUNT(*) DESC, OrderNumber"_s)
+            .toText();
+    auto document = print(u"RFQ.rpt"_s, u"{rfq.ponumber} = "_s + group);
+    const auto vendors = rows(u"SELECT VOrderKey FROM RFQVendor WHERE OrderNumber = "_s + group);
+    EXPECT_GE(document->pageCount(), vendors.size()) << "each vendor begins a page";
+    for (const QString& key : vendors) {
+        document =
+            print(u"RFQ.rpt"_s,
+                  u"({rfq.ponumber} = %1) and ({RFQVendor.vorderkey} = '%2')"_s.arg(group, key));
+        const QString text = allText(*document);
+        for (const auto& part :
+             rows(u"SELECT PartNumber FROM RFQItem WHERE VOrderKey = '%1'"_s.arg(key)))
+            EXPECT_TRUE(text.contains(part)) << part.toStdString();
+    }
+    const QString order = db().lookup(u"SELECT MAX(PONumber) FROM PO"_s).toText();
+    document = print(u"Purchase_Order.rpt"_s, u"({po.ponumber} = %1)"_s.arg(order));
+    const QString text = allText(*document);
+    for (const QString& select : {u"SELECT PartNumber FROM POItem WHERE PONumber = "_s,
+                                  u"SELECT Company FROM POVendor WHERE OrderNumber = "_s}) {
+        for (const auto& shown : rows(select + order))
+            EXPECT_TRUE(text.contains(shown)) << shown.toStdString();
+    }
+    EXPECT_TRUE(text.contains(
+        money(number(u"SELECT SUM(ItemTotal) FROM POItem WHERE PONumber = "_s + order))));
+}
+
+TEST_P(Delivered, openOrdersAndReceiptsAddUp) {
+    const QString open = u" FROM POItem WHERE ReceivedQuantity < Quantity"_s;
+    const QString value =
+        money(number(u"SELECT SUM((Quantity - ReceivedQuantity) * UnitPrice)"_s + open));
+    const QString lines = rows(u"SELECT COUNT(*) AS N"_s + open).value(0) + u" line"_s;
+    for (const char16_t* name : {u"PO_Open_by_Vendor.rpt", u"PO_Open_by_Date.rpt"}) {
+        const QString text = allText(*print(QString::fromUtf16(name)));
+        EXPECT_TRUE(text.contains(value)) << value.toStdString();
+        EXPECT_TRUE(text.contains(lines)) << lines.toStdString();
+    }
+    const QString order = db().lookup(u"SELECT MIN(PONumber) FROM POReceived"_s).toText();
+    const QString text = allText(*print(u"PO_Receipts.rpt"_s, u"{PO.PONumber} = "_s + order));
+    EXPECT_TRUE(text.contains(values::format(
+        number(u"SELECT SUM(QtyRecvd) FROM POReceived WHERE PONumber = "_s + order), u"#,##0")));
+}
+
 MIRSA_BOTH_ENGINES(Delivered);

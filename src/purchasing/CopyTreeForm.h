@@ -1,0 +1,45 @@
+#pragma once
+
+#include "platform/screen/Form.h"
+#include "purchasing/Dialogs.h"
+
+#include <QIcon>
+
+class QTreeWidget;
+class QTreeWidgetItem;
+
+namespace controls {
+class DateField;
+}
+
+namespace purchasing {
+
+/// Chooses the lines of a document that go into a new one: a tree of the document, its vendors and
+/// their items, in which a click (or Space) takes an item in or leaves it out.
+class CopyTreeForm : public screen::Form, public CopyTreeDialog {
+  public:
+    struct Descriptor {
+        QString formName;
+        QString caption;
+        QString rootWord; ///< in front of the number: "RFQ"
+        bool ordered;     ///< the document is an order: one vendor, items by the order's number
+        bool oneVendor;   ///< of a request group, only the one whose key is given
+        bool asksDate;
+    };
+    explicit CopyTreeForm(Descriptor descriptor);
+    std::optional<Choice> choose(qint64 number, const QString& key) override;
+
+  private:
+    void fill(qint64 number, const QString& key);
+    void flip(QTreeWidgetItem* item);
+    void showFolder(QTreeWidgetItem* vendor) const;
+    bool isChosen(const QTreeWidgetItem* item) const;
+    bool eventFilter(QObject* object, QEvent* event) override;
+
+    Descriptor m_descriptor;
+    QTreeWidget* tvMain;
+    controls::DateField* txtDate = nullptr;
+    bool m_ok = false;
+};
+
+} // namespace purchasing

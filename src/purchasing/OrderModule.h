@@ -1,0 +1,90 @@
+#pragma once
+
+#include "core/records/RecordModule.h"
+#include "platform/controls/LineGrid.h"
+#include "purchasing/OrderLine.h"
+
+class QTabWidget;
+
+namespace purchasing {
+
+/// The record module of a document with a ship-to address, a copy of a vendor's address and line
+/// items: what the request for quotation and the purchase order have in common as screens. The
+/// lines are staged in a model that the two item grids show; a deleted line is a hidden one.
+class OrderModule : public core::RecordModule {
+  public:
+    /// In the database where it isn't among the rows shown: another station may have added it.
+    bool goToRecord(qint64 key) override;
+    void refreshLookup(const QString& table) override;
+    void ShowModuleMode(const QString& mode) override;
+    void Form_Load() override;
+    QSize sizeHint() const override { return {1180, 640}; }
+
+    void cmdAddItem_Click();
+    void cmdEditItem_Click();
+    void cmdDelItem_Click();
+
+  protected:
+    struct Words {
+        QString grid;     ///< the item grid
+        QString noteGrid; ///< beside it the notes, row for row
+        QString addDialog;
+        QString editDialog;
+        QString vendorTable; ///< whose column widths limit the vendor's fields
+        QString numberLabel;
+        QString titleLabel;
+        QString dateLabel; ///< of the second date
+        values::KeyFilter emailFilter;
+    };
+    OrderModule(core::ModuleDescriptor module, const OrderKind& kind, Words words);
+
+    /// Number, title, dates and the mode; `beside` of a member stands behind them.
+    void makeHead(QBoxLayout* down, QLayout* beside = nullptr);
+    /// The tabs: items, their notes, the vendor, the ship-to address. `vendor` makes what stands
+    /// above the vendor's address and binds it.
+    void makeTabs(QBoxLayout* down, const std::function<void(screen::Fields&)>& vendor);
+
+    void openLookups() override;
+    void clearFields() override;
+    void lockFields(bool locked) override;
+    bool validate() override;
+    /// "Delete item?" in the member's words; true for yes.
+    virtual bool askDeleteLine(const OrderLine& line) = 0;
+    /// Whose parts the item dialog offers.
+    virtual qint64 vendorNo() const = 0;
+
+    void showLines(std::vector<OrderLine> lines);
+    std::vector<OrderLine> lines() const { return m_lines->visibleRows(); }
+    /// Fills the ship-to address that the preferences name.
+    void presetShipTo();
+    screen::BoundFields& vendorFields() { return m_vendor; }
+    void MakeTotal();
+
+    const OrderKind& m_kind;
+    std::shared_ptr<controls::LineModel<OrderLine>> m_lines =
+        std::make_shared<controls::LineModel<OrderLine>>();
+    controls::TextField* m_number = nullptr;
+    controls::TextField* m_email = nullptr;
+
+  private:
+    void makeItemPages();
+    bool isNumbered() const;
+    void ReNumber();
+    void arrangeItemButtons();
+    int activeLine() const;
+    void refreshHistory() const;
+
+    Words m_words;
+    screen::BoundFields m_vendor;
+    QTabWidget* m_tabs = nullptr;
+    controls::LineGrid<OrderLine>* m_grid = nullptr;
+    controls::LineGrid<OrderLine>* m_notes = nullptr;
+    controls::TextField* m_total = nullptr;
+    controls::DateField* m_dates[2] = {};
+    std::vector<controls::DataCombo*> m_states;
+    std::vector<controls::DataCombo*> m_countries;
+    controls::DataCombo* m_terms = nullptr;
+    std::vector<std::pair<QString, controls::Field*>> m_shipTo; ///< by the preference's column
+};
+
+} // namespace purchasing

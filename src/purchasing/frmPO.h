@@ -1,0 +1,62 @@
+#pragma once
+
+#include "purchasing/OrderModule.h"
+
+class QCheckBox;
+class QLabel;
+class QRadioButton;
+
+namespace purchasing {
+
+/// Purchase orders: each to one vendor, with what of its lines was ordered and received. A new
+/// order has no rows before it is saved.
+class frmPO : public OrderModule {
+  public:
+    static constexpr char formName[] = "frmPO";
+    frmPO();
+
+    void ShowModuleMode(const QString& mode) override;
+    void refreshLookup(const QString& table) override;
+    void cmdNew_Click() override;
+    void cmdHistory_Click();
+    void cmdAP_Click();
+
+  protected:
+    bool mayOpen() override;
+    QString mainSelect() const override;
+    void openLookups() override;
+    void newDefaults() override;
+    void showRecord() override;
+    void clearFields() override;
+    void lockFields(bool locked) override;
+    bool validate() override;
+    bool writeRecord(bool adding, qint64& key) override;
+    void newRowColumns(jet::Recordset& row) override;
+    void alsoWrite(qint64 key, bool adding) override;
+    void afterSave(qint64 key, bool adding) override;
+    void afterDelete() override;
+    void deleteRows(qint64 key) override;
+    void tellNeighbours() override;
+    QString shownFormula() const override;
+    bool askDeleteLine(const OrderLine& line) override;
+    qint64 vendorNo() const override;
+
+  private:
+    void newFromTemplate();
+    void dbcVend_Change();
+    void optActivePOsOnly_Click();
+    void showStoredLines();
+    void ActiveDetect(qint64 key);
+    bool activeOnly() const;
+    /// A view of active orders that has become empty gives way to one of all.
+    void leaveEmptyView();
+
+    controls::DataCombo* dbcVend = nullptr;
+    QLabel* lblVnum = nullptr;
+    QCheckBox* chkActive = nullptr;
+    QRadioButton* optActivePOsOnly[2] = {};
+    bool m_hasVendor = false;     ///< the order on the screen
+    std::vector<qint64> m_stored; ///< IDs of the lines that the screen was opened with
+};
+
+} // namespace purchasing

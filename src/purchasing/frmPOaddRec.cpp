@@ -1,0 +1,203 @@
+#include "purchasing/frmPOaddRec.h"
+
+#include "core/MirsaMain.h"
+#include "inventory/StockNewItem.h"
+#include "platform/screen/Forms.h"
+#include "platform/values/Clock.h"
+
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace purchasing {
+
+using Kind = controls::GridColumn::Kind;
+using screen::Answer;
+using screen::Buttons;
+using screen::Icon;
+using screen::MsgBox;
+
+namespace {
+
+using Column = controls::LineColumn<ReceiveLine>;
+
+Column checkColumn(const QString& title, int characters, bool ReceiveLine::*member) {
+    return {.look = {title, characters, Kind::Check},
+            .text = [member](const ReceiveLine& line) { return line.*member ? u"1"_s : u"0"_s; },
+            .take =
+                [member](ReceiveLine& line, const QString& typed) {
+                    line.*member = typed == u"1";
+                    return QString();
+                }};
+}
+
+QString takeQuantity(ReceiveLine& line, const QString& typed) {
+    const QString text = typed.trimmed();
+    bool whole = text.isEmpty();
+    const int number = whole ? 0 : text.toInt(&whole);
+    if (!whole)
+        return u"\""_s + text + u"\" is not a quantity."_s;
+    line.quantity = number;
+    return {};
+}
+
+} // namespace
+
+std::vector<Column> frmPOaddRec::columns() {
+    const auto number = [](const QString& title, int characters, qint64 ReceiveLine::*member) {
+        return Column{
+            .look = {title, characters, Kind::Number},
+            .text = [member](const ReceiveLine& line) { return QString::number(line.*member); }};
+    };
+    return {checkColumn(u"Select"_s, 7, &ReceiveLine::selected),
+            checkColumn(u"Stock Inv."_s, 10, &ReceiveLine::stock),
+            {.look = {u"Part Number"_s, 16},
+             .text = [](const ReceiveLine& line) { return line.partNumber; }},
+            {.look = {.title = u"Description"_s, .characters = 26, .stretches = true},
+             .text = [](const ReceiveLine& line) { return line.description; }},
+            {.look = {u"Receive"_s, 9, Kind::Number, true, values::keys::digits(), {}, 9},
+             .text = [](const ReceiveLine& line) { return QString::number(line.quantity); },
+             .take = takeQuantity},
+            number(u"Total Received"_s, 13, &ReceiveLine::received),
+            number(u"Ordered"_s, 9, &ReceiveLine::ordered),
+            {.look = {.title = u"ID"_s, .hidden = true},
+             .text = [](const ReceiveLine& line) { return QString::number(line.itemId); }}};
+}
+
+frmPOaddRec::frmPOaddRec()
+    : Form(QString::fromLatin1(formName), u"Received History - Add Record(s)"_s) {
+    auto* outside = new QVBoxLayout(this);
+    screen::Fields fields(this, outside);
+    dbcEmp = fields.dataCombo(u"dbcEmp"_s, u"&Employee:"_s, {.characters = 28});
+    txtName = fields.text(u"txtName"_s, u"Employee Number:"_s, {.characters = 8});
+    txtName->setLocked(true);
+    fields.nextColumn();
+    txtDate = fields.date(u"txtDate"_s, u"&Date Received:"_s);
+    fields.grid()->setColumnStretch(4, 1);
+    vaSpread1 = screen::named(new controls::LineGrid<ReceiveLine>(m_lines, columns(), this),
+                              u"vaSpread1"_s, u"Open lines of the order"_s);
+    vaSpread1->setMovable(false);
+    outside->addWidget(vaSpread1, 1);
+    auto* foot = new QHBoxLayout;
+    outside->addLayout(foot);
+    const auto button = [&](const QString& name, const QString& caption) {
+        auto* made = screen::named(new QPushButton(caption, this), name);
+        made->setAutoDefault(false);
+        foot->addWidget(made);
+        return made;
+    };
+    on(button(u"cmdSelAll"_s, u"Select &All"_s), [this] { selectAll(true); });
+    on(button(u"cmdSelNone"_s, u"Select &None"_s), [this] { selectAll(false); });
+    foot->addStretch();
+    on(addOkCancel(foot, u"Receive &Selected"_s), &frmPOaddRec::cmdOK_Click);
+    on(dbcEmp->chosen, [this] { txtName->setText(dbcEmp->boundText()); });
+    on(dbcEmp->left, [this] { txtName->setText(dbcEmp->boundText()); });
+    resize(860, 460);
+}
+
+void frmPOaddRec::fillEmployees() {
+    dbcEmp->setRows(core::MainDatabase().openRecordset(
+                        u"SELECT (LastName + ' , ' + FirstName) AS [Name], EmpID FROM Employee "
+                        "ORDER BY LastName, FirstName"_s,
+                        jet::RecordsetType::Snapshot),
+                    u"Name"_s, u"EmpID"_s);
+}
+
+bool frmPOaddRec::receiveInto(qint64 poNumber) {
+    m_po = poNumber;
+    fillEmployees();
+    if (dbcEmp->count() == 0) {
+        MsgBox(u"You cannot add item to the Received History if you have no employees in the "
+               "database!"_s,
+               Buttons::Ok, Icon::Exclamation, u"Error"_s);
+        return false;
+    }
+    m_lines->setRows(openLines(core::MainDatabase(), poNumber));
+    txtDate->setDate(values::today());
+    dbcEmp->setFocus();
+    showModal();
+    return m_received;
+}
+
+void frmPOaddRec::selectAll(bool selected) {
+    const controls::LineModel<ReceiveLine>::Group group(*m_lines);
+    for (int place = 0; place < m_lines->count(); ++place) {
+        ReceiveLine line = m_lines->row(place);
+        line.selected = selected;
+        m_lines->change(place, std::move(line));
+    }
+}
+
+void frmPOaddRec::cmdOK_Click() {
+    vaSpread1->setFocus(); // what is being typed counts
+    if (const QString why = vaSpread1->complaint(); !why.isEmpty()) {
+        MsgBox(why, Buttons::Ok, Icon::Exclamation);
+        return;
+    }
+    const auto& lines = m_lines->rows();
+    if (std::none_of(lines.begin(), lines.end(),
+                     [](const ReceiveLine& line) { return line.selected; })) {
+        MsgBox(u"No Records Selected."_s, Buttons::Ok, Icon::Exclamation, u"Nothing Selected"_s);
+        return;
+    }
+    txtName->setText(dbcEmp->boundText());
+    if (txtName->text().isEmpty()) {
+        complain(u"Employee field cannot be blank."_s, dbcEmp, Icon::Critical, u"System Message"_s);
+        return;
+    }
+    if (!txtDate->date()) {
+        complain(u"Date must be specified."_s, txtDate, Icon::Critical, u"System Message"_s);
+        return;
+    }
+    const Receipt receipt{m_po, *txtDate->date(), txtName->text().toLongLong()};
+    std::vector<Unstocked> left;
+    try {
+        left = receive(core::MainDatabase(), receipt, lines);
+    } catch (const LineGone& gone) {
+        MsgBox(u"Part number "_s + gone.partNumber +
+                   u" is not on this purchase order any more: its lines have been changed at "
+                   "another station. Nothing has been received."_s,
+               Buttons::Ok, Icon::Exclamation);
+        return;
+    }
+    m_received = true;
+    stockLeft(receipt, left);
+    hideModal();
+}
+
+void frmPOaddRec::stockLeft(const Receipt& receipt, const std::vector<Unstocked>& left) {
+    jet::Database& database = core::MainDatabase();
+    for (const Unstocked& one : left) {
+        const ReceiveLine& line = one.line;
+        if (!one.items.empty()) {
+            if (MsgBox(u"Multiple Inventory items were found matching the partnumber and "
+                       "description. Click OK to select from a list or click CANCEL to move to "
+                       "the next item on the PO."_s,
+                       Buttons::OkCancel, Icon::Question, u"System Message"_s) != Answer::Ok)
+                continue;
+            const qint64 item =
+                screen::Forms::dialog<inventory::ItemPicker>(u"frmItemReStockPOMulti"_s)
+                    ->pickItem(line.partNumber, line.description);
+            if (item != 0)
+                stockReceipt(database, receipt, one.receiptId, item, line.quantity);
+            continue;
+        }
+        if (MsgBox(u"Part number "_s + line.partNumber +
+                       u" is not an inventory item and cannot be stocked unless it is created. "
+                       "Create?"_s,
+                   Buttons::OkCancel, Icon::Question, u"System Message"_s) != Answer::Ok)
+            continue;
+        const inventory::Restock movement{0,
+                                          line.quantity,
+                                          receipt.employee,
+                                          receipt.date,
+                                          u"PO"_s,
+                                          receipt.poNumber,
+                                          vendorOf(database, receipt.poNumber)};
+        screen::Forms::dialog<inventory::StockNewItem>(u"frmPOItemRestock"_s)
+            ->create(line.itemId, movement,
+                     [&database, &one] { markStocked(database, one.receiptId); });
+    }
+}
+
+} // namespace purchasing

@@ -1,0 +1,299 @@
+#include "purchasing/frmRFQ.h"
+
+#include "core/MirsaMain.h"
+#include "platform/screen/Forms.h"
+#include "platform/screen/Pointer.h"
+#include "purchasing/Dialogs.h"
+
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QScopedValueRollback>
+#include <QVBoxLayout>
+
+namespace purchasing {
+
+using core::Role;
+using screen::Answer;
+using screen::Buttons;
+using screen::Forms;
+using screen::Icon;
+using screen::MsgBox;
+
+namespace {
+
+core::ModuleDescriptor describe() {
+    core::ModuleDescriptor module;
+    module.formName = QString::fromLatin1(frmRFQ::formName);
+    module.caption = u"Request For Quotation"_s;
+    module.moduleWord = u"RFQ"_s;
+    module.table = u"RFQ"_s;
+    module.keyColumn = u"PONumber"_s;
+    module.select = u"SELECT * FROM RFQ ORDER BY PONumber"_s;
+    module.dataControlName = u"datRFQ"_s;
+    module.modeLabelName = u"lblRFQMode"_s;
+    module.findScreen = u"frmRFQGoto"_s;
+    module.queryScreen = u"frmRfqQuery"_s;
+    module.reportModule = u"RFQ"_s;
+    module.reportTitle = u"RFQ Report"_s;
+    module.emptyTableCloses = true;
+    return module;
+}
+
+} // namespace
+
+frmRFQ::frmRFQ()
+    : OrderModule(describe(), rfqKind(),
+                  {.grid = u"sprRFQItem"_s,
+                   .noteGrid = u"sprNotes"_s,
+                   .addDialog = u"frmRFQaddItem"_s,
+                   .editDialog = u"frmRFQEditItem"_s,
+                   .vendorTable = u"RFQVendor"_s,
+                   .numberLabel = u"RFQ Group Number:"_s,
+                   .titleLabel = u"RFQ Group Description:"_s,
+                   .dateLabel = u"Response Required by:"_s,
+                   .emailFilter = values::keys::description()}) {
+    auto* down = new QVBoxLayout(this);
+    makeHead(down);
+    auto* across = new QHBoxLayout;
+    down->addLayout(across, 1);
+    sprVendor = screen::named(new controls::Grid(this), u"sprVendor"_s, u"Vendors of the group"_s);
+    sprVendor->setColumns({{u"Company"_s, 24}, {.title = u"VendorID"_s, .hidden = true}});
+    sprVendor->setColumnHidden(1, true);
+    sprVendor->setMaximumWidth(sprVendor->fontMetrics().averageCharWidth() * 30);
+    across->addWidget(sprVendor);
+    auto* tabs = new QVBoxLayout;
+    across->addLayout(tabs, 1);
+    makeTabs(tabs, [this](screen::Fields& fields) {
+        txtRFQNum = fields.text(u"txtRFQNum"_s, u"RFQ Number:"_s, {.characters = 14});
+        txtVID = fields.text(u"txtVID"_s, u"Vendor Number:"_s, {.characters = 10});
+        vendorFields().bindShown(u"VOrderKey"_s, txtRFQNum);
+        vendorFields().bindShown(u"VendorID"_s, txtVID);
+    });
+    makeFoot(down, {{Role::New, u"cmdAdd"_s, u"&New"_s},
+                    {Role::Edit, u"cmdEdit"_s, u"&Edit"_s},
+                    {Role::Delete, u"cmdDelete"_s, u"&Delete"_s},
+                    {Role::Find, u"cmdGoto"_s, u"&Goto"_s},
+                    {Role::List, u"cmdQuery"_s, u"&Query/Report"_s},
+                    {Role::PrintShown, u"cmdPrint"_s, u"Quick &Report Shown"_s},
+                    {Role::BrowseOnly, u"cmdCreatePO"_s, u"Create a &PO"_s},
+                    {Role::Save, u"cmdSave"_s, u"&Save"_s},
+                    {Role::Cancel, u"cmdCancel"_s, u"&Cancel"_s},
+                    {Role::Close, u"cmdClose"_s, u"Do&ne"_s}});
+    on(control<QPushButton>(u"cmdCreatePO"_s), &frmRFQ::cmdCreatePO_Click);
+    on(sprVendor->activeRowChanged, &frmRFQ::sprVendor_Click);
+}
+
+void frmRFQ::ShowModuleMode(const QString& mode) {
+    OrderModule::ShowModuleMode(mode);
+    sprVendor->setEnabled(isBrowse());
+}
+
+// Showing
+
+void frmRFQ::showRecord() {
+    showVendors();
+}
+
+void frmRFQ::showVendors() {
+    jet::Recordset vendors = core::MainDatabase().openRecordset(
+        u"SELECT VOrderKey, Company, VendorID FROM RFQVendor WHERE OrderNumber = "_s +
+            QString::number(currentKey()) + u" ORDER BY Company"_s,
+        jet::RecordsetType::Snapshot);
+    QString key;
+    {
+        const QScopedValueRollback filling(m_filling, true);
+        std::vector<QStringList> rows;
+        int active = 0;
+        for (; !vendors.eof(); vendors.moveNext()) {
+            const QString found = vendors.text(u"VOrderKey");
+            if (found == m_key)
+                active = static_cast<int>(rows.size());
+            if (rows.empty() || found == m_key)
+                key = found;
+            rows.push_back({vendors.text(u"Company"), vendors.text(u"VendorID")});
+        }
+        sprVendor->setRows(std::move(rows));
+        sprVendor->setActiveRow(active);
+    }
+    showRequest(key);
+}
+
+void frmRFQ::showRequest(const QString& key) {
+    m_key = key;
+    m_request = core::MainDatabase().openRecordset(u"SELECT * FROM RFQVendor WHERE VOrderKey = "_s +
+                                                   sqlText(key));
+    if (m_request.isEmpty()) {
+        vendorFields().clear();
+        showLines({});
+        return;
+    }
+    vendorFields().show(m_request);
+    showLines(loadRfqLines(core::MainDatabase(), key));
+}
+
+void frmRFQ::sprVendor_Click(int row) {
+    if (!m_filling && isBrowse() && row >= 0)
+        showRequest(vendorKey(currentKey(), sprVendor->text(row, 1).toLongLong()));
+}
+
+void frmRFQ::clearFields() {
+    OrderModule::clearFields();
+    const QScopedValueRollback filling(m_filling, true);
+    sprVendor->clearRows();
+    m_key.clear();
+    m_request.close();
+}
+
+qint64 frmRFQ::vendorNo() const {
+    return txtVID->text().toLongLong();
+}
+
+// Beginning
+
+void frmRFQ::startAdding() {
+    if (!core::MainDatabase().hasRows(u"SELECT * FROM Vendor ORDER BY VendID"_s)) {
+        MsgBox(u"You must have at least one Vendor before you can use the RFQ module!"_s,
+               Buttons::Ok, Icon::Exclamation, u"Warning"_s);
+    } else {
+        cmdNew_Click();
+    }
+    if (hasRecord())
+        return;
+    refuse();
+    if (isVisible())
+        unload();
+}
+
+void frmRFQ::cmdNew_Click() {
+    const QString way = Forms::dialog<NewOrderDialog>(u"frmRFQNew"_s)->choose(currentKey() != 0);
+    if (way == u"allnew"_s)
+        newGroup();
+    else if (way == u"newgroupcopy"_s)
+        newGroupCopy();
+    else if (!way.isEmpty())
+        newVendor(way == u"newvendorcopy"_s);
+}
+
+void frmRFQ::newGroup() {
+    const qint64 vendor = Forms::dialog<VendorSelector>(u"frmRfqVendorSelect"_s)->pick(0);
+    if (vendor == 0)
+        return;
+    const screen::BusyPointer busy;
+    const qint64 group = createGroup(core::MainDatabase(), vendor);
+    reopen(mainSelect(), group);
+    cmdEdit_Click();
+    m_begun = Begun::Group;
+    presetShipTo();
+}
+
+void frmRFQ::newVendor(bool carryLines) {
+    const qint64 group = currentKey();
+    const qint64 vendor = Forms::dialog<VendorSelector>(u"frmRfqVendorSelect"_s)->pick(group);
+    if (vendor == 0)
+        return;
+    const screen::BusyPointer busy;
+    const std::vector<OrderLine> carried = carryLines ? lines() : std::vector<OrderLine>();
+    cmdEdit_Click();
+    if (isBrowse())
+        return; // another station has deleted the group
+    addVendor(core::MainDatabase(), group, vendor);
+    m_key = vendorKey(group, vendor);
+    showVendors();
+    showLines(carried);
+    m_begun = Begun::Vendor;
+}
+
+void frmRFQ::newGroupCopy() {
+    const auto chosen =
+        Forms::dialog<CopyTreeDialog>(u"frmRFQCopyTree"_s)->choose(currentKey(), m_key);
+    if (!chosen)
+        return;
+    const screen::BusyPointer busy;
+    const qint64 group = copyGroup(core::MainDatabase(), currentKey(), chosen->vendors);
+    reopen(mainSelect(), group);
+    cmdEdit_Click();
+    m_begun = Begun::Template;
+}
+
+void frmRFQ::cmdEdit_Click() {
+    m_begun = Begun::No;
+    OrderModule::cmdEdit_Click();
+}
+
+// Saving, cancelling, deleting
+
+void frmRFQ::alsoWrite(qint64 key, bool) {
+    if (!m_request.isEmpty()) {
+        m_request.edit();
+        vendorFields().writeChanges(m_request);
+        m_request.update();
+    }
+    replaceRfqLines(core::MainDatabase(), key, vendorNo(), lines());
+}
+
+void frmRFQ::afterSave(qint64 key, bool adding) {
+    m_begun = Begun::No;
+    OrderModule::afterSave(key, adding);
+}
+
+void frmRFQ::cancelStaged() {
+    undoByCancel(core::MainDatabase(), std::exchange(m_begun, Begun::No), currentKey(), m_key);
+}
+
+void frmRFQ::closeStaged() {
+    undoByClose(core::MainDatabase(), std::exchange(m_begun, Begun::No), currentKey());
+}
+
+void frmRFQ::tellNeighbours() {
+    core::refreshNeighbours({u"frmhistory"_s}, u"RFQ"_s);
+}
+
+void frmRFQ::cmdDelete_Click() {
+    if (!hasRecord()) {
+        offerFirstRecord();
+        return;
+    }
+    using What = DeleteRequestDialog::What;
+    const What what =
+        Forms::dialog<DeleteRequestDialog>(u"frmRFQDelete"_s)->choose(sprVendor->rowCount());
+    if (what == What::Nothing)
+        return;
+    if (MsgBox(what == What::Group ? u"Delete Current Group?"_s : u"Delete Current RFQ (Vendor)?"_s,
+               Buttons::YesNo, Icon::Question, u"Delete"_s) != Answer::Yes)
+        return;
+    const screen::BusyPointer busy;
+    if (what == What::Group)
+        deleteGroup(core::MainDatabase(), currentKey());
+    else
+        deleteRequest(core::MainDatabase(), m_key);
+    afterDelete();
+    tellNeighbours();
+}
+
+bool frmRFQ::askDeleteLine(const OrderLine& line) {
+    return MsgBox(u"Are you sure you want to delete Item "_s + line.partNumber + u"?"_s,
+                  Buttons::YesNo, Icon::Question, u"Delete Item"_s) == Answer::Yes;
+}
+
+// Handing over
+
+QString frmRFQ::shownFormula() const {
+    return u"({rfq.ponumber} = "_s + QString::number(currentKey()) +
+           u") and ({RFQVendor.vorderkey} = '"_s + m_key + u"')"_s;
+}
+
+void frmRFQ::cmdCreatePO_Click() {
+    if (!hasRecord() || m_key.isEmpty())
+        return;
+    const auto chosen =
+        Forms::dialog<CopyTreeDialog>(u"frmRFQ2POtree"_s)->choose(currentKey(), m_key);
+    if (!chosen || chosen->vendors.empty())
+        return;
+    const qint64 order = orderFromRequest(core::MainDatabase(), currentKey(),
+                                          chosen->vendors.front(), chosen->required);
+    core::refreshNeighbours({u"frmPO"_s}, u"PO"_s);
+    if (auto* orders = Forms::find<core::RecordScreen>(u"frmPO"_s))
+        orders->goToRecord(order);
+}
+
+} // namespace purchasing

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "purchasing/OrderModule.h"
+#include "purchasing/RfqStore.h"
+
+namespace purchasing {
+
+/// Requests for quotation: a group with its header, and the request to one of its vendors at a
+/// time. Groups and vendors are written when they are made; what Cancel and Close take back of them
+/// depends on how the entry began.
+class frmRFQ : public OrderModule {
+  public:
+    static constexpr char formName[] = "frmRFQ";
+    frmRFQ();
+
+    void ShowModuleMode(const QString& mode) override;
+    void cmdNew_Click() override;
+    void cmdEdit_Click() override;
+    void cmdDelete_Click() override;
+    void cmdCreatePO_Click();
+
+    /// The key of the request that is shown, such as "12-7".
+    QString requestKey() const { return m_key; }
+
+  protected:
+    void startAdding() override;
+    void showRecord() override;
+    void clearFields() override;
+    void alsoWrite(qint64 key, bool adding) override;
+    void afterSave(qint64 key, bool adding) override;
+    void cancelStaged() override;
+    void closeStaged() override;
+    void tellNeighbours() override;
+    QString shownFormula() const override;
+    bool askDeleteLine(const OrderLine& line) override;
+    qint64 vendorNo() const override;
+
+  private:
+    void newGroup();
+    void newGroupCopy();
+    void newVendor(bool carryLines);
+    void showVendors();
+    void showRequest(const QString& key);
+    void sprVendor_Click(int row);
+
+    controls::Grid* sprVendor;
+    controls::TextField* txtRFQNum = nullptr;
+    controls::TextField* txtVID = nullptr;
+    jet::Recordset m_request; ///< the row of the vendor that is shown
+    QString m_key;
+    Begun m_begun = Begun::No;
+    bool m_filling = false;
+};
+
+} // namespace purchasing
