@@ -7,6 +7,7 @@
 #include "masters/Screens.h"
 #include "purchasing/Screens.h"
 #include "reporting/Screens.h"
+#include "scheduling/Screens.h"
 #include "timemgmt/Screens.h"
 
 namespace app {
@@ -17,6 +18,7 @@ void registerAllScreens() {
     estimating::registerScreens();
     jobs::registerScreens();
     reporting::registerScreens();
+    scheduling::registerScreens();
     timemgmt::registerScreens();
     purchasing::registerScreens();
     inventory::registerScreens();

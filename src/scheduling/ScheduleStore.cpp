@@ -1,0 +1,218 @@
+#include "scheduling/ScheduleStore.h"
+
+#include "platform/values/Format.h"
+#include "platform/values/Literals.h"
+#include "platform/values/Text.h"
+
+#include <QHash>
+#include <QMap>
+#include <QSet>
+
+#include <algorithm>
+
+namespace scheduling {
+
+namespace {
+
+QString joined(const std::vector<qint64>& numbers) {
+    QStringList texts;
+    for (const qint64 number : numbers)
+        texts << QString::number(number);
+    return texts.join(u',');
+}
+
+jet::Recordset read(jet::Database& database, const QString& select) {
+    return database.openRecordset(select, jet::RecordsetType::Snapshot);
+}
+
+std::optional<int> wholeNumber(const jet::Value& value) {
+    return value.isNull() ? std::nullopt : std::optional(static_cast<int>(value.toLong()));
+}
+
+/// The jobs that a condition on Job names, with their routings and entries.
+std::vector<ScheduledJob> loadJobs(jet::Database& database, const QString& condition) {
+    std::vector<ScheduledJob> jobs;
+    QHash<qint64, size_t> place;
+    jet::Recordset row =
+        read(database, u"SELECT JobNo, JobDateIn, JobDueDate, ScheduleZoom, SchedulePeriod FROM "
+                       "Job WHERE "_s +
+                           condition + u" ORDER BY JobNo DESC"_s);
+    for (; !row.eof(); row.moveNext()) {
+        ScheduledJob job;
+        job.jobNo = row[u"JobNo"].toLong();
+        job.limits = {row[u"JobDateIn"].toDate(), row[u"JobDueDate"].toDate()};
+        job.zoom = wholeNumber(row[u"ScheduleZoom"]);
+        job.period = wholeNumber(row[u"SchedulePeriod"]);
+        place.insert(job.jobNo, jobs.size());
+        jobs.push_back(std::move(job));
+    }
+    if (jobs.empty())
+        return jobs;
+    std::vector<qint64> numbers;
+    for (const ScheduledJob& job : jobs)
+        numbers.push_back(job.jobNo);
+    const QString these = u" IN ("_s + joined(numbers) + u")"_s;
+    row =
+        read(database, u"SELECT JobOper.*, Operation.Description, Operation.OperType, "
+                       "Operation.operdepartment_id, Operation.OperNo AS Num FROM JobOper INNER "
+                       "JOIN Operation ON JobOper.OperNo = Operation.OperNo WHERE JobOper.JobNo"_s +
+                           these + u" ORDER BY JobOper.JobNo, JobOper.SeqNo"_s);
+    for (; !row.eof(); row.moveNext()) {
+        RoutingRow operation;
+        operation.seqNo = static_cast<int>(row[u"SeqNo"].toLong());
+        operation.operNo = row[u"Num"].toLong();
+        operation.description = row.text(u"Description");
+        operation.contractor = row.text(u"OperType") == u"C";
+        if (!row[u"EstOper"].isNull())
+            operation.estimated = row[u"EstOper"].toDouble();
+        operation.status = row.text(u"Status").trimmed();
+        operation.located = row[u"OperLocated"].toBool();
+        operation.department = row[u"operdepartment_id"].toLong();
+        jobs[place.value(row[u"JobNo"].toLong())].routing.push_back(std::move(operation));
+    }
+    row = read(database, u"SELECT * FROM JobOperSchedule WHERE JobNo"_s + these +
+                             u" ORDER BY JobNo, SeqNo, ID"_s);
+    for (; !row.eof(); row.moveNext()) {
+        if (auto entry = entryOf(row))
+            jobs[place.value(entry->jobNo)].entries.push_back(std::move(*entry));
+    }
+    return jobs;
+}
+
+/// Numbers of the operations by their texts; the row's own number is among those of one text.
+QHash<QString, QSet<qint64>>
+operationNumbers(jet::Database& database, const std::vector<EntryChange>& changes, bool asTyped) {
+    QSet<QString> texts;
+    for (const EntryChange& change : changes) {
+        if (change.now && !change.operation.isEmpty())
+            texts.insert(asTyped ? change.operation : values::quoted(change.operation));
+    }
+    QHash<QString, QSet<qint64>> numbers;
+    if (texts.isEmpty())
+        return numbers;
+    const QStringList list(texts.cbegin(), texts.cend());
+    jet::Recordset row =
+        read(database, u"SELECT OperNo, Description FROM Operation WHERE Description IN ('"_s +
+                           list.join(u"','"_s) + u"') ORDER BY OperNo DESC"_s);
+    for (; !row.eof(); row.moveNext())
+        numbers[row.text(u"Description").toLower()].insert(row[u"OperNo"].toLong());
+    return numbers;
+}
+
+QString valuesOf(const Entry& entry) {
+    const auto date = [](gantt::Minute moment) {
+        return values::format(gantt::dateOf(moment), u"Short Date");
+    };
+    const auto time = [](gantt::Minute moment) { return storedTime(gantt::minuteOfDay(moment)); };
+    return u"("_s + QString::number(entry.jobNo) + u", "_s + QString::number(entry.seqNo) +
+           u", "_s + QString::number(entry.operNo) + u", '"_s + values::quoted(entry.description) +
+           u"', "_s + QString::number(entry.textAlign) + u", '"_s + date(entry.span.start) +
+           u"', '"_s + time(entry.span.start) + u"', '"_s + date(entry.span.end) + u"', '"_s +
+           time(entry.span.end) + u"')"_s;
+}
+
+/// Joins what was changed here with the rows as they stand now. `gone` takes the IDs to delete.
+/// Returns the text of the first entry that was changed on both sides.
+std::optional<QString> join(const QMap<qint64, Entry>& standing, std::vector<EntryChange>& changes,
+                            std::vector<qint64>& gone) {
+    QSet<qint64> taken;
+    for (const EntryChange& change : changes) {
+        if (change.loaded && standing.contains(change.loaded->id))
+            taken.insert(change.loaded->id);
+    }
+    for (EntryChange& change : changes) {
+        if (!change.loaded)
+            continue;
+        auto same = standing.constFind(change.loaded->id);
+        // Another station's save gives rows new numbers, whether it changed them or not.
+        if (same == standing.cend() || !same->saysTheSame(*change.loaded)) {
+            same = std::find_if(standing.cbegin(), standing.cend(), [&](const Entry& entry) {
+                return !taken.contains(entry.id) && entry.saysTheSame(*change.loaded);
+            });
+        }
+        if (same != standing.cend()) {
+            taken.insert(same->id);
+            gone.push_back(same->id);
+            continue;
+        }
+        if (change.now && change.now->saysTheSame(*change.loaded)) {
+            change.now.reset();
+            continue;
+        }
+        return u"Schedule entry %1 in operation %2 on Job %3 was changed at another station "
+               "meanwhile. Nothing was saved."_s.arg(change.place)
+                   .arg(change.loaded->seqNo)
+                   .arg(change.loaded->jobNo);
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+bool ScheduledJob::hasHours() const {
+    return std::any_of(routing.begin(), routing.end(),
+                       [](const RoutingRow& row) { return row.estimated.has_value(); });
+}
+
+std::optional<ScheduledJob> loadJob(jet::Database& database, qint64 jobNo) {
+    auto jobs = loadJobs(database, u"JobNo = "_s + QString::number(jobNo));
+    if (jobs.empty())
+        return std::nullopt;
+    return std::move(jobs.front());
+}
+
+std::vector<ScheduledJob> loadOrder(jet::Database& database, const QString& poNo, qint64 custId) {
+    return loadJobs(database, u"PONo = '"_s + values::quoted(poNo) + u"' AND CustID = "_s +
+                                  QString::number(custId));
+}
+
+std::optional<QString> saveEntries(jet::Database& database, const std::vector<qint64>& jobs,
+                                   std::vector<EntryChange> changes,
+                                   const std::optional<JobDates>& dates) {
+    const auto numbers = operationNumbers(database, changes, dates.has_value());
+    for (EntryChange& change : changes) {
+        if (!change.now || change.operation.isEmpty())
+            continue;
+        const QSet<qint64> found = numbers.value(change.operation.toLower());
+        // Where the text means several, or none any more, the row knows its own.
+        if (found.size() > 0 && !found.contains(change.now->operNo))
+            change.now->operNo = *std::min_element(found.begin(), found.end());
+    }
+
+    jet::Transaction transaction(database);
+    std::vector<qint64> gone;
+    if (!jobs.empty()) {
+        QMap<qint64, Entry> standing;
+        jet::Recordset row = read(database, u"SELECT * FROM JobOperSchedule WHERE JobNo IN ("_s +
+                                                joined(jobs) + u") ORDER BY ID"_s);
+        for (; !row.eof(); row.moveNext()) {
+            if (auto entry = entryOf(row))
+                standing.insert(entry->id, *entry);
+        }
+        if (auto conflict = join(standing, changes, gone))
+            return conflict;
+    }
+    for (const EntryChange& change : changes) {
+        if (change.now)
+            database.execute(u"INSERT INTO JobOperSchedule (JobNo, SeqNo, OperNo, Description, "
+                             "TextAlign, StartDate, StartTime, EndDate, EndTime) VALUES "_s +
+                             valuesOf(*change.now));
+    }
+    if (!gone.empty()) {
+        database.execute(u"DELETE * FROM JobOperSchedule WHERE ID IN ("_s + joined(gone) + u")"_s);
+    }
+    if (dates) {
+        const auto date = [](const std::optional<QDate>& value) {
+            return value ? u"'"_s + values::format(*value, u"Short Date") + u"'"_s : u"NULL"_s;
+        };
+        database.execute(u"UPDATE Job SET JobDueDate = "_s + date(dates->dueDate) +
+                         u", JobDateIn = "_s + date(dates->dateIn) + u", ScheduleZoom = "_s +
+                         QString::number(dates->zoom) + u", SchedulePeriod = "_s +
+                         QString::number(dates->period) + u" WHERE JobNo = "_s +
+                         QString::number(dates->jobNo));
+    }
+    transaction.commit();
+    return std::nullopt;
+}
+
+} // namespace scheduling

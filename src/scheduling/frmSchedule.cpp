@@ -1,0 +1,587 @@
+#include "scheduling/frmSchedule.h"
+
+#include "core/MirsaMain.h"
+#include "core/ReportLaunch.h"
+#include "core/records/RecordScreen.h"
+#include "platform/controls/DropMenu.h"
+#include "platform/screen/Forms.h"
+#include "platform/screen/MsgBox.h"
+#include "platform/screen/Pointer.h"
+#include "platform/values/Clock.h"
+#include "platform/values/Literals.h"
+#include "platform/values/Text.h"
+#include "scheduling/ChartLooks.h"
+#include "scheduling/Dialogs.h"
+#include "scheduling/Fit.h"
+
+#include <QCheckBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QRadioButton>
+#include <QSignalBlocker>
+
+#include <algorithm>
+
+namespace scheduling {
+
+using gantt::State;
+using screen::Answer;
+using screen::Buttons;
+using screen::Forms;
+using screen::Icon;
+
+namespace {
+
+const QString systemMessage = u"System Message"_s;
+
+void say(const QString& text, Icon icon = Icon::Exclamation) {
+    screen::MsgBox(text, Buttons::Ok, icon, systemMessage);
+}
+
+} // namespace
+
+// Opening
+
+void frmSchedule::Form_Load() {
+    const screen::BusyPointer busy;
+    jet::Database& database = core::MainDatabase();
+    jet::Recordset customers = database.openRecordset(
+        u"SELECT DISTINCT Customer.CustID AS Custid, Customer.Company AS Company, Job.Custid FROM "
+        "Customer, Job WHERE Customer.CustID = Job.CustID AND Job.Shipped = FALSE ORDER BY "
+        "Company"_s,
+        jet::RecordsetType::Snapshot);
+    if (customers.isEmpty()) {
+        say(u"You must have at least one Customer with at least one active job."_s);
+        refuse();
+        return;
+    }
+    dbcCustomer->setRows(customers, u"Company"_s, u"Custid"_s);
+    m_capacity = loadCapacity(database, values::today());
+    setMode(false);
+    const auto* jobScreen = Forms::find<core::RecordScreen>(u"frmJob"_s);
+    if (!jobScreen)
+        return;
+    if (jobScreen->mode().compare(u"BROWSE", Qt::CaseInsensitive) != 0) {
+        say(u"The job module must be in browse mode to use the scheduler."_s);
+        refuse();
+        return;
+    }
+    if (const qint64 jobNo = jobScreen->currentKey(); jobNo != 0) {
+        showCustomer(
+            database.lookup(u"SELECT CustID FROM Job WHERE JobNo = "_s + QString::number(jobNo))
+                .toLong());
+        dbcJobNo->setBoundText(QString::number(jobNo));
+        show();
+    }
+}
+
+void frmSchedule::wire() {
+    on(dbcCustomer->chosen, &frmSchedule::customerChosen);
+    on(dbcJobNo->chosen, [this] { show(); });
+    on(dbcJobPO->chosen, [this] { show(); });
+    for (QRadioButton* option : {optJobNo, optJobPO})
+        on(option, &frmSchedule::optShow_Click);
+    for (QCheckBox* box : {chkMultiMove, chkMultiResize})
+        on(box, &frmSchedule::arrange);
+    for (controls::DateField* field : {txtJobDateIn, txtJobDueDate})
+        on(field->changed, &frmSchedule::dateChanged);
+}
+
+void frmSchedule::wireChart() {
+    ctSchedule->followers = [this](int row, int bar, const gantt::Span& before,
+                                   const gantt::Span& after) {
+        return multiMove().followers(ctSchedule->model(), row, bar, before, after);
+    };
+    on(ctSchedule->barSelected, [this](int, int) { arrange(); });
+    on(ctSchedule->rowSelected, [this](int) { arrange(); });
+    on(ctSchedule->selectionLost, &frmSchedule::arrange);
+    on(ctSchedule->doubleClicked, [this](int row, int bar) { editEntry(row, bar); });
+    on(ctSchedule->keyPressed, [this](int) { cmdDeleteEntry_Click(); });
+    on(ctSchedule->menuRequested, [this](QPoint place) { openMenu(place); });
+    on(ctSchedule->dragged, &frmSchedule::showLoad);
+    on(ctSchedule->model().changed, [this] {
+        if (!m_showing)
+            showLoad();
+    });
+    on(ctSchedule->model().selectionChanged, &frmSchedule::arrange);
+}
+
+bool frmSchedule::Form_QueryUnload() {
+    if (!m_editing)
+        return true;
+    switch (screen::MsgBox(u"Save changes to Job Schedule before closing?"_s, Buttons::YesNoCancel,
+                           Icon::Question, systemMessage)) {
+    case Answer::Yes:
+        return save();
+    case Answer::No:
+        return true;
+    default:
+        return false;
+    }
+}
+
+// What is chosen
+
+qint64 frmSchedule::customer() const {
+    return txtCustomerNo->text().toLongLong();
+}
+
+qint64 frmSchedule::jobNo() const {
+    return dbcJobNo->boundText().toLongLong();
+}
+
+QString frmSchedule::order() const {
+    return dbcJobPO->boundText();
+}
+
+bool frmSchedule::byOrder() const {
+    return optJobPO->isChecked();
+}
+
+bool frmSchedule::isChosen() const {
+    return byOrder() ? !order().isEmpty() : jobNo() != 0;
+}
+
+void frmSchedule::showCustomer(qint64 custId) {
+    const QString id = QString::number(custId);
+    dbcCustomer->setBoundText(id);
+    txtCustomerNo->setText(id);
+    jet::Database& database = core::MainDatabase();
+    const auto read = [&](const QString& select) {
+        return database.openRecordset(select, jet::RecordsetType::Snapshot);
+    };
+    dbcJobNo->clear();
+    dbcJobPO->clear();
+    dbcJobNo->setRows(
+        read(u"SELECT JobNo FROM Job WHERE CustID = "_s + id + u" AND Shipped = FALSE"_s),
+        u"JobNo"_s, u"JobNo"_s);
+    dbcJobPO->setRows(read(u"SELECT DISTINCT PONo FROM Job WHERE CustID = "_s + id +
+                           u" AND Shipped = FALSE AND PONo IS NOT NULL"_s),
+                      u"PONo"_s, u"PONo"_s);
+}
+
+void frmSchedule::customerChosen() {
+    if (dbcCustomer->boundText().isEmpty())
+        return;
+    showCustomer(dbcCustomer->boundText().toLongLong());
+    show();
+}
+
+void frmSchedule::optShow_Click() {
+    arrange();
+    show();
+}
+
+// Showing
+
+void frmSchedule::show() {
+    const screen::BusyPointer busy;
+    m_showing = true;
+    if (!isChosen())
+        showNothing();
+    else if (byOrder())
+        showOrder();
+    else
+        showJob();
+    readPlanned();
+    m_showing = false;
+    showLoad();
+    arrange();
+}
+
+void frmSchedule::showNothing() {
+    m_chart.clear();
+    m_limits.clear();
+    showDates({});
+}
+
+void frmSchedule::showLooks(const ScheduledJob& job) {
+    if (job.zoom && *job.zoom >= 0 && *job.zoom < cmbSizes->count())
+        cmbSizes->setCurrentIndex(*job.zoom);
+    if (job.period && *job.period >= 0 && *job.period < cmbRulerDiv->count())
+        cmbRulerDiv->setCurrentIndex(*job.period);
+}
+
+void frmSchedule::showDates(const Limits& limits) {
+    txtJobDateIn->setDate(limits.dateIn);
+    txtJobDueDate->setDate(limits.dueDate);
+    txtLockDateIn->setDate(limits.dateIn);
+    txtLockDueDate->setDate(limits.dueDate);
+    const QDate first = limits.dateIn.value_or(limits.dueDate.value_or(values::today()));
+    ctSchedule->model().setViewRange(first, limits.dueDate.value_or(first.addDays(30)));
+    ctSchedule->showMoment(gantt::minuteOf(first));
+}
+
+void frmSchedule::showJob() {
+    const auto job = loadJob(core::MainDatabase(), jobNo());
+    if (!job) {
+        showNothing();
+        return;
+    }
+    showLooks(*job);
+    m_limits = {{job->jobNo, job->limits}};
+    showDates(job->limits);
+    m_chart.showJob(*job);
+}
+
+void frmSchedule::showOrder() {
+    const auto jobs = loadOrder(core::MainDatabase(), order(), customer());
+    if (jobs.empty()) {
+        showNothing();
+        return;
+    }
+    showLooks(jobs.front());
+    m_limits.clear();
+    for (const ScheduledJob& job : jobs)
+        m_limits.emplace_back(job.jobNo, job.limits);
+    showDates(jobs.front().limits);
+    m_chart.showOrder(jobs);
+}
+
+void frmSchedule::dateChanged() {
+    const auto first = txtJobDateIn->date();
+    const auto last = txtJobDueDate->date();
+    // While a year is being typed it may be any.
+    const auto isPlausible = [](const std::optional<QDate>& date) {
+        return date && date->year() >= 1980 && date->year() < 2100;
+    };
+    if (m_showing || !m_editing || !isPlausible(first) || !isPlausible(last))
+        return;
+    ctSchedule->model().setViewRange(*first, *last);
+    if (byOrder())
+        m_chart.redrawBlocks(m_limits);
+    readPlanned();
+    showLoad();
+}
+
+// The load
+
+/// What the other jobs have planned within the range of the chart.
+void frmSchedule::readPlanned() {
+    const gantt::Model& model = ctSchedule->model();
+    m_planned.clear();
+    if (!m_chart.jobs().empty())
+        m_planned =
+            loadPlanned(core::MainDatabase(), model.firstDay(), model.lastDay(), m_chart.jobs());
+}
+
+/// The load of the chart's departments by all jobs that aren't on it; with `alone`, also by those
+/// on it but this one.
+LoadTable frmSchedule::loadOfOthers(qint64 alone) const {
+    const gantt::Model& model = ctSchedule->model();
+    std::vector<qint64> departments;
+    for (int row = 1; row <= model.rowCount(); ++row) {
+        const qint64 department = m_chart.row(row).operation.department;
+        if (m_chart.isOperation(row) && m_capacity.departments.contains(department) &&
+            std::find(departments.begin(), departments.end(), department) == departments.end())
+            departments.push_back(department);
+    }
+    LoadTable table(m_capacity, departments, model.firstDay(), model.lastDay());
+    for (const PlannedWork& work : m_planned)
+        table.add(work);
+    if (alone == 0)
+        return table;
+    for (int row = 1; row <= model.rowCount(); ++row) {
+        const ChartRow& of = m_chart.row(row);
+        if (!m_chart.isOperation(row) || of.jobNo == alone)
+            continue;
+        for (const gantt::Bar& bar : model.bars(row)) {
+            if (bar.style == 0 && bar.state != State::Deleted)
+                table.add({of.operation.department, of.jobNo, of.operation.description, bar.span});
+        }
+    }
+    return table;
+}
+
+void frmSchedule::showLoad() {
+    LoadTable table = loadOfOthers();
+    const gantt::Model& model = ctSchedule->model();
+    QHash<gantt::BarId, gantt::Span> moving;
+    for (const gantt::BarMove& move : ctSchedule->moving())
+        moving.insert(model.bar(move.row, move.bar).id, move.span);
+    for (int row = 1; row <= model.rowCount(); ++row) {
+        const ChartRow& of = m_chart.row(row);
+        if (!m_chart.isOperation(row))
+            continue;
+        for (const gantt::Bar& bar : model.bars(row)) {
+            if (bar.style != 0 || bar.state == State::Deleted)
+                continue;
+            const auto moved = moving.constFind(bar.id);
+            table.add({of.operation.department, of.jobNo, of.operation.description,
+                       moved == moving.cend() ? bar.span : *moved});
+        }
+    }
+    ctLoad->setLines(table.firstDay(), linesOf(table));
+}
+
+// Modes
+
+void frmSchedule::setMode(bool editing) {
+    m_editing = editing;
+    ctSchedule->model().setReadOnly(!editing);
+    for (QWidget* widget :
+         {static_cast<QWidget*>(txtJobDateIn), static_cast<QWidget*>(txtJobDueDate),
+          control(u"cmdSave"_s), control(u"cmdCancel"_s)})
+        widget->setVisible(editing);
+    for (QWidget* widget : {static_cast<QWidget*>(txtLockDateIn),
+                            static_cast<QWidget*>(txtLockDueDate), control(u"cmdEdit"_s)})
+        widget->setVisible(!editing);
+    lblDateIn->setBuddy(editing ? txtJobDateIn : txtLockDateIn);
+    lblDueDate->setBuddy(editing ? txtJobDueDate : txtLockDueDate);
+    setCancelButton(editing ? control<QPushButton>(u"cmdCancel"_s)
+                            : control<QPushButton>(u"cmdDone"_s));
+    arrange();
+}
+
+void frmSchedule::arrange() {
+    const gantt::Model& model = ctSchedule->model();
+    const int row = model.selectedRow();
+    const int bar = model.selectedBar();
+    fraSelect->setEnabled(!m_editing);
+    for (const char16_t* name : {u"cmdQuery", u"cmdQryRpt"})
+        control(QString::fromUtf16(name))->setEnabled(!m_editing);
+    if (!Forms::isKnown(u"frmScheduleQuery"_s))
+        control(u"cmdQryRpt"_s)->setEnabled(false);
+    dbcJobNo->setEnabled(!m_editing && !byOrder());
+    dbcJobPO->setEnabled(!m_editing && byOrder());
+    lblDateIn->setText(byOrder() ? u"View Start:"_s : u"Date In:"_s);
+    lblDueDate->setText(byOrder() ? u"View End:"_s : u"Due Date:"_s);
+    chkMultiMove->setEnabled(m_editing);
+    for (QWidget* widget : {static_cast<QWidget*>(chkMultiResize), static_cast<QWidget*>(optSeq),
+                            static_cast<QWidget*>(optDate)})
+        widget->setEnabled(m_editing && chkMultiMove->isChecked());
+    control(u"cmdAddEntry"_s)->setEnabled(m_editing && m_chart.isOperation(row));
+    control(u"cmdEditEntry"_s)->setEnabled(m_editing && mayEdit(row, bar));
+    control(u"cmdDeleteEntry"_s)->setEnabled(m_editing && mayEdit(row, bar));
+    control(u"cmdFit"_s)->setEnabled(m_editing && !m_chart.jobs().empty());
+}
+
+void frmSchedule::cmdEdit_Click() {
+    if (!isChosen())
+        return;
+    // What another station has saved since is worked on, not what was read when the job was chosen.
+    show();
+    if (m_chart.jobs().empty())
+        return;
+    setMode(true);
+    ctSchedule->setFocus();
+}
+
+void frmSchedule::cmdCancel_Click() {
+    setMode(false);
+    show();
+    control(u"cmdEdit"_s)->setFocus();
+}
+
+// Entries
+
+MultiMove frmSchedule::multiMove() const {
+    return {.enabled = chkMultiMove->isChecked(),
+            .resize = chkMultiResize->isChecked(),
+            .bySequence = optSeq->isChecked()};
+}
+
+bool frmSchedule::mayEdit(int row, int bar) const {
+    return row > 0 && bar > 0 && ctSchedule->model().bar(row, bar).style == 0 &&
+           ctSchedule->model().bar(row, bar).state != State::Deleted;
+}
+
+std::vector<Entry> frmSchedule::shownEntries() const {
+    std::vector<Entry> entries;
+    const gantt::Model& model = ctSchedule->model();
+    for (int row = 1; row <= model.rowCount(); ++row) {
+        for (int bar = 1; bar <= model.barCount(row); ++bar) {
+            if (mayEdit(row, bar) && m_chart.isOperation(row))
+                entries.push_back(m_chart.entry(row, bar));
+        }
+    }
+    return entries;
+}
+
+QHash<qint64, Limits> frmSchedule::limitsNow() const {
+    QHash<qint64, Limits> limits;
+    for (const auto& [jobNo, dates] : m_limits)
+        limits.insert(jobNo, dates);
+    if (!byOrder() && !m_limits.empty())
+        limits[m_limits.front().first] = {txtJobDateIn->date(), txtJobDueDate->date()};
+    return limits;
+}
+
+void frmSchedule::cmdAddEntry_Click() {
+    const int row = ctSchedule->model().selectedRow();
+    if (!m_editing || !m_chart.isOperation(row))
+        return;
+    editEntry(row, 0);
+}
+
+void frmSchedule::cmdEditEntry_Click() {
+    editEntry(ctSchedule->model().selectedRow(), ctSchedule->model().selectedBar());
+}
+
+/// The dialog on an entry, or on a new one where `bar` is 0.
+void frmSchedule::editEntry(int row, int bar) {
+    if (!m_editing || (bar != 0 && !mayEdit(row, bar)))
+        return;
+    const ChartRow& of = m_chart.row(row);
+    EntryDialog::Request request;
+    request.jobNo = of.jobNo;
+    request.seqNo = of.seqNo;
+    request.operation = of.operation;
+    request.limits = limitsNow().value(of.jobNo);
+    request.inOrder = byOrder();
+    request.order = byOrder() ? order() : QString();
+    request.shown = shownEntries();
+    request.row = row;
+    request.number = bar != 0 ? bar : ctSchedule->model().barCount(row) + 1;
+    if (bar != 0) {
+        request.entry = m_chart.entry(row, bar);
+    } else {
+        request.entry.jobNo = of.jobNo;
+        request.entry.seqNo = of.seqNo;
+        request.entry.operNo = of.operation.operNo;
+        const QDate first = request.limits.dateIn.value_or(ctSchedule->model().firstDay());
+        request.entry.span = {gantt::minuteOf(first), gantt::minuteOf(first)};
+    }
+    const auto entered =
+        Forms::dialog<EntryDialog>(bar == 0 ? u"frmScheduleAdd"_s : u"frmScheduleEdit"_s)
+            ->ask(request);
+    if (!entered)
+        return;
+    if (bar == 0)
+        bar = m_chart.addEntry(row, *entered);
+    else
+        m_chart.changeEntry(row, bar, *entered);
+    ctSchedule->model().select(row, bar);
+    ctSchedule->ensureVisible(row, bar);
+    ctSchedule->setFocus();
+}
+
+void frmSchedule::cmdDeleteEntry_Click() {
+    gantt::Model& model = ctSchedule->model();
+    const int row = model.selectedRow();
+    const int bar = model.selectedBar();
+    if (!m_editing || !mayEdit(row, bar))
+        return;
+    m_chart.deleteEntry(row, bar);
+    model.select(row);
+}
+
+void frmSchedule::cmdFit_Click() {
+    if (!m_editing || m_chart.jobs().empty())
+        return;
+    gantt::Model& model = ctSchedule->model();
+    qint64 jobNo = m_chart.jobs().front();
+    if (byOrder()) {
+        if (model.selectedRow() == 0) {
+            say(u"Please select the job whose entries are to be fitted."_s);
+            return;
+        }
+        jobNo = m_chart.row(model.selectedRow()).jobNo;
+    }
+    const QString refusal =
+        fit(model, m_chart, jobNo, limitsNow().value(jobNo), loadOfOthers(jobNo));
+    if (!refusal.isEmpty())
+        say(refusal);
+    ctSchedule->setFocus();
+}
+
+void frmSchedule::openMenu(const QPoint& place) {
+    const gantt::Model& model = ctSchedule->model();
+    const int row = model.selectedRow();
+    const int bar = model.selectedBar();
+    ctDropMenu1->clear();
+    if (m_editing) {
+        if (m_chart.isOperation(row))
+            ctDropMenu1->add(u"New vs. Load"_s,
+                             [this] { guarded([this] { cmdAddEntry_Click(); }); });
+        if (mayEdit(row, bar)) {
+            ctDropMenu1->add(u"Edit vs. Load"_s,
+                             [this] { guarded([this] { cmdEditEntry_Click(); }); });
+            ctDropMenu1->add(u"Delete Entry"_s,
+                             [this] { guarded([this] { cmdDeleteEntry_Click(); }); });
+        } else if (bar > 0 && model.bar(row, bar).state == State::Deleted) {
+            ctDropMenu1->add(u"Undo Delete"_s, [this, row, bar] {
+                guarded([this, row, bar] { m_chart.undoDelete(row, bar); });
+            });
+        }
+        ctDropMenu1->addSeparator();
+    } else {
+        ctDropMenu1->add(u"Edit Schedule"_s, [this] { guarded([this] { cmdEdit_Click(); }); });
+    }
+    ctDropMenu1->add(u"Schedule Viewer"_s, [this] { guarded([this] { cmdViewer_Click(); }); });
+    ctDropMenu1->open(place);
+}
+
+// Saving
+
+void frmSchedule::cmdSave_Click() {
+    if (!save())
+        return;
+    setMode(false);
+    show();
+    control(u"cmdEdit"_s)->setFocus();
+}
+
+bool frmSchedule::save() {
+    jet::Database& database = core::MainDatabase();
+    std::optional<JobDates> dates;
+    if (byOrder()) {
+        // Each job's own dates, as they stand by now.
+        m_limits.clear();
+        for (const ScheduledJob& job : loadOrder(database, order(), customer()))
+            m_limits.emplace_back(job.jobNo, job.limits);
+    } else {
+        if (!txtJobDateIn->date()) {
+            complain(u"Please enter Date In!"_s, txtJobDateIn);
+            return false;
+        }
+        if (!txtJobDueDate->date()) {
+            complain(u"Please enter Due Date!"_s, txtJobDueDate);
+            return false;
+        }
+        dates = JobDates{m_chart.jobs().front(), txtJobDateIn->date(), txtJobDueDate->date(),
+                         cmbSizes->currentIndex(), cmbRulerDiv->currentIndex()};
+    }
+    if (const QString complaint = m_chart.firstOutOfRange(limitsNow()); !complaint.isEmpty()) {
+        say(complaint);
+        return false;
+    }
+    {
+        const screen::BusyPointer busy;
+        if (const auto conflict = saveEntries(database, m_chart.jobs(), m_chart.changes(), dates)) {
+            say(*conflict);
+            return false;
+        }
+    }
+    if (dates) {
+        auto* jobScreen = Forms::find<core::RecordScreen>(u"frmJob"_s);
+        if (jobScreen && jobScreen->currentKey() == dates->jobNo)
+            jobScreen->goToRecord(dates->jobNo);
+    }
+    return true;
+}
+
+// Other screens
+
+void frmSchedule::cmdViewer_Click() {
+    Forms::show(u"frmScheduleView"_s);
+}
+
+void frmSchedule::cmdQryRpt_Click() {
+    Forms::show(u"frmScheduleQuery"_s);
+}
+
+void frmSchedule::cmdQuery_Click() {
+    if (customer() == 0 || !isChosen())
+        return;
+    QString formula = u"{Job.JobNo} = "_s + QString::number(jobNo());
+    if (byOrder()) {
+        // A formula takes text in either quote.
+        const QChar quote = order().contains(u'\'') ? u'"' : u'\'';
+        formula = u"{Job.PONo} = "_s + quote + order() + quote + u" AND {Job.CustID} = "_s +
+                  QString::number(customer());
+    }
+    core::launchDefaultReport(u"Schedule"_s, formula, u"Job Schedule Report"_s, this);
+}
+
+} // namespace scheduling

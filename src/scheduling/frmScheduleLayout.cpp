@@ -1,0 +1,147 @@
+#include "core/MirsaMain.h"
+#include "platform/controls/DropMenu.h"
+#include "platform/screen/Layout.h"
+#include "platform/values/Literals.h"
+#include "scheduling/ChartLooks.h"
+#include "scheduling/frmSchedule.h"
+
+#include <QCheckBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QRadioButton>
+#include <QVBoxLayout>
+
+namespace scheduling {
+
+frmSchedule::frmSchedule()
+    : Form(QString::fromLatin1(formName), u"Schedule"_s),
+      ctSchedule(screen::named(new gantt::ChartView(this), u"ctSchedule"_s, u"Job schedule"_s)),
+      ctLoad(screen::named(new gantt::LoadStrip(ctSchedule, this), u"ctLoad"_s,
+                           u"Load of the departments"_s)),
+      ctDropMenu1(new controls::DropMenu(this)), m_chart(ctSchedule->model()) {
+    auto* outside = new QVBoxLayout(this);
+    auto* head = new QHBoxLayout;
+    outside->addLayout(head);
+    head->addWidget(selectionPane(), 2);
+    head->addWidget(datesPane());
+    head->addWidget(viewPane());
+    head->addWidget(movePane());
+    outside->addWidget(ctSchedule, 1);
+    outside->addWidget(ctLoad);
+    ctLoad->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Maximum);
+    makeButtons(outside);
+    ctSchedule->model().addColumn(u"Operation"_s);
+    setTabOrder(ctSchedule, ctLoad);
+    wire();
+    wireChart();
+}
+
+QWidget* frmSchedule::selectionPane() {
+    fraSelect = new QGroupBox(u"Show"_s, this);
+    fraSelect->setObjectName(u"fraSelect"_s);
+    auto* grid = new QGridLayout(fraSelect);
+    const auto combo = [&](const QString& name, const QString& spoken, int characters) {
+        auto* made = screen::named(new controls::DataCombo(fraSelect), name, spoken);
+        made->setMinimumContentsLength(characters);
+        made->setTypingAllowed(false);
+        return made;
+    };
+    auto* caption = new QLabel(u"C&ustomer:"_s, fraSelect);
+    dbcCustomer = combo(u"dbcCustomer"_s, u"Customer"_s, 20);
+    caption->setBuddy(dbcCustomer);
+    txtCustomerNo =
+        screen::named(new QLineEdit(fraSelect), u"txtCustomerNo"_s, u"Customer number"_s);
+    txtCustomerNo->setReadOnly(true);
+    txtCustomerNo->setFocusPolicy(Qt::ClickFocus);
+    txtCustomerNo->setMaximumWidth(70);
+    optJobNo = screen::named(new QRadioButton(u"&Job No.:"_s, fraSelect), u"optJobNo"_s);
+    dbcJobNo = combo(u"dbcJobNo"_s, u"Job number"_s, 8);
+    optJobPO = screen::named(new QRadioButton(u"&PO No.:"_s, fraSelect), u"optJobPO"_s);
+    dbcJobPO = combo(u"dbcJobPO"_s, u"Purchase order of the customer"_s, 10);
+    optJobNo->setChecked(true);
+    grid->addWidget(caption, 0, 0);
+    grid->addWidget(dbcCustomer, 0, 1, 1, 2);
+    grid->addWidget(txtCustomerNo, 0, 3);
+    grid->addWidget(optJobNo, 1, 0);
+    grid->addWidget(dbcJobNo, 1, 1);
+    grid->addWidget(optJobPO, 1, 2);
+    grid->addWidget(dbcJobPO, 1, 3);
+    grid->setColumnStretch(1, 1);
+    grid->setColumnStretch(3, 1);
+    return fraSelect;
+}
+
+QWidget* frmSchedule::datesPane() {
+    auto* pane = new QGroupBox(u"Dates"_s, this);
+    pane->setObjectName(u"fraDates"_s);
+    auto* grid = new QGridLayout(pane);
+    const auto line = [&](int row, QLabel*& caption, controls::DateField*& field,
+                          controls::DateField*& lock, const QString& name, const QString& text) {
+        caption = new QLabel(text + u':', pane);
+        field = screen::named(new controls::DateField(pane), u"txtJob"_s + name, text);
+        lock = screen::named(new controls::DateField(pane), u"txtLock"_s + name, text);
+        lock->setLocked(true);
+        for (controls::DateField* one : {field, lock})
+            one->setMinimumWidth(one->fontMetrics().averageCharWidth() * 15 + 16);
+        grid->addWidget(caption, row, 0);
+        grid->addWidget(field, row, 1);
+        grid->addWidget(lock, row, 2);
+    };
+    line(0, lblDateIn, txtJobDateIn, txtLockDateIn, u"DateIn"_s, u"Date In"_s);
+    line(1, lblDueDate, txtJobDueDate, txtLockDueDate, u"DueDate"_s, u"Due Date"_s);
+    return pane;
+}
+
+QWidget* frmSchedule::viewPane() {
+    auto* pane = new QGroupBox(u"View"_s, this);
+    pane->setObjectName(u"fraView"_s);
+    screen::Fields fields(pane);
+    cmbSizes = fields.listCombo(u"cmbSizes"_s, u"&Zoom:"_s);
+    cmbRulerDiv = fields.listCombo(u"cmbRulerDiv"_s, u"Displa&y:"_s);
+    joinLooks(*ctSchedule, *cmbSizes, *cmbRulerDiv, ZoomOrder::NearestFirst);
+    return pane;
+}
+
+QWidget* frmSchedule::movePane() {
+    auto* pane = new QGroupBox(u"Moving Entries"_s, this);
+    pane->setObjectName(u"fraMove"_s);
+    screen::Fields fields(pane);
+    chkMultiMove = fields.check(u"chkMultiMove"_s, u"Enable &Multi-Move"_s);
+    chkMultiResize = fields.check(u"chkMultiResize"_s, u"Enable Multi-Resize"_s);
+    fields.nextColumn();
+    optDate = fields.option(u"optDate"_s, u"Move By Date"_s);
+    optSeq = fields.option(u"optSeq"_s, u"Move By Sequence"_s);
+    optDate->setChecked(true);
+    return pane;
+}
+
+void frmSchedule::makeButtons(QBoxLayout* inside) {
+    auto* row = new QHBoxLayout;
+    inside->addLayout(row);
+    const auto add = [&](const QString& name, const QString& caption, auto handler) {
+        auto* button = screen::named(new QPushButton(caption, this), name);
+        button->setAutoDefault(false);
+        row->addWidget(button);
+        on(button, handler);
+        return button;
+    };
+    add(u"cmdEdit"_s, u"Ed&it Schedule"_s, &frmSchedule::cmdEdit_Click);
+    add(u"cmdSave"_s, u"&Save"_s, &frmSchedule::cmdSave_Click);
+    auto* cancel = add(u"cmdCancel"_s, u"&Cancel"_s, &frmSchedule::cmdCancel_Click);
+    add(u"cmdAddEntry"_s, u"&New Vs. Load"_s, &frmSchedule::cmdAddEntry_Click);
+    add(u"cmdEditEntry"_s, u"&Edit Vs. Load"_s, &frmSchedule::cmdEditEntry_Click);
+    add(u"cmdDeleteEntry"_s, u"&Delete Entry"_s, &frmSchedule::cmdDeleteEntry_Click);
+    add(u"cmdFit"_s, u"&Fit"_s, &frmSchedule::cmdFit_Click)
+        ->setToolTip(u"Places the job's entries one after another into free hours of their "
+                     "departments. Ctrl+Z takes it back."_s);
+    row->addStretch(1);
+    add(u"cmdViewer"_s, u"Schedule &Viewer"_s, &frmSchedule::cmdViewer_Click);
+    add(u"cmdQryRpt"_s, u"&Query/Report"_s, &frmSchedule::cmdQryRpt_Click);
+    add(u"cmdQuery"_s, u"Quick &Report Shown"_s, &frmSchedule::cmdQuery_Click);
+    auto* done = add(u"cmdDone"_s, u"D&one"_s, [this] { unload(); });
+    setDefaultButton(done);
+    (void)cancel;
+}
+
+} // namespace scheduling
