@@ -5,6 +5,7 @@ set(MIRSA_REPORT_FILES
   reports/Employees.rpt
   reports/Estimate_Quote.rpt
   reports/Job_Report.rpt
+  reports/Job_Schedule.rpt
   reports/Job_Traveler.rpt
   reports/Job_Traveler_Notes.rpt
   reports/Jobs_List.rpt
@@ -13,6 +14,7 @@ set(MIRSA_REPORT_FILES
   reports/PO_Receipts.rpt
   reports/Purchase_Order.rpt
   reports/RFQ.rpt
+  reports/Schedule_Load.rpt
   reports/Shipping_History.rpt
   reports/Vendors.rpt
   reports/bCommands.rpt

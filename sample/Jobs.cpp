@@ -150,7 +150,8 @@ void ship(Shop& shop, const JobMade& job, const QDate& date, int quantity) {
 }
 
 void schedule(Shop& shop, const JobMade& job, const OperRow& operation, int seqNo) {
-    const QDate begin = job.in.addDays(seqNo * 2);
+    // Within the job's dates, else the planner couldn't save it again.
+    const QDate begin = std::max(job.in, std::min(job.in.addDays(seqNo * 2), job.due.addDays(-1)));
     Row(u"JobOperSchedule")
         .set(u"JobNo", job.jobNo)
         .set(u"SeqNo", seqNo)
@@ -159,7 +160,7 @@ void schedule(Shop& shop, const JobMade& job, const OperRow& operation, int seqN
         .set(u"TextAlign", 3)
         .set(u"StartDate", begin)
         .set(u"StartTime", u"07:00 AM")
-        .set(u"EndDate", begin.addDays(1))
+        .set(u"EndDate", std::min(begin.addDays(1), std::max(job.due, begin)))
         .set(u"EndTime", u"03:30 PM")
         .insert(shop.database);
 }

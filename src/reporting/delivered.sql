@@ -13,3 +13,5 @@ INSERT INTO Reports (Name, Description, [Module], FileName, OEM, [Default]) VALU
 INSERT INTO Reports (Name, Description, [Module], FileName, OEM, [Default]) VALUES ('Open Orders by Vendor', 'What is on order with each vendor and has not come.', 'PO', 'PO_Open_by_Vendor.rpt', 1, False);
 INSERT INTO Reports (Name, Description, [Module], FileName, OEM, [Default]) VALUES ('Open Orders by Date', 'What is on order and has not come, by the dates on which it is required.', 'PO', 'PO_Open_by_Date.rpt', 1, False);
 INSERT INTO Reports (Name, Description, [Module], FileName, OEM, [Default]) VALUES ('Receipts by Purchase Order', 'What was received of each order, when and by whom.', 'PO', 'PO_Receipts.rpt', 1, False);
+INSERT INTO Reports (Name, Description, [Module], FileName, OEM, [Default]) VALUES ('Job Schedule', 'What is planned for a job, drawn between its date in and due date.', 'Schedule', 'Job_Schedule.rpt', 1, True);
+INSERT INTO Reports (Name, Description, [Module], FileName, OEM, [Default]) VALUES ('Load by Department', 'The planned hours of each department by week.', 'Schedule', 'Schedule_Load.rpt', 1, False);

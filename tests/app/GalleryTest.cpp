@@ -10,6 +10,7 @@
 #include "support/ScreenFixture.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QRadioButton>
 
 namespace {
@@ -86,6 +87,59 @@ TEST_F(GalleryTest, TheDialogsOfAJobShowWhatBelongsToIt) {
         use(screen::Forms::find(u"frmJob"_s));
     }
     press(u"cmdClose"_s);
+}
+
+TEST_F(GalleryTest, TheScheduleShowsItsJobsAtEachZoomAndInEachDisplay) {
+    const QDir folder(QStringLiteral(MIRSA_BINARY_DIR "/../gallery"));
+    const auto lookOver = [this] { EXPECT_EQ(testsupport::gallery(form()), QStringList()); };
+    jet::Database& shop = core::MainDatabase();
+    const QString planned = u" FROM Job WHERE Shipped = False AND JobNo IN (SELECT JobNo FROM "
+                            "JobOperSchedule) "_s;
+    const QString job = shop.lookup(u"SELECT MAX(JobNo)"_s + planned).toText();
+    const QString customer = shop.lookup(u"SELECT CustID FROM Job WHERE JobNo = "_s + job).toText();
+    shop.execute(u"UPDATE Job SET PONo = 'PO-58618', CustID = "_s + customer +
+                 u" WHERE Shipped = False AND JobNo > "_s + job + u" - 6"_s);
+    open(u"frmSchedule"_s);
+    form().parentWidget()->resize(1180, 660);
+    choose(u"dbcCustomer"_s,
+           shop.lookup(u"SELECT company FROM Customer WHERE CustID = "_s + customer).toText());
+    check(u"optJobPO"_s);
+    choose(u"dbcJobPO"_s, u"PO-58618"_s);
+    press(u"cmdEdit"_s);
+    form().grab().save(folder.filePath(u"frmSchedule-order.png"_s));
+    press(u"cmdCancel"_s);
+    check(u"optJobNo"_s);
+    choose(u"dbcJobNo"_s, job);
+    for (const char* display : {"Hours", "Days", "Weeks"}) {
+        for (const char* zoom : {"200%", "100%", "50%", "33%"}) {
+            choose(u"cmbRulerDiv"_s, QString::fromLatin1(display));
+            choose(u"cmbSizes"_s, QString::fromLatin1(zoom));
+            settle();
+            form().grab().save(folder.filePath(u"frmSchedule-%1-%2.png"_s.arg(
+                QString::fromLatin1(display).toLower(), QString::fromLatin1(zoom).chopped(1))));
+        }
+    }
+    choose(u"cmbRulerDiv"_s, u"Days"_s);
+    choose(u"cmbSizes"_s, u"100%"_s);
+    press(u"cmdEdit"_s);
+    lookOver();
+    go(u"ctSchedule"_s);
+    key(Qt::Key_Home, Qt::ControlModifier);
+    whenShown(u"frmScheduleAdd"_s, [&] {
+        lookOver();
+        press(u"cmdCancel"_s);
+    });
+    press(u"cmdAddEntry"_s);
+    press(u"cmdCancel"_s);
+    press(u"cmdViewer"_s);
+    use(screen::Forms::find(u"frmScheduleView"_s));
+    form().parentWidget()->resize(1180, 660);
+    lookOver();
+    check(u"chkGroup"_s);
+    form().grab().save(folder.filePath(u"frmScheduleView-departments.png"_s));
+    press(u"cmdDone"_s);
+    use(screen::Forms::find(u"frmSchedule"_s));
+    press(u"cmdDone"_s);
 }
 
 TEST_F(GalleryTest, TabReachesEveryControlOfAModuleAndComesRound) {

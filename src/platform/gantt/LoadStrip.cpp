@@ -1,8 +1,8 @@
 #include "platform/gantt/LoadStrip.h"
 
 #include "platform/controls/Look.h"
-#include "platform/values/Numbers.h"
 #include "platform/values/Literals.h"
+#include "platform/values/Numbers.h"
 
 #include <QAccessible>
 #include <QHelpEvent>

@@ -88,7 +88,12 @@ PlacedBand BandLayout::place(const Band& band, const Scope& scope) {
             PageItem item;
             item.kind =
                 element->kind == Element::Kind::Line ? PageItem::Kind::Line : PageItem::Kind::Box;
-            item.w = static_cast<float>(element->w);
+            const auto share = [&](const std::optional<Expression>& of, double otherwise) {
+                return of ? std::clamp(of->value(scope).toDouble(), 0.0, 1.0) : otherwise;
+            };
+            const double from = share(element->from, 0);
+            item.x = static_cast<float>(element->w * from);
+            item.w = static_cast<float>(element->w * std::max(0.0, share(element->to, 1) - from));
             item.h = static_cast<float>(element->h);
             item.thickness = static_cast<float>(element->thickness);
             item.color = element->color.rgba();

@@ -5,6 +5,7 @@
 #include "platform/values/Numbers.h"
 #include "platform/values/Text.h"
 
+#include <cmath>
 #include <stdexcept>
 
 namespace report {
@@ -35,6 +36,8 @@ struct ExpressionNode {
         IsEmpty,
         Left,
         Upper,
+        Days,
+        Week,
         JoinFilled
     };
     Op op = Op::Literal;
@@ -250,6 +253,10 @@ class Parser {
             return node(Op::Left, std::move(arguments));
         if (dot < 0 && function == u"upper" && count == 1)
             return node(Op::Upper, std::move(arguments));
+        if (dot < 0 && function == u"days" && (count == 1 || count == 2))
+            return node(Op::Days, std::move(arguments));
+        if (dot < 0 && function == u"week" && count == 1)
+            return node(Op::Week, std::move(arguments));
         if (dot < 0 && function == u"join" && count > 1)
             return node(Op::JoinFilled, std::move(arguments));
         static const QHash<QString, TotalKind> totals{{u"sum"_s, TotalKind::Sum},
@@ -314,6 +321,19 @@ int compare(const Value& a, const Value& b) {
         return left < right ? -1 : left > right ? 1 : 0;
     }
     return a.toText().compare(b.toText(), Qt::CaseInsensitive);
+}
+
+/// Days since the beginning of 1900, with the part of the day of the moment or of a time as text.
+/// Null where there is no date.
+Value daysOf(const Value& date, const Value& time) {
+    const auto moment = date.toDateTime();
+    if (!moment)
+        return {};
+    const double days = static_cast<double>(QDate(1900, 1, 1).daysTo(moment->date()));
+    QTime clock = QLocale::c().toTime(time.toText().trimmed().toUpper(), u"h:mm AP"_s);
+    if (!clock.isValid())
+        clock = moment->time();
+    return days + clock.msecsSinceStartOfDay() / 86400000.0;
 }
 
 Value arithmetic(Op op, const Value& a, const Value& b) {
@@ -398,6 +418,13 @@ Value nodeValue(const ExpressionNode& node, const Scope& scope) {
         return kid(0).toText().left(static_cast<qsizetype>(kid(1).toDouble()));
     case Op::Upper:
         return kid(0).toText().toUpper();
+    case Op::Days:
+        return daysOf(kid(0), node.kids.size() > 1 ? kid(1) : Value());
+    case Op::Week: {
+        // The first of 1900 was a Monday.
+        const Value days = daysOf(kid(0), {});
+        return days.isNull() ? days : Value(std::floor(days.toDouble() / 7) * 7);
+    }
     case Op::JoinFilled: {
         QStringList filled;
         for (std::size_t index = 1; index < node.kids.size(); ++index) {

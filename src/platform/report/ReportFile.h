@@ -55,6 +55,8 @@ struct Element {
     QColor color = Qt::black; ///< of lines, of a box's frame
     QColor fill;              ///< of a box; invalid: none
     bool stretch = false;     ///< lines and boxes: down to the end of the grown band
+    /// Boxes: the part of the width that is drawn, as shares from 0 to 1.
+    std::optional<Expression> from, to;
 
     QString file; ///< picture, beside the report file
 

@@ -392,8 +392,10 @@ class Reader {
             band.elements.push_back(readElement());
             const auto& element = band.elements.back();
             element.text.collectTotals(totals);
-            if (element.showIf)
-                element.showIf->collectTotals(totals);
+            for (auto* expression : {&element.showIf, &element.from, &element.to}) {
+                if (*expression)
+                    (*expression)->collectTotals(totals);
+            }
         }
         for (const auto& total : totals)
             m_totals.push_back({total, group, totalsOf, m_xml.lineNumber()});
@@ -431,8 +433,11 @@ class Reader {
             element.thickness = attributes.number(QLatin1String("thickness"), element.thickness);
             element.color = attributes.color(QLatin1String("color"), element.color);
             element.stretch = attributes.flag(QLatin1String("stretch"), false);
-            if (!line)
+            if (!line) {
                 element.fill = attributes.color(QLatin1String("fill"), QColor());
+                element.from = attributes.condition(QLatin1String("from"));
+                element.to = attributes.condition(QLatin1String("to"));
+            }
             break;
         case Element::Kind::Picture:
             element.file = attributes.required(QLatin1String("file"));
