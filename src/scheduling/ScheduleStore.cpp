@@ -29,8 +29,10 @@ std::optional<int> wholeNumber(const jet::Value& value) {
     return value.isNull() ? std::nullopt : std::optional(static_cast<int>(value.toLong()));
 }
 
-/// The jobs that a condition on Job names, with their routings and entries.
-std::vector<ScheduledJob> loadJobs(jet::Database& database, const QString& condition) {
+/// The jobs that a condition on Job names, newest first, with their routings and entries.
+/// `these`: the same as a condition behind a column JobNo.
+std::vector<ScheduledJob> loadJobs(jet::Database& database, const QString& condition,
+                                   const QString& these) {
     std::vector<ScheduledJob> jobs;
     QHash<qint64, size_t> place;
     jet::Recordset row =
@@ -46,12 +48,11 @@ std::vector<ScheduledJob> loadJobs(jet::Database& database, const QString& condi
         place.insert(job.jobNo, jobs.size());
         jobs.push_back(std::move(job));
     }
-    if (jobs.empty())
-        return jobs;
-    std::vector<qint64> numbers;
-    for (const ScheduledJob& job : jobs)
-        numbers.push_back(job.jobNo);
-    const QString these = u" IN ("_s + joined(numbers) + u")"_s;
+    // A job that another station adds between the statements isn't shown yet.
+    const auto jobOf = [&](qint64 jobNo) {
+        const auto found = place.constFind(jobNo);
+        return found == place.cend() ? nullptr : &jobs[*found];
+    };
     row =
         read(database, u"SELECT JobOper.*, Operation.Description, Operation.OperType, "
                        "Operation.operdepartment_id, Operation.OperNo AS Num FROM JobOper INNER "
@@ -68,13 +69,16 @@ std::vector<ScheduledJob> loadJobs(jet::Database& database, const QString& condi
         operation.status = row.text(u"Status").trimmed();
         operation.located = row[u"OperLocated"].toBool();
         operation.department = row[u"operdepartment_id"].toLong();
-        jobs[place.value(row[u"JobNo"].toLong())].routing.push_back(std::move(operation));
+        if (ScheduledJob* job = jobOf(row[u"JobNo"].toLong()))
+            job->routing.push_back(std::move(operation));
     }
     row = read(database, u"SELECT * FROM JobOperSchedule WHERE JobNo"_s + these +
                              u" ORDER BY JobNo, SeqNo, ID"_s);
     for (; !row.eof(); row.moveNext()) {
-        if (auto entry = entryOf(row))
-            jobs[place.value(entry->jobNo)].entries.push_back(std::move(*entry));
+        auto entry = entryOf(row);
+        ScheduledJob* job = entry ? jobOf(entry->jobNo) : nullptr;
+        if (job)
+            job->entries.push_back(std::move(*entry));
     }
     return jobs;
 }
@@ -155,15 +159,18 @@ bool ScheduledJob::hasHours() const {
 }
 
 std::optional<ScheduledJob> loadJob(jet::Database& database, qint64 jobNo) {
-    auto jobs = loadJobs(database, u"JobNo = "_s + QString::number(jobNo));
+    const QString is = u" = "_s + QString::number(jobNo);
+    auto jobs = loadJobs(database, u"JobNo"_s + is, is);
     if (jobs.empty())
         return std::nullopt;
     return std::move(jobs.front());
 }
 
 std::vector<ScheduledJob> loadOrder(jet::Database& database, const QString& poNo, qint64 custId) {
-    return loadJobs(database, u"PONo = '"_s + values::quoted(poNo) + u"' AND CustID = "_s +
-                                  QString::number(custId));
+    const QString condition =
+        u"PONo = '"_s + values::quoted(poNo) + u"' AND CustID = "_s + QString::number(custId);
+    return loadJobs(database, condition,
+                    u" IN (SELECT JobNo FROM Job WHERE "_s + condition + u")"_s);
 }
 
 std::optional<QString> saveEntries(jet::Database& database, const std::vector<qint64>& jobs,

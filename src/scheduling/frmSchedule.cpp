@@ -256,18 +256,8 @@ void frmSchedule::dateChanged() {
 
 // The load
 
-/// What the other jobs have planned within the range of the chart.
+/// Reads what the other jobs have planned for the chart's departments within its range.
 void frmSchedule::readPlanned() {
-    const gantt::Model& model = ctSchedule->model();
-    m_planned.clear();
-    if (!m_chart.jobs().empty())
-        m_planned =
-            loadPlanned(core::MainDatabase(), model.firstDay(), model.lastDay(), m_chart.jobs());
-}
-
-/// The load of the chart's departments by all jobs that aren't on it; with `alone`, also by those
-/// on it but this one.
-LoadTable frmSchedule::loadOfOthers(qint64 alone) const {
     const gantt::Model& model = ctSchedule->model();
     std::vector<qint64> departments;
     for (int row = 1; row <= model.rowCount(); ++row) {
@@ -276,11 +266,18 @@ LoadTable frmSchedule::loadOfOthers(qint64 alone) const {
             std::find(departments.begin(), departments.end(), department) == departments.end())
             departments.push_back(department);
     }
-    LoadTable table(m_capacity, departments, model.firstDay(), model.lastDay());
-    for (const PlannedWork& work : m_planned)
-        table.add(work);
-    if (alone == 0)
-        return table;
+    m_others = LoadTable(m_capacity, departments, model.firstDay(), model.lastDay());
+    if (departments.empty())
+        return;
+    for (const PlannedWork& work :
+         loadPlanned(core::MainDatabase(), model.firstDay(), model.lastDay(), m_chart.jobs()))
+        m_others.add(work);
+}
+
+/// The load by all jobs that aren't on the chart, and by those on it but one.
+LoadTable frmSchedule::loadOfOthers(qint64 alone) const {
+    const gantt::Model& model = ctSchedule->model();
+    LoadTable table = m_others;
     for (int row = 1; row <= model.rowCount(); ++row) {
         const ChartRow& of = m_chart.row(row);
         if (!m_chart.isOperation(row) || of.jobNo == alone)
@@ -294,7 +291,7 @@ LoadTable frmSchedule::loadOfOthers(qint64 alone) const {
 }
 
 void frmSchedule::showLoad() {
-    LoadTable table = loadOfOthers();
+    LoadTable table = m_others;
     const gantt::Model& model = ctSchedule->model();
     QHash<gantt::BarId, gantt::Span> moving;
     for (const gantt::BarMove& move : ctSchedule->moving())
@@ -328,8 +325,9 @@ void frmSchedule::setMode(bool editing) {
         widget->setVisible(!editing);
     lblDateIn->setBuddy(editing ? txtJobDateIn : txtLockDateIn);
     lblDueDate->setBuddy(editing ? txtJobDueDate : txtLockDueDate);
-    setCancelButton(editing ? control<QPushButton>(u"cmdCancel"_s)
-                            : control<QPushButton>(u"cmdDone"_s));
+    setDefaultButton(control<QPushButton>(editing ? u"cmdSave"_s : u"cmdDone"_s));
+    // Cancel drops a plan without a question: not by a key that also ends a drag.
+    setCancelButton(editing ? nullptr : control<QPushButton>(u"cmdDone"_s));
     arrange();
 }
 

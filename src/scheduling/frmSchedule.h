@@ -73,7 +73,7 @@ class frmSchedule : public screen::Form {
     void dateChanged();
     QHash<qint64, Limits> limitsNow() const;
     void readPlanned();
-    LoadTable loadOfOthers(qint64 alone = 0) const;
+    LoadTable loadOfOthers(qint64 alone) const;
     void showLoad();
 
     // Entries
@@ -109,7 +109,7 @@ class frmSchedule : public screen::Form {
 
     ScheduleChart m_chart;
     Capacity m_capacity;
-    std::vector<PlannedWork> m_planned;              ///< of the jobs that aren't on the chart
+    LoadTable m_others; ///< what the jobs that are not on the chart have planned
     std::vector<std::pair<qint64, Limits>> m_limits; ///< as they stand in the jobs
     bool m_editing = false;
     bool m_showing = false;

@@ -1,4 +1,3 @@
-#include "core/MirsaMain.h"
 #include "platform/controls/DropMenu.h"
 #include "platform/screen/Layout.h"
 #include "platform/values/Literals.h"
@@ -128,7 +127,7 @@ void frmSchedule::makeButtons(QBoxLayout* inside) {
     };
     add(u"cmdEdit"_s, u"Ed&it Schedule"_s, &frmSchedule::cmdEdit_Click);
     add(u"cmdSave"_s, u"&Save"_s, &frmSchedule::cmdSave_Click);
-    auto* cancel = add(u"cmdCancel"_s, u"&Cancel"_s, &frmSchedule::cmdCancel_Click);
+    add(u"cmdCancel"_s, u"&Cancel"_s, &frmSchedule::cmdCancel_Click);
     add(u"cmdAddEntry"_s, u"&New Vs. Load"_s, &frmSchedule::cmdAddEntry_Click);
     add(u"cmdEditEntry"_s, u"&Edit Vs. Load"_s, &frmSchedule::cmdEditEntry_Click);
     add(u"cmdDeleteEntry"_s, u"&Delete Entry"_s, &frmSchedule::cmdDeleteEntry_Click);
@@ -139,9 +138,7 @@ void frmSchedule::makeButtons(QBoxLayout* inside) {
     add(u"cmdViewer"_s, u"Schedule &Viewer"_s, &frmSchedule::cmdViewer_Click);
     add(u"cmdQryRpt"_s, u"&Query/Report"_s, &frmSchedule::cmdQryRpt_Click);
     add(u"cmdQuery"_s, u"Quick &Report Shown"_s, &frmSchedule::cmdQuery_Click);
-    auto* done = add(u"cmdDone"_s, u"D&one"_s, [this] { unload(); });
-    setDefaultButton(done);
-    (void)cancel;
+    add(u"cmdDone"_s, u"D&one"_s, [this] { unload(); });
 }
 
 } // namespace scheduling

@@ -5,6 +5,9 @@
 #include "scheduling/ScheduleStore.h"
 #include "support/DatabaseFixture.h"
 
+#include <QProcess>
+#include <QThread>
+
 #include <random>
 
 using gantt::minuteOf;
@@ -262,6 +265,25 @@ TEST_P(Scheduling, TwoStationsOnOneOrderKeepEachOthersWork) {
     ASSERT_TRUE(refusal);
     EXPECT_TRUE(refusal->contains(u"another station")) << refusal->toStdString();
     EXPECT_EQ(entries(), before) << "nothing of it is written";
+}
+
+TEST_P(Scheduling, AStationKilledInASaveLeavesTheOldEntriesOrTheNewOnes) {
+    for (int i = 0; i < 12; ++i)
+        entry(m_job, 1 + i % 3, u"0"_s);
+    for (int round = 0; round < 8; ++round) {
+        QProcess saver;
+        saver.start(QStringLiteral(MIRSA_SCHEDULE_SAVER),
+                    {testDatabase().location(), QString::number(m_job)});
+        ASSERT_TRUE(saver.waitForReadyRead(20000)) << saver.readAllStandardError().toStdString();
+        QThread::msleep(static_cast<unsigned long>(10 + 13 * round % 40));
+        saver.kill();
+        ASSERT_TRUE(saver.waitForFinished());
+        EXPECT_EQ(rows(u"SELECT COUNT(*) FROM JobOperSchedule"_s), QStringList(u"12"_s));
+        const QStringList texts = rows(u"SELECT DISTINCT Description FROM JobOperSchedule"_s);
+        ASSERT_EQ(texts.size(), 1) << texts.join(u',').toStdString();
+        EXPECT_EQ(rows(u"SELECT ScheduleZoom FROM Job"_s),
+                  QStringList(QString::number(texts.front().toInt() % 4)));
+    }
 }
 
 TEST_P(Scheduling, LoadIsWhatFallsIntoWorkingTimesAgainstWhatPeopleGive) {

@@ -388,6 +388,9 @@ void ChartView::keyPressEvent(QKeyEvent* event) {
             doubleClicked(m_model.selectedRow(), m_model.selectedBar());
             return;
         }
+        // On a row it means nothing; the window's own button isn't meant either.
+        if (m_model.selectedRow() > 0)
+            return;
         break;
     case Qt::Key_Backspace:
     case Qt::Key_Delete:

@@ -152,7 +152,10 @@ void LoadStrip::paintCell(QPainter& painter, const Cell& cell, bool current) con
         if (painter.fontMetrics().horizontalAdvance(text) + 4 < inside.width()) {
             painter.setPen(over ? palette().color(QPalette::Base)
                                 : palette().color(QPalette::Text));
-            painter.drawText(inside, Qt::AlignCenter, text);
+            // In the middle of what is seen of a wide cell.
+            painter.drawText(
+                inside.intersected(viewport()->rect().adjusted(m_chart->labelWidth(), 0, 0, 0)),
+                Qt::AlignCenter, text);
         }
     }
     if (current) {

@@ -327,6 +327,49 @@ TEST_P(Delivered, listsOfJobsKeepTheirPlacesWithLongTextsAndWithNone) {
                          .arg(bare));
 }
 
+TEST_P(Delivered, theScheduleIsDrawnToScaleAndTheLoadAddsUp) {
+    const QString job =
+        rows(u"SELECT MAX(JobNo) FROM JobOperSchedule WHERE JobNo IN (SELECT JobNo FROM Job WHERE "
+             "JobDueDate > JobDateIn)"_s)
+            .front();
+    const auto schedule = print(u"Job_Schedule.rpt"_s, u"{Job.JobNo} = "_s + job);
+    // Each entry's bar begins and ends where its days lie within the job's.
+    std::vector<report::PageItem> bars;
+    const auto page = schedule->page(0);
+    for (const auto& item : page.items) {
+        if (item.kind == PageItem::Kind::Box && item.thickness > 0)
+            bars.push_back(item);
+    }
+    const auto spans = rows(u"SELECT DateDiff('d', JobDateIn, StartDate), DateDiff('d', JobDateIn, "
+                            "EndDate), DateDiff('d', JobDateIn, JobDueDate) + 1 FROM "
+                            "JobOperSchedule INNER JOIN Job ON Job.JobNo = JobOperSchedule.JobNo "
+                            "WHERE Job.JobNo = %1 ORDER BY SeqNo, StartDate, ID"_s.arg(job));
+    ASSERT_EQ(bars.size(), static_cast<std::size_t>(spans.size()));
+    for (qsizetype i = 0; i < spans.size(); ++i) {
+        const QStringList days = spans[i].split(u'|');
+        const double range = days[2].toDouble();
+        const auto& bar = bars[static_cast<std::size_t>(i)];
+        const double left = schedule->paper.left + 146;
+        // 7:00 AM to 3:30 PM.
+        EXPECT_NEAR(bar.x, left + 108 * (days[0].toDouble() + 7 / 24.0) / range, 0.05);
+        EXPECT_NEAR(bar.x + bar.w,
+                    left + 108 * std::min(1.0, (days[1].toDouble() + 15.5 / 24) / range), 0.05);
+    }
+    const QString load = allText(*print(u"Schedule_Load.rpt"_s));
+    const auto sums =
+        rows(u"SELECT Department, SUM(EstOper) FROM (JobOper INNER JOIN Operation ON "
+             "JobOper.OperNo = Operation.OperNo) INNER JOIN OperDepartment ON OperDepartment.ID = "
+             "Operation.operdepartment_id WHERE EXISTS (SELECT ID FROM JobOperSchedule WHERE "
+             "JobOperSchedule.JobNo = JobOper.JobNo AND JobOperSchedule.SeqNo = JobOper.SeqNo) AND "
+             "JobOper.JobNo IN (SELECT JobNo FROM Job WHERE Shipped = False) GROUP BY "
+             "Department"_s);
+    ASSERT_GT(sums.size(), 1);
+    for (const QString& sum : sums) {
+        const QString hours = values::format(sum.section(u'|', 1).toDouble(), u"#,##0.0");
+        EXPECT_TRUE(load.contains(hours + u" hours"_s)) << sum.toStdString();
+    }
+}
+
 TEST_P(Delivered, formulasOfTheQueryFormsRun) {
     for (const auto* formula :
          {u"{customer.company} in 'A' to 'M'", u"{Job.JobNo} in 1 to 20",
