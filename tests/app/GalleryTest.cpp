@@ -90,7 +90,7 @@ TEST_F(GalleryTest, TheDialogsOfAJobShowWhatBelongsToIt) {
 }
 
 TEST_F(GalleryTest, TheScheduleShowsItsJobsAtEachZoomAndInEachDisplay) {
-    const QDir folder(QStringLiteral(MIRSA_BINARY_DIR "/../gallery"));
+    const QDir folder(testsupport::builtFile(u"../gallery"_s));
     const auto lookOver = [this] { EXPECT_EQ(testsupport::gallery(form()), QStringList()); };
     jet::Database& shop = core::MainDatabase();
     const QString planned = u" FROM Job WHERE Shipped = False AND JobNo IN (SELECT JobNo FROM "
