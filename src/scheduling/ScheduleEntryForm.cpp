@@ -56,6 +56,8 @@ ScheduleEntryForm::ScheduleEntryForm(const char* name, const QString& caption,
     head->addWidget(entryPane());
     head->addWidget(notesPane(), 1);
     head->addWidget(infoPane());
+    for (auto* pane : findChildren<QGroupBox*>())
+        pane->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
     fraView = new QGroupBox(frameText, this);
     fraView->setObjectName(u"fraView"_s);
     outside->addWidget(fraView);
@@ -110,9 +112,11 @@ QWidget* ScheduleEntryForm::entryPane() {
 QWidget* ScheduleEntryForm::notesPane() {
     auto* pane = new QGroupBox(u"Notes"_s, this);
     pane->setObjectName(u"fraNotes"_s);
-    screen::Fields fields(pane);
-    txtNotes = fields.memo(u"txtNotes"_s, u"&Notes:"_s, 2, 255);
-    fields.nextColumn();
+    auto* layout = new QVBoxLayout(pane);
+    screen::Fields notes(pane, layout);
+    txtNotes = notes.memo(u"txtNotes"_s, u"&Notes:"_s, 2, 255);
+    txtNotes->setMaximumHeight(txtNotes->minimumHeight());
+    screen::Fields fields(pane, layout);
     constexpr std::pair<const char16_t*, const char16_t*> options[] = {
         {u"optLeft", u"&Left Align"},
         {u"optRight", u"Right Al&ign"},
@@ -121,6 +125,7 @@ QWidget* ScheduleEntryForm::notesPane() {
     for (size_t i = 0; i < m_alignment.size(); ++i) {
         m_alignment[i] = fields.option(QString::fromUtf16(options[i].first),
                                        QString::fromUtf16(options[i].second));
+        fields.nextColumn();
     }
     return pane;
 }

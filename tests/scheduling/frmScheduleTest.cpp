@@ -255,6 +255,7 @@ TEST_P(ScheduleScreen, AnOrderIsShownPlannedAndClosedWithAQuestion) {
                                    u"Schedule Viewer"_s}));
     chooseInMenu(u"Delete Entry"_s);
     EXPECT_EQ(model().bar(8, 1).state, State::Deleted);
+    go(u"ctSchedule"_s);
     key(Qt::Key_Right);
     EXPECT_EQ(menu(),
               QStringList({u"New vs. Load"_s, u"Undo Delete"_s, u"-"_s, u"Schedule Viewer"_s}));

@@ -135,11 +135,18 @@ void ChartView::paintRow(QPainter& painter, int row) {
                          mixed(base, QColor(*colour), m_model.isHeaderRow(row) ? 0.45 : 0.22));
     else if (row % 2 == 0)
         painter.fillRect(area, colours.alternateBase());
-    painter.setPen(lines(colours));
     const int left = horizontalScrollBar()->value();
     const int offset = labelWidth() - left;
-    for (const TimeScale::Tick& tick : m_scale.lower(left, left + chartWidth()))
+    const QColor line = lines(colours);
+    QColor weekend = colours.color(QPalette::Text);
+    weekend.setAlpha(12);
+    const bool days = m_scale.ruler().division == Division::Days;
+    painter.setPen(line);
+    for (const TimeScale::Tick& tick : m_scale.lower(left, left + chartWidth())) {
+        if (days && dateOf(m_scale.at(tick.x)).dayOfWeek() > 5)
+            painter.fillRect(offset + tick.x, y, tick.width, height, weekend);
         painter.drawLine(offset + tick.x, y, offset + tick.x, y + height);
+    }
     painter.drawLine(area.left(), area.bottom(), area.right(), area.bottom());
 
     const RowLayout& layout = m_layouts.row(row);
@@ -240,7 +247,7 @@ void ChartView::paintOutside(QPainter& painter, int row) {
     for (const Bar& bar : m_model.bars(row)) {
         if (bar.style != 0)
             continue;
-        before = before || bar.span.end <= m_scale.start();
+        before = before || (bar.span.start < m_scale.start() && bar.span.end <= m_scale.start());
         behind = behind || bar.span.start >= m_scale.end();
     }
     if (!before && !behind)
