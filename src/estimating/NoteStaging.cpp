@@ -108,11 +108,20 @@ void NoteStaging::rowMoved(int from, int to) {
     transaction.commit();
 }
 
-void NoteStaging::scheduleRestored(int place, qint64 operNo) {
-    if (m_documentNo == 0 || m_kind.scheduleTable.isEmpty())
-        return;
-    m_database.execute(u"UPDATE "_s + m_kind.scheduleTable + u" SET SeqNo = "_s + num(place) +
-                       where(0) + u" and OperNo = "_s + num(operNo));
+void NoteStaging::rowRestored(int place, int rowsBefore, qint64 id, qint64 operNo,
+                              const QString& text) {
+    jet::Transaction transaction(m_database);
+    rowInserted(place, rowsBefore, {});
+    const QString back = u" SET SeqNo = "_s + num(place) + where(0);
+    if (m_documentNo != 0 && !m_kind.scheduleTable.isEmpty()) {
+        m_database.execute(u"UPDATE "_s + m_kind.scheduleTable + back + u" and OperNo = "_s +
+                           num(operNo));
+    }
+    const bool bound = id != 0 && m_database.execute(u"UPDATE "_s + m_kind.noteTable + back +
+                                                     u" and ID = "_s + num(id)) > 0;
+    if (!bound && !text.isEmpty())
+        stage(place, text);
+    transaction.commit();
 }
 
 void NoteStaging::adopt(qint64 savedNo) {

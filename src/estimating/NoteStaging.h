@@ -36,8 +36,9 @@ class NoteStaging {
 
     /// The row at `from` was moved to `to` (both from 1): notes and schedule rows go along.
     void rowMoved(int from, int to);
-    /// Of a row that was put back to `place` after it had been taken out: its parked schedule rows.
-    void scheduleRestored(int place, qint64 operNo);
+    /// A row that had been taken out was put back to `place`: what was parked of it comes back, and
+    /// `text` where its note isn't among that. `id` is the saved row's, 0 if there is none.
+    void rowRestored(int place, int rowsBefore, qint64 id, qint64 operNo, const QString& text);
 
     /// In the transaction of a save, after the rows: new notes get the document's number, parked
     /// ones go, those of rows that stayed follow them, and all are bound to their rows.

@@ -329,9 +329,10 @@ void RoutingPanel::stage(const controls::LineStep& step, OperRow& row) {
     switch (step.kind) {
     case Kind::Insert: {
         const KeptNote& kept = m_notes[row.operNo];
-        staging.rowInserted(step.place + 1, step.rows, kept.text);
         if (kept.comesBack)
-            staging.scheduleRestored(step.place + 1, row.operNo);
+            staging.rowRestored(step.place + 1, step.rows, row.id, row.operNo, kept.text);
+        else
+            staging.rowInserted(step.place + 1, step.rows, kept.text);
         row.hasNote = !kept.text.isEmpty();
         break;
     }
