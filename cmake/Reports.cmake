@@ -4,16 +4,20 @@ set(MIRSA_REPORT_FILES
   reports/Employee_ID_Badges.rpt
   reports/Employees.rpt
   reports/Estimate_Quote.rpt
+  reports/Invoices_Sent.rpt
   reports/Job_Report.rpt
   reports/Job_Schedule.rpt
   reports/Job_Traveler.rpt
   reports/Job_Traveler_Notes.rpt
   reports/Jobs_List.rpt
+  reports/Jobs_Not_Invoiced.rpt
   reports/PO_Open_by_Date.rpt
   reports/PO_Open_by_Vendor.rpt
   reports/PO_Receipts.rpt
+  reports/Payables_Sent.rpt
   reports/Purchase_Order.rpt
   reports/RFQ.rpt
+  reports/Received_Not_Sent.rpt
   reports/Schedule_Load.rpt
   reports/Shipping_History.rpt
   reports/Vendors.rpt

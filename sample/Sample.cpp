@@ -31,6 +31,7 @@ void fill(jet::Database& database, const Options& options) {
     makeWork(shop);
     makePurchasing(shop);
     makeInventory(shop);
+    makeSent(shop);
     makeUsers(shop);
     transaction.commit();
 }

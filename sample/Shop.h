@@ -103,6 +103,8 @@ void makeMasters(Shop& shop);
 void makeWork(Shop& shop);
 void makePurchasing(Shop& shop);
 void makeInventory(Shop& shop);
+/// What was sent to QuickBooks: invoices and payables up to some weeks ago.
+void makeSent(Shop& shop);
 void makeUsers(Shop& shop);
 
 Part madeUpPart(Random& random);

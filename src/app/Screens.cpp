@@ -1,5 +1,6 @@
 #include "app/Screens.h"
 
+#include "accounting/Screens.h"
 #include "core/Screens.h"
 #include "estimating/Screens.h"
 #include "inventory/Screens.h"
@@ -22,6 +23,7 @@ void registerAllScreens() {
     timemgmt::registerScreens();
     purchasing::registerScreens();
     inventory::registerScreens();
+    accounting::registerScreens();
 }
 
 } // namespace app

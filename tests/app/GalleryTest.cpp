@@ -4,6 +4,7 @@
 #include "core/records/RecordScreen.h"
 #include "platform/values/Clock.h"
 #include "platform/values/Literals.h"
+#include "sample/PracticeCompany.h"
 #include "sample/Sample.h"
 #include "support/DatabaseFixture.h"
 #include "support/Paths.h"
@@ -12,6 +13,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QRadioButton>
+#include <QTemporaryDir>
 
 namespace {
 
@@ -27,8 +29,15 @@ class GalleryTest : public testsupport::ScreenFixture {
         state.CurrentUserName = u"Admin"_s;
         state.CurrentUserNo = 1;
         state.CurrencySymbol = u"$"_s;
-        state.ProgramFolder = testsupport::sourceFile(u"reports"_s);
+        state.ProgramFolder = m_folder.path();
+        const QDir reports(testsupport::sourceFile(u"reports"_s));
+        const QStringList files = reports.entryList(QDir::Files);
+        for (const QString& file : files)
+            QFile::link(reports.filePath(file), m_folder.filePath(file));
+        QFile::link(testsupport::builtFile(u"tools/qbcompany/mirsa-qb-company"_s),
+                    m_folder.filePath(u"mirsa-qb-company"_s));
         sample::fill(core::MainDatabase(), {.years = 1, .jobs = 60});
+        EXPECT_TRUE(sample::makePracticeCompany(core::MainDatabase(), m_folder.path()));
         useDatabase(core::MainDatabase());
     }
     ~GalleryTest() override {
@@ -40,6 +49,7 @@ class GalleryTest : public testsupport::ScreenFixture {
     }
 
     testsupport::TestDatabase m_test;
+    QTemporaryDir m_folder;
 };
 
 } // namespace
@@ -140,6 +150,32 @@ TEST_F(GalleryTest, TheScheduleShowsItsJobsAtEachZoomAndInEachDisplay) {
     press(u"cmdDone"_s);
     use(screen::Forms::find(u"frmSchedule"_s));
     press(u"cmdDone"_s);
+}
+
+TEST_F(GalleryTest, WhatGoesToQuickBooksShowsAnOrderOfTheShop) {
+    jet::Database& shop = core::MainDatabase();
+    const auto show = [&](const QString& screen, const QString& partner, const QString& order,
+                          const QString& grid, const QString& item) {
+        open(screen);
+        if (screen == u"frmInvoice")
+            check(u"Option1(0)"_s);
+        choose(u"dbcCompID"_s, partner);
+        choose(u"dbcPO"_s, order);
+        EXPECT_GT(rowCount(grid), 0);
+        setCell(grid, 0, 1, item);
+        EXPECT_EQ(testsupport::gallery(form()), QStringList());
+        press(u"cmdClose"_s);
+    };
+    const jet::Recordset job = shop.openRecordset(
+        u"SELECT TOP 1 Job.PONo, Customer.Company FROM (Job INNER JOIN Customer ON Job.CustID = "
+        "Customer.CustID) INNER JOIN SentInvoice ON Job.PONo = SentInvoice.POID ORDER BY "
+        "Job.JobNo"_s);
+    show(u"frmInvoice"_s, job.text(u"Company"), job.text(u"PONo"), u"sprMain"_s, u"Machining"_s);
+    const jet::Recordset sent = shop.openRecordset(
+        u"SELECT TOP 1 SentAP.POID, Vendor.Company FROM (SentAP INNER JOIN POVendor ON SentAP.POID "
+        "= POVendor.OrderNumber) INNER JOIN Vendor ON POVendor.VendorID = Vendor.VendID ORDER BY "
+        "SentAP.ID"_s);
+    show(u"frmAP"_s, sent.text(u"Company"), sent.text(u"POID"), u"vaSpread1"_s, u"Material"_s);
 }
 
 TEST_F(GalleryTest, TabReachesEveryControlOfAModuleAndComesRound) {

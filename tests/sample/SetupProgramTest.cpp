@@ -49,6 +49,9 @@ TEST(SetupProgramOnFiles, makesAFolderOnceAndFillsItOnce) {
     const Answer filled = run({u"sample"_s, folder, u"--years"_s, u"1"_s, u"--jobs"_s, u"30"_s});
     ASSERT_EQ(filled.code, 0) << filled.err.toStdString();
     EXPECT_TRUE(filled.out.contains(u"30 jobs")) << filled.out.toStdString();
+    // A company to practise QuickBooks on comes with it, and the program knows the way there.
+    EXPECT_TRUE(contents(folder + u"/Mirsa.quickbooks"_s).contains("mirsa-qb-company Practice"));
+    EXPECT_TRUE(contents(folder + u"/Practice.company"_s).contains("<CustomerRet>"));
 
     const QByteArray before = contents(path);
     for (const QStringList& words :

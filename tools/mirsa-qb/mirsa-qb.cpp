@@ -1,7 +1,7 @@
-// Carries one message to the QuickBooks that runs on this desk: the message comes on standard input,
-// the answer goes to standard output. Everything goes through the request processor's dispatch
-// interface, found by its name when the program runs, so that nothing of QuickBooks is needed to
-// build it.
+// Carries one message to the QuickBooks that runs on this desk: the message comes on standard
+// input, the answer goes to standard output. Everything goes through the request processor's
+// dispatch interface, found by its name when the program runs, so that nothing of QuickBooks is
+// needed to build it.
 //
 //     mirsa-qb [--seconds N] [--class NAME]
 //
@@ -121,11 +121,10 @@ class Processor {
             last.push_back(*argument->get());
         DISPID id = 0;
         auto* name = const_cast<LPOLESTR>(method);
-        HRESULT result =
-            m_dispatch->GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &id);
+        HRESULT result = m_dispatch->GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &id);
         if (FAILED(result))
-            throw Failure{result, std::wstring(L"The request processor knows no ") + method + L" (" +
-                                      hex(result) + L")."};
+            throw Failure{result, std::wstring(L"The request processor knows no ") + method +
+                                      L" (" + hex(result) + L")."};
         DISPPARAMS parameters{last.data(), nullptr, static_cast<UINT>(last.size()), 0};
         Variant answer;
         EXCEPINFO thrown{};

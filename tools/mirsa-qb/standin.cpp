@@ -9,7 +9,8 @@
 
 namespace {
 
-const CLSID standIn = {0x6d1f7a10, 0x53c1, 0x4b0e, {0x9a, 0x21, 0x0c, 0x44, 0x7e, 0x19, 0x5b, 0x02}};
+const CLSID standIn = {
+    0x6d1f7a10, 0x53c1, 0x4b0e, {0x9a, 0x21, 0x0c, 0x44, 0x7e, 0x19, 0x5b, 0x02}};
 constexpr wchar_t classKey[] = L"Software\\Classes\\CLSID\\{6D1F7A10-53C1-4B0E-9A21-0C447E195B02}";
 constexpr wchar_t nameKey[] = L"Software\\Classes\\Mirsa.StandIn";
 HMODULE library;
@@ -152,8 +153,8 @@ class Factory : public IClassFactory {
 
 LONG setValue(const std::wstring& key, const wchar_t* name, const std::wstring& value) {
     HKEY open;
-    LONG result = RegCreateKeyExW(HKEY_LOCAL_MACHINE, key.c_str(), 0, nullptr, 0, KEY_WRITE, nullptr,
-                                  &open, nullptr);
+    LONG result = RegCreateKeyExW(HKEY_LOCAL_MACHINE, key.c_str(), 0, nullptr, 0, KEY_WRITE,
+                                  nullptr, &open, nullptr);
     if (result != ERROR_SUCCESS)
         return result;
     result = RegSetValueExW(open, name, 0, REG_SZ, reinterpret_cast<const BYTE*>(value.c_str()),
@@ -186,11 +187,10 @@ HRESULT STDAPICALLTYPE DllRegisterServer() {
     wchar_t path[MAX_PATH];
     GetModuleFileNameW(library, path, MAX_PATH);
     const std::wstring server = std::wstring(classKey) + L"\\InprocServer32";
-    const bool done =
-        setValue(std::wstring(nameKey) + L"\\CLSID", nullptr,
-                 L"{6D1F7A10-53C1-4B0E-9A21-0C447E195B02}") == ERROR_SUCCESS &&
-        setValue(server, nullptr, path) == ERROR_SUCCESS &&
-        setValue(server, L"ThreadingModel", L"Apartment") == ERROR_SUCCESS;
+    const bool done = setValue(std::wstring(nameKey) + L"\\CLSID", nullptr,
+                               L"{6D1F7A10-53C1-4B0E-9A21-0C447E195B02}") == ERROR_SUCCESS &&
+                      setValue(server, nullptr, path) == ERROR_SUCCESS &&
+                      setValue(server, L"ThreadingModel", L"Apartment") == ERROR_SUCCESS;
     return done ? S_OK : E_FAIL;
 }
 }

@@ -12,12 +12,13 @@ namespace qbcompany {
 
 namespace {
 
-const QStringList itemTags{u"ItemServiceRet"_s, u"ItemNonInventoryRet"_s,
-                           u"ItemOtherChargeRet"_s, u"ItemDiscountRet"_s};
+const QStringList itemTags{u"ItemServiceRet"_s, u"ItemNonInventoryRet"_s, u"ItemOtherChargeRet"_s,
+                           u"ItemDiscountRet"_s};
 /// Names are told apart across these lists.
 const QStringList nameTags{u"CustomerRet"_s, u"VendorRet"_s, u"EmployeeRet"_s};
-const QString notInList = u"  QuickBooks error message: Invalid argument.  The specified record does "
-                          "not exist in the list."_s;
+const QString notInList =
+    u"  QuickBooks error message: Invalid argument.  The specified record does "
+    "not exist in the list."_s;
 
 QString childText(const QDomElement& of, const QString& tag) {
     return of.firstChildElement(tag).text();
@@ -66,8 +67,7 @@ bool passesDates(const QDomElement& request, const QDomElement& entry) {
     const QString modified = childText(entry, u"TimeModified"_s);
     const QString from = childText(request, u"FromModifiedDate"_s);
     const QString to = childText(request, u"ToModifiedDate"_s);
-    return (from.isEmpty() || modified >= from) &&
-           (to.isEmpty() || modified.left(to.size()) <= to);
+    return (from.isEmpty() || modified >= from) && (to.isEmpty() || modified.left(to.size()) <= to);
 }
 
 bool passesActive(const QDomElement& request, const QDomElement& entry) {
@@ -158,8 +158,8 @@ QDomElement Answers::to(const QDomElement& request, bool& failed) {
     QString tag = request.tagName();
     tag.chop(1);
     QDomElement response = m_company.m_document.createElement(tag + u's');
-    const Status status = tag.endsWith(u"QueryR") ? query(request, response)
-                                                   : add(request, response);
+    const Status status =
+        tag.endsWith(u"QueryR") ? query(request, response) : add(request, response);
     failed = status.severity == u"Error";
     if (request.hasAttribute(u"requestID"_s))
         response.setAttribute(u"requestID"_s, request.attribute(u"requestID"_s));
@@ -217,7 +217,7 @@ Answers::Status Answers::add(const QDomElement& request, QDomElement& response) 
                 "message: This list has been modified by another user."_s.arg(
                     kind, childText(given, u"Name"_s))};
     Status status = kind == u"Invoice" || kind == u"Bill" ? addDocument(kind, given, response)
-                                                           : addToList(kind, given, response);
+                                                          : addToList(kind, given, response);
     if (m_company.m_pretended == u"warning" && status.code == u"0")
         status = {u"500"_s, u"Warn"_s,
                   u"The request has been completed, but a part of it was not used."_s};
@@ -228,8 +228,8 @@ Answers::Status Answers::addToList(const QString& kind, const QDomElement& given
                                    QDomElement& response) {
     QString name = childText(given, u"Name"_s);
     if (name.isEmpty()) // an employee is named by his parts
-        name = (childText(given, u"FirstName"_s) + u' ' + childText(given, u"LastName"_s))
-                   .trimmed();
+        name =
+            (childText(given, u"FirstName"_s) + u' ' + childText(given, u"LastName"_s)).trimmed();
     const QString ret = kind + u"Ret"_s;
     if (nameIsUsed(name, nameTags.contains(ret) ? nameTags : QStringList{ret}))
         return {u"3100"_s, u"Error"_s,
@@ -261,11 +261,10 @@ Answers::Status Answers::addToList(const QString& kind, const QDomElement& given
             parts.push_back(part);
     }
     const QString active = childText(given, u"IsActive"_s);
-    parts.insert(parts.end(),
-                 {text(u"Name"_s, name), text(u"FullName"_s, full),
-                  text(u"IsActive"_s, active.isEmpty() ? u"true"_s : active),
-                  text(u"Sublevel"_s, QString::number(level)), text(u"Balance"_s, u"0.00"_s),
-                  text(u"TotalBalance"_s, u"0.00"_s)});
+    parts.insert(parts.end(), {text(u"Name"_s, name), text(u"FullName"_s, full),
+                               text(u"IsActive"_s, active.isEmpty() ? u"true"_s : active),
+                               text(u"Sublevel"_s, QString::number(level)),
+                               text(u"Balance"_s, u"0.00"_s), text(u"TotalBalance"_s, u"0.00"_s)});
     const QDomElement made = ordered(kind + u"QueryRs"_s, {ret}, parts);
     m_company.root().appendChild(made);
     response.appendChild(made.cloneNode());
@@ -285,7 +284,8 @@ QDomElement Answers::lineOf(const QString& kind, const QDomElement& given, doubl
     double amount = childText(given, u"Amount"_s).toDouble();
     if (given.firstChildElement(u"Amount"_s).isNull()) {
         const QString quantity = childText(given, u"Quantity"_s);
-        amount = childText(given, price).toDouble() * (quantity.isEmpty() ? 1 : quantity.toDouble());
+        amount =
+            childText(given, price).toDouble() * (quantity.isEmpty() ? 1 : quantity.toDouble());
         parts.push_back(text(u"Amount"_s, money(amount)));
     }
     total += amount;
@@ -339,8 +339,8 @@ Answers::Status Answers::addDocument(const QString& kind, const QDomElement& giv
             parts.push_back(text(tag, value));
     };
     const QDomElement account = [&] {
-        QDomElement made = m_company.m_document.createElement(invoice ? u"ARAccountRef"_s
-                                                                      : u"APAccountRef"_s);
+        QDomElement made =
+            m_company.m_document.createElement(invoice ? u"ARAccountRef"_s : u"APAccountRef"_s);
         made.appendChild(
             text(u"FullName"_s, invoice ? u"Accounts Receivable"_s : u"Accounts Payable"_s));
         return made;

@@ -42,8 +42,7 @@ QDomDocument readMessage(const QString& message) {
         throw fault(u"it isn't one QBXML with QBXMLMsgsRq and its onError."_s);
     for (QDomElement one = messages.firstChildElement(); !one.isNull();
          one = one.nextSiblingElement()) {
-        const QString wrong =
-            one.tagName().endsWith(u"Rq") ? faultOf(one) : u"it is no request"_s;
+        const QString wrong = one.tagName().endsWith(u"Rq") ? faultOf(one) : u"it is no request"_s;
         if (!wrong.isEmpty())
             throw fault(u"in %1, %2."_s.arg(one.tagName(), wrong));
     }

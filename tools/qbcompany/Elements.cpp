@@ -215,8 +215,8 @@ class Check {
         if (!given.firstChildElement().isNull())
             return u"the element %1 holds elements"_s.arg(element.name);
         if (element.limit > 0 && text.size() > element.limit)
-            return u"the text of %1 is longer than %2 letters"_s.arg(element.name).arg(
-                element.limit);
+            return u"the text of %1 is longer than %2 letters"_s.arg(element.name)
+                .arg(element.limit);
         if (!isOfType(text, element.type) ||
             (element.type == u"ENUM" && !element.values.contains(text)))
             return u"\"%1\" is no value for %2"_s.arg(text, element.name);

@@ -48,9 +48,9 @@ void makeCompany(const QString& path) {
 
 void listCompany(const QString& path, QTextStream& out) {
     const auto company = qbcompany::Company::load(path);
-    for (const QString& tag : {u"CustomerRet"_s, u"VendorRet"_s, u"EmployeeRet"_s,
-                               u"StandardTermsRet"_s, u"ItemServiceRet"_s,
-                               u"ItemNonInventoryRet"_s, u"ItemOtherChargeRet"_s}) {
+    for (const QString& tag :
+         {u"CustomerRet"_s, u"VendorRet"_s, u"EmployeeRet"_s, u"StandardTermsRet"_s,
+          u"ItemServiceRet"_s, u"ItemNonInventoryRet"_s, u"ItemOtherChargeRet"_s}) {
         for (const QDomElement& entry : company.list(tag))
             out << tag.chopped(3) << '\t' << entry.firstChildElement(u"Name"_s).text() << '\n';
     }

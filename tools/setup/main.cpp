@@ -1,6 +1,7 @@
 #include "platform/jet/Database.h"
 #include "platform/jet/Location.h"
 #include "platform/values/Literals.h"
+#include "sample/PracticeCompany.h"
 #include "sample/Sample.h"
 #include "setup/Setup.h"
 
@@ -18,7 +19,8 @@ constexpr char usage[] = R"(mirsa-setup: makes and keeps the databases of Mirsa 
   mirsa-setup upgrade FOLDER        adds the tables, columns and indexes that an older database lacks
   mirsa-setup sample FOLDER [--years N] [--jobs N]
                                     fills the database of FOLDER with a made-up shop's last N years
-                                    (2) and about N jobs (400); the database must hold no jobs yet
+                                    (2) and about N jobs (400), and puts a company to practise QuickBooks
+                                    on beside it; the database must hold no jobs yet
   mirsa-setup server URI FOLDER     sets up the PostgreSQL database at URI and lets FOLDER use it
 
 FOLDER is the program folder. Nothing that is there already is overwritten.
@@ -67,6 +69,8 @@ void fillSample(const QString& folder, const sample::Options& options, QTextStre
     QElapsedTimer timer;
     timer.start();
     sample::fill(*database, options);
+    if (!sample::makePracticeCompany(*database, folder))
+        throw Refusal{u"The practice company can't be written into "_s + folder};
     out << "The sample shop is filled: " << database->lookup(u"SELECT COUNT(*) FROM Job"_s).toText()
         << " jobs, " << database->lookup(u"SELECT COUNT(*) FROM Estimate"_s).toText()
         << " estimates, " << database->lookup(u"SELECT COUNT(*) FROM Timelog"_s).toText()

@@ -10,8 +10,7 @@ Exchange::Exchange(Door door, QByteArray request)
     : m_door(std::move(door)), m_request(std::move(request)) {
     m_limit.setSingleShot(true);
     QObject::connect(&m_limit, &QTimer::timeout, &m_limit, [this] {
-        giveUp({Kind::NoAnswer,
-                u"There was no answer within %1 seconds."_s.arg(m_door.seconds)});
+        giveUp({Kind::NoAnswer, u"There was no answer within %1 seconds."_s.arg(m_door.seconds)});
     });
     QObject::connect(&m_process, &QProcess::errorOccurred, &m_process,
                      [this](QProcess::ProcessError error) {
@@ -76,7 +75,8 @@ void Exchange::ended(int exitCode, QProcess::ExitStatus status) {
     if (!died && exitCode == 0) {
         const QByteArray answer = m_process.readAllStandardOutput();
         if (answer.trimmed().isEmpty())
-            finish({Kind::NoAnswer, u"The program that asks QuickBooks ended without an answer."_s});
+            finish(
+                {Kind::NoAnswer, u"The program that asks QuickBooks ended without an answer."_s});
         else
             finish({Kind::Answered, QString::fromUtf8(answer)});
     } else if (!died && exitCode == 1) {

@@ -1,0 +1,488 @@
+#include "accounting/SendForm.h"
+
+#include "accounting/ItemNames.h"
+#include "accounting/SentHistory.h"
+#include "core/MirsaMain.h"
+#include "platform/screen/Forms.h"
+#include "platform/screen/Layout.h"
+#include "platform/values/Clock.h"
+#include "platform/values/Format.h"
+#include "platform/values/Numbers.h"
+
+#include <QGroupBox>
+#include <QLabel>
+#include <QSet>
+#include <QVBoxLayout>
+
+namespace accounting {
+
+using controls::GridColumn;
+using quickbooks::Waiting;
+using screen::Buttons;
+using screen::Icon;
+using screen::MsgBox;
+
+namespace {
+
+namespace optional {
+enum Column { Select, Item, Part, Description, Quantity, Price };
+}
+
+const QColor again(0xB0, 0x30, 0x20);
+
+/// Orders whose last send got no answer, while the program runs.
+QSet<QString>& unanswered() {
+    static QSet<QString> orders;
+    return orders;
+}
+
+/// Figures with the currency symbol and commas.
+values::KeyFilter money() {
+    values::KeyFilter filter = values::keys::decimal();
+    filter.allowed += u',' + core::shared().CurrencySymbol;
+    return filter;
+}
+
+} // namespace
+
+SendForm::SendForm(Kind kind)
+    : QuickBooksForm(kind.formName, kind.caption), m_kind(std::move(kind)) {
+    m_what = u"the "_s + m_kind.document;
+}
+
+void SendForm::build() {
+    auto* layout = new QVBoxLayout(this);
+    buildChoice(layout);
+    buildOptions(layout);
+    Frame1 = screen::frame(this, layout, u"Frame1"_s, u"Record Selection"_s);
+    auto* inside = new QVBoxLayout(Frame1);
+    m_lines = screen::named(new controls::Grid(Frame1), m_kind.gridName, u"Lines of the order"_s);
+    auto columns = m_kind.columns;
+    columns[std::size_t(m_kind.price)].filter = money();
+    columns.push_back({u"Sent Before"_s, 28});
+    m_lines->setColumns(columns);
+    m_lines->setMinimumHeight(150);
+    inside->addWidget(m_lines);
+    lblTotals = screen::named(new QLabel(Frame1), u"lblTotals"_s);
+    lblTotals->setTextFormat(Qt::PlainText);
+    inside->addWidget(lblTotals);
+    on(m_lines->cellChanged, [this](int row, int column) {
+        normalisePrice(m_lines, row, column, m_kind.price);
+        showMarks();
+    });
+    buildOptional(layout);
+    buildButtons(layout);
+}
+
+void SendForm::buildChoice(QBoxLayout* inside) {
+    screen::Fields fields(this, inside);
+    screen::Line wide;
+    wide.characters = 34;
+    dbcCompID = fields.dataCombo(u"dbcCompID"_s, m_kind.partnerLabel, wide);
+    dbcCompID->setTypingAllowed(false);
+    fields.nextColumn();
+    screen::Line number;
+    number.characters = 8;
+    txtName = fields.text(u"txtName"_s, u"Number:"_s, number);
+    txtName->setLocked(true);
+    fields.nextColumn();
+    screen::Line order;
+    order.characters = 20;
+    dbcPO = fields.dataCombo(u"dbcPO"_s, u"Purchase &Order:"_s, order);
+    dbcPO->setTypingAllowed(false);
+    fields.grid()->setColumnStretch(6, 1);
+    on(dbcCompID->chosen, &SendForm::dbcCompID_Chosen);
+    on(dbcPO->chosen, &SendForm::dbcPO_Chosen);
+}
+
+void SendForm::buildOptional(QBoxLayout* inside) {
+    auto* box = screen::frame(this, inside, u"Frame2"_s, u"Optional Fields"_s);
+    auto* layout = new QVBoxLayout(box);
+    vaSpread2 = screen::named(new controls::Grid(box), u"vaSpread2"_s, u"Optional fields"_s);
+    const auto text = [](const QString& title, int characters) {
+        GridColumn column{title, characters};
+        column.editable = true;
+        return column;
+    };
+    std::vector<GridColumn> columns{text(u"Select"_s, 7),    text(u"Item"_s, 22),
+                                    text(u"Part #"_s, 16),   text(u"Description"_s, 34),
+                                    text(u"Quantity"_s, 10), text(u"Unit Price"_s, 12)};
+    columns[optional::Select].kind = GridColumn::Kind::Check;
+    columns[optional::Item].kind = GridColumn::Kind::Combo;
+    columns[optional::Quantity].kind = GridColumn::Kind::Number;
+    columns[optional::Quantity].filter = values::keys::decimal();
+    columns[optional::Price].kind = GridColumn::Kind::Number;
+    columns[optional::Price].filter = money();
+    vaSpread2->setColumns(columns);
+    std::vector<QStringList> rows;
+    for (const QString& description : m_kind.optionalRows)
+        rows.push_back({u"0"_s, {}, {}, description, u"1"_s, {}});
+    vaSpread2->setRows(rows);
+    vaSpread2->setFixedHeight(40 + 28 * int(rows.size()));
+    layout->addWidget(vaSpread2);
+    on(vaSpread2->cellChanged,
+       [this](int row, int column) { normalisePrice(vaSpread2, row, column, optional::Price); });
+}
+
+void SendForm::buildButtons(QBoxLayout* inside) {
+    auto* row = new QHBoxLayout;
+    inside->addLayout(row);
+    const auto button = [&](const QString& name, const QString& caption) {
+        auto* made = screen::named(new QPushButton(caption, this), name);
+        made->setAutoDefault(false);
+        row->addWidget(made);
+        return made;
+    };
+    on(button(u"cmdSelAll"_s, u"Select A&ll"_s), &SendForm::cmdSelAll_Click);
+    on(button(u"cmdSelNone"_s, u"Select &None"_s), &SendForm::cmdSelNone_Click);
+    on(button(m_kind.sendName, u"Send &Selected"_s), &SendForm::send);
+    on(button(u"Command1"_s, m_kind.historyCaption), &SendForm::Command1_Click);
+    on(button(u"cmdMessage"_s, u"Last &Message"_s), [this] { cmdMessage_Click(); });
+    cmdRecord = button(u"cmdRecord"_s, u"Record A&gain"_s);
+    on(cmdRecord, &SendForm::cmdRecord_Click);
+    row->addStretch(1);
+    auto* below = new QHBoxLayout;
+    inside->addLayout(below);
+    buildReports(below);
+    below->addStretch(1);
+    auto* cmdClose = screen::named(new QPushButton(u"&Close"_s, this), u"cmdClose"_s);
+    cmdClose->setAutoDefault(false);
+    below->addWidget(cmdClose);
+    on(cmdClose, [this] { unload(); });
+    setCancelButton(cmdClose);
+}
+
+void SendForm::Form_Load() {
+    showUnrecorded();
+    fillPartners();
+    if (!mayOpen()) {
+        refuse();
+        return;
+    }
+    m_showDollar = core::HasAccess(u"ShowDollar"_s);
+    readItems();
+}
+
+bool SendForm::readItems() {
+    Message question(u"ItemQueryRq"_s);
+    Waiting waiting(u"Reading the items of QuickBooks ..."_s);
+    if (!exchange(waiting, question.finish(), Purpose::Read))
+        return false;
+    const auto answer = readAnswer(waiting, Purpose::Read);
+    if (!answer)
+        return false;
+    QStringList names;
+    for (const auto& item : answer->items(u"ItemQueryRs"_s)) {
+        if (judge(waiting, item.status) == Verdict::Stop)
+            return false;
+        names += itemNames(item.content);
+    }
+    m_lines->setColumnChoices(m_kind.item, names);
+    vaSpread2->setColumnChoices(optional::Item, names);
+    m_itemsRead = true;
+    return true;
+}
+
+void SendForm::fillPartners() {
+    dbcCompID->setRows(partners(), u"Company"_s, u"ID"_s);
+}
+
+QString SendForm::partner() const {
+    return dbcCompID->boundText();
+}
+
+QString SendForm::order() const {
+    return dbcPO->boundText();
+}
+
+void SendForm::clearOrder() {
+    m_shownPartner.clear();
+    dbcPO->setItems({});
+    dbcPO->clear();
+    clearLines();
+}
+
+void SendForm::clearLines() {
+    m_shownOrder.clear();
+    m_all.clear();
+    m_sent.clear();
+    m_lines->clearRows();
+    showCount();
+    showSentBefore();
+}
+
+void SendForm::dbcCompID_Chosen() {
+    if (partner().isEmpty() || partner() == m_shownPartner)
+        return;
+    clearOrder();
+    m_shownPartner = partner();
+    txtName->setText(m_shownPartner);
+    const jet::Recordset rows = orders(m_shownPartner);
+    const QString field = rows.fieldNames().value(0);
+    dbcPO->setRows(rows, field, field);
+}
+
+void SendForm::dbcPO_Chosen() {
+    if (partner().isEmpty() || order().isEmpty())
+        return;
+    // QuickBooks may have been started since the screen was opened.
+    if (!m_itemsRead)
+        readItems();
+    if (order() != m_shownOrder) {
+        for (int row = 0; row < vaSpread2->rowCount(); ++row)
+            vaSpread2->setText(row, optional::Select, u"0"_s);
+        forgetDocument();
+    }
+    clearLines();
+    m_shownOrder = order();
+    m_all = fillLines(partner(), m_shownOrder);
+    m_sent = sentRows(core::MainDatabase(), m_kind.sent, m_shownOrder);
+    showCount();
+    showSentBefore();
+}
+
+void SendForm::addLine(const QStringList& cells, qint64 key) {
+    const int row = m_lines->rowCount();
+    m_lines->insertRow(row);
+    for (int column = 0; column < cells.size(); ++column)
+        m_lines->setText(row, column, cells[column]);
+    m_lines->setRowKey(row, key);
+    if (!m_showDollar) {
+        m_lines->setTextHidden(row, m_kind.price, true);
+        m_lines->setCellLocked(row, m_kind.price, true);
+    }
+}
+
+QString SendForm::shownPrice(const jet::Value& price) const {
+    return price.isNull() ? QString()
+                          : values::format(price.toCurrency(), core::moneyMask(u"#,##0.0000"_s));
+}
+
+void SendForm::normalisePrice(controls::Grid* grid, int row, int column, int priceColumn) {
+    if (column != priceColumn)
+        return;
+    const QString figure = plainFigure(grid->text(row, column), core::shared().CurrencySymbol);
+    if (values::isNumeric(figure))
+        grid->setText(
+            row, column,
+            values::format(values::Currency::fromText(figure), core::moneyMask(u"#,##0.0000"_s)));
+}
+
+void SendForm::showCount() {
+    const int count = m_lines->rowCount();
+    Frame1->setTitle(
+        u"Record Selection - "_s + QString::number(count) +
+        (count == 1 ? u" record currently displayed."_s : u" records currently displayed."_s));
+}
+
+Sendable SendForm::sendableAt(int row) const {
+    Sendable line;
+    line.description = recordedDescription(m_lines->text(row, m_kind.part),
+                                           m_lines->text(row, m_kind.description));
+    line.sending = values::val(m_lines->text(row, m_kind.quantity));
+    line.selected = values::val(m_lines->text(row, 0)) != 0;
+    return line;
+}
+
+void SendForm::showMarks() {
+    std::vector<Sendable> shown;
+    for (int row = 0; row < m_lines->rowCount(); ++row)
+        shown.push_back(sendableAt(row));
+    m_marks = repeats(m_sent, m_all, shown);
+    const int column = m_lines->columnCount() - 1;
+    for (int row = 0; row < m_lines->rowCount(); ++row) {
+        const QString before = sentBefore(m_sent, shown[std::size_t(row)].description);
+        const bool marked = m_marks[std::size_t(row)];
+        m_lines->setText(row, column, marked ? u"AGAIN: "_s + before : before);
+        m_lines->setRowColour(row, marked ? again : QColor());
+    }
+}
+
+void SendForm::showSentBefore() {
+    double sent = 0;
+    for (const SentRow& row : m_sent)
+        sent += row.quantity;
+    lblTotals->setText(
+        m_shownOrder.isEmpty()
+            ? QString()
+            : totals() + u", "_s +
+                  (m_kind.sent == SentKind::Invoice ? u"invoiced "_s : u"billed "_s) +
+                  values::numberText(sent) + u'.');
+    showMarks();
+}
+
+void SendForm::setAll(const QString& mark) {
+    for (int row = 0; row < m_lines->rowCount(); ++row)
+        m_lines->setText(row, 0, mark);
+    showMarks();
+}
+
+void SendForm::cmdSelAll_Click() {
+    setAll(u"1"_s);
+}
+
+void SendForm::cmdSelNone_Click() {
+    setAll(u"0"_s);
+}
+
+void SendForm::Command1_Click() {
+    if (partner().isEmpty() || order().isEmpty()) {
+        MsgBox(u"Please select a company and PO."_s, Buttons::Ok, Icon::Exclamation,
+               u"Nothing Selected"_s);
+        return;
+    }
+    screen::Forms::dialog<SentHistory>(m_kind.historyForm)->ShowHistory(order());
+    m_sent = sentRows(core::MainDatabase(), m_kind.sent, order());
+    showSentBefore();
+}
+
+std::optional<std::vector<DocumentLine>> SendForm::selectedLines(controls::Grid* grid, int item,
+                                                                 int part, int description,
+                                                                 int quantity, int price) const {
+    std::vector<DocumentLine> lines;
+    for (int row = 0; row < grid->rowCount(); ++row) {
+        if (values::val(grid->text(row, 0)) == 0)
+            continue;
+        DocumentLine line;
+        line.item = grid->text(row, item).trimmed();
+        const QString number = grid->text(row, part);
+        const QString words = grid->text(row, description);
+        if (!number.isEmpty() || !words.isEmpty())
+            line.description = number + u' ' + words;
+        line.quantity = grid->text(row, quantity).trimmed();
+        line.price = plainFigure(grid->text(row, price), core::shared().CurrencySymbol);
+        if (!isLineRight(line))
+            return std::nullopt;
+        lines.push_back(line);
+    }
+    return lines;
+}
+
+QString SendForm::unansweredKey() const {
+    return core::shared().DatabasePath + u'|' + m_kind.formName + u'|' + partner() + u'|' + order();
+}
+
+bool SendForm::askRepeats() {
+    QStringList lines;
+    for (int row = 0; row < m_lines->rowCount(); ++row) {
+        const Sendable line = sendableAt(row);
+        if (line.selected && m_marks[std::size_t(row)])
+            lines += line.description + u": "_s + sentBefore(m_sent, line.description);
+    }
+    QString question;
+    if (!lines.isEmpty())
+        question = u"This was sent before for this order:\r\n\r\n"_s + lines.join(u"\r\n"_s) +
+                   u"\r\n\r\n"_s;
+    if (unanswered().contains(unansweredKey()))
+        question += u"The last time that this order was sent, QuickBooks gave no answer. If it "
+                    "took the %1 then, this will be a second one.\r\n\r\n"_s.arg(m_kind.document);
+    return question.isEmpty() ||
+           MsgBox(question + u"Send it again?"_s, Buttons::YesNo, Icon::Question, u"Sent Before"_s,
+                  screen::Answer::No) == screen::Answer::Yes;
+}
+
+void SendForm::send() {
+    bool asked = false;
+    while (sendOnce(asked)) {
+    }
+}
+
+/// True if it is to be done again, since QuickBooks has just learnt who the partner is.
+bool SendForm::sendOnce(bool& asked) {
+    if (!isChosen())
+        return false;
+    std::optional<Message> ready = message();
+    if (!ready || !isFit(ready->complaints()))
+        return false;
+    if (!asked && !askRepeats())
+        return false;
+    asked = true;
+    {
+        Waiting waiting(u"Sending the %1 to QuickBooks ..."_s.arg(m_kind.document));
+        if (!sendTerms(waiting, termsFirst()))
+            return false;
+        const bool answered = exchange(waiting, ready->finish(), Purpose::Change);
+        const auto answer = answered ? readAnswer(waiting, Purpose::Change) : std::nullopt;
+        if (!answer) {
+            if (mayHaveBeenTaken())
+                unanswered().insert(unansweredKey());
+            return false;
+        }
+        bool unknown = false, recorded = true;
+        for (const auto& item : answer->items(m_kind.responseTag)) {
+            const QString what = unknownKind(item.status);
+            unknown = item.status.code == u"3140" && (what.isEmpty() || what == m_kind.partnerKind);
+            if (unknown)
+                break;
+            if (judge(waiting, item.status) == Verdict::Stop)
+                return false;
+            for (const QDomElement& ret : childElements(item.content)) {
+                if (ret.tagName() == m_kind.retTag)
+                    recorded = keepRecord(documentFrom(m_kind.sent, ret, order(), values::today()));
+            }
+        }
+        if (!unknown) {
+            waiting.hide();
+            unanswered().remove(unansweredKey());
+            if (!recorded)
+                return false;
+            m_sent = sentRows(core::MainDatabase(), m_kind.sent, order());
+            showSentBefore();
+            MsgBox(m_kind.success, Buttons::Ok, Icon::Information, u"Success"_s);
+            return false;
+        }
+    }
+    return MsgBox(m_kind.unknownPartner, Buttons::OkCancel, Icon::Question, u"Data Error"_s) ==
+               screen::Answer::Ok &&
+           addPartner();
+}
+
+/// False if the database refused, which the user was told.
+bool SendForm::keepRecord(const SentDocument& document) {
+    if (document.lines.empty())
+        return true;
+    QString reason;
+    try {
+        record(core::MainDatabase(), document);
+        return true;
+    } catch (const jet::Error& error) {
+        reason = error.text();
+    }
+    const bool kept = Unrecorded(core::shared().ProgramFolder).keep(document);
+    const QString number =
+        document.number.isEmpty() ? QString() : u" under the number "_s + document.number;
+    MsgBox(u"QuickBooks holds the %1%2, but the database refused to record it: %3\r\n\r\n"_s.arg(
+               m_kind.document, number, reason) +
+               (kept ? u"Its lines are kept. \"Record Again\" records them; don't send them a "
+                       "second time."_s
+                     : u"Its lines couldn't be kept either: note the number, and don't send them a "
+                       "second time."_s),
+           Buttons::Ok, Icon::Critical, u"Not Recorded"_s);
+    showUnrecorded();
+    return false;
+}
+
+void SendForm::showUnrecorded() {
+    cmdRecord->setVisible(!Unrecorded(core::shared().ProgramFolder).kept().empty());
+}
+
+void SendForm::cmdRecord_Click() {
+    QString reason;
+    const auto recorded =
+        Unrecorded(core::shared().ProgramFolder).recordAll(core::MainDatabase(), reason);
+    QStringList lines;
+    for (const SentDocument& document : recorded)
+        lines += (document.kind == SentKind::Invoice ? u"Invoice "_s : u"Bill "_s) +
+                 document.number + u" of order "_s + document.order + u" is recorded."_s;
+    if (!reason.isEmpty())
+        lines += u"The rest still waits: "_s + reason;
+    showUnrecorded();
+    if (!m_shownOrder.isEmpty() && !recorded.empty()) {
+        m_sent = sentRows(core::MainDatabase(), m_kind.sent, m_shownOrder);
+        showSentBefore();
+    }
+    MsgBox(lines.join(u"\r\n"_s), Buttons::Ok,
+           reason.isEmpty() ? Icon::Information : Icon::Exclamation, u"Record Again"_s);
+}
+
+} // namespace accounting

@@ -1,0 +1,218 @@
+#include "accounting/frmAP.h"
+
+#include "accounting/Rows.h"
+#include "core/MirsaMain.h"
+#include "core/ReportLaunch.h"
+#include "platform/controls/DataCombo.h"
+#include "platform/controls/DateField.h"
+#include "platform/screen/Layout.h"
+#include "platform/values/Clock.h"
+#include "platform/values/Numbers.h"
+
+#include <QCheckBox>
+#include <QHBoxLayout>
+#include <QRadioButton>
+
+namespace accounting {
+
+using controls::GridColumn;
+using screen::Buttons;
+using screen::Icon;
+
+namespace {
+
+enum Column { Select, Item, Part, Description, Quantity, Price };
+
+std::vector<GridColumn> columns() {
+    std::vector<GridColumn> made{{u"Select"_s, 7},    {u"Item"_s, 22},
+                                 {u"Part #"_s, 16},   {u"Description"_s, 34},
+                                 {u"Quantity"_s, 10}, {u"Unit Price"_s, 12}};
+    made[Select].kind = GridColumn::Kind::Check;
+    made[Item].kind = GridColumn::Kind::Combo;
+    for (const Column column : {Quantity, Price})
+        made[column].kind = GridColumn::Kind::Number;
+    for (const Column column : {Select, Item, Quantity, Price})
+        made[column].editable = true;
+    made[Quantity].filter = values::keys::decimal();
+    return made;
+}
+
+jet::Recordset snapshot(const QString& select) {
+    return core::MainDatabase().openRecordset(select, jet::RecordsetType::Snapshot);
+}
+
+void complainOf(const QString& text, const QString& title) {
+    screen::MsgBox(text, Buttons::Ok, Icon::Exclamation, title);
+}
+
+} // namespace
+
+frmAP::frmAP()
+    : SendForm({.formName = QString::fromLatin1(formName),
+                .caption = u"Send to Accounts Payable"_s,
+                .sent = SentKind::Bill,
+                .document = u"bill"_s,
+                .partnerLabel = u"&Vendor:"_s,
+                .partnerKind = u"Vendor"_s,
+                .responseTag = u"BillAddRs"_s,
+                .retTag = u"BillRet"_s,
+                .gridName = u"vaSpread1"_s,
+                .columns = columns(),
+                .item = Item,
+                .part = Part,
+                .description = Description,
+                .quantity = Quantity,
+                .price = Price,
+                .optionalRows = {u"Miscellaneous Charges"_s, u"Freight Charges"_s},
+                .sendName = u"cmdSend"_s,
+                .historyCaption = u"Payables &History"_s,
+                .historyForm = u"frmAPRecord"_s,
+                .unknownPartner = u"Vendor not found in Quickbooks Database. Add?"_s,
+                .success = u"Successfully sent to Quickbooks."_s}) {
+    build();
+}
+
+void frmAP::buildOptions(QBoxLayout* inside) {
+    auto* row = new QHBoxLayout;
+    inside->addLayout(row);
+    screen::Fields number(this, row);
+    screen::Line line;
+    line.limit = 20; // as many as QuickBooks takes
+    line.characters = 20;
+    txtInvoiceNum = number.text(u"txtInvoiceNum"_s, u"&Invoice #:"_s, line);
+    Check1 = screen::named(new QCheckBox(u"Select Invoice Dat&e"_s, this), u"Check1"_s);
+    row->addWidget(Check1);
+    const auto date = [&](const QString& name, const QString& spoken) {
+        auto* field = screen::named(new controls::DateField(this), name, spoken);
+        row->addWidget(field);
+        return field;
+    };
+    txtInvoiceDate = date(u"txtInvoiceDate"_s, u"Invoice date"_s);
+    optDate = screen::named(new QRadioButton(u"Select &Due Date"_s, this), u"optDate"_s);
+    row->addWidget(optDate);
+    txtBillDate = date(u"txtBillDate"_s, u"Due date"_s);
+    optTerm =
+        screen::named(new QRadioButton(u"Use Vendor &Terms for Due Date"_s, this), u"optTerm"_s);
+    row->addWidget(optTerm);
+    row->addStretch(1);
+    optTerm->setChecked(true);
+    connect(Check1, &QCheckBox::toggled, this, [this] { guarded([this] { showDates(); }); });
+    connect(optDate, &QRadioButton::toggled, this, [this] { guarded([this] { showDates(); }); });
+    showDates();
+}
+
+void frmAP::showDates() {
+    txtInvoiceDate->setEnabled(Check1->isChecked());
+    txtBillDate->setEnabled(optDate->isChecked());
+}
+
+void frmAP::buildReports(QBoxLayout* inside) {
+    const auto button = [&](const QString& name, const QString& caption, const QString& file,
+                            const QString& title) {
+        auto* made = screen::named(new QPushButton(caption, this), name);
+        made->setAutoDefault(false);
+        inside->addWidget(made);
+        on(made, [this, file, title] { core::launchReportFile(file, {}, title, this); });
+    };
+    button(u"cmdPrintOpen"_s, u"&Received, Not Sent"_s, u"Received_Not_Sent.rpt"_s,
+           u"Received and Not Sent"_s);
+    button(u"cmdPrintSent"_s, u"&Payables Sent"_s, u"Payables_Sent.rpt"_s, u"Payables Sent"_s);
+}
+
+jet::Recordset frmAP::partners() {
+    return snapshot(u"Select distinct Vendor.VendID as ID,Vendor.Company as Company from "
+                    "Vendor,POVendor where Vendor.VendID = POVendor.VendorID order by Company"_s);
+}
+
+jet::Recordset frmAP::orders(const QString& partner) {
+    return snapshot(u"Select OrderNumber from POVendor where VendorID = "_s + partner +
+                    u" ORDER BY OrderNumber DESC"_s);
+}
+
+std::vector<Sendable> frmAP::fillLines(const QString&, const QString& order) {
+    jet::Recordset rows = snapshot(
+        u"Select PartNumber, Description, ReceivedQuantity as RQuantity, UnitPrice, ItemKey, "
+        "Quantity from POItem where ItemKey Like '"_s +
+        order + u"-*' order by ItemNumber"_s);
+    std::vector<Sendable> all;
+    m_ordered = m_received = 0;
+    for (; !rows.eof(); rows.moveNext()) {
+        addLine({u"0"_s, QString(), rows.text(u"PartNumber"), rows.text(u"Description"),
+                 rows.text(u"RQuantity"), shownPrice(rows[u"UnitPrice"])});
+        m_ordered += rows[u"Quantity"].toDouble();
+        m_received += rows[u"RQuantity"].toDouble();
+        Sendable line;
+        line.description = recordedDescription(rows.text(u"PartNumber"), rows.text(u"Description"));
+        line.due = rows[u"RQuantity"].toDouble();
+        all.push_back(line);
+    }
+    return all;
+}
+
+QString frmAP::totals() const {
+    return u"This order: ordered "_s + values::numberText(m_ordered) + u", received "_s +
+           values::numberText(m_received);
+}
+
+void frmAP::forgetDocument() {
+    txtInvoiceNum->clear();
+}
+
+bool frmAP::isChosen() {
+    if (partner().isEmpty() || order().isEmpty()) {
+        complainOf(u"Please select a company and PO."_s, u"Nothing Selected"_s);
+        return false;
+    }
+    if (Check1->isChecked() && !txtInvoiceDate->date()) {
+        complain(u"Please enter a valid invoice date."_s, txtInvoiceDate);
+        return false;
+    }
+    if (optDate->isChecked() && !txtBillDate->date()) {
+        complain(u"Please enter a valid due date."_s, txtBillDate);
+        return false;
+    }
+    return true;
+}
+
+bool frmAP::isLineRight(const DocumentLine& line) const {
+    if (line.item.isEmpty()) {
+        complainOf(u"Please select an item type for each line item."_s, u"Select Item Type"_s);
+        return false;
+    }
+    if (values::val(line.quantity) == 0) {
+        complainOf(u"One or more of the received quantities is zero. Please enter the correct "
+                   "quantity."_s,
+                   u"Zero Quantity"_s);
+        return false;
+    }
+    return true;
+}
+
+std::optional<Message> frmAP::message() {
+    auto lines = selectedLines(m_lines, Item, Part, Description, Quantity, Price);
+    const auto charges =
+        lines ? selectedLines(vaSpread2, Item, Part, Description, Quantity, Price) : std::nullopt;
+    if (!charges)
+        return std::nullopt;
+    lines->insert(lines->end(), charges->begin(), charges->end());
+    if (lines->empty()) {
+        complainOf(u"No vendor records where selected."_s, u"Nothing Selected"_s);
+        return std::nullopt;
+    }
+    Bill bill;
+    bill.vendor = dbcCompID->text();
+    bill.date = Check1->isChecked() ? *txtInvoiceDate->date() : values::today();
+    if (optDate->isChecked())
+        bill.due = txtBillDate->date();
+    bill.number = txtInvoiceNum->text().trimmed();
+    bill.lines = *lines;
+    return billRequest(bill);
+}
+
+bool frmAP::addPartner() {
+    const jet::Recordset row = snapshot(u"SELECT * FROM Vendor WHERE VendID = "_s + partner());
+    return !row.isEmpty() && addRecord(vendorKind(), fieldsOf(vendorKind(), row)) &&
+           markSent(u"UPDATE Vendor Set QBSent = 1 WHERE VendID = "_s + partner());
+}
+
+} // namespace accounting

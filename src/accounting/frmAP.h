@@ -1,0 +1,44 @@
+#pragma once
+
+#include "accounting/SendForm.h"
+
+class QCheckBox;
+class QRadioButton;
+
+namespace controls {
+class DateField;
+}
+
+namespace accounting {
+
+/// Sends the received lines of a purchase order to QuickBooks as a bill.
+class frmAP : public SendForm {
+  public:
+    static constexpr char formName[] = "frmAP";
+    frmAP();
+
+  protected:
+    void buildOptions(QBoxLayout* inside) override;
+    void buildReports(QBoxLayout* inside) override;
+    jet::Recordset partners() override;
+    jet::Recordset orders(const QString& partner) override;
+    std::vector<Sendable> fillLines(const QString& partner, const QString& order) override;
+    bool isChosen() override;
+    std::optional<Message> message() override;
+    bool addPartner() override;
+    QString totals() const override;
+    void forgetDocument() override;
+    bool isLineRight(const DocumentLine& line) const override;
+
+  private:
+    void showDates();
+
+    controls::TextField* txtInvoiceNum = nullptr;
+    QCheckBox* Check1 = nullptr;
+    controls::DateField* txtInvoiceDate = nullptr;
+    QRadioButton *optDate = nullptr, *optTerm = nullptr;
+    controls::DateField* txtBillDate = nullptr;
+    double m_ordered = 0, m_received = 0;
+};
+
+} // namespace accounting
