@@ -150,8 +150,11 @@ void ship(Shop& shop, const JobMade& job, const QDate& date, int quantity) {
 }
 
 void schedule(Shop& shop, const JobMade& job, const OperRow& operation, int seqNo) {
-    // Within the job's dates, else the planner couldn't save it again.
-    const QDate begin = std::max(job.in, std::min(job.in.addDays(seqNo * 2), job.due.addDays(-1)));
+    // Within the job's dates, else the planner couldn't save it again; on work days where it can
+    // be.
+    QDate begin = std::max(job.in, std::min(job.in.addDays(seqNo * 2), job.due.addDays(-1)));
+    while (begin.dayOfWeek() > 4 && begin > job.in)
+        begin = begin.addDays(-1);
     Row(u"JobOperSchedule")
         .set(u"JobNo", job.jobNo)
         .set(u"SeqNo", seqNo)

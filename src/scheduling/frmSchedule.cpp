@@ -57,6 +57,7 @@ void frmSchedule::Form_Load() {
     }
     dbcCustomer->setRows(customers, u"Company"_s, u"Custid"_s);
     m_capacity = loadCapacity(database, values::today());
+    showDates({});
     setMode(false);
     const auto* jobScreen = Forms::find<core::RecordScreen>(u"frmJob"_s);
     if (!jobScreen)

@@ -12,6 +12,8 @@ namespace gantt {
 
 namespace {
 
+constexpr int longestText = 240; ///< pixels of a text to the right of its bar
+
 QColor mixed(const QColor& a, const QColor& b, double share) {
     return QColor::fromRgbF(static_cast<float>(a.redF() * (1 - share) + b.redF() * share),
                             static_cast<float>(a.greenF() * (1 - share) + b.greenF() * share),
@@ -156,7 +158,7 @@ void ChartView::paintRow(QPainter& painter, int row) {
     const int selected = row == m_model.selectedRow() ? m_model.selectedBar() : 0;
     for (const bool blocks : {true, false}) {
         // A text to the right of its bar reaches into what follows.
-        const Minute reach = blocks ? from : m_scale.at(left - 200);
+        const Minute reach = blocks ? from : m_scale.at(left - longestText);
         for (size_t i = layout.firstReaching(bars, reach); i < layout.byStart.size(); ++i) {
             const RowLayout::Placed& placed = layout.byStart[i];
             const Bar& bar = bars[static_cast<size_t>(placed.bar) - 1];
@@ -169,13 +171,30 @@ void ChartView::paintRow(QPainter& painter, int row) {
                 rect.setTop(y);
                 rect.setHeight(height);
             }
-            paintBar(painter, bar, rect, placed.bar == selected);
+            paintBar(painter, bar, rect, placed.bar == selected, roomBehind(row, i, rect));
         }
     }
     paintOutside(painter, row);
 }
 
-void ChartView::paintBar(QPainter& painter, const Bar& bar, const QRect& full, bool selected) {
+/// Pixels to the right of a bar until the next one in its lane begins, as far as a text goes.
+int ChartView::roomBehind(int row, size_t place, const QRect& rect) const {
+    const RowLayout& layout = m_layouts.row(row);
+    const auto& bars = m_model.bars(row);
+    if (bars[static_cast<size_t>(layout.byStart[place].bar) - 1].align != Align::RightOfBar)
+        return 0;
+    for (size_t i = place + 1; i < layout.byStart.size(); ++i) {
+        const RowLayout::Placed& next = layout.byStart[i];
+        const Bar& bar = bars[static_cast<size_t>(next.bar) - 1];
+        if (next.lane != layout.byStart[place].lane || bar.style != 0)
+            continue;
+        return std::min(longestText, spanRect(row, next.lane, bar.span).left() - rect.right() - 10);
+    }
+    return longestText;
+}
+
+void ChartView::paintBar(QPainter& painter, const Bar& bar, const QRect& full, bool selected,
+                         int roomBehind) {
     const QPalette colours = palette();
     // Bars of many months at a near zoom: only what is on the screen.
     const QRect rect = full.intersected(viewport()->rect().adjusted(-400, 0, 400, 0));
@@ -196,14 +215,14 @@ void ChartView::paintBar(QPainter& painter, const Bar& bar, const QRect& full, b
     painter.setPen(edge);
     painter.drawRect(rect.adjusted(0, 0, -1, -1));
     if (bar.style == 0)
-        drawBarText(painter, bar, full);
+        drawBarText(painter, bar, full, roomBehind);
     if (selected) {
         painter.setPen(QPen(colours.color(hasFocus() ? QPalette::Highlight : QPalette::Text), 2));
         painter.drawRect(rect.adjusted(-1, -1, 0, 0));
     }
 }
 
-void ChartView::drawBarText(QPainter& painter, const Bar& bar, const QRect& rect) {
+void ChartView::drawBarText(QPainter& painter, const Bar& bar, const QRect& rect, int roomBehind) {
     if (bar.text.isEmpty())
         return;
     const bool beside = bar.align == Align::RightOfBar;
@@ -211,7 +230,7 @@ void ChartView::drawBarText(QPainter& painter, const Bar& bar, const QRect& rect
     const QRect seen =
         beside ? rect
                : rect.intersected(QRect(labelWidth(), 0, chartWidth(), viewport()->height()));
-    const int room = beside ? 240 : seen.width() - 6;
+    const int room = beside ? roomBehind : seen.width() - 6;
     if (room < 8)
         return;
     Elided& kept = m_texts[bar.id];

@@ -120,10 +120,12 @@ class ChartView : public QAbstractScrollArea {
     void paintRuler(QPainter& painter);
     void paintRow(QPainter& painter, int row);
     void paintLabels(QPainter& painter, int row);
-    void paintBar(QPainter& painter, const Bar& bar, const QRect& rect, bool selected);
+    int roomBehind(int row, size_t place, const QRect& rect) const;
+    void paintBar(QPainter& painter, const Bar& bar, const QRect& rect, bool selected,
+                  int roomBehind);
     void paintOutside(QPainter& painter, int row);
     void paintGhosts(QPainter& painter);
-    void drawBarText(QPainter& painter, const Bar& bar, const QRect& rect);
+    void drawBarText(QPainter& painter, const Bar& bar, const QRect& rect, int roomBehind);
     const QPixmap& rest();
 
     // ChartInput.cpp

@@ -148,7 +148,9 @@ void LoadStrip::paintCell(QPainter& painter, const Cell& cell, bool current) con
         QRect taken = inside;
         taken.setTop(inside.bottom() - static_cast<int>(inside.height() * share) + 1);
         painter.fillRect(taken, fill);
-        const QString text = hoursText(cell.load.planned) + u'/' + hoursText(cell.load.available);
+        QString text = hoursText(cell.load.planned) + u'/' + hoursText(cell.load.available);
+        if (painter.fontMetrics().horizontalAdvance(text) + 4 >= inside.width())
+            text = hoursText(cell.load.planned);
         if (painter.fontMetrics().horizontalAdvance(text) + 4 < inside.width()) {
             painter.setPen(over ? palette().color(QPalette::Base)
                                 : palette().color(QPalette::Text));
