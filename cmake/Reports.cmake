@@ -18,6 +18,7 @@ set(MIRSA_REPORT_FILES
   reports/Purchase_Order.rpt
   reports/RFQ.rpt
   reports/Received_Not_Sent.rpt
+  reports/RFQ_Comparison.rpt
   reports/Schedule_Load.rpt
   reports/Shipping_History.rpt
   reports/Vendors.rpt

@@ -3,7 +3,9 @@
 #include "core/MirsaMain.h"
 #include "core/ReportErrors.h"
 #include "core/Shell.h"
+#include "platform/report/Mail.h"
 #include "platform/report/Report.h"
+#include "platform/report/ReportError.h"
 #include "platform/screen/MsgBox.h"
 #include "platform/screen/Pointer.h"
 #include "platform/values/Literals.h"
@@ -29,18 +31,44 @@ void complain(const QString& text, const QString& title) {
     screen::MsgBox(text, screen::Buttons::Ok, screen::Icon::Critical, title);
 }
 
-} // namespace
-
-void launchDefaultReport(const QString& module, const QString& formula, const QString& title,
-                         QWidget* parent) {
+/// File of a module's default report; empty after a box.
+QString defaultOf(const QString& module) {
     const QString fileName = catalogued(u"Module = '"_s + module + u"' and Default = true"_s);
     if (fileName.isEmpty()) {
         complain(u"You do not have a Default Report specified for this Module or the "
                  "Default Report is missing!"_s,
                  u"No Default Report"_s);
-        return;
     }
-    launchReportFile(fileName, formula, title, parent);
+    return fileName;
+}
+
+} // namespace
+
+void launchDefaultReport(const QString& module, const QString& formula, const QString& title,
+                         QWidget* parent) {
+    const QString fileName = defaultOf(module);
+    if (!fileName.isEmpty())
+        launchReportFile(fileName, formula, title, parent);
+}
+
+bool sendDefaultReport(const QString& module, const QString& formula, QWidget* parent) {
+    screen::BusyPointer pointer(screen::BusyPointer::ArrowAndHourglass);
+    const QString fileName = defaultOf(module);
+    if (fileName.isEmpty())
+        return false;
+    report::DatabaseRowSource source(MainDatabase());
+    try {
+        report::ReportFile file = report::readReportFile(programFile(fileName));
+        if (!HasAccess(u"ShowDollar"_s))
+            report::leaveOutMoney(file);
+        const auto document = report::layOut(file, source, formula, {{}, shared().CurrencySymbol});
+        return report::sendByMail(*document, parent);
+    } catch (const report::ReportError& error) {
+        pointer.reset();
+        QString message;
+        ShowReportError(error.code(), message);
+        return false;
+    }
 }
 
 void launchReportFile(const QString& fileName, const QString& formula, const QString& title,

@@ -13,7 +13,12 @@ namespace core {
 void launchDefaultReport(const QString& module, const QString& formula, const QString& title,
                          QWidget* parent);
 
-/// The same with a report file of the program folder, whether the catalogue has it or not.
+/// Hands a module's default report to the desktop's mail program, without a preview: see
+/// report::sendByMail. False after a box.
+bool sendDefaultReport(const QString& module, const QString& formula, QWidget* parent);
+
+/// The same as the first with a report file of the program folder, whether the catalogue has it or
+/// not.
 void launchReportFile(const QString& fileName, const QString& formula, const QString& title,
                       QWidget* parent);
 

@@ -47,6 +47,14 @@ class CopyTreeDialog {
     virtual std::optional<Choice> choose(qint64 number, const QString& key) = 0;
 };
 
+/// What "frmRFQMatrix" offers: the offers of a group side by side.
+class MatrixDialog {
+  public:
+    virtual ~MatrixDialog() = default;
+    /// The key of the request that is to become an order; empty for none.
+    virtual QString choose(qint64 group) = 0;
+};
+
 /// What "frmRFQDelete" offers.
 class DeleteRequestDialog {
   public:

@@ -8,6 +8,7 @@
 #include "purchasing/frmPOItemRestock.h"
 #include "purchasing/frmPOaddRec.h"
 #include "purchasing/frmRFQ.h"
+#include "purchasing/frmRFQMatrix.h"
 #include "purchasing/frmRecHistory.h"
 
 namespace purchasing {
@@ -33,6 +34,7 @@ void registerScreens() {
     Forms::add<frmRFQ>();
     Forms::add<frmRfqVendorSelect>();
     Forms::add<frmRFQDelete>();
+    Forms::add<frmRFQMatrix>();
     Forms::add<frmPO>();
     Forms::add<frmRecHistory>();
     Forms::add<frmPOaddRec>();

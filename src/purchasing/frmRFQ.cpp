@@ -1,6 +1,7 @@
 #include "purchasing/frmRFQ.h"
 
 #include "core/MirsaMain.h"
+#include "core/ReportLaunch.h"
 #include "platform/screen/Forms.h"
 #include "platform/screen/Pointer.h"
 #include "purchasing/Dialogs.h"
@@ -75,11 +76,15 @@ frmRFQ::frmRFQ()
                     {Role::Find, u"cmdGoto"_s, u"&Goto"_s},
                     {Role::List, u"cmdQuery"_s, u"&Query/Report"_s},
                     {Role::PrintShown, u"cmdPrint"_s, u"Quick &Report Shown"_s},
+                    {Role::BrowseOnly, u"cmdSendAll"_s, u"Send &to All"_s},
+                    {Role::BrowseOnly, u"cmdMatrix"_s, u"Compare &Vendors"_s},
                     {Role::BrowseOnly, u"cmdCreatePO"_s, u"Create a &PO"_s},
                     {Role::Save, u"cmdSave"_s, u"&Save"_s},
                     {Role::Cancel, u"cmdCancel"_s, u"&Cancel"_s},
                     {Role::Close, u"cmdClose"_s, u"Do&ne"_s}});
     on(control<QPushButton>(u"cmdCreatePO"_s), &frmRFQ::cmdCreatePO_Click);
+    on(control<QPushButton>(u"cmdMatrix"_s), &frmRFQ::cmdMatrix_Click);
+    on(control<QPushButton>(u"cmdSendAll"_s), &frmRFQ::cmdSendAll_Click);
     on(sprVendor->activeRowChanged, &frmRFQ::sprVendor_Click);
 }
 
@@ -277,9 +282,39 @@ bool frmRFQ::askDeleteLine(const OrderLine& line) {
 
 // Handing over
 
-QString frmRFQ::shownFormula() const {
+QString frmRFQ::formulaOf(const QString& key) const {
     return u"({rfq.ponumber} = "_s + QString::number(currentKey()) +
-           u") and ({RFQVendor.vorderkey} = '"_s + m_key + u"')"_s;
+           u") and ({RFQVendor.vorderkey} = '"_s + key + u"')"_s;
+}
+
+QString frmRFQ::shownFormula() const {
+    return formulaOf(m_key);
+}
+
+// One message for each vendor, each with his own pages.
+void frmRFQ::cmdSendAll_Click() {
+    const int vendors = sprVendor->rowCount();
+    if (!hasRecord() || vendors == 0 ||
+        MsgBox(u"Prepare a message to each of the "_s + QString::number(vendors) +
+                   u" vendors of this group?"_s,
+               Buttons::YesNo, Icon::Question) != Answer::Yes)
+        return;
+    for (int row = 0; row < vendors; ++row) {
+        const QString key = vendorKey(currentKey(), sprVendor->text(row, 1).toLongLong());
+        if (!core::sendDefaultReport(descriptor().reportModule, formulaOf(key), this))
+            return;
+    }
+}
+
+void frmRFQ::cmdMatrix_Click() {
+    if (!hasRecord())
+        return;
+    const QString key = Forms::dialog<MatrixDialog>(u"frmRFQMatrix"_s)->choose(currentKey());
+    if (key.isEmpty())
+        return;
+    m_key = key;
+    showVendors();
+    cmdCreatePO_Click();
 }
 
 void frmRFQ::cmdCreatePO_Click() {

@@ -18,6 +18,8 @@ class frmRFQ : public OrderModule {
     void cmdEdit_Click() override;
     void cmdDelete_Click() override;
     void cmdCreatePO_Click();
+    void cmdMatrix_Click();
+    void cmdSendAll_Click();
 
     /// The key of the request that is shown, such as "12-7".
     QString requestKey() const { return m_key; }
@@ -36,6 +38,7 @@ class frmRFQ : public OrderModule {
     qint64 vendorNo() const override;
 
   private:
+    QString formulaOf(const QString& key) const;
     void newGroup();
     void newGroupCopy();
     void newVendor(bool carryLines);

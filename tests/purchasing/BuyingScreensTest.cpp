@@ -6,9 +6,11 @@
 #include "purchasing/OrderLine.h"
 #include "purchasing/PoStore.h"
 #include "purchasing/Screens.h"
+#include "support/Paths.h"
 #include "support/ShopFixture.h"
 
 #include <QElapsedTimer>
+#include <QTemporaryDir>
 
 using screen::Answer;
 
@@ -28,9 +30,9 @@ class Buying : public testsupport::ShopTest {
         values::setNow(QDateTime(QDate(2026, 3, 2), QTime(9, 0)));
         jet::Database& db = database();
         for (const char16_t* name : {u"Harrow", u"O''Brien", u"Stone"}) {
-            db.execute(u"INSERT INTO Vendor (company, Address1, City, Terms, OurNotes) VALUES "
-                       "('%1', '1 High St', 'Leeds', 'Net 30', 'Ring first')"_s.arg(
-                           QString::fromUtf16(name)));
+            db.execute(u"INSERT INTO Vendor (company, Address1, City, Terms, OurNotes, "
+                       "Email) VALUES ('%1', '1 High St', 'Leeds', 'Net 30', 'Ring first', "
+                       "'sales@example.com')"_s.arg(QString::fromUtf16(name)));
             m_vendors.push_back(db.lastCounter());
         }
         db.execute(u"INSERT INTO Employee (firstname, lastname) VALUES ('Ann', 'Berg')"_s);
@@ -147,6 +149,34 @@ TEST_P(Buying, FromAGroupOfThreeVendorsToStock) {
         press(u"cmdOK"_s);
     });
     press(u"cmdAdd"_s);
+
+    // Each vendor gets a message of his own.
+    core::shared().ProgramFolder = testsupport::sourceFile(u"reports"_s);
+    expectBox(u"Prepare a message to each of the 3 vendors of this group?"_s, Answer::Yes);
+    press(u"cmdSendAll"_s);
+    ASSERT_EQ(started.size(), 3);
+    for (const char16_t* part : {u"/RFQ 1-%1 O'Brien.pdf ", u"-%1 O'Brien --attach"})
+        EXPECT_TRUE(started[1].contains(QString::fromUtf16(part).arg(m_vendors[1])));
+    EXPECT_TRUE(started[1].endsWith(u" sales@example.com"_s));
+
+    // Compared, the third is the cheapest for the bar and has not quoted the nut.
+    whenShown(u"frmRFQMatrix"_s, [this] {
+        EXPECT_EQ(cell(u"sprMatrix"_s, 1, 10), u"no quote"_s);
+        EXPECT_TRUE(control<controls::Grid>(u"sprMatrix"_s)->hasPicture(0, 10));
+        EXPECT_TRUE(control<controls::Grid>(u"sprMatrix"_s)->hasPicture(2, 5));
+        EXPECT_FALSE(control<controls::Grid>(u"sprMatrix"_s)->hasPicture(2, 11));
+        QTemporaryDir folder;
+        expectSaveFile(folder.filePath(u"offers"_s));
+        press(u"cmdExport"_s);
+        QFile file(folder.filePath(u"offers.csv"_s));
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+        EXPECT_TRUE(file.readAll().contains("N-2,Nut,100,EA,0.0125,1.25,,0.0125,1.25,,,,"));
+        clickCell(u"sprMatrix"_s, 0, 4);
+        press(u"cmdCreatePO"_s);
+    });
+    whenShown(u"frmRFQ2POtree"_s, [this] { press(u"cmdCancel"_s); });
+    press(u"cmdMatrix"_s);
+    EXPECT_EQ(text(u"txtRFQNum"_s), u"1-%1"_s.arg(m_vendors[0]));
 
     // The second vendor's offer is ordered, whole.
     clickCell(u"sprVendor"_s, 1, 0);

@@ -43,7 +43,8 @@ struct Page {
 class Document {
   public:
     QString title;
-    QString name; ///< what a copy of it is called, as a file for instance; may hold any character
+    QString name;   ///< what a copy of it is called, as a file for instance; may hold any character
+    QString mailTo; ///< the address that it is sent to; empty if the report names none
     Paper paper;
     std::vector<Style> styles;
     std::vector<QImage> pictures;

@@ -215,8 +215,10 @@ class Composer : public Scope {
             }
             keys = std::move(nowKeys);
             ++current().rowNumber;
-            if (first && &list == &m_file.body)
+            if (first && &list == &m_file.body) {
                 m_document.name = m_file.documentName.text(*this).simplified();
+                m_document.mailTo = m_file.mailTo.text(*this).simplified();
+            }
             if (first) {
                 header = list.repeatHeader ? ++m_headers : 0;
                 print(list.header, header);

@@ -1,5 +1,6 @@
 #include "platform/report/PreviewWindow.h"
 
+#include "platform/report/Mail.h"
 #include "platform/report/PageView.h"
 #include "platform/report/ProgressBox.h"
 #include "platform/report/ReportError.h"
@@ -48,6 +49,8 @@ PreviewWindow::PreviewWindow(std::shared_ptr<const Document> document, const Win
     bar->addAction(action(u"&Print..."_s, u"print"_s, {Standard::Print}, [this] { print(); }));
     bar->addAction(
         action(u"Save as P&DF..."_s, u"savePdf"_s, {Standard::Save}, [this] { saveAsPdf(); }));
+    bar->addAction(action(u"Se&nd..."_s, u"send"_s, {QKeySequence(Qt::CTRL | Qt::Key_E)},
+                          [this] { sendByMail(*m_document, this); }));
     bar->addSeparator();
     createNavigation(bar);
     bar->addSeparator();
@@ -226,12 +229,9 @@ void PreviewWindow::keyPressEvent(QKeyEvent* event) {
 }
 
 QString PreviewWindow::suggestedFile() const {
-    QString name = m_document->name.isEmpty() ? windowTitle() : m_document->name;
-    static const QString unfit = u"\\/:*?\"<>|"_s;
-    for (const QChar c : unfit)
-        name.replace(c, u'-');
     const QDir documents(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
-    return (documents.exists() ? documents : QDir::home()).filePath(name + u".pdf"_s);
+    return (documents.exists() ? documents : QDir::home())
+        .filePath(pdfName(*m_document, windowTitle()));
 }
 
 void PreviewWindow::saveAsPdf() {

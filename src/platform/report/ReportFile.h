@@ -142,6 +142,7 @@ struct ReportFile {
     QString title;
     Template
         documentName; ///< of one printed copy, such as its PDF; it names the first row's fields
+    Template mailTo;  ///< the address that such a copy is sent to
     Paper paper;
     std::vector<Style> styles; ///< the first is the ordinary text
     std::vector<Parameter> parameters;

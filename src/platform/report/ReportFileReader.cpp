@@ -155,6 +155,7 @@ class Reader {
         Attributes attributes(*this);
         m_report.title = attributes.text(QLatin1String("title"));
         m_report.documentName = Template::parse(attributes.text(QLatin1String("documentName")));
+        m_report.mailTo = Template::parse(attributes.text(QLatin1String("mailTo")));
         attributes.end();
         m_report.styles.push_back({});
         m_styleNames.insert(QString(), 0);

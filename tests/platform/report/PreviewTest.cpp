@@ -28,7 +28,7 @@ class Preview : public testsupport::ScreenFixture {
         source.add(u"Job"_s, std::move(table));
         const auto file = report::readReportText(
             "<report title=\"Jobs\" documentName=\"Job {No} for "
-            "'AC/DC'\"><query><from>Job</from></query><body><detail>"
+            "'AC/DC'\" mailTo=\"shop@example.com\"><query><from>Job</from></query><body><detail>"
             "<band newPage=\"yes\"><text>Job number {No}</text>"
             "<text y=\"200\">{iif(No = 3 or No = 7, 'Needle here', 'hay')}</text></band>"
             "</detail></body></report>",
@@ -115,6 +115,19 @@ TEST_F(Preview, savesAPdfAndTellsWhereItCannot) {
     expectSaveFile(folder.filePath(u"no/such/folder.pdf"_s));
     expectBoxContaining(u"could not be saved"_s);
     window->saveAsPdf();
+}
+
+TEST_F(Preview, sendHandsThePdfToTheMailProgram) {
+    press(Qt::Key_E, Qt::ControlModifier);
+    ASSERT_EQ(started.size(), 1);
+    EXPECT_TRUE(started[0].startsWith(u"xdg-email --utf8 --subject Job 1 for 'AC/DC' --attach "_s));
+    EXPECT_TRUE(started[0].endsWith(u"/Job 1 for 'AC-DC'.pdf shop@example.com"_s));
+    const QString path = started[0].section(u" --attach "_s, 1).section(u" shop@"_s, 0, 0);
+    EXPECT_GT(QFileInfo(path).size(), 1000);
+    EXPECT_TRUE(QDir(QFileInfo(path).path()).removeRecursively());
+    programsStart = false;
+    expectBoxContaining(u"could not be handed to your mail program: File not found"_s);
+    press(Qt::Key_E, Qt::ControlModifier);
 }
 
 TEST_F(Preview, escapeClosesItAndItGoesWithItsMainWindow) {
