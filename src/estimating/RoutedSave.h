@@ -99,10 +99,12 @@ SaveOutcome saveRouted(jet::Database& database, const RoutingKind& kind,
             documentNo = row.lastAddedKey().toLong();
     });
     runStep(kind, kind.insertOperStep, [&] {
-        replaceOperRows(database, kind, documentNo, stored.operations, draft.operations);
+        replaceOperRows(database, kind, documentNo, stored.operations, draft.operations,
+                        editedNo != 0);
     });
     runStep(kind, kind.insertMiscStep, [&] {
-        replaceMiscRows(database, kind, documentNo, stored.fixedCosts, draft.fixedCosts);
+        replaceMiscRows(database, kind, documentNo, stored.fixedCosts, draft.fixedCosts,
+                        editedNo != 0);
     });
     runStep(kind, u"Update "_s + kind.noteTable,
             [&] { NoteStaging(database, kind, editedNo).adopt(documentNo); });

@@ -52,7 +52,8 @@ std::vector<OperRow> loadOperRows(jet::Database& database, const RoutingKind& ki
         row.inhouse = set.text(u"OperType") == u"I"_s;
         row.time = set[u"OperTime_Amount"].toDouble();
         row.rate = set[u"OperShopRate"].toCurrency();
-        row.hasNote = notes.contains(set[u"SeqNo"].toLong());
+        row.place = static_cast<int>(set[u"SeqNo"].toLong());
+        row.hasNote = notes.contains(row.place);
         if (kind.hasProgress) {
             row.located = static_cast<int>(set[u"OperLocated"].toLong());
             row.status = set.text(u"Status");

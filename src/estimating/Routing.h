@@ -15,6 +15,7 @@ namespace estimating {
 /// One line of a routing while a document is open. Its sequence number is its place from 1.
 struct OperRow {
     qint64 id = 0; ///< of the stored row, which keeps it over a save; 0 until it is saved
+    int place = 0; ///< its SeqNo as it is stored
     qint64 operNo = 0;
     QString description;
     bool inhouse = true;
@@ -88,11 +89,14 @@ void insertOperRows(jet::Database& database, const RoutingKind& kind, qint64 doc
 void insertMiscRows(jet::Database& database, const RoutingKind& kind, qint64 documentNo,
                     const std::vector<MiscRow>& rows);
 /// The same over what is `stored`: rows that stay keep their identity and are written only where
-/// they differ, so that other programs' statements go on meeting them.
+/// they differ, so that other programs' statements go on meeting them; all others go. Not `over`
+/// anything, for a new document.
 void replaceOperRows(jet::Database& database, const RoutingKind& kind, qint64 documentNo,
-                     const std::vector<OperRow>& stored, std::vector<OperRow>& rows);
+                     const std::vector<OperRow>& stored, std::vector<OperRow>& rows,
+                     bool over = true);
 void replaceMiscRows(jet::Database& database, const RoutingKind& kind, qint64 documentNo,
-                     const std::vector<MiscRow>& stored, const std::vector<MiscRow>& rows);
+                     const std::vector<MiscRow>& stored, const std::vector<MiscRow>& rows,
+                     bool over = true);
 
 /// The operation's default note; empty if it has none.
 QString defaultNote(jet::Database& database, qint64 operNo);

@@ -88,17 +88,17 @@ void insertOperRows(jet::Database& database, const RoutingKind& kind, qint64 doc
                     std::vector<OperRow>& rows) {
     for (OperRow& row : rows)
         row.id = 0;
-    replaceOperRows(database, kind, documentNo, {}, rows);
+    replaceOperRows(database, kind, documentNo, {}, rows, false);
 }
 
 void replaceOperRows(jet::Database& database, const RoutingKind& kind, qint64 documentNo,
-                     const std::vector<OperRow>& stored, std::vector<OperRow>& rows) {
+                     const std::vector<OperRow>& stored, std::vector<OperRow>& rows, bool over) {
     const QString number = QString::number(documentNo);
     const QString ofDocument =
         u" WHERE "_s + kind.operTable + u"."_s + kind.documentKey + u" = "_s + number;
     QHash<qint64, QStringList> before;
-    for (std::size_t i = 0; i < stored.size(); ++i)
-        before.insert(stored[i].id, operValues(kind, stored[i], i));
+    for (const OperRow& row : stored)
+        before.insert(row.id, operValues(kind, row, static_cast<std::size_t>(row.place - 1)));
     QStringList kept;
     std::vector<QStringList> changed, added;
     for (std::size_t i = 0; i < rows.size(); ++i) {
@@ -115,7 +115,8 @@ void replaceOperRows(jet::Database& database, const RoutingKind& kind, qint64 do
         if (before.value(row.id) != values)
             changed.push_back(QStringList{id} + values);
     }
-    if (!stored.empty()) {
+    if (over) {
+        // Rows of operations that have left the catalogue, which nobody sees, go too.
         database.execute(
             u"DELETE FROM "_s + kind.operTable + ofDocument +
             (kept.isEmpty() ? QString() : u" AND ID NOT IN ("_s + kept.join(u',') + u")"_s));
@@ -127,11 +128,12 @@ void replaceOperRows(jet::Database& database, const RoutingKind& kind, qint64 do
 
 void insertMiscRows(jet::Database& database, const RoutingKind& kind, qint64 documentNo,
                     const std::vector<MiscRow>& rows) {
-    replaceMiscRows(database, kind, documentNo, {}, rows);
+    replaceMiscRows(database, kind, documentNo, {}, rows, false);
 }
 
 void replaceMiscRows(jet::Database& database, const RoutingKind& kind, qint64 documentNo,
-                     const std::vector<MiscRow>& stored, const std::vector<MiscRow>& rows) {
+                     const std::vector<MiscRow>& stored, const std::vector<MiscRow>& rows,
+                     bool over) {
     const QString number = QString::number(documentNo);
     const QString ofDocument =
         u" WHERE "_s + kind.miscTable + u"."_s + kind.documentKey + u" = "_s + number;
@@ -143,24 +145,25 @@ void replaceMiscRows(jet::Database& database, const RoutingKind& kind, qint64 do
         return items;
     };
     const auto before = byItem(stored), now = byItem(rows);
-    QStringList gone;
+    QStringList kept;
     std::vector<QStringList> changed;
     QSet<qint64> written;
     for (auto one = before.begin(); one != before.end(); ++one) {
         const QString item = QString::number(one.key());
         const QList<QStringList> wanted = now.value(one.key());
-        if (wanted == one.value())
-            continue;
-        if (wanted.size() == 1 && one.value().size() == 1) {
-            changed.push_back(QStringList{item} + wanted.front());
-        } else {
-            gone << item;
+        const bool inPlace = wanted.size() == 1 && one.value().size() == 1;
+        if (wanted != one.value() && !inPlace) {
             written.insert(one.key());
+            continue;
         }
+        kept << item;
+        if (wanted != one.value())
+            changed.push_back(QStringList{item} + wanted.front());
     }
-    if (!gone.isEmpty()) {
-        database.execute(u"DELETE FROM "_s + kind.miscTable + ofDocument + u" AND ItemNo IN ("_s +
-                         gone.join(u',') + u")"_s);
+    if (over) {
+        database.execute(
+            u"DELETE FROM "_s + kind.miscTable + ofDocument +
+            (kept.isEmpty() ? QString() : u" AND ItemNo NOT IN ("_s + kept.join(u',') + u")"_s));
     }
     updateRows(database, kind.miscTable, u"ItemNo"_s,
                {u"UnitofMeasure"_s, u"Unitprice"_s, u"Quantity"_s, u"CostAmount"_s}, changed,

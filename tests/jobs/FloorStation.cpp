@@ -38,12 +38,17 @@ int main(int argc, char* argv[]) {
             database->execute(u"UPDATE Timelog SET SuspDate = #3/2/2026 8:15 AM#, "
                               "AccumTime = 0.25, Status = '%1' WHERE ID = %2"_s.arg(status, id));
             const QString ofJob = u" WHERE JobNo = "_s + job;
-            database->execute(
-                u"UPDATE JobOper SET OperTime_Amount = OperTime_Amount "
-                "+ 0.25, Status = '%1'%2 AND OperNo = %3"_s.arg(status, ofJob, operation));
-            database->execute(u"UPDATE JobMiscCost SET Quantity = Quantity + 1, "
-                              "CostAmount = UnitPrice * (Quantity + 1)%1 AND "
-                              "ItemNo = %2"_s.arg(ofJob, item));
+            const int rows =
+                database->execute(
+                    u"UPDATE JobOper SET OperTime_Amount = OperTime_Amount "
+                    "+ 0.25, Status = '%1'%2 AND OperNo = %3"_s.arg(status, ofJob, operation)) +
+                database->execute(u"UPDATE JobMiscCost SET Quantity = Quantity + 1, "
+                                  "CostAmount = UnitPrice * (Quantity + 1)%1 AND "
+                                  "ItemNo = %2"_s.arg(ofJob, item));
+            if (rows != 2) {
+                std::fprintf(stderr, "an update met %d rows of 2\n", rows);
+                return 2;
+            }
             std::puts("booked");
             std::fflush(stdout);
         }

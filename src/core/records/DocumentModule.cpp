@@ -31,9 +31,13 @@ void DocumentModule::showRecord() {
     takeRecord(&records());
 }
 
+void DocumentModule::ShowModuleMode(const QString& mode) {
+    m_unsure = false; // of an entry that has ended
+    RecordModule::ShowModuleMode(mode);
+}
+
 void DocumentModule::cmdEdit_Click() {
     RecordModule::cmdEdit_Click();
-    m_unsure = false;
     if (isEditing())
         keepBefore();
 }
@@ -104,7 +108,6 @@ bool DocumentModule::settle(const ChangedElsewhere& conflict, QStringList& settl
 }
 
 void DocumentModule::afterSave(qint64 key, bool adding) {
-    m_unsure = false;
     ShowModuleMode(u"Browse"_s);
     if (adding)
         reopen(shownRows(), key);
