@@ -18,6 +18,8 @@ namespace {
 
 constexpr int bookedDays = 60;
 constexpr int workDays = 5;
+/// Days: no entry that counts for the load is longer, so that old ones needn't be looked at.
+constexpr int longestEntry = 366;
 
 /// A shift's working times on the days of the week: behind midnight they are the next day's.
 std::vector<std::pair<int, Interval>> timesOf(const QTime& from, const QTime& to) {
@@ -182,9 +184,10 @@ std::vector<PlannedWork> loadPlanned(jet::Database& database, const QDate& first
         u"SELECT JobOperSchedule.*, Operation.Description AS Operation, "
         "Operation.operdepartment_id AS Department FROM (JobOperSchedule INNER JOIN Job ON "
         "JobOperSchedule.JobNo = Job.JobNo) INNER JOIN Operation ON JobOperSchedule.OperNo = "
-        "Operation.OperNo WHERE JobOperSchedule.EndDate >= #"_s +
-            values::sqlDate(first) + u"# AND JobOperSchedule.StartDate <= #"_s +
-            values::sqlDate(last) + u"# AND Job.Shipped = False ORDER BY JobOperSchedule.JobNo"_s,
+        "Operation.OperNo WHERE JobOperSchedule.StartDate BETWEEN #"_s +
+            values::sqlDate(first.addDays(-longestEntry)) + u"# AND #"_s + values::sqlDate(last) +
+            u"# AND JobOperSchedule.EndDate >= #"_s + values::sqlDate(first) +
+            u"# AND Job.Shipped = False ORDER BY JobOperSchedule.JobNo"_s,
         jet::RecordsetType::Snapshot);
     for (; !row.eof(); row.moveNext()) {
         const auto entry = entryOf(row);

@@ -83,6 +83,10 @@ std::vector<ScheduledJob> loadJobs(jet::Database& database, const QString& condi
     return jobs;
 }
 
+QString ofOrder(const QString& poNo, qint64 custId) {
+    return u"PONo = '"_s + values::quoted(poNo) + u"' AND CustID = "_s + QString::number(custId);
+}
+
 /// Numbers of the operations by their texts; the row's own number is among those of one text.
 QHash<QString, QSet<qint64>>
 operationNumbers(jet::Database& database, const std::vector<EntryChange>& changes, bool asTyped) {
@@ -171,6 +175,18 @@ std::vector<ScheduledJob> loadOrder(jet::Database& database, const QString& poNo
         u"PONo = '"_s + values::quoted(poNo) + u"' AND CustID = "_s + QString::number(custId);
     return loadJobs(database, condition,
                     u" IN (SELECT JobNo FROM Job WHERE "_s + condition + u")"_s);
+}
+
+std::vector<std::pair<qint64, Limits>> loadLimits(jet::Database& database, const QString& poNo,
+                                                  qint64 custId) {
+    std::vector<std::pair<qint64, Limits>> limits;
+    jet::Recordset row = read(database, u"SELECT JobNo, JobDateIn, JobDueDate FROM Job WHERE "_s +
+                                            ofOrder(poNo, custId));
+    for (; !row.eof(); row.moveNext()) {
+        limits.emplace_back(row[u"JobNo"].toLong(),
+                            Limits{row[u"JobDateIn"].toDate(), row[u"JobDueDate"].toDate()});
+    }
+    return limits;
 }
 
 std::optional<QString> saveEntries(jet::Database& database, const std::vector<qint64>& jobs,

@@ -33,6 +33,10 @@ std::optional<ScheduledJob> loadJob(jet::Database& database, qint64 jobNo);
 /// The jobs of a customer's purchase order, newest first.
 std::vector<ScheduledJob> loadOrder(jet::Database& database, const QString& poNo, qint64 custId);
 
+/// Only the dates of those jobs, as they stand by now.
+std::vector<std::pair<qint64, Limits>> loadLimits(jet::Database& database, const QString& poNo,
+                                                  qint64 custId);
+
 /// One entry of a chart that is saved.
 struct EntryChange {
     std::optional<Entry> loaded; ///< as it was read; nothing for a new one

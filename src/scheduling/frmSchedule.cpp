@@ -146,7 +146,8 @@ bool frmSchedule::isChosen() const {
 void frmSchedule::showCustomer(qint64 custId) {
     const QString id = QString::number(custId);
     dbcCustomer->setBoundText(id);
-    txtCustomerNo->setText(id);
+    // One without active jobs isn't in the list.
+    txtCustomerNo->setText(dbcCustomer->boundText());
     jet::Database& database = core::MainDatabase();
     const auto read = [&](const QString& select) {
         return database.openRecordset(select, jet::RecordsetType::Snapshot);
@@ -525,10 +526,7 @@ bool frmSchedule::save() {
     jet::Database& database = core::MainDatabase();
     std::optional<JobDates> dates;
     if (byOrder()) {
-        // Each job's own dates, as they stand by now.
-        m_limits.clear();
-        for (const ScheduledJob& job : loadOrder(database, order(), customer()))
-            m_limits.emplace_back(job.jobNo, job.limits);
+        m_limits = loadLimits(database, order(), customer());
     } else {
         if (!txtJobDateIn->date()) {
             complain(u"Please enter Date In!"_s, txtJobDateIn);
