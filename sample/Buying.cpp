@@ -50,7 +50,17 @@ void setVendor(Row& row, Shop& shop, qint64 vendID) {
         .set(u"Phone", vendor.text(u"Phone"))
         .set(u"Terms", vendor.text(u"Terms"))
         .set(u"Shipping", vendor.text(u"Shipping"))
-        .set(u"FOB", vendor.text(u"FOB"));
+        .set(u"FOB", vendor.text(u"FOB"))
+        .set(u"Fax", vendor.text(u"Fax"))
+        .set(u"Email", vendor.text(u"Email"));
+}
+
+/// What a vendor asks for a line: not all ask the same, and some haven't quoted yet.
+Currency offered(Currency price, qint64 vendID, int number) {
+    if ((vendID + number) % 9 == 0)
+        return {};
+    const qint64 percent = 95 + (vendID * 7 + number * 3) % 11;
+    return Currency::fromTenThousandths(price.tenThousandths() * percent / 100);
 }
 
 void makeRfq(Shop& shop, const QDate& date) {
@@ -75,6 +85,7 @@ void makeRfq(Shop& shop, const QDate& date) {
         int number = 0;
         for (const Line& line : lines) {
             ++number;
+            const Currency price = offered(line.price, vendID, number);
             Row(u"RFQItem")
                 .set(u"ItemKey", key + u'-' + QString::number(number))
                 .set(u"VOrderKey", key)
@@ -85,8 +96,8 @@ void makeRfq(Shop& shop, const QDate& date) {
                 .set(u"PartNumber", line.part.number)
                 .set(u"Description", line.part.description)
                 .set(u"Type", line.type)
-                .set(u"UnitPrice", line.price)
-                .set(u"ItemTotal", line.price * Currency::fromInteger(line.quantity))
+                .set(u"UnitPrice", price)
+                .set(u"ItemTotal", price * Currency::fromInteger(line.quantity))
                 .set(u"Estimate", line.estNo)
                 .set(u"Job", line.jobNo)
                 .set(u"UnitOfMeasure", u"EA")
