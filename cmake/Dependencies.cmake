@@ -6,6 +6,7 @@ find_package(GTest REQUIRED)
 # Neither brings a CMake package file.
 find_package(PkgConfig REQUIRED)
 pkg_check_modules(HUNSPELL REQUIRED IMPORTED_TARGET hunspell)
+pkg_check_modules(LIBMDB REQUIRED IMPORTED_TARGET libmdb glib-2.0)
 find_library(ZINT_LIBRARY zint REQUIRED)
 
 if(MIRSA_BENCH)

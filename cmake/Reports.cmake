@@ -5,6 +5,7 @@ set(MIRSA_REPORT_FILES
   reports/Employees.rpt
   reports/Estimate_Quote.rpt
   reports/Invoices_Sent.rpt
+  reports/History.rpt
   reports/Job_Report.rpt
   reports/Job_Schedule.rpt
   reports/Job_Traveler.rpt

@@ -1,5 +1,7 @@
+#include "app/DailyBackup.h"
 #include "app/Screens.h"
 #include "app/Start.h"
+#include "core/MDIMain.h"
 #include "core/ToolIcons.h"
 #include "platform/values/Literals.h"
 
@@ -16,5 +18,6 @@ int main(int argc, char** argv) {
     app::Program program;
     if (!program.Main(QApplication::applicationDirPath()))
         return 1;
+    app::keepBackups(*program.shell());
     return QApplication::exec();
 }

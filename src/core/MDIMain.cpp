@@ -9,6 +9,7 @@
 #include "core/Spelling.h"
 #include "core/ToolIcons.h"
 #include "core/records/RecordScreen.h"
+#include "platform/jet/Location.h"
 #include "platform/screen/Forms.h"
 #include "platform/screen/Layout.h"
 #include "platform/screen/Seams.h"
@@ -39,15 +40,6 @@ QStringList entriesWithoutScreen() {
             names << name;
     }
     return names;
-}
-
-/// A server's URI without the password that may stand in it.
-QString databaseShown(const QString& path) {
-    const int scheme = path.indexOf(u"://"_s);
-    const int at = path.indexOf(QLatin1Char('@'));
-    if (scheme < 0 || at < scheme)
-        return path;
-    return path.left(scheme + 3) + path.mid(at + 1);
 }
 
 } // namespace
@@ -340,7 +332,7 @@ bool MDIMain::eventFilter(QObject* object, QEvent* event) {
 void MDIMain::showStatus() {
     const SharedState& state = shared();
     m_user->setText(state.CurrentUserName);
-    m_database->setText(databaseShown(state.DatabasePath));
+    m_database->setText(jet::withoutPassword(state.DatabasePath));
     const QMdiSubWindow* frame = m_area->activeSubWindow();
     const QWidget* form = frame ? frame->widget() : nullptr;
     m_mode->setText(form ? form->property("mode").toString().toUpper() : QString());

@@ -79,7 +79,8 @@ std::vector<MenuEntry> utilityEntries() {
     return {dialog("mnuUtilitiesChangePassword", "&Change Password", "frmPass"),
             dialog("mnuUtilitiesLoginSetup", "&Security Setup", "frmUser_Group"),
             menu("mnuUtilitiesDatabaseMaintenance", "&Database Maintenance",
-                 {dialog("mnuUtilitiesDMCompact", "Compact/Repair Database", "frmDBMaint")})};
+                 {dialog("mnuUtilitiesDMCompact", "Compact/Repair Database", "frmDBMaint")}),
+            dialog("mnuUtilitiesBackup", "&Backup", "frmBackup")};
 }
 
 void collectNames(const std::vector<MenuEntry>& entries, QStringList& names) {

@@ -1,7 +1,10 @@
 #include "core/Screens.h"
 
 #include "core/frmAbout.h"
+#include "core/frmBackup.h"
+#include "core/frmDBMaint.h"
 #include "core/frmGroupAddEdit.h"
+#include "core/frmHistory.h"
 #include "core/frmLogin.h"
 #include "core/frmPass.h"
 #include "core/frmSplash.h"
@@ -25,6 +28,9 @@ void registerScreens() {
     Forms::add<frmUserAddEdit>();
     Forms::add<frmGroupAddEdit>();
     Forms::add<frmSystemSettings>();
+    Forms::add<frmHistory>();
+    Forms::add<frmDBMaint>();
+    Forms::add<frmBackup>();
     registerReferenceScreens();
 }
 

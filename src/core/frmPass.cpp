@@ -55,6 +55,10 @@ void frmPass::cmdOK_Click() {
         complain(u"New Password is not verified correctly. Please try again!"_s, txtVerify);
         return;
     }
+    if (newOne.contains(u'\'')) { // nobody could sign in with it
+        complain(u"A password may not contain an apostrophe. Please try again!"_s, txtNewPassword);
+        return;
+    }
     if (newOne == oldOne) {
         complain(u"New Password may not be the same as the old one. Please try again!"_s,
                  txtNewPassword);

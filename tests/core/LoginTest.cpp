@@ -209,11 +209,14 @@ TEST_P(Login, OnesOwnPasswordIsCheckedAndStoredInCapitals) {
         EXPECT_EQ(focusName(), u"txtVerify"_s);
         expectBox(u"New Password may not be the same as the old one. Please try again!"_s);
         fill(u"lathe"_s, u"LATHE"_s, u"lathe"_s);
-        fill(u"LATHE"_s, u"o'drill"_s, u"O'Drill"_s);
+        expectBox(u"A password may not contain an apostrophe. Please try again!"_s);
+        fill(u"LATHE"_s, u"o'drill"_s, u"O'Drill"_s); // nobody could sign in with it
+        EXPECT_EQ(focusName(), u"txtNewPassword"_s);
+        fill(u"LATHE"_s, u"drill"_s, u"Drill"_s);
     });
     screen::Forms::showModal(u"frmPass"_s);
     EXPECT_EQ(rows(u"SELECT [password] FROM Users WHERE UserID = 'pat'"_s),
-              QStringList(u"O'DRILL"_s));
+              QStringList(u"DRILL"_s));
     EXPECT_EQ(rows(u"SELECT [password] FROM Users WHERE UserID = 'Admin'"_s),
               QStringList(u"Bolts"_s));
 

@@ -156,10 +156,10 @@ TEST_P(OlderDatabase, anUpgradeAddsWhatIsMissingAndLosesNothing) {
     {
         const auto other = station();
         const QStringList added = setup::upgrade(*other);
-        for (const auto* line :
-             {u"table RfqNotes", u"column Job.ScheduleZoom", u"column Job.OrderRequired",
-              u"column Terms.QBSent", u"index Items_PartNumber", u"row mnuCreports",
-              u"row Customers.rpt"})
+        for (const auto* line : {u"added table RfqNotes", u"added column Job.ScheduleZoom",
+                                 u"added column Job.OrderRequired", u"added column Terms.QBSent",
+                                 u"added index Items_PartNumber", u"added row mnuCreports",
+                                 u"added row Customers.rpt"})
             EXPECT_TRUE(added.contains(QString::fromUtf16(line), Qt::CaseInsensitive))
                 << QString::fromUtf16(line).toStdString();
         EXPECT_TRUE(setup::upgrade(*other).isEmpty());

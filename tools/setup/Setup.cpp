@@ -1,5 +1,6 @@
 #include "setup/Setup.h"
 
+#include "platform/jet/Native.h"
 #include "platform/jet/Translate.h"
 #include "platform/values/Literals.h"
 #include "platform/values/Text.h"
@@ -20,7 +21,11 @@ bool isTable(const QString& statement) {
     return statement.startsWith(u"CREATE TABLE", Qt::CaseInsensitive);
 }
 
-/// "CREATE INDEX name ON ..." gives name.
+bool isDrop(const QString& statement) {
+    return statement.startsWith(u"DROP INDEX", Qt::CaseInsensitive);
+}
+
+/// "CREATE INDEX name ON ..." and "DROP INDEX name" give name.
 QString indexName(const QString& statement) {
     const QString words = statement.simplified();
     return words.section(u" ON "_s, 0, 0, QString::SectionCaseInsensitiveSeps).section(u' ', -1);
@@ -85,8 +90,14 @@ bool addIfMissing(jet::Database& database, const QString& statement, QString& wh
     if (database.hasRows(probe))
         return false;
     if (statement.startsWith(u"INSERT INTO SecurityObjects", Qt::CaseInsensitive)) {
-        const qint64 next =
-            database.lookup(u"SELECT MAX(objectid) FROM SecurityObjects"_s).toLong() + 1;
+        // Above every number that was granted too: a grant of an object that is gone must not come
+        // to mean the new one.
+        qint64 next = 1;
+        for (const auto* table : {u"SecurityObjects", u"SecurityUsers", u"SecurityGroups"})
+            next = std::max(
+                next, database.lookup(u"SELECT MAX(objectid) FROM "_s + QString::fromUtf16(table))
+                              .toLong() +
+                          1);
         database.execute(u"INSERT INTO SecurityObjects (objectid, objectname, securitycode, "
                          "displayorder) VALUES (%1, '%2', '%3', %4)"_s.arg(next)
                              .arg(values::quoted(quotedValue(statement, 0)), values::quoted(what))
@@ -120,7 +131,60 @@ QStringList statementsOf(const QString& text) {
 }
 
 QStringList definitions() {
-    return statementsOf(tableTexts());
+    QStringList statements = statementsOf(tableTexts());
+    statements.removeIf(isDrop);
+    return statements;
+}
+
+QStringList replacedIndexes() {
+    QStringList names;
+    for (const QString& statement : statementsOf(tableTexts()))
+        if (isDrop(statement))
+            names += indexName(statement);
+    return names;
+}
+
+qint64 lastGiven(jet::Database& database, const QString& table, const QString& counter) {
+    jet::Native native(database);
+    if (!database.isServer())
+        return native
+            .value("SELECT seq FROM sqlite_sequence WHERE name = '" +
+                   values::quoted(table).toUtf8() + "' COLLATE NOCASE")
+            .toInteger();
+    const QString sequence = native
+                                 .value("SELECT pg_get_serial_sequence('" + native.quoted(table) +
+                                        "', '" + counter.toLower().toUtf8() + "')")
+                                 .toText();
+    return native
+        .value("SELECT CASE WHEN is_called THEN last_value ELSE 0 END FROM " + sequence.toUtf8())
+        .toInteger();
+}
+
+void setLastGiven(jet::Database& database, const QString& table, const QString& counter,
+                  qint64 number) {
+    jet::Native native(database);
+    if (number < 1)
+        return;
+    const QByteArray text = QByteArray::number(number);
+    if (database.isServer()) {
+        native.rows("SELECT setval(pg_get_serial_sequence('" + native.quoted(table) + "', '" +
+                    counter.toLower().toUtf8() + "'), " + text + ')');
+        return;
+    }
+    const QByteArray name = values::quoted(table).toUtf8();
+    native.execute("UPDATE sqlite_sequence SET seq = " + text + " WHERE name = '" + name +
+                   "' COLLATE NOCASE");
+    native.execute("INSERT INTO sqlite_sequence (name, seq) SELECT '" + name + "', " + text +
+                   " WHERE NOT EXISTS (SELECT 1 FROM sqlite_sequence WHERE name = '" + name +
+                   "' COLLATE NOCASE)");
+}
+
+QStringList deliveredRows(const QString& table) {
+    QStringList statements = statementsOf(deliveredTexts());
+    statements.removeIf([&](const QString& statement) {
+        return statement.section(u' ', 2, 2).compare(table, Qt::CaseInsensitive) != 0;
+    });
+    return statements;
 }
 
 void createTables(jet::Database& database) {
@@ -145,7 +209,7 @@ QStringList upgrade(jet::Database& database) {
         if (!isTable(statement)) {
             if (const QString name = indexName(statement); !hasIndex(database.schema(), name)) {
                 database.execute(statement);
-                added += u"index "_s + name;
+                added += u"added index "_s + name;
             }
             continue;
         }
@@ -153,7 +217,7 @@ QStringList upgrade(jet::Database& database) {
         const jet::Table* table = database.schema().table(wanted.name);
         if (!table) {
             database.execute(statement);
-            added += u"table "_s + wanted.name;
+            added += u"added table "_s + wanted.name;
             continue;
         }
         QStringList missing;
@@ -164,13 +228,20 @@ QStringList upgrade(jet::Database& database) {
         for (const QString& column : missing) {
             database.execute(u"ALTER TABLE [%1] ADD COLUMN %2"_s.arg(
                 wanted.name, columnDefinition(statement, column)));
-            added += u"column "_s + wanted.name + u'.' + column;
+            added += u"added column "_s + wanted.name + u'.' + column;
         }
+    }
+    for (const QString& name : replacedIndexes()) {
+        if (!hasIndex(database.schema(), name))
+            continue;
+        jet::Native native(database);
+        native.execute("DROP INDEX " + native.quoted(name));
+        added += u"dropped index "_s + name;
     }
     for (const QString& statement : statementsOf(deliveredTexts())) {
         QString what;
         if (addIfMissing(database, statement, what))
-            added += u"row "_s + what;
+            added += u"added row "_s + what;
     }
     transaction.commit();
     return added;

@@ -13,6 +13,13 @@ QStringList statementsOf(const QString& text);
 /// All statements that make the tables and indexes, in order.
 QStringList definitions();
 
+/// The indexes that earlier releases made and others have replaced ("DROP INDEX Name" in the
+/// texts).
+QStringList replacedIndexes();
+
+/// The statements that make a table's rows of a delivered database.
+QStringList deliveredRows(const QString& table);
+
 /// Makes all tables and indexes in an empty database and fills in the rows of a delivered one, in
 /// one transaction.
 void install(jet::Database& database);
@@ -21,8 +28,14 @@ void install(jet::Database& database);
 void createTables(jet::Database& database);
 
 /// Adds the tables, columns and indexes that an older database lacks, and the security objects and
-/// reports that its delivered rows lack. Loses and changes nothing that is there. Returns what was
-/// added, a line each.
+/// reports that its delivered rows lack, and drops the indexes that others have replaced. Loses and
+/// changes no row that is there. Returns what was done, a line each ("added table Terms").
 QStringList upgrade(jet::Database& database);
+
+/// The last number that a table's counter has given, also where that row was deleted since.
+qint64 lastGiven(jet::Database& database, const QString& table, const QString& counter);
+/// Lets a counter go on behind a number.
+void setLastGiven(jet::Database& database, const QString& table, const QString& counter,
+                  qint64 number);
 
 } // namespace setup

@@ -1,6 +1,7 @@
 #include "platform/jet/Database.h"
 
 #include "platform/jet/Connection.h"
+#include "platform/jet/Location.h"
 #include "platform/jet/RecordsetData.h"
 #include "platform/jet/engines/Postgres.h"
 #include "platform/jet/engines/Sqlite.h"
@@ -113,7 +114,7 @@ bool Database::isServer() const {
 }
 
 QString Database::name() const {
-    return m_connection->engine().name();
+    return withoutPassword(m_connection->engine().name());
 }
 
 void Workspace::beginTrans() {

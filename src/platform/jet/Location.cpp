@@ -4,6 +4,8 @@
 
 #include <QDir>
 #include <QFile>
+#include <QRegularExpression>
+#include <QUrl>
 
 namespace jet {
 
@@ -22,6 +24,55 @@ QString serverOfFolder(const QString& folder) {
 
 bool isServerUri(const QString& text) {
     return text.startsWith(u"postgresql://"_s) || text.startsWith(u"postgres://"_s);
+}
+
+namespace {
+
+/// Where a URI's password stands. What is wrong in other respects (a slash or an @ in a password
+/// that should have been written as %2F or %40) must not bring it to light: up to the last @.
+QRegularExpressionMatch passwordBeforeHost(const QString& uri) {
+    static const QRegularExpression form(u"^postgres(?:ql)?://[^:/@?]*(:.*)@"_s,
+                                         QRegularExpression::DotMatchesEverythingOption);
+    return form.match(uri);
+}
+
+QRegularExpressionMatch passwordOption(const QString& uri) {
+    static const QRegularExpression form(u"[?&](?:ssl)?password=([^&]*)"_s,
+                                         QRegularExpression::CaseInsensitiveOption);
+    return form.match(uri);
+}
+
+} // namespace
+
+QString passwordOf(const QString& uri) {
+    if (const auto option = passwordOption(uri); option.hasMatch())
+        return option.captured(1);
+    return passwordBeforeHost(uri).captured(1).mid(1);
+}
+
+QString withoutPassword(const QString& uri) {
+    if (!isServerUri(uri))
+        return uri;
+    QString shown = uri;
+    if (const auto before = passwordBeforeHost(shown); before.hasMatch())
+        shown.remove(before.capturedStart(1), before.capturedLength(1));
+    for (auto option = passwordOption(shown); option.hasMatch(); option = passwordOption(shown))
+        shown.remove(option.capturedStart() + 1, option.capturedLength() - 1);
+    return shown;
+}
+
+QString withoutPassword(const QString& text, const QString& uri) {
+    const QString written = passwordOf(uri);
+    if (written.isEmpty())
+        return text;
+    QString shown = text;
+    shown.replace(uri, withoutPassword(uri));
+    for (const QString& form : {written, QUrl::fromPercentEncoding(written.toUtf8())}) {
+        // Of two letters or fewer it can't be told from any other word.
+        if (form.size() > 2)
+            shown.replace(form, u"***"_s);
+    }
+    return shown;
 }
 
 std::unique_ptr<Database> openProgramFolder(const QString& folder) {

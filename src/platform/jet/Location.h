@@ -14,4 +14,14 @@ QString serverOfFolder(const QString& folder);
 /// Whether a text is a server's URI rather than a path.
 bool isServerUri(const QString& text);
 
+/// The password in a server's URI, before the host or among the options, as it stands there; empty
+/// if there is none.
+QString passwordOf(const QString& uri);
+
+/// A server's URI as it may be shown: without its password. A path stays as it is.
+QString withoutPassword(const QString& uri);
+
+/// A text from the server's side in which the URI's password may stand, with *** in its place.
+QString withoutPassword(const QString& text, const QString& uri);
+
 } // namespace jet

@@ -12,6 +12,9 @@ class RecordsetData {
   public:
     RecordsetData(Connection& connection, const QString& select, RecordsetType type);
 
+    /// The connection behind a database, for what else works on it within jet.
+    static Connection& connectionOf(Database& database);
+
     const QString& sql() const { return m_sql; }
     void load();
 

@@ -1,6 +1,7 @@
 #include "platform/jet/engines/Postgres.h"
 
 #include "platform/jet/Error.h"
+#include "platform/jet/Location.h"
 #include "platform/values/Literals.h"
 
 #include <charconv>
@@ -141,8 +142,8 @@ void Postgres::connect() {
         PQreset(m_connection);
     if (PQstatus(m_connection) != CONNECTION_OK)
         throw Error(errors::connectionFailed,
-                    u"Connection to the database server failed: %1"_s.arg(
-                        QString::fromUtf8(PQerrorMessage(m_connection)).trimmed()));
+                    u"Connection to the database server failed: %1"_s.arg(withoutPassword(
+                        QString::fromUtf8(PQerrorMessage(m_connection)).trimmed(), m_uri)));
     ++m_session;
     m_toClose->clear();
     PQsetNoticeReceiver(m_connection, ignoreNotice, nullptr);

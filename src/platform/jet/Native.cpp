@@ -1,0 +1,54 @@
+#include "platform/jet/Native.h"
+
+#include "platform/jet/Connection.h"
+#include "platform/jet/Database.h"
+#include "platform/jet/RecordsetData.h"
+#include "platform/values/Literals.h"
+
+namespace jet {
+
+Connection& RecordsetData::connectionOf(Database& database) {
+    return *database.m_connection;
+}
+
+Native::Native(Database& database) : m_connection(RecordsetData::connectionOf(database)) {}
+
+void Native::execute(const QByteArray& sql) {
+    m_connection.engine().execute(sql);
+}
+
+int Native::write(const QByteArray& sql, const Arguments& arguments) {
+    const StatementPtr statement =
+        m_connection.generated(u"native\n"_s + QString::fromUtf8(sql), [&] { return sql; });
+    return m_connection.run(statement->whole, sql, Engine::Access::Writes, arguments).touched;
+}
+
+std::vector<Native::Row> Native::rows(const QByteArray& sql) {
+    std::unique_ptr<Prepared> statement;
+    Rows read;
+    m_connection.run(statement, sql, Engine::Access::Reads, Arguments(), &read);
+    std::vector<Row> result;
+    std::vector<Cell> cells;
+    for (int row = 0; row < read.count(); ++row) {
+        read.read(row, cells);
+        Row& values = result.emplace_back();
+        for (const Cell& cell : cells)
+            values.push_back(valueOf(cell, std::nullopt));
+    }
+    return result;
+}
+
+Value Native::value(const QByteArray& sql) {
+    const std::vector<Row> all = rows(sql);
+    return all.empty() || all.front().empty() ? Value() : all.front().front();
+}
+
+QByteArray Native::quoted(const QString& name) const {
+    return m_connection.quoted(name);
+}
+
+QByteArray Native::parameter(int number) const {
+    return m_connection.parameter(number);
+}
+
+} // namespace jet

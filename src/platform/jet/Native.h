@@ -1,0 +1,38 @@
+#pragma once
+
+#include "platform/jet/Arguments.h"
+#include "platform/jet/Value.h"
+
+#include <QByteArray>
+
+#include <vector>
+
+namespace jet {
+
+class Connection;
+class Database;
+
+/// Statements in the engine's own SQL, for what the dialect has no words for: the engine's checks,
+/// triggers, loading in bulk. Screens have no use for it. Throws Error as the database does.
+class Native {
+  public:
+    using Row = std::vector<Value>;
+
+    explicit Native(Database& database);
+
+    /// Runs a statement once.
+    void execute(const QByteArray& sql);
+    /// Runs a statement with parameters, prepared the first time and kept; the rows it touched.
+    int write(const QByteArray& sql, const Arguments& arguments);
+    std::vector<Row> rows(const QByteArray& sql);
+    /// The first value of the first row; Null where there is none.
+    Value value(const QByteArray& sql);
+    /// A name, and the n-th parameter (from 1), as this engine writes them.
+    QByteArray quoted(const QString& name) const;
+    QByteArray parameter(int number) const;
+
+  private:
+    Connection& m_connection;
+};
+
+} // namespace jet

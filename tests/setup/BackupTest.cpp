@@ -1,0 +1,205 @@
+#include "core/keeping/Backup.h"
+#include "core/keeping/Files.h"
+#include "platform/jet/Location.h"
+#include "platform/values/Literals.h"
+#include "setup/Program.h"
+#include "support/DatabaseFixture.h"
+
+#include <QDir>
+#include <QThread>
+
+#include <thread>
+
+namespace {
+
+using setuptest::run;
+
+/// A program folder on either engine, with a counter that writers keep.
+class Backup : public testsupport::ShopDatabaseFixture {
+  protected:
+    void SetUp() override {
+        ShopDatabaseFixture::SetUp();
+        if (IsSkipped())
+            return;
+        execute(u"UPDATE SystemSettings SET ArchiveMonths = 0");
+        if (GetParam() == testsupport::EngineKind::Server) {
+            keeping::writeWhole(folder() + u"/Mirsa.server"_s, testDatabase().location().toUtf8());
+        } else {
+            testDatabase().close();
+            ASSERT_TRUE(QFile::copy(testDatabase().location(), folder() + u"/Mirsa.mdb"_s));
+        }
+    }
+    QString folder() const { return m_folder.path(); }
+    QString target() const { return m_folder.filePath(u"Backups"_s); }
+    std::unique_ptr<jet::Database> open() const { return jet::openProgramFolder(folder()); }
+
+    /// One change: a shipment, and the number of shipments in its job.
+    static void write(jet::Database& database) {
+        jet::Transaction transaction(database);
+        database.execute(u"INSERT INTO JobShip (JobNo, Quantity) VALUES (1, 1)"_s);
+        database.execute(u"UPDATE SystemSettings SET ArchiveMonths = IIf(ArchiveMonths IS NULL, 1, "
+                         "ArchiveMonths + 1)"_s);
+        transaction.commit();
+    }
+    static qint64 written(jet::Database& database) {
+        const QStringList both = rows(database, u"SELECT ArchiveMonths, (SELECT COUNT(*) FROM "
+                                                "JobShip) AS Shipments FROM SystemSettings"_s)
+                                     .value(0)
+                                     .split(u'|');
+        EXPECT_EQ(both.first(), both.last()) << "half a change";
+        return both.last().toLongLong();
+    }
+
+  private:
+    QTemporaryDir m_folder;
+};
+MIRSA_BOTH_ENGINES(Backup);
+
+keeping::BackupFile at(const QDate& date) {
+    return {date.toString(Qt::ISODate), QDateTime(date, QTime(8, 0)), 1};
+}
+
+} // namespace
+
+TEST_P(Backup, takenWhileStationsWriteIsAStateOfSomeMoment) {
+    std::vector<std::jthread> stations;
+    for (int i = 0; i < 8; ++i)
+        stations.emplace_back([this](const std::stop_token& stop) {
+            const auto database = open();
+            while (!stop.stop_requested())
+                write(*database);
+        });
+    qint64 before = 0, after = 0;
+    {
+        const auto database = open();
+        while (database->lookup(u"SELECT COUNT(*) FROM JobShip"_s).toLong() < 20)
+            QThread::msleep(5);
+        before = written(*database);
+        const auto made = run({u"backup"_s, folder(), target()});
+        ASSERT_EQ(made.code, 0) << made.err.toStdString();
+        after = written(*database);
+    }
+    stations.clear();
+
+    const auto backups = keeping::backupsIn(target());
+    ASSERT_EQ(backups.size(), 1U);
+    testDatabase().close();
+    const auto restored = run({u"restore"_s, backups.front().path, folder()});
+    ASSERT_EQ(restored.code, 0) << restored.err.toStdString();
+    const auto database = open();
+    const qint64 rows = written(*database);
+    EXPECT_GE(rows, before);
+    EXPECT_LE(rows, after);
+    write(*database); // counters go on
+    EXPECT_EQ(written(*database), rows + 1);
+}
+
+TEST_P(Backup, aKillAtAnyMomentLeavesAGoodOldOneOrAGoodNewOne) {
+    write(*open());
+    ASSERT_EQ(run({u"backup"_s, folder(), target()}).code, 0);
+    const QString first = keeping::backupsIn(target()).front().path;
+    write(*open());
+    testDatabase().close();
+    const int rounds = qEnvironmentVariableIntValue("MIRSA_KILLS") > 0
+                           ? qEnvironmentVariableIntValue("MIRSA_KILLS")
+                           : 5;
+    for (int round = 0; round < rounds; ++round) {
+        for (const QStringList& words : {QStringList{u"backup"_s, folder(), target()},
+                                         QStringList{u"restore"_s, first, folder()}}) {
+            QProcess process;
+            process.start(setuptest::program(), words);
+            process.waitForFinished(5 + (round * 37) % 400);
+            process.kill();
+            process.waitForFinished();
+            const qint64 rows = written(*open());
+            EXPECT_TRUE(rows == 1 || rows == 2) << rows;
+            ASSERT_FALSE(keeping::backupsIn(target()).empty());
+        }
+    }
+    // Each that counts as good is: it can be put back.
+    const auto backups = keeping::backupsIn(target());
+    ASSERT_EQ(run({u"restore"_s, backups.front().path, folder()}).code, 0);
+    EXPECT_GE(written(*open()), 1);
+    ASSERT_EQ(run({u"backup"_s, folder(), target()}).code, 0);
+    EXPECT_EQ(QDir(target()).entryList({u"*.unfinished*"_s}), QStringList());
+}
+
+TEST_P(Backup, whatWasChangedSinceItWasFoundGoodIsRefused) {
+    write(*open());
+    ASSERT_EQ(run({u"backup"_s, folder(), target()}).code, 0);
+    const QString path = keeping::backupsIn(target()).front().path;
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+    file.seek(file.size() / 2);
+    file.write("scratched");
+    file.close();
+    testDatabase().close();
+    const auto refused = run({u"restore"_s, path, folder()});
+    EXPECT_EQ(refused.code, 1);
+    EXPECT_TRUE(refused.err.contains(u"Nothing was changed"_s)) << refused.err.toStdString();
+    EXPECT_EQ(written(*open()), 1);
+    EXPECT_EQ(run({u"restore"_s, path + u"x"_s, folder()}).code, 1);
+}
+
+TEST_P(Backup, aDatabaseInUseIsNotReplaced) {
+    if (GetParam() == testsupport::EngineKind::Server)
+        GTEST_SKIP() << "a server's tables are replaced in one transaction";
+    ASSERT_EQ(run({u"backup"_s, folder(), target()}).code, 0);
+    const auto station = open();
+    write(*station);
+    const auto refused = run({u"restore"_s, keeping::backupsIn(target()).front().path, folder()});
+    EXPECT_EQ(refused.code, 1);
+    EXPECT_TRUE(refused.err.contains(u"in use"_s)) << refused.err.toStdString();
+    EXPECT_EQ(written(*station), 1);
+}
+
+TEST(BackupAges, allOfAWeekThenWeeklyThenMonthlyAreKept) {
+    const QDateTime now(QDate(2007, 6, 13), QTime(17, 0));
+    std::vector<keeping::BackupFile> backups;
+    for (int day = 0; day < 500; ++day)
+        backups.push_back(at(now.date().addDays(-day)));
+    const QStringList old = keeping::outdated(backups, now, {});
+    std::vector<keeping::BackupFile> kept;
+    for (const auto& backup : backups)
+        if (!old.contains(backup.path))
+            kept.push_back(backup);
+    const auto within = [&](int from, int to) {
+        return std::count_if(kept.begin(), kept.end(), [&](const auto& backup) {
+            const auto days = backup.made.daysTo(now);
+            return days >= from && days <= to;
+        });
+    };
+    EXPECT_EQ(within(0, 7), 8);
+    EXPECT_NEAR(static_cast<double>(within(8, 92)), 12.5, 1);
+    EXPECT_NEAR(static_cast<double>(within(93, 500)), 14.5, 1);
+    // Kept day by day, those that go are the same: nothing leaves a hole.
+    for (int day = 1; day < 60; ++day) {
+        const QStringList later = keeping::outdated(kept, now.addDays(day), {});
+        kept.erase(std::remove_if(kept.begin(), kept.end(),
+                                  [&](const auto& backup) { return later.contains(backup.path); }),
+                   kept.end());
+    }
+    EXPECT_GE(kept.size(), 15U);
+    EXPECT_EQ(keeping::outdated({at(QDate(1999, 1, 1))}, now, {}), QStringList()) << "the only one";
+}
+
+TEST(BackupAges, theAdministratorIsToldAsTheSettingsSay) {
+    QTemporaryDir folder;
+    const QDateTime now(QDate(2007, 6, 13), QTime(8, 0));
+    EXPECT_TRUE(keeping::isBackupDue(folder.path(), now));
+    EXPECT_EQ(keeping::backupWarning(folder.path(), now), QString()) << "one is about to be made";
+    keeping::writeWhole(folder.filePath(u"Mirsa.backup"_s),
+                        "daily=no\nfolder=Copies\nwarnAfterDays=5\nkeepAllDays=many\n");
+    EXPECT_FALSE(keeping::isBackupDue(folder.path(), now));
+    EXPECT_NE(keeping::backupWarning(folder.path(), now), QString());
+    const keeping::BackupSettings settings = keeping::backupSettings(folder.path());
+    EXPECT_EQ(settings.folder, folder.filePath(u"Copies"_s));
+    EXPECT_EQ(settings.keepAllDays, 7);
+    QDir().mkpath(settings.folder);
+    keeping::writeWhole(settings.folder + u"/Mirsa-20070608-080000.mdb"_s, "x");
+    keeping::writeWhole(
+        settings.folder + u"/Mirsa-20070608-080000.txt"_s,
+        "file=Mirsa-20070608-080000.mdb\nmade=2007-06-08T08:00:00\nsize=1\ncheck=good\n");
+    EXPECT_EQ(keeping::backupWarning(folder.path(), now), QString());
+    EXPECT_TRUE(keeping::backupWarning(folder.path(), now.addDays(1)).contains(u"6/8/2007"_s));
+}
