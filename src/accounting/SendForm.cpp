@@ -85,6 +85,7 @@ void SendForm::buildChoice(QBoxLayout* inside) {
     number.characters = 8;
     txtName = fields.text(u"txtName"_s, u"Number:"_s, number);
     txtName->setLocked(true);
+    txtName->setFocusPolicy(Qt::ClickFocus);
     fields.nextColumn();
     screen::Line order;
     order.characters = 20;
@@ -236,7 +237,7 @@ void SendForm::dbcPO_Chosen() {
     clearLines();
     m_shownOrder = order();
     m_all = fillLines(partner(), m_shownOrder);
-    m_sent = sentRows(core::MainDatabase(), m_kind.sent, m_shownOrder);
+    readSent();
     showCount();
     showSentBefore();
 }
@@ -266,6 +267,19 @@ void SendForm::normalisePrice(controls::Grid* grid, int row, int column, int pri
         grid->setText(
             row, column,
             values::format(values::Currency::fromText(figure), core::moneyMask(u"#,##0.0000"_s)));
+}
+
+/// What was sent for the order shown, whether the database has it or it waits to be recorded.
+void SendForm::readSent() {
+    m_sent = sentRows(core::MainDatabase(), m_kind.sent, m_shownOrder);
+    const auto waiting = Unrecorded(core::shared().ProgramFolder).kept();
+    for (const SentDocument& document : waiting) {
+        if (document.kind != m_kind.sent || document.order != m_shownOrder)
+            continue;
+        for (const auto& line : document.lines)
+            m_sent.push_back({document.number, line.description, values::val(line.quantity),
+                              values::format(document.date, u"Short Date")});
+    }
 }
 
 void SendForm::showCount() {
@@ -332,7 +346,7 @@ void SendForm::Command1_Click() {
         return;
     }
     screen::Forms::dialog<SentHistory>(m_kind.historyForm)->ShowHistory(order());
-    m_sent = sentRows(core::MainDatabase(), m_kind.sent, order());
+    readSent();
     showSentBefore();
 }
 
@@ -394,8 +408,13 @@ bool SendForm::sendOnce(bool& asked) {
     std::optional<Message> ready = message();
     if (!ready || !isFit(ready->complaints()))
         return false;
-    if (!asked && !askRepeats())
-        return false;
+    if (!asked) {
+        // Another station may have sent it since the order was chosen.
+        readSent();
+        showSentBefore();
+        if (!askRepeats())
+            return false;
+    }
     asked = true;
     {
         Waiting waiting(u"Sending the %1 to QuickBooks ..."_s.arg(m_kind.document));
@@ -425,8 +444,8 @@ bool SendForm::sendOnce(bool& asked) {
             waiting.hide();
             unanswered().remove(unansweredKey());
             if (!recorded)
-                return false;
-            m_sent = sentRows(core::MainDatabase(), m_kind.sent, order());
+                return false; // the database may be gone: it isn't asked again now
+            readSent();
             showSentBefore();
             MsgBox(m_kind.success, Buttons::Ok, Icon::Information, u"Success"_s);
             return false;
@@ -478,7 +497,7 @@ void SendForm::cmdRecord_Click() {
         lines += u"The rest still waits: "_s + reason;
     showUnrecorded();
     if (!m_shownOrder.isEmpty() && !recorded.empty()) {
-        m_sent = sentRows(core::MainDatabase(), m_kind.sent, m_shownOrder);
+        readSent();
         showSentBefore();
     }
     MsgBox(lines.join(u"\r\n"_s), Buttons::Ok,

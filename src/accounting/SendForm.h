@@ -105,6 +105,7 @@ class SendForm : public QuickBooksForm {
     void buildOptional(QBoxLayout* inside);
     void buildButtons(QBoxLayout* inside);
     bool readItems();
+    void readSent();
     void showCount();
     void showSentBefore();
     void showMarks();

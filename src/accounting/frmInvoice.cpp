@@ -118,7 +118,7 @@ bool frmInvoice::onlyActive() const {
 }
 
 bool frmInvoice::mayOpen() {
-    if (core::MainDatabase().hasRows(u"SELECT TOP 1 JobNo FROM Job"_s))
+    if (dbcCompID->count() > 0 || core::MainDatabase().hasRows(u"SELECT TOP 1 JobNo FROM Job"_s))
         return true;
     screen::MsgBox(u"You must have at least one Job before you can use the Invoice module!"_s,
                    Buttons::Ok, Icon::Exclamation, u"Warning"_s);

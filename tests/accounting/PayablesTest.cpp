@@ -1,7 +1,6 @@
 #include "AccountingShop.h"
 
 #include "platform/values/Text.h"
-#include "support/Gallery.h"
 
 using screen::Answer;
 
@@ -52,7 +51,6 @@ class PayablesTest : public AccountingShop {
 
 TEST_P(PayablesTest, ReceivedLinesOfAnUnknownVendorBecomeABill) {
     open(u"frmAP"_s);
-    EXPECT_EQ(testsupport::gallery(form()), QStringList());
     expectBox(u"Please select a company and PO."_s, Answer::Ok, u"Nothing Selected"_s);
     press(u"cmdSend"_s);
     onOrder();
