@@ -3,7 +3,9 @@
 #include "core/Login.h"
 #include "core/MDIMain.h"
 #include "core/MirsaMain.h"
+#include "core/ToolIcons.h"
 #include "platform/jet/Location.h"
+#include "platform/screen/Application.h"
 #include "platform/screen/Forms.h"
 #include "platform/screen/MsgBox.h"
 #include "platform/screen/Pointer.h"
@@ -14,7 +16,12 @@
 
 namespace app {
 
-Program::Program() = default;
+Program::Program(screen::Application& application) {
+    application.setApplicationName(u"Mirsa"_s);
+    application.setQuitOnLastWindowClosed(false);
+    application.setWindowIcon(core::programIcon());
+}
+
 Program::~Program() = default;
 
 bool Program::openShop(const QString& programFolder) {

@@ -11,13 +11,18 @@ namespace platform {
 class SingleInstance;
 }
 
+namespace screen {
+class Application;
+}
+
 namespace app {
 
 /// The running program: its place as the only instance, and its shell. Main() takes it from nothing
 /// to a signed-in shell.
 class Program {
   public:
-    Program();
+    /// `application` is the guarding one, so that no timer's or event's exception ends the program.
+    explicit Program(screen::Application& application);
     ~Program();
 
     /// Runs the start in its fixed order, on the database in the program folder (a path without a

@@ -2,22 +2,16 @@
 #include "app/Screens.h"
 #include "app/Start.h"
 #include "core/MDIMain.h"
-#include "core/ToolIcons.h"
-#include "platform/values/Literals.h"
-
-#include <QApplication>
+#include "platform/screen/Application.h"
 
 int main(int argc, char** argv) {
-    QApplication application(argc, argv);
-    QApplication::setApplicationName(u"Mirsa"_s);
-    QApplication::setApplicationVersion(QStringLiteral(MIRSA_VERSION));
-    QApplication::setQuitOnLastWindowClosed(false);
-    QApplication::setWindowIcon(core::programIcon());
+    screen::Application application(argc, argv);
+    screen::Application::setApplicationVersion(QStringLiteral(MIRSA_VERSION));
     app::registerAllScreens();
 
-    app::Program program;
-    if (!program.Main(QApplication::applicationDirPath()))
+    app::Program program(application);
+    if (!program.Main(screen::Application::applicationDirPath()))
         return 1;
     app::keepBackups(*program.shell());
-    return QApplication::exec();
+    return screen::Application::exec();
 }

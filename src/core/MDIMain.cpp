@@ -56,14 +56,13 @@ MDIMain::MDIMain() : m_area(new QMdiArea(this)) {
         menuBar()->addMenu(makeMenu(entry, this));
     for (const MenuEntry& entry : popupMenus())
         m_popups.insert(entry.name.toLower(), makeMenu(entry, this));
-    menuAction(u"mnuHelp32"_s)->setShortcut(QKeySequence(Qt::Key_F1));
     m_windowMenu = menuAction(u"mnuWindow"_s)->menu();
     connect(m_windowMenu, &QMenu::aboutToShow, this, [this] { listWindows(); });
     makeToolBar();
     makeStatusBar();
     takeInitialPlace();
 
-    new Mnemonics(m_area);
+    new Mnemonics(m_area, menuBar());
     auto* closeChild = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_F4), this);
     connect(closeChild, &QShortcut::activated, m_area, &QMdiArea::closeActiveSubWindow);
     connect(m_area, &QMdiArea::subWindowActivated, this, [this] { showStatus(); });
@@ -99,6 +98,8 @@ QMenu* MDIMain::makeMenu(const MenuEntry& entry, QWidget* parent) {
         QAction* action = menu->addAction(child.caption);
         action->setObjectName(child.name);
         m_actions.insert(child.name.toLower(), action);
+        if (!child.shortcut.isEmpty())
+            action->setShortcut(QKeySequence(child.shortcut));
         connect(action, &QAction::triggered, this, [this, &child] { perform(child); });
     }
     return menu;
@@ -118,7 +119,8 @@ void MDIMain::makeToolBar() {
         QString caption = entry->caption;
         caption.remove(QLatin1Char('&'));
         QAction* button = ToolBarMainMenu->addAction(toolIcon(number), caption);
-        button->setToolTip(caption);
+        button->setToolTip(entry->shortcut.isEmpty() ? caption
+                                                     : caption + u" ("_s + entry->shortcut + u')');
         connect(button, &QAction::triggered, this,
                 [this, number] { ToolBarMainMenu_ButtonClick(number); });
         m_buttons.insert(number, button);
@@ -261,6 +263,8 @@ void MDIMain::place(screen::Form& form) {
     QMdiSubWindow* frame = m_area->addSubWindow(&form);
     frame->setWindowIcon(windowIcon());
     form.installEventFilter(this);
+    if (form.opensMaximized())
+        frame->showMaximized();
     form.show();
     // As large as it wants to be, and no larger than there is room for.
     if (!frame->isMaximized()) {

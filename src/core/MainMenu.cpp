@@ -14,12 +14,14 @@ MenuEntry menu(const char* name, const char* caption, std::vector<MenuEntry> chi
             std::move(children)};
 }
 
-MenuEntry document(const char* name, const char* caption, const char* screen) {
+MenuEntry document(const char* name, const char* caption, const char* screen,
+                   const char* shortcut = "") {
     return {QString::fromLatin1(name),
             QString::fromLatin1(caption),
             Does::Document,
             QString::fromLatin1(screen),
-            {}};
+            {},
+            QString::fromLatin1(shortcut)};
 }
 
 MenuEntry dialog(const char* name, const char* caption, const char* screen) {
@@ -30,26 +32,27 @@ MenuEntry dialog(const char* name, const char* caption, const char* screen) {
             {}};
 }
 
-MenuEntry handler(const char* name, const char* caption) {
-    return {QString::fromLatin1(name), QString::fromLatin1(caption), Does::Handler, {}, {}};
+MenuEntry handler(const char* name, const char* caption, const char* shortcut = "") {
+    return {QString::fromLatin1(name),    QString::fromLatin1(caption), Does::Handler, {}, {},
+            QString::fromLatin1(shortcut)};
 }
 
 std::vector<MenuEntry> moduleEntries() {
-    return {document("mnuHistory", "&History", "frmHistory"),
+    return {document("mnuHistory", "&History", "frmHistory", "Ctrl+Shift+H"),
             handler("mnuFileBenchline", "Benchline Manager"),
-            document("mnuFileEstimate", "&Estimate", "frmEstimate"),
-            document("mnuFileJob", "&Job", "frmJob"),
-            document("mnuSchedule", "&Schedule", "frmSchedule"),
-            document("mnuInvoice", "&Invoice", "frmInvoice"),
-            document("mnuFileTimeManagement", "&Time Management", "frmTM"),
-            document("mnuFileRequest", "&Request For Quotation", "frmRFQ"),
-            document("mnuAP", "Accounts Payable", "frmAP"),
-            document("mnuFilePurchaseOrder", "&Purchase Order", "frmPO"),
-            document("mnuFileCustomer", "&Customer", "frmCustomer"),
-            document("mnuFileEmployee", "E&mployee", "frmEmployee"),
-            document("mnuFileVendor", "&Vendor/Contractor", "frmVendor"),
-            document("mnuInventory", "Inventory", "frmInventory"),
-            document("mnuFileSpareParts", "&Spare Parts", "frmSpareParts"),
+            document("mnuFileEstimate", "&Estimate", "frmEstimate", "Ctrl+Shift+E"),
+            document("mnuFileJob", "&Job", "frmJob", "Ctrl+Shift+J"),
+            document("mnuSchedule", "&Schedule", "frmSchedule", "Ctrl+Shift+S"),
+            document("mnuInvoice", "&Invoice", "frmInvoice", "Ctrl+Shift+I"),
+            document("mnuFileTimeManagement", "&Time Management", "frmTM", "Ctrl+Shift+T"),
+            document("mnuFileRequest", "&Request For Quotation", "frmRFQ", "Ctrl+Shift+R"),
+            document("mnuAP", "Accounts Payable", "frmAP", "Ctrl+Shift+A"),
+            document("mnuFilePurchaseOrder", "&Purchase Order", "frmPO", "Ctrl+Shift+P"),
+            document("mnuFileCustomer", "&Customer", "frmCustomer", "Ctrl+Shift+C"),
+            document("mnuFileEmployee", "E&mployee", "frmEmployee", "Ctrl+Shift+M"),
+            document("mnuFileVendor", "&Vendor/Contractor", "frmVendor", "Ctrl+Shift+V"),
+            document("mnuInventory", "Inventory", "frmInventory", "Ctrl+Shift+Y"),
+            document("mnuFileSpareParts", "&Spare Parts", "frmSpareParts", "Ctrl+Shift+B"),
             menu("mnuExternal", "E&xternal",
                  {handler("mnuFileAutoMirsa", "&Auto-Mirsa"),
                   handler("mnuFileBarcode", "&Time Tracking")})};
@@ -121,7 +124,7 @@ const std::vector<MenuEntry>& mainMenu() {
         menu("mnuWindow", "&Window",
              {handler("mnuArrange", "Arrange Icons"), handler("mnuCascade", "Cascade")}),
         menu("mnuHelp", "Hel&p",
-             {handler("mnuHelp32", "&Mirsa Help"), dialog("mnuAbout", "&About", "frmAbout")}),
+             {handler("mnuHelp32", "&Mirsa Help", "F1"), dialog("mnuAbout", "&About", "frmAbout")}),
     };
     return tree;
 }

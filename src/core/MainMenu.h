@@ -21,6 +21,7 @@ struct MenuEntry {
     Does does = Does::Menu;
     QString screen = {};
     std::vector<MenuEntry> children = {};
+    QString shortcut = {}; ///< "Ctrl+Shift+J"; none for most
 };
 
 /// The menu bar, in order.

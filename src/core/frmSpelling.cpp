@@ -72,12 +72,11 @@ frmSpelling::frmSpelling(QWidget* control, spelling::Speller& speller)
     bar.stretch();
     setDefaultButton(change);
     setCancelButton(cancel);
-    connect(lstSuggestions, &QListWidget::currentTextChanged, this, [this](const QString& text) {
+    on(lstSuggestions, &QListWidget::currentTextChanged, [this](const QString& text) {
         if (!text.isEmpty())
             txtChange->setText(text);
     });
-    connect(lstSuggestions, &QListWidget::itemActivated, this,
-            [this] { guarded([this] { cmdChange_Click(); }); });
+    on(lstSuggestions, &QListWidget::itemActivated, [this] { cmdChange_Click(); });
 }
 
 void frmSpelling::Form_Load() {

@@ -66,9 +66,8 @@ frmUser_Group::frmUser_Group() : Form(QString::fromLatin1(formName), u"Security 
     on(cmdClose, [this] { unload(); });
     setCancelButton(cmdClose);
     // What one tab changed shows on the other.
-    connect(SSTab1, &QTabWidget::currentChanged, this, [this](int page) {
-        guarded([this, page] { page == 0 ? cboUsers_Click() : cboGroups_Click(); });
-    });
+    on(SSTab1, &QTabWidget::currentChanged,
+       [this](int page) { page == 0 ? cboUsers_Click() : cboGroups_Click(); });
 }
 
 void frmUser_Group::buildUserTab(QWidget* page) {

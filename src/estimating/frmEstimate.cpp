@@ -3,8 +3,8 @@
 #include "core/MirsaMain.h"
 #include "core/ReportLaunch.h"
 #include "core/TablePopup.h"
+#include "core/records/FindDialogs.h"
 #include "estimating/CreateJob.h"
-#include "estimating/routing/FindForms.h"
 #include "platform/screen/Forms.h"
 #include "platform/screen/MsgBox.h"
 #include "platform/values/Clock.h"
@@ -39,7 +39,7 @@ QStringList column(const QString& select, const QString& name) {
 
 // Opening and showing
 
-void frmEstimate::ShowModuleMode(const QString& mode) {
+void frmEstimate::ShowModuleMode(Mode mode) {
     RoutedModule::ShowModuleMode(mode);
     cmdCreateJob->setEnabled(isBrowse() && core::HasAccess(u"mnuFileJob"_s));
     cmdAssembly->setEnabled(isBrowse() && Forms::isKnown(u"frmAssemblyInfo"_s));
@@ -127,28 +127,16 @@ void frmEstimate::deleteDocument(qint64 estNo) {
 // Going to a record
 
 void frmEstimate::cmdFind_Click() {
-    const qint64 estNo = Forms::dialog<FindDialog>(u"frmEstFind"_s)->askNumber();
-    if (estNo == 0 || goToRecord(estNo))
+    const auto estNo = Forms::dialog<core::DocumentFindDialog>(u"frmEstFind"_s)->askNumber();
+    if (!estNo || goToRecord(*estNo))
         return;
-    if (core::MainDatabase().hasRows(u"SELECT EstNo FROM Estimate WHERE EstNo = "_s +
-                                     QString::number(estNo))) {
-        // Another station added it after this set was read.
-        reopen(estimateRows(), estNo);
-        return;
-    }
-    MsgBox(u"Estimate No. "_s + QString::number(estNo) + u" does not exist!"_s, Buttons::Ok,
+    MsgBox(u"Estimate No. "_s + QString::number(*estNo) + u" does not exist!"_s, Buttons::Ok,
            Icon::Information);
 }
 
 void frmEstimate::cmdGotoPart_Click() {
-    const QString part = Forms::dialog<FindDialog>(u"frmEstFind"_s)->askPart();
-    if (part.isEmpty())
-        return;
-    const qint64 estNo = Forms::dialog<FoundDialog>(u"frmEstFound"_s)->pick(part);
-    if (estNo == 0 || goToRecord(estNo))
-        return;
-    // Another station added it after this set was read.
-    reopen(estimateRows(), estNo);
+    if (const auto estNo = askByPart(u"frmEstFind"_s, u"frmEstFound"_s))
+        goToRecord(*estNo);
 }
 
 void frmEstimate::cmdPartno_Click() {

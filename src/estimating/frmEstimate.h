@@ -18,7 +18,7 @@ class frmEstimate : public RoutedDocument<EstimateDraft, EstimateHeader> {
     frmEstimate();
 
     QSize sizeHint() const override;
-    void ShowModuleMode(const QString& mode) override;
+    void ShowModuleMode(Mode mode) override;
 
     void cmdNew_Click() override;
     void cmdFind_Click() override;

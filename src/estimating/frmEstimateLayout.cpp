@@ -29,6 +29,7 @@ core::ModuleDescriptor describe() {
     module.keyColumn = u"EstNo"_s;
     module.select = estimateRows();
     module.newKeyText = u"New"_s;
+    module.copyWord = u"CopyEst"_s;
     module.dataControlName = u"datEstimate"_s;
     module.modeLabelName = u"lblEstimateMode"_s;
     module.queryScreen = u"frmEstQuery"_s;

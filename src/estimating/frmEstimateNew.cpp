@@ -38,7 +38,7 @@ void frmEstimate::cmdNew_Click() {
 }
 
 void frmEstimate::copyCurrent(const NewEstimate& how) {
-    if (!copyShown(u"CopyEst"_s, how.useDefaultNotes, how.carryNotes))
+    if (!copyShown(how.useDefaultNotes, how.carryNotes))
         return;
     EstimateHeader next = estimateColumns().copy(m_header.now());
     next.estDate = values::today();
@@ -66,7 +66,7 @@ void frmEstimate::copyJob(const NewEstimate& how, const Carried& customer) {
     auto copied = draftFromJob(core::MainDatabase(), jobNo);
     if (!copied)
         return;
-    ShowModuleMode(u"Add"_s);
+    ShowModuleMode(Mode::Add);
     EstimateHeader header = copied->header;
     header.estDate = values::today();
     // The customer is the job's, the RFQ number the one that was on the screen.

@@ -160,7 +160,7 @@ bool frmOperAddEdit::save() {
     m_draft.note = Text1->text();
     jet::Database& database = core::MainDatabase();
     if (const auto complaint = checkOperation(database, m_draft)) {
-        complain(complaint->text, control(complaint->field));
+        complain(*complaint);
         return false;
     }
     saveOperation(database, m_draft);

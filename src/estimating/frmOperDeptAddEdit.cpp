@@ -45,7 +45,7 @@ void frmOperDeptAddEdit::cmdOK_Click() {
     jet::Database& database = core::MainDatabase();
     const QString name = txtDescription->text();
     if (const auto complaint = checkDepartment(database, m_id, name)) {
-        complain(complaint->text, txtDescription);
+        complain(*complaint);
         return;
     }
     saveDepartment(database, m_id, name);

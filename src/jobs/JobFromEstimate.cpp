@@ -60,18 +60,20 @@ void copyNotes(jet::Database& database, qint64 estNo, const std::vector<OperRow>
 
 } // namespace
 
-std::optional<OrderComplaint> checkOrder(const JobOrder& order) {
+std::optional<screen::Complaint> checkOrder(const JobOrder& order) {
+    const auto fault = [](const QString& text, const QString& field, const QString& title = {}) {
+        return screen::Complaint{text, field, title, screen::Icon::Critical};
+    };
     if (order.quantity <= 0)
-        return OrderComplaint{
-            u"Job Quantity may not be zero or negative number"_s, {}, u"cmbQuantity"_s};
+        return fault(u"Job Quantity may not be zero or negative number"_s, u"cmbQuantity"_s);
     if (!order.dateIn)
-        return OrderComplaint{u"Please enter Date In!"_s, {}, u"mskDate(0)"_s};
+        return fault(u"Please enter Date In!"_s, u"mskDate(0)"_s);
     if (!order.dueDate)
-        return OrderComplaint{u"Please enter Due Date!"_s, {}, u"mskDate(1)"_s};
+        return fault(u"Please enter Due Date!"_s, u"mskDate(1)"_s);
     if (order.price < Currency())
-        return OrderComplaint{u"Quantity Price Each may not be negative"_s, {}, u"txtQtyQP"_s};
+        return fault(u"Quantity Price Each may not be negative"_s, u"txtQtyQP"_s);
     if (order.poNo.trimmed().isEmpty())
-        return OrderComplaint{u"Please enter PO number!"_s, u"PO Number Missing"_s, u"txtPONo"_s};
+        return fault(u"Please enter PO number!"_s, u"txtPONo"_s, u"PO Number Missing"_s);
     return std::nullopt;
 }
 

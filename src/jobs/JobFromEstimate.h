@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/jet/Database.h"
+#include "platform/screen/Complaint.h"
 #include "platform/values/Currency.h"
 
 #include <QDate>
@@ -23,14 +24,8 @@ struct JobOrder {
     QString jobNotes;
 };
 
-/// First fault in the order of the dialog's fields: its text, title and field; nothing if the job
-/// can be made.
-struct OrderComplaint {
-    QString text;
-    QString title;
-    QString field;
-};
-std::optional<OrderComplaint> checkOrder(const JobOrder& order);
+/// First fault in the order of the dialog's fields; nothing if the job can be made.
+std::optional<screen::Complaint> checkOrder(const JobOrder& order);
 
 /// Whether a job points back at the estimate.
 bool estimateHasJob(jet::Database& database, qint64 estNo);

@@ -77,8 +77,7 @@ frmCreatJob::frmCreatJob() : Form(QString::fromLatin1(formName), u"Create a Job 
         const QString typed = txtQtyQP->text().remove(QLatin1Char(','));
         txtQtyQP->setText(values::numberField(typed, u"#####0.0000"));
     });
-    connect(chkPrintTraveler, &QCheckBox::toggled, this,
-            [this] { guarded([this] { chkPrintTraveler_Click(); }); });
+    on(chkPrintTraveler, &QCheckBox::toggled, [this] { chkPrintTraveler_Click(); });
     on(cmdOK, &frmCreatJob::cmdOK_Click);
     resize(720, 420);
 }
@@ -156,7 +155,7 @@ JobOrder frmCreatJob::order() const {
 void frmCreatJob::cmdOK_Click() {
     const JobOrder wanted = order();
     if (const auto complaint = checkOrder(wanted)) {
-        complain(complaint->text, control(complaint->field), Icon::Critical, complaint->title);
+        complain(*complaint);
         return;
     }
     try {

@@ -2,7 +2,7 @@
 
 #include "core/MirsaMain.h"
 #include "core/Shell.h"
-#include "estimating/routing/FindForms.h"
+#include "core/records/FindDialogs.h"
 #include "platform/screen/Forms.h"
 #include "platform/screen/MsgBox.h"
 #include "platform/values/Clock.h"
@@ -33,7 +33,7 @@ QString frmJob::mainSelect() const {
     return jobRows(activeOnly());
 }
 
-void frmJob::ShowModuleMode(const QString& mode) {
+void frmJob::ShowModuleMode(Mode mode) {
     RoutedModule::ShowModuleMode(mode);
     fraShow->setEnabled(isBrowse());
     // An estimated figure that came with an estimate is not typed over.
@@ -197,9 +197,10 @@ void frmJob::cmdEdit_Click() {
 // Going to a record
 
 void frmJob::cmdFind_Click() {
-    const qint64 jobNo = Forms::dialog<estimating::FindDialog>(u"frmJobFind"_s)->askNumber();
-    if (jobNo == 0)
+    const auto asked = Forms::dialog<core::DocumentFindDialog>(u"frmJobFind"_s)->askNumber();
+    if (!asked)
         return;
+    const qint64 jobNo = *asked;
     // Not by the rows that are shown: another station may have added, shipped or deleted it.
     const QString subject = u"Job No. "_s + QString::number(jobNo);
     const jet::Recordset found = core::MainDatabase().openRecordset(
@@ -214,13 +215,9 @@ void frmJob::cmdFind_Click() {
 }
 
 void frmJob::cmdGotoPart_Click() {
-    const QString part = Forms::dialog<estimating::FindDialog>(u"frmJobFind"_s)->askPart();
-    if (part.isEmpty())
-        return;
-    const qint64 jobNo = Forms::dialog<estimating::FoundDialog>(u"frmJobFound"_s)
-                             ->pick(part, activeOnly() ? u" AND Shipped = False"_s : QString());
-    if (jobNo != 0 && !goToRecord(jobNo))
-        reopen(jobRows(activeOnly()), jobNo);
+    if (const auto jobNo = askByPart(u"frmJobFind"_s, u"frmJobFound"_s,
+                                     activeOnly() ? u" AND Shipped = False"_s : QString()))
+        goToRecord(*jobNo);
 }
 
 // Handing over

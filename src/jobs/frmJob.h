@@ -24,7 +24,7 @@ class frmJob : public estimating::RoutedDocument<JobDraft, JobHeader> {
     frmJob();
     QSize sizeHint() const override;
 
-    void ShowModuleMode(const QString& mode) override;
+    void ShowModuleMode(Mode mode) override;
 
     void cmdNew_Click() override;
     void cmdEdit_Click() override;

@@ -34,6 +34,7 @@ core::ModuleDescriptor describe() {
     module.keyColumn = u"JobNo"_s;
     module.select = jobRows(true);
     module.newKeyText = u"New"_s;
+    module.copyWord = u"CopyJob"_s;
     module.dataControlName = u"datJob"_s;
     module.modeLabelName = u"lblJobMode"_s;
     module.queryScreen = u"frmJobQuery"_s;

@@ -31,7 +31,7 @@ void frmJob::cmdNew_Click() {
 
 void frmJob::copyCurrent(const NewJob& how) {
     if (!copyShown(
-            u"CopyJob"_s, how.useDefaultNotes, how.carryNotes,
+            how.useDefaultNotes, how.carryNotes,
             [&](std::vector<estimating::OperRow>& rows) { makeCopy(rows, how.copyEstimated); }))
         return;
     JobHeader next = jobColumns().copy(m_header.now());

@@ -14,14 +14,25 @@ namespace masters {
 
 using screen::Fields;
 
+namespace {
+
+/// Asks before the copy buttons write over what stands in the target.
+bool mayOverwrite(const controls::TextField& target, const QString& question) {
+    return target.text().isEmpty() ||
+           screen::MsgBox(question, screen::Buttons::OkCancel, screen::Icon::Question,
+                          u"Overwrite Information?"_s) == screen::Answer::Ok;
+}
+
+} // namespace
+
 void CompanyModule::makeLayout(const std::function<void(QTabWidget*)>& fill) {
     auto* layout = new QVBoxLayout(this);
     auto* top = new QHBoxLayout;
     layout->addLayout(top);
     Fields head(this, top);
-    auto* names = head.dataCombo(m_words.nameList, m_words.nameListLabel, wide(36));
+    auto* names = head.dataCombo(m_words.nameList, m_words.nameListLabel, screen::wide(36));
     head.nextColumn();
-    bindKey(head.text(m_words.keyField, m_words.keyLabel, wide(8)));
+    bindKey(head.text(m_words.keyField, m_words.keyLabel, screen::wide(8)));
     top->addStretch();
     top->addWidget(modeLabel());
     const core::ModuleDescriptor& module = descriptor();
@@ -38,53 +49,52 @@ void CompanyModule::makeLayout(const std::function<void(QTabWidget*)>& fill) {
 
 void CompanyModule::makeMainAddress(QWidget* page, QBoxLayout* into) {
     Fields address(screen::frame(page, into, u"fraAddress"_s, u"Main Address"_s));
-    m_name = address.text(m_words.nameField, u"Compan&y:"_s, wide(36));
-    m_addresses.insert(m_addresses.begin(), AddressFields::main(address));
+    m_name = address.text(m_words.nameField, u"Compan&y:"_s, screen::wide(36));
+    m_addresses.insert(m_addresses.begin(), screen::AddressBlock::main(address));
 }
 
 void CompanyModule::makeContact(QWidget* page, QBoxLayout* into) {
     Fields contact(screen::frame(page, into, u"fraContact"_s, u"Contact"_s));
-    m_contact.contact = contact.text(u"txtContact"_s, u"C&ontact:"_s, wide(30));
-    m_contact.phone = contact.text(u"etxtPhone"_s, u"P&hone:"_s, wide(20));
-    m_contact.fax = contact.text(u"etxtFax"_s, u"&Fax:"_s, wide(20));
-    m_contact.email = contact.text(u"txtEmail"_s, u"Emai&l:"_s, wide(30));
+    m_contact.contact = contact.text(u"txtContact"_s, u"C&ontact:"_s, screen::wide(30));
+    m_contact.phone = contact.text(u"etxtPhone"_s, u"P&hone:"_s, screen::wide(20));
+    m_contact.fax = contact.text(u"etxtFax"_s, u"&Fax:"_s, screen::wide(20));
+    m_contact.email = contact.text(u"txtEmail"_s, u"Emai&l:"_s, screen::wide(30));
     Fields delivery(screen::frame(page, into, m_words.deliveryFrame, m_words.deliveryTitle));
-    m_attention = delivery.text(u"txtAttention"_s, u"Attention:"_s, wide(30));
-    m_shipping = delivery.text(u"txtShip"_s, u"Shi&pping:"_s, wide(30));
-    m_terms = delivery.dataCombo(m_words.termsField, m_words.termsLabel, wide(24));
-    m_fob = delivery.text(u"txtFOB"_s, u"FOB:"_s, wide(30));
+    m_attention = delivery.text(u"txtAttention"_s, u"Attention:"_s, screen::wide(30));
+    m_shipping = delivery.text(u"txtShip"_s, u"Shi&pping:"_s, screen::wide(30));
+    m_terms = delivery.dataCombo(m_words.termsField, m_words.termsLabel, screen::wide(24));
+    m_fob = delivery.text(u"txtFOB"_s, u"FOB:"_s, screen::wide(30));
 }
 
 void CompanyModule::bindCompany() {
-    const auto bind = [this](const char* column, controls::Field* field) {
-        fields().bind(QString::fromLatin1(column), field);
-    };
-    bind("company", m_name);
+    fields().bind(u"company"_s, m_name);
     m_addresses.front().bind(fields());
-    bind("Contact", m_contact.contact);
-    bind("Phone", m_contact.phone);
-    bind("Fax", m_contact.fax);
-    bind("Email", m_contact.email);
-    bind("attention", m_attention);
-    bind("Shipping", m_shipping);
-    bind("Terms", m_terms);
-    bind("FOB", m_fob);
+    offerUnknown(*this, m_addresses.front(), [this] { return !isBrowse(); });
+    fields().bindAll({{u"Contact", m_contact.contact},
+                      {u"Phone", m_contact.phone},
+                      {u"Fax", m_contact.fax},
+                      {u"Email", m_contact.email},
+                      {u"attention", m_attention},
+                      {u"Shipping", m_shipping},
+                      {u"Terms", m_terms},
+                      {u"FOB", m_fob}});
 }
 
-void CompanyModule::addAddress(const AddressFields& address, const QString& prefix) {
+void CompanyModule::addAddress(const screen::AddressBlock& address, const QString& prefix) {
     address.bind(fields(), prefix);
+    offerUnknown(*this, address, [this] { return !isBrowse(); });
     m_addresses.push_back(address);
 }
 
 void CompanyModule::openLookups() {
-    AddressFields::fillLists(m_addresses);
+    fillAddressLists(m_addresses);
     m_terms->setRows(
         core::MainDatabase().openRecordset(u"Select * from Terms"_s, jet::RecordsetType::Snapshot),
         u"description"_s, u"description"_s);
 }
 
 void CompanyModule::refreshLookup(const QString& table) {
-    if (AddressFields::listsFrom(table) || table.compare(u"Terms", Qt::CaseInsensitive) == 0)
+    if (isAddressTable(table) || table.compare(u"Terms", Qt::CaseInsensitive) == 0)
         openLookups();
     core::RecordModule::refreshLookup(table);
 }
@@ -116,7 +126,7 @@ void CompanyModule::newRowColumns(jet::Recordset& row) {
     row.set(u"QBSent", 0);
 }
 
-void CompanyModule::copyMainAddress(const AddressFields& to, const QString& question) {
+void CompanyModule::copyMainAddress(const screen::AddressBlock& to, const QString& question) {
     if (!to.line1->isLocked() && mayOverwrite(*to.line1, question))
         m_addresses.front().copyTo(to);
 }

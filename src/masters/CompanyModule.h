@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/records/RecordModule.h"
-#include "masters/AddressFields.h"
+#include "masters/AddressLists.h"
 
 #include <vector>
 
@@ -43,6 +43,7 @@ class CompanyModule : public core::RecordModule {
     void openLookups() override;
     void newDefaults() override;
     bool validate() override;
+    QString recordName() const override { return m_name->text(); }
     void newRowColumns(jet::Recordset& row) override;
 
     /// The frame with the name and the main address.
@@ -52,10 +53,10 @@ class CompanyModule : public core::RecordModule {
     /// Binds what this class has made.
     void bindCompany();
     /// An address beside the main one: bound under its prefix, its lists filled with the others.
-    void addAddress(const AddressFields& address, const QString& prefix);
+    void addAddress(const screen::AddressBlock& address, const QString& prefix);
 
     /// Copies the main address unless the target is locked or the user wants to keep it.
-    void copyMainAddress(const AddressFields& to, const QString& question);
+    void copyMainAddress(const screen::AddressBlock& to, const QString& question);
     struct ContactFields {
         controls::TextField *contact, *phone, *fax, *email;
     };
@@ -66,7 +67,7 @@ class CompanyModule : public core::RecordModule {
   private:
     CompanyWords m_words;
     QTabWidget* m_tabs = nullptr;
-    std::vector<AddressFields> m_addresses; ///< the main one first
+    std::vector<screen::AddressBlock> m_addresses; ///< the main one first
     ContactFields m_contact{};
     controls::TextField* m_attention = nullptr;
     controls::TextField* m_shipping = nullptr;

@@ -24,29 +24,30 @@ constexpr double highestPay = 1e12;
 
 } // namespace
 
-std::optional<Complaint<EmployeeField>> checkEmployee(const EmployeeEntry& entry) {
-    using Field = EmployeeField;
+std::optional<screen::Complaint> checkEmployee(const EmployeeEntry& entry) {
     const bool noFirst = entry.firstName.trimmed().isEmpty();
     if (noFirst || entry.lastName.trimmed().isEmpty())
-        return {{noFirst ? Field::FirstName : Field::LastName, u"Full name required"_s,
-                 u"Both Name fields must be filled out!"_s}};
+        return screen::Complaint{u"Both Name fields must be filled out!"_s,
+                                 noFirst ? u"txtFirstName"_s : u"txtLastName"_s,
+                                 u"Full name required"_s};
     if (entry.status == u"Terminated" && !entry.terminationDate)
-        return {{Field::TerminationDate, u"Termination Date required"_s,
-                 u"A terminated employee must have a Termination Date!"_s}};
+        return screen::Complaint{u"A terminated employee must have a Termination Date!"_s,
+                                 u"etxtTDate"_s, u"Termination Date required"_s};
     if (!entry.shift)
-        return {{Field::Shift, u"Work Shift required"_s, u"Work shift must be filled out!"_s}};
+        return screen::Complaint{u"Work shift must be filled out!"_s, u"dbcShift"_s,
+                                 u"Work Shift required"_s};
     if (!entry.ssn.isEmpty() && entry.ssn.size() != 9)
-        return {{Field::Ssn, u"Erroneous S.S.N."_s,
-                 u"The S.S.N. field must be blank or completely filled out!"_s}};
+        return screen::Complaint{u"The S.S.N. field must be blank or completely filled out!"_s,
+                                 u"mskSSN"_s, u"Erroneous S.S.N."_s};
     if (!isExemptions(entry.exemptState))
-        return {{Field::ExemptState, u"State Exemption Error"_s,
-                 u"The State exemptions must be a number!"_s}};
+        return screen::Complaint{u"The State exemptions must be a number!"_s, u"txtEState"_s,
+                                 u"State Exemption Error"_s};
     if (!isExemptions(entry.exemptFederal))
-        return {{Field::ExemptFederal, u"Federal Exemption Error"_s,
-                 u"The Federal exemptions must be a number!"_s}};
+        return screen::Complaint{u"The Federal exemptions must be a number!"_s, u"txtEFederal"_s,
+                                 u"Federal Exemption Error"_s};
     if (!isExemptions(entry.exemptOther))
-        return {{Field::ExemptOther, u"State Exemption Error"_s,
-                 u"The \"Other\" exemptions must be a number!"_s}};
+        return screen::Complaint{u"The \"Other\" exemptions must be a number!"_s, u"txtEOther"_s,
+                                 u"State Exemption Error"_s};
     return {};
 }
 
@@ -54,19 +55,20 @@ int exemptions(const QString& text) {
     return values::cInt(numberOf(text));
 }
 
-std::optional<Complaint<SalaryField>> checkSalary(const SalaryEntry& entry, const QDate& today) {
-    using Field = SalaryField;
+std::optional<screen::Complaint> checkSalary(const SalaryEntry& entry, const QDate& today) {
     const QString missing = u"Data Missing!"_s;
     if (!entry.date)
-        return {{Field::Date, {}, u"You must enter a Date!"_s}};
+        return screen::Complaint{u"You must enter a Date!"_s, u"etxtDate"_s, {}};
     if (entry.amount.trimmed().isEmpty())
-        return {{Field::Amount, missing, u"You must enter a Dollar Amount!"_s}};
+        return screen::Complaint{u"You must enter a Dollar Amount!"_s, u"txtAmount"_s, missing};
     if (!values::isNumeric(entry.amount) || std::abs(numberOf(entry.amount)) >= highestPay)
-        return {{Field::Amount, {}, u"You must enter a Decimal Dollar value for Amount!"_s}};
+        return screen::Complaint{
+            u"You must enter a Decimal Dollar value for Amount!"_s, u"txtAmount"_s, {}};
     if (entry.frequency.isEmpty())
-        return {{Field::Frequency, missing, u"You must enter a Frequency!"_s}};
+        return screen::Complaint{u"You must enter a Frequency!"_s, u"cboFrequency"_s, missing};
     if (*entry.date > today)
-        return {{Field::Date, u"Date Error!"_s, u"You cannot enter a future date!"_s}};
+        return screen::Complaint{u"You cannot enter a future date!"_s, u"etxtDate"_s,
+                                 u"Date Error!"_s};
     return {};
 }
 

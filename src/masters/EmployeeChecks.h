@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/screen/Complaint.h"
+
 #include <QDate>
 #include <QString>
 
@@ -17,27 +19,8 @@ struct EmployeeEntry {
     QString exemptState, exemptFederal, exemptOther;
 };
 
-/// What is wrong with an entry: where, and how it is told.
-template <class Field>
-struct Complaint {
-    Field field;
-    QString title; ///< empty: the program's own
-    QString text;
-};
-
-enum class EmployeeField {
-    FirstName,
-    LastName,
-    TerminationDate,
-    Shift,
-    Ssn,
-    ExemptState,
-    ExemptFederal,
-    ExemptOther
-};
-
 /// The first thing that is wrong, in the order of the checks; nothing if all is well.
-std::optional<Complaint<EmployeeField>> checkEmployee(const EmployeeEntry& entry);
+std::optional<screen::Complaint> checkEmployee(const EmployeeEntry& entry);
 
 /// A tax exemption as the column takes it; empty is 0. Only for text that passed the check.
 int exemptions(const QString& text);
@@ -49,8 +32,6 @@ struct SalaryEntry {
     QString frequency;
 };
 
-enum class SalaryField { Date, Amount, Frequency };
-
-std::optional<Complaint<SalaryField>> checkSalary(const SalaryEntry& entry, const QDate& today);
+std::optional<screen::Complaint> checkSalary(const SalaryEntry& entry, const QDate& today);
 
 } // namespace masters

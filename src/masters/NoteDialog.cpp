@@ -31,12 +31,17 @@ NoteForm::NoteForm(const QString& formName, const QString& title, const QString&
         m_taken = m_text->text();
         unload();
     });
-    on(cancel, [this] { unload(); });
+    on(cancel, [this] {
+        const bool changed = !m_text->isLocked() && m_text->text() != m_shown;
+        if (mayDrop(changed, [this] { m_taken = m_text->text(); }))
+            unload();
+    });
     setCancelButton(cancel);
 }
 
 void NoteForm::begin(const QString& text, bool locked) {
     m_text->setText(text);
+    m_shown = m_text->text();
     m_text->setLocked(locked);
     m_ok->setEnabled(!locked);
 }

@@ -32,6 +32,7 @@ class NoteForm : public screen::Form, public NoteDialog {
   private:
     controls::MemoField* m_text;
     QPushButton* m_ok;
+    QString m_shown;
     std::optional<QString> m_taken;
 };
 

@@ -157,10 +157,7 @@ bool SalaryForm::mayBeEarly(const QDate& date) {
 void SalaryForm::cmdSave_Click() {
     const SalaryEntry entry{etxtDate->date(), txtAmount->text(), cboFrequency->text()};
     if (const auto wrong = checkSalary(entry, values::today())) {
-        QWidget* field = wrong->field == SalaryField::Date     ? etxtDate->widget()
-                         : wrong->field == SalaryField::Amount ? txtAmount->widget()
-                                                               : cboFrequency->widget();
-        complain(wrong->text, field, Icon::Exclamation, wrong->title);
+        complain(*wrong);
         return;
     }
     if (m_index == 0 && !mayBeEarly(*entry.date)) {

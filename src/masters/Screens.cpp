@@ -13,80 +13,50 @@ namespace masters {
 
 namespace {
 
-/// The pair of dialogs by which a record module goes to a record.
-struct GoTo {
-    core::FindForm::Descriptor find;
-    core::FoundForm::Descriptor found;
-};
-
-void add(const GoTo& dialogs) {
-    screen::Forms::add(dialogs.find.formName,
-                       [find = dialogs.find] { return std::make_unique<core::FindForm>(find); });
-    screen::Forms::add(dialogs.found.formName, [found = dialogs.found] {
-        return std::make_unique<core::FoundForm>(found);
-    });
-}
-
-const controls::GridColumn::Kind number = controls::GridColumn::Kind::Number;
-
-GoTo customers() {
-    return {{u"frmCustFind"_s,
-             u"Goto Customers"_s,
-             u"&Enter the Number or Name Here:"_s,
-             {{u"optFind1"_s, u"List By Customer &Name"_s,
-               u"SELECT * FROM Customer WHERE Company LIKE '"_s},
-              {u"optFind2"_s, u"List By Customer N&umber"_s,
-               u"SELECT * FROM Customer WHERE CustID LIKE '"_s}},
-             u"frmCustFound"_s,
-             u"frmCustomer"_s},
-            {u"frmCustFound"_s,
-             u"Customer Found"_s,
-             u"sprCustFound"_s,
-             {{.title = u"Cust. #"_s, .characters = 8, .kind = number},
-              {.title = u"Company Name"_s, .characters = 40}},
-             {u"Custid"_s, u"company"_s}}};
-}
-
-GoTo vendors() {
-    return {{u"frmVendFind"_s,
-             u"Goto Vendors"_s,
-             u"&Enter the Number or Name Here:"_s,
-             {{u"optFind1"_s, u"List By Vendor &Name"_s,
-               u"SELECT * FROM Vendor WHERE Company LIKE '"_s},
-              {u"optFind2"_s, u"List By Vendor N&umber"_s,
-               u"SELECT * FROM Vendor WHERE VendID LIKE '"_s}},
-             u"frmVendFound"_s,
-             u"frmVendor"_s},
-            {u"frmVendFound"_s,
-             u"Vendor Found"_s,
-             u"sprVendFound"_s,
-             {{.title = u"Vend. #"_s, .characters = 8, .kind = number},
-              {.title = u"Company Name"_s, .characters = 40}},
-             {u"VendID"_s, u"company"_s}}};
-}
-
-GoTo employees() {
-    return {{u"frmEmpFind"_s,
-             u"Goto Employees"_s,
-             u"&Enter the Number or Name Here:"_s,
-             {{u"optFind1"_s, u"List By Las&t Name"_s,
-               u"SELECT EmpID, FirstName, LastName FROM Employee WHERE LastName "
-               "LIKE '"_s},
-              {u"optFind2"_s, u"List By &First Name"_s,
-               u"SELECT EmpID, FirstName, LastName FROM Employee WHERE FirstName "
-               "LIKE '"_s},
-              {u"optFind3"_s, u"List By Employee N&umber"_s,
-               u"SELECT EmpID, FirstName, LastName FROM Employee WHERE EmpID LIKE "
-               "'"_s}},
-             u"frmEmpFound"_s,
-             u"frmEmployee"_s},
-            {u"frmEmpFound"_s,
-             u"Employee Found"_s,
-             u"sprEmpFound"_s,
-             {{.title = u"Emp. #"_s, .characters = 8, .kind = number},
-              {.title = u"First Name"_s, .characters = 20},
-              {.title = u"Last Name"_s, .characters = 20}},
-             {u"EmpID"_s, u"FirstName"_s, u"LastName"_s}}};
+/// The dialogs by which the masters go to a record.
+void addFinds() {
+    const QString prompt = u"&Enter the Number or Name Here:"_s;
+    core::addFind({u"frmCustFind"_s,
+                   u"Goto Customers"_s,
+                   prompt,
+                   {{u"optFind1"_s, u"List By Customer &Name"_s,
+                     u"SELECT * FROM Customer WHERE Company LIKE '"_s},
+                    {u"optFind2"_s, u"List By Customer N&umber"_s,
+                     u"SELECT * FROM Customer WHERE CustID LIKE '"_s}},
+                   u"frmCustFound"_s,
+                   u"frmCustomer"_s},
+                  {u"frmCustFound"_s,
+                   u"Customer Found"_s,
+                   u"sprCustFound"_s,
+                   {{u"Cust. #"_s, u"Custid"_s, 8}, {u"Company Name"_s, u"company"_s, 40}}});
+    core::addFind({u"frmVendFind"_s,
+                   u"Goto Vendors"_s,
+                   prompt,
+                   {{u"optFind1"_s, u"List By Vendor &Name"_s,
+                     u"SELECT * FROM Vendor WHERE Company LIKE '"_s},
+                    {u"optFind2"_s, u"List By Vendor N&umber"_s,
+                     u"SELECT * FROM Vendor WHERE VendID LIKE '"_s}},
+                   u"frmVendFound"_s,
+                   u"frmVendor"_s},
+                  {u"frmVendFound"_s,
+                   u"Vendor Found"_s,
+                   u"sprVendFound"_s,
+                   {{u"Vend. #"_s, u"VendID"_s, 8}, {u"Company Name"_s, u"company"_s, 40}}});
+    const QString employees = u"SELECT EmpID, FirstName, LastName FROM Employee WHERE "_s;
+    core::addFind({u"frmEmpFind"_s,
+                   u"Goto Employees"_s,
+                   prompt,
+                   {{u"optFind1"_s, u"List By Las&t Name"_s, employees + u"LastName LIKE '"_s},
+                    {u"optFind2"_s, u"List By &First Name"_s, employees + u"FirstName LIKE '"_s},
+                    {u"optFind3"_s, u"List By Employee N&umber"_s, employees + u"EmpID LIKE '"_s}},
+                   u"frmEmpFound"_s,
+                   u"frmEmployee"_s},
+                  {u"frmEmpFound"_s,
+                   u"Employee Found"_s,
+                   u"sprEmpFound"_s,
+                   {{u"Emp. #"_s, u"EmpID"_s, 8},
+                    {u"First Name"_s, u"FirstName"_s, 20},
+                    {u"Last Name"_s, u"LastName"_s, 20}}});
 }
 
 } // namespace
@@ -95,10 +65,8 @@ void registerScreens() {
     using screen::Forms;
     Forms::add<frmCustomer>();
     Forms::add<frmVendor>();
-    add(customers());
-    add(vendors());
     Forms::add<frmEmployee>();
-    add(employees());
+    addFinds();
     Forms::add<frmEmpSalary>();
     for (const auto& [name, title] : {std::pair{u"frmSalaryAdd"_s, u"Add Salary"_s},
                                       std::pair{u"frmSalaryEdit"_s, u"Edit Salary"_s}})

@@ -90,8 +90,8 @@ void frmCustomer::makeMainTab(QWidget* page) {
 void frmCustomer::makeQuoteTab(QWidget* page) {
     auto* down = new QVBoxLayout(page);
     Fields heads(page, down);
-    txtQHead = heads.text(u"txtQHead"_s, u"Quote &Header:"_s, wide(70));
-    txtValid = heads.text(u"txtValid"_s, u"&Validity:"_s, wide(70));
+    txtQHead = heads.text(u"txtQHead"_s, u"Quote &Header:"_s, screen::wide(70));
+    txtValid = heads.text(u"txtValid"_s, u"&Validity:"_s, screen::wide(70));
 
     auto* across = new QHBoxLayout;
     down->addLayout(across, 1);
@@ -118,39 +118,36 @@ void frmCustomer::makeInvoiceTab(QWidget* page) {
     auto* across = new QHBoxLayout(page);
     const auto address = [&](const char* frameName, const QString& title, const QString& prefix) {
         Fields inside(screen::frame(page, across, QString::fromLatin1(frameName), title));
-        return AddressFields::other(inside, prefix, u"Postal"_s, false);
+        return screen::AddressBlock::other(inside, prefix, u"Postal"_s, false);
     };
     m_bill = address("fraBill", u"Bill To"_s, u"Bill"_s);
     m_ship = address("fraShip", u"Ship To"_s, u"Ship"_s);
 
     auto* box = screen::frame(page, across, u"fraInvoiceContact"_s, u"Invoice Contact"_s);
     Fields contact(box);
-    m_invoice.contact = contact.text(u"txtInContact"_s, u"C&ontact:"_s, wide(24));
-    txtInAltContact = contact.text(u"txtInAltContact"_s, u"Alternate contact:"_s, wide(24));
-    m_invoice.email = contact.text(u"txtInEmail"_s, u"Emai&l:"_s, wide(24));
-    m_invoice.phone = contact.text(u"txtInPhone"_s, u"P&hone:"_s, wide(20));
-    txtInAltPhone = contact.text(u"txtInAltPhone"_s, u"Alternate phone:"_s, wide(20));
-    m_invoice.fax = contact.text(u"txtInFax"_s, u"&Fax:"_s, wide(20));
-    keepTogether(contact);
+    m_invoice.contact = contact.text(u"txtInContact"_s, u"C&ontact:"_s, screen::wide(24));
+    txtInAltContact = contact.text(u"txtInAltContact"_s, u"Alternate contact:"_s, screen::wide(24));
+    m_invoice.email = contact.text(u"txtInEmail"_s, u"Emai&l:"_s, screen::wide(24));
+    m_invoice.phone = contact.text(u"txtInPhone"_s, u"P&hone:"_s, screen::wide(20));
+    txtInAltPhone = contact.text(u"txtInAltPhone"_s, u"Alternate phone:"_s, screen::wide(20));
+    m_invoice.fax = contact.text(u"txtInFax"_s, u"&Fax:"_s, screen::wide(20));
+    contact.keepTogether();
 }
 
 void frmCustomer::bindColumns() {
-    const auto bind = [this](const char* column, controls::Field* field) {
-        fields().bind(QString::fromLatin1(column), field);
-    };
     bindCompany();
-    bind("qteHeader", txtQHead);
-    bind("qtevalid", txtValid);
-    bind("QteRemark", txtRemarks);
-    bind("OurNotes", txtNotes);
+    fields().bindAll({{u"qteHeader", txtQHead},
+                      {u"qtevalid", txtValid},
+                      {u"QteRemark", txtRemarks},
+                      {u"OurNotes", txtNotes}});
     addAddress(m_bill, u"Bill"_s);
     addAddress(m_ship, u"Ship"_s);
-    bind("InContact", m_invoice.contact);
-    bind("InAltContact", txtInAltContact);
-    bind("InEmail", m_invoice.email);
-    bind("InPhone", m_invoice.phone);
-    bind("InAltPhone", txtInAltPhone);
-    bind("InFax", m_invoice.fax);
+    fields().bindAll({{u"InContact", m_invoice.contact},
+                      {u"InAltContact", txtInAltContact},
+                      {u"InEmail", m_invoice.email},
+                      {u"InPhone", m_invoice.phone},
+                      {u"InAltPhone", txtInAltPhone},
+                      {u"InFax", m_invoice.fax}});
 }
 
 void frmCustomer::newDefaults() {

@@ -28,7 +28,7 @@ class frmCustomer : public CompanyModule {
     void makeInvoiceTab(QWidget* page);
     void bindColumns();
 
-    AddressFields m_bill, m_ship;
+    screen::AddressBlock m_bill, m_ship;
     ContactFields m_invoice{};
     controls::TextField *txtInAltContact, *txtInAltPhone;
     controls::TextField *txtQHead, *txtValid;

@@ -105,29 +105,28 @@ frmEmployee::frmEmployee() : core::RecordModule(employeeModule()) {
 
 void frmEmployee::makeHead(QBoxLayout* inside) {
     Fields head(this, inside);
-    cboDisplay = head.dataCombo(u"cboDisplay"_s, u"D&isplay:"_s, wide(12));
+    cboDisplay = head.dataCombo(u"cboDisplay"_s, u"D&isplay:"_s, screen::wide(12));
     cboDisplay->setItems(QStringList(u"All"_s) + statuses());
     cboDisplay->setText(m_display);
     head.nextColumn();
-    dbcEmployee = head.dataCombo(u"dbcEmployee"_s, u"Goto employee &by name:"_s, wide(32));
+    dbcEmployee = head.dataCombo(u"dbcEmployee"_s, u"Goto employee &by name:"_s, screen::wide(32));
     head.nextColumn();
-    txtEmpid = head.text(u"txtEmpid"_s, u"Employee number:"_s, wide(8));
+    txtEmpid = head.text(u"txtEmpid"_s, u"Employee number:"_s, screen::wide(8));
     inside->addStretch();
     inside->addWidget(modeLabel());
     bindKey(txtEmpid);
     bindNameList(dbcEmployee, nameSelect(m_display, false), u"Name"_s, u"EmpId"_s);
 
-    connect(cboDisplay->lineEdit(), &QLineEdit::textEdited, this,
-            [this] { m_displayTyped = true; });
+    on(cboDisplay->lineEdit(), &QLineEdit::textEdited, [this] { m_displayTyped = true; });
     on(cboDisplay->changed, [this] {
         if (m_displayTyped)
             cboDisplay_Change();
     });
-    connect(cboDisplay, &QComboBox::activated, this, [this] {
+    on(cboDisplay, &QComboBox::activated, [this] {
         // Leaving the combo after typing chooses the row of the text that is already shown.
         const bool typed = std::exchange(m_displayTyped, false);
         if (!typed || cboDisplay->text() != m_display)
-            guarded([this] { cboDisplay_Click(); });
+            cboDisplay_Click();
     });
     on(cboDisplay->left, [this] {
         m_displayTyped = false;
@@ -141,19 +140,19 @@ void frmEmployee::makeHead(QBoxLayout* inside) {
 void frmEmployee::makePersonalTab(QWidget* page) {
     auto* across = new QHBoxLayout(page);
     Fields name(screen::frame(page, across, u"fraName"_s, u"Name and Address"_s));
-    txtFirstName = name.text(u"txtFirstName"_s, u"&First name:"_s, wide(36));
-    txtLastName = name.text(u"txtLastName"_s, u"&Last name:"_s, wide(36));
-    m_address = AddressFields::main(name);
+    txtFirstName = name.text(u"txtFirstName"_s, u"&First name:"_s, screen::wide(36));
+    txtLastName = name.text(u"txtLastName"_s, u"&Last name:"_s, screen::wide(36));
+    m_address = screen::AddressBlock::main(name);
 
     auto* right = new QVBoxLayout;
     across->addLayout(right, 1);
     Fields person(screen::frame(page, right, u"fraPerson"_s, u"Person"_s));
-    etxtPhone = person.text(u"etxtPhone"_s, u"P&hone:"_s, wide(20));
-    cboMarried = person.dataCombo(u"cboMarried"_s, u"Marital status:"_s, wide(14));
+    etxtPhone = person.text(u"etxtPhone"_s, u"P&hone:"_s, screen::wide(20));
+    cboMarried = person.dataCombo(u"cboMarried"_s, u"Marital status:"_s, screen::wide(14));
     cboMarried->setItems({u"Single"_s, u"Married"_s, u"Divorced"_s, u"Widowed"_s});
-    mskSSN = person.text(u"mskSSN"_s, u"S.S.N.:"_s, wide(14));
+    mskSSN = person.text(u"mskSSN"_s, u"S.S.N.:"_s, screen::wide(14));
     mskSSN->setInputMask(u"000-00-0000;_"_s);
-    txtCSSN = person.text(u"txtCSSN"_s, u"Identification Number:"_s, wide(20));
+    txtCSSN = person.text(u"txtCSSN"_s, u"Identification Number:"_s, screen::wide(20));
     etxtBday = person.date(u"etxtBday"_s, u"Birth &date:"_s);
     Fields notes(page, right);
     txtNotes = notes.memo(u"txtNotes"_s, u"Notes:"_s, 6);
@@ -162,20 +161,20 @@ void frmEmployee::makePersonalTab(QWidget* page) {
 void frmEmployee::makeEmploymentTab(QWidget* page) {
     auto* across = new QHBoxLayout(page);
     Fields job(screen::frame(page, across, u"fraJob"_s, u"Employment"_s));
-    txtPosition = job.dataCombo(u"txtPosition"_s, u"P&osition:"_s, wide(14));
+    txtPosition = job.dataCombo(u"txtPosition"_s, u"P&osition:"_s, screen::wide(14));
     txtPosition->setItems({u"Supervisor"_s, u"Employee"_s});
-    txtTitle = job.text(u"txtTitle"_s, u"&Title:"_s, wide(36));
+    txtTitle = job.text(u"txtTitle"_s, u"&Title:"_s, screen::wide(36));
     cboStatus = job.listCombo(u"cboStatus"_s, u"Stat&us:"_s);
     for (const QString& status : statuses())
         cboStatus->addRow(status);
-    dbcShift = job.dataCombo(u"dbcShift"_s, u"Wor&k shift:"_s, wide(24));
+    dbcShift = job.dataCombo(u"dbcShift"_s, u"Wor&k shift:"_s, screen::wide(24));
     dbcShift->setTypingAllowed(false);
     chkMJob = job.check(u"chkMJob"_s, u"Allowed Multiple Jobs ?"_s);
     chkLocate = job.check(u"chkLocate"_s, u"Allowed Locate?"_s);
     etxtHDate = job.date(u"etxtHDate"_s, u"&Hire date:"_s);
     etxtEDate = job.date(u"etxtEDate"_s, u"Entry &date:"_s);
     etxtTDate = job.date(u"etxtTDate"_s, u"Termination date:"_s);
-    keepTogether(job);
+    job.keepTogether();
     on(txtPosition->changed, &frmEmployee::txtPosition_Change);
     on(cboStatus->changed, &frmEmployee::cboStatus_Change);
 
@@ -188,73 +187,56 @@ void frmEmployee::makeEmploymentTab(QWidget* page) {
     txtNewSalary = pay.text(u"txtNewSalary"_s, u"Pay of a new employee:"_s,
                             {.limit = 12, .filter = values::keys::decimal(), .characters = 12});
     pay.nextColumn();
-    txtStartFreq = pay.text(u"txtStartFreq"_s, u"Starting frequency:"_s, wide(12));
-    txtCurrFreq = pay.text(u"txtCurrFreq"_s, u"Current frequency:"_s, wide(12));
+    txtStartFreq = pay.text(u"txtStartFreq"_s, u"Starting frequency:"_s, screen::wide(12));
+    txtCurrFreq = pay.text(u"txtCurrFreq"_s, u"Current frequency:"_s, screen::wide(12));
     cboNewFreq = pay.listCombo(u"cboNewFreq"_s, u"Frequency:"_s);
     for (const QString& frequency : salaryFrequencies())
         cboNewFreq->addRow(frequency);
     Fields tax(screen::frame(page, right, u"fraExemptions"_s, u"Tax Exemptions"_s));
-    txtEState = tax.text(u"txtEState"_s, u"State:"_s, wide(6));
-    txtEFederal = tax.text(u"txtEFederal"_s, u"&Federal:"_s, wide(6));
-    txtEOther = tax.text(u"txtEOther"_s, u"Other:"_s, wide(6));
+    txtEState = tax.text(u"txtEState"_s, u"State:"_s, screen::wide(6));
+    txtEFederal = tax.text(u"txtEFederal"_s, u"&Federal:"_s, screen::wide(6));
+    txtEOther = tax.text(u"txtEOther"_s, u"Other:"_s, screen::wide(6));
     right->addStretch();
 }
 
 void frmEmployee::bindColumns() {
-    const auto bind = [this](const char* column, controls::Field* field) {
-        fields().bind(QString::fromLatin1(column), field);
-    };
-    const auto bindShown = [this](const char* column, controls::Field* field) {
-        fields().bindShown(QString::fromLatin1(column), field);
-    };
-    /// A column whose content is not what its field shows.
-    const auto bindAs = [this](const char* column, controls::Field* field,
-                               std::function<void(const jet::Value&)> show,
-                               std::function<jet::Value()> read) {
-        fields().bind({QString::fromLatin1(column), std::move(show), std::move(read),
-                       [field] { field->clear(); },
-                       [field](bool locked) { field->setLocked(locked); }, field->widget()});
-    };
-    const auto bindExemptions = [&bindAs](const char* column, controls::TextField* field) {
-        bindAs(
+    screen::BoundFields& bound = fields();
+    const auto bindExemptions = [&bound](const QString& column, controls::TextField* field) {
+        bound.bindAs(
             column, field, [field](const jet::Value& value) { field->setValue(value); },
             [field] { return jet::Value(exemptions(field->text())); });
     };
-    bind("firstname", txtFirstName);
-    bind("lastname", txtLastName);
-    m_address.bind(fields());
-    bind("Phone", etxtPhone);
-    bind("MaritalStatus", cboMarried);
-    bind("Notes", txtNotes);
-    bindAs(
-        "SSN", mskSSN,
+    bound.bindAll({{u"firstname", txtFirstName}, {u"lastname", txtLastName}});
+    m_address.bind(bound);
+    offerUnknown(*this, m_address, [this] { return !isBrowse(); });
+    bound.bindAll({{u"Phone", etxtPhone}, {u"MaritalStatus", cboMarried}, {u"Notes", txtNotes}});
+    bound.bindAs(
+        u"SSN"_s, mskSSN,
         [this](const jet::Value& value) { mskSSN->setText(digitsOf(value.toText())); },
         [this] { return jet::Value(digitsOf(mskSSN->text())); });
-    bind("cssn", txtCSSN);
-    bind("birthdate", etxtBday);
-    bind("Position", txtPosition);
-    bind("Title", txtTitle);
-    bind("EmpStatus", cboStatus);
-    fields().bind(u"multijobs"_s, chkMJob);
-    fields().bind(u"locateflag"_s, chkLocate);
-    bindAs(
-        "shiftsid", dbcShift,
+    bound.bindAll({{u"cssn", txtCSSN},
+                   {u"birthdate", etxtBday},
+                   {u"Position", txtPosition},
+                   {u"Title", txtTitle},
+                   {u"EmpStatus", cboStatus}});
+    bound.bind(u"multijobs"_s, chkMJob);
+    bound.bind(u"locateflag"_s, chkLocate);
+    bound.bindAs(
+        u"shiftsid"_s, dbcShift,
         [this](const jet::Value& value) { dbcShift->setBoundText(value.toText()); },
         [this] { return jet::Value(dbcShift->boundText().toLongLong()); });
-    bind("HireDate", etxtHDate);
-    bind("EntryDate", etxtEDate);
-    bind("Terminate", etxtTDate);
-    bindShown("StartPay", txtStartPay);
-    bindShown("StartFrq", txtStartFreq);
-    bindShown("CurrPay", txtCurrPay);
-    bindShown("CurrFrq", txtCurrFreq);
-    bindExemptions("ExempState", txtEState);
-    bindExemptions("ExempFed", txtEFederal);
-    bindExemptions("ExempOther", txtEOther);
+    bound.bindAll({{u"HireDate", etxtHDate}, {u"EntryDate", etxtEDate}, {u"Terminate", etxtTDate}});
+    bound.bindShown(u"StartPay"_s, txtStartPay);
+    bound.bindShown(u"StartFrq"_s, txtStartFreq);
+    bound.bindShown(u"CurrPay"_s, txtCurrPay);
+    bound.bindShown(u"CurrFrq"_s, txtCurrFreq);
+    bindExemptions(u"ExempState"_s, txtEState);
+    bindExemptions(u"ExempFed"_s, txtEFederal);
+    bindExemptions(u"ExempOther"_s, txtEOther);
 }
 
 void frmEmployee::openLookups() {
-    AddressFields::fillLists({m_address});
+    fillAddressLists({m_address});
     fillShifts();
 }
 
@@ -269,8 +251,8 @@ void frmEmployee::fillShifts() {
 }
 
 void frmEmployee::refreshLookup(const QString& table) {
-    if (AddressFields::listsFrom(table))
-        AddressFields::fillLists({m_address});
+    if (isAddressTable(table))
+        fillAddressLists({m_address});
     if (table.compare(u"Shifts", Qt::CaseInsensitive) == 0)
         fillShifts();
     core::RecordModule::refreshLookup(table);
@@ -319,7 +301,7 @@ void frmEmployee::cboDisplay_Click() {
 
 // Modes
 
-void frmEmployee::ShowModuleMode(const QString& mode) {
+void frmEmployee::ShowModuleMode(Mode mode) {
     core::RecordModule::ShowModuleMode(mode);
     txtPosition_Change();
 }
@@ -359,37 +341,11 @@ void frmEmployee::cboStatus_Change() {
         etxtTDate->clear();
 }
 
+QString frmEmployee::recordName() const {
+    return txtFirstName->text() + u' ' + txtLastName->text();
+}
+
 // Saving
-
-QWidget* frmEmployee::widgetOf(EmployeeField field) const {
-    switch (field) {
-    case EmployeeField::FirstName:
-        return txtFirstName;
-    case EmployeeField::LastName:
-        return txtLastName;
-    case EmployeeField::TerminationDate:
-        return etxtTDate;
-    case EmployeeField::Shift:
-        return dbcShift;
-    case EmployeeField::Ssn:
-        return mskSSN;
-    case EmployeeField::ExemptState:
-        return txtEState;
-    case EmployeeField::ExemptFederal:
-        return txtEFederal;
-    case EmployeeField::ExemptOther:
-        return txtEOther;
-    }
-    return nullptr;
-}
-
-void frmEmployee::complainAt(QWidget* field, const QString& text, const QString& title) {
-    for (int page = 0; page < m_tabs->count(); ++page) {
-        if (m_tabs->widget(page)->isAncestorOf(field))
-            m_tabs->setCurrentIndex(page);
-    }
-    complain(text, field, Icon::Exclamation, title);
-}
 
 bool frmEmployee::validate() {
     EmployeeEntry entry;
@@ -403,16 +359,16 @@ bool frmEmployee::validate() {
     entry.exemptFederal = txtEFederal->text();
     entry.exemptOther = txtEOther->text();
     if (const auto wrong = checkEmployee(entry)) {
-        complainAt(widgetOf(wrong->field), wrong->text, wrong->title);
+        complain(*wrong);
         return false;
     }
     if (!txtNewSalary->text().isEmpty() && !values::isNumeric(txtNewSalary->text())) {
-        complainAt(txtNewSalary, u"You must enter a Decimal Dollar value for Amount!"_s, {});
+        complain(u"You must enter a Decimal Dollar value for Amount!"_s, txtNewSalary);
         return false;
     }
     for (controls::DateField* date : {etxtBday, etxtHDate, etxtEDate, etxtTDate}) {
         if (!date->isValid()) {
-            complainAt(date, u"Please enter a date as month/day/year!"_s, {});
+            complain(u"Please enter a date as month/day/year!"_s, date);
             return false;
         }
     }

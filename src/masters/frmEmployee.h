@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/records/RecordModule.h"
-#include "masters/AddressFields.h"
+#include "masters/AddressLists.h"
 #include "masters/EmployeeChecks.h"
 #include "platform/values/Literals.h"
 
@@ -18,7 +18,7 @@ class frmEmployee : public core::RecordModule {
     frmEmployee();
 
     void refreshLookup(const QString& table) override;
-    void ShowModuleMode(const QString& mode) override;
+    void ShowModuleMode(Mode mode) override;
 
     /// A status was typed or set: the rows in the order of their numbers.
     void cboDisplay_Change();
@@ -36,6 +36,7 @@ class frmEmployee : public core::RecordModule {
     void clearFields() override;
     void lockFields(bool locked) override;
     bool validate() override;
+    QString recordName() const override;
     void newRowColumns(jet::Recordset& row) override;
     void alsoWrite(qint64 key, bool adding) override;
     void tellNeighbours() override;
@@ -50,8 +51,6 @@ class frmEmployee : public core::RecordModule {
     void showStatus(bool byName);
     bool isAll() const;
     void tellNoRecords();
-    QWidget* widgetOf(EmployeeField field) const;
-    void complainAt(QWidget* field, const QString& text, const QString& title);
 
     QTabWidget* m_tabs;
     controls::DataCombo* cboDisplay;
@@ -60,7 +59,7 @@ class frmEmployee : public core::RecordModule {
 
     controls::DataCombo* dbcEmployee;
     controls::TextField *txtEmpid, *txtFirstName, *txtLastName, *etxtPhone;
-    AddressFields m_address;
+    screen::AddressBlock m_address;
     controls::DataCombo* cboMarried;
     controls::MemoField* txtNotes;
     controls::TextField *mskSSN, *txtCSSN;

@@ -97,11 +97,11 @@ void frmVendor::makeMainTab(QWidget* page) {
 void frmVendor::makeBillTab(QWidget* page) {
     auto* across = new QHBoxLayout(page);
     Fields address(screen::frame(page, across, u"fraBill"_s, u"Bill To"_s));
-    m_bill = AddressFields::other(address, u"Bill"_s, u"Zip"_s, true);
+    m_bill = screen::AddressBlock::other(address, u"Bill"_s, u"Zip"_s, true);
 
     Fields contact(screen::frame(page, across, u"fraBillContact"_s, u"Bill To Contact"_s));
     const auto text = [&contact](const char* name, const QString& label, int width) {
-        return contact.text(QString::fromLatin1(name), label, wide(width));
+        return contact.text(QString::fromLatin1(name), label, screen::wide(width));
     };
     m_billContact.contact = text("txtBillContact", u"C&ontact:"_s, 30);
     m_billContact.phone = text("txtBillPhone", u"P&hone:"_s, 20);
@@ -109,23 +109,20 @@ void frmVendor::makeBillTab(QWidget* page) {
     m_billContact.email = text("txtBillEmail", u"Emai&l:"_s, 30);
     txtAltContact = text("txtAltContact", u"Alternate contact:"_s, 30);
     txtAltPhone = text("txtAltPhone", u"Alternate phone:"_s, 20);
-    keepTogether(contact);
+    contact.keepTogether();
 }
 
 void frmVendor::bindColumns() {
-    const auto bind = [this](const char* column, controls::Field* field) {
-        fields().bind(QString::fromLatin1(column), field);
-    };
     bindCompany();
-    bind("OurNotes", txtVnote);
+    fields().bind(u"OurNotes"_s, txtVnote);
     fields().bind(u"cotr"_s, chkCotr);
     addAddress(m_bill, u"Bill"_s);
-    bind("BillContact", m_billContact.contact);
-    bind("BillPhone", m_billContact.phone);
-    bind("BillFax", m_billContact.fax);
-    bind("BillEmail", m_billContact.email);
-    bind("AltContact", txtAltContact);
-    bind("AltPhone", txtAltPhone);
+    fields().bindAll({{u"BillContact", m_billContact.contact},
+                      {u"BillPhone", m_billContact.phone},
+                      {u"BillFax", m_billContact.fax},
+                      {u"BillEmail", m_billContact.email},
+                      {u"AltContact", txtAltContact},
+                      {u"AltPhone", txtAltPhone}});
 }
 
 void frmVendor::alsoWrite(qint64 key, bool adding) {

@@ -31,7 +31,7 @@ class frmVendor : public CompanyModule {
     void makeBillTab(QWidget* page);
     void bindColumns();
 
-    AddressFields m_bill;
+    screen::AddressBlock m_bill;
     ContactFields m_billContact{};
     QCheckBox* chkCotr;
     controls::MemoField* txtVnote;

@@ -271,7 +271,7 @@ bool OrderModule::goToRecord(qint64 key) {
 
 // Modes
 
-void OrderModule::ShowModuleMode(const QString& mode) {
+void OrderModule::ShowModuleMode(Mode mode) {
     RecordModule::ShowModuleMode(mode);
     m_grid->setLocked(isBrowse());
     m_notes->setLocked(isBrowse());

@@ -15,8 +15,9 @@ class OrderModule : public core::RecordModule {
   public:
     /// In the database where it isn't among the rows shown: another station may have added it.
     bool goToRecord(qint64 key) override;
+    bool opensMaximized() const override { return true; }
     void refreshLookup(const QString& table) override;
-    void ShowModuleMode(const QString& mode) override;
+    void ShowModuleMode(Mode mode) override;
     void Form_Load() override;
     QSize sizeHint() const override { return {1180, 640}; }
 

@@ -153,7 +153,7 @@ void frmPO::refreshLookup(const QString& table) {
         leaveEmptyView();
 }
 
-void frmPO::ShowModuleMode(const QString& mode) {
+void frmPO::ShowModuleMode(Mode mode) {
     OrderModule::ShowModuleMode(mode);
     for (auto* option : optActivePOsOnly)
         option->setEnabled(isBrowse());

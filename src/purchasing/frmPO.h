@@ -15,7 +15,7 @@ class frmPO : public OrderModule {
     static constexpr char formName[] = "frmPO";
     frmPO();
 
-    void ShowModuleMode(const QString& mode) override;
+    void ShowModuleMode(Mode mode) override;
     void refreshLookup(const QString& table) override;
     void cmdNew_Click() override;
     void cmdHistory_Click();

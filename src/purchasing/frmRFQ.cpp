@@ -88,7 +88,7 @@ frmRFQ::frmRFQ()
     on(sprVendor->activeRowChanged, &frmRFQ::sprVendor_Click);
 }
 
-void frmRFQ::ShowModuleMode(const QString& mode) {
+void frmRFQ::ShowModuleMode(Mode mode) {
     OrderModule::ShowModuleMode(mode);
     sprVendor->setEnabled(isBrowse());
 }
@@ -134,6 +134,16 @@ void frmRFQ::showRequest(const QString& key) {
     }
     vendorFields().show(m_request);
     showLines(loadRfqLines(core::MainDatabase(), key));
+}
+
+bool frmRFQ::goToPart(const QString& key) {
+    for (int row = 0; row < sprVendor->rowCount(); ++row) {
+        if (vendorKey(currentKey(), sprVendor->text(row, 1).toLongLong()) == key) {
+            sprVendor->setActiveRow(row);
+            return true;
+        }
+    }
+    return false;
 }
 
 void frmRFQ::sprVendor_Click(int row) {

@@ -8,12 +8,12 @@ namespace purchasing {
 /// Requests for quotation: a group with its header, and the request to one of its vendors at a
 /// time. Groups and vendors are written when they are made; what Cancel and Close take back of them
 /// depends on how the entry began.
-class frmRFQ : public OrderModule {
+class frmRFQ : public OrderModule, public core::PartScreen {
   public:
     static constexpr char formName[] = "frmRFQ";
     frmRFQ();
 
-    void ShowModuleMode(const QString& mode) override;
+    void ShowModuleMode(Mode mode) override;
     void cmdNew_Click() override;
     void cmdEdit_Click() override;
     void cmdDelete_Click() override;
@@ -21,6 +21,8 @@ class frmRFQ : public OrderModule {
     void cmdMatrix_Click();
     void cmdSendAll_Click();
 
+    /// The request to one of the vendors of the group, by its key.
+    bool goToPart(const QString& key) override;
     /// The key of the request that is shown, such as "12-7".
     QString requestKey() const { return m_key; }
 

@@ -2,6 +2,7 @@
 #include "app/Screens.h"
 #include "core/MDIMain.h"
 #include "core/MirsaMain.h"
+#include "platform/screen/Application.h"
 #include "platform/system/SingleInstance.h"
 #include "platform/values/Literals.h"
 #include "support/DatabaseFixture.h"
@@ -10,6 +11,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QTest>
+#include <QTimer>
 #include <QToolBar>
 
 namespace {
@@ -32,7 +34,7 @@ class Start : public testsupport::ScreenFixture {
     }
     QString path(const char* file) const { return m_folder.filePath(QString::fromLatin1(file)); }
     bool main() {
-        m_program = std::make_unique<app::Program>();
+        m_program = std::make_unique<app::Program>(dynamic_cast<screen::Application&>(*qApp));
         return m_program->Main(m_folder.path());
     }
     /// The splash, left by a key as people do.
@@ -52,7 +54,8 @@ class Start : public testsupport::ScreenFixture {
 };
 
 TEST_F(Start, AMissingOrUnreadableDatabaseEndsItBeforeAnyWindow) {
-    expectRunTimeError(jet::errors::cannotOpenFile);
+    expectBoxContaining(u"The database can't be found or opened."_s, screen::Answer::Retry);
+    expectBoxContaining(u"The database can't be found or opened."_s, screen::Answer::Close);
     EXPECT_FALSE(main());
     EXPECT_EQ(windows(), 0);
     EXPECT_FALSE(QFile::exists(path("Mirsa.mdb"))) << "none is made";
@@ -106,6 +109,11 @@ TEST_F(Start, TheSplashGoesByItselfAndTheLoginOpensTheShell) {
     EXPECT_TRUE(shell->menuAction(u"mnuFileCustomer"_s)->isEnabled());
     EXPECT_EQ(core::shared().CurrentUserName, u"admin"_s);
     EXPECT_EQ(shell->windowTitle(), u"Mirsa Project Manager"_s);
+
+    // What a timer throws is told, and the program goes on.
+    QTimer::singleShot(0, shell, [] { throw jet::Error(jet::errors::syntax, u"Syntax"_s); });
+    expectRunTimeError(jet::errors::syntax);
+    settle();
 
     expectBoxContaining(u"There are no records in the database"_s, screen::Answer::No);
     shell->menuAction(u"mnuFileCustomer"_s)->trigger();

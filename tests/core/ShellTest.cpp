@@ -18,6 +18,7 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
+#include <QMenuBar>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
@@ -191,6 +192,25 @@ TEST_F(Shell, TheKeyboardReachesChildrenAndTheirLettersComeBeforeTheMenus) {
     settle();
     EXPECT_EQ(first->moved, 1);
     EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+
+    // A letter that nothing in the document claims, or whose button is disabled, is never typed.
+    first->field->setFocus();
+    QTest::keyClick(first->field, Qt::Key_Z, Qt::AltModifier);
+    first->findChild<QPushButton*>()->setEnabled(false);
+    QTest::keyClick(first->field, Qt::Key_K, Qt::AltModifier);
+    EXPECT_EQ(first->field->text(), QString());
+    first->findChild<QPushButton*>()->setEnabled(true);
+    // F10, and Alt alone, lead to the menus; Escape leads back.
+    QMenuBar* menus = m_shell->menuBar();
+    for (const Qt::Key key : {Qt::Key_F10, Qt::Key_Alt}) {
+        first->field->setFocus();
+        QTest::keyClick(first->field, key);
+        EXPECT_EQ(menus->activeAction(), m_shell->menuAction(u"mnuFile"_s));
+        if (QWidget* popup = QApplication::activePopupWidget())
+            popup->close();
+        menus->setActiveAction(nullptr);
+    }
+    first->field->setFocus();
 
     ASSERT_TRUE(show("frmSecond"));
     settle();

@@ -1,12 +1,9 @@
 #include "jobs/AssemblyRules.h"
 #include "platform/values/Literals.h"
 
-#include "JobShop.h"
+#include "JobModules.h"
 
-#include "core/records/RecordScreen.h"
 #include "estimating/AssemblyTree.h"
-#include "estimating/routing/Register.h"
-#include "jobs/Screens.h"
 #include "support/Gallery.h"
 
 #include <QElapsedTimer>
@@ -74,14 +71,12 @@ TEST(AssemblyPlaces, NothingHangsUnderItselfOrItsOwnParts) {
     EXPECT_FALSE(assembly.mayHang(2, 4));
 }
 
-class Assemblies : public JobShop {
+class Assemblies : public JobModules {
   protected:
     void SetUp() override {
-        JobShop::SetUp();
+        JobModules::SetUp();
         if (IsSkipped())
             return;
-        jobs::registerScreens();
-        estimating::registerRoutingDialogs();
         m_acme = customer(s(u"Acme"));
         m_other = customer(s(u"Brown"));
         for (qint64& number : m_jobs)

@@ -1,12 +1,7 @@
 #pragma once
 
-#include "JobShop.h"
+#include "JobModules.h"
 #include "platform/values/Literals.h"
-
-#include "core/records/RecordScreen.h"
-#include "estimating/routing/Register.h"
-#include "jobs/Screens.h"
-#include "platform/values/Clock.h"
 
 // Columns of sprOper.
 inline constexpr int noteColumn = 1;
@@ -15,15 +10,12 @@ inline constexpr int timeColumn = 4;
 inline constexpr int estimatedColumn = 6;
 
 /// The job module on a shop with one job of three operations.
-class JobScreen : public JobShop {
+class JobScreen : public JobModules {
   protected:
     void SetUp() override {
-        JobShop::SetUp();
+        JobModules::SetUp();
         if (IsSkipped())
             return;
-        jobs::registerScreens();
-        estimating::registerRoutingDialogs();
-        values::setNow(QDateTime(QDate(2026, 3, 9), QTime(8, 0), Qt::UTC));
         m_acme = customer(u"Acme"_s);
         const char16_t* names[] = {u"Boring", u"Milling", u"Plating", u"Turning"};
         for (int i = 0; i < 4; ++i) {
@@ -41,13 +33,8 @@ class JobScreen : public JobShop {
                                    .arg(row));
         }
     }
-    void TearDown() override {
-        values::setNow(std::nullopt);
-        JobShop::TearDown();
-    }
 
     core::RecordScreen* openJobs() { return dynamic_cast<core::RecordScreen*>(open(s(u"frmJob"))); }
-    static QString s(const char16_t* text) { return QString::fromUtf16(text); }
     /// The notes of a document, by place.
     QStringList notes(qint64 jobNo) const {
         return rows(u"SELECT SeqNo, OperNotes FROM JobOperNote WHERE JobNo = %1 "

@@ -1,11 +1,7 @@
-#include "JobShop.h"
+#include "JobModules.h"
 #include "platform/values/Literals.h"
 
-#include "core/records/RecordScreen.h"
-#include "estimating/routing/Register.h"
 #include "jobs/JobDialogs.h"
-#include "jobs/Screens.h"
-#include "platform/values/Clock.h"
 #include "support/Gallery.h"
 
 #include <QLineEdit>
@@ -14,24 +10,13 @@ using screen::Answer;
 
 namespace {
 
-QString s(const char16_t* text) {
-    return QString::fromUtf16(text);
-}
-
-class Shipping : public JobShop {
+class Shipping : public JobModules {
   protected:
     void SetUp() override {
-        JobShop::SetUp();
+        JobModules::SetUp();
         if (IsSkipped())
             return;
-        jobs::registerScreens();
-        estimating::registerRoutingDialogs();
-        values::setNow(QDateTime(QDate(2026, 3, 9), QTime(8, 0), Qt::UTC));
         m_job = job(customer(s(u"Acme")), s(u"12-34"), 10);
-    }
-    void TearDown() override {
-        values::setNow(std::nullopt);
-        JobShop::TearDown();
     }
     qint64 employee(const char16_t* first, const char16_t* last) {
         return insert(s(u"Employee"), s(u"firstname, lastname"),

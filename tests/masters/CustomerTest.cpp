@@ -91,7 +91,13 @@ TEST_P(Customer, AddTakesTheShopsDefaultsAndLandsOnTheNewRow) {
     const QString notes(10000, QLatin1Char('n'));
     type(u"txtCustomer"_s, u"Dunn's Dies"_s);
     type(u"txtBillCity"_s, u"Dayton"_s);
+    // What no table has is offered to be added, or kept as typed.
+    expectBox(u"State/Province Nowhere does not exist in the Mirsa states table. Add?"_s,
+              Answer::No, u"State/Province not Found"_s, Buttons::YesNo);
     type(u"dbcState"_s, u"Nowhere"_s);
+    expectBox(u"Country O'Land does not exist in the Mirsa country table. Add?"_s, Answer::Yes,
+              u"Country not Found"_s, Buttons::YesNo);
+    type(u"dbcCountry"_s, u"O'Land"_s);
     paste(u"txtNotes"_s, notes);
     press(u"cmdSave"_s);
     EXPECT_EQ(mode(), u"BROWSE"_s);
@@ -100,6 +106,9 @@ TEST_P(Customer, AddTakesTheShopsDefaultsAndLandsOnTheNewRow) {
                    "FROM Customer WHERE City = '' ORDER BY Custid"_s),
               QStringList(u"Dunn's Dies|Dayton|Nowhere|Dock|We quote|0"_s));
     EXPECT_EQ(text(u"txtNotes"_s), notes);
+    EXPECT_EQ(rows(u"SELECT country, code FROM Country WHERE country = 'O''Land'"_s),
+              QStringList(u"O'Land|O'Land"_s));
+    EXPECT_TRUE(form().windowTitle().endsWith(u", Dunn's Dies"_s));
     choose(u"dbcCustomer"_s, u"Acme Tools"_s);
     choose(u"dbcCustomer"_s, u"Dunn's Dies"_s);
     EXPECT_EQ(text(u"txtNotes"_s), notes);
@@ -280,6 +289,11 @@ TEST_P(Customer, GoToByNumberBeepsForANumberThatIsNotThere) {
     EXPECT_EQ(company(), u"Far down"_s);
     expectInput(prompt, QString());
     key(Qt::Key_G, Qt::ControlModifier);
+    // Another station's, which this one hasn't read yet.
+    anotherStation()->execute(u"INSERT INTO Customer (company) VALUES ('Zeta')"_s);
+    expectInput(prompt, u"4"_s);
+    key(Qt::Key_G, Qt::ControlModifier);
+    EXPECT_EQ(company(), u"Zeta"_s);
 }
 
 TEST_P(Customer, AnotherStationsRowsShowOnActivation) {
@@ -383,6 +397,11 @@ TEST_P(Customer, LongNotesAreEditedLargeAndOnlyWhileTheFieldTakesEntries) {
     press(u"cmdEdit"_s);
     whenShown(u"frmQuoteRemarks"_s, [this] {
         type(u"txtRemarks"_s, u"given up"_s);
+        const QString keep = u"Would you like to keep what you changed?"_s;
+        expectBox(keep, Answer::Cancel, {}, Buttons::YesNoCancel);
+        key(Qt::Key_Escape);
+        EXPECT_EQ(text(u"txtRemarks"_s), u"given up"_s);
+        expectBox(keep, Answer::No);
         press(u"cmdCancel"_s);
     });
     press(u"Command4"_s);

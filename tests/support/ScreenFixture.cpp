@@ -188,16 +188,19 @@ static bool offers(Buttons buttons, Answer answer) {
     case Buttons::YesNo:
         return answer == Answer::Yes || answer == Answer::No;
     case Buttons::YesNoCancel:
-        return answer != Answer::Ok;
+        return answer == Answer::Yes || answer == Answer::No || answer == Answer::Cancel;
+    case Buttons::RetryClose:
+        return answer == Answer::Retry || answer == Answer::Close;
     }
     return false;
 }
 
 Answer ScreenFixture::answerBox(const QString& text, Buttons buttons, screen::Icon icon,
                                 const QString& title) {
-    const Answer safe = buttons == Buttons::Ok      ? Answer::Ok
-                        : buttons == Buttons::YesNo ? Answer::No
-                                                    : Answer::Cancel;
+    const Answer safe = buttons == Buttons::Ok           ? Answer::Ok
+                        : buttons == Buttons::YesNo      ? Answer::No
+                        : buttons == Buttons::RetryClose ? Answer::Close
+                                                         : Answer::Cancel;
     const bool fits =
         !m_boxes.empty() &&
         (m_boxes.front().part ? text.contains(m_boxes.front().text) : text == m_boxes.front().text);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/jet/Recordset.h"
+#include "platform/screen/Complaint.h"
 #include "platform/values/Currency.h"
 #include "platform/values/Literals.h"
 
@@ -26,11 +27,7 @@ struct ChangedElsewhere {
     QString text() const;
 };
 
-/// Why a document can't be saved, and the control that needs care.
-struct Complaint {
-    QString text;
-    QString field;
-};
+using screen::Complaint;
 
 /// How a save ended: with a key, or with the reason why nothing was written.
 struct SaveOutcome {

@@ -31,7 +31,7 @@ void DocumentModule::showRecord() {
     takeRecord(&records());
 }
 
-void DocumentModule::ShowModuleMode(const QString& mode) {
+void DocumentModule::ShowModuleMode(Mode mode) {
     m_unsure = false; // of an entry that has ended
     RecordModule::ShowModuleMode(mode);
 }
@@ -108,7 +108,7 @@ bool DocumentModule::settle(const ChangedElsewhere& conflict, QStringList& settl
 }
 
 void DocumentModule::afterSave(qint64 key, bool adding) {
-    ShowModuleMode(u"Browse"_s);
+    ShowModuleMode(Mode::Browse);
     if (adding)
         reopen(shownRows(), key);
     else
@@ -137,7 +137,7 @@ void DocumentModule::cmdDelete_Click() {
     }
     tellNeighbours();
     if (!hasRecord())
-        ShowModuleMode(u"Add"_s);
+        ShowModuleMode(Mode::Add);
 }
 
 } // namespace core

@@ -19,7 +19,7 @@ namespace core {
 class DocumentModule : public RecordModule {
   public:
     using RecordModule::RecordModule;
-    void ShowModuleMode(const QString& mode) override;
+    void ShowModuleMode(Mode mode) override;
     void cmdEdit_Click() override;
     void cmdDelete_Click() override;
 

@@ -4,35 +4,89 @@
 #include "core/records/RecordScreen.h"
 #include "platform/screen/Forms.h"
 #include "platform/screen/Layout.h"
-#include "platform/screen/MsgBox.h"
 #include "platform/screen/Pointer.h"
 #include "platform/values/Literals.h"
 
+#include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
 
 namespace core {
 
-FindForm::FindForm(Descriptor descriptor)
+FoundForm::FoundForm(Descriptor descriptor)
+    : Form(descriptor.formName, descriptor.title), m_descriptor(std::move(descriptor)) {
+    auto* layout = new QVBoxLayout(this);
+    m_list = screen::named(new controls::ListView(this), m_descriptor.listName, m_descriptor.title);
+    std::vector<controls::GridColumn> columns;
+    for (const Column& column : m_descriptor.columns) {
+        const auto kind =
+            columns.empty() ? controls::GridColumn::Kind::Number : controls::GridColumn::Kind::Text;
+        columns.push_back({.title = column.title, .characters = column.characters, .kind = kind});
+    }
+    m_list->setColumns(std::move(columns));
+    m_list->setMinimumSize(420, 260);
+    layout->addWidget(m_list, 1);
+    screen::ButtonBar bar(this, layout);
+    bar.stretch();
+    auto* select = bar.button(u"cmdSelect"_s, u"&Select"_s);
+    auto* cancel = bar.button(u"cmdCancel"_s, u"&Cancel"_s);
+    on(select, &FoundForm::cmdSelect_Click);
+    on(cancel, [this] { hideModal(); });
+    on(m_list->rowDoubleClicked, [this](int) { cmdSelect_Click(); });
+    setDefaultButton(select);
+    setCancelButton(cancel);
+    resize(560, 380);
+}
+
+bool FoundForm::list(const QString& select) {
+    const screen::BusyPointer busy;
+    jet::Recordset found = core::MainDatabase().openRecordset(select, jet::RecordsetType::Snapshot);
+    m_list->clearRows();
+    for (; !found.eof(); found.moveNext()) {
+        QStringList line;
+        for (const Column& column : m_descriptor.columns)
+            line << found.text(column.field);
+        m_list->addRow(u'N' + line.first(), line);
+    }
+    m_list->selectRow(0);
+    return m_list->rowCount() > 0;
+}
+
+std::optional<qint64> FoundForm::pick() {
+    m_chosen.reset();
+    m_list->setFocus();
+    showModal();
+    return m_chosen;
+}
+
+void FoundForm::cmdSelect_Click() {
+    const int row = m_list->selectedRow();
+    if (row < 0)
+        return;
+    m_chosen = m_list->keyNumber(row);
+    hideModal();
+}
+
+RecordFindForm::RecordFindForm(Descriptor descriptor)
     : Form(descriptor.formName, descriptor.title), m_descriptor(std::move(descriptor)) {
     auto* layout = new QVBoxLayout(this);
     screen::Fields fields(this, layout);
     txtData = fields.text(u"txtData"_s, m_descriptor.prompt);
-    for (const FindForm::Option& option : m_descriptor.options)
+    for (const Option& option : m_descriptor.options)
         m_options.push_back(fields.option(option.name, option.caption));
     m_options.front()->setChecked(true);
     screen::ButtonBar bar(this, layout);
     bar.stretch();
     auto* find = bar.button(u"cmdFind"_s, u"&List"_s);
     auto* cancel = bar.button(u"cmdCancel"_s, u"&Cancel"_s);
-    on(find, &FindForm::cmdFind_Click);
+    on(find, &RecordFindForm::cmdFind_Click);
     on(cancel, [this] { unload(); });
     setDefaultButton(find);
     setCancelButton(cancel);
 }
 
-void FindForm::cmdFind_Click() {
+void RecordFindForm::cmdFind_Click() {
     std::size_t option = 0;
     while (option + 1 < m_options.size() && !m_options[option]->isChecked())
         ++option;
@@ -42,59 +96,74 @@ void FindForm::cmdFind_Click() {
                  u"Empty Results!"_s);
         return;
     }
-    found.form().showModal();
-    if (found->chosen() == 0)
+    const auto chosen = found->pick();
+    if (!chosen)
         return;
     auto* module = screen::Forms::find<core::RecordScreen>(m_descriptor.moduleScreen);
-    if (module && !module->goToRecord(found->chosen())) {
+    if (module && !module->goToRecord(*chosen)) {
         complain(u"That record isn't among those shown at present."_s, txtData);
         return;
     }
     unload();
 }
 
-FoundForm::FoundForm(Descriptor descriptor)
-    : Form(descriptor.formName, descriptor.title), m_descriptor(std::move(descriptor)) {
-    auto* layout = new QVBoxLayout(this);
-    m_grid = screen::named(new controls::Grid(this), m_descriptor.gridName, m_descriptor.title);
-    m_grid->setColumns(m_descriptor.columns);
-    m_grid->setSortable(true);
-    m_grid->setMinimumSize(420, 260);
-    layout->addWidget(m_grid);
-    screen::ButtonBar bar(this, layout);
-    bar.stretch();
-    auto* select = bar.button(u"cmdSelect"_s, u"&Select"_s);
-    auto* cancel = bar.button(u"cmdCancel"_s, u"&Cancel"_s);
-    on(select, &FoundForm::cmdSelect_Click);
-    on(cancel, [this] { unload(); });
-    on(m_grid->rowDoubleClicked, [this](int) { cmdSelect_Click(); });
-    setDefaultButton(select);
-    setCancelButton(cancel);
+DocumentFindForm::DocumentFindForm(Descriptor descriptor)
+    : Form(descriptor.formName, descriptor.numberCaption), m_descriptor(std::move(descriptor)) {
+    auto* outside = new QVBoxLayout(this);
+    lblPrompt = screen::named(new QLabel(this), u"lblPrompt"_s);
+    txtNo = screen::named(new controls::TextField(this), u"txtNo"_s, u"What to find"_s);
+    lblPrompt->setBuddy(txtNo);
+    outside->addWidget(lblPrompt);
+    outside->addWidget(txtNo);
+    outside->addStretch();
+    on(addOkCancel(outside), [this] {
+        m_ok = true;
+        hideModal();
+    });
+    resize(340, 120);
 }
 
-bool FoundForm::list(const QString& select) {
-    const screen::BusyPointer busy;
-    jet::Recordset found = core::MainDatabase().openRecordset(select, jet::RecordsetType::Snapshot);
-    std::vector<QStringList> lines;
-    for (; !found.eof(); found.moveNext()) {
-        QStringList line;
-        for (const QString& field : m_descriptor.fields)
-            line << found.text(field);
-        lines.push_back(line);
-    }
-    const bool any = !lines.empty();
-    m_grid->setRows(std::move(lines));
-    if (any)
-        m_grid->setActiveRow(0);
-    return any;
+std::optional<QString> DocumentFindForm::ask(const QString& caption, const QString& prompt,
+                                             int limit, const values::KeyFilter& filter) {
+    setWindowTitle(caption);
+    lblPrompt->setText(prompt);
+    txtNo->setAccessibleName(prompt);
+    txtNo->setLimit(limit);
+    txtNo->setKeyFilter(filter);
+    txtNo->setText(QString());
+    txtNo->setFocus();
+    m_ok = false;
+    showModal();
+    const QString entered = txtNo->text().trimmed();
+    return m_ok && !entered.isEmpty() ? std::optional(entered) : std::nullopt;
 }
 
-void FoundForm::cmdSelect_Click() {
-    const int row = m_grid->activeRow();
-    if (row < 0)
-        return;
-    m_chosen = m_grid->text(row, 0).toLongLong();
-    unload();
+std::optional<qint64> DocumentFindForm::askNumber() {
+    const auto entered =
+        ask(m_descriptor.numberCaption, m_descriptor.numberPrompt, 9, values::keys::digits());
+    return entered ? std::optional(entered->toLongLong()) : std::nullopt;
+}
+
+std::optional<QString> DocumentFindForm::askPart() {
+    return ask(u"Find Part"_s, m_descriptor.partPrompt, 25, m_descriptor.partKeys);
+}
+
+namespace {
+
+template <class Find>
+void addPair(const typename Find::Descriptor& find, const FoundForm::Descriptor& found) {
+    screen::Forms::add(find.formName, [find] { return std::make_unique<Find>(find); });
+    screen::Forms::add(found.formName, [found] { return std::make_unique<FoundForm>(found); });
+}
+
+} // namespace
+
+void addFind(const RecordFindForm::Descriptor& find, const FoundForm::Descriptor& found) {
+    addPair<RecordFindForm>(find, found);
+}
+
+void addFind(const DocumentFindForm::Descriptor& find, const FoundForm::Descriptor& found) {
+    addPair<DocumentFindForm>(find, found);
 }
 
 } // namespace core

@@ -14,9 +14,8 @@
 #include <QPushButton>
 #include <QScopedValueRollback>
 #include <QShortcut>
-#include <QSplitter>
-#include <QTabBar>
-#include <QTabWidget>
+
+#include <cmath>
 
 namespace core {
 
@@ -24,51 +23,6 @@ using screen::Answer;
 using screen::Buttons;
 using screen::Icon;
 using screen::MsgBox;
-
-namespace {
-
-/// Whether this installation has a screen; a member that opens its own names none.
-bool hasScreen(const QString& name) {
-    return name.isEmpty() || screen::Forms::isKnown(name);
-}
-
-/// The widgets that Tab goes to, in the order in which the layouts have them.
-void collectTabs(QWidget* widget, QList<QWidget*>& order);
-
-void collectTabs(QLayout* layout, QList<QWidget*>& order) {
-    for (int i = 0; i < layout->count(); ++i) {
-        QLayoutItem* item = layout->itemAt(i);
-        if (item->widget())
-            collectTabs(item->widget(), order);
-        else if (item->layout())
-            collectTabs(item->layout(), order);
-    }
-}
-
-void collectTabs(QWidget* widget, QList<QWidget*>& order) {
-    if (auto* tabs = qobject_cast<QTabWidget*>(widget)) {
-        order << tabs->tabBar();
-        for (int page = 0; page < tabs->count(); ++page)
-            collectTabs(tabs->widget(page), order);
-    } else if (auto* splitter = qobject_cast<QSplitter*>(widget)) {
-        for (int pane = 0; pane < splitter->count(); ++pane)
-            collectTabs(splitter->widget(pane), order);
-    } else if (widget->focusPolicy() & Qt::TabFocus) {
-        order << widget;
-    } else if (widget->layout()) {
-        collectTabs(widget->layout(), order);
-    }
-}
-
-void orderTabs(QWidget* form) {
-    QList<QWidget*> order;
-    if (form->layout())
-        collectTabs(form->layout(), order);
-    for (int i = 1; i < order.size(); ++i)
-        QWidget::setTabOrder(order[i - 1], order[i]);
-}
-
-} // namespace
 
 RecordModule::RecordModule(ModuleDescriptor descriptor)
     : Form(descriptor.formName, descriptor.caption), m_descriptor(std::move(descriptor)),
@@ -83,12 +37,13 @@ RecordModule::RecordModule(ModuleDescriptor descriptor)
     if (!m_descriptor.numberWord.isEmpty()) {
         auto* ask = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_G), this);
         ask->setContext(Qt::WidgetWithChildrenShortcut);
-        connect(ask, &QShortcut::activated, this, [this] { guarded([this] { GotoRecord(); }); });
+        on(ask, &QShortcut::activated, [this] { GotoRecord(); });
     }
 }
 
 void RecordModule::bindKey(controls::Field* field) {
     field->setLocked(true);
+    field->widget()->setFocusPolicy(Qt::ClickFocus);
     m_showKey = [field](const QString& text) { field->setText(text); };
 }
 
@@ -109,81 +64,6 @@ void RecordModule::bindNameList(controls::DataCombo* combo, const QString& selec
     });
 }
 
-std::vector<ModuleButton> RecordModule::standardButtons() const {
-    return {{Role::New, u"cmdNew"_s, u"Ne&w"_s},
-            {Role::Edit, u"cmdEdit"_s, u"&Edit"_s},
-            {Role::Delete, u"cmdDelete"_s, u"&Delete"_s},
-            {Role::Save, u"cmdSave"_s, u"&Save"_s},
-            {Role::Find, u"cmdFind"_s, u"&Goto"_s},
-            {Role::List, u"cmdList"_s, u"&Query/Report"_s},
-            {Role::PrintShown, u"cmdPrintScr"_s, u"Quick &Report Shown"_s},
-            {Role::PrintAll, u"cmdPrintAll"_s, u"Quick Report  &All"_s},
-            {Role::Cancel, u"cmdCancel"_s, u"&Cancel"_s},
-            {Role::Close, u"cmdClose"_s, u"Do&ne"_s}};
-}
-
-void RecordModule::makeFoot(QBoxLayout* inside, const std::vector<ModuleButton>& buttons) {
-    auto* move = new QHBoxLayout;
-    inside->addLayout(move);
-    move->addWidget(m_data);
-    move->addStretch();
-    auto* row = new QHBoxLayout;
-    inside->addLayout(row);
-    makeButtons(row, buttons);
-}
-
-void RecordModule::makeButtons(QBoxLayout* inside, const std::vector<ModuleButton>& buttons) {
-    for (const ModuleButton& wanted : buttons) {
-        auto* made = screen::named(new QPushButton(wanted.caption, this), wanted.name);
-        inside->addWidget(made);
-        m_buttons.emplace_back(wanted.role, made);
-        switch (wanted.role) {
-        case Role::New:
-            on(made, &RecordModule::cmdNew_Click);
-            break;
-        case Role::Edit:
-            on(made, &RecordModule::cmdEdit_Click);
-            break;
-        case Role::Delete:
-            on(made, &RecordModule::cmdDelete_Click);
-            break;
-        case Role::Find:
-            on(made, &RecordModule::cmdFind_Click);
-            break;
-        case Role::List:
-            on(made, &RecordModule::cmdList_Click);
-            break;
-        case Role::PrintShown:
-            on(made, &RecordModule::cmdPrintScr_Click);
-            break;
-        case Role::PrintAll:
-            on(made, &RecordModule::cmdPrintAll_Click);
-            break;
-        case Role::Save:
-            on(made, &RecordModule::cmdSave_Click);
-            break;
-        case Role::Cancel:
-            on(made, &RecordModule::cmdCancel_Click);
-            break;
-        case Role::Close:
-            on(made, &RecordModule::cmdClose_Click);
-            break;
-        case Role::BrowseOnly:
-        case Role::EntryOnly:
-        case Role::Free:
-            break;
-        }
-    }
-}
-
-QPushButton* RecordModule::button(Role role) const {
-    for (const auto& [made, push] : m_buttons) {
-        if (made == role)
-            return push;
-    }
-    return nullptr;
-}
-
 // Opening and activation
 
 void RecordModule::Form_Load() {
@@ -192,12 +72,12 @@ void RecordModule::Form_Load() {
         return;
     }
     const screen::BusyPointer busy;
-    orderTabs(this);
+    orderTabs();
     m_fields.limitTo(core::MainDatabase(), m_descriptor.table);
     openLookups();
     reloadNames();
     m_fresh = true;
-    ShowModuleMode(u"Browse"_s);
+    ShowModuleMode(Mode::Browse);
     reopen(mainSelect());
     if (hasRecord())
         return;
@@ -279,15 +159,39 @@ void RecordModule::setNamesSelect(const QString& select) {
 
 // Modes
 
-void RecordModule::setMode(const QString& mode) {
-    m_mode = mode;
-    setProperty("mode", mode);
+QString RecordModule::modeWord(Mode mode) const {
+    switch (mode) {
+    case Mode::Browse:
+        return u"Browse"_s;
+    case Mode::Add:
+        return u"Add"_s;
+    case Mode::Edit:
+        return u"Edit"_s;
+    case Mode::Copy:
+        return m_descriptor.copyWord;
+    }
+    return {};
 }
 
-void RecordModule::ShowModuleMode(const QString& mode) {
+void RecordModule::setMode(Mode mode) {
+    m_mode = mode;
+    setProperty("mode", modeWord(mode));
+}
+
+void RecordModule::showTitle() {
+    QString title = m_descriptor.caption;
+    if (isAdding())
+        title = u"New "_s + title;
+    else if (m_key != 0)
+        title += u' ' + QString::number(m_key);
+    const QString name = isAdding() || m_key == 0 ? QString() : recordName().trimmed();
+    setWindowTitle(name.isEmpty() ? title : title + u", "_s + name);
+}
+
+void RecordModule::ShowModuleMode(Mode mode) {
     setMode(mode);
     const bool browse = isBrowse();
-    m_modeLabel->setText(mode.toUpper());
+    m_modeLabel->setText(modeWord(mode).toUpper());
     // Light enough on a dark background, dark enough on a light one.
     const bool dark = palette().color(QPalette::Window).lightness() < 128;
     QPalette colours = m_modeLabel->palette();
@@ -300,6 +204,7 @@ void RecordModule::ShowModuleMode(const QString& mode) {
     if (m_names)
         m_names->setEnabled(browse);
     arrangeButtons();
+    showTitle();
     if (browse)
         return;
     if (isAdding()) {
@@ -308,42 +213,13 @@ void RecordModule::ShowModuleMode(const QString& mode) {
             m_showKey(m_descriptor.newKeyText);
         newDefaults();
     } else if (!isEditing()) {
-        setMode(u"Add"_s);
+        setMode(Mode::Add);
         if (m_showKey)
             m_showKey(m_descriptor.newKeyText);
     }
+    showTitle();
     if (QWidget* first = m_fields.firstEntry())
         first->setFocus();
-}
-
-void RecordModule::arrangeButtons() {
-    const bool browse = isBrowse();
-    for (const auto& [role, push] : m_buttons) {
-        switch (role) {
-        case Role::Save:
-        case Role::EntryOnly:
-            push->setEnabled(!browse);
-            break;
-        case Role::Cancel:
-            push->setVisible(!browse);
-            break;
-        case Role::Close:
-            push->setVisible(browse);
-            break;
-        case Role::Free:
-            break;
-        case Role::Find:
-            push->setEnabled(browse && hasScreen(m_descriptor.findScreen));
-            break;
-        case Role::List:
-            push->setEnabled(browse && hasScreen(m_descriptor.queryScreen));
-            break;
-        default:
-            push->setEnabled(browse);
-        }
-    }
-    setDefaultButton(button(browse ? Role::Close : Role::Save));
-    setCancelButton(browse ? nullptr : button(Role::Cancel));
 }
 
 void RecordModule::clearFields() {
@@ -388,6 +264,7 @@ void RecordModule::showEmpty() {
         clearFields();
         if (m_showKey)
             m_showKey({});
+        showTitle();
     }
 }
 
@@ -402,16 +279,26 @@ void RecordModule::ShowCurrentRecord() {
     if (m_names)
         m_names->setBoundText(key.toText());
     showRecord();
+    showTitle();
 }
 
 qint64 RecordModule::currentKey() const {
     return isAdding() ? 0 : m_key;
 }
 
+bool RecordModule::findKey(qint64 key) {
+    return hasRecord() &&
+           m_data->findFirst(m_descriptor.keyColumn + u" = "_s + QString::number(key));
+}
+
 bool RecordModule::goToRecord(qint64 key) {
-    if (!isBrowse() || !hasRecord())
+    if (!isBrowse())
         return false;
-    return m_data->findFirst(m_descriptor.keyColumn + u" = "_s + QString::number(key));
+    if (findKey(key))
+        return true;
+    // Another station may have added it since the keys were read.
+    showReadAgain();
+    return findKey(key);
 }
 
 void RecordModule::GotoRecord() {
@@ -423,9 +310,8 @@ void RecordModule::GotoRecord() {
     if (answer.isEmpty())
         return;
     const double number = values::val(QString(answer).remove(u','));
-    const bool found =
-        hasRecord() && values::isNumeric(answer) &&
-        m_data->findFirst(m_descriptor.keyColumn + u"="_s + values::numberText(number));
+    const bool found = values::isNumeric(answer) && number == std::floor(number) &&
+                       std::abs(number) < 1e9 && goToRecord(static_cast<qint64>(number));
     if (!found) {
         screen::beep();
         MsgBox(word + u" Number "_s + answer + u" not found!"_s);
@@ -435,7 +321,7 @@ void RecordModule::GotoRecord() {
 // The button row
 
 void RecordModule::cmdNew_Click() {
-    ShowModuleMode(u"Add"_s);
+    ShowModuleMode(Mode::Add);
 }
 
 bool RecordModule::readForEntry() {
@@ -458,7 +344,7 @@ bool RecordModule::readForEntry() {
 
 void RecordModule::cmdEdit_Click() {
     if (readForEntry())
-        ShowModuleMode(u"Edit"_s);
+        ShowModuleMode(Mode::Edit);
 }
 
 void RecordModule::cmdSave_Click() {
@@ -533,7 +419,7 @@ bool RecordModule::tellSaveFailed(const jet::Error& error) {
 
 void RecordModule::afterSave(qint64 key, bool adding) {
     reloadNames();
-    ShowModuleMode(u"Browse"_s);
+    ShowModuleMode(Mode::Browse);
     {
         const QScopedValueRollback quiet(m_quiet, true);
         if (adding)
@@ -553,7 +439,7 @@ void RecordModule::cmdCancel_Click() {
         Answer::Yes)
         return;
     cancelStaged();
-    ShowModuleMode(u"Browse"_s);
+    ShowModuleMode(Mode::Browse);
     // Another station may have changed or deleted the row meanwhile.
     showReadAgain();
     if (QPushButton* close = button(Role::Close))
@@ -643,7 +529,7 @@ bool RecordModule::Form_QueryUnload() {
         return isBrowse();
     case Answer::No:
         closeStaged();
-        setMode(u"Browse"_s);
+        setMode(Mode::Browse);
         return true;
     default:
         return false;

@@ -32,6 +32,7 @@ struct ModuleDescriptor {
     QString keyColumn;             ///< "CustID", as FindFirst names it
     QString select;                ///< the rows of the module, in key order
     QString newKeyText = u"???"_s; ///< shown for the number while adding
+    QString copyWord = {};         ///< the mode label's word for a copy: "CopyEst"
     QString dataControlName;       ///< "datCustomer"
     QString modeLabelName;         ///< "lblCustomerMode"
 
@@ -92,13 +93,15 @@ struct ModuleButton {
 ///     alsoWrite, afterSave, deleteRows, cancelStaged, closeStaged, tellNeighbours, lockFields,
 ///     showRecord.
 ///
-/// Other mode texts than the three (such as "CopyEst") leave the fields filled and unlocked, and
-/// turn into "Add" once the screen is arranged, while the mode label keeps the text.
+/// A copy leaves the fields filled and unlocked, and turns into Add once the screen is arranged,
+/// while the mode label keeps its own word ("CopyEst").
 class RecordModule : public screen::Form, public RecordScreen, public LookupUser {
   public:
+    enum class Mode { Browse, Add, Edit, Copy };
+
     explicit RecordModule(ModuleDescriptor descriptor);
 
-    QString mode() const override { return m_mode; }
+    QString mode() const override { return modeWord(m_mode); }
     qint64 currentKey() const override;
     bool goToRecord(qint64 key) override;
     void refreshLookup(const QString& table) override;
@@ -109,7 +112,7 @@ class RecordModule : public screen::Form, public RecordScreen, public LookupUser
     bool Form_QueryUnload() override;
 
     /// Sets the screen for a mode.
-    virtual void ShowModuleMode(const QString& mode);
+    virtual void ShowModuleMode(Mode mode);
     /// Copies the current row to the fields; nothing where there is no row.
     virtual void ShowCurrentRecord();
     /// Asks for a number and goes there.
@@ -146,9 +149,9 @@ class RecordModule : public screen::Form, public RecordScreen, public LookupUser
     // What its handlers use.
     const ModuleDescriptor& descriptor() const { return m_descriptor; }
     jet::Recordset& records() const { return m_data->recordset(); }
-    bool isBrowse() const { return is(u"Browse"_s); }
-    bool isAdding() const { return is(u"Add"_s); }
-    bool isEditing() const { return is(u"Edit"_s); }
+    bool isBrowse() const { return m_mode == Mode::Browse; }
+    bool isAdding() const { return m_mode == Mode::Add; }
+    bool isEditing() const { return m_mode == Mode::Edit; }
     bool hasRecord() const;
     /// Opens the main set anew on another select, in Browse; stays on `key` if it is among the new
     /// rows, else goes to the last row.
@@ -162,8 +165,8 @@ class RecordModule : public screen::Form, public RecordScreen, public LookupUser
     bool askNoRecords();
     /// As at opening: asks, and then adds, stays, or closes the module.
     virtual void offerFirstRecord();
-    /// The modes as the caller set them, without arranging the screen.
-    void setMode(const QString& mode);
+    /// The mode alone, without arranging the screen.
+    void setMode(Mode mode);
     void reloadNames();
     /// Reads the list of names from another select, for a set that is narrowed.
     void setNamesSelect(const QString& select);
@@ -175,7 +178,7 @@ class RecordModule : public screen::Form, public RecordScreen, public LookupUser
     virtual QString mainSelect() const { return m_descriptor.select; }
     virtual void openLookups() {}
     /// How the first record of an empty table begins, after Yes.
-    virtual void startAdding() { ShowModuleMode(u"Add"_s); }
+    virtual void startAdding() { ShowModuleMode(Mode::Add); }
     /// In Add, after all fields were cleared.
     virtual void newDefaults() {}
     /// Shows what the bound fields don't, of the current row.
@@ -208,23 +211,31 @@ class RecordModule : public screen::Form, public RecordScreen, public LookupUser
     virtual void closeStaged() {}
     /// After a save and a delete: lets the open neighbours read their lists again.
     virtual void tellNeighbours() {}
+    /// What the window's title says of the record besides its number: a company's name.
+    virtual QString recordName() const { return {}; }
     /// The formula of the report on the record shown.
     virtual QString shownFormula() const;
 
     void printReport(const QString& formula, const QString& title);
 
   private:
-    bool is(const QString& text) const { return m_mode.compare(text, Qt::CaseInsensitive) == 0; }
+    /// The system's word for a mode.
+    QString modeWord(Mode mode) const;
     void onReposition();
     void showEmpty();
+    void showTitle();
+    bool findKey(qint64 key);
+    void giveShortcut(QPushButton* push, Role role);
     bool tellSaveFailed(const jet::Error& error);
     void arrangeButtons();
+    /// Tab goes as the layouts are read.
+    void orderTabs() const;
 
     ModuleDescriptor m_descriptor;
     screen::BoundFields m_fields;
     controls::DataControl* m_data;
     QLabel* m_modeLabel;
-    QString m_mode = u"Browse"_s;
+    Mode m_mode = Mode::Browse;
     std::vector<std::pair<Role, QPushButton*>> m_buttons;
     std::function<void(const QString&)> m_showKey;
     controls::DataCombo* m_names = nullptr;

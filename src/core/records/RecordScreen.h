@@ -21,6 +21,15 @@ class RecordScreen {
     virtual bool goToRecord(qint64 key) = 0;
 };
 
+/// A record module whose records have parts that are gone to by a text key (the vendors of a
+/// request).
+class PartScreen {
+  public:
+    virtual ~PartScreen() = default;
+    /// Shows that part of the current record. False if it has none of that key.
+    virtual bool goToPart(const QString& key) = 0;
+};
+
 /// A screen with lists from a table that other screens change.
 class LookupUser {
   public:

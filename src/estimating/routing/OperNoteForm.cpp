@@ -62,7 +62,11 @@ OperNoteForm::OperNoteForm(const RoutingKind& kind)
     on(mnuSpellCheck, [this] { core::checkSpelling(Text1); });
     on(mnuEditInsert, &OperNoteForm::mnuEditInsert_Click);
     on(cmdOK, &OperNoteForm::cmdOK_Click);
-    on(cmdCancel, [this] { hideModal(); });
+    on(cmdCancel, [this] {
+        const bool changed = !m_request.locked && Text1->text() != m_shown;
+        if (mayDrop(changed, [this] { cmdOK_Click(); }))
+            hideModal();
+    });
     resize(520, 380);
 }
 
@@ -75,6 +79,7 @@ std::optional<bool> OperNoteForm::edit(const NoteRequest& request) {
     lblSeqNo->setText(u"Seq No.: "_s + QString::number(request.seqNo));
     Text1->setText(
         NoteStaging(database, m_kind, request.documentNo).note(request.seqNo).value_or(QString()));
+    m_shown = Text1->text();
     Text1->setLocked(request.locked);
     for (QAction* action : m_changing)
         action->setEnabled(!request.locked);

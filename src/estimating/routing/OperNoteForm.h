@@ -22,6 +22,7 @@ class OperNoteForm : public screen::Form, public OperationNoteDialog {
 
     const RoutingKind& m_kind;
     NoteRequest m_request;
+    QString m_shown;
     QString m_defaultNote;
     QLabel* lblDocument;
     QLabel* lblSeqNo;

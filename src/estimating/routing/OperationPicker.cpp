@@ -38,15 +38,12 @@ OperationPicker::OperationPicker(screen::Form& form, bool withNotes)
     middle.stretch();
     const auto button = [&](const QString& name, const QString& caption,
                             void (OperationPicker::*handler)()) {
-        connect(middle.button(name, caption), &QPushButton::clicked, this,
-                [this, handler] { m_form.guarded([&] { (this->*handler)(); }); });
+        m_form.on(middle.button(name, caption), [this, handler] { (this->*handler)(); });
     };
     button(u"cmdAddRemove(0)"_s, u"&Add >"_s, &OperationPicker::add);
     button(u"cmdAddRemove(1)"_s, u"< &Remove"_s, &OperationPicker::remove);
-    connect(middle.button(u"cmdUpDown(0)"_s, u"Move &Up"_s), &QPushButton::clicked, this,
-            [this] { m_form.guarded([this] { move(-1); }); });
-    connect(middle.button(u"cmdUpDown(1)"_s, u"Move &Down"_s), &QPushButton::clicked, this,
-            [this] { m_form.guarded([this] { move(1); }); });
+    m_form.on(middle.button(u"cmdUpDown(0)"_s, u"Move &Up"_s), [this] { move(-1); });
+    m_form.on(middle.button(u"cmdUpDown(1)"_s, u"Move &Down"_s), [this] { move(1); });
     middle.stretch();
 
     lvwSel = list(u"fraSel"_s, u"lvwSel"_s, u"Selected Operations for this Set"_s);
@@ -64,10 +61,10 @@ OperationPicker::OperationPicker(screen::Form& form, bool withNotes)
     Check1->setVisible(withNotes);
     below->addWidget(Check1);
 
-    lvwAvail->rowDoubleClicked.connect([this](int) { m_form.guarded([this] { add(); }); });
-    lvwSel->rowDoubleClicked.connect([this](int) { m_form.guarded([this] { remove(); }); });
-    lvwSel->selectionChangedByUser.connect([this] { showChosen(); });
-    connect(Check1, &QCheckBox::clicked, this, [this] { useNote(); });
+    m_form.on(lvwAvail->rowDoubleClicked, [this](int) { add(); });
+    m_form.on(lvwSel->rowDoubleClicked, [this](int) { remove(); });
+    m_form.on(lvwSel->selectionChangedByUser, [this] { showChosen(); });
+    m_form.on(Check1, [this] { useNote(); });
 }
 
 void OperationPicker::load(jet::Database& database, const QString& available,

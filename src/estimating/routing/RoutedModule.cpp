@@ -1,8 +1,10 @@
 #include "estimating/routing/RoutedModule.h"
 
 #include "core/MirsaMain.h"
+#include "core/records/FindDialogs.h"
 #include "estimating/AssemblyTree.h"
 #include "estimating/NoteStaging.h"
+#include "estimating/Routing.h"
 #include "estimating/routing/Dialogs.h"
 #include "platform/controls/DataCombo.h"
 #include "platform/screen/Forms.h"
@@ -10,6 +12,7 @@
 #include "platform/screen/MsgBox.h"
 #include "platform/values/Literals.h"
 #include "platform/values/Numbers.h"
+#include "platform/values/Text.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -71,6 +74,10 @@ void RoutedModule::cmdSave_Click() {
         DocumentModule::cmdSave_Click();
 }
 
+QString RoutedModule::recordName() const {
+    return dbcCustomer->text();
+}
+
 void RoutedModule::refreshLookup(const QString& table) {
     if (table.compare(u"Customer"_s, Qt::CaseInsensitive) == 0) {
         openLookups();
@@ -79,7 +86,7 @@ void RoutedModule::refreshLookup(const QString& table) {
     DocumentModule::refreshLookup(table);
 }
 
-void RoutedModule::ShowModuleMode(const QString& mode) {
+void RoutedModule::ShowModuleMode(Mode mode) {
     DocumentModule::ShowModuleMode(mode);
     fraBrowse->setVisible(isBrowse());
     fraEdit->setVisible(!isBrowse());
@@ -151,6 +158,21 @@ void RoutedModule::showCustomer(const QString& custId) {
         return;
     openLookups();
     dbcCustomer->setBoundText(custId);
+}
+
+std::optional<qint64> RoutedModule::askByPart(const QString& findScreen, const QString& foundScreen,
+                                              const QString& further) {
+    const auto part = screen::Forms::dialog<core::DocumentFindDialog>(findScreen)->askPart();
+    if (!part)
+        return std::nullopt;
+    const auto found = screen::Forms::dialog<core::FoundDialog>(foundScreen);
+    if (found->list(u"SELECT * FROM "_s + descriptor().table + u" WHERE PartNo LIKE '"_s +
+                    values::quoted(partPattern(*part)) + u"'"_s + further + u" ORDER BY "_s +
+                    descriptor().keyColumn))
+        return found->pick();
+    screen::MsgBox(u"Part(s) not found!"_s, screen::Buttons::Ok, screen::Icon::Information,
+                   u"System Message"_s);
+    return std::nullopt;
 }
 
 void RoutedModule::wireCustomer() {
@@ -254,7 +276,7 @@ std::optional<std::vector<ChosenOperation>> RoutedModule::pickOperations() {
 
 void RoutedModule::startFrom(const std::vector<ChosenOperation>& operations,
                              const Carried& customer) {
-    ShowModuleMode(u"Add"_s);
+    ShowModuleMode(Mode::Add);
     showCarried(customer);
     std::vector<OperRow> rows = rowsFor(core::MainDatabase(), operations);
     for (OperRow& row : rows) {
@@ -266,12 +288,12 @@ void RoutedModule::startFrom(const std::vector<ChosenOperation>& operations,
     calculate();
 }
 
-bool RoutedModule::copyShown(const QString& copyMode, bool useDefaultNotes, bool carryNotes,
+bool RoutedModule::copyShown(bool useDefaultNotes, bool carryNotes,
                              const std::function<void(std::vector<OperRow>&)>& change) {
     if (!readForEntry())
         return false;
     const qint64 copiedNo = currentKey();
-    ShowModuleMode(copyMode);
+    ShowModuleMode(Mode::Copy);
     lblAssembly->clear();
     std::vector<OperRow>& rows = m_routing->operations();
     stageCopiedNotes(core::MainDatabase(), m_kind, rows, m_kind, copiedNo, useDefaultNotes,

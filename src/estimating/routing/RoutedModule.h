@@ -21,7 +21,7 @@ class RoutedModule : public core::DocumentModule {
     RoutedModule(core::ModuleDescriptor descriptor, const RoutingKind& kind);
 
     void Form_Load() override;
-    void ShowModuleMode(const QString& mode) override;
+    void ShowModuleMode(Mode mode) override;
     void refreshLookup(const QString& table) override;
     void cmdEdit_Click() override;
     void cmdAssembly_Click();
@@ -32,6 +32,8 @@ class RoutedModule : public core::DocumentModule {
     /// Without customers the module stays closed. Hides money from users who may not see it.
     bool mayOpen() override;
     void openLookups() override;
+    QString recordName() const override;
+    bool opensMaximized() const override { return true; }
     void takeRecord(const jet::Recordset* row) override;
     void reloadLines() override;
     void tellTooLarge() override;
@@ -68,9 +70,9 @@ class RoutedModule : public core::DocumentModule {
     /// The operations of a default set that the user picks; those that he picks one by one.
     std::optional<std::vector<ChosenOperation>> pickSet(bool useDefaultNotes);
     std::optional<std::vector<ChosenOperation>> pickOperations();
-    /// Reads the record again and makes it a new one in the mode that is said, its notes carried;
+    /// Reads the record again and makes it a new one, its notes carried;
     /// `change` has the rows in between. False if the record has gone, which has been told.
-    bool copyShown(const QString& copyMode, bool useDefaultNotes, bool carryNotes,
+    bool copyShown(bool useDefaultNotes, bool carryNotes,
                    const std::function<void(std::vector<OperRow>&)>& change = {});
 
     /// The frames fraBrowse, with columns of buttons, and fraEdit, with Save and Cancel: the mode
@@ -78,6 +80,10 @@ class RoutedModule : public core::DocumentModule {
     QWidget* makeButtonPane(const std::vector<std::vector<core::ModuleButton>>& browseColumns);
     /// Makes the customer: the names to choose from, and behind them his number.
     QLayout* makeCustomer(QWidget* parent);
+    /// Asks for a part number, lists the module's records with such a one, narrowed by further
+    /// criteria (" AND Shipped = False"), and says which was chosen.
+    std::optional<qint64> askByPart(const QString& findScreen, const QString& foundScreen,
+                                    const QString& further = {});
     /// The number follows the customer that is chosen or typed.
     void wireCustomer();
 

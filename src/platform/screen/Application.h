@@ -5,7 +5,7 @@
 namespace screen {
 
 /// The program's application object: what a timer or an event of a widget throws outside of any
-/// form's handler ends in Seams::runTimeError too.
+/// form's handler is told as guardedCall() does.
 class Application : public QApplication {
   public:
     using QApplication::QApplication;

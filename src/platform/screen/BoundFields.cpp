@@ -10,8 +10,21 @@
 namespace screen {
 
 void BoundFields::bind(const QString& column, controls::Field* field) {
-    bind({column, [field](const jet::Value& value) { field->setValue(value); },
-          [field] { return field->value(); }, [field] { field->clear(); },
+    bindAs(
+        column, field, [field](const jet::Value& value) { field->setValue(value); },
+        [field] { return field->value(); });
+}
+
+void BoundFields::bindAll(
+    std::initializer_list<std::pair<const char16_t*, controls::Field*>> columns) {
+    for (const auto& [column, field] : columns)
+        bind(QString::fromUtf16(column), field);
+}
+
+void BoundFields::bindAs(const QString& column, controls::Field* field,
+                         std::function<void(const jet::Value&)> show,
+                         std::function<jet::Value()> read) {
+    bind({column, std::move(show), std::move(read), [field] { field->clear(); },
           [field](bool locked) { field->setLocked(locked); }, field->widget()});
 }
 
@@ -23,6 +36,7 @@ void BoundFields::bind(const QString& column, QCheckBox* box) {
 
 void BoundFields::bindShown(const QString& column, controls::Field* field) {
     field->setLocked(true);
+    field->widget()->setFocusPolicy(Qt::ClickFocus); // to copy from; Tab passes it over
     bind({column,
           [field](const jet::Value& value) { field->setValue(value); },
           {},

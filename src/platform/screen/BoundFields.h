@@ -6,6 +6,7 @@
 #include <QString>
 
 #include <functional>
+#include <initializer_list>
 #include <utility>
 #include <vector>
 
@@ -31,6 +32,11 @@ class BoundFields {
 
     void bind(const QString& column, controls::Field* field);
     void bind(const QString& column, QCheckBox* box);
+    /// Several at once, in their order.
+    void bindAll(std::initializer_list<std::pair<const char16_t*, controls::Field*>> columns);
+    /// A column whose content is not what its field shows.
+    void bindAs(const QString& column, controls::Field* field,
+                std::function<void(const jet::Value&)> show, std::function<jet::Value()> read);
     /// Shown, never written and always locked: keys and what others compute.
     void bindShown(const QString& column, controls::Field* field);
     void bindShown(const QString& column, QLabel* label);

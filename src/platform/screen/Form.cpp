@@ -381,6 +381,8 @@ QWidget* Form::sized() const {
 
 void Form::restoreSize() {
     const auto kept = keptSizes().constFind(name().toLower());
+    if (sized()->isMaximized())
+        return;
     if (kept != keptSizes().constEnd())
         sized()->resize(*kept);
     else if (isWindow() && !testAttribute(Qt::WA_Resized))
@@ -452,6 +454,26 @@ void Form::complain(const QString& text, QWidget* field, Icon icon, const QStrin
         combo->lineEdit()->selectAll();
     else if (auto* memo = qobject_cast<QPlainTextEdit*>(field))
         memo->selectAll();
+}
+
+bool Form::mayDrop(bool changed, const std::function<void()>& take) {
+    if (!changed)
+        return true;
+    switch (MsgBox(u"Would you like to keep what you changed?"_s, Buttons::YesNoCancel,
+                   Icon::Question)) {
+    case Answer::Yes:
+        take();
+        return true;
+    case Answer::No:
+        return true;
+    default:
+        return false;
+    }
+}
+
+void Form::complain(const Complaint& complaint) {
+    complain(complaint.text, complaint.field.isEmpty() ? nullptr : control(complaint.field),
+             complaint.icon, complaint.title);
 }
 
 Form* Forms::active() {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/controls/Event.h"
-#include "platform/screen/MsgBox.h"
+#include "platform/screen/Complaint.h"
 #include "platform/values/Literals.h"
 
 #include <QPointer>
@@ -20,9 +20,9 @@ namespace screen {
 
 /// Base of every document screen and dialog. The object name is the class name ("frmJob"), every
 /// control's object name is the control's name ("txtNotes(2)" for arrays). Handlers are wired with
-/// on(), which guards them: an exception never crosses the event loop; what nobody caught goes to
-/// Seams::runTimeError, which ends the process. A form's size is kept for the run of the program.
-/// Closing one never ends the program by itself.
+/// on(), which guards them: an exception never crosses the event loop; what nobody caught is told
+/// by guardedCall(). A form's size is kept for the run of the program. Closing one never ends the
+/// program by itself.
 class Form : public QWidget {
   public:
     Form(const QString& name, const QString& caption);
@@ -38,6 +38,9 @@ class Form : public QWidget {
     virtual void Form_Activate() {}
     /// Before the form closes, by whatever way; false keeps it open.
     virtual bool Form_QueryUnload() { return true; }
+
+    /// A document with long lists gets all the room that the shell has.
+    virtual bool opensMaximized() const { return false; }
 
     /// Runs Form_Load if that has not been done. False if the form refused.
     bool load();
@@ -60,23 +63,10 @@ class Form : public QWidget {
         return dynamic_cast<T*>(findControl(controlName));
     }
 
-    /// Runs a handler under the guard. True if it ended without an error.
-    bool guarded(const std::function<void()>& handler);
+    // The only wiring there is: handlers run under the guard, whatever sends. A piece of a screen
+    // (a panel) wires through its form too.
 
-  protected:
-    /// From Form_Load: the form is not to open.
-    void refuse() { m_refused = true; }
-
-    /// Enter presses this one, where the focused control has no use for Enter itself.
-    void setDefaultButton(QPushButton* button);
-    /// Escape presses this one.
-    void setCancelButton(QPushButton* button);
-    /// cmdOK and cmdCancel to the right of a row of their own; Enter and Escape press them, and
-    /// Cancel hides the dialog. Returns cmdOK.
-    QPushButton* addOkCancel(QBoxLayout* inside, const QString& ok = u"&OK"_s,
-                             const QString& cancel = u"Cancel"_s);
-
-    /// Wires a button's click, an action's trigger or a control's event to a handler of this form.
+    /// Wires a button's click, an action's trigger or a control's event.
     template <class F>
     void on(QAbstractButton* button, void (F::*handler)()) {
         onClick(button, [this, handler] { (static_cast<F*>(this)->*handler)(); });
@@ -103,9 +93,44 @@ class Form : public QWidget {
         event.connect([this, handler](Args... args) { guarded([&] { handler(args...); }); });
     }
 
-    /// A message with the focus sent to a field, whose text is selected.
+    /// Wires any signal; the handler may take the signal's arguments or leave them.
+    template <class Sender, class Class, class Result, class... Args, class Fn>
+    void on(const Sender* sender, Result (Class::*signal)(Args...), Fn handler) {
+        connect(sender, signal, this, [this, handler = std::move(handler)](Args... args) {
+            guarded([&] {
+                if constexpr (std::is_invocable_v<const Fn&, Args...>)
+                    handler(args...);
+                else
+                    handler();
+            });
+        });
+    }
+
+    /// Runs a handler under the guard. True if it ended without an error.
+    bool guarded(const std::function<void()>& handler);
+
+  protected:
+    /// From Form_Load: the form is not to open.
+    void refuse() { m_refused = true; }
+
+    /// Enter presses this one, where the focused control has no use for Enter itself.
+    void setDefaultButton(QPushButton* button);
+    /// Escape presses this one.
+    void setCancelButton(QPushButton* button);
+    /// cmdOK and cmdCancel to the right of a row of their own; Enter and Escape press them, and
+    /// Cancel hides the dialog. Returns cmdOK.
+    QPushButton* addOkCancel(QBoxLayout* inside, const QString& ok = u"&OK"_s,
+                             const QString& cancel = u"Cancel"_s);
+
+    /// Before a text that was changed in a dialog is dropped: Yes takes it by `take`, No drops it,
+    /// Cancel stays. False if the dialog is to stay.
+    bool mayDrop(bool changed, const std::function<void()>& take);
+
+    /// A message with the focus sent to a field, whose text is selected; its page comes to the
+    /// front.
     void complain(const QString& text, QWidget* field, Icon icon = Icon::Exclamation,
                   const QString& title = {});
+    void complain(const Complaint& complaint);
 
     void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;

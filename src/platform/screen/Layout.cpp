@@ -44,31 +44,53 @@ void applyLine(controls::TextField* field, const Line& line) {
 
 } // namespace
 
+Line wide(int characters) {
+    Line line;
+    line.characters = characters;
+    return line;
+}
+
+Line number(const QString& mask, int limit, int characters) {
+    return {
+        .limit = limit, .filter = values::keys::decimal(), .mask = mask, .characters = characters};
+}
+
 Fields::Fields(QWidget* parent) : m_parent(parent) {
     m_grid = qobject_cast<QGridLayout*>(parent->layout());
     if (!m_grid)
         m_grid = new QGridLayout(parent);
-    m_row = m_top = m_grid->count() > 0 ? m_grid->rowCount() : 0;
+    m_first = m_row = m_top = m_grid->count() > 0 ? m_grid->rowCount() : 0;
 }
 
 Fields::Fields(QWidget* parent, QBoxLayout* inside) : m_parent(parent), m_grid(new QGridLayout) {
     inside->addLayout(m_grid);
 }
 
-void Fields::place(QWidget* control, const QString& name, const QString& label) {
+void Fields::place(QWidget* control, const QString& name, const QString& label, QLayout* inside) {
     control->setObjectName(name);
     const bool tall = qobject_cast<QPlainTextEdit*>(control) != nullptr;
-    const int across = m_span * 2 - 1;
-    if (label.isEmpty()) {
-        m_grid->addWidget(control, m_row, m_column, 1, across + 1);
-    } else {
-        auto* caption = new QLabel(label, m_parent);
-        caption->setBuddy(control);
-        m_grid->addWidget(caption, m_row, m_column,
+    const int front = label.isEmpty() ? 0 : 1;
+    const int across = m_span * 2 - front;
+    m_label = nullptr;
+    if (front) {
+        // A label in front of a field ends with a colon, whoever wrote it.
+        const bool closed = label.endsWith(u':') || label.endsWith(u'?');
+        m_label = new QLabel(closed ? label : label + u':', m_parent);
+        m_label->setBuddy(control);
+        m_grid->addWidget(m_label, m_row, m_column,
                           (tall ? Qt::AlignTop : Qt::AlignVCenter) | Qt::AlignLeft);
-        m_grid->addWidget(control, m_row, m_column + 1, 1, across);
         control->setAccessibleName(spoken(label));
     }
+    if (inside)
+        m_grid->addLayout(inside, m_row, m_column + front, 1, across);
+    else
+        m_grid->addWidget(control, m_row, m_column + front, 1, across);
+    if (m_hidden) {
+        if (m_label)
+            m_hidden->push_back(m_label);
+        m_hidden->push_back(control);
+    }
+    m_hidden = nullptr;
     ++m_row;
     m_span = 1;
 }
@@ -104,6 +126,12 @@ controls::DateField* Fields::date(const QString& name, const QString& label) {
     auto* field = new controls::DateField(m_parent);
     field->setMinimumWidth(widthOf(field, 15));
     place(field, name, label);
+    return field;
+}
+
+controls::DateField* Fields::longDate(const QString& name, const QString& label) {
+    controls::DateField* field = date(name, label);
+    field->setShown(controls::DateField::Shown::Long);
     return field;
 }
 
@@ -145,8 +173,15 @@ QLabel* Fields::shown(const QString& name, const QString& label, int characters)
     return value;
 }
 
-void Fields::add(QWidget* control, const QString& name, const QString& label) {
-    place(control, name, label);
+QLabel* Fields::figure(const QString& name, const QString& label, int characters) {
+    QLabel* value = shown(name, label, characters);
+    value->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    value->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    return value;
+}
+
+void Fields::add(QWidget* control, const QString& name, const QString& label, QLayout* inside) {
+    place(control, name, label, inside);
 }
 
 void Fields::add(QLayout* layout) {
@@ -172,6 +207,27 @@ void Fields::nextRow() {
     m_row = m_top = m_grid->rowCount();
 }
 
+Fields& Fields::at(int row, int column) {
+    m_row = m_first + row;
+    m_column = column * 2;
+    return *this;
+}
+
+Fields& Fields::secured(std::vector<QWidget*>& hidden) {
+    m_hidden = &hidden;
+    return *this;
+}
+
+Fields& Fields::tight() {
+    m_grid->setContentsMargins(0, 0, 0, 0);
+    m_grid->setVerticalSpacing(3);
+    return *this;
+}
+
+void Fields::keepTogether() const {
+    m_grid->setRowStretch(m_grid->rowCount(), 1);
+}
+
 Fields& Fields::span(int fields) {
     m_span = std::max(1, fields);
     return *this;
@@ -188,6 +244,7 @@ QPushButton* ButtonBar::button(const QString& name, const QString& caption) {
     auto* made = new QPushButton(caption, m_parent);
     made->setObjectName(name);
     made->setAutoDefault(false);
+    made->setMinimumWidth(widthOf(made, 10));
     m_layout->addWidget(made);
     return made;
 }

@@ -7,6 +7,8 @@
 #include <QGridLayout>
 #include <QString>
 
+#include <vector>
+
 class QBoxLayout;
 class QCheckBox;
 class QGroupBox;
@@ -26,9 +28,15 @@ struct Line {
     bool password = false;
 };
 
+/// A line that is shown that many characters wide.
+Line wide(int characters);
+/// A number, to the right and reformatted through the mask on leaving.
+Line number(const QString& mask, int limit, int characters = 10);
+
 /// Labelled fields set out in a grid, in the order in which Tab goes: each word makes a control
 /// with its object name, a label in front of it (its buddy, so that the mnemonic works and a screen
-/// reader says it) and puts both at the next place. nextRow() and nextColumn() move on.
+/// reader says it) and puts both at the next place: one below the other, until nextRow(),
+/// nextColumn() or at() move on.
 class Fields {
   public:
     /// Lays out in `parent`, which gets a grid layout unless it has one.
@@ -42,6 +50,8 @@ class Fields {
     controls::MemoField* memo(const QString& name, const QString& label, int lines = 4,
                               int limit = 0, const values::KeyFilter& filter = {});
     controls::DateField* date(const QString& name, const QString& label);
+    /// A date that shows as a long one while it isn't typed in.
+    controls::DateField* longDate(const QString& name, const QString& label);
     controls::DataCombo* dataCombo(const QString& name, const QString& label,
                                    const Line& line = {});
     controls::ListCombo* listCombo(const QString& name, const QString& label);
@@ -49,23 +59,42 @@ class Fields {
     QRadioButton* option(const QString& name, const QString& caption);
     /// A label that shows a value (`lblEstno`), with a caption in front of it.
     QLabel* shown(const QString& name, const QString& label, int characters = 12);
-    /// Any control, with a label in front of it unless that is empty.
-    void add(QWidget* control, const QString& name, const QString& label = {});
+    /// The same to the right, for a figure.
+    QLabel* figure(const QString& name, const QString& label, int characters = 12);
+    /// Any control, with a label in front of it unless that is empty; `inside` takes its place
+    /// where it stands in a row with others.
+    void add(QWidget* control, const QString& name, const QString& label = {},
+             QLayout* inside = nullptr);
     void add(QLayout* layout);
     /// A plain text over the whole width of the column.
     QLabel* note(const QString& text);
 
     void nextColumn(); ///< goes on at the top, to the right
     void nextRow();    ///< goes on at the left, below everything
-    /// How many grid columns the next control takes beside its label.
+    /// The next control goes to that row and column of fields, counted from the first one of this
+    /// layout; those after it go on below.
+    Fields& at(int row, int column);
+    /// How many columns of fields the next control takes.
     Fields& span(int fields);
+    /// The next control and its label go to that list too: what is hidden from those who may not
+    /// see money.
+    Fields& secured(std::vector<QWidget*>& hidden);
+    /// The label of the control made last; nullptr if it has none.
+    QLabel* label() const { return m_label; }
+    /// Rows and columns close together, without margins: the head of a document.
+    Fields& tight();
+    /// Leaves spare height below the fields.
+    void keepTogether() const;
     QGridLayout* grid() const { return m_grid; }
 
   private:
-    void place(QWidget* control, const QString& name, const QString& label);
+    void place(QWidget* control, const QString& name, const QString& label,
+               QLayout* inside = nullptr);
     QWidget* m_parent;
     QGridLayout* m_grid;
-    int m_row = 0, m_column = 0, m_top = 0, m_span = 1;
+    QLabel* m_label = nullptr;
+    std::vector<QWidget*>* m_hidden = nullptr; ///< for the next control
+    int m_first = 0, m_row = 0, m_column = 0, m_top = 0, m_span = 1;
 };
 
 /// Push buttons: in a row where the layout goes down, in a column where it goes across.

@@ -5,12 +5,12 @@
 namespace screen {
 
 enum class Icon { None, Critical, Question, Exclamation, Information };
-enum class Buttons { Ok, OkCancel, YesNo, YesNoCancel };
-enum class Answer { Ok = 1, Cancel = 2, Yes = 6, No = 7 };
+enum class Buttons { Ok, OkCancel, YesNo, YesNoCancel, RetryClose };
+enum class Answer { Ok = 1, Cancel = 2, Retry = 4, Yes = 6, No = 7, Close = 8 };
 
 /// Shows a message and waits for its answer. An empty title is the program's "Mirsa". Escape
-/// answers Cancel, or No where there is no Cancel. `defaultButton` is the answer that Enter gives;
-/// the first button if not said.
+/// answers Cancel, or No or Close where there is no Cancel. `defaultButton` is the answer that
+/// Enter gives; the first button if not said.
 Answer MsgBox(const QString& text, Buttons buttons = Buttons::Ok, Icon icon = Icon::None,
               const QString& title = {}, Answer defaultButton = Answer{});
 

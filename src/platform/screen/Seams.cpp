@@ -15,6 +15,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <optional>
 
 namespace screen {
 
@@ -30,6 +31,10 @@ QMessageBox::StandardButton buttonOf(Answer answer) {
         return QMessageBox::No;
     case Answer::Ok:
         return QMessageBox::Ok;
+    case Answer::Retry:
+        return QMessageBox::Retry;
+    case Answer::Close:
+        return QMessageBox::Close;
     }
     return QMessageBox::NoButton;
 }
@@ -85,11 +90,17 @@ Answer showBox(const QString& text, Buttons buttons, Icon icon, const QString& t
         box.setStandardButtons(QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
         escape = Answer::Cancel;
         break;
+    case Buttons::RetryClose:
+        box.setStandardButtons(QMessageBox::Retry | QMessageBox::Close);
+        escape = Answer::Close;
+        break;
     }
     box.setEscapeButton(buttonOf(escape));
     auto first = buttonOf(defaultButton);
     if (first == QMessageBox::NoButton || !box.button(first))
-        first = box.button(QMessageBox::Yes) ? QMessageBox::Yes : QMessageBox::Ok;
+        first = box.button(QMessageBox::Yes)     ? QMessageBox::Yes
+                : box.button(QMessageBox::Retry) ? QMessageBox::Retry
+                                                 : QMessageBox::Ok;
     box.setDefaultButton(first);
     switch (box.exec()) {
     case QMessageBox::Ok:
@@ -98,6 +109,8 @@ Answer showBox(const QString& text, Buttons buttons, Icon icon, const QString& t
         return Answer::Yes;
     case QMessageBox::No:
         return Answer::No;
+    case QMessageBox::Retry:
+        return Answer::Retry;
     default:
         return escape;
     }
@@ -130,7 +143,6 @@ Seams desktop() {
             QMessageBox::critical(QApplication::activeWindow(), u"Mirsa"_s,
                                   u"Run-time error '%1':\n\n%2"_s.arg(number).arg(text));
         }
-        seams().endProcess(1);
     };
     own.endProcess = [](int code) {
         try {
@@ -155,27 +167,69 @@ void resetSeams() {
     seams() = desktop();
 }
 
+namespace {
+
+/// What an action threw.
+struct Failure {
+    int number = 0;
+    QString text;
+    bool ofProgram = false;
+};
+
+std::optional<Failure> run(const std::function<void()>& action) {
+    try {
+        action();
+        return std::nullopt;
+    } catch (const jet::Error& error) {
+        return Failure{error.number(), error.text()};
+    } catch (const values::Overflow&) {
+        return Failure{6, u"Overflow"_s};
+    } catch (const std::exception& error) {
+        return Failure{1000, QString::fromUtf8(error.what()), true};
+    }
+}
+
+/// What is told of a failure that may pass by itself or that somebody can mend outside; empty for
+/// all others.
+QString passing(const Failure& failure) {
+    namespace errors = jet::errors;
+    const QString stays = u"\n\nWhat you entered is still on the screen."_s;
+    switch (failure.number) {
+    case errors::connectionFailed:
+        return u"The database server can't be reached. Please check that it runs and that the "
+               "network is connected.\n\n"_s +
+               failure.text + stays;
+    case errors::locked:
+        return u"Another station is writing to the database and didn't finish in time."_s + stays;
+    case errors::notUpdatable:
+        return u"The database can be read only. Please check the rights to its file and folder."_s +
+               stays;
+    case errors::cannotOpenFile:
+        return u"The database can't be found or opened.\n\n"_s + failure.text + stays;
+    default:
+        return {};
+    }
+}
+
+} // namespace
+
 bool guardedCall(const std::function<void()>& action) {
     // The report comes after the catch: its box runs a loop of its own, in which more may be
     // thrown.
-    int number = 0;
-    QString text;
-    try {
-        action();
-        return true;
-    } catch (const jet::Error& error) {
-        number = error.number();
-        text = error.text();
-    } catch (const values::Overflow&) {
-        number = 6;
-        text = u"Overflow"_s;
-    } catch (const std::exception& error) {
-        number = 1000;
-        text = QString::fromUtf8(error.what());
+    while (const auto failure = run(action)) {
+        const Suspension arrow;
+        const QString sentence = passing(*failure);
+        if (!sentence.isEmpty()) {
+            if (MsgBox(sentence, Buttons::RetryClose, Icon::Critical) == Answer::Retry)
+                continue;
+            return false;
+        }
+        seams().runTimeError(failure->number, failure->text);
+        if (failure->ofProgram)
+            seams().endProcess(1);
+        return false;
     }
-    const Suspension arrow;
-    seams().runTimeError(number, text);
-    return false;
+    return true;
 }
 
 } // namespace screen

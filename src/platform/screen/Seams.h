@@ -34,7 +34,7 @@ struct Seams {
     /// Brings another program's window to the front by its title; false if there is none.
     std::function<bool(const QString& title)> activateWindow;
     std::function<void()> beep;
-    /// The run-time's box for an error that nothing caught; the real one ends the process.
+    /// The run-time's box for an error that no handler expected.
     std::function<void(int number, const QString& text)> runTimeError;
     /// What has to be done before the process ends, such as closing the database; set by the start.
     std::function<void()> beforeEnd;
@@ -42,9 +42,13 @@ struct Seams {
     std::function<void(int code)> endProcess;
 };
 
-/// Runs an action and gives what it throws to Seams::runTimeError, under the number of the
-/// run-time: the database's own, 6 for a number out of range, 1000 for any other. True if nothing
-/// was thrown.
+/// Runs an action, and tells what it throws. True if it ended without an error.
+///
+/// Where the database can't be worked with just now (line lost, lock not had, disk full, read-only,
+/// file gone) a sentence says so, with Retry, which runs the action again, and Close. Any other
+/// error of the database, and a number out of range (6), is told in the run-time's box. In all of
+/// these cases the screens stay as they are. What is left is a fault of the program itself: it is
+/// told as number 1000, and ends the process.
 bool guardedCall(const std::function<void()>& action);
 
 /// The functions in force: the desktop's own until replaced.

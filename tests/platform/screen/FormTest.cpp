@@ -266,14 +266,42 @@ TEST_F(FormTest, WhatAHandlerThrowsNeverCrossesALoop) {
         press(u"cmdCancel"_qs);
     });
     expectRunTimeError(1000);
+    expectEndOfProcess(); // a fault of the program itself
     press(u"cmdSave"_qs);
     EXPECT_EQ(depth, 1);
 }
 
-TEST_F(FormTest, WhatATimerThrowsIsARunTimeErrorToo) {
-    expectRunTimeError(3260);
-    QTimer::singleShot(0, qApp, [] { throw jet::Error(3260, u"Locked."_qs); });
+TEST_F(FormTest, WhatATimerThrowsIsToldToo) {
+    expectRunTimeError(3075);
+    QTimer::singleShot(0, qApp, [] { throw jet::Error(3075, u"Syntax."_qs); });
     settle();
+}
+
+TEST_F(FormTest, WhenTheDatabaseCantBeWorkedWithAHandlerIsTriedAgainAndTheEntryStays) {
+    open(u"frmOne"_qs);
+    type(u"txtRate"_qs, u"12"_qs);
+    int tries = 0;
+    script.save = [&](Form&) {
+        if (++tries < 3)
+            throw jet::Error(jet::errors::connectionFailed, u"The server closed the line."_qs);
+    };
+    const QString lost = u"The database server can't be reached."_qs;
+    expectBoxContaining(lost, Answer::Retry);
+    expectBoxContaining(lost, Answer::Retry);
+    press(u"cmdSave"_qs);
+    EXPECT_EQ(tries, 3);
+
+    const std::pair<int, QString> kinds[] = {
+        {jet::errors::locked, u"Another station is writing"_qs},
+        {jet::errors::notUpdatable, u"The database can be read only."_qs},
+        {jet::errors::cannotOpenFile, u"The database can't be found or opened."_qs}};
+    for (const auto& [number, told] : kinds) {
+        script.save = [number = number](Form&) { throw jet::Error(number, u"no"_qs); };
+        expectBoxContaining(told, Answer::Close);
+        press(u"cmdSave"_qs);
+    }
+    EXPECT_EQ(text(u"txtRate"_qs), u"12.00"_qs);
+    EXPECT_TRUE(Forms::isLoaded(u"frmOne"_qs));
 }
 
 TEST_F(FormTest, BusyPointersStepAsideForDialogsAndBoxes) {
