@@ -4,6 +4,7 @@ set(MIRSA_REPORT_FILES
   reports/Employee_ID_Badges.rpt
   reports/Employees.rpt
   reports/Estimate_Quote.rpt
+  reports/Estimates_List.rpt
   reports/Invoices_Sent.rpt
   reports/History.rpt
   reports/Job_Report.rpt
@@ -12,16 +13,20 @@ set(MIRSA_REPORT_FILES
   reports/Job_Traveler_Notes.rpt
   reports/Jobs_List.rpt
   reports/Jobs_Not_Invoiced.rpt
+  reports/PO_List.rpt
   reports/PO_Open_by_Date.rpt
   reports/PO_Open_by_Vendor.rpt
   reports/PO_Receipts.rpt
   reports/Payables_Sent.rpt
   reports/Purchase_Order.rpt
   reports/RFQ.rpt
+  reports/RFQ_List.rpt
   reports/Received_Not_Sent.rpt
   reports/RFQ_Comparison.rpt
   reports/Schedule_Load.rpt
   reports/Shipping_History.rpt
+  reports/Spare_Parts.rpt
+  reports/Time_Log.rpt
   reports/Vendors.rpt
   reports/bCommands.rpt
   reports/estimate_bom.rpt

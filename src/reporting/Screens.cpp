@@ -1,6 +1,8 @@
 #include "reporting/Screens.h"
 
 #include "platform/screen/Forms.h"
+#include "reporting/QueryForm.h"
+#include "reporting/ResultsForm.h"
 #include "reporting/frmConfigReports.h"
 #include "reporting/frmCreports.h"
 #include "reporting/frmImportSelected.h"
@@ -14,6 +16,10 @@ void registerScreens() {
     Forms::add<frmNewReport>();
     Forms::add<frmImportSelected>();
     Forms::add<frmCreports>();
+    for (const QueryDescriptor& query : queries()) {
+        Forms::add(query.queryForm, [&query] { return std::make_unique<QueryForm>(query); });
+        Forms::add(query.resultsForm, [&query] { return std::make_unique<ResultsForm>(query); });
+    }
 }
 
 } // namespace reporting

@@ -15,3 +15,9 @@ INSERT INTO Reports (Name, Description, [Module], FileName, OEM, [Default]) VALU
 INSERT INTO Reports (Name, Description, [Module], FileName, OEM, [Default]) VALUES ('Receipts by Purchase Order', 'What was received of each order, when and by whom.', 'PO', 'PO_Receipts.rpt', 1, False);
 INSERT INTO Reports (Name, Description, [Module], FileName, OEM, [Default]) VALUES ('Job Schedule', 'What is planned for a job, drawn between its date in and due date.', 'Schedule', 'Job_Schedule.rpt', 1, True);
 INSERT INTO Reports (Name, Description, [Module], FileName, OEM, [Default]) VALUES ('Load by Department', 'The planned hours of each department by week.', 'Schedule', 'Schedule_Load.rpt', 1, False);
+INSERT INTO Reports (Name, Description, [Module], FileName, OEM, [Default]) VALUES ('Estimates by Customer', 'The estimates of each customer with part, quantity and date.', 'Estimates', 'Estimates_List.rpt', 1, False);
+INSERT INTO Reports (Name, Description, [Module], FileName, OEM, [Default]) VALUES ('Schedule by Customer', 'The jobs of each customer as they are due, with quantities, hours and status.', 'Schedule', 'Jobs_List.rpt', 1, False);
+INSERT INTO Reports (Name, Description, [Module], FileName, OEM, [Default]) VALUES ('RFQ List', 'The items asked for, by request and vendor.', 'RFQ', 'RFQ_List.rpt', 1, False);
+INSERT INTO Reports (Name, Description, [Module], FileName, OEM, [Default]) VALUES ('Purchase Order List', 'The items ordered and what has come of them, by order.', 'PO', 'PO_List.rpt', 1, False);
+INSERT INTO Reports (Name, Description, [Module], FileName, OEM, [Default]) VALUES ('Time by Employee', 'The stretches of work of each employee with hours and parts.', 'Time Management', 'Time_Log.rpt', 1, True);
+INSERT INTO Reports (Name, Description, [Module], FileName, OEM, [Default]) VALUES ('Spare Parts by Customer', 'The spare parts of each customer by location.', 'Spare Parts', 'Spare_Parts.rpt', 1, True);

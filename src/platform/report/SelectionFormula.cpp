@@ -44,6 +44,10 @@ struct Token {
     throw ReportError(codes::errorInFormula, detail);
 }
 
+QString quotedText(const QString& text) {
+    return u'\'' + values::quoted(text) + u'\'';
+}
+
 std::vector<Token> tokens(const QString& formula) {
     std::vector<Token> result;
     qsizetype at = 0;
@@ -227,7 +231,32 @@ class Parser {
         return node;
     }
 
+    /// A value, or texts joined by +.
     Operand operand() {
+        Operand made = single();
+        if (!isSymbol(u"+"))
+            return made;
+        QString sql;
+        bool hasField = false;
+        const auto join = [&](const Operand& part) {
+            const bool field = part.kind == Operand::Kind::Field && part.field.through.isEmpty();
+            if (!field && part.kind != Operand::Kind::Text)
+                fail(u"Only texts of one row can be joined in: %1"_s.arg(m_formula));
+            hasField = hasField || field;
+            sql += (sql.isEmpty() ? QString() : u" + "_s) +
+                   (field ? part.field.sql : quotedText(part.text));
+        };
+        join(made);
+        while (takeSymbol(u"+"))
+            join(single());
+        if (!hasField)
+            fail(u"A joined text without a field in: %1"_s.arg(m_formula));
+        made.kind = Operand::Kind::Field;
+        made.field = {u'(' + sql + u')', jet::ColumnType::Text, {}};
+        return made;
+    }
+
+    Operand single() {
         Operand made;
         const Token token = peek();
         switch (token.kind) {
@@ -317,10 +346,6 @@ class Parser {
     std::size_t m_at = 0;
     int m_depth = 0;
 };
-
-QString quotedText(const QString& text) {
-    return u'\'' + values::quoted(text) + u'\'';
-}
 
 QString sqlMoment(const QDateTime& moment) {
     QString text = values::sqlDate(moment.date());

@@ -27,10 +27,9 @@ using FieldResolver =
 /// `in a to b` (both ends belong to it), `in [a, b]`; `like` with * and ?; isnull(field); a
 /// Yes/No field alone; numbers, true, false, text in single or double quotes (a doubled quote
 /// stands for itself), date(y, m, d), datetime(y, m, d, h, m, s), #m/d/yyyy#; fields as
-/// {Table.Field}. A date without a time means that whole day. Letters' case doesn't matter. An
-/// empty formula gives an empty text.
-/// Throws ReportError(errorInFormula) on bad syntax, unknown fields and values that don't fit
-/// their field.
+/// {Table.Field}, texts of which are joined by +. A date without a time means that whole day.
+/// Letters' case doesn't matter. An empty formula gives an empty text. Throws
+/// ReportError(errorInFormula) on bad syntax, unknown fields and values that don't fit their field.
 QString whereCondition(const QString& formula, const FieldResolver& fields);
 
 } // namespace report
