@@ -118,7 +118,8 @@ TEST_P(Backup, aKillAtAnyMomentLeavesAGoodOldOneOrAGoodNewOne) {
     }
     // Each that counts as good is: it can be put back.
     const auto backups = keeping::backupsIn(target());
-    ASSERT_EQ(run({u"restore"_s, backups.front().path, folder()}).code, 0);
+    const auto restored = run({u"restore"_s, backups.front().path, folder()});
+    ASSERT_EQ(restored.code, 0) << restored.err.toStdString();
     EXPECT_GE(written(*open()), 1);
     ASSERT_EQ(run({u"backup"_s, folder(), target()}).code, 0);
     EXPECT_EQ(QDir(target()).entryList({u"*.unfinished*"_s}), QStringList());

@@ -78,6 +78,10 @@ TEST(Folder, aKilledRunHoldsUpNobody) {
     QTemporaryDir temporary;
     for (int round = 0; round < 6; ++round) {
         const QString folder = temporary.filePath(QString::number(round));
+        ASSERT_TRUE(QDir().mkpath(folder));
+        QFile rest(folder + u"/.mirsa-setup.lock"_s); // killed before anything stood in it
+        ASSERT_TRUE(rest.open(QIODevice::WriteOnly));
+        rest.close();
         QProcess process;
         process.start(setuptest::program(), {u"new"_s, folder});
         process.waitForFinished(10 + 40 * round);

@@ -100,8 +100,13 @@ QString restoreFile(const QString& backup, const QString& programFolder) {
             putInPlace(unfinished, path);
             return {};
         }
-        QString kept = folder.filePath(
-            u"Mirsa-before-restore-%1.mdb"_s.arg(values::now().toString(u"yyyyMMdd-HHmmss"_s)));
+        QString kept;
+        QDateTime moment = values::now();
+        do { // two within a second have two names
+            kept = folder.filePath(
+                u"Mirsa-before-restore-%1.mdb"_s.arg(moment.toString(u"yyyyMMdd-HHmmss"_s)));
+            moment = moment.addSecs(1);
+        } while (QFileInfo::exists(kept));
         try {
             jet::closeLogOfFile(path);
         } catch (const jet::Error& error) {
@@ -113,8 +118,6 @@ QString restoreFile(const QString& backup, const QString& programFolder) {
             for (const auto* ending : {u"-wal", u"-shm", u"-journal"})
                 QFile::rename(path + QString::fromUtf16(ending), kept + QString::fromUtf16(ending));
         }
-        if (QFileInfo::exists(kept))
-            throw Refusal(kept + u" is there already. Nothing was changed."_s);
         replaceKeeping(unfinished, path, kept);
         return kept;
     } catch (...) {

@@ -13,6 +13,8 @@
 
 #ifdef Q_OS_UNIX
 #include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
 #include <unistd.h>
 #endif
 #ifdef Q_OS_WIN
@@ -63,15 +65,43 @@ bool renameToFree(const QString& from, const QString& to) {
 FolderLock::FolderLock(const QString& folder) {
     if (!QDir().mkpath(folder))
         throw Refusal(u"The folder "_s + folder + u" can't be made."_s);
-    m_lock = std::make_unique<QLockFile>(QDir(folder).filePath(u".mirsa-setup.lock"_s));
+    m_path = QDir(folder).filePath(u".mirsa-setup.lock"_s);
+    const Refusal taken(u"Another run of mirsa-setup, or a backup, is at work in "_s + folder +
+                        u". Nothing was changed."_s);
+    const Refusal unwritable(u"Nothing can be written into "_s + folder +
+                             u" (no right, or no room). Nothing was changed."_s);
+#ifdef Q_OS_UNIX
+    const QByteArray name = QFile::encodeName(m_path);
+    while (true) {
+        m_handle = ::open(name.constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
+        if (m_handle < 0)
+            throw unwritable;
+        if (::flock(m_handle, LOCK_EX | LOCK_NB) != 0) {
+            const bool held = errno == EWOULDBLOCK;
+            ::close(m_handle);
+            throw held ? taken : unwritable;
+        }
+        // Whoever held it may have removed it between our two steps: then it is no lock any more.
+        struct stat ours {};
+        struct stat there {};
+        if (::fstat(m_handle, &ours) == 0 && ::stat(name.constData(), &there) == 0 &&
+            ours.st_ino == there.st_ino && ours.st_dev == there.st_dev)
+            return;
+        ::close(m_handle);
+    }
+#else
+    m_lock = std::make_unique<QLockFile>(m_path);
     m_lock->setStaleLockTime(0); // a long run isn't a dead one
-    if (m_lock->tryLock(0))
-        return;
-    if (m_lock->error() == QLockFile::LockFailedError)
-        throw Refusal(u"Another run of mirsa-setup, or a backup, is at work in "_s + folder +
-                      u". Nothing was changed."_s);
-    throw Refusal(u"Nothing can be written into "_s + folder +
-                  u" (no right, or no room). Nothing was changed."_s);
+    if (!m_lock->tryLock(0))
+        throw m_lock->error() == QLockFile::LockFailedError ? taken : unwritable;
+#endif
+}
+
+FolderLock::~FolderLock() {
+#ifdef Q_OS_UNIX
+    ::unlink(QFile::encodeName(m_path).constData());
+    ::close(m_handle);
+#endif
 }
 
 QString unfinishedName(const QString& path) {

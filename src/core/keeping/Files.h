@@ -29,9 +29,17 @@ class FolderLock {
   public:
     /// Makes the folder if there is none. Throws Refusal.
     explicit FolderLock(const QString& folder);
+    ~FolderLock();
+    FolderLock(const FolderLock&) = delete;
+    FolderLock& operator=(const FolderLock&) = delete;
 
   private:
+    QString m_path;
+#ifdef Q_OS_UNIX
+    int m_handle = -1; ///< its lock ends with the process, however that ends
+#else
     std::unique_ptr<QLockFile> m_lock;
+#endif
 };
 
 /// The name under which a file is written until it is whole.
