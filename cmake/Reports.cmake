@@ -5,6 +5,7 @@ set(MIRSA_REPORT_FILES
   reports/Employees.rpt
   reports/Estimate_Quote.rpt
   reports/Estimates_List.rpt
+  reports/InventoryItemFlagged.rpt
   reports/Invoices_Sent.rpt
   reports/History.rpt
   reports/Job_Report.rpt

@@ -1,26 +1,20 @@
 #include "inventory/frmItemTreeSelect.h"
 
 #include "core/MirsaMain.h"
+#include "inventory/FolderNodes.h"
+#include "platform/controls/TextField.h"
+#include "platform/controls/Tree.h"
 #include "platform/screen/Layout.h"
+#include "platform/values/Literals.h"
 
 #include <QPushButton>
-#include <QStyle>
-#include <QTreeWidget>
 #include <QVBoxLayout>
 
 namespace inventory {
 
-namespace {
-
-constexpr int idRole = Qt::UserRole;
-constexpr int filledRole = Qt::UserRole + 1;
-
-} // namespace
-
 frmItemTreeSelect::frmItemTreeSelect() : Form(QString::fromLatin1(formName), u"Select a Type"_s) {
     auto* outside = new QVBoxLayout(this);
-    tvItem = screen::named(new QTreeWidget(this), u"tvItem"_s, u"Folders"_s);
-    tvItem->setHeaderHidden(true);
+    tvItem = screen::named(new controls::Tree(this), u"tvItem"_s, u"Folders"_s);
     outside->addWidget(tvItem, 1);
     screen::Fields fields(this, outside);
     txtPath = fields.text(u"txtPath"_s, u"Path:"_s, {.characters = 40});
@@ -33,61 +27,40 @@ frmItemTreeSelect::frmItemTreeSelect() : Form(QString::fromLatin1(formName), u"S
     setCancelButton(cmdClose);
     on(cmdSelect, &frmItemTreeSelect::cmdSelect_Click);
     on(cmdClose, [this] { hideModal(); });
-    connect(tvItem, &QTreeWidget::currentItemChanged, this,
-            [this] { guarded([this] { tvItem_Click(); }); });
-    connect(tvItem, &QTreeWidget::itemExpanded, this,
-            [this](QTreeWidgetItem* item) { guarded([&] { addChildren(item); }); });
-    connect(tvItem, &QTreeWidget::itemDoubleClicked, this, [this](QTreeWidgetItem* item) {
-        if (item->childCount() == 0)
-            guarded([this] { cmdSelect_Click(); });
+    on(tvItem->selected, [this](const QString&) { tvItem_Click(); });
+    on(tvItem->doubleClicked, [this](const QString& key) {
+        // A branch opens and closes.
+        if (tvItem->isAsked(key) && tvItem->childrenOf(key).isEmpty())
+            cmdSelect_Click();
     });
     resize(420, 420);
 }
 
-std::pair<qint64, QString> frmItemTreeSelect::pickFolder(const QString& view) {
-    setWindowTitle(u"Select a "_s + view);
-    m_table = u"Item"_s + view + u"s"_s;
-    auto* root = new QTreeWidgetItem(tvItem, {u"Item "_s + view + u"s"_s});
-    root->setData(0, idRole, 0);
-    addChildren(root);
-    root->setExpanded(true);
-    tvItem->setCurrentItem(root);
+std::pair<qint64, QString> frmItemTreeSelect::pickFolder(const QString& word) {
+    const View& view = viewOf(word);
+    setWindowTitle(u"Select a "_s + view.word);
+    showFolders(*tvItem, view);
+    tvItem->selectNode(rootKey);
+    tvItem_Click();
     tvItem->setFocus();
     showModal();
     return m_chosen;
 }
 
-void frmItemTreeSelect::addChildren(QTreeWidgetItem* under) {
-    if (under->data(0, filledRole).toBool())
-        return;
-    under->setData(0, filledRole, true);
-    jet::Recordset set = core::MainDatabase().openRecordset(
-        u"Select ID, Description from "_s + m_table + u" WHERE Parent = "_s +
-            under->data(0, idRole).toString() + u" ORDER BY Description"_s,
-        jet::RecordsetType::Snapshot);
-    for (; !set.eof(); set.moveNext()) {
-        auto* child = new QTreeWidgetItem(under, {set.text(u"Description")});
-        child->setData(0, idRole, set[u"ID"].toLong());
-        child->setIcon(0, style()->standardIcon(QStyle::SP_DirClosedIcon));
-        child->setChildIndicatorPolicy(QTreeWidgetItem::ShowIndicator);
-    }
-    under->setChildIndicatorPolicy(QTreeWidgetItem::DontShowIndicatorWhenChildless);
-}
-
 void frmItemTreeSelect::tvItem_Click() {
     QStringList path;
-    const QTreeWidgetItem* item = tvItem->currentItem();
-    for (; item && item->parent(); item = item->parent())
-        path.prepend(item->text(0));
+    for (QString key = tvItem->selectedKey(); !key.isEmpty() && key != rootKey;
+         key = tvItem->parentOf(key))
+        path.prepend(tvItem->textOf(key));
     txtPath->setText(path.join(u'\\'));
     cmdSelect->setEnabled(!path.isEmpty());
 }
 
 void frmItemTreeSelect::cmdSelect_Click() {
-    const QTreeWidgetItem* item = tvItem->currentItem();
-    if (!item || !item->parent())
+    const QString key = tvItem->selectedKey();
+    if (key.isEmpty() || key == rootKey)
         return;
-    m_chosen = {item->data(0, idRole).toLongLong(), txtPath->text()};
+    m_chosen = {folderIn(key), txtPath->text()};
     hideModal();
 }
 

@@ -4,12 +4,11 @@
 #include "platform/screen/Form.h"
 
 class QPushButton;
-class QTreeWidget;
-class QTreeWidgetItem;
 
 namespace controls {
 class TextField;
-}
+class Tree;
+} // namespace controls
 
 namespace inventory {
 
@@ -18,17 +17,15 @@ class frmItemTreeSelect : public screen::Form, public FolderPicker {
   public:
     static constexpr char formName[] = "frmItemTreeSelect";
     frmItemTreeSelect();
-    std::pair<qint64, QString> pickFolder(const QString& view) override;
+    std::pair<qint64, QString> pickFolder(const QString& word) override;
 
   private:
-    void addChildren(QTreeWidgetItem* under);
     void tvItem_Click();
     void cmdSelect_Click();
 
-    QTreeWidget* tvItem;
+    controls::Tree* tvItem;
     controls::TextField* txtPath;
     QPushButton* cmdSelect;
-    QString m_table;
     std::pair<qint64, QString> m_chosen{0, {}};
 };
 

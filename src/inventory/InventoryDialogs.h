@@ -1,0 +1,63 @@
+#pragma once
+
+#include "inventory/Items.h"
+
+#include <optional>
+
+namespace inventory {
+
+/// What the dialogs of inventory ask of the open explorer, "frmInventory".
+class Explorer {
+  public:
+    virtual ~Explorer() = default;
+    virtual const View& view() const = 0;
+    /// Shows an item's row as it stands now; a new one is added if its folder is shown.
+    virtual void itemChanged(qint64 itemId) = 0;
+    /// Opens the folder of an item in the present view and selects it.
+    virtual void goToItem(qint64 itemId) = 0;
+    /// A folder was added.
+    virtual void folderAdded(const Folder& folder) = 0;
+};
+
+/// "frmItemTypeNewEdit" and "frmItemLocNewEdit".
+class FolderDialog {
+  public:
+    virtual ~FolderDialog() = default;
+    /// Adds folders below a parent (0: the root), telling the explorer of each.
+    virtual void add(qint64 parent, const QString& parentName) = 0;
+    /// The new description; empty if the user cancelled or the folder has gone.
+    virtual QString rename(qint64 id) = 0;
+};
+
+/// "frmItemNewEdit".
+class ItemDialog {
+  public:
+    virtual ~ItemDialog() = default;
+    /// Adds items, the first into a folder of the explorer's view. The explorer is told of each.
+    virtual void add(const View& view, qint64 folder) = 0;
+    /// True if something was saved.
+    virtual bool edit(qint64 itemId) = 0;
+};
+
+/// "frmItemIssueInv" and "frmItemActivity": something about one item.
+class ItemAction {
+  public:
+    virtual ~ItemAction() = default;
+    virtual void showFor(qint64 itemId) = 0;
+};
+
+/// "frmItemReStock" and "frmItemReStockSelected".
+class RestockDialog {
+  public:
+    virtual ~RestockDialog() = default;
+    /// `itemId` 0: none is selected.
+    virtual void stock(qint64 itemId) = 0;
+};
+class RestockSelected {
+  public:
+    virtual ~RestockSelected() = default;
+    /// True if the item was stocked.
+    virtual bool stock(qint64 itemId, qint64 employee, const QDate& date) = 0;
+};
+
+} // namespace inventory

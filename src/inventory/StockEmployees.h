@@ -1,0 +1,10 @@
+#pragma once
+
+#include "platform/controls/DataCombo.h"
+
+namespace inventory {
+
+/// Fills a combo with the employees who are active, by name; false if there is none.
+bool fillActiveEmployees(controls::DataCombo* combo);
+
+} // namespace inventory
