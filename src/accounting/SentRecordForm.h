@@ -2,7 +2,7 @@
 
 #include "accounting/SentDocuments.h"
 #include "accounting/SentHistory.h"
-#include "platform/controls/Grid.h"
+#include "platform/controls/ListView.h"
 #include "platform/screen/Form.h"
 
 class QGroupBox;

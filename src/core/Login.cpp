@@ -3,6 +3,7 @@
 #include "core/MirsaMain.h"
 #include "core/Shell.h"
 #include "platform/screen/Forms.h"
+#include "platform/system/Remembered.h"
 #include "platform/values/Literals.h"
 
 namespace core {
@@ -16,6 +17,7 @@ bool LoginUser() {
     state.CurrentUserName = login->userName();
     state.CurrentUserNo = login->userNo();
     state.CurrentGroupNo = login->groupNo();
+    platform::setPerson(state.CurrentUserName);
     return true;
 }
 

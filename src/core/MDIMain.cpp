@@ -13,6 +13,7 @@
 #include "platform/screen/Forms.h"
 #include "platform/screen/Layout.h"
 #include "platform/screen/Seams.h"
+#include "platform/system/Remembered.h"
 #include "platform/values/Literals.h"
 
 #include <QAction>
@@ -30,6 +31,8 @@
 namespace core {
 
 namespace {
+
+const QString placeKey = u"shell"_s; ///< of its window's place
 
 QStringList entriesWithoutScreen() {
     QStringList names;
@@ -147,6 +150,8 @@ void MDIMain::takeInitialPlace() {
     resize(static_cast<int>(room.width() * 0.95), static_cast<int>(room.height() * 0.9));
     move(room.left() + static_cast<int>((room.width() - width()) / 2.0),
          room.top() + static_cast<int>((room.height() - height()) / 2.0));
+    // Where it stood yesterday, if that can still be seen.
+    restoreGeometry(platform::remembered(placeKey, {}, platform::Whose::Station).toByteArray());
 }
 
 // Rights
@@ -351,6 +356,7 @@ void MDIMain::closeEvent(QCloseEvent* event) {
         }
     }
     event->accept();
+    platform::remember(placeKey, saveGeometry(), platform::Whose::Station);
     screen::seams().endProcess(0);
 }
 

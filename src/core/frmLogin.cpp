@@ -2,6 +2,7 @@
 
 #include "core/MirsaMain.h"
 #include "platform/screen/Layout.h"
+#include "platform/system/Remembered.h"
 #include "platform/values/Literals.h"
 
 #include <QLineEdit>
@@ -9,6 +10,10 @@
 #include <QVBoxLayout>
 
 namespace core {
+
+namespace {
+const QString lastUser = u"lastSignIn"_s;
+}
 
 frmLogin::frmLogin() : Form(QString::fromLatin1(formName), u"Mirsa Login"_s) {
     auto* layout = new QVBoxLayout(this);
@@ -29,6 +34,14 @@ frmLogin::frmLogin() : Form(QString::fromLatin1(formName), u"Mirsa Login"_s) {
     on(cancel, &frmLogin::cmdCancel_Click);
     setDefaultButton(ok);
     setCancelButton(cancel);
+}
+
+void frmLogin::Form_Load() {
+    const QString last = platform::remembered(lastUser, {}, platform::Whose::Station).toString();
+    if (last.isEmpty())
+        return;
+    txtUserId->setText(last);
+    txtUserPassword->setFocus();
 }
 
 QString frmLogin::action() const {
@@ -62,6 +75,7 @@ void frmLogin::cmdOk_Click() {
     m_groupNo = row[u"userGroupID"].toLong();
     m_userNo = row[u"ID"].toLong();
     m_action->clear();
+    platform::remember(lastUser, user, platform::Whose::Station);
     hideModal();
 }
 

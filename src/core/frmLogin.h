@@ -13,6 +13,7 @@ class frmLogin : public screen::Form, public LoginDialog {
   public:
     static constexpr const char* formName = "frmLogin";
     frmLogin();
+    void Form_Load() override;
 
     QString action() const override;
     QString userName() const override { return txtUserId->text(); }

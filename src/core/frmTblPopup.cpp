@@ -1,5 +1,6 @@
 #include "core/frmTblPopup.h"
 
+#include "platform/controls/DropMenu.h"
 #include "platform/screen/Layout.h"
 #include "platform/screen/MsgBox.h"
 #include "platform/values/Literals.h"
@@ -22,6 +23,7 @@ frmTblPopup::frmTblPopup() : Form(QString::fromLatin1(formName), u"Select"_s) {
     setCancelButton(cancel);
     on(btnsel, &frmTblPopup::btnsel_Click);
     on(lstItems->rowDoubleClicked, [this](int) { btnsel_Click(); });
+    controls::offerInMenu(lstItems, {btnsel});
     on(cancel, [this] { hideModal(); });
     resize(400, 420);
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/TablePopup.h"
-#include "platform/controls/Grid.h"
+#include "platform/controls/ListView.h"
 #include "platform/screen/Form.h"
 
 namespace core {

@@ -256,8 +256,7 @@ void frmUser_Group::cmdUedit_Click() {
 }
 
 void frmUser_Group::cmdUdelete_Click() {
-    if (screen::MsgBox(u"Are you sure you want to delete this user?"_s, screen::Buttons::YesNo,
-                       screen::Icon::Question, u"Delete User"_s) != screen::Answer::Yes)
+    if (!screen::confirmDeletion(u"Are you sure you want to delete this user?"_s, u"Delete User"_s))
         return;
     const qint64 user = cboUsers->itemNumber();
     jet::Transaction change(MainDatabase());
@@ -347,8 +346,7 @@ void frmUser_Group::cmdGdelete_Click() {
                "those users \rmay not be able to access the system. Are you sure "
                "you want to delete it?"_s
              : u"Are you sure you want to delete this group?"_s;
-    if (screen::MsgBox(question, screen::Buttons::YesNo, screen::Icon::Question,
-                       u"Delete Group"_s) != screen::Answer::Yes)
+    if (!screen::confirmDeletion(question, u"Delete Group"_s))
         return;
     // The members keep the group's number, which grants nothing any more.
     jet::Transaction change(MainDatabase());

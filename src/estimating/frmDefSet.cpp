@@ -3,6 +3,7 @@
 #include "core/MirsaMain.h"
 #include "estimating/DefaultSets.h"
 #include "estimating/EstimateDialogs.h"
+#include "platform/controls/DropMenu.h"
 #include "platform/screen/Forms.h"
 #include "platform/screen/Layout.h"
 #include "platform/screen/MsgBox.h"
@@ -45,6 +46,7 @@ frmDefSet::frmDefSet()
     on(cmdSaveAs, &frmDefSet::cmdSaveAs_Click);
     on(cmdSelect, &frmDefSet::cmdSelect_Click);
     on(cmdCancel, [this] { hideModal(); });
+    controls::offerInMenu(sprDef, {cmdNew, cmdEdit, cmdDelete, cmdSaveAs, cmdSelect});
     resize(620, 460);
 }
 
@@ -96,8 +98,7 @@ void frmDefSet::cmdEdit_Click() {
 }
 
 void frmDefSet::cmdDelete_Click() {
-    if (screen::MsgBox(u"Delete this Default Set?"_s, screen::Buttons::YesNo,
-                       screen::Icon::Question, u"Delete"_s) != screen::Answer::Yes)
+    if (!screen::confirmDeletion(u"Delete this Default Set?"_s, u"Delete"_s))
         return;
     deleteSet(core::MainDatabase(), setNo());
     showSets(0);

@@ -2,7 +2,7 @@
 
 #include "estimating/routing/Dialogs.h"
 #include "platform/controls/DataCombo.h"
-#include "platform/controls/Grid.h"
+#include "platform/controls/ListView.h"
 #include "platform/screen/Form.h"
 
 class QPushButton;

@@ -38,7 +38,6 @@ core::ModuleDescriptor describe() {
     module.reportKey = u"Estimate.Estno"_s;
     module.deleteTitle = u"Delete Estimate"_s;
     module.deleteText = u"You are about to delete the current Estimate. Are you sure?"_s;
-    module.deleteDefault = screen::Answer::No;
     module.emptyTableCloses = true;
     return module;
 }

@@ -19,16 +19,18 @@ frmMiscItems::frmMiscItems()
                 {u"Unit Price"_s, 14, GridColumn::Kind::Number},
                 {u"No."_s, 7, GridColumn::Kind::Number}}) {}
 
-void frmMiscItems::fill(controls::ListView& list) {
+std::vector<controls::ListRow> frmMiscItems::rows() {
     const QString mask = core::moneyMask(u"#,0.0000"_s);
     jet::Recordset set = core::MainDatabase().openRecordset(
         u"SELECT * FROM miscitems ORDER BY description"_s, jet::RecordsetType::Snapshot);
+    std::vector<controls::ListRow> found;
     for (; !set.eof(); set.moveNext()) {
         const QString itemNo = set.text(u"ItemNo");
-        list.addRow(u"M"_s + itemNo,
-                    {set.text(u"Description"), set.text(u"UnitOfMeasure").trimmed(),
-                     values::format(set[u"UnitPrice"].toCurrency(), mask), itemNo});
+        found.push_back({u"M"_s + itemNo,
+                         {set.text(u"Description"), set.text(u"UnitOfMeasure").trimmed(),
+                          values::format(set[u"UnitPrice"].toCurrency(), mask), itemNo}});
     }
+    return found;
 }
 
 void frmMiscItems::cmdNew_Click() {

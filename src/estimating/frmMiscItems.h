@@ -15,7 +15,7 @@ class frmMiscItems : public screen::ListForm {
     void cmdDelete_Click() override;
 
   protected:
-    void fill(controls::ListView& list) override;
+    std::vector<controls::ListRow> rows() override;
 };
 
 } // namespace estimating

@@ -3,6 +3,9 @@
 #include "core/MirsaMain.h"
 #include "estimating/CatalogueDialogs.h"
 #include "estimating/routing/Pictures.h"
+#include "platform/controls/DropMenu.h"
+#include "platform/controls/Pictures.h"
+#include "platform/controls/Tree.h"
 #include "platform/screen/Forms.h"
 #include "platform/screen/Layout.h"
 #include "platform/screen/Pointer.h"
@@ -12,15 +15,11 @@
 #include <QHBoxLayout>
 #include <QPushButton>
 #include <QStackedWidget>
-#include <QStyle>
 #include <QTabWidget>
-#include <QTreeWidget>
 
 namespace estimating {
 
 namespace {
-
-constexpr int keyRole = Qt::UserRole;
 
 QString inhouse() {
     return QString::fromUtf16(inhouseType);
@@ -87,9 +86,8 @@ QWidget* frmOperation::inhousePage() {
                        {u"Rate "_s + core::shared().CurrencySymbol + u"/hr"_s, 14,
                         controls::GridColumn::Kind::Number},
                        {u"Department"_s, 24}});
-    tvwOper =
-        screen::named(new QTreeWidget(page), u"tvwOper"_s, u"Inhouse operations by department"_s);
-    tvwOper->setHeaderHidden(true);
+    tvwOper = screen::named(new controls::Tree(page), u"tvwOper"_s,
+                            u"Inhouse operations by department"_s);
     tvwOper->setExpandsOnDoubleClick(false);
     m_views->addWidget(tvwOper);
     m_views->addWidget(lvwIN);
@@ -108,10 +106,12 @@ QWidget* frmOperation::inhousePage() {
     on(cmdEdit, &frmOperation::cmdEdit_Click);
     on(cmdDelete, &frmOperation::cmdDelete_Click);
     on(lvwIN->rowDoubleClicked, [this](int) { cmdEdit_Click(); });
-    connect(tvwOper, &QTreeWidget::currentItemChanged, this,
-            [this] { guarded([this] { tvwOper_NodeClick(); }); });
-    connect(tvwOper, &QTreeWidget::itemDoubleClicked, this,
-            [this] { guarded([this] { cmdEdit_Click(); }); });
+    on(tvwOper->selected, [this](const QString&) { tvwOper_NodeClick(); });
+    on(tvwOper->doubleClicked, [this](const QString&) { cmdEdit_Click(); });
+    const std::vector<QAbstractButton*> commands{cmdView, cmdNewDept, cmdNewOper, cmdEdit,
+                                                 cmdDelete};
+    controls::offerInMenu(lvwIN, commands);
+    controls::offerInMenu(tvwOper, commands);
     return page;
 }
 
@@ -133,6 +133,7 @@ QWidget* frmOperation::listPage(const QString& type, const QString& prefix,
     on(edit, [this, rows, type] { editOperation(rows, type); });
     on(remove, [this, rows, type] { removeOperation(rows, type); });
     on(rows->rowDoubleClicked, [this, rows, type](int) { editOperation(rows, type); });
+    controls::offerInMenu(rows, {add, edit, remove});
     return page;
 }
 
@@ -145,52 +146,51 @@ void frmOperation::Form_Load() {
 
 void frmOperation::fillList(controls::ListView* list, const QString& type) {
     const int selected = std::max(list->selectedRow(), 0);
-    list->clearRows();
+    std::vector<controls::ListRow> rows;
     for (const CatalogueEntry& entry : operationsOfType(core::MainDatabase(), type)) {
         QStringList texts{entry.description};
         if (list == lvwIN) {
             texts << values::format(entry.rate, core::moneyMask(u"#,###.00"_s)) << entry.department;
         }
-        list->addRow(u"O"_s + QString::number(entry.operNo), texts, noteMark(entry.hasNote),
-                     noteWords(entry.hasNote));
+        rows.push_back({u"O"_s + QString::number(entry.operNo), texts, noteMark(entry.hasNote),
+                        noteWords(entry.hasNote)});
     }
-    list->selectPlace(selected);
+    list->setRows(std::move(rows));
+    list->selectRow(selected);
 }
 
 void frmOperation::fillTree() {
-    const QString selected =
-        tvwOper->currentItem() ? tvwOper->currentItem()->data(0, keyRole).toString() : QString();
+    using namespace controls;
+    const QString selected = tvwOper->selectedKey();
     QStringList open;
-    for (int i = 0; i < tvwOper->topLevelItemCount(); ++i) {
-        const QTreeWidgetItem* item = tvwOper->topLevelItem(i);
-        if (item->isExpanded())
-            open << item->data(0, keyRole).toString();
+    const QStringList shown = tvwOper->childrenOf({});
+    for (const QString& key : shown) {
+        if (tvwOper->isOpen(key))
+            open << key;
     }
-    tvwOper->clear();
-    QTreeWidgetItem* current = nullptr;
-    const auto node = [&](QTreeWidgetItem* item, const QString& text, const QString& key) {
-        item->setText(0, text);
-        item->setData(0, keyRole, key);
-        if (key == selected)
-            current = item;
-    };
-    for (const DepartmentNode& department : operationsByDepartment(core::MainDatabase())) {
+    tvwOper->clearNodes();
+    std::vector<TreeNode> tops;
+    const auto departments = operationsByDepartment(core::MainDatabase());
+    for (const DepartmentNode& department : departments)
+        tops.push_back({u"D"_s + QString::number(department.id), department.name,
+                        pictures::folder(), pictures::openFolder()});
+    if (tops.empty())
+        tops.push_back({u"K1"_s, u"There are no items to view"_s});
+    tvwOper->addNodes({}, tops);
+    for (const DepartmentNode& department : departments) {
         const QString key = u"D"_s + QString::number(department.id);
-        auto* top = new QTreeWidgetItem(tvwOper);
-        node(top, department.name, key);
-        top->setIcon(0, style()->standardIcon(QStyle::SP_DirIcon));
-        for (const CatalogueEntry& entry : department.operations) {
-            auto* below = new QTreeWidgetItem(top);
-            node(below, entry.description, u"O"_s + QString::number(entry.operNo) + key);
-            below->setIcon(0, noteMark(entry.hasNote));
-            below->setData(0, Qt::AccessibleDescriptionRole, noteWords(entry.hasNote));
-        }
-        top->setExpanded(open.contains(key));
+        std::vector<TreeNode> below;
+        for (const CatalogueEntry& entry : department.operations)
+            below.push_back({.key = u"O"_s + QString::number(entry.operNo) + key,
+                             .text = entry.description,
+                             .picture = noteMark(entry.hasNote),
+                             .said = noteWords(entry.hasNote)});
+        tvwOper->addNodes(key, below);
+        tvwOper->open(key, open.contains(key));
     }
-    if (tvwOper->topLevelItemCount() == 0) {
-        node(new QTreeWidgetItem(tvwOper), u"There are no items to view"_s, u"K1"_s);
-    }
-    tvwOper->setCurrentItem(current ? current : tvwOper->topLevelItem(0));
+    if (!tvwOper->selectNode(selected))
+        tvwOper->selectNode(tops.front().key);
+    tvwOper_NodeClick();
 }
 
 void frmOperation::fillInhouse() {
@@ -203,10 +203,7 @@ bool frmOperation::showsTree() const {
 }
 
 QString frmOperation::selectedInhouse() const {
-    if (!showsTree())
-        return lvwIN->selectedKey();
-    const QTreeWidgetItem* item = tvwOper->currentItem();
-    return item ? item->data(0, keyRole).toString() : QString();
+    return showsTree() ? tvwOper->selectedKey() : lvwIN->selectedKey();
 }
 
 void frmOperation::tvwOper_NodeClick() {
@@ -254,11 +251,11 @@ void frmOperation::cmdDelete_Click() {
         if (deleteAfterQuestion(numberIn(key, QLatin1Char('O')), inhouse()))
             fillInhouse();
     } else if (key.startsWith(QLatin1Char('D'))) {
-        if (tvwOper->currentItem()->childCount() > 0) {
+        if (!tvwOper->childrenOf(key).isEmpty()) {
             screen::MsgBox(u"Please delete the operation(s) first before deleting "
                            "the department."_s,
                            screen::Buttons::Ok, screen::Icon::Exclamation);
-        } else if (ask(u"Delete this department?"_s)) {
+        } else if (screen::confirmDeletion(u"Delete this department?"_s, u"Delete"_s)) {
             deleteDepartment(core::MainDatabase(), numberIn(key, QLatin1Char('D')));
             fillInhouse();
         }
@@ -297,15 +294,10 @@ bool frmOperation::deleteAfterQuestion(qint64 operNo, const QString& type) {
         screen::MsgBox(refusal, screen::Buttons::Ok, screen::Icon::Exclamation);
         return false;
     }
-    if (!ask(u"Delete this operation?"_s))
+    if (!screen::confirmDeletion(u"Delete this operation?"_s, u"Delete"_s))
         return false;
     deleteOperation(database, operNo);
     return true;
-}
-
-bool frmOperation::ask(const QString& question) const {
-    return screen::MsgBox(question, screen::Buttons::YesNo, screen::Icon::Question, u"Delete"_s) ==
-           screen::Answer::Yes;
 }
 
 } // namespace estimating

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "estimating/OperationCatalogue.h"
-#include "platform/controls/Grid.h"
+#include "platform/controls/ListView.h"
 #include "platform/screen/Form.h"
 
 #include <functional>
@@ -10,7 +10,10 @@
 class QPushButton;
 class QStackedWidget;
 class QTabWidget;
-class QTreeWidget;
+
+namespace controls {
+class Tree;
+}
 
 namespace estimating {
 
@@ -46,14 +49,13 @@ class frmOperation : public screen::Form {
     void removeOperation(controls::ListView* list, const QString& type);
     /// True if the operation may go and the user says so; it is gone then.
     bool deleteAfterQuestion(qint64 operNo, const QString& type);
-    bool ask(const QString& question) const;
 
     QTabWidget* SSTabOper;
     QStackedWidget* m_views;
     controls::ListView* lvwIN;
     controls::ListView* lvwOH;
     controls::ListView* lvwCO;
-    QTreeWidget* tvwOper;
+    controls::Tree* tvwOper;
     QPushButton* cmdView;
     QPushButton* cmdNewOper;
 };

@@ -2,7 +2,9 @@
 
 #include "core/MirsaMain.h"
 #include "core/records/RecordScreen.h"
-#include "jobs/AssemblyTreeView.h"
+#include "platform/controls/DropMenu.h"
+#include "platform/controls/Pictures.h"
+#include "platform/controls/Tree.h"
 #include "platform/screen/Layout.h"
 #include "platform/screen/MsgBox.h"
 #include "platform/screen/Pointer.h"
@@ -18,6 +20,21 @@ namespace jobs {
 using screen::Buttons;
 using screen::Icon;
 using screen::MsgBox;
+
+namespace {
+
+const QString rootKey = u"ROOT"_s;
+
+QString keyOf(qint64 number) {
+    return number == 0 ? rootKey : u"K"_s + QString::number(number);
+}
+
+/// 0 for the root.
+qint64 numberOf(const QString& key) {
+    return key.mid(1).toLongLong();
+}
+
+} // namespace
 
 frmAssemblyInfo::frmAssemblyInfo()
     : Form(QString::fromLatin1(formName), u"Assembly Tree"_s), m_kind(&assemblyKind(u"Job"_s)) {
@@ -40,8 +57,9 @@ frmAssemblyInfo::frmAssemblyInfo()
     }
     lblDescription = screen::named(new QLabel(this), u"lblDescription"_s);
     outside->addWidget(lblDescription);
-    tvwAssembly = screen::named(new AssemblyTreeView(this), u"tvwAssembly"_s, u"Assembly tree"_s);
+    tvwAssembly = screen::named(new controls::Tree(this), u"tvwAssembly"_s, u"Assembly tree"_s);
     lblDescription->setBuddy(tvwAssembly);
+    tvwAssembly->setExpandsOnDoubleClick(false);
     outside->addWidget(tvwAssembly, 1);
     auto* lblInvalidDrag = screen::named(new QLabel(this), u"lblInvalidDrag"_s);
     lblInvalidDrag->setPixmap(
@@ -70,11 +88,18 @@ frmAssemblyInfo::frmAssemblyInfo()
     on(cmdClose, [this] { unload(); });
     on(cboCustomer->chosen, &frmAssemblyInfo::cboCustomer_Click);
     on(cboPoOrRfq->chosen, &frmAssemblyInfo::cboPoOrRfq_Click);
-    on(tvwAssembly->dropped, &frmAssemblyInfo::hang);
-    on(tvwAssembly->opened, &frmAssemblyInfo::goTo);
+    on(tvwAssembly->dropped,
+       [this](const QString& key, const QString& under) { hang(numberOf(key), numberOf(under)); });
+    on(tvwAssembly->doubleClicked, [this](const QString& key) {
+        if (key != rootKey)
+            goTo(numberOf(key));
+    });
     on(tvwAssembly->cutChanged, [this] { cmdPaste->setEnabled(tvwAssembly->hasCut()); });
-    tvwAssembly->mayDrop = [this](qint64 number, qint64 under) {
-        return m_assembly.mayHang(number, under);
+    on(tvwAssembly->refused, [] { screen::beep(); });
+    controls::offerInMenu(tvwAssembly, {cmdCut, cmdPaste});
+    tvwAssembly->mayDrag = [](const QString& key) { return key != rootKey; };
+    tvwAssembly->mayDrop = [this](const QString& key, const QString& under) {
+        return m_assembly.mayHang(numberOf(key), numberOf(under));
     };
     resize(560, 600);
 }
@@ -97,7 +122,7 @@ void frmAssemblyInfo::showTree(qint64 custId, const QString& order, qint64 numbe
     if (!order.trimmed().isEmpty())
         cboPoOrRfq->setText(order);
     fillTree();
-    tvwAssembly->selectNumber(number);
+    tvwAssembly->selectNode(keyOf(number));
     tvwAssembly->setFocus();
     showModal();
     if (m_changed)
@@ -140,12 +165,49 @@ void frmAssemblyInfo::fillTree() {
                Buttons::Ok, Icon::Information);
         return;
     }
-    tvwAssembly->showNodes(m_assembly.nodes());
-    tvwAssembly->selectNumber(0);
+    showNodes();
+    tvwAssembly->selectNode(rootKey);
     if (!m_assembly.hasRoot()) {
         MsgBox(u"No root found for the Assembly Tree for "_s + selection(), Buttons::Ok,
                Icon::Exclamation);
     }
+}
+
+void frmAssemblyInfo::showNodes() {
+    using namespace controls;
+    tvwAssembly->addNode({}, {rootKey, u"Root"_s, pictures::folder()});
+    QHash<qint64, std::vector<TreeNode>> below;
+    for (const AssemblyNode& node : m_assembly.nodes())
+        below[node.under].push_back({keyOf(node.number), node.text(), pictures::page()});
+    // Each parent stands before its children.
+    std::vector<qint64> parents{0};
+    for (const AssemblyNode& node : m_assembly.nodes())
+        parents.push_back(node.number);
+    for (const qint64 parent : parents)
+        tvwAssembly->addNodes(keyOf(parent), below.value(parent));
+    for (const AssemblyNode& node : m_assembly.nodes()) {
+        if (node.isStray())
+            tvwAssembly->setRemark(keyOf(node.number),
+                                   u"A part of %1, which isn't shown above it"_s.arg(node.parent));
+    }
+    tvwAssembly->expandAll();
+}
+
+void frmAssemblyInfo::moveNode(qint64 number, qint64 under) {
+    const QString key = keyOf(number);
+    tvwAssembly->setRemark(key, {});
+    // By number, in front of those that only stand under the root for want of their parent.
+    int place = 0;
+    const QStringList siblings = tvwAssembly->childrenOf(keyOf(under));
+    for (const QString& sibling : siblings) {
+        if (sibling == key)
+            continue;
+        if (tvwAssembly->hasRemark(sibling) || numberOf(sibling) > number)
+            break;
+        ++place;
+    }
+    tvwAssembly->moveNode(key, keyOf(under), place);
+    tvwAssembly->selectNode(key);
 }
 
 void frmAssemblyInfo::hang(qint64 number, qint64 under) {
@@ -159,7 +221,7 @@ void frmAssemblyInfo::hang(qint64 number, qint64 under) {
     if (result == Hanging::Done) {
         m_changed = true;
         m_assembly.moved(number, under);
-        tvwAssembly->moveNumber(number, under);
+        moveNode(number, under);
         return;
     }
     const auto subject = [this](qint64 which) {
@@ -173,7 +235,7 @@ void frmAssemblyInfo::hang(qint64 number, qint64 under) {
                Buttons::Ok, Icon::Exclamation);
     }
     fillTree();
-    tvwAssembly->selectNumber(number);
+    tvwAssembly->selectNode(keyOf(number));
 }
 
 void frmAssemblyInfo::goTo(qint64 number) {

@@ -7,9 +7,11 @@
 
 class QLabel;
 
-namespace jobs {
+namespace controls {
+class Tree;
+}
 
-class AssemblyTreeView;
+namespace jobs {
 
 /// The assemblies among a customer's estimates or jobs, as a tree in which they are hung under each
 /// other.
@@ -24,6 +26,8 @@ class frmAssemblyInfo : public screen::Form, public estimating::AssemblyTree {
     void cboPoOrRfq_Click();
     void fillOrders();
     void fillTree();
+    void showNodes();
+    void moveNode(qint64 number, qint64 under);
     QString selection() const;
     void hang(qint64 number, qint64 under);
     void goTo(qint64 number);
@@ -32,7 +36,7 @@ class frmAssemblyInfo : public screen::Form, public estimating::AssemblyTree {
     controls::ListCombo* cboPoOrRfq;
     QLabel* lblPoOrRfq;
     QLabel* lblDescription;
-    AssemblyTreeView* tvwAssembly;
+    controls::Tree* tvwAssembly;
     QPushButton* cmdCut;
     QPushButton* cmdPaste;
     const AssemblyKind* m_kind;

@@ -43,7 +43,6 @@ core::ModuleDescriptor describe() {
     module.reportKey = u"Job.JobNo"_s;
     module.deleteTitle = u"Delete"_s;
     module.deleteText = u"You are about to delete the current Job. Are you sure?"_s;
-    module.deleteDefault = screen::Answer::No;
     module.emptyTableCloses = true;
     return module;
 }

@@ -26,22 +26,24 @@ void frmJobShip::Form_Load() {
     ListForm::Form_Load();
 }
 
-void frmJobShip::fill(controls::ListView& list) {
+std::vector<controls::ListRow> frmJobShip::rows() {
     jet::Recordset set = core::MainDatabase().openRecordset(
         u"SELECT jobship.*, employee.lastname, employee.firstname FROM jobship"
         " INNER JOIN employee ON jobship.shippedbyempid=employee.empid"
         " WHERE Jobno="_s +
             QString::number(m_jobNo) + u" ORDER BY shippeddate DESC"_s,
         jet::RecordsetType::Snapshot);
+    std::vector<controls::ListRow> found;
     for (; !set.eof(); set.moveNext()) {
         const auto date = set[u"ShippedDate"].toDate();
-        list.addRow(u"S"_s + set.text(u"JobShipID"),
-                    {date ? values::format(*date, u"Long Date") : QString(),
-                     values::format(set[u"Quantity"].toDouble(), u"#####0"),
-                     set.text(u"lastname") + u", "_s + set.text(u"firstname")});
+        found.push_back({u"S"_s + set.text(u"JobShipID"),
+                         {date ? values::format(*date, u"Long Date") : QString(),
+                          values::format(set[u"Quantity"].toDouble(), u"#####0"),
+                          set.text(u"lastname") + u", "_s + set.text(u"firstname")}});
     }
     for (const char16_t* button : {u"cmdEdit", u"cmdDelete"})
-        control(QString::fromUtf16(button))->setEnabled(list.rowCount() > 0);
+        control(QString::fromUtf16(button))->setEnabled(!found.empty());
+    return found;
 }
 
 void frmJobShip::showDialog(const QString& mode, qint64 jobShipId) {

@@ -16,7 +16,7 @@ class frmJobShip : public screen::ListForm {
     void cmdDelete_Click() override;
 
   protected:
-    void fill(controls::ListView& list) override;
+    std::vector<controls::ListRow> rows() override;
 
   private:
     void showDialog(const QString& mode, qint64 jobShipId);

@@ -3,6 +3,7 @@
 #include "core/MirsaMain.h"
 #include "masters/EmployeeChecks.h"
 #include "masters/EmployeePay.h"
+#include "platform/controls/DropMenu.h"
 #include "platform/screen/Forms.h"
 #include "platform/screen/Layout.h"
 #include "platform/screen/MsgBox.h"
@@ -42,6 +43,7 @@ frmEmpSalary::frmEmpSalary() : Form(QString::fromLatin1(formName), u"Salary Hist
     on(remove, &frmEmpSalary::cmdDelete_Click);
     on(close, [this] { unload(); });
     on(sprSalary->rowDoubleClicked, [this](int) { cmdEdit_Click(); });
+    controls::offerInMenu(sprSalary, {add, edit, remove});
     setCancelButton(close);
 }
 
@@ -97,8 +99,8 @@ void frmEmpSalary::cmdDelete_Click() {
                u"Nothing Selected"_s);
         return;
     }
-    if (MsgBox(u"Once Deleted, Salary data will be unrecoverable. Continue?"_s, Buttons::YesNo,
-               Icon::Question, u"Warning!"_s) != Answer::Yes)
+    if (!screen::confirmDeletion(u"Once Deleted, Salary data will be unrecoverable. Continue?"_s,
+                                 u"Warning!"_s))
         return;
     deleteSalary(core::MainDatabase(), m_empId, index);
     showHistory();

@@ -1,6 +1,7 @@
 #include "reporting/frmConfigReports.h"
 
 #include "core/MirsaMain.h"
+#include "platform/controls/DropMenu.h"
 #include "platform/screen/Forms.h"
 #include "platform/screen/Layout.h"
 #include "platform/values/Literals.h"
@@ -48,6 +49,7 @@ frmConfigReports::frmConfigReports() : Form(QString::fromLatin1(formName), u"Con
     on(cmdAdd, &frmConfigReports::cmdAdd_Click);
     on(cmdRemove, &frmConfigReports::cmdRemove_Click);
     on(cmdClose, [this] { unload(); });
+    controls::offerInMenu(sprReport, {cmdDefault, cmdAdd, cmdRemove});
 }
 
 void frmConfigReports::Form_Load() {
@@ -98,7 +100,7 @@ void frmConfigReports::cmdRemove_Click() {
                u"Delete Error"_s);
         return;
     }
-    if (MsgBox(u"Delete This Record?"_s, Buttons::OkCancel, Icon::Question) != Answer::Ok)
+    if (!screen::confirmDeletion(u"Delete This Record?"_s, {}, Icon::Question, Buttons::OkCancel))
         return;
     removeReport(core::MainDatabase(), name);
     dbcRtype_Change();

@@ -1,6 +1,7 @@
 #include "reporting/frmNewReport.h"
 
 #include "core/MirsaMain.h"
+#include "platform/controls/DropMenu.h"
 #include "platform/screen/Layout.h"
 #include "platform/values/Literals.h"
 
@@ -24,6 +25,7 @@ frmNewReport::frmNewReport()
     setDefaultButton(cmdSelect);
     setCancelButton(cmdCancel);
     on(filReport->rowDoubleClicked, [this](int) { cmdSelect_Click(); });
+    controls::offerInMenu(filReport, {cmdSelect});
     on(cmdSelect, &frmNewReport::cmdSelect_Click);
     on(cmdCancel, [this] { hideModal(); });
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/controls/Grid.h"
+#include "platform/controls/ListView.h"
 #include "platform/screen/Form.h"
 #include "reporting/ReportDialogs.h"
 

@@ -17,13 +17,15 @@ frmShifts::frmShifts()
     on(addButton(u"cmdShiftAuto"_s, u"&AutoMirsa Timer"_s), &frmShifts::cmdShiftAuto_Click);
 }
 
-void frmShifts::fill(controls::ListView& list) {
+std::vector<controls::ListRow> frmShifts::rows() {
     jet::Recordset set = core::MainDatabase().openRecordset(u"SELECT * FROM shifts ORDER BY id"_s,
                                                             jet::RecordsetType::Snapshot);
+    std::vector<controls::ListRow> found;
     for (; !set.eof(); set.moveNext()) {
         const QString id = set.text(u"ID");
-        list.addRow(u"I"_s + id, {id, set.text(u"Description")});
+        found.push_back({u"I"_s + id, {id, set.text(u"Description")}});
     }
+    return found;
 }
 
 bool frmShifts::CanChangeShifts() {

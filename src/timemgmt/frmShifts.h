@@ -17,7 +17,7 @@ class frmShifts : public screen::ListForm {
     void cmdShiftAuto_Click();
 
   protected:
-    void fill(controls::ListView& list) override;
+    std::vector<controls::ListRow> rows() override;
 
   private:
     bool CanChangeShifts();

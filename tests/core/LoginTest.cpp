@@ -73,6 +73,16 @@ TEST_P(Login, EveryWrongTurnLeavesTheDialogUpAndThenTheRightOneEndsIt) {
     EXPECT_EQ(core::shared().CurrentGroupNo, 3);
 }
 
+TEST_P(Login, TheNextSignInBeginsWithWhoWasThereLast) {
+    signIn(u"pat"_s, u"Lathe"_s);
+    onLogin([this] {
+        EXPECT_EQ(text(u"txtUserId"_s), u"pat"_s);
+        EXPECT_EQ(focusName(), u"txtUserPassword"_s);
+        typeOn(u"Lathe\n"_s);
+    });
+    EXPECT_TRUE(core::LoginUser());
+}
+
 TEST_P(Login, GivingUpLeavesTheUserWhoWasSignedIn) {
     core::shared().CurrentUserName = u"pat"_s;
     onLogin([this] {

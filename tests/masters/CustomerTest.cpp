@@ -268,6 +268,19 @@ TEST_P(Customer, GoToListsByNameOrByTheBeginningOfTheNumber) {
     EXPECT_EQ(company(), u"Shop 11"_s);
 }
 
+TEST_P(Customer, EnterOnAnUnknownNameSaysSoAndTheModuleStays) {
+    addThree();
+    ASSERT_TRUE(openModule());
+    const QString before = company();
+    expectBox(u"Zebra not found!"_s);
+    type(u"dbcCustomer"_s, u"Zebra"_s);
+    key(Qt::Key_Return);
+    EXPECT_TRUE(screen::Forms::isLoaded(u"frmCustomer"_s));
+    EXPECT_EQ(company(), before);
+    typeOn(u"Acme Tools"_s);
+    EXPECT_EQ(text(u"dbcCustomer"_s), u"Acme Tools"_s) << "what was typed is selected";
+}
+
 TEST_P(Customer, GoToByNumberBeepsForANumberThatIsNotThere) {
     addThree();
     ASSERT_TRUE(openModule());

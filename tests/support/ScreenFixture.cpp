@@ -2,6 +2,7 @@
 
 #include "platform/controls/Field.h"
 #include "platform/jet/Database.h"
+#include "platform/system/Remembered.h"
 #include "platform/values/Literals.h"
 
 #include <QAbstractButton>
@@ -15,6 +16,7 @@
 #include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QMenu>
 #include <QPlainTextEdit>
 #include <QRadioButton>
 #include <QStackedWidget>
@@ -55,6 +57,8 @@ class ScreenFixture::Watcher : public QObject {
 };
 
 ScreenFixture::ScreenFixture() {
+    platform::keepRememberedIn(m_remembered.filePath(u"remembered.ini"_s));
+    platform::setPerson({});
     m_shell = std::make_unique<QMainWindow>();
     m_shell->setObjectName(u"shell"_s);
     m_area = new QMdiArea(m_shell.get());
@@ -545,6 +549,54 @@ void ScreenFixture::doubleClickRow(const QString& grid, int row) {
     clickCell(grid, row, column);
     QTest::mouseDClick(found->viewport(), Qt::LeftButton, {}, found->visualRect(cell).center());
     settle();
+}
+
+QMenu* ScreenFixture::openMenu(const QString& list) {
+    auto* area = control<QAbstractItemView>(list);
+    if (!area)
+        return nullptr;
+    reveal(area);
+    area->setFocus();
+    QContextMenuEvent asks(QContextMenuEvent::Keyboard, {}, area->mapToGlobal(QPoint()));
+    QApplication::sendEvent(area, &asks);
+    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    if (!menu)
+        ADD_FAILURE() << list.toStdString() << " has no context menu";
+    return menu;
+}
+
+static QString plainEntry(const QAction* action) {
+    QString text = action->text().section(u'\t', 0, 0);
+    return text.remove(u'&');
+}
+
+QStringList ScreenFixture::menuOf(const QString& list) {
+    QStringList texts;
+    QMenu* menu = openMenu(list);
+    if (!menu)
+        return texts;
+    for (const QAction* action : menu->actions()) {
+        if (!action->isSeparator())
+            texts << (action->isEnabled() ? plainEntry(action) : u'[' + plainEntry(action) + u']');
+    }
+    menu->close();
+    return texts;
+}
+
+void ScreenFixture::pickFromMenu(const QString& list, const QString& entry) {
+    QMenu* menu = openMenu(list);
+    if (!menu)
+        return;
+    for (QAction* action : menu->actions()) {
+        if (plainEntry(action) == entry && action->isEnabled()) {
+            menu->setActiveAction(action);
+            QTest::keyClick(menu, Qt::Key_Return);
+            settle();
+            return;
+        }
+    }
+    menu->close();
+    ADD_FAILURE() << "The menu of " << list.toStdString() << " offers no " << entry.toStdString();
 }
 
 void ScreenFixture::selectRow(const QString& list, int row) {

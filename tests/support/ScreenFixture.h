@@ -11,6 +11,7 @@
 #include <QPointer>
 #include <QString>
 #include <QStringList>
+#include <QTemporaryDir>
 
 #include <deque>
 #include <functional>
@@ -19,6 +20,7 @@
 #include <optional>
 
 class QMdiArea;
+class QMenu;
 
 namespace jet {
 class Database;
@@ -88,6 +90,11 @@ class ScreenFixture : public ::testing::Test {
     void clickCell(const QString& grid, int row, int column);
     void doubleClickRow(const QString& grid, int row);
     void selectRow(const QString& list, int row);
+    /// Opens the context menu of a list or tree at its current row and chooses the entry of that
+    /// text, mnemonics and keys aside; fails the test where there is none that can be chosen.
+    void pickFromMenu(const QString& list, const QString& entry);
+    /// The texts of that menu, those that can't be chosen in brackets.
+    QStringList menuOf(const QString& list);
     /// Lets what waits in the event loop happen.
     void settle() const;
 
@@ -141,8 +148,10 @@ class ScreenFixture : public ::testing::Test {
     void dialogShown(screen::Form* dialog);
     void reveal(QWidget* widget) const;
     bool mayUse(QWidget* widget) const;
+    QMenu* openMenu(const QString& list);
     QTableView* view(const QString& name) const;
 
+    QTemporaryDir m_remembered;
     jet::Database* m_database = nullptr;
     std::unique_ptr<QMainWindow> m_shell;
     QMdiArea* m_area = nullptr;

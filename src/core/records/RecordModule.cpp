@@ -62,6 +62,7 @@ void RecordModule::bindNameList(controls::DataCombo* combo, const QString& selec
         if (isBrowse() && values::isNumeric(key))
             m_data->findFirst(m_descriptor.keyColumn + u" = "_s + key);
     });
+    on(combo->notOnList, [this] { complain(m_names->text() + u" not found!"_s, m_names); });
 }
 
 // Opening and activation
@@ -447,10 +448,8 @@ void RecordModule::cmdCancel_Click() {
 }
 
 bool RecordModule::askDelete() {
-    const Answer answer =
-        MsgBox(m_descriptor.deleteText, m_descriptor.deleteButtons, m_descriptor.deleteIcon,
-               m_descriptor.deleteTitle, m_descriptor.deleteDefault);
-    return answer == Answer::Yes || answer == Answer::Ok;
+    return screen::confirmDeletion(m_descriptor.deleteText, m_descriptor.deleteTitle,
+                                   m_descriptor.deleteIcon, m_descriptor.deleteButtons);
 }
 
 void RecordModule::cmdDelete_Click() {

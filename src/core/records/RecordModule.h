@@ -49,7 +49,6 @@ struct ModuleDescriptor {
     QString deleteText = {};
     screen::Buttons deleteButtons = screen::Buttons::YesNo;
     screen::Icon deleteIcon = screen::Icon::Question;
-    screen::Answer deleteDefault = screen::Answer{};
 
     /// What No to the question of the empty table does: close the module, or stay in it, empty.
     bool emptyTableCloses = false;

@@ -2,6 +2,7 @@
 
 #include "core/MirsaMain.h"
 #include "core/records/RecordScreen.h"
+#include "platform/controls/DropMenu.h"
 #include "platform/screen/Forms.h"
 #include "platform/screen/Layout.h"
 #include "platform/values/Literals.h"
@@ -127,6 +128,7 @@ ReferenceList::ReferenceList(const ReferenceTable& table)
     on(m_delete, &ReferenceList::cmdDelete_Click);
     on(cmdClose, [this] { unload(); });
     on(lvwMI->rowDoubleClicked, [this](int) { cmdEdit_Click(); });
+    controls::offerInMenu(lvwMI, {cmdNew, m_edit, m_delete});
 }
 
 void ReferenceList::Form_Load() {
@@ -138,19 +140,16 @@ void ReferenceList::Form_Activate() {
 }
 
 void ReferenceList::reload() {
-    const int selected = lvwMI->selectedRow();
-    const QString key = lvwMI->selectedKey();
-    jet::Recordset rows =
+    jet::Recordset set =
         MainDatabase().openRecordset(m_table.listSelect, jet::RecordsetType::Snapshot);
-    lvwMI->clearRows();
-    for (; !rows.eof(); rows.moveNext()) {
+    std::vector<controls::ListRow> rows;
+    for (; !set.eof(); set.moveNext()) {
         QStringList texts;
         for (const ReferenceListColumn& column : m_table.listColumns)
-            texts += rows.text(column.column);
-        lvwMI->addRow(u'K' + rows.text(m_table.key), texts);
+            texts += set.text(column.column);
+        rows.push_back({u'K' + set.text(m_table.key), texts});
     }
-    if (key.isEmpty() || !lvwMI->selectKey(key))
-        lvwMI->selectPlace(std::max(selected, 0));
+    lvwMI->setRows(std::move(rows));
     showButtons();
 }
 
@@ -200,7 +199,7 @@ void ReferenceList::cmdDelete_Click() {
         MsgBox(refusal, Buttons::Ok, Icon::Exclamation, m_table.refusalTitle);
         return;
     }
-    if (MsgBox(u"Delete this item?"_s, Buttons::YesNo, Icon::Question, u"Delete"_s) != Answer::Yes)
+    if (!screen::confirmDeletion(u"Delete this item?"_s, u"Delete"_s))
         return;
     MainDatabase().execute(m_table.remove(lvwMI->keyNumber(lvwMI->selectedRow()), texts));
     changed();

@@ -92,23 +92,24 @@ void OperationPicker::load(jet::Database& database, const QString& available,
     lvwAvail->selectRow(0);
 }
 
-void OperationPicker::addRow(controls::ListView* list, const Entry& entry, bool withNotes) {
-    QStringList texts{entry.contractor ? entry.description + u"  *oc"_s : entry.description};
-    if (withNotes)
-        texts << (entry.useNote ? u"yes"_s : u"no"_s);
-    list->addRow(u"O"_s + QString::number(entry.operNo), texts,
-                 entry.hasNote ? noteIcon() : noNoteIcon(),
-                 entry.hasNote ? u"has a default note"_s : QString());
+void OperationPicker::showLists() {
+    show(lvwAvail, m_available, false);
+    show(lvwSel, m_picked, m_withNotes);
+    showChosen();
 }
 
-void OperationPicker::showLists() {
-    lvwAvail->clearRows();
-    for (const Entry& entry : m_available)
-        addRow(lvwAvail, entry, false);
-    lvwSel->clearRows();
-    for (const Entry& entry : m_picked)
-        addRow(lvwSel, entry, m_withNotes);
-    showChosen();
+void OperationPicker::show(controls::ListView* list, const std::vector<Entry>& entries,
+                           bool withNotes) {
+    std::vector<controls::ListRow> rows;
+    for (const Entry& entry : entries) {
+        QStringList texts{entry.contractor ? entry.description + u"  *oc"_s : entry.description};
+        if (withNotes)
+            texts << (entry.useNote ? u"yes"_s : u"no"_s);
+        rows.push_back({u"O"_s + QString::number(entry.operNo), texts,
+                        entry.hasNote ? noteIcon() : noNoteIcon(),
+                        entry.hasNote ? u"has a default note"_s : QString()});
+    }
+    list->setRows(std::move(rows));
 }
 
 void OperationPicker::moveAcross(controls::ListView* list, std::vector<Entry>& from,

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "estimating/Routing.h"
-#include "platform/controls/Grid.h"
+#include "platform/controls/ListView.h"
 #include "platform/screen/Form.h"
 
 #include <QWidget>
@@ -39,7 +39,7 @@ class OperationPicker : public QWidget {
     void showLists();
     void showChosen();
     void moveAcross(controls::ListView* list, std::vector<Entry>& from, std::vector<Entry>& to);
-    void addRow(controls::ListView* list, const Entry& entry, bool withNotes);
+    static void show(controls::ListView* list, const std::vector<Entry>& entries, bool withNotes);
 
     screen::Form& m_form;
     bool m_withNotes;

@@ -4,6 +4,7 @@
 #include "estimating/NoteStaging.h"
 #include "estimating/routing/Dialogs.h"
 #include "estimating/routing/Pictures.h"
+#include "platform/controls/Splitter.h"
 #include "platform/screen/Forms.h"
 #include "platform/screen/Layout.h"
 #include "platform/screen/MsgBox.h"
@@ -15,7 +16,6 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
-#include <QSplitter>
 #include <QVBoxLayout>
 
 namespace estimating {
@@ -65,7 +65,7 @@ RoutingPanel::RoutingPanel(screen::Form& form, const RoutingKind& kind, Qt::Orie
     : QWidget(&form), m_form(form), m_kind(kind) {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
-    auto* splitter = new QSplitter(orientation, this);
+    auto* splitter = screen::named(new controls::Splitter(orientation, this), u"splRouting"_s);
     splitter->setChildrenCollapsible(false);
     splitter->addWidget(operPane());
     splitter->addWidget(miscPane());

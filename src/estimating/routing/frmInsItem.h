@@ -1,7 +1,7 @@
 #pragma once
 
 #include "estimating/routing/Dialogs.h"
-#include "platform/controls/Grid.h"
+#include "platform/controls/ListView.h"
 #include "platform/controls/TextField.h"
 #include "platform/screen/Form.h"
 

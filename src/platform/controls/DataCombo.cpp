@@ -196,6 +196,11 @@ void DataCombo::keyPressEvent(QKeyEvent* event) {
         return;
     }
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (enter && notOnList.isConnected() && !text().isEmpty() && rowOf(text()) < 0) {
+        lineEdit()->selectAll();
+        notOnList();
+        return;
+    }
     QComboBox::keyPressEvent(event);
     if (enter)
         takeTyped();

@@ -45,6 +45,9 @@ class DataCombo : public QComboBox, public Field {
     void setUpperCase(bool upper);
 
     Event<> chosen; ///< the user chose a row from the list or completed its text
+    /// Enter on a text that is on no row. Who wires this has that Enter for himself; the text is
+    /// selected, to be typed over.
+    Event<> notOnList;
 
   protected:
     void focusInEvent(QFocusEvent* event) override;

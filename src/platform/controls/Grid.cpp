@@ -1,9 +1,12 @@
 #include "platform/controls/Grid.h"
 
+#include "platform/controls/DropMenu.h"
 #include "platform/controls/GridDelegate.h"
 #include "platform/controls/GridModel.h"
+#include "platform/controls/GridTools.h"
 #include "platform/controls/Look.h"
 
+#include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QKeyEvent>
 
@@ -11,7 +14,8 @@ namespace controls {
 
 Grid::Grid(QWidget* parent)
     : QTableView(parent), m_model(std::make_unique<GridModel>()),
-      m_looks(std::make_unique<GridLooks>(*this, *m_model)) {
+      m_looks(std::make_unique<GridLooks>(*this, *m_model)),
+      m_tools(std::make_unique<GridTools>(*this, *m_model)), m_menu(new DropMenu(this)) {
     setItemDelegate(new GridDelegate(*m_model, this));
     setSelectionBehavior(SelectRows);
     setEditTriggers(DoubleClicked | EditKeyPressed | AnyKeyPressed);
@@ -47,6 +51,7 @@ int Grid::columnCount() const {
 
 void Grid::setRowCount(int rows) {
     m_model->resize(rows);
+    activateFirst();
 }
 
 void Grid::insertRow(int row) {
@@ -62,6 +67,35 @@ void Grid::setRows(std::vector<QStringList> rows) {
     for (size_t i = 0; i < rows.size(); ++i)
         made[i].texts = std::move(rows[i]);
     m_model->replace(std::move(made));
+    activateFirst();
+}
+
+void Grid::activateFirst() {
+    if (rowCount() == 0 || currentIndex().isValid())
+        return;
+    // Where rows are selected to be printed or deleted, it is the user who selects them.
+    int column = 0;
+    while (column < columnCount() - 1 && isColumnHidden(column))
+        ++column;
+    const auto first = m_model->index(0, column);
+    if (m_rowsToSelect)
+        selectionModel()->setCurrentIndex(first, QItemSelectionModel::NoUpdate);
+    else
+        setCurrentIndex(first);
+}
+
+void Grid::setRowsToSelect(bool rowsToSelect) {
+    m_rowsToSelect = rowsToSelect;
+    setSelectionBehavior(rowsToSelect ? SelectRows : selectionBehavior());
+}
+
+std::vector<int> Grid::selectedRows() const {
+    std::vector<int> rows;
+    const auto chosen = selectionModel()->selectedRows();
+    for (const QModelIndex& row : chosen)
+        rows.push_back(row.row());
+    std::sort(rows.begin(), rows.end());
+    return rows;
 }
 
 QString Grid::text(int row, int column) const {
@@ -207,13 +241,25 @@ bool Grid::press(const QModelIndex& cell) {
     return false;
 }
 
+bool Grid::event(QEvent* event) {
+    if (event->type() == QEvent::ShortcutOverride &&
+        GridTools::isOwn(*static_cast<QKeyEvent*>(event)))
+        event->accept();
+    return QTableView::event(event);
+}
+
+void Grid::contextMenuEvent(QContextMenuEvent* event) {
+    m_menu->clear();
+    menuAsked(*m_menu);
+    const bool byKey = event->reason() == QContextMenuEvent::Keyboard;
+    m_tools->openMenu(*m_menu, byKey ? visualRect(currentIndex()).center() : event->pos());
+}
+
 void Grid::keyPressEvent(QKeyEvent* event) {
     const auto cell = currentIndex();
     const bool editable = cell.isValid() && (cell.flags() & Qt::ItemIsEditable);
-    if (event->matches(QKeySequence::Copy)) {
-        m_looks->copy();
+    if (m_tools->press(*event))
         return;
-    }
     switch (event->key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:

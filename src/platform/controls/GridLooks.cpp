@@ -1,30 +1,14 @@
 #include "platform/controls/GridModel.h"
+#include "platform/controls/Look.h"
+#include "platform/system/Remembered.h"
 #include "platform/values/Literals.h"
 
-#include <QClipboard>
-#include <QGuiApplication>
-#include <QHash>
 #include <QHeaderView>
+#include <QSet>
+#include <QTableView>
 #include <QTimer>
 
-#include <algorithm>
-
 namespace controls {
-
-namespace {
-
-struct Kept {
-    std::vector<int> widths;
-    int sortColumn = -1;
-    Qt::SortOrder order = Qt::AscendingOrder;
-};
-
-QHash<QString, Kept>& keptLooks() {
-    static QHash<QString, Kept> looks;
-    return looks;
-}
-
-} // namespace
 
 GridLooks::GridLooks(QTableView& view, GridModel& model) : m_view(view), m_model(model) {
     view.setModel(&model);
@@ -43,8 +27,16 @@ GridLooks::GridLooks(QTableView& view, GridModel& model) : m_view(view), m_model
         const bool fills = header->visualIndex(column) == header->count() - 1;
         if (m_applying || fills || !m_view.isVisible())
             return;
-        m_userWidths = true;
+        m_userColumns = true;
         stretch();
+    });
+    QObject::connect(header, &QHeaderView::sectionMoved, &view, [this] {
+        if (!m_applying)
+            m_userColumns = true;
+    });
+    QObject::connect(header, &QHeaderView::sortIndicatorChanged, &view, [this](int column) {
+        if (column >= 0)
+            m_userSort = true;
     });
     QObject::connect(&model, &QAbstractItemModel::rowsInserted, &view,
                      [this] { sortAgainLater(); });
@@ -57,7 +49,9 @@ void GridLooks::applyWidths() {
     const QFontMetrics metrics = m_view.fontMetrics();
     m_view.verticalHeader()->setDefaultSectionSize(metrics.height() + 6);
     auto* header = m_view.horizontalHeader();
-    if (!m_userWidths) {
+    // Where one types from cell to cell the columns stay in their order.
+    header->setSectionsMovable(m_sortable && !m_model.hasEditableColumn());
+    if (!m_userColumns) {
         for (int column = 0; column < m_model.columnCount(); ++column) {
             const int asked = metrics.averageCharWidth() * m_model.column(column).characters + 12;
             header->resizeSection(column, std::max(asked, header->sectionSizeHint(column) + 4));
@@ -116,63 +110,86 @@ void GridLooks::sortNow() {
 }
 
 QString GridLooks::place() const {
-    for (const QWidget* above = m_view.parentWidget(); above; above = above->parentWidget()) {
-        if (above->objectName().startsWith(u"frm", Qt::CaseInsensitive))
-            return above->objectName().toLower() + u'/' + m_view.objectName();
-    }
-    return {};
+    const QString screen = screenName(&m_view);
+    return screen.isEmpty() ? QString()
+                            : u"lists/"_s + screen + u'/' + m_view.objectName().toLower();
+}
+
+QStringList GridLooks::titles() const {
+    QStringList titles;
+    for (int column = 0; column < m_model.columnCount(); ++column)
+        titles << m_model.column(column).title;
+    return titles;
 }
 
 void GridLooks::shown() {
-    const auto kept = keptLooks().constFind(place());
-    if (m_restored || kept == keptLooks().constEnd())
+    const QString name = place();
+    if (m_restored || name.isEmpty())
         return;
     m_restored = true;
-    if (int(kept->widths.size()) == m_model.columnCount()) {
-        m_applying = true;
-        for (int column = 0; column < m_model.columnCount(); ++column)
-            m_view.setColumnWidth(column, kept->widths[size_t(column)]);
-        m_applying = false;
-        m_userWidths = true;
+    restoreColumns(name);
+    restoreSort(name);
+}
+
+void GridLooks::restoreColumns(const QString& name) {
+    const QStringList kept = platform::remembered(name + u"/columns"_s).toStringList();
+    const QStringList here = titles();
+    // A program that has other columns by now begins anew.
+    QStringList a = kept;
+    QStringList b = here;
+    a.sort();
+    b.sort();
+    const QStringList widths = platform::remembered(name + u"/widths"_s).toStringList();
+    if (kept.isEmpty() || a != b || widths.size() != kept.size())
+        return;
+    m_applying = true;
+    auto* header = m_view.horizontalHeader();
+    QSet<int> placed;
+    for (int to = 0; to < kept.size(); ++to) {
+        int column = int(here.indexOf(kept[to]));
+        while (placed.contains(column)) // of columns without a title, say, the next
+            column = int(here.indexOf(kept[to], column + 1));
+        placed.insert(column);
+        if (header->sectionsMovable())
+            header->moveSection(header->visualIndex(column), to);
+        if (widths[to].toInt() > 0)
+            header->resizeSection(column, widths[to].toInt());
     }
-    if (m_sortable && kept->sortColumn >= 0 && kept->sortColumn < m_model.columnCount())
-        m_view.sortByColumn(kept->sortColumn, kept->order);
+    m_applying = false;
+    m_userColumns = true;
+}
+
+void GridLooks::restoreSort(const QString& name) {
+    const QString sort = platform::remembered(name + u"/sort"_s).toString();
+    const int column = int(titles().indexOf(sort.mid(1)));
+    if (!m_sortable || sort.isEmpty() || column < 0)
+        return;
+    m_userSort = true;
+    m_view.sortByColumn(column, sort.startsWith(u'-') ? Qt::DescendingOrder : Qt::AscendingOrder);
 }
 
 void GridLooks::hidden() {
     const QString name = place();
+    if (name.isEmpty())
+        return;
     const auto* header = m_view.horizontalHeader();
-    const int sortColumn = m_sortable ? header->sortIndicatorSection() : -1;
-    if (name.isEmpty() || (!m_userWidths && sortColumn < 0))
-        return;
-    Kept kept{{}, sortColumn, header->sortIndicatorOrder()};
-    for (int column = 0; m_userWidths && column < m_model.columnCount(); ++column)
-        kept.widths.push_back(m_view.columnWidth(column));
-    keptLooks().insert(name, kept);
-}
-
-void GridLooks::copy() const {
-    auto chosen = m_view.selectionModel()->selectedIndexes();
-    if (chosen.isEmpty())
-        return;
-    std::sort(chosen.begin(), chosen.end());
-    QString lines;
-    int row = chosen.first().row();
-    bool atStart = true;
-    for (const QModelIndex& cell : std::as_const(chosen)) {
-        if (m_view.isColumnHidden(cell.column()))
-            continue;
-        if (cell.row() != row)
-            lines += u'\n';
-        else if (!atStart)
-            lines += u'\t';
-        row = cell.row();
-        atStart = false;
-        const bool isCheck = m_model.column(cell.column()).kind == GridColumn::Kind::Check;
-        QString text = cell.data(isCheck ? Qt::EditRole : Qt::DisplayRole).toString();
-        lines += text.replace(u"\r\n"_s, u" "_s).replace(u'\n', u' ').replace(u'\t', u' ');
+    const QStringList here = titles();
+    if (m_userColumns) {
+        QStringList columns;
+        QStringList widths;
+        for (int at = 0; at < header->count(); ++at) {
+            const int column = header->logicalIndex(at);
+            columns << here.value(column);
+            widths << QString::number(header->sectionSize(column));
+        }
+        platform::remember(name + u"/columns"_s, columns);
+        platform::remember(name + u"/widths"_s, widths);
     }
-    QGuiApplication::clipboard()->setText(lines);
+    const int sorted = m_sortable ? header->sortIndicatorSection() : -1;
+    if (m_userSort && sorted >= 0) {
+        const bool down = header->sortIndicatorOrder() == Qt::DescendingOrder;
+        platform::remember(name + u"/sort"_s, (down ? u"-"_s : u"+"_s) + here.value(sorted));
+    }
 }
 
 } // namespace controls

@@ -1,14 +1,15 @@
 #include "platform/controls/GridModel.h"
 
-#include "platform/values/Format.h"
+#include "platform/values/Csv.h"
 #include "platform/values/Literals.h"
 #include "platform/values/Numbers.h"
 
 #include <QApplication>
-#include <QLocale>
+#include <QHash>
 #include <QPalette>
 
 #include <algorithm>
+#include <limits>
 #include <numeric>
 
 namespace controls {
@@ -65,6 +66,66 @@ void GridModel::replace(std::vector<GridRow> rows) {
     beginResetModel();
     m_rows = std::move(rows);
     endResetModel();
+}
+
+void GridModel::setRow(int row, GridRow content) {
+    m_rows[size_t(row)] = std::move(content);
+    rowTouched(row);
+}
+
+bool GridModel::patch(std::vector<GridRow> rows) {
+    QHash<QString, size_t> wanted;
+    wanted.reserve(qsizetype(rows.size()));
+    for (size_t i = 0; i < rows.size(); ++i)
+        wanted.insert(rows[i].tag, i);
+    QHash<QString, size_t> there;
+    there.reserve(qsizetype(m_rows.size()));
+    size_t gone = 0;
+    for (size_t i = 0; i < m_rows.size(); ++i) {
+        there.insert(m_rows[i].tag, i);
+        gone += wanted.contains(m_rows[i].tag) ? 0 : 1;
+    }
+    // Taking rows out one by one costs a move of all behind them.
+    constexpr size_t most = 200;
+    if (size_t(wanted.size()) != rows.size() || size_t(there.size()) != m_rows.size() ||
+        gone > most) {
+        replace(std::move(rows));
+        return false;
+    }
+    for (int row = this->rows() - 1; row >= 0; --row) {
+        if (!wanted.contains(m_rows[size_t(row)].tag))
+            remove(row);
+    }
+    const size_t stay = m_rows.size();
+    if (rows.size() > stay) {
+        beginInsertRows({}, int(stay), int(rows.size()) - 1);
+        for (const GridRow& row : rows) {
+            if (!there.contains(row.tag)) {
+                GridRow fresh;
+                fresh.tag = row.tag;
+                m_rows.push_back(std::move(fresh));
+            }
+        }
+        endInsertRows();
+    }
+    std::vector<size_t> places(rows.size()); // where the row stands that belongs here
+    bool moved = false;
+    for (size_t i = 0; i < m_rows.size(); ++i) {
+        const size_t to = wanted.value(m_rows[i].tag);
+        places[to] = i;
+        moved = moved || to != i;
+    }
+    if (moved)
+        reorder(places);
+    for (size_t i = 0; i < rows.size(); ++i) {
+        const GridRow& old = m_rows[i];
+        const bool same = old.texts == rows[i].texts && old.iconText == rows[i].iconText &&
+                          old.icon.cacheKey() == rows[i].icon.cacheKey() &&
+                          old.colour == rows[i].colour && !old.extras && !rows[i].extras;
+        if (!same)
+            setRow(int(i), std::move(rows[i]));
+    }
+    return true;
 }
 
 void GridModel::swapRows(int a, int b) {
@@ -130,6 +191,36 @@ void GridModel::setText(int row, int column, const QString& text) {
         texts << QString();
     texts[column] = text;
     touched(row, column);
+}
+
+QString GridModel::plainText(int row, int column) const {
+    const CellExtra* cell = extra(row, column);
+    if (cell && cell->hidden)
+        return {};
+    const QString text = m_rows[size_t(row)].texts.value(column);
+    return text.isEmpty() && cell ? cell->pictureText : text;
+}
+
+bool GridModel::holdsDates(int column) const {
+    return !valuesOf(column, values::dayNumber).empty();
+}
+
+std::vector<double>
+GridModel::valuesOf(int column,
+                    const std::function<std::optional<double>(QStringView)>& valueOf) const {
+    std::vector<double> found(m_rows.size(), std::numeric_limits<double>::lowest());
+    bool any = false;
+    for (size_t i = 0; i < m_rows.size(); ++i) {
+        const QString text = m_rows[i].texts.value(column);
+        if (QStringView(text).trimmed().isEmpty())
+            continue;
+        const auto value = valueOf(text);
+        if (!value)
+            return {};
+        found[i] = *value;
+        any = true;
+    }
+    return any ? found : std::vector<double>();
 }
 
 bool GridModel::isChecked(int row, int column) const {
@@ -278,63 +369,44 @@ Qt::ItemFlags GridModel::flags(const QModelIndex& index) const {
     return flags;
 }
 
-namespace {
-
-/// The date that a cell shows in the short or the long form.
-QDate shownDate(const QString& text) {
-    if (text.contains(u'/'))
-        return values::dateFromText(text);
-    return QLocale::c().toDate(text, u"dddd, MMMM d, yyyy"_s);
-}
-
-} // namespace
-
 void GridModel::sort(int column, Qt::SortOrder order) {
     if (column < 0 || column >= columnCount() || rows() < 2)
         return;
     // A column of nothing but numbers sorts by value, one of dates by date, any other as text.
-    const auto count = m_rows.size();
-    std::vector<double> numbers(count, 0.0);
-    std::vector<QString> texts(count);
-    bool allNumbers = true;
-    bool allDates = true;
-    const bool asNumber = m_columns[size_t(column)].kind == GridColumn::Kind::Number;
-    for (size_t i = 0; i < count; ++i) {
-        const QString text = m_rows[i].texts.value(column).trimmed();
-        texts[i] = text.toCaseFolded();
-        if (text.isEmpty())
-            continue;
-        QString plain = text;
+    const bool isNumber = m_columns[size_t(column)].kind == GridColumn::Kind::Number;
+    std::vector<double> numbers = valuesOf(column, [isNumber](QStringView text) {
+        if (isNumber)
+            return std::optional(values::val(values::plainNumber(text)));
+        QString plain = text.toString();
         plain.remove(u',').remove(u'$');
-        allNumbers = allNumbers && (asNumber || values::isNumeric(plain));
-        allDates = allDates && shownDate(text).isValid();
-        numbers[i] = values::val(plain);
-    }
-    const bool byValue = allNumbers || allDates;
-    if (allDates) {
-        for (size_t i = 0; i < count; ++i)
-            numbers[i] = texts[i].isEmpty() ? 0.0 : double(shownDate(texts[i]).toJulianDay());
+        return values::isNumeric(plain) ? std::optional(values::val(plain)) : std::nullopt;
+    });
+    if (numbers.empty())
+        numbers = valuesOf(column, values::dayNumber);
+    std::vector<QString> texts;
+    if (numbers.empty()) {
+        texts.reserve(m_rows.size());
+        for (const GridRow& row : m_rows)
+            texts.push_back(row.texts.value(column).trimmed().toCaseFolded());
     }
 
-    std::vector<size_t> places(count);
+    std::vector<size_t> places(m_rows.size());
     std::iota(places.begin(), places.end(), size_t{0});
     const auto before = [&](size_t a, size_t b) {
-        if (byValue) {
-            if (texts[a].isEmpty() != texts[b].isEmpty())
-                return texts[a].isEmpty();
-            return numbers[a] < numbers[b];
-        }
-        return texts[a] < texts[b];
+        return texts.empty() ? numbers[a] < numbers[b] : texts[a] < texts[b];
     };
     std::stable_sort(places.begin(), places.end(), [&](size_t a, size_t b) {
         return order == Qt::AscendingOrder ? before(a, b) : before(b, a);
     });
+    reorder(places);
+}
 
+void GridModel::reorder(const std::vector<size_t>& places) {
     layoutAboutToBeChanged({}, QAbstractItemModel::VerticalSortHint);
     std::vector<GridRow> sorted;
-    sorted.reserve(count);
-    std::vector<int> newPlace(count);
-    for (size_t i = 0; i < count; ++i) {
+    sorted.reserve(places.size());
+    std::vector<int> newPlace(places.size());
+    for (size_t i = 0; i < places.size(); ++i) {
         newPlace[places[i]] = int(i);
         sorted.push_back(std::move(m_rows[places[i]]));
     }

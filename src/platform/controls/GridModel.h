@@ -1,13 +1,18 @@
 #pragma once
 
-#include "platform/controls/Grid.h"
+#include "platform/controls/GridColumn.h"
 
 #include <QAbstractTableModel>
+#include <QColor>
+#include <QIcon>
 
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <vector>
+
+class QTableView;
 
 namespace controls {
 
@@ -47,6 +52,10 @@ class GridModel : public QAbstractTableModel {
     void remove(int row);
     void resize(int count);
     void replace(std::vector<GridRow> rows);
+    /// Makes these the rows, by their tags: what stays keeps its marks in the views, and only what
+    /// changed is told. False where tags aren't unique or so much went that all was replaced.
+    bool patch(std::vector<GridRow> rows);
+    void setRow(int row, GridRow content);
     void swapRows(int a, int b);
     void move(int from, int to);
 
@@ -55,6 +64,11 @@ class GridModel : public QAbstractTableModel {
     const CellExtra* extra(int row, int column) const;
     CellExtra& makeExtra(int row, int column);
     void setText(int row, int column, const QString& text);
+    /// What a copy or a file holds of a cell: nothing of a hidden one, a picture's words where
+    /// there is no text.
+    QString plainText(int row, int column) const;
+    /// Whether a column shows dates and nothing else.
+    bool holdsDates(int column) const;
     bool isChecked(int row, int column) const;
     bool isEditable(int row, int column) const;
     bool isShown(int row, int column, const QString& text) const {
@@ -86,12 +100,18 @@ class GridModel : public QAbstractTableModel {
     void sort(int column, Qt::SortOrder order) override;
 
   private:
+    /// What stands in each row of a column, the lowest number for an empty cell; nothing where a
+    /// cell has no value, or all are empty.
+    std::vector<double>
+    valuesOf(int column, const std::function<std::optional<double>(QStringView)>& valueOf) const;
+    void reorder(const std::vector<size_t>& places);
     std::vector<GridColumn> m_columns;
     std::vector<GridRow> m_rows;
     bool m_locked = false;
 };
 
-/// Widths, sorting and looks that Grid and ListView share.
+/// Column widths, their order, the sort and the looks that Grid and ListView share. What the user
+/// changed is remembered for him under the names of the screen and the list.
 class GridLooks {
   public:
     GridLooks(QTableView& view, GridModel& model);
@@ -104,16 +124,18 @@ class GridLooks {
     void sortNow();
     void shown();
     void hidden();
-    /// The selected rows, or cells, as lines with tabs, to the clipboard.
-    void copy() const;
 
   private:
     QString place() const;
+    QStringList titles() const;
     void sortAgainLater();
+    void restoreColumns(const QString& name);
+    void restoreSort(const QString& name);
     QTableView& m_view;
     GridModel& m_model;
     bool m_sortable = false;
-    bool m_userWidths = false;
+    bool m_userColumns = false; ///< the user changed widths or order
+    bool m_userSort = false;
     bool m_applying = false;
     bool m_sortPending = false;
     bool m_restored = false;

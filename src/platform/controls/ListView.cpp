@@ -1,6 +1,10 @@
-#include "platform/controls/Grid.h"
-#include "platform/controls/GridModel.h"
+#include "platform/controls/ListView.h"
 
+#include "platform/controls/DropMenu.h"
+#include "platform/controls/GridModel.h"
+#include "platform/controls/GridTools.h"
+
+#include <QContextMenuEvent>
 #include <QDateTime>
 #include <QKeyEvent>
 
@@ -22,11 +26,21 @@ class Quiet {
     int& m_depth;
 };
 
+GridRow modelRow(ListRow row) {
+    GridRow made;
+    made.tag = std::move(row.key);
+    made.texts = std::move(row.texts);
+    made.icon = std::move(row.icon);
+    made.iconText = std::move(row.iconText);
+    return made;
+}
+
 } // namespace
 
 ListView::ListView(QWidget* parent)
     : QTableView(parent), m_model(std::make_unique<GridModel>()),
-      m_looks(std::make_unique<GridLooks>(*this, *m_model)) {
+      m_looks(std::make_unique<GridLooks>(*this, *m_model)),
+      m_tools(std::make_unique<GridTools>(*this, *m_model)), m_menu(new DropMenu(this)) {
     setSelectionBehavior(SelectRows);
     setSelectionMode(SingleSelection);
     setEditTriggers(NoEditTriggers);
@@ -57,6 +71,35 @@ void ListView::setSortable(bool sortable) {
     m_looks->setSortable(sortable);
 }
 
+void ListView::setRows(std::vector<ListRow> rows) {
+    const Quiet quiet(m_byProgram);
+    const int place = selectedRow();
+    const QString selected = selectedKey();
+    std::vector<GridRow> made;
+    made.reserve(rows.size());
+    for (ListRow& row : rows)
+        made.push_back(modelRow(std::move(row)));
+    const bool patched = m_model->patch(std::move(made));
+    m_looks->sortNow();
+    if (patched && selectedRow() >= 0)
+        return;
+    if (selected.isEmpty() || !selectKey(selected))
+        selectRow(std::max(place, 0));
+}
+
+void ListView::patchRow(ListRow row) {
+    const Quiet quiet(m_byProgram);
+    const int place = rowOf(row.key);
+    if (place >= 0)
+        m_model->setRow(place, modelRow(std::move(row)));
+    else
+        m_model->insert(m_model->rows(), modelRow(std::move(row)));
+}
+
+void ListView::removeKey(const QString& key) {
+    removeRow(rowOf(key));
+}
+
 void ListView::clearRows() {
     const Quiet quiet(m_byProgram);
     m_model->replace({});
@@ -64,12 +107,7 @@ void ListView::clearRows() {
 
 void ListView::addRow(const QString& key, const QStringList& texts, const QIcon& icon,
                       const QString& iconText) {
-    GridRow row;
-    row.tag = key;
-    row.texts = texts;
-    row.icon = icon;
-    row.iconText = iconText;
-    m_model->insert(m_model->rows(), std::move(row));
+    m_model->insert(m_model->rows(), modelRow({key, texts, icon, iconText}));
 }
 
 int ListView::rowCount() const {
@@ -85,6 +123,14 @@ void ListView::setRowText(int row, int column, const QString& text) {
         m_model->setText(row, column, text);
 }
 
+void ListView::setRowIcon(int row, const QIcon& icon, const QString& iconText) {
+    if (row < 0 || row >= rowCount())
+        return;
+    m_model->row(row).icon = icon;
+    m_model->row(row).iconText = iconText;
+    m_model->rowTouched(row);
+}
+
 void ListView::removeRow(int row) {
     const Quiet quiet(m_byProgram);
     m_model->remove(row);
@@ -92,6 +138,14 @@ void ListView::removeRow(int row) {
 
 void ListView::swapRows(int a, int b) {
     m_model->swapRows(a, b);
+}
+
+int ListView::rowOf(const QString& key) const {
+    for (int row = 0; row < rowCount(); ++row) {
+        if (m_model->row(row).tag == key)
+            return row;
+    }
+    return -1;
 }
 
 QString ListView::key(int row) const {
@@ -128,6 +182,13 @@ QString ListView::selectedKey() const {
     return key(selectedRow());
 }
 
+QStringList ListView::selectedKeys() const {
+    QStringList keys;
+    for (const int row : selectedRows())
+        keys << key(row);
+    return keys;
+}
+
 void ListView::selectRow(int row) {
     if (rowCount() == 0)
         return;
@@ -145,13 +206,10 @@ void ListView::selectPlace(int place) {
 }
 
 bool ListView::selectKey(const QString& key) {
-    for (int row = 0; row < rowCount(); ++row) {
-        if (m_model->row(row).tag == key) {
-            selectRow(row);
-            return true;
-        }
-    }
-    return false;
+    const int row = rowOf(key);
+    if (row >= 0)
+        selectRow(row);
+    return row >= 0;
 }
 
 void ListView::keyboardSearch(const QString& typed) {
@@ -188,11 +246,23 @@ QModelIndex ListView::moveCursor(CursorAction action, Qt::KeyboardModifiers modi
     return QTableView::moveCursor(action, modifiers);
 }
 
+bool ListView::event(QEvent* event) {
+    if (event->type() == QEvent::ShortcutOverride &&
+        GridTools::isOwn(*static_cast<QKeyEvent*>(event)))
+        event->accept();
+    return QTableView::event(event);
+}
+
+void ListView::contextMenuEvent(QContextMenuEvent* event) {
+    m_menu->clear();
+    menuAsked(*m_menu);
+    const bool byKey = event->reason() == QContextMenuEvent::Keyboard;
+    m_tools->openMenu(*m_menu, byKey ? visualRect(currentIndex()).center() : event->pos());
+}
+
 void ListView::keyPressEvent(QKeyEvent* event) {
-    if (event->matches(QKeySequence::Copy)) {
-        m_looks->copy();
+    if (m_tools->press(*event))
         return;
-    }
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
         const int row = selectedRow();
         if (row >= 0 && rowDoubleClicked.isConnected())

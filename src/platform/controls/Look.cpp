@@ -31,6 +31,14 @@ void setTextColour(QWidget* widget, const QColor& colour) {
     widget->setPalette(palette);
 }
 
+QString screenName(const QWidget* control) {
+    for (const QWidget* above = control->parentWidget(); above; above = above->parentWidget()) {
+        if (above->objectName().startsWith(u"frm", Qt::CaseInsensitive))
+            return above->objectName().toLower();
+    }
+    return {};
+}
+
 void showLocked(QWidget* widget, bool locked) {
     QPalette palette = widget->palette();
     const QPalette own = QApplication::palette(widget);

@@ -1,11 +1,14 @@
 #include "platform/screen/Form.h"
 
 #include "platform/controls/Field.h"
+#include "platform/controls/GridTools.h"
 #include "platform/controls/Guard.h"
 #include "platform/screen/Forms.h"
 #include "platform/screen/Layout.h"
+#include "platform/screen/SaveFile.h"
 #include "platform/screen/Seams.h"
 #include "platform/screen/Suspension.h"
+#include "platform/system/Remembered.h"
 #include "platform/values/Literals.h"
 
 #include <QAbstractItemView>
@@ -32,9 +35,9 @@ QPointer<Form>& activeDocument() {
     return form;
 }
 
-QHash<QString, QSize>& keptSizes() {
-    static QHash<QString, QSize> sizes;
-    return sizes;
+/// Where the place of a form's window is remembered.
+QString placeKey(const Form& form) {
+    return u"windows/"_s + form.name().toLower();
 }
 
 /// The window that a dialog stands over: the active one, or where none is (right after another
@@ -79,6 +82,7 @@ QMdiSubWindow* subWindowOf(const Form* form) {
 Form::Form(const QString& name, const QString& caption) {
     static const bool guards = [] {
         controls::setGuard([](const std::function<void()>& action) { guardedCall(action); });
+        controls::setFileSaver(saveFile);
         return true;
     }();
     Q_UNUSED(guards);
@@ -380,13 +384,18 @@ QWidget* Form::sized() const {
 }
 
 void Form::restoreSize() {
-    const auto kept = keptSizes().constFind(name().toLower());
     if (sized()->isMaximized())
         return;
-    if (kept != keptSizes().constEnd())
-        sized()->resize(*kept);
+    const QRect kept = platform::remembered(placeKey(*this)).toRect();
+    auto* subWindow = subWindowOf(this);
+    if (!kept.isEmpty())
+        sized()->resize(kept.size());
     else if (isWindow() && !testAttribute(Qt::WA_Resized))
         adjustSize();
+    if (subWindow && !kept.isEmpty())
+        subWindow->move(kept.topLeft());
+    if (subWindow && platform::remembered(placeKey(*this) + u".maximised"_s).toBool())
+        subWindow->showMaximized();
 }
 
 void Form::showEvent(QShowEvent* event) {
@@ -412,11 +421,17 @@ void Form::hideEvent(QHideEvent* event) {
     QWidget::hideEvent(event);
     if (event->spontaneous())
         return;
-    const QWidget* frame = sized();
-    if (!frame->isMaximized() && !frame->isMinimized())
-        keptSizes().insert(name().toLower(), frame->size());
+    rememberPlace();
     if (m_endModal)
         m_endModal();
+}
+
+void Form::rememberPlace() const {
+    const QWidget* frame = sized();
+    if (!frame->isMaximized() && !frame->isMinimized())
+        platform::remember(placeKey(*this), frame->geometry());
+    if (subWindowOf(this) && !frame->isMinimized())
+        platform::remember(placeKey(*this) + u".maximised"_s, frame->isMaximized());
 }
 
 void Form::focusFirst() {

@@ -21,8 +21,8 @@ namespace screen {
 /// Base of every document screen and dialog. The object name is the class name ("frmJob"), every
 /// control's object name is the control's name ("txtNotes(2)" for arrays). Handlers are wired with
 /// on(), which guards them: an exception never crosses the event loop; what nobody caught is told
-/// by guardedCall(). A form's size is kept for the run of the program. Closing one never ends the
-/// program by itself.
+/// by guardedCall(). Size and place of a window are remembered for the user. Closing one never ends
+/// the program by itself.
 class Form : public QWidget {
   public:
     Form(const QString& name, const QString& caption);
@@ -153,6 +153,7 @@ class Form : public QWidget {
     void pressDefault();
     QWidget* sized() const;
     void restoreSize();
+    void rememberPlace() const;
 
     QPointer<QPushButton> m_default;
     QPointer<QPushButton> m_cancel;

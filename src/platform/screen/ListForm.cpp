@@ -1,5 +1,6 @@
 #include "platform/screen/ListForm.h"
 
+#include "platform/controls/DropMenu.h"
 #include "platform/screen/Layout.h"
 #include "platform/values/Literals.h"
 
@@ -17,14 +18,21 @@ ListForm::ListForm(const QString& name, const QString& caption, const QString& l
     outside->addWidget(m_list, 1);
     ButtonBar bar(this, outside);
     m_buttons = bar.layout();
-    on(bar.button(u"cmdNew"_s, u"&New"_s), [this] { cmdNew_Click(); });
-    on(bar.button(u"cmdEdit"_s, u"&Edit"_s), [this] { cmdEdit_Click(); });
-    on(bar.button(u"cmdDelete"_s, u"&Delete"_s), [this] { cmdDelete_Click(); });
+    m_commands = {bar.button(u"cmdNew"_s, u"&New"_s), bar.button(u"cmdEdit"_s, u"&Edit"_s),
+                  bar.button(u"cmdDelete"_s, u"&Delete"_s)};
+    on(m_commands[0], [this] { cmdNew_Click(); });
+    on(m_commands[1], [this] { cmdEdit_Click(); });
+    on(m_commands[2], [this] { cmdDelete_Click(); });
     bar.stretch();
     QPushButton* cmdClose = bar.button(u"cmdClose"_s, u"&Close"_s);
     setCancelButton(cmdClose);
     on(cmdClose, [this] { unload(); });
     on(m_list->rowDoubleClicked, [this](int) { cmdEdit_Click(); });
+    // Members may add to them.
+    m_list->menuAsked.connect([this](controls::DropMenu& menu) {
+        for (QPushButton* command : m_commands)
+            menu.add(command);
+    });
     resize(640, 460);
 }
 
@@ -34,16 +42,15 @@ QPushButton* ListForm::addButton(const QString& name, const QString& caption) {
     const int behindDelete = m_buttons->count() - 2; // the gap and Close
     setTabOrder(m_buttons->itemAt(behindDelete - 1)->widget(), button);
     m_buttons->insertWidget(behindDelete, button);
+    m_commands.push_back(button);
     return button;
 }
 
 void ListForm::reload() {
-    const int place = std::max(0, m_list->selectedRow());
-    const QString key = m_list->selectedKey();
-    m_list->clearRows();
-    fill(*m_list);
-    if (m_reselect == Reselect::Place || key.isEmpty() || !m_list->selectKey(key))
-        m_list->selectPlace(place);
+    const int place = m_list->selectedRow();
+    m_list->setRows(rows());
+    if (m_reselect == Reselect::Place)
+        m_list->selectRow(std::max(0, place));
 }
 
 qint64 ListForm::selectedNumber() const {
@@ -52,8 +59,7 @@ qint64 ListForm::selectedNumber() const {
 }
 
 bool ListForm::askDelete() const {
-    return MsgBox(u"Delete this item?"_s, Buttons::YesNo, Icon::Question, u"Delete"_s) ==
-           Answer::Yes;
+    return confirmDeletion(u"Delete this item?"_s, u"Delete"_s);
 }
 
 } // namespace screen

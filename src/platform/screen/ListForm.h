@@ -1,13 +1,14 @@
 #pragma once
 
-#include "platform/controls/Grid.h"
+#include "platform/controls/ListView.h"
 #include "platform/screen/Form.h"
 
 class QBoxLayout;
 
 namespace screen {
 
-/// A list of a table's rows with New, Edit, Delete and Close below it. A double click edits.
+/// A list of a table's rows with New, Edit, Delete and Close below it, and the same in its context
+/// menu. A double click edits.
 class ListForm : public Form {
   public:
     void Form_Load() override { reload(); }
@@ -29,9 +30,10 @@ class ListForm : public Form {
     /// A further button behind Delete.
     QPushButton* addButton(const QString& name, const QString& caption);
 
+    /// Shows rows() again.
     void reload();
-    /// Adds the rows to the empty list; their keys are a letter and the row's number.
-    virtual void fill(controls::ListView& list) = 0;
+    /// The rows as they stand; their keys are a letter and the row's number.
+    virtual std::vector<controls::ListRow> rows() = 0;
     /// Number of the selected row; 0 if none is selected.
     qint64 selectedNumber() const;
     bool askDelete() const;
@@ -39,6 +41,7 @@ class ListForm : public Form {
   private:
     controls::ListView* m_list;
     QBoxLayout* m_buttons;
+    std::vector<QPushButton*> m_commands; ///< in the context menu
     Reselect m_reselect;
 };
 

@@ -14,6 +14,10 @@ enum class Answer { Ok = 1, Cancel = 2, Retry = 4, Yes = 6, No = 7, Close = 8 };
 Answer MsgBox(const QString& text, Buttons buttons = Buttons::Ok, Icon icon = Icon::None,
               const QString& title = {}, Answer defaultButton = Answer{});
 
+/// Asks before something is deleted; what Enter gives is No, or Cancel.
+bool confirmDeletion(const QString& question, const QString& title = {}, Icon icon = Icon::Question,
+                     Buttons buttons = Buttons::YesNo);
+
 /// Asks for one line; empty for Cancel.
 QString InputBox(const QString& prompt, const QString& title = {}, const QString& text = {});
 

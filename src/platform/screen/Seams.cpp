@@ -3,6 +3,7 @@
 #include "platform/jet/Error.h"
 #include "platform/screen/Suspension.h"
 #include "platform/system/Companions.h"
+#include "platform/system/Remembered.h"
 #include "platform/values/Literals.h"
 #include "platform/values/Numbers.h"
 
@@ -151,6 +152,7 @@ Seams desktop() {
         } catch (const std::exception& error) {
             qWarning("%s", error.what()); // nothing may keep the program from ending
         }
+        platform::writeRemembered();
         std::_Exit(code);
     };
     return own;

@@ -256,6 +256,24 @@ QDate dateFromText(QStringView text) {
     return QDate(year, month, day);
 }
 
+QDate dateFromShown(QStringView text) {
+    const QStringView trimmed = text.trimmed();
+    if (trimmed.contains(u'/'))
+        return dateFromText(trimmed);
+    const auto pieces = trimmed.split(u", ");
+    if (pieces.size() != 3)
+        return {};
+    const auto monthAndDay = pieces[1].split(u' ');
+    if (monthAndDay.size() != 2)
+        return {};
+    const auto name = std::find_if(monthNames.begin(), monthNames.end(), [&](const char16_t* one) {
+        return monthAndDay[0].compare(QStringView(one), Qt::CaseInsensitive) == 0;
+    });
+    return name == monthNames.end() ? QDate()
+                                    : QDate(pieces[2].toInt(), int(name - monthNames.begin()) + 1,
+                                            monthAndDay[1].toInt());
+}
+
 QString sqlDate(const QDate& date) {
     return format(date, u"mm/dd/yyyy");
 }

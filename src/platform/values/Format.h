@@ -24,6 +24,9 @@ QString format(const QDateTime& moment, QStringView mask);
 /// 1999.
 QDate dateFromText(QStringView text);
 
+/// A date as a list shows it, in the short or the long form; invalid for any other text.
+QDate dateFromShown(QStringView text);
+
 /// The text of an empty masked date field.
 inline constexpr char16_t blankDate[] = u"  /  /    ";
 

@@ -1,4 +1,5 @@
 #include "ControlsTest.h"
+#include "platform/controls/ListView.h"
 #include "platform/values/Literals.h"
 
 #include <QApplication>
@@ -130,7 +131,7 @@ TEST_F(GridTest, HiddenTextIsNeitherShownNorCopied) {
     grid->setFocus();
     key(Qt::Key_C, Qt::ControlModifier);
     EXPECT_EQ(QApplication::clipboard()->text(),
-              u"10\tSaw\t0\tFT\t\n9\t\t1\t\t\n100\tBend\t\t\t"_qs);
+              u"No\tName\tDone\tUnit\tNote\n10\tSaw\t0\tFT\t\n9\t\t1\t\t\n100\tBend\t\t\t"_qs);
 }
 
 TEST_F(GridTest, SortsNumbersByValueAndDatesByDateAndKeepsKeysWithRows) {

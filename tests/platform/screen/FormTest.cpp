@@ -343,15 +343,35 @@ TEST_F(FormTest, AComplaintLeadsToItsFieldOnWhateverTab) {
     EXPECT_TRUE(control<QWidget>(u"txtFar"_qs)->isVisible());
 }
 
-TEST_F(FormTest, KeepsItsSizeForTheNextTime) {
+TEST_F(FormTest, KeepsItsSizeAndPlaceForTheNextTime) {
     auto* one = open(u"frmOne"_qs);
-    one->parentWidget()->resize(640, 410);
+    one->parentWidget()->setGeometry(31, 47, 640, 410);
     settle();
     const QSize size = one->size();
     one->unload();
     settle();
     one = open(u"frmOne"_qs);
     EXPECT_EQ(one->size(), size);
+    EXPECT_EQ(one->parentWidget()->pos(), QPoint(31, 47));
+    one->parentWidget()->showMaximized();
+    settle();
+    one->unload();
+    settle();
+    one = open(u"frmOne"_qs);
+    EXPECT_TRUE(one->parentWidget()->isMaximized());
+    one->parentWidget()->showNormal();
+}
+
+TEST_F(FormTest, BeforeADeletionEnterSaysNo) {
+    Answer offered{};
+    screen::seams().msgBox = [&](const QString&, Buttons, Icon, const QString&, Answer first) {
+        offered = first;
+        return first;
+    };
+    EXPECT_FALSE(screen::confirmDeletion(u"Delete this item?"_qs));
+    EXPECT_EQ(offered, Answer::No);
+    EXPECT_FALSE(screen::confirmDeletion(u"Delete?"_qs, {}, Icon::Question, Buttons::OkCancel));
+    EXPECT_EQ(offered, Answer::Cancel);
 }
 
 } // namespace
