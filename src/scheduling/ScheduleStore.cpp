@@ -14,6 +14,8 @@ namespace scheduling {
 
 namespace {
 
+constexpr qsizetype rowsOfAStatement = 200;
+
 QString joined(const std::vector<qint64>& numbers) {
     QStringList texts;
     for (const qint64 number : numbers)
@@ -107,16 +109,38 @@ operationNumbers(jet::Database& database, const std::vector<EntryChange>& change
     return numbers;
 }
 
-QString valuesOf(const Entry& entry) {
+/// A select of an entry's columns, in the order in which they are inserted.
+QString selectOf(const Entry& entry) {
     const auto date = [](gantt::Minute moment) {
-        return values::format(gantt::dateOf(moment), u"Short Date");
+        return u"#"_s + values::sqlDate(gantt::dateOf(moment)) + u"#"_s;
     };
-    const auto time = [](gantt::Minute moment) { return storedTime(gantt::minuteOfDay(moment)); };
-    return u"("_s + QString::number(entry.jobNo) + u", "_s + QString::number(entry.seqNo) +
-           u", "_s + QString::number(entry.operNo) + u", '"_s + values::quoted(entry.description) +
-           u"', "_s + QString::number(entry.textAlign) + u", '"_s + date(entry.span.start) +
-           u"', '"_s + time(entry.span.start) + u"', '"_s + date(entry.span.end) + u"', '"_s +
-           time(entry.span.end) + u"')"_s;
+    const auto time = [](gantt::Minute moment) {
+        return u"'"_s + storedTime(gantt::minuteOfDay(moment)) + u"'"_s;
+    };
+    return u"SELECT "_s + QStringList{QString::number(entry.jobNo),
+                                      QString::number(entry.seqNo),
+                                      QString::number(entry.operNo),
+                                      u"'"_s + values::quoted(entry.description) + u"'"_s,
+                                      QString::number(entry.textAlign),
+                                      date(entry.span.start),
+                                      time(entry.span.start),
+                                      date(entry.span.end),
+                                      time(entry.span.end)}
+                              .join(u", "_s);
+}
+
+/// Writes the entries as new rows, many with one statement.
+void insertEntries(jet::Database& database, const std::vector<EntryChange>& changes) {
+    QStringList rows;
+    for (const EntryChange& change : changes) {
+        if (change.now)
+            rows << selectOf(*change.now);
+    }
+    for (qsizetype i = 0; i < rows.size(); i += rowsOfAStatement) {
+        database.execute(u"INSERT INTO JobOperSchedule (JobNo, SeqNo, OperNo, Description, "
+                         "TextAlign, StartDate, StartTime, EndDate, EndTime) "_s +
+                         rows.mid(i, rowsOfAStatement).join(u" UNION ALL "_s));
+    }
 }
 
 /// Joins what was changed here with the rows as they stand now. `gone` takes the IDs to delete.
@@ -215,12 +239,7 @@ std::optional<QString> saveEntries(jet::Database& database, const std::vector<qi
         if (auto conflict = join(standing, changes, gone))
             return conflict;
     }
-    for (const EntryChange& change : changes) {
-        if (change.now)
-            database.execute(u"INSERT INTO JobOperSchedule (JobNo, SeqNo, OperNo, Description, "
-                             "TextAlign, StartDate, StartTime, EndDate, EndTime) VALUES "_s +
-                             valuesOf(*change.now));
-    }
+    insertEntries(database, changes);
     if (!gone.empty()) {
         database.execute(u"DELETE * FROM JobOperSchedule WHERE ID IN ("_s + joined(gone) + u")"_s);
     }
