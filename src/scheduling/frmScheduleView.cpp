@@ -10,6 +10,7 @@
 #include <QCheckBox>
 #include <QGroupBox>
 #include <QLabel>
+#include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QVBoxLayout>
 
@@ -209,6 +210,7 @@ void frmScheduleView::cmdRefresh_Click() {
 
 void frmScheduleView::read() {
     const screen::BusyPointer busy;
+    const QScopedValueRollback reading(m_reading, true);
     gantt::Model& model = ctSchedule->model();
     model.clear();
     m_headerOf.clear();
@@ -266,6 +268,10 @@ bool frmScheduleView::readPage(qint64 downTo) {
 /// Reads on when the last rows come into sight.
 void frmScheduleView::readMore() {
     const QScrollBar* bar = ctSchedule->verticalScrollBar();
+    // Rows that come and go move the bar as well.
+    if (m_reading)
+        return;
+    const QScopedValueRollback reading(m_reading, true);
     if (!m_atEnd && bar->value() + bar->pageStep() >= bar->maximum())
         readPage();
 }

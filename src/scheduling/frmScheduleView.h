@@ -70,6 +70,7 @@ class frmScheduleView : public screen::Form {
     qint64 m_lastJob = 0;                          ///< where the next page begins
     QString m_lastDepartment;
     bool m_atEnd = false;
+    bool m_reading = false;
 };
 
 } // namespace scheduling

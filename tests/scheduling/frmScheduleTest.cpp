@@ -357,6 +357,25 @@ TEST_P(ScheduleScreen, TheViewerShowsTheShopByJobAndByDepartment) {
     EXPECT_FALSE(database().hasRows(u"SELECT JobNo FROM ScheduleView"_s));
 }
 
+TEST_P(ScheduleScreen, TheViewerReadsOnAsItIsScrolledAndBeginsAnewWithAnotherOption) {
+    for (int i = 0; i < 70; ++i)
+        entry(job(), 1, u"e%1"_s.arg(i), 1);
+    open(u"frmScheduleView"_s);
+    const int first = model().rowCount();
+    EXPECT_EQ(first, 60 * 4) << "a page of jobs with three operations each";
+    go(u"ctSchedule"_s);
+    key(Qt::Key_End, Qt::ControlModifier);
+    EXPECT_EQ(model().rowCount(), 72 * 4);
+    key(Qt::Key_End, Qt::ControlModifier);
+    check(u"chkJobs"_s);
+    EXPECT_EQ(model().rowCount(), first) << "from the top";
+    chart().viewport()->repaint();
+    check(u"chkGroup"_s);
+    EXPECT_EQ(model().rowCount(), 4);
+    chart().viewport()->repaint();
+    press(u"cmdDone"_s);
+}
+
 TEST_P(ScheduleScreen, WithoutActiveJobsItStaysClosed) {
     database().execute(u"UPDATE Job SET Shipped = True"_s);
     expectBox(u"You must have at least one Customer with at least one active job."_s, Answer::Ok,

@@ -7,6 +7,7 @@
 #include <QScrollBar>
 
 #include <algorithm>
+#include <utility>
 
 namespace gantt {
 
@@ -60,8 +61,11 @@ void ChartView::modelChanged() {
 
 /// Brings layouts, scale and scroll bars up to date with model, ruler and size.
 void ChartView::rebuild() {
-    if (m_building)
+    // Scroll bars that find their new range may make somebody add rows.
+    if (m_building) {
+        m_again = true;
         return;
+    }
     m_building = true;
     m_layouts.update(m_model, laneHeight());
     const bool otherScale = m_scale.start() != minuteOf(m_model.firstDay()) ||
@@ -75,6 +79,8 @@ void ChartView::rebuild() {
     m_rest = QPixmap();
     viewport()->update();
     m_building = false;
+    if (std::exchange(m_again, false))
+        rebuild();
     if (otherScale)
         scrolled();
 }

@@ -155,6 +155,7 @@ class ChartView : public QAbstractScrollArea {
     QPoint m_pointer;
     QTimer m_autoScroll;
     bool m_building = false;
+    bool m_again = false; ///< the model changed while it was being laid out
 };
 
 } // namespace gantt
