@@ -244,7 +244,6 @@ QPushButton* ButtonBar::button(const QString& name, const QString& caption) {
     auto* made = new QPushButton(caption, m_parent);
     made->setObjectName(name);
     made->setAutoDefault(false);
-    made->setMinimumWidth(widthOf(made, 10));
     m_layout->addWidget(made);
     return made;
 }
