@@ -27,9 +27,11 @@ frmItemActivity::frmItemActivity() : Form(QString::fromLatin1(formName), u"Item 
     options.layout()->addWidget(chkQuantity);
     options.layout()->addWidget(chkFixed);
     options.stretch();
-    QPushButton* cmdDelete = options.button(u"cmdDelete"_s, u"&Delete Selected"_s);
-    QPushButton* cmdSave = options.button(u"cmdSave"_s, u"&Save"_s);
-    QPushButton* cmdClose = options.button(u"cmdClose"_s, u"&Close"_s);
+    screen::ButtonBar bar(this, outside);
+    bar.stretch();
+    QPushButton* cmdDelete = bar.button(u"cmdDelete"_s, u"&Delete Selected"_s);
+    QPushButton* cmdSave = bar.button(u"cmdSave"_s, u"&Save"_s);
+    QPushButton* cmdClose = bar.button(u"cmdClose"_s, u"&Close"_s);
     setCancelButton(cmdClose);
     on(cmdDelete, &frmItemActivity::cmdDelete_Click);
     on(cmdSave, &frmItemActivity::cmdSave_Click);
