@@ -189,6 +189,10 @@ TEST(BackupAges, theAdministratorIsToldAsTheSettingsSay) {
     const QDateTime now(QDate(2007, 6, 13), QTime(8, 0));
     EXPECT_TRUE(keeping::isBackupDue(folder.path(), now));
     EXPECT_EQ(keeping::backupWarning(folder.path(), now), QString()) << "one is about to be made";
+    QDir().mkpath(folder.filePath(u"Backups"_s));
+    EXPECT_NE(keeping::backupWarning(folder.path(), QDateTime::currentDateTime().addDays(5)),
+              QString())
+        << "tried every day, and none is good";
     keeping::writeWhole(folder.filePath(u"Mirsa.backup"_s),
                         "daily=no\nfolder=Copies\nwarnAfterDays=5\nkeepAllDays=many\n");
     EXPECT_FALSE(keeping::isBackupDue(folder.path(), now));

@@ -83,10 +83,14 @@ QStringList outdated(const std::vector<BackupFile>& backups, const QDateTime& no
 QString backupWarning(const QString& programFolder, const QDateTime& now) {
     const BackupSettings settings = backupSettings(programFolder);
     const std::vector<BackupFile> backups = backupsIn(settings.folder);
-    if (backups.empty())
-        return settings.daily ? QString()
-                              : u"There is no backup of the database that was found good. Make one "
-                                "with Utilities, Backup."_s;
+    if (backups.empty()) {
+        // The folder is there since the first try of a daily one.
+        const QDateTime tried = QFileInfo(settings.folder).birthTime();
+        if (settings.daily && !(tried.isValid() && tried.daysTo(now) > settings.warnAfterDays))
+            return {};
+        return u"There is no backup of the database that was found good. Make one with Utilities, "
+               "Backup."_s;
+    }
     const BackupFile& last = backups.front();
     if (last.made.daysTo(now) <= settings.warnAfterDays)
         return {};
