@@ -113,7 +113,7 @@ TEST_P(ConfigReports, AFileThatIsNoReportIsRefusedAndNothingSelectedSaysSo) {
     press(u"cmdAdd"_s);
     EXPECT_EQ(rows(u"SELECT Name FROM Reports ORDER BY Name"_s), before);
 
-    choose(u"dbcRtype"_s, u"RFQ"_s); // no reports
+    choose(u"dbcRtype"_s, u"Benchline"_s); // no reports
     expectBox(u"Nothing Selected!."_s, Answer::Ok, u"Error"_s);
     press(u"cmdDefault"_s);
     expectBox(u"Nothing Selected to Remove!."_s, Answer::Ok, u"Selection Error"_s);
