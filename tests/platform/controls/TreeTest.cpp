@@ -1,6 +1,7 @@
 #include "platform/controls/Tree.h"
 #include "ControlsTest.h"
 #include "platform/controls/Pictures.h"
+#include "platform/jet/Error.h"
 
 #include <QMouseEvent>
 #include <QTest>
@@ -21,7 +22,7 @@ class TreeTest : public ControlsTest {
         tree->children = [this](const QString& key) {
             asked << key;
             if (fails)
-                throw std::runtime_error("gone");
+                throw jet::Error(jet::errors::noSuchTable, u"gone"_s);
             if (key == u"C2")
                 return std::vector<TreeNode>();
             return std::vector<TreeNode>{folderNode(key + u"1"_s), folderNode(key + u"2"_s)};
@@ -86,7 +87,7 @@ TEST_F(TreeTest, BranchesAreAskedForOnceWhenTheyAreOpenedByKeysToo) {
               QTreeWidgetItem::DontShowIndicatorWhenChildless);
     // What fails can be tried again.
     fails = true;
-    expectRunTimeError(1000);
+    expectRunTimeError(jet::errors::noSuchTable);
     tree->open(u"C12"_s);
     EXPECT_FALSE(tree->isOpen(u"C12"_s));
     fails = false;
