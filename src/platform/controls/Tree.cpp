@@ -365,7 +365,10 @@ int Tree::widthBelow(const QTreeWidgetItem* top) const {
 }
 
 void Tree::widen(const QTreeWidgetItem* top) {
-    header()->setMinimumSectionSize(std::max(header()->minimumSectionSize(), widthBelow(top)));
+    // Even the same size would lay all nodes out again.
+    const int width = widthBelow(top);
+    if (width > header()->minimumSectionSize())
+        header()->setMinimumSectionSize(width);
 }
 
 void Tree::showEvent(QShowEvent* event) {
