@@ -43,18 +43,27 @@ QIcon light(const QColor& colour, const QList<QPointF>& mark, const QList<QPoint
     });
 }
 
+/// The style reads its pictures from their files at each call: thousands of nodes share one.
+QIcon standard(QStyle::StandardPixmap which) {
+    static QHash<int, QIcon> known;
+    QIcon& icon = known[which];
+    if (icon.isNull())
+        icon = QApplication::style()->standardIcon(which);
+    return icon;
+}
+
 } // namespace
 
 QIcon folder() {
-    return QApplication::style()->standardIcon(QStyle::SP_DirIcon);
+    return standard(QStyle::SP_DirIcon);
 }
 
 QIcon openFolder() {
-    return QApplication::style()->standardIcon(QStyle::SP_DirOpenIcon);
+    return standard(QStyle::SP_DirOpenIcon);
 }
 
 QIcon page() {
-    return QApplication::style()->standardIcon(QStyle::SP_FileIcon);
+    return standard(QStyle::SP_FileIcon);
 }
 
 QIcon item() {
