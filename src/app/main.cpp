@@ -1,5 +1,6 @@
 #include "app/DailyBackup.h"
 #include "app/Screens.h"
+#include "app/ServerWait.h"
 #include "app/Start.h"
 #include "core/MDIMain.h"
 #include "platform/screen/Application.h"
@@ -8,6 +9,7 @@ int main(int argc, char** argv) {
     screen::Application application(argc, argv);
     screen::Application::setApplicationVersion(QStringLiteral(MIRSA_VERSION));
     app::registerAllScreens();
+    app::watchServerWaits();
 
     app::Program program(application);
     if (!program.Main(screen::Application::applicationDirPath()))

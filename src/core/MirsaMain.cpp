@@ -53,7 +53,7 @@ bool HasAccess(const QString& code) {
                         " WHERE b.groupid="_s +
                         QString::number(state.CurrentGroupNo) + u" AND a.securitycode='"_s + code +
                         u"'"_s;
-    return MainDatabase().openRecordset(sql, jet::RecordsetType::Snapshot).recordCount() > 0;
+    return MainDatabase().hasRows(sql);
 }
 
 QString moneyMask(const QString& mask) {

@@ -169,7 +169,7 @@ SaveOutcome saveEstimate(jet::Database& database, qint64 estNo, EstimateDraft& d
     if (notesConflict)
         return {0, {}, std::move(notesConflict)};
     if (outcome.key != 0)
-        runStep(estimateRouting(), u"Commit Trans"_s, [&] { transaction.commit(); });
+        runStep(database, estimateRouting(), u"Commit Trans"_s, [&] { transaction.commit(); });
     return outcome;
 }
 

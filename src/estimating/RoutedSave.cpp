@@ -4,13 +4,19 @@
 
 namespace estimating {
 
-void runStep(const RoutingKind& kind, const QString& name, const std::function<void()>& work) {
+void runStep(jet::Database& database, const RoutingKind& kind, const QString& name,
+             const std::function<void()>& work) {
     try {
-        work();
+        jet::step(database, name, work);
     } catch (const jet::Error& error) {
+        // Empty: the lock was not had. Else it may be an earlier step's, sent with this one.
+        const QString failed = error.step().value_or(name);
+        if (failed.isEmpty())
+            throw;
         const QString number =
             kind.stepsTellNumber ? QString::number(error.number()) + u" "_s : QString();
-        throw jet::Error(error.number(), number + error.text() + u"\r\n"_s + name);
+        throw jet::Error(error.number(), number + error.text() + u"\r\n"_s + failed,
+                         error.failure());
     }
 }
 
@@ -55,12 +61,12 @@ void deleteRouted(jet::Database& database, const RoutingKind& kind, qint64 docum
     jet::Transaction transaction(database);
     for (const QString& table :
          {kind.noteTable, kind.operTable, kind.miscTable, kind.documentTable}) {
-        runStep(kind, u"Delete "_s + table,
+        runStep(database, kind, u"Delete "_s + table,
                 [&] { database.execute(u"DELETE FROM "_s + table + ofDocument); });
     }
     if (alsoDelete)
         alsoDelete();
-    runStep(kind, u"Commit Trans"_s, [&] { transaction.commit(); });
+    runStep(database, kind, u"Commit Trans"_s, [&] { transaction.commit(); });
 }
 
 } // namespace estimating

@@ -26,7 +26,8 @@ struct SaveSteps {
 };
 
 /// Runs a step of a save or deletion: if it fails, its name goes behind the engine's text.
-void runStep(const RoutingKind& kind, const QString& name, const std::function<void()>& work);
+void runStep(jet::Database& database, const RoutingKind& kind, const QString& name,
+             const std::function<void()>& work);
 
 /// The stored row of a document, or an empty set to add one to (number 0). Throws rowDeleted.
 jet::Recordset openDocument(jet::Database& database, const RoutingKind& kind, qint64 documentNo);
@@ -56,14 +57,14 @@ SaveOutcome saveRouted(jet::Database& database, const RoutingKind& kind,
     jet::Recordset row;
     Header storedHeader;
     RoutedLines stored;
-    runStep(kind, u"Update"_s, [&] { row = openDocument(database, kind, documentNo); });
+    runStep(database, kind, u"Update"_s, [&] { row = openDocument(database, kind, documentNo); });
     if (editedNo != 0) {
         storedHeader = columns.load(row);
-        runStep(kind, u"Delete "_s + kind.operTable, [&] {
+        runStep(database, kind, u"Delete "_s + kind.operTable, [&] {
             holdOperations(database, kind, documentNo);
             stored.operations = loadOperRows(database, kind, documentNo);
         });
-        runStep(kind, u"Delete "_s + kind.miscTable, [&] {
+        runStep(database, kind, u"Delete "_s + kind.miscTable, [&] {
             holdFixedCosts(database, kind, documentNo);
             stored.fixedCosts = loadMiscRows(database, kind, documentNo);
         });
@@ -86,7 +87,7 @@ SaveOutcome saveRouted(jet::Database& database, const RoutingKind& kind,
                 steps.joined();
         }
     }
-    runStep(kind, u"Update"_s, [&] {
+    runStep(database, kind, u"Update"_s, [&] {
         if (editedNo == 0) {
             row.addNew();
             columns.write(draft.header, row);
@@ -98,20 +99,20 @@ SaveOutcome saveRouted(jet::Database& database, const RoutingKind& kind,
         if (editedNo == 0)
             documentNo = row.lastAddedKey().toLong();
     });
-    runStep(kind, kind.insertOperStep, [&] {
+    runStep(database, kind, kind.insertOperStep, [&] {
         replaceOperRows(database, kind, documentNo, stored.operations, draft.operations,
                         editedNo != 0);
     });
-    runStep(kind, kind.insertMiscStep, [&] {
+    runStep(database, kind, kind.insertMiscStep, [&] {
         replaceMiscRows(database, kind, documentNo, stored.fixedCosts, draft.fixedCosts,
                         editedNo != 0);
     });
-    runStep(kind, u"Update "_s + kind.noteTable,
+    runStep(database, kind, u"Update "_s + kind.noteTable,
             [&] { NoteStaging(database, kind, editedNo).adopt(documentNo); });
     if (steps.alsoWrite)
         steps.alsoWrite(documentNo);
     draft.documentNo = documentNo;
-    runStep(kind, u"Commit Trans"_s, [&] { transaction.commit(); });
+    runStep(database, kind, u"Commit Trans"_s, [&] { transaction.commit(); });
     return {documentNo};
 }
 

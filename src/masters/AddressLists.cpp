@@ -66,10 +66,9 @@ void offerUnknown(screen::Form& form, const screen::AddressBlock& address,
 
 void fillAddressLists(const std::vector<screen::AddressBlock>& addresses) {
     jet::Database& database = core::MainDatabase();
-    const jet::Recordset states = database.openRecordset(u"Select * from States order by code"_s,
-                                                         jet::RecordsetType::Snapshot);
-    const jet::Recordset countries = database.openRecordset(
-        u"Select * from Country order by Country"_s, jet::RecordsetType::Snapshot);
+    const jet::Recordset states = database.openLater(u"Select * from States order by code"_s);
+    const jet::Recordset countries =
+        database.openLater(u"Select * from Country order by Country"_s);
     for (const screen::AddressBlock& address : addresses) {
         address.state->setRows(states, u"code"_s, u"code"_s);
         address.country->setRows(countries, u"country"_s, u"country"_s);

@@ -87,10 +87,9 @@ void CompanyModule::addAddress(const screen::AddressBlock& address, const QStrin
 }
 
 void CompanyModule::openLookups() {
+    const jet::Recordset terms = core::MainDatabase().openLater(u"Select * from Terms"_s);
     fillAddressLists(m_addresses);
-    m_terms->setRows(
-        core::MainDatabase().openRecordset(u"Select * from Terms"_s, jet::RecordsetType::Snapshot),
-        u"description"_s, u"description"_s);
+    m_terms->setRows(terms, u"description"_s, u"description"_s);
 }
 
 void CompanyModule::refreshLookup(const QString& table) {

@@ -80,6 +80,10 @@ QString digitsOf(const QString& text) {
     return digits;
 }
 
+jet::Recordset shiftsLater() {
+    return core::MainDatabase().openLater(u"SELECT * FROM shifts ORDER BY id"_s);
+}
+
 } // namespace
 
 frmEmployee::frmEmployee() : core::RecordModule(employeeModule()) {
@@ -236,15 +240,14 @@ void frmEmployee::bindColumns() {
 }
 
 void frmEmployee::openLookups() {
+    const jet::Recordset shifts = shiftsLater();
     fillAddressLists({m_address});
-    fillShifts();
+    fillShifts(shifts);
 }
 
-void frmEmployee::fillShifts() {
+void frmEmployee::fillShifts(const jet::Recordset& shifts) {
     const QString chosen = dbcShift->boundText();
-    dbcShift->setRows(core::MainDatabase().openRecordset(u"SELECT * FROM shifts ORDER BY id"_s,
-                                                         jet::RecordsetType::Snapshot),
-                      u"Description"_s, u"ID"_s);
+    dbcShift->setRows(shifts, u"Description"_s, u"ID"_s);
     // The chosen one may have another name now.
     if (!chosen.isEmpty())
         dbcShift->setBoundText(chosen);
@@ -254,7 +257,7 @@ void frmEmployee::refreshLookup(const QString& table) {
     if (isAddressTable(table))
         fillAddressLists({m_address});
     if (table.compare(u"Shifts", Qt::CaseInsensitive) == 0)
-        fillShifts();
+        fillShifts(shiftsLater());
     core::RecordModule::refreshLookup(table);
 }
 

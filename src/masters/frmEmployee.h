@@ -47,7 +47,7 @@ class frmEmployee : public core::RecordModule {
     void makePersonalTab(QWidget* page);
     void makeEmploymentTab(QWidget* page);
     void bindColumns();
-    void fillShifts();
+    void fillShifts(const jet::Recordset& shifts);
     void showStatus(bool byName);
     bool isAll() const;
     void tellNoRecords();

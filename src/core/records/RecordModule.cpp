@@ -76,7 +76,6 @@ void RecordModule::Form_Load() {
     orderTabs();
     m_fields.limitTo(core::MainDatabase(), m_descriptor.table);
     openLookups();
-    reloadNames();
     m_fresh = true;
     ShowModuleMode(Mode::Browse);
     reopen(mainSelect());
@@ -98,7 +97,7 @@ void RecordModule::Form_Activate() {
 }
 
 void RecordModule::showReadAgain() {
-    reloadNames();
+    const jet::Recordset names = namesLater();
     const bool wasEmpty = !hasRecord();
     {
         const QScopedValueRollback quiet(m_quiet, true);
@@ -106,17 +105,22 @@ void RecordModule::showReadAgain() {
         if (wasEmpty && hasRecord())
             m_data->moveLast();
     }
+    showNames(names);
     onReposition();
 }
 
 void RecordModule::reopen(const QString& select, qint64 key) {
+    const jet::Recordset names = namesLater();
     {
         const QScopedValueRollback quiet(m_quiet, true);
-        m_data->setRecordset(core::MainDatabase().openRecordset(select));
-        if (hasRecord() && !(key != 0 && m_data->findFirst(m_descriptor.keyColumn + u" = "_s +
-                                                           QString::number(key))))
-            m_data->moveLast();
+        jet::Recordset rows = core::MainDatabase().openLater(select, jet::RecordsetType::Dynaset);
+        if (key != 0)
+            rows.findFirst(m_descriptor.keyColumn + u" = "_s + QString::number(key));
+        if (key == 0 || rows.noMatch())
+            rows.moveLast();
+        m_data->setRecordset(rows);
     }
+    showNames(names);
     onReposition();
 }
 
@@ -146,11 +150,17 @@ void RecordModule::refreshLookup(const QString& table) {
 }
 
 void RecordModule::reloadNames() {
-    if (!m_names)
-        return;
-    m_names->setRows(
-        core::MainDatabase().openRecordset(m_namesSelect, jet::RecordsetType::Snapshot),
-        m_namesColumn, m_namesKey);
+    showNames(namesLater());
+}
+
+/// The list of names, on its way beside what is read next.
+jet::Recordset RecordModule::namesLater() const {
+    return m_names ? core::MainDatabase().openLater(m_namesSelect) : jet::Recordset();
+}
+
+void RecordModule::showNames(const jet::Recordset& names) {
+    if (m_names && names.isOpen())
+        m_names->setRows(names, m_namesColumn, m_namesKey);
 }
 
 void RecordModule::setNamesSelect(const QString& select) {
@@ -419,7 +429,7 @@ bool RecordModule::tellSaveFailed(const jet::Error& error) {
 }
 
 void RecordModule::afterSave(qint64 key, bool adding) {
-    reloadNames();
+    const jet::Recordset names = namesLater();
     ShowModuleMode(Mode::Browse);
     {
         const QScopedValueRollback quiet(m_quiet, true);
@@ -430,6 +440,7 @@ void RecordModule::afterSave(qint64 key, bool adding) {
         if (hasRecord() && records()[m_descriptor.keyColumn].toLong() != key)
             m_data->findFirst(m_descriptor.keyColumn + u" = "_s + QString::number(key));
     }
+    showNames(names);
     onReposition();
     if (QPushButton* close = button(Role::Close))
         close->setFocus();

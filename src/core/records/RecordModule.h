@@ -220,6 +220,8 @@ class RecordModule : public screen::Form, public RecordScreen, public LookupUser
   private:
     /// The system's word for a mode.
     QString modeWord(Mode mode) const;
+    jet::Recordset namesLater() const;
+    void showNames(const jet::Recordset& names);
     void onReposition();
     void showEmpty();
     void showTitle();

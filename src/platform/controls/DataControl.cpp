@@ -1,15 +1,23 @@
 #include "platform/controls/DataControl.h"
 
 #include "platform/controls/Guard.h"
+#include "platform/jet/Waiting.h"
 #include "platform/values/Literals.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QShortcut>
 #include <QStyle>
+#include <QTimer>
 #include <QToolButton>
 
 namespace controls {
+
+namespace {
+
+constexpr std::chrono::milliseconds countAfter(400);
+
+} // namespace
 
 DataControl::DataControl(QWidget* parent) : QWidget(parent) {
     auto* layout = new QHBoxLayout(this);
@@ -61,24 +69,17 @@ void DataControl::refresh() {
 void DataControl::requeryKeepingRow() {
     if (!m_recordset.isOpen())
         return;
-    const int place = m_recordset.absolutePosition();
-    jet::Value mark; // Null where the current row was just deleted
-    if (place >= 0) {
+    if (m_recordset.bof() || m_recordset.eof()) {
+        m_recordset.requery();
+    } else {
+        jet::Value mark; // Null where the current row was just deleted
         try {
             mark = m_recordset.bookmark();
         } catch (const jet::Error& error) {
             if (error.number() != jet::errors::rowDeleted)
                 throw;
         }
-    }
-    m_recordset.requery();
-    if (place >= 0 && !m_recordset.isEmpty()) {
-        try {
-            m_recordset.setBookmark(mark);
-        } catch (const jet::Error&) {
-            // The row has gone; the one that moved up into its place is nearest.
-            m_recordset.moveTo(std::min(place, m_recordset.recordCount() - 1));
-        }
+        m_recordset.requeryAt(mark);
     }
     showPlace();
     reposition();
@@ -93,7 +94,7 @@ void DataControl::moveFirst() {
 }
 
 void DataControl::movePrevious() {
-    if (!m_recordset.isOpen() || m_recordset.isEmpty() || m_recordset.absolutePosition() == 0)
+    if (!m_recordset.isOpen() || m_recordset.isEmpty() || m_recordset.isFirst())
         return;
     if (m_recordset.bof())
         m_recordset.moveFirst();
@@ -107,8 +108,7 @@ void DataControl::movePrevious() {
 }
 
 void DataControl::moveNext() {
-    if (!m_recordset.isOpen() || m_recordset.isEmpty() ||
-        m_recordset.absolutePosition() == m_recordset.recordCount() - 1)
+    if (!m_recordset.isOpen() || m_recordset.isEmpty() || m_recordset.isLast())
         return;
     if (m_recordset.eof())
         m_recordset.moveLast();
@@ -152,20 +152,31 @@ void DataControl::changeEvent(QEvent* event) {
 }
 
 void DataControl::showPlace() {
+    const bool onRow = m_recordset.isOpen() && !m_recordset.bof() && !m_recordset.eof();
     const bool rows = m_recordset.isOpen() && !m_recordset.isEmpty();
-    const int count = rows ? m_recordset.recordCount() : 0;
-    const int place = rows ? m_recordset.absolutePosition() : -1;
     QString shown = m_captionText;
-    if (place >= 0) {
+    if (onRow && m_recordset.knowsPlace()) {
         if (!shown.isEmpty())
             shown += u' ';
-        shown += u"%1 of %2"_s.arg(place + 1).arg(count);
+        shown +=
+            u"%1 of %2"_s.arg(m_recordset.absolutePosition() + 1).arg(m_recordset.recordCount());
+    } else if (onRow) {
+        // Counting takes its time in a large set, and nobody waits for it.
+        QTimer::singleShot(countAfter, this, [this] { guarded([this] { countPlace(); }); });
     }
     m_caption->setText(shown);
-    m_first->setEnabled(place > 0);
-    m_previous->setEnabled(place != 0 && rows);
-    m_next->setEnabled(rows && place != count - 1);
+    m_first->setEnabled(onRow && !m_recordset.isFirst());
+    m_previous->setEnabled(rows && !m_recordset.isFirst());
+    m_next->setEnabled(rows && !m_recordset.isLast());
     m_last->setEnabled(m_next->isEnabled());
+}
+
+void DataControl::countPlace() {
+    if (!m_recordset.isOpen() || jet::Waiting::isAsking() || m_recordset.knowsPlace())
+        return;
+    m_recordset.absolutePosition();
+    m_recordset.recordCount();
+    showPlace();
 }
 
 } // namespace controls

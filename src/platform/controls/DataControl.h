@@ -43,6 +43,7 @@ class DataControl : public QWidget {
 
   private:
     void showPlace();
+    void countPlace();
     jet::Recordset m_recordset;
     QToolButton* m_first;
     QToolButton* m_previous;

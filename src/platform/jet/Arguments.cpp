@@ -15,7 +15,10 @@ namespace {
 double numberOf(const Value& value) {
     if (value.kind() == Value::Kind::Text && !values::isNumeric(value.toText()))
         throw typeMismatchError();
-    return value.toDouble();
+    const double number = value.toDouble();
+    if (!std::isfinite(number))
+        throw overflowError();
+    return number;
 }
 
 qint64 wholeOf(const Value& value, double lowest, double highest) {
@@ -97,7 +100,7 @@ bool isBlank(const Value& value) {
 } // namespace
 
 void Arguments::addMoney(values::Currency value) {
-    if (m_exactMoney)
+    if (m_money == Money::AsText)
         addText(value.toText());
     else
         addReal(value.toDouble());

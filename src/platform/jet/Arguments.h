@@ -10,6 +10,9 @@ namespace jet {
 /// The values of one statement's parameters, ready to be bound.
 class Arguments {
   public:
+    /// How money is bound: as a number, or as a decimal text, since PostgreSQL's numeric is exact.
+    enum class Money : unsigned char { AsNumber, AsText };
+    explicit Arguments(Money money = Money::AsNumber) : m_money(money) {}
     enum class Kind : unsigned char { Null, Integer, Real, Text };
     struct Argument {
         Kind kind = Kind::Null;
@@ -18,10 +21,6 @@ class Arguments {
         double real = 0;
     };
 
-    void clear() {
-        m_list.resize(0);
-        m_texts.resize(0);
-    }
     int count() const { return static_cast<int>(m_list.size()); }
     const Argument& at(int index) const { return m_list[index]; }
     /// UTF-8, closed by a zero.
@@ -40,13 +39,11 @@ class Arguments {
     /// A value for a parameter; throws Error(typeMismatch), Error(6) for what the column can't
     /// hold.
     void add(const Value& value, Conversion conversion);
-    /// Whether decimal texts are wanted for money, as PostgreSQL's numeric is exact.
-    void setExactMoney(bool exact) { m_exactMoney = exact; }
 
   private:
     QVarLengthArray<Argument, 32> m_list;
     QVarLengthArray<char, 1024> m_texts;
-    bool m_exactMoney = false;
+    Money m_money;
 };
 
 /// The value as a column of a table holds it: money with four decimals and whole numbers rounded

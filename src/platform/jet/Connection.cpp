@@ -1,7 +1,7 @@
 #include "platform/jet/Connection.h"
 
 #include "platform/jet/Types.h"
-#include "platform/jet/engines/Sqlite.h"
+#include "platform/jet/Waiting.h"
 #include "platform/values/Clock.h"
 #include "platform/values/Literals.h"
 
@@ -35,10 +35,8 @@ Error undoneError() {
 } // namespace
 
 Connection::Connection(std::unique_ptr<Engine> engine)
-    : m_engine(std::move(engine)), m_dialect(m_engine->dialect()) {
-    m_arguments.setExactMoney(m_dialect.engine == Dialect::Engine::Postgres);
-    m_schema = m_engine->readSchema();
-}
+    : m_engine(std::move(engine)), m_dialect(m_engine->dialect()), m_schema(m_engine->readSchema()),
+      m_money(m_dialect.isPostgres() ? Arguments::Money::AsText : Arguments::Money::AsNumber) {}
 
 Connection::~Connection() {
     m_cache.clear();
@@ -114,7 +112,7 @@ StatementPtr Connection::statement(const Normalized& statement) {
         const Column* key = table != nullptr ? table->key() : nullptr;
         entry->givesCounter = key != nullptr && key->type == ColumnType::Counter;
         if (entry->givesCounter)
-            translation.sql += returning(key->name);
+            translation.sql += m_dialect.returning(key->name);
     }
     return entry;
 }
@@ -132,27 +130,24 @@ StatementPtr Connection::generated(const QString& key, const std::function<QByte
     return keep(key, std::move(translation));
 }
 
-Arguments& Connection::newArguments() {
-    m_arguments.clear();
-    return m_arguments;
-}
-
-Arguments& Connection::argumentsOf(const CachedStatement& statement,
-                                   const std::vector<Value>& literals) {
-    m_arguments.clear();
+Arguments Connection::argumentsOf(const CachedStatement& statement,
+                                  const std::vector<Value>& literals) const {
+    Arguments arguments(m_money);
     for (const Parameter& parameter : statement.translation.parameters) {
         if (parameter.literal < 0)
-            m_arguments.add(momentFor(parameter.literal), parameter.conversion);
+            arguments.add(momentFor(parameter.literal), parameter.conversion);
         else
-            m_arguments.add(literals[static_cast<std::size_t>(parameter.literal)],
-                            parameter.conversion);
+            arguments.add(literals[static_cast<std::size_t>(parameter.literal)],
+                          parameter.conversion);
     }
-    return m_arguments;
+    return arguments;
 }
 
 void Connection::checkUsable() const {
     if (m_broken)
         throw undoneError();
+    if (Waiting::isAsking()) // a timer or the like, while another statement is on its way
+        throw lockedError();
 }
 
 void Connection::noteFailure(const Error& error) {
@@ -162,35 +157,105 @@ void Connection::noteFailure(const Error& error) {
         m_cache.clear();
 }
 
-Engine::Outcome Connection::run(std::unique_ptr<Prepared>& slot, const QByteArray& sql,
-                                Access access, const Arguments& arguments, Rows* rows, int first) {
+const PreparedPtr& Connection::prepared(PreparedPtr& slot, const QByteArray& sql, Access access,
+                                        int first) {
     checkUsable();
+    if (!slot)
+        slot = first > 0 ? m_engine->prepareFirst(sql, first) : m_engine->prepare(sql, access);
+    return slot;
+}
+
+Outcome Connection::run(PreparedPtr& slot, const QByteArray& sql, Access access,
+                        const Arguments& arguments, Rows* rows, int first) {
     try {
-        if (!slot)
-            slot = first > 0 ? m_engine->prepareFirst(sql, first) : m_engine->prepare(sql, access);
-        return m_engine->run(*slot, arguments, rows, first > 0 ? first : -1);
+        return m_engine->run(prepared(slot, sql, access, first), arguments, rows,
+                             first > 0 ? first : -1);
     } catch (const Error& error) {
         noteFailure(error);
         throw;
     }
 }
 
-QByteArray Connection::returning(const QString& keyColumn) const {
-    if (m_dialect.engine == Dialect::Engine::Sqlite)
-        return {};
-    return " RETURNING " + quoted(keyColumn);
+Outcome Connection::run(const Read& read) {
+    try {
+        return m_engine->run(read.statement, read.arguments, read.rows, read.limit);
+    } catch (const Error& error) {
+        noteFailure(error);
+        throw;
+    }
 }
 
-QByteArray Connection::quoted(const QString& name) const {
-    QString text = m_dialect.engine == Dialect::Engine::Postgres ? name.toLower() : name;
-    return '"' + text.replace(u'"', u"\"\""_s).toUtf8() + '"';
+void Connection::runTogether(std::vector<Read>& reads) {
+    checkUsable();
+    try {
+        m_engine->runTogether(reads);
+    } catch (const Error& error) {
+        noteFailure(error);
+        throw;
+    }
 }
 
-QByteArray Connection::parameter(int number) const {
-    return (m_dialect.engine == Dialect::Engine::Postgres ? '$' : '?') + QByteArray::number(number);
+Touched Connection::write(CachedStatement& entry, const Arguments& arguments) {
+    Touched touched;
+    const QByteArray& sql = entry.translation.sql;
+    if (m_depth > 0 && m_engine->defers()) {
+        touched.m_deferred =
+            m_engine->writeLater(prepared(entry.whole, sql, Access::Writes), arguments, m_step);
+        touched.m_connection = this;
+        if (entry.givesCounter)
+            m_counterOf = touched.m_deferred;
+    } else {
+        const Outcome outcome = run(entry.whole, sql, Access::Writes, arguments);
+        touched.m_rows = outcome.touched;
+        if (entry.givesCounter && outcome.touched > 0) {
+            m_lastCounter = outcome.counter;
+            m_counterOf.reset();
+        }
+    }
+    return touched;
 }
 
-int Connection::execute(QStringView text) {
+void Connection::writeOne(CachedStatement& entry, const Arguments& arguments) {
+    const QByteArray& sql = entry.translation.sql;
+    if (m_depth > 0 && m_engine->defers())
+        m_engine->writeLater(prepared(entry.touching, sql, Access::MustTouch), arguments, m_step);
+    else if (run(entry.whole, sql, Access::Writes, arguments).touched == 0)
+        throw rowDeletedError();
+}
+
+DeferredPtr Connection::readLater(const PreparedPtr& statement, const Arguments& arguments,
+                                  int limit) {
+    checkUsable();
+    return m_depth == 0 && m_engine->defers() ? m_engine->readLater(statement, arguments, limit)
+                                              : nullptr;
+}
+
+bool Connection::settle(const Deferred& deferred) {
+    if (deferred.state == Deferred::State::Waiting) {
+        checkUsable();
+        try {
+            m_engine->sendWaiting();
+        } catch (const Error& error) {
+            noteFailure(error);
+            throw;
+        }
+    }
+    if (deferred.error) {
+        noteFailure(*deferred.error);
+        throw *deferred.error;
+    }
+    return deferred.state == Deferred::State::Done;
+}
+
+Touched::operator int() const {
+    if (!m_deferred)
+        return m_rows;
+    if (!m_connection->settle(*m_deferred))
+        throw undoneError();
+    return m_deferred->outcome.touched;
+}
+
+Touched Connection::execute(const QString& text) {
     const Normalized normalized = normalize(text);
     const StatementPtr entry = statement(normalized);
     switch (entry->translation.kind) {
@@ -198,43 +263,42 @@ int Connection::execute(QStringView text) {
         throw Error(errors::cannotExecuteSelect, u"Cannot execute a select query."_s);
     case StatementKind::Insert:
     case StatementKind::Update:
-    case StatementKind::Delete:
-        return write(*entry, normalized.literals);
+    case StatementKind::Delete: {
+        const Touched touched = write(*entry, argumentsOf(*entry, normalized.literals));
+        const std::vector<QByteArray>& more = entry->translation.more;
+        entry->more.resize(more.size());
+        for (std::size_t i = 0; i < more.size(); ++i) {
+            if (m_depth > 0 && m_engine->defers())
+                m_engine->writeLater(prepared(entry->more[i], more[i], Access::Writes),
+                                     newArguments(), m_step);
+            else
+                run(entry->more[i], more[i], Access::Writes, newArguments());
+        }
+        return touched;
+    }
     default:
         define(*entry, text);
-        return 0;
+        return Touched();
     }
 }
 
-int Connection::write(CachedStatement& entry, const std::vector<Value>& literals) {
-    const Arguments& arguments = argumentsOf(entry, literals);
-    const bool server = m_dialect.engine == Dialect::Engine::Postgres;
-    Rows given;
-    const Engine::Outcome outcome = run(entry.whole, entry.translation.sql, Access::Writes,
-                                        arguments, server && entry.givesCounter ? &given : nullptr);
-    if (entry.givesCounter && outcome.touched > 0)
-        m_lastCounter = server ? given.cell(given.count() - 1, 0).integer
-                               : static_cast<Sqlite&>(*m_engine).lastRow();
-    entry.more.resize(entry.translation.more.size());
-    for (std::size_t i = 0; i < entry.more.size(); ++i)
-        run(entry.more[i], entry.translation.more[i], Access::Writes, newArguments());
-    return outcome.touched;
-}
-
-Value Connection::insert(CachedStatement& entry, const Arguments& arguments, const Table& table) {
-    Value identity;
-    if (m_dialect.engine == Dialect::Engine::Sqlite) {
-        run(entry.whole, entry.translation.sql, Access::Writes, arguments);
-        identity = static_cast<Sqlite&>(*m_engine).lastRow();
-    } else {
-        Rows given;
-        run(entry.whole, entry.translation.sql, Access::Writes, arguments, &given);
-        identity = given.isEmpty() ? Value() : valueOf(given.cell(0, 0), std::nullopt);
-    }
+qint64 Connection::insert(CachedStatement& entry, const Arguments& arguments, const Table& table) {
+    const qint64 identity =
+        run(entry.whole, entry.translation.sql, Access::Writes, arguments).counter;
     const Column* key = table.key();
-    if (key != nullptr && key->type == ColumnType::Counter)
-        m_lastCounter = identity.toInteger();
+    if (key != nullptr && key->type == ColumnType::Counter) {
+        m_lastCounter = identity;
+        m_counterOf.reset();
+    }
     return identity;
+}
+
+qint64 Connection::lastCounter() {
+    if (const DeferredPtr insert = std::exchange(m_counterOf, nullptr)) {
+        if (settle(*insert) && insert->outcome.touched > 0)
+            m_lastCounter = insert->outcome.counter;
+    }
+    return m_lastCounter;
 }
 
 /// A definition with its indexes: all of it or nothing.
@@ -242,7 +306,7 @@ void Connection::define(const CachedStatement& entry, QStringView text) {
     const Translation definition = entry.translation;
     begin();
     try {
-        if (m_dialect.engine == Dialect::Engine::Postgres && !m_serverPrepared) {
+        if (m_dialect.isPostgres() && !m_serverPrepared) {
             for (const QByteArray& sql : serverPrelude())
                 m_engine->execute(sql);
             m_serverPrepared = true;
@@ -268,7 +332,7 @@ void Connection::define(const CachedStatement& entry, QStringView text) {
 
 void Connection::begin() {
     checkUsable();
-    m_engine->begin(m_depth);
+    m_engine->begin(m_depth, m_step);
     ++m_depth;
 }
 
@@ -289,6 +353,7 @@ void Connection::rollback() {
     if (m_depth == 0)
         throw Error(errors::noTransaction, u"No transaction is open."_s);
     --m_depth;
+    m_counterOf.reset();
     const bool standing = m_engine->inTransaction();
     if (m_depth == 0)
         m_broken = false;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/jet/Arguments.h"
+#include "platform/jet/Database.h"
 #include "platform/jet/Rows.h"
 #include "platform/jet/Schema.h"
 #include "platform/jet/Translate.h"
@@ -15,8 +16,9 @@ namespace jet {
 /// A statement that was translated once, with what the engine has prepared of it so far.
 struct CachedStatement {
     Translation translation;
-    std::unique_ptr<Prepared> whole, firstRow, keyed, keys, row;
-    std::vector<std::unique_ptr<Prepared>> more;
+    PreparedPtr whole, firstRow, exists, keyed, keys, row, touching;
+    PreparedPtr up, upFar, down, downFar, last, count, countBelow, few, fewBelow;
+    std::vector<PreparedPtr> more;
     ColumnType keyType = ColumnType::Long; ///< of a dynaset's key
     bool givesCounter = false;             ///< an INSERT into a table with a counter
     quint64 lastUse = 0;
@@ -43,26 +45,39 @@ class Connection {
     /// A statement in the engine's own SQL, kept under it.
     StatementPtr generated(const QString& key, const std::function<QByteArray()>& sql);
 
-    /// The arguments of a statement, empty; they are good until the next one runs.
-    Arguments& newArguments();
+    /// The arguments of a statement, none so far.
+    Arguments newArguments() const { return Arguments(m_money); }
     /// The arguments that a statement's literals make.
-    Arguments& argumentsOf(const CachedStatement& statement, const std::vector<Value>& literals);
+    Arguments argumentsOf(const CachedStatement& statement,
+                          const std::vector<Value>& literals) const;
 
-    /// Runs what `slot` holds, preparing `sql` into it the first time. `first` over 0: a select of
-    /// which no more than so many rows are taken.
-    Engine::Outcome run(std::unique_ptr<Prepared>& slot, const QByteArray& sql, Access access,
-                        const Arguments& arguments, Rows* rows = nullptr, int first = 0);
+    /// What `slot` holds, preparing `sql` into it the first time. `first` over 0: a select of which
+    /// no more than so many rows are taken.
+    const PreparedPtr& prepared(PreparedPtr& slot, const QByteArray& sql, Access access,
+                                int first = 0);
+    /// Runs it.
+    Outcome run(PreparedPtr& slot, const QByteArray& sql, Access access, const Arguments& arguments,
+                Rows* rows = nullptr, int first = 0);
+    Outcome run(const Read& read);
+    void runTogether(std::vector<Read>& reads);
+    /// A write whose outcome may be asked for later: sent with the next statement where the engine
+    /// is far away and a transaction is open, run at once elsewhere.
+    Touched write(CachedStatement& statement, const Arguments& arguments);
+    /// A write that throws rowDeleted, at once or when it is sent, where it meets no row.
+    void writeOne(CachedStatement& statement, const Arguments& arguments);
+    /// A select that is sent with the next statement; nullptr where it must be run at once.
+    DeferredPtr readLater(const PreparedPtr& statement, const Arguments& arguments, int limit);
+    /// Lets what was deferred come to an end and throws its error; false if it was dropped.
+    bool settle(const Deferred& deferred);
 
     /// Runs a statement of the dialect that is no select; the number of rows it touched.
-    int execute(QStringView text);
+    Touched execute(const QString& text);
     /// Inserts a row by a generated statement and tells the identity that the engine gave it.
-    Value insert(CachedStatement& statement, const Arguments& arguments, const Table& table);
-    /// A name, and the n-th parameter (from 1), as the engine's SQL has them.
-    QByteArray quoted(const QString& name) const;
-    QByteArray parameter(int number) const;
-    /// The engine's way to get the new row's key from an INSERT.
-    QByteArray returning(const QString& keyColumn) const;
-    qint64 lastCounter() const { return m_lastCounter; }
+    qint64 insert(CachedStatement& statement, const Arguments& arguments, const Table& table);
+    qint64 lastCounter();
+
+    const QString& step() const { return m_step; }
+    void setStep(const QString& name) { m_step = name; }
 
     void begin();
     void commit();
@@ -76,7 +91,6 @@ class Connection {
     StatementPtr translated(const QString& key, Translate translate);
     void reloadSchema();
     void define(const CachedStatement& statement, QStringView text);
-    int write(CachedStatement& statement, const std::vector<Value>& literals);
     void noteFailure(const Error& error);
     void checkUsable() const;
 
@@ -85,8 +99,10 @@ class Connection {
     Schema m_schema;
     QHash<QString, StatementPtr> m_cache;
     quint64 m_uses = 0;
-    Arguments m_arguments;
+    Arguments::Money m_money;
     qint64 m_lastCounter = 0;
+    DeferredPtr m_counterOf; ///< the INSERT that is to tell the last counter
+    QString m_step;
     int m_depth = 0;
     bool m_broken = false; ///< the engine gave up the transaction that is still open here
     bool m_schemaStale = false;

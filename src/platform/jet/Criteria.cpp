@@ -218,7 +218,7 @@ std::optional<bool> Criteria::Data::test(const Expression& expression, const Fie
 }
 
 Criteria::Criteria(const Normalized& criteria) : m_data(std::make_unique<Data>()) {
-    m_data->text = criteria;
+    m_data->text = asWritten(criteria);
     m_data->root = Parser(m_data->text).criterion();
 }
 

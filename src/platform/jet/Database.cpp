@@ -2,6 +2,7 @@
 
 #include "platform/jet/Connection.h"
 #include "platform/jet/Location.h"
+#include "platform/jet/ManyRows.h"
 #include "platform/jet/RecordsetData.h"
 #include "platform/jet/engines/Postgres.h"
 #include "platform/jet/engines/Sqlite.h"
@@ -58,41 +59,74 @@ void Database::tidy() {
 }
 
 Recordset Database::openRecordset(const QString& select, RecordsetType type) {
-    return Recordset(std::make_shared<RecordsetData>(*m_connection, selectOf(select), type));
+    auto data = std::make_shared<RecordsetData>(*m_connection, selectOf(select), type);
+    data->load();
+    return Recordset(std::move(data));
 }
 
-int Database::execute(const QString& statement) {
+std::vector<Recordset> Database::together(const std::vector<WantedSet>& wanted) {
+    std::vector<Recordset> sets;
+    std::vector<Read> reads;
+    for (const WantedSet& set : wanted) {
+        sets.push_back(Recordset(
+            std::make_shared<RecordsetData>(*m_connection, selectOf(set.select), set.type)));
+        reads.push_back(sets.back().m_data->request());
+    }
+    m_connection->runTogether(reads);
+    for (std::size_t i = 0; i < sets.size(); ++i)
+        sets[i].m_data->received(reads[i].outcome);
+    return sets;
+}
+
+Recordset Database::openLater(const QString& select, RecordsetType type) {
+    auto data = std::make_shared<RecordsetData>(*m_connection, selectOf(select), type);
+    data->requestLater();
+    return Recordset(std::move(data));
+}
+
+Touched Database::execute(const QString& statement) {
     return m_connection->execute(statement);
+}
+
+Touched Database::insertRows(const QString& table, const QStringList& columns,
+                             const std::vector<std::vector<Value>>& rows) {
+    return ManyRows(*m_connection, table, columns).insert(rows);
+}
+
+Touched Database::updateRows(const QString& table, const QStringList& columns, int keys,
+                             const std::vector<std::vector<Value>>& rows) {
+    return ManyRows(*m_connection, table, columns).update(rows, keys);
 }
 
 namespace {
 
-/// The first row of a select; false where there is none.
-bool firstRow(Connection& connection, const QString& select, Rows& rows, StatementPtr& statement) {
-    const Normalized normalized = normalize(select);
-    statement = connection.statement(normalized);
+StatementPtr selectStatement(Connection& connection, const Normalized& normalized) {
+    StatementPtr statement = connection.statement(normalized);
     if (statement->translation.kind != StatementKind::Select)
         throw Error(errors::notASelect, u"Invalid operation: the statement returns no records."_s);
-    const Arguments& arguments = connection.argumentsOf(*statement, normalized.literals);
-    connection.run(statement->firstRow, statement->translation.sql, Engine::Access::Reads,
-                   arguments, &rows, 1);
-    return !rows.isEmpty();
+    return statement;
 }
 
 } // namespace
 
 Value Database::lookup(const QString& select) {
+    const Normalized normalized = normalize(select);
+    const StatementPtr statement = selectStatement(*m_connection, normalized);
     Rows rows;
-    StatementPtr statement;
-    if (!firstRow(*m_connection, select, rows, statement))
+    m_connection->run(statement->firstRow, statement->translation.sql, Engine::Access::Reads,
+                      m_connection->argumentsOf(*statement, normalized.literals), &rows, 1);
+    if (rows.isEmpty())
         return {};
     return valueOf(rows.cell(0, 0), statement->translation.columns.front().type);
 }
 
 bool Database::hasRows(const QString& select) {
+    const Normalized normalized = normalize(select);
+    const StatementPtr statement = selectStatement(*m_connection, normalized);
     Rows rows;
-    StatementPtr statement;
-    return firstRow(*m_connection, select, rows, statement);
+    m_connection->run(statement->exists, statement->translation.existsSql, Engine::Access::Reads,
+                      m_connection->argumentsOf(*statement, normalized.literals), &rows);
+    return rows.cell(0, 0).integer != 0;
 }
 
 qint64 Database::lastCounter() const {
@@ -110,7 +144,7 @@ int Database::width(QStringView table, QStringView column) const {
 }
 
 bool Database::isServer() const {
-    return m_connection->dialect().engine == Dialect::Engine::Postgres;
+    return m_connection->dialect().isPostgres();
 }
 
 QString Database::name() const {
@@ -128,6 +162,19 @@ void Workspace::rollback() {
 }
 int Workspace::depth() const {
     return m_database.m_connection->depth();
+}
+
+quint64 Database::waits() const {
+    return m_connection->engine().waits();
+}
+
+Step::Step(Database& database, const QString& name)
+    : m_connection(*database.m_connection), m_before(m_connection.step()) {
+    m_connection.setStep(name);
+}
+
+Step::~Step() {
+    m_connection.setStep(m_before);
 }
 
 Transaction::Transaction(Database& database) : m_workspace(database) {

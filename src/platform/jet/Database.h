@@ -6,12 +6,38 @@
 
 #include <QString>
 
-#include <functional>
 #include <memory>
+#include <vector>
 
 namespace jet {
 
 class Connection;
+struct Deferred;
+
+/// The number of rows that a write touched. Who doesn't ask for it needn't wait: on a server, the
+/// writes of a transaction travel with the next statement whose outcome is asked for, or with the
+/// commit. The error of one that fails then comes from there, tells the step in which the write was
+/// given (see step()), and the transaction is undone.
+class Touched {
+  public:
+    explicit Touched(int rows = 0) : m_rows(rows) {}
+    operator int() const;
+
+  private:
+    friend class Connection;
+    int m_rows;
+    std::shared_ptr<Deferred> m_deferred;
+    Connection* m_connection = nullptr;
+};
+
+/// A select for Database::together(), by itself as a snapshot.
+struct WantedSet {
+    QString select;
+    RecordsetType type = RecordsetType::Snapshot;
+
+    WantedSet(QString text, RecordsetType as = RecordsetType::Snapshot)
+        : select(std::move(text)), type(as) {}
+};
 
 /// One open database: a file (SQLite) or a server (PostgreSQL). All statements are in the dialect;
 /// see Translate.h. Not thread-safe: it belongs to the thread of the user interface.
@@ -32,14 +58,31 @@ class Database {
     Database& operator=(const Database&) = delete;
 
     Recordset openRecordset(const QString& select, RecordsetType type = RecordsetType::Dynaset);
+    /// Opens sets that don't hang on each other, in one wait on a server. If one fails, all do.
+    std::vector<Recordset> together(const std::vector<WantedSet>& wanted);
+    /// A set that nobody waits for: it comes with the next statement, at the latest when one of its
+    /// rows is asked for, and its error with it. Within a transaction as openRecordset.
+    Recordset openLater(const QString& select, RecordsetType type = RecordsetType::Snapshot);
     /// Runs a statement that is no select; returns the number of rows it touched.
-    int execute(const QString& statement);
+    Touched execute(const QString& statement);
+    /// Inserts rows as one statement: one wait, however many they are. Each row has a value for
+    /// each of the columns. The values are taken as Recordset::set takes them.
+    Touched insertRows(const QString& table, const QStringList& columns,
+                       const std::vector<std::vector<Value>>& rows);
+    /// Updates rows as one statement. The first `keys` of the columns tell which row a row of
+    /// values is for; the others are written.
+    Touched updateRows(const QString& table, const QStringList& columns, int keys,
+                       const std::vector<std::vector<Value>>& rows);
     /// First field of the first row of a select; Null where there is no row.
     Value lookup(const QString& select);
     bool hasRows(const QString& select);
 
     /// The counter that this connection's last INSERT was given.
     qint64 lastCounter() const;
+
+    /// How often this object has waited for a server since it was opened; 0 on a file. What a step
+    /// of a person costs over a wire is this number before and after it.
+    quint64 waits() const;
 
     /// On a server: lets it reuse what deleted rows took. Nothing on a file; see compactFile.
     void tidy();
@@ -55,6 +98,7 @@ class Database {
     friend class Workspace;
     friend class Recordset;
     friend class RecordsetData;
+    friend class Step;
     explicit Database(std::unique_ptr<Connection> connection);
     std::unique_ptr<Connection> m_connection;
 };
@@ -88,5 +132,33 @@ class Transaction {
     Workspace m_workspace;
     bool m_open = true;
 };
+
+/// Gives the statements of a scope a name, which the error of one of them tells wherever it comes
+/// out: Error::step().
+class Step {
+  public:
+    Step(Database& database, const QString& name);
+    ~Step();
+    Step(const Step&) = delete;
+    Step& operator=(const Step&) = delete;
+
+  private:
+    Connection& m_connection;
+    QString m_before;
+};
+
+/// Runs a step of a change. Errors that leave it, and those of its writes that are sent later, tell
+/// its name.
+template <class Work>
+auto step(Database& database, const QString& name, Work work) {
+    const Step scope(database, name);
+    try {
+        return work();
+    } catch (const Error& error) {
+        if (error.step())
+            throw;
+        throw error.withStep(name);
+    }
+}
 
 } // namespace jet

@@ -192,12 +192,9 @@ class DefinitionReader {
 class DefinitionWriter {
   public:
     explicit DefinitionWriter(const Dialect& dialect)
-        : m_dialect(dialect), m_postgres(dialect.engine == Dialect::Engine::Postgres) {}
+        : m_dialect(dialect), m_postgres(dialect.isPostgres()) {}
 
-    QByteArray quoted(const QString& name) const {
-        QString text = m_postgres ? name.toLower() : name;
-        return '"' + text.replace(u'"', u"\"\""_s).toUtf8() + '"';
-    }
+    QByteArray quoted(const QString& name) const { return m_dialect.quoted(name); }
 
     QByteArray column(const QString& table, const Column& column, bool inlineKey,
                       bool notNull) const {
@@ -253,9 +250,7 @@ class DefinitionWriter {
 const Table& existing(const Schema& schema, const QString& name) {
     const Table* table = schema.table(name);
     if (table == nullptr)
-        throw Error(errors::noSuchTable,
-                    u"The database engine cannot find the input table or query '%1'. "
-                    "Make sure it exists and that its name is spelled correctly."_s.arg(name));
+        throw noSuchTableError(name);
     return *table;
 }
 

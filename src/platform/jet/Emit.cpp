@@ -22,19 +22,14 @@ bool isNumber(Type type) {
 }
 
 Emitter::Emitter(const Normalized& statement, const Schema& schema, const Dialect& dialect)
-    : m_statement(statement), m_schema(schema),
-      m_postgres(dialect.engine == Dialect::Engine::Postgres) {
+    : m_statement(statement), m_schema(schema), m_dialect(dialect),
+      m_postgres(dialect.isPostgres()) {
     const std::size_t count = statement.literals.size();
     m_parameters.resize(count);
     m_parameterTypes.resize(count);
     m_used.resize(count);
     for (std::size_t i = 0; i < count; ++i)
         m_parameters[i].literal = static_cast<int>(i);
-}
-
-QByteArray Emitter::quoted(const QString& name) const {
-    QString text = m_postgres ? name.toLower() : name;
-    return '"' + text.replace(u'"', u"\"\""_s).toUtf8() + '"';
 }
 
 QByteArray Emitter::columnSql(const Resolved& resolved) const {
@@ -72,9 +67,7 @@ void Emitter::checkNames() const {
 const Table& Emitter::tableNamed(const QString& name) const {
     const Table* table = m_schema.table(name);
     if (table == nullptr)
-        throw Error(errors::noSuchTable,
-                    u"The database engine cannot find the input table or query '%1'. "
-                    "Make sure it exists and that its name is spelled correctly."_s.arg(name));
+        throw noSuchTableError(name);
     return *table;
 }
 
@@ -266,8 +259,13 @@ Translation Emitter::emit(const Statement& statement) {
             if (const Table* table = m_schema.table(leading->name))
                 result.table = table->name;
         }
-        if (statement.query.selects.size() == 1)
-            result.dynaset = plan(statement.query, select(first, nullptr));
+        if (statement.query.selects.size() == 1) {
+            const SelectParts parts = select(first, nullptr);
+            result.dynaset = plan(statement.query, parts);
+            result.existsSql = exists(parts);
+        }
+        if (result.existsSql.isEmpty())
+            result.existsSql = "SELECT EXISTS (" + result.sql + ')';
         break;
     }
     case Statement::Kind::Insert:
@@ -337,12 +335,12 @@ Translation translateDefinition(const Normalized& statement, const Schema& schem
                                 const Dialect& dialect);
 
 Translation translate(const Normalized& statement, const Schema& schema, const Dialect& dialect) {
-    const QStringView key = statement.key;
     for (const char16_t* word : {u"create ", u"alter ", u"drop "})
-        if (key.startsWith(QStringView(word), Qt::CaseInsensitive))
+        if (statement.key.startsWith(QStringView(word), Qt::CaseInsensitive))
             return translateDefinition(statement, schema, dialect);
-    const Statement tree = Parser(statement).statement();
-    return Emitter(statement, schema, dialect).emit(tree);
+    const Normalized written = asWritten(statement);
+    const Statement tree = Parser(written).statement();
+    return Emitter(written, schema, dialect).emit(tree);
 }
 
 namespace {
@@ -358,10 +356,11 @@ void shiftLiterals(Expression& expression, int by) {
 
 Translation translateFind(const Normalized& select, const Normalized& criteria,
                           const Schema& schema, const Dialect& dialect) {
-    const Statement statement = Parser(select).statement();
-    const ExpressionPtr criterion = Parser(criteria).criterion();
-    shiftLiterals(*criterion, static_cast<int>(select.literals.size()));
-    Normalized both = select;
+    Normalized both = asWritten(select);
+    const Normalized criteriaWritten = asWritten(criteria);
+    const Statement statement = Parser(both).statement();
+    const ExpressionPtr criterion = Parser(criteriaWritten).criterion();
+    shiftLiterals(*criterion, static_cast<int>(both.literals.size()));
     both.literals.insert(both.literals.end(), criteria.literals.begin(), criteria.literals.end());
     return Emitter(both, schema, dialect).emitFind(statement, *criterion);
 }

@@ -63,7 +63,7 @@ class Emitter {
 
   private:
     // Emit.cpp: names, literals, parameters
-    QByteArray quoted(const QString& name) const;
+    QByteArray quoted(const QString& name) const { return m_dialect.quoted(name); }
     QByteArray columnSql(const Resolved& resolved) const;
     Resolved find(const Scope& scope, const QString& qualifier, const QString& name) const;
     Resolved resolve(const Scope& scope, const Expression& column);
@@ -122,17 +122,18 @@ class Emitter {
                              const QByteArray& orderBy, const QByteArray& extraCondition = {},
                              const QByteArray& extraColumns = {});
     std::optional<DynasetPlan> plan(const Query& query, const SelectParts& parts);
+    QByteArray exists(const SelectParts& parts) const;
     static bool hasAggregate(const Expression& expression);
     std::vector<ResultColumn> columnsOf(const Query& query, const Scope* parent);
 
     // EmitWrite.cpp
-    QByteArray sequenceCatchUp(const Table& table, const Column& counter) const;
     void insert(const Statement& statement, Translation& result);
     void update(const Statement& statement, Translation& result);
     void remove(const Statement& statement, Translation& result);
 
     const Normalized& m_statement;
     const Schema& m_schema;
+    Dialect m_dialect;
     bool m_postgres;
     std::vector<Parameter> m_parameters;
     std::vector<QByteArray> m_parameterTypes; ///< PostgreSQL's type of each

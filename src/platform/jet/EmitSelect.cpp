@@ -300,6 +300,16 @@ std::vector<ResultColumn> Emitter::columnsOf(const Query& query, const Scope* pa
     return parts.columns;
 }
 
+/// Whether a select has rows, without its columns and order; empty where they matter for that.
+QByteArray Emitter::exists(const SelectParts& parts) const {
+    if (parts.aggregated || parts.from.isEmpty())
+        return {};
+    SelectParts any = parts;
+    any.distinct = false;
+    const QByteArray unused = unusedParameters(joined(any, "1", {}));
+    return "SELECT EXISTS (" + joined(any, "1", {}, {}, unused) + ')';
+}
+
 std::optional<DynasetPlan> Emitter::plan(const Query& query, const SelectParts& parts) {
     if (query.selects.size() != 1 || parts.distinct || parts.aggregated ||
         parts.scope.sources.empty())
@@ -342,6 +352,22 @@ std::optional<DynasetPlan> Emitter::plan(const Query& query, const SelectParts& 
                        : '?' + number;
     row.where = test;
     plan.rowSql = joined(row, list, {}, {}, unusedParameters(joined(row, list, {})));
+
+    plan.inKeyOrder = parts.top < 0 && keyOf != nullptr && order == key &&
+                      (keyType == ColumnType::Counter || keyType == ColumnType::Long);
+    if (plan.inKeyOrder) {
+        const QByteArray bound = test.mid(key.size() + 3);
+        const QByteArray extra = ", " + key;
+        plan.upSql = joined(parts, list, key, key + " >= " + bound, extra);
+        plan.downSql = joined(parts, list, key + " DESC", key + " <= " + bound, extra);
+        plan.lastSql = joined(parts, list, key + " DESC", {}, extra);
+        const auto counted = [&](const QByteArray& condition) {
+            return joined(parts, "1", {}, condition,
+                          unusedParameters(joined(parts, "1", {}, condition)));
+        };
+        plan.countedSql = counted({});
+        plan.countedBelowSql = counted(key + " < " + bound);
+    }
     return plan;
 }
 

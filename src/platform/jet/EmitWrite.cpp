@@ -35,10 +35,7 @@ void Emitter::insert(const Statement& statement, Translation& result) {
     for (const QString& name : names) {
         const Column* column = table.column(name);
         if (column == nullptr)
-            throw Error(errors::unknownField,
-                        u"The INSERT INTO statement contains the following unknown "
-                        "field name: '%1'. Make sure you have typed the name "
-                        "correctly, and try the operation again."_s.arg(name));
+            throw unknownFieldError(name);
         targets.push_back(column);
         list += (list.isEmpty() ? "" : ", ") + quoted(column->name);
     }
@@ -46,7 +43,7 @@ void Emitter::insert(const Statement& statement, Translation& result) {
     if (m_postgres)
         for (const Column* column : targets)
             if (column->type == ColumnType::Counter)
-                result.more.push_back(sequenceCatchUp(table, *column));
+                result.more.push_back(Dialect::catchUp(table.name, column->name));
 
     const auto differs = [] {
         return Error(errors::syntax, u"Number of query values and destination fields "
@@ -67,14 +64,6 @@ void Emitter::insert(const Statement& statement, Translation& result) {
     for (std::size_t i = 0; i < targets.size(); ++i)
         values += (i == 0 ? "" : ", ") + assigned(*statement.values[i], scope, *targets[i]);
     result.sql += "VALUES (" + values + ')';
-}
-
-/// Lets a counter go on behind the highest number, and never back: numbers are given out once.
-QByteArray Emitter::sequenceCatchUp(const Table& table, const Column& counter) const {
-    const QByteArray sequence = "pg_get_serial_sequence('" + quoted(table.name) + "', '" +
-                                counter.name.toLower().toUtf8() + "')";
-    return "SELECT setval(" + sequence + ", greatest(max(" + quoted(counter.name) + "), nextval(" +
-           sequence + ") - 1, 1)) FROM " + quoted(table.name);
 }
 
 void Emitter::update(const Statement& statement, Translation& result) {

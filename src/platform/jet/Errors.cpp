@@ -25,12 +25,32 @@ Error typeMismatchError() {
 }
 
 Error lockedError() {
-    return Error(errors::locked,
-                 u"Could not update; another station is writing to the database."_s);
+    return Error(errors::locked, u"Could not update; another station is writing to the database."_s,
+                 Failure::LockNotHad);
 }
 
 Error overflowError() {
     return Error(errors::overflow, u"Overflow"_s);
+}
+
+Error rowDeletedError() {
+    return Error(errors::rowDeleted, u"Record is deleted."_s);
+}
+
+Error noSuchTableError(const QString& table) {
+    return Error(errors::noSuchTable,
+                 u"The database engine cannot find the input table or query '%1'. "
+                 "Make sure it exists and that its name is spelled correctly."_s.arg(table));
+}
+
+Error unknownFieldError(const QString& field) {
+    return Error(errors::unknownField, u"The INSERT INTO statement contains the following unknown "
+                                       "field name: '%1'. Make sure you have typed the name "
+                                       "correctly, and try the operation again."_s.arg(field));
+}
+
+Error notUpdatableError() {
+    return Error(errors::notUpdatable, u"Cannot update. Database or object is read-only."_s);
 }
 
 } // namespace jet

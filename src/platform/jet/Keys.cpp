@@ -54,6 +54,27 @@ void Keys::erase(int position) {
         m_values.erase(m_values.begin() + position);
 }
 
+int Keys::below(qint64 number) const {
+    return static_cast<int>(std::lower_bound(m_numbers.begin(), m_numbers.end(), number) -
+                            m_numbers.begin());
+}
+
+void Keys::insert(int position, qint64 number) {
+    m_numbers.insert(m_numbers.begin() + position, number);
+}
+
+void Keys::cut(int from) {
+    m_numbers.erase(m_numbers.begin() + from, m_numbers.end());
+}
+
+void Keys::replaceFirst(int count, const Rows& rows, int column) {
+    std::vector<qint64> numbers;
+    for (int row = rows.count() - 1; row >= 0; --row)
+        numbers.push_back(rows.cell(row, column).integer);
+    numbers.insert(numbers.end(), m_numbers.begin() + count, m_numbers.end());
+    m_numbers = std::move(numbers);
+}
+
 int Keys::count() const {
     return static_cast<int>(m_whole ? m_numbers.size() : m_values.size());
 }

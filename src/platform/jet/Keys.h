@@ -16,6 +16,13 @@ class Keys {
     void append(const Value& key);
     void replace(int position, const Value& key);
     void erase(int position);
+    /// Of plain numbers in their order: how many are below one.
+    int below(qint64 number) const;
+    void insert(int position, qint64 number);
+    /// Lets go all from a place on.
+    void cut(int from);
+    /// Puts others, in descending order, in the place of the first ones.
+    void replaceFirst(int count, const Rows& rows, int column);
     int count() const;
     Value at(int position) const;
     /// Place of a key; -1 if the set doesn't hold it.

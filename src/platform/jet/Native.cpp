@@ -24,7 +24,7 @@ int Native::write(const QByteArray& sql, const Arguments& arguments) {
 }
 
 std::vector<Native::Row> Native::rows(const QByteArray& sql) {
-    std::unique_ptr<Prepared> statement;
+    PreparedPtr statement;
     Rows read;
     m_connection.run(statement, sql, Engine::Access::Reads, Arguments(), &read);
     std::vector<Row> result;
@@ -44,11 +44,11 @@ Value Native::value(const QByteArray& sql) {
 }
 
 QByteArray Native::quoted(const QString& name) const {
-    return m_connection.quoted(name);
+    return m_connection.dialect().quoted(name);
 }
 
 QByteArray Native::parameter(int number) const {
-    return m_connection.parameter(number);
+    return m_connection.dialect().parameter(number);
 }
 
 } // namespace jet

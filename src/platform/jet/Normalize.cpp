@@ -4,6 +4,7 @@
 #include <QVarLengthArray>
 
 #include <array>
+#include <cmath>
 
 namespace jet {
 
@@ -20,6 +21,9 @@ constexpr std::array<bool, 128> wordTable = [] {
     return table;
 }();
 
+char16_t smallOf(char16_t c) {
+    return c >= u'A' && c <= u'Z' ? static_cast<char16_t>(c | 0x20) : c;
+}
 bool inWord(char16_t c) {
     return c >= 128 ? c != 0xA0 : wordTable[c];
 }
@@ -42,8 +46,10 @@ bool isWord(const char16_t* word, qsizetype length, QStringView lower) {
 
 class Normalizer {
   public:
-    Normalizer(QStringView text, bool lift)
-        : m_begin(text.utf16()), m_at(m_begin), m_end(m_begin + text.size()), m_lift(lift) {}
+    enum class Letters { Folded, AsWritten };
+    Normalizer(QStringView text, bool lift, Letters letters)
+        : m_begin(text.utf16()), m_at(m_begin), m_end(m_begin + text.size()), m_lift(lift),
+          m_fold(letters == Letters::Folded) {}
 
     /// False: a literal stands where its value shapes the statement, so that none may be lifted.
     bool run(Normalized& result) {
@@ -87,6 +93,17 @@ class Normalizer {
         m_at = end;
     }
 
+    /// Copies a name, in small letters unless it is a column's alias.
+    void copyName(const char16_t* start, qsizetype length) {
+        const qsizetype place = m_key.size();
+        m_key.append(start, length);
+        if (!m_fold || (m_previous == u'a' && isWord(m_lastWord, m_lastWordLength, u"as")))
+            return;
+        char16_t* letter = m_key.data() + place;
+        for (const char16_t* end = letter + length; letter < end; ++letter)
+            *letter = smallOf(*letter);
+    }
+
     /// What a message shows of a statement that ends within a text: its condition.
     QStringView currentExpression() const {
         const QStringView whole(m_begin, m_end);
@@ -113,7 +130,7 @@ class Normalizer {
         const qsizetype length = m_at - start;
         if (m_key.isEmpty() && (isWord(start, length, u"create") ||
                                 isWord(start, length, u"alter") || isWord(start, length, u"drop")))
-            m_lift = false;
+            m_lift = m_fold = false;
         switch (length) {
         case 2:
             if (isWord(start, length, u"by")) {
@@ -132,9 +149,9 @@ class Normalizer {
         default:
             break;
         }
+        copyName(start, length);
         m_lastWord = start;
         m_lastWordLength = length;
-        m_key.append(start, length);
         m_previous = u'a';
         m_afterName = true;
     }
@@ -177,7 +194,10 @@ class Normalizer {
             result.literals.emplace_back(digits == start ? whole : -whole);
             return lifted(u'i');
         }
-        result.literals.emplace_back(QStringView(start, end).toDouble());
+        const double value = QStringView(start, end).toDouble();
+        if (!std::isfinite(value))
+            throw overflowError();
+        result.literals.emplace_back(value);
         return lifted(u'd');
     }
 
@@ -253,9 +273,8 @@ class Normalizer {
         if (m_at >= m_end)
             throw Error(errors::syntax,
                         u"Invalid bracketing of name '%1'."_s.arg(QStringView(start, m_end)));
-        const char16_t* behind = m_at + 1;
-        m_at = start;
-        copyTo(behind);
+        ++m_at;
+        copyName(start, m_at - start);
         m_previous = u']';
         m_afterName = true;
         m_lastWordLength = 0;
@@ -285,6 +304,7 @@ class Normalizer {
     const char16_t* m_at;
     const char16_t* m_end;
     bool m_lift;
+    bool m_fold;
     QVarLengthArray<char16_t, 1024> m_key;
     bool m_pendingBlank = false;
     char16_t m_previous = 0; ///< last character that isn't blank; 'a' for a word, '?' for a literal
@@ -298,15 +318,28 @@ class Normalizer {
 
 } // namespace
 
-Normalized normalize(QStringView statement) {
+namespace {
+
+Normalized normalized(const QString& statement, Normalizer::Letters letters) {
     Normalized result;
-    if (Normalizer(statement, true).run(result))
+    result.statement = statement;
+    if (Normalizer(statement, true, letters).run(result))
         return result;
     // A literal in GROUP BY or ORDER BY must be the same text as in the select list, or is the
     // number of a column: then the literals are part of the statement.
     result.literals.clear();
-    Normalizer(statement, false).run(result);
+    Normalizer(statement, false, letters).run(result);
     return result;
+}
+
+} // namespace
+
+Normalized normalize(const QString& statement) {
+    return normalized(statement, Normalizer::Letters::Folded);
+}
+
+Normalized asWritten(const Normalized& statement) {
+    return normalized(statement.statement, Normalizer::Letters::AsWritten);
 }
 
 } // namespace jet

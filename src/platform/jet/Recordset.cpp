@@ -7,10 +7,24 @@ namespace jet {
 
 namespace {
 
-RecordsetData& opened(const std::shared_ptr<RecordsetData>& data) {
+RecordsetData& open(const std::shared_ptr<RecordsetData>& data) {
     if (!data)
         throw Error(errors::closed, u"Object invalid or no longer set."_s);
     return *data;
+}
+
+/// With its rows, where they were to come later.
+RecordsetData& opened(const std::shared_ptr<RecordsetData>& data) {
+    RecordsetData& set = open(data);
+    set.arrive();
+    return set;
+}
+
+/// The same for what a set can do before its rows are there.
+RecordsetData& early(const std::shared_ptr<RecordsetData>& data) {
+    RecordsetData& set = open(data);
+    set.arriveIfSent();
+    return set;
 }
 
 } // namespace
@@ -28,11 +42,21 @@ int Recordset::absolutePosition() const {
     return opened(m_data).absolutePosition();
 }
 
+bool Recordset::knowsPlace() const {
+    return opened(m_data).knowsPlace();
+}
+bool Recordset::isFirst() const {
+    return opened(m_data).isFirst();
+}
+bool Recordset::isLast() const {
+    return opened(m_data).isLast();
+}
+
 void Recordset::moveFirst() {
     opened(m_data).moveFirst();
 }
 void Recordset::moveLast() {
-    opened(m_data).moveLast();
+    early(m_data).moveLast();
 }
 void Recordset::moveNext() {
     opened(m_data).moveNext();
@@ -45,10 +69,10 @@ void Recordset::moveTo(int position) {
 }
 
 void Recordset::findFirst(const QString& criteria) {
-    opened(m_data).findFirst(criteria);
+    early(m_data).findFirst(criteria);
 }
 bool Recordset::noMatch() const {
-    return opened(m_data).noMatch();
+    return early(m_data).noMatch();
 }
 
 Value Recordset::bookmark() const {
@@ -69,7 +93,7 @@ QStringList Recordset::fieldNames() const {
 }
 
 void Recordset::addNew() {
-    opened(m_data).addNew();
+    early(m_data).addNew();
 }
 void Recordset::edit() {
     opened(m_data).edit();
@@ -91,14 +115,17 @@ Value Recordset::lastAddedKey() const {
 }
 
 void Recordset::requery() {
-    opened(m_data).load();
+    open(m_data).load();
+}
+bool Recordset::requeryAt(const Value& mark) {
+    return open(m_data).loadAt(mark);
 }
 void Recordset::refreshRow() {
     opened(m_data).refreshRow();
 }
 
 const QString& Recordset::sql() const {
-    return opened(m_data).sql();
+    return open(m_data).sql();
 }
 
 } // namespace jet

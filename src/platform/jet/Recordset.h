@@ -31,10 +31,16 @@ class Recordset {
     bool bof() const;
     bool eof() const;
     bool isEmpty() const { return bof() && eof(); }
-    /// All rows of the set: known at once, as the keys or rows are held.
+    /// All rows of the set. Of a large set that is held in part they have to be counted.
     int recordCount() const;
-    /// Place of the current row from 0; -1 at bof or eof.
+    /// Place of the current row from 0; -1 at bof or eof. Counted as recordCount().
     int absolutePosition() const;
+    /// Whether these two are known without asking the database.
+    bool knowsPlace() const;
+    /// Whether the current row is the set's first or last; known without counting the others. False
+    /// where there is none.
+    bool isFirst() const;
+    bool isLast() const;
 
     void moveFirst();
     void moveLast();
@@ -75,6 +81,9 @@ class Recordset {
 
     /// Reads the set again. Keeps no position: the first row is current.
     void requery();
+    /// Reads the set again and goes to a marked row, in one wait on a server. False if that has
+    /// gone; the row that moved up into its place is then current, or the last one.
+    bool requeryAt(const Value& mark);
     /// The row's fields are read again from the database.
     void refreshRow();
 

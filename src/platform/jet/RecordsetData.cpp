@@ -14,25 +14,30 @@ Error noCurrentRecord() {
     return Error(errors::noCurrentRecord, u"No current record."_s);
 }
 
-Error rowDeleted() {
-    return Error(errors::rowDeleted, u"Record is deleted."_s);
-}
-
 } // namespace
 
 RecordsetData::RecordsetData(Connection& connection, const QString& select, RecordsetType type)
-    : m_connection(connection), m_sql(select), m_type(type), m_select(normalize(select)) {
-    load();
-}
+    : m_connection(connection), m_type(type), m_select(normalize(select)) {}
 
 void RecordsetData::load() {
+    Read read = request();
+    read.outcome = m_connection.run(read);
+    received(read.outcome);
+}
+
+/// Forgets the rows.
+void RecordsetData::prepare() {
     m_statement = m_connection.statement(m_select);
     if (translation().kind != StatementKind::Select)
         throw Error(errors::notASelect, u"Invalid operation: the statement returns no records."_s);
+    m_later.reset();
     m_keys.clear();
     m_keysRead = true;
     m_added.clear();
     m_rows.clear();
+    m_rowsAt = 0;
+    m_rowsDown = m_unread = false;
+    m_part = {};
     m_changed.clear();
     m_cells.clear();
     m_removed = m_rowsStand = m_noMatch = false;
@@ -44,35 +49,68 @@ void RecordsetData::load() {
     m_kind = m_type == RecordsetType::Snapshot || !plan ? Kind::Whole
              : plan->singleTable                        ? Kind::Keyed
                                                         : Kind::Joined;
+}
+
+Read RecordsetData::request() {
+    prepare();
+    const auto& plan = translation().dynaset;
+    Read read{nullptr, m_connection.argumentsOf(*m_statement, m_select.literals), &m_rows};
+    const auto prepared = [&](PreparedPtr& slot, const QByteArray& sql, int first = 0) {
+        return m_connection.prepared(slot, sql, Engine::Access::Reads, first);
+    };
     if (m_kind == Kind::Keyed) {
-        loadKeyed();
+        read.statement = prepared(m_statement->keyed, plan->keyedSql, rowsReadAtOnce);
+        read.limit = rowsReadAtOnce;
+    } else if (m_kind == Kind::Joined) {
+        read.statement = prepared(m_statement->keys, plan->keysSql);
     } else {
-        const Arguments& arguments = m_connection.argumentsOf(*m_statement, m_select.literals);
-        if (m_kind == Kind::Joined)
-            m_connection.run(m_statement->keys, plan->keysSql, Engine::Access::Reads, arguments,
-                             &m_rows);
-        else
-            m_connection.run(m_statement->whole, translation().sql, Engine::Access::Reads,
-                             arguments, &m_rows);
+        read.statement = prepared(m_statement->whole, translation().sql);
+    }
+    return read;
+}
+
+void RecordsetData::received(const Outcome& outcome) {
+    if (m_kind == Kind::Keyed) {
+        m_rowsStand = outcome.complete;
+        if (outcome.complete) {
+            m_mark = m_connection.engine().mark();
+            m_keys.take(m_rows, columnCount(), keyType());
+        } else if (isPart()) {
+            m_rowsStand = true;
+            m_mark = m_connection.engine().mark();
+            m_keys.take(m_rows, columnCount(), keyType());
+            m_part.toLast = false;
+        } else {
+            m_rows.clear();
+            m_keysRead = false;
+        }
     }
     m_position = !m_keysRead || stored() > 0 ? 0 : -1;
     m_fresh = true;
 }
 
-void RecordsetData::loadKeyed() {
-    const DynasetPlan& plan = *translation().dynaset;
-    const Arguments& arguments = m_connection.argumentsOf(*m_statement, m_select.literals);
-    const Engine::Outcome outcome =
-        m_connection.run(m_statement->keyed, plan.keyedSql, Engine::Access::Reads, arguments,
-                         &m_rows, rowsReadAtOnce);
-    m_rowsStand = outcome.complete;
-    if (outcome.complete) {
-        m_mark = m_connection.engine().mark();
-        m_keys.take(m_rows, columnCount(), keyType());
+void RecordsetData::requestLater() {
+    prepare();
+    if (isPart()) {
+        m_unread = true;
         return;
     }
-    m_rows.clear();
-    m_keysRead = false;
+    Read read = request();
+    const DeferredPtr later = m_connection.readLater(read.statement, read.arguments, read.limit);
+    if (later)
+        m_later = later;
+    else
+        received(m_connection.run(read));
+}
+
+void RecordsetData::takeLater() {
+    const DeferredPtr later = std::exchange(m_later, nullptr);
+    if (!m_connection.settle(*later)) { // it was dropped with what it was to travel with
+        load();
+        return;
+    }
+    m_rows = std::move(later->rows);
+    received(later->outcome);
 }
 
 void RecordsetData::readKeys() const {
@@ -100,7 +138,7 @@ const Table& RecordsetData::baseTable() const {
                              ? m_connection.schema().table(translation().dynaset->table)
                              : nullptr;
     if (table == nullptr)
-        throw Error(errors::notUpdatable, u"Cannot update. Database or object is read-only."_s);
+        throw notUpdatableError();
     return *table;
 }
 
@@ -117,10 +155,15 @@ void RecordsetData::goTo(int position) {
 }
 
 void RecordsetData::drop(int position) {
+    const int row = held(position);
     if (m_kind == Kind::Keyed)
         keys().erase(position);
-    if (position < m_rows.count())
-        m_rows.erase(position);
+    if (row >= 0)
+        m_rows.erase(row);
+    if (position < m_rowsAt)
+        --m_rowsAt;
+    if (m_part.total > 0)
+        --m_part.total;
     if (!m_changed.isEmpty()) {
         decltype(m_changed) moved;
         for (auto it = m_changed.cbegin(); it != m_changed.cend(); ++it)
@@ -153,15 +196,19 @@ void RecordsetData::dropRemoved() {
 
 /// Goes on in a direction past rows that other stations have deleted; they leave the set.
 void RecordsetData::skipGone(int step) {
-    while (m_position >= 0 && m_position < stored() && !readCurrent()) {
+    reach();
+    while (m_position >= 0 && m_position < stored() && !readMoving(step)) {
         drop(m_position);
         goTo(step > 0 ? m_position : m_position - 1);
+        reach();
     }
 }
 
 void RecordsetData::moveFirst() {
     m_editing = Editing::No;
     dropRemoved();
+    if (!m_part.toFirst)
+        load();
     goTo(0);
     skipGone(1);
 }
@@ -169,6 +216,8 @@ void RecordsetData::moveFirst() {
 void RecordsetData::moveLast() {
     m_editing = Editing::No;
     dropRemoved();
+    if (isPart() && (m_unread || !m_part.toLast || !heldStand(stored() - 1)))
+        readLast();
     goTo(stored() - 1);
     skipGone(-1);
 }
@@ -200,6 +249,23 @@ void RecordsetData::moveTo(int position) {
         --position;
     m_editing = Editing::No;
     dropRemoved();
+    if (!isHeldWhole())
+        position -= offset();
+    if (!isHeldWhole() && (position < 0 || position >= stored())) {
+        // So far away that it has to be looked for.
+        PreparedPtr slot;
+        Rows rows;
+        const int place = position + offset();
+        m_connection.run(slot,
+                         translation().dynaset->keysSql + " LIMIT 1 OFFSET " +
+                             QByteArray::number(std::max(place, 0)),
+                         Engine::Access::Reads,
+                         m_connection.argumentsOf(*m_statement, m_select.literals), &rows);
+        if (place < 0 || rows.isEmpty() || !readAround(valueOf(rows.cell(0, 0), keyType()), true))
+            throw noCurrentRecord();
+        m_part.before = place - m_position;
+        return;
+    }
     if (position < 0 || position >= stored())
         throw noCurrentRecord();
     goTo(position);
@@ -209,7 +275,7 @@ void RecordsetData::needCurrent() const {
     if (bof() || eof())
         throw noCurrentRecord();
     if (m_removed)
-        throw rowDeleted();
+        throw rowDeletedError();
 }
 
 /// Has the current row's cells at hand; false if the row has gone.
@@ -219,9 +285,8 @@ bool RecordsetData::readCurrent() {
     if (m_kind != Kind::Keyed) {
         m_rows.read(m_position, m_cells);
     } else {
-        if (m_rowsStand && m_position < m_rows.count() &&
-            (m_fresh || m_connection.engine().stillStands(m_mark)))
-            m_rows.read(m_position, m_cells);
+        if (heldStand(m_position))
+            m_rows.read(held(m_position), m_cells);
         else if (!fetch())
             return false;
     }
@@ -233,10 +298,8 @@ bool RecordsetData::readCurrent() {
 bool RecordsetData::fetch() {
     m_rowsStand = false;
     m_fetched.clear();
-    // Before the arguments, since it may have to read the keys with the same statement's.
-    const Value key = m_position < stored() ? keyAt(m_position) : Value();
-    Arguments& arguments = m_connection.argumentsOf(*m_statement, m_select.literals);
-    arguments.add(key);
+    Arguments arguments = m_connection.argumentsOf(*m_statement, m_select.literals);
+    arguments.add(m_position < stored() ? keyAt(m_position) : Value());
     m_connection.run(m_statement->row, translation().dynaset->rowSql, Engine::Access::Reads,
                      arguments, &m_fetched);
     if (m_fetched.isEmpty()) {
@@ -268,7 +331,7 @@ int RecordsetData::columnNamed(QStringView name) const {
 Value RecordsetData::currentField(int index) {
     needCurrent();
     if (!readCurrent())
-        throw rowDeleted();
+        throw rowDeletedError();
     if (!m_changed.isEmpty()) {
         const auto row = m_changed.constFind(m_position);
         if (row != m_changed.cend())
@@ -314,13 +377,15 @@ void RecordsetData::setBookmark(const Value& mark) {
     dropRemoved();
     relocate(mark);
     if (!readCurrent())
-        throw rowDeleted();
+        throw rowDeletedError();
 }
 
 void RecordsetData::relocate(const Value& mark) {
     int place = -1;
     if (m_kind == Kind::Keyed) {
         place = keys().find(mark);
+        if (place < 0 && !isHeldWhole() && readAround(mark, true))
+            return;
     } else if (m_kind == Kind::Whole) {
         place = mark.isNull() ? -1 : static_cast<int>(mark.toLong());
     } else {
@@ -333,8 +398,37 @@ void RecordsetData::relocate(const Value& mark) {
                 place = row;
     }
     if (place < 0 || place >= stored())
-        throw rowDeleted();
+        throw rowDeletedError();
     goTo(place);
+}
+
+bool RecordsetData::loadAt(const Value& mark) {
+    const int position = m_position;
+    if (m_kind == Kind::Keyed && m_statement && isPart()) {
+        const bool valid = position >= 0 && position < stored();
+        const Value key = mark.isNull() && valid ? keyAt(position) : mark;
+        if (m_unread || stored() > rowsReadAtOnce || !isHeldWhole()) {
+            prepare();
+            return readAround(key, false);
+        }
+        load();
+        if (isHeldWhole() && m_keys.find(key) < 0 && stored() > 0)
+            goTo(std::min(m_keys.below(key.toLong()), stored() - 1));
+        else if (stored() > 0)
+            return !isHeldWhole() ? readAround(key, false) : (relocate(key), true);
+        return false;
+    }
+    load();
+    try {
+        relocate(mark);
+        return true;
+    } catch (const Error& error) {
+        if (error.number() != errors::rowDeleted)
+            throw;
+    }
+    if (stored() > 0)
+        goTo(std::clamp(position, 0, stored() - 1));
+    return false;
 }
 
 void RecordsetData::refreshRow() {
@@ -388,7 +482,7 @@ void RecordsetData::findFirst(const QString& criteria) {
 bool RecordsetData::findByKey(const Normalized& criteria) {
     const QString& name = translation().dynaset->keyColumn;
     const QStringView key = criteria.key;
-    if (criteria.literals.size() != 1 || keys().count() == 0)
+    if (criteria.literals.size() != 1 || (keys().count() == 0 && !isPart()))
         return false;
     QStringView left = key.left(key.indexOf(u'=')).trimmed();
     const QStringView right = key.mid(key.indexOf(u'=') + 1).trimmed();
@@ -399,7 +493,12 @@ bool RecordsetData::findByKey(const Normalized& criteria) {
         left = left.mid(1, left.size() - 2);
     if (left.compare(name, Qt::CaseInsensitive) != 0)
         return false;
-    const int place = keys().find(criteria.literals.front());
+    const Value& wanted = criteria.literals.front();
+    const int place = keys().find(wanted);
+    if (place < 0 && isPart()) { // not among those held; perhaps another station has just added it
+        m_noMatch = !readAround(wanted, true);
+        return true;
+    }
     if (place < 0 || (place == m_position && m_removed)) {
         m_noMatch = true;
         return true;
@@ -422,13 +521,18 @@ bool RecordsetData::findByQuery(const Normalized& criteria) {
     // The first of them is in the set but for rows that were added since.
     constexpr int few = 20;
     for (const int limit : {few, 0}) {
-        const Arguments& arguments = m_connection.argumentsOf(*finder, literals);
+        const Arguments arguments = m_connection.argumentsOf(*finder, literals);
         Rows rows;
-        const Engine::Outcome outcome =
+        const Outcome outcome =
             m_connection.run(limit > 0 ? finder->firstRow : finder->whole, finder->translation.sql,
                              Engine::Access::Reads, arguments, &rows, limit);
         for (int row = 0; row < rows.count(); ++row) {
-            const int place = keys().find(valueOf(rows.cell(row, 0), keyType()));
+            const Value key = valueOf(rows.cell(row, 0), keyType());
+            const int place = keys().find(key);
+            if (place < 0 && isPart() && readAround(key, true)) {
+                m_noMatch = false;
+                return true;
+            }
             if (place >= 0 && !(place == m_position && m_removed)) {
                 found(place);
                 return true;

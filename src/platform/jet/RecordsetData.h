@@ -10,19 +10,39 @@ namespace jet {
 /// What the copies of a Recordset share. See Recordset for the meaning of its functions.
 class RecordsetData {
   public:
+    /// Without rows until load(), or until what request() asks for was received.
     RecordsetData(Connection& connection, const QString& select, RecordsetType type);
 
     /// The connection behind a database, for what else works on it within jet.
     static Connection& connectionOf(Database& database);
 
-    const QString& sql() const { return m_sql; }
+    const QString& sql() const { return m_select.statement; }
     void load();
+    /// What is to be read for the set.
+    Read request();
+    void received(const Outcome& outcome);
+    /// Lets the set be read with the next statement.
+    void requestLater();
+    /// Has the rows at hand of a set that was requested for later.
+    void arrive() {
+        arriveIfSent();
+        if (m_unread)
+            load();
+    }
+    void arriveIfSent() {
+        if (m_later)
+            takeLater();
+    }
 
     // A set whose keys weren't read yet has rows and stands on the first.
     bool bof() const { return m_keysRead && (stored() == 0 || m_position < 0); }
     bool eof() const { return m_keysRead && (stored() == 0 || m_position >= stored()); }
-    int recordCount() const { return stored() - (m_removed ? 1 : 0); }
-    int absolutePosition() const { return bof() || eof() ? -1 : m_position; }
+    int recordCount() const { return total() - (m_removed ? 1 : 0); }
+    int absolutePosition() const { return bof() || eof() ? -1 : offset() + m_position; }
+    bool knowsPlace() const;
+    bool isFirst() const { return !bof() && !eof() && m_position == 0 && m_part.toFirst; }
+    bool isLast() const { return !bof() && !eof() && m_position == stored() - 1 && m_part.toLast; }
+    bool loadAt(const Value& mark);
 
     void moveFirst();
     void moveLast();
@@ -72,8 +92,27 @@ class RecordsetData {
     ColumnType keyType() const { return m_statement->keyType; }
     const Table& baseTable() const;
 
-    void loadKeyed();
+    void prepare();
+    void takeLater();
     void readKeys() const;
+    // A set in key order that is held in part: RecordsetPart.cpp.
+    bool isPart() const { return m_kind == Kind::Keyed && translation().dynaset->inKeyOrder; }
+    bool isHeldWhole() const { return m_part.toFirst && m_part.toLast; }
+    int total() const;
+    int offset() const;
+    int counted(PreparedPtr& slot, const QByteArray& sql, const Value* below) const;
+    Read readAlong(PreparedPtr& slot, const QByteArray& sql, int limit, Rows& rows,
+                   const Value* key) const;
+    bool readAround(const Value& key, bool onlyThis);
+    void readUp(qint64 from, bool far);
+    void readDown(qint64 from, bool far);
+    void readLast();
+    void reach();
+    bool readMoving(int step);
+    bool isAdded(const Value& key) const;
+    int held(int position) const;
+    bool heldStand(int position);
+
     void goTo(int position);
     void dropRemoved();
     void drop(int position);
@@ -88,6 +127,9 @@ class RecordsetData {
     const Column& editedColumn(QStringView name) const;
     const Assignment* assigned(const QString& column) const;
     void insertRow();
+    void holdAdded(const Value& key);
+    void replaceKey(const Value& key);
+    void writeOne(CachedStatement& statement, const Arguments& arguments);
     void updateRow();
 
     bool findByKey(const Normalized& criteria);
@@ -96,8 +138,8 @@ class RecordsetData {
     void found(int position);
 
     Connection& m_connection;
-    QString m_sql;
     RecordsetType m_type;
+    DeferredPtr m_later;
     Normalized m_select;
     StatementPtr m_statement;
     Kind m_kind = Kind::Whole;
@@ -106,8 +148,18 @@ class RecordsetData {
     /// opened to add a row costs nothing.
     mutable Keys m_keys;
     mutable bool m_keysRead = true;
-    std::vector<Value> m_added; ///< here, before the keys were read
-    Rows m_rows; ///< Joined and Whole: all; Keyed: those of the first keys, read with them
+    std::vector<Value> m_added; ///< here, since the set was read
+    Rows m_rows;             ///< Joined and Whole: all; Keyed: those of some keys, read with them
+    int m_rowsAt = 0;        ///< Keyed: the place of the first of them
+    bool m_rowsDown = false; ///< Keyed: they stand from the last one down
+    /// Keyed: which part of the set's keys is held, and what is known of the others.
+    struct Part {
+        bool toFirst = true, toLast = true; ///< it reaches the end of the set
+        int before = -1; ///< keys of the set that stand before it; -1 if nobody counted
+        int total = -1;  ///< keys of the set
+    };
+    mutable Part m_part;
+    bool m_unread = false; ///< the set is read where its first step leads
     ChangeMark m_mark;
     bool m_fresh = false;     ///< nothing moved since the set was read
     bool m_rowsStand = false; ///< Keyed: m_rows may be shown while the mark stands

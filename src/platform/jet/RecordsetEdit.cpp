@@ -52,7 +52,7 @@ void RecordsetData::edit() {
     needCurrent();
     m_editing = Editing::No;
     if (m_kind == Kind::Keyed ? !fetch() : !readCurrent())
-        throw Error(errors::rowDeleted, u"Record is deleted."_s);
+        throw rowDeletedError();
     m_edited = std::make_unique<Edited>(Edited{table, keyAt(m_position), {}});
     m_editing = Editing::Changed;
 }
@@ -99,19 +99,20 @@ void RecordsetData::insertRow() {
     for (const Assignment& assignment : m_edited->assignments)
         names += u'\t' + assignment.column->name;
     const QString& keyColumn = translation().dynaset->keyColumn;
+    const Dialect& dialect = m_connection.dialect();
     const StatementPtr statement = m_connection.generated(names, [&] {
         QByteArrayList columns, values;
         for (const Assignment& assignment : m_edited->assignments) {
-            columns << m_connection.quoted(assignment.column->name);
-            values << m_connection.parameter(static_cast<int>(columns.size()));
+            columns << dialect.quoted(assignment.column->name);
+            values << dialect.parameter(static_cast<int>(columns.size()));
         }
-        return "INSERT INTO " + m_connection.quoted(m_edited->table.name) +
+        return "INSERT INTO " + dialect.quoted(m_edited->table.name) +
                (columns.isEmpty()
                     ? QByteArray(" DEFAULT VALUES")
                     : " (" + columns.join(", ") + ") VALUES (" + values.join(", ") + ')') +
-               m_connection.returning(keyColumn);
+               dialect.returning(keyColumn);
     });
-    Arguments& arguments = m_connection.newArguments();
+    Arguments arguments = m_connection.newArguments();
     for (const Assignment& assignment : m_edited->assignments)
         arguments.add(assignment.value);
     Value key = m_connection.insert(*statement, arguments, m_edited->table);
@@ -122,12 +123,41 @@ void RecordsetData::insertRow() {
         key = given != nullptr ? given->value : Value();
     }
     m_lastAddedKey = key;
-    if (m_kind == Kind::Keyed) {
+    if (m_kind == Kind::Keyed)
+        holdAdded(key);
+}
+
+/// The new row stands at the end of the set, or where its key puts it.
+void RecordsetData::holdAdded(const Value& key) {
+    m_rowsStand = false;
+    if (!isPart()) {
         if (m_keysRead)
             m_keys.append(key);
         else
             m_added.push_back(key);
-        m_rowsStand = false;
+        return;
+    }
+    m_added.push_back(key);
+    if (m_part.total >= 0)
+        ++m_part.total;
+    const int place = m_keys.below(key.toLong());
+    if (m_unread || (place == stored() && !m_part.toLast) || (place == 0 && !m_part.toFirst))
+        return;
+    m_keys.insert(place, key.toLong());
+    m_rows.clear();
+    if (place <= m_position)
+        ++m_position;
+}
+
+void RecordsetData::writeOne(CachedStatement& statement, const Arguments& arguments) {
+    try {
+        m_connection.writeOne(statement, arguments);
+    } catch (const Error& error) {
+        if (error.number() == errors::rowDeleted) {
+            m_editing = Editing::No;
+            m_current = Current::Gone;
+        }
+        throw;
     }
 }
 
@@ -138,33 +168,28 @@ void RecordsetData::updateRow() {
     for (const Assignment& assignment : m_edited->assignments)
         names += u'\t' + assignment.column->name;
     const QString& keyColumn = translation().dynaset->keyColumn;
+    const Dialect& dialect = m_connection.dialect();
     const StatementPtr statement = m_connection.generated(names, [&] {
         QByteArray sql;
         int number = 0;
         for (const Assignment& assignment : m_edited->assignments)
-            sql += (sql.isEmpty() ? "" : ", ") + m_connection.quoted(assignment.column->name) +
-                   " = " + m_connection.parameter(++number);
-        return "UPDATE " + m_connection.quoted(m_edited->table.name) + " SET " + sql + " WHERE " +
-               m_connection.quoted(keyColumn) + " = " + m_connection.parameter(number + 1);
+            sql += (sql.isEmpty() ? "" : ", ") + dialect.quoted(assignment.column->name) + " = " +
+                   dialect.parameter(++number);
+        return "UPDATE " + dialect.quoted(m_edited->table.name) + " SET " + sql + " WHERE " +
+               dialect.quoted(keyColumn) + " = " + dialect.parameter(number + 1);
     });
-    Arguments& arguments = m_connection.newArguments();
+    Arguments arguments = m_connection.newArguments();
     for (const Assignment& assignment : m_edited->assignments)
         arguments.add(assignment.value);
     arguments.add(m_edited->key);
-    const Engine::Outcome outcome = m_connection.run(statement->whole, statement->translation.sql,
-                                                     Engine::Access::Writes, arguments);
-    if (outcome.touched == 0) {
-        m_editing = Editing::No;
-        m_current = Current::Gone;
-        throw Error(errors::rowDeleted, u"Record is deleted."_s);
-    }
+    writeOne(*statement, arguments);
 
     if (m_kind == Kind::Keyed) {
         m_current = Current::Unread;
         m_rowsStand = false;
         const Column* key = m_edited->table.key();
         if (const Assignment* given = key != nullptr ? assigned(key->name) : nullptr)
-            keys().replace(m_position, given->value);
+            replaceKey(given->value);
         return;
     }
     // All rows of the join that show the base row.
@@ -179,6 +204,17 @@ void RecordsetData::updateRow() {
     }
 }
 
+void RecordsetData::replaceKey(const Value& key) {
+    keys().replace(m_position, key);
+    if (!isPart())
+        return;
+    m_keys.clear();
+    m_keys.append(key);
+    m_rows.clear();
+    m_part = {false, false, -1, -1};
+    m_position = 0;
+}
+
 void RecordsetData::cancelUpdate() {
     m_editing = Editing::No;
 }
@@ -188,18 +224,14 @@ void RecordsetData::remove() {
     needCurrent();
     m_editing = Editing::No;
     const QString& keyColumn = translation().dynaset->keyColumn;
+    const Dialect& dialect = m_connection.dialect();
     const StatementPtr statement = m_connection.generated(u"-"_s + table.name, [&] {
-        return "DELETE FROM " + m_connection.quoted(table.name) + " WHERE " +
-               m_connection.quoted(keyColumn) + " = " + m_connection.parameter(1);
+        return "DELETE FROM " + dialect.quoted(table.name) + " WHERE " + dialect.quoted(keyColumn) +
+               " = " + dialect.parameter(1);
     });
-    Arguments& arguments = m_connection.newArguments();
+    Arguments arguments = m_connection.newArguments();
     arguments.add(keyAt(m_position));
-    const Engine::Outcome outcome = m_connection.run(statement->whole, statement->translation.sql,
-                                                     Engine::Access::Writes, arguments);
-    if (outcome.touched == 0) {
-        m_current = Current::Gone;
-        throw Error(errors::rowDeleted, u"Record is deleted."_s);
-    }
+    writeOne(*statement, arguments);
     m_removed = true;
     m_rowsStand = false;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/jet/Dialect.h"
 #include "platform/jet/Error.h"
 #include "platform/jet/Schema.h"
 #include "platform/jet/Types.h"
@@ -15,26 +16,26 @@
 
 namespace jet {
 
-/// What tells one engine's SQL from another's.
-struct Dialect {
-    enum class Engine { Sqlite, Postgres };
-    Engine engine = Engine::Sqlite;
-
-    static Dialect sqlite() { return {Engine::Sqlite}; }
-    static Dialect postgres() { return {Engine::Postgres}; }
-};
-
 /// A statement with its literals lifted out. Two statements that differ only in the values of their
-/// literals have the same key, so that one translation and one prepared statement serve both.
+/// literals, or in the case of their words, have the same key, so that one translation and one
+/// prepared statement serve both.
 struct Normalized {
-    QString key; ///< the statement with each lifted literal as a placeholder of its kind
+    /// The statement with each lifted literal as a placeholder of its kind, in small letters but
+    /// for texts and the aliases of columns, which name the fields of the rows.
+    QString key;
     std::vector<Value> literals; ///< in order: Text, Integer, Double or Date
+    QString statement;           ///< as it was given
 };
 
 /// One pass over the text, no parsing: the fast path of every statement. A literal that shapes the
 /// statement (TOP n, a LIKE pattern with a class) stays in the key. Throws Error(syntax) on an
 /// unclosed quote, bracket or date.
-Normalized normalize(QStringView statement);
+Normalized normalize(const QString& statement);
+inline Normalized normalize(QStringView statement) {
+    return normalize(statement.toString());
+}
+/// The same with all letters as they were written, which is what is parsed: messages show it.
+Normalized asWritten(const Normalized& statement);
 
 /// How a literal is turned into a bound value; by the column that it meets.
 enum class Conversion {
@@ -92,14 +93,25 @@ struct DynasetPlan {
     /// singleTable only: the select's columns of the row whose key is bound behind the select's
     /// parameters.
     QByteArray rowSql;
+    /// singleTable only: the rows stand in the order of the key, which is a whole number. The set
+    /// may then be held in part, and read around any of its rows.
+    bool inKeyOrder = false;
+    /// inKeyOrder only, as keyedSql: from a key on upwards, from one on downwards (both bound
+    /// behind the select's parameters), and from the last on downwards.
+    QByteArray upSql, downSql, lastSql;
+    /// inKeyOrder only: a row for each of the set's, and for each with a smaller key than the
+    /// bound.
+    QByteArray countedSql, countedBelowSql;
 };
 
 /// The statement as the engine takes it.
 struct Translation {
     StatementKind kind = StatementKind::Select;
     QByteArray sql; ///< parameters as ?1, ?2 ... on SQLite, $1, $2 ... on PostgreSQL
-    std::vector<Parameter> parameters;  ///< one for each engine parameter, in number order
-    std::vector<ResultColumn> columns;  ///< of a select
+    std::vector<Parameter> parameters; ///< one for each engine parameter, in number order
+    std::vector<ResultColumn> columns; ///< of a select
+    /// Of a select: whether it has a row, in its one field, with the select's parameters.
+    QByteArray existsSql;
     QString table;                      ///< target of a write; first table of a select
     std::optional<DynasetPlan> dynaset; ///< where a select can be one
     /// Statements to run behind this one, without parameters: a table's indexes; PostgreSQL's

@@ -4,6 +4,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <thread>
+
 using namespace testsupport;
 
 namespace {
@@ -36,6 +38,11 @@ class StationsTest : public DatabaseFixture {
             _exit(status);
         }
         return child;
+    }
+    /// A server doesn't tell what others wrote, so rows that were read a moment ago are shown.
+    void letRowsAge() {
+        if (db().isServer())
+            std::this_thread::sleep_for(std::chrono::milliseconds(1100));
     }
     static int statusOf(pid_t child) {
         int status = 0;
@@ -110,6 +117,7 @@ TEST_P(StationsTest, PassOverRowsThatAnotherDeleted) {
     other->execute(u"DELETE FROM Item WHERE ItemID BETWEEN 2 AND 4"_s);
     other->execute(u"DELETE FROM Item WHERE ItemID > 298"_s);
     EXPECT_EQ(rs.recordCount(), 300);
+    letRowsAge();
     rs.moveNext();
     EXPECT_EQ(rs[u"ItemID"].toLong(), 5);
     rs.moveLast();
@@ -117,6 +125,7 @@ TEST_P(StationsTest, PassOverRowsThatAnotherDeleted) {
     rs.moveTo(2);
     const jet::Value mark = rs.bookmark();
     other->execute(u"DELETE FROM Item WHERE ItemID = "_s + mark.toText());
+    letRowsAge();
     EXPECT_EQ(errorOf([&] { rs[u"Stock"]; }), jet::errors::rowDeleted);
     EXPECT_EQ(errorOf([&] { rs.edit(); }), jet::errors::rowDeleted);
     EXPECT_EQ(errorOf([&] { rs.setBookmark(mark); }), jet::errors::rowDeleted);
@@ -128,6 +137,79 @@ TEST_P(StationsTest, PassOverRowsThatAnotherDeleted) {
     EXPECT_EQ(errorOf([&] { rs[u"Stock"]; }), jet::errors::rowDeleted);
     rs.moveNext();
     EXPECT_EQ(rs[u"ItemID"].toLong(), 5);
+}
+
+TEST_P(StationsTest, HoldALargeSetInPartAndFindWhatOthersAdd) {
+    const auto other = station();
+    std::vector<std::vector<jet::Value>> many;
+    for (int i = 2; i <= 5000; ++i)
+        many.push_back({i * 2, i % 3});
+    db().insertRows(u"Item"_s, {u"ItemID"_s, u"Stock"_s}, many);
+    const auto shows = [](const jet::Recordset& set) { return set[u"ItemID"].toLong(); };
+
+    jet::Recordset rs =
+        db().openLater(u"SELECT * FROM Item WHERE Stock < 2"_s, jet::RecordsetType::Dynaset);
+    rs.findFirst(u"ItemID = 9004"_s);
+    EXPECT_TRUE(rs.noMatch());
+    rs.moveLast();
+    EXPECT_EQ(shows(rs), 9998);
+    EXPECT_TRUE(rs.isLast());
+    EXPECT_FALSE(rs.knowsPlace());
+    EXPECT_EQ(rs.absolutePosition() + 1, rs.recordCount());
+    EXPECT_EQ(rs.recordCount(), 3333);
+    // All the way down and up again, with rows that come and go.
+    int seen = 1;
+    for (; !rs.isFirst(); ++seen)
+        rs.movePrevious();
+    EXPECT_EQ(seen, 3333);
+    EXPECT_EQ(shows(rs), 1);
+    EXPECT_EQ(rs.absolutePosition(), 0);
+    other->execute(u"DELETE FROM Item WHERE ItemID BETWEEN 5000 AND 6000"_s);
+    other->execute(u"INSERT INTO Item (ItemID, Stock) VALUES (9001, 1)"_s);
+    letRowsAge();
+    for (seen = 1; !rs.isLast(); ++seen)
+        rs.moveNext();
+    EXPECT_EQ(seen, 3000);
+    rs.moveNext();
+    EXPECT_TRUE(rs.eof());
+
+    rs.findFirst(u"ItemID = 9001"_s);
+    EXPECT_FALSE(rs.noMatch()) << "another station's row is there without reading all again";
+    rs.movePrevious();
+    EXPECT_EQ(shows(rs), 9000);
+    rs.findFirst(u"ItemID = 9004"_s); // not among the selected
+    EXPECT_TRUE(rs.noMatch());
+    EXPECT_EQ(shows(rs), 9000);
+    rs.findFirst(u"Stock = 1 AND ItemID > 200"_s);
+    EXPECT_EQ(shows(rs), 206);
+    rs.moveTo(2);
+    EXPECT_EQ(shows(rs), 8);
+    EXPECT_EQ(rs.absolutePosition(), 2);
+
+    other->execute(u"DELETE FROM Item WHERE ItemID = 8"_s);
+    EXPECT_FALSE(rs.requeryAt(rs.bookmark()));
+    EXPECT_EQ(shows(rs), 12) << "what moved up into its place";
+    EXPECT_TRUE(rs.requeryAt(rs.bookmark()));
+    EXPECT_EQ(rs.absolutePosition(), 2);
+    rs.remove();
+    EXPECT_EQ(errorOf([&] { rs.bookmark(); }), jet::errors::rowDeleted);
+    EXPECT_FALSE(rs.requeryAt({}));
+    EXPECT_EQ(shows(rs), 14);
+
+    rs.addNew();
+    rs.set(u"Stock", 2); // not one of those that are selected, and yet in the set
+    rs.update();
+    rs.moveLast();
+    EXPECT_EQ(shows(rs), 10001);
+    EXPECT_EQ(rs[u"Stock"].toLong(), 2);
+    rs.movePrevious();
+    EXPECT_EQ(shows(rs), 9998);
+    rs.edit();
+    rs.set(u"ItemID", 20000);
+    rs.update();
+    EXPECT_EQ(shows(rs), 20000);
+    rs.moveFirst();
+    EXPECT_EQ(shows(rs), 1);
 }
 
 MIRSA_BOTH_ENGINES(StationsTest);

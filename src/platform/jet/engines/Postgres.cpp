@@ -1,10 +1,13 @@
 #include "platform/jet/engines/Postgres.h"
 
-#include "platform/jet/Error.h"
-#include "platform/jet/Location.h"
+#include "platform/jet/Types.h"
 #include "platform/values/Literals.h"
 
+#include <QVarLengthArray>
+
+#include <array>
 #include <charconv>
+#include <thread>
 
 namespace jet {
 
@@ -16,21 +19,9 @@ namespace {
 constexpr char lockAlone[] = "SELECT pg_advisory_xact_lock(774411)";
 constexpr char lockShared[] = "SELECT pg_advisory_xact_lock_shared(774411)";
 
-constexpr const char* sessionSettings =
-    "SET client_min_messages = error; SET DateStyle = 'ISO, MDY'; SET lock_timeout = '20s'; "
-    "SET standard_conforming_strings = on; SET extra_float_digits = 1; "
-    "SET default_transaction_isolation = 'read committed'; SET bytea_output = 'hex'";
-
-constexpr std::pair<const char*, const char*> namedStatements[] = {
-    {"mirsa_guard", "SAVEPOINT mirsa_guard"},
-    {"mirsa_pass", "RELEASE mirsa_guard"},
-    {"mirsa_undo", "ROLLBACK TO mirsa_guard"},
-    {"mirsa_share", lockShared},
-};
-
 constexpr std::chrono::seconds rowsAreFreshFor(1);
-
-void ignoreNotice(void*, const PGresult*) {}
+constexpr std::chrono::seconds reconnectFor(3);
+constexpr std::chrono::milliseconds reconnectPause(100);
 
 std::optional<ColumnType> typeOfOid(Oid oid) {
     switch (oid) {
@@ -54,6 +45,12 @@ std::optional<ColumnType> typeOfOid(Oid oid) {
     }
 }
 
+std::optional<qint64> wholeOf(const char* text, int size) {
+    qint64 value = 0;
+    const auto [end, error] = std::from_chars(text, text + size, value);
+    return error == std::errc() && end == text + size ? std::optional(value) : std::nullopt;
+}
+
 void takeCell(const PGresult* result, int row, int column, std::optional<ColumnType> type,
               Rows& rows) {
     if (PQgetisnull(result, row, column) != 0) {
@@ -62,11 +59,9 @@ void takeCell(const PGresult* result, int row, int column, std::optional<ColumnT
     }
     const char* text = PQgetvalue(result, row, column);
     const int size = PQgetlength(result, row, column);
-    const char* end = text + size;
     if (type == ColumnType::Long) {
-        qint64 value = 0;
-        if (std::from_chars(text, end, value).ptr == end) {
-            rows.addInteger(value);
+        if (const auto value = wholeOf(text, size)) {
+            rows.addInteger(*value);
             return;
         }
     } else if (type == ColumnType::Double) {
@@ -81,6 +76,24 @@ void takeCell(const PGresult* result, int row, int column, std::optional<ColumnT
         return;
     }
     rows.addText(text, size);
+}
+
+/// False: there are more rows than the limit.
+bool takeRows(const PGresult* result, Rows& rows, int limit) {
+    const int columns = PQnfields(result);
+    QVarLengthArray<std::optional<ColumnType>, 64> types(columns);
+    for (int column = 0; column < columns; ++column)
+        types[column] = typeOfOid(PQftype(result, column));
+    const int count = PQntuples(result);
+    for (int row = 0; row < count; ++row) {
+        if (row == limit)
+            return false;
+        rows.beginRow();
+        for (int column = 0; column < columns; ++column)
+            takeCell(result, row, column, types[column], rows);
+        rows.endRow();
+    }
+    return true;
 }
 
 } // namespace
@@ -98,158 +111,88 @@ struct Postgres::Statement : Prepared {
     std::weak_ptr<std::vector<QByteArray>> toClose;
 };
 
-/// What came back from one exchange.
-struct Postgres::Result {
-    ~Result() {
-        PQclear(rows);
-        PQclear(error);
-    }
-    Result() = default;
-    Result(const Result&) = delete;
-    Result& operator=(const Result&) = delete;
-    void clear() {
-        PQclear(std::exchange(rows, nullptr));
-        PQclear(std::exchange(error, nullptr));
-    }
-    QByteArray state() const {
-        return error != nullptr ? QByteArray(PQresultErrorField(error, PG_DIAG_SQLSTATE))
-                                : QByteArray();
-    }
+/// What is to be sent: a statement, or a word of the transaction.
+struct Postgres::Command {
+    enum class Kind { Begin, Level, Commit, Other, Read, Write };
+    Kind kind = Kind::Read;
+    QByteArray sql; ///< where there is no statement
+    std::shared_ptr<Statement> statement = {};
+    Arguments arguments = Arguments(Arguments::Money::AsText);
+    QString step = {};
+    DeferredPtr deferred = {}; ///< where outcome and rows go, or else:
+    Rows* rows = nullptr;
+    int limit = -1;
+    Outcome outcome = {};
+};
 
-    int wanted = 0;            ///< which of the statements sent together is meant
-    PGresult* rows = nullptr;  ///< its result
-    PGresult* error = nullptr; ///< the first failure
+/// What is under way: whose is each reply, in the order of sending.
+struct Postgres::Flight {
+    struct Sent {
+        Part part;
+        Command* command;
+    };
+    std::vector<std::vector<Sent>> groups{1};
+    Command* failed = nullptr;
+    ResultPtr failure;    ///< the first one, but for those of deferred selects
+    bool guarded = false; ///< the guard stands
+
+    void add(Part part, Command* command = nullptr) { groups.back().push_back({part, command}); }
 };
 
 Postgres::Postgres(const QString& uri)
-    : m_uri(uri), m_toClose(std::make_shared<std::vector<QByteArray>>()) {
-    try {
-        connect();
-    } catch (...) {
-        PQfinish(m_connection);
-        throw;
-    }
-}
+    : m_line(uri), m_toClose(std::make_shared<std::vector<QByteArray>>()) {}
 
-Postgres::~Postgres() {
-    PQfinish(m_connection);
-}
+Postgres::~Postgres() = default;
 
-void Postgres::connect() {
-    if (m_connection == nullptr)
-        m_connection = PQconnectdb(m_uri.toUtf8().constData());
-    else
-        PQreset(m_connection);
-    if (PQstatus(m_connection) != CONNECTION_OK)
-        throw Error(errors::connectionFailed,
-                    u"Connection to the database server failed: %1"_s.arg(withoutPassword(
-                        QString::fromUtf8(PQerrorMessage(m_connection)).trimmed(), m_uri)));
-    ++m_session;
-    m_toClose->clear();
-    PQsetNoticeReceiver(m_connection, ignoreNotice, nullptr);
-    PQsetClientEncoding(m_connection, "UTF8");
-    PQclear(PQexec(m_connection, sessionSettings));
-    for (const auto& [name, sql] : namedStatements)
-        PQclear(PQprepare(m_connection, name, sql, 0, nullptr));
-    PQenterPipelineMode(m_connection);
-}
-
-void Postgres::lost() {
-    throw Error(errors::connectionFailed, u"The connection to the database server was lost."_s);
-}
-
-/// A connection that was lost between two changes is made again; one that was lost within a
-/// transaction fails until that is rolled back.
-void Postgres::ensureConnected() {
-    if (PQstatus(m_connection) == CONNECTION_OK)
-        return;
-    if (m_inTransaction)
-        lost();
-    connect();
-}
-
-void Postgres::sendPlain(const char* sql) {
-    if (PQsendQueryParams(m_connection, sql, 0, nullptr, nullptr, nullptr, nullptr, 0) == 0)
-        lost();
-}
-
-void Postgres::sendNamed(const char* name) {
-    if (PQsendQueryPrepared(m_connection, name, 0, nullptr, nullptr, nullptr, 0) == 0)
-        lost();
-}
-
-int Postgres::sendWaitingCloses() {
-    const auto names = std::exchange(*m_toClose, {});
-    for (const QByteArray& name : names)
-        sendPlain("DEALLOCATE " + name);
-    return static_cast<int>(names.size());
-}
-
-/// Ends what was sent and reads all its results.
-void Postgres::finish(Result& result) {
-    if (PQpipelineSync(m_connection) == 0)
-        lost();
-    int command = 0;
-    while (true) {
-        PGresult* next = PQgetResult(m_connection);
-        if (next == nullptr) {
-            if (PQstatus(m_connection) != CONNECTION_OK)
-                break;
-            ++command;
-            continue;
-        }
-        switch (PQresultStatus(next)) {
-        case PGRES_PIPELINE_SYNC:
-            PQclear(next);
-            return;
-        case PGRES_TUPLES_OK:
-        case PGRES_COMMAND_OK:
-            if (command == result.wanted)
-                PQclear(std::exchange(result.rows, next));
-            else
-                PQclear(next);
-            break;
-        case PGRES_PIPELINE_ABORTED:
-            PQclear(next);
-            break;
-        default:
-            if (result.error == nullptr)
-                result.error = next;
-            else
-                PQclear(next);
-        }
-    }
-    if (result.error == nullptr || result.state().isEmpty())
-        lost();
-}
-
-/// Sends statements in one go, which must all succeed.
-void Postgres::exchange(const std::vector<QByteArray>& statements) {
-    Result result;
-    for (const QByteArray& sql : statements)
-        sendPlain(sql.constData());
-    finish(result);
-    if (result.error != nullptr)
-        fail(result);
-}
-
-std::unique_ptr<Prepared> Postgres::prepare(const QByteArray& sql, Access access) {
-    auto statement = std::make_unique<Statement>();
-    statement->name = "s" + QByteArray::number(++m_names);
+PreparedPtr Postgres::prepare(const QByteArray& sql, Access access) {
+    auto statement = std::make_shared<Statement>();
     statement->sql = sql;
+    if (access == Access::MustTouch) // the division undoes a write that met nothing
+        statement->sql =
+            "WITH touched AS (" + sql + " RETURNING 1) SELECT 1 / count(*) FROM touched";
     statement->access = access;
     statement->toClose = m_toClose;
     return statement; // prepared on the server together with its first run
 }
 
-std::unique_ptr<Prepared> Postgres::prepareFirst(const QByteArray& sql, int limit) {
+PreparedPtr Postgres::prepareFirst(const QByteArray& sql, int limit) {
     return prepare("SELECT * FROM (" + sql + ") AS q LIMIT " + QByteArray::number(limit + 1),
                    Access::Reads);
 }
 
-/// One round trip: the guard of the open transaction, the statement, and the end of the guard.
-/// False if it failed; an open transaction then stands as before.
-bool Postgres::sendAndFinish(Statement& statement, const Arguments& arguments, Result& result) {
+// The road to the server and back
+
+void Postgres::endGroup(Flight& flight) {
+    m_line.endGroup();
+    flight.groups.emplace_back();
+}
+
+/// Statements that were let go are closed on the way, between transactions.
+void Postgres::closeStatements(Flight& flight) {
+    if (m_toClose->empty() || m_transaction == Transaction::Open)
+        return;
+    for (const QByteArray& name : std::exchange(*m_toClose, {})) {
+        m_line.command("DEALLOCATE " + name);
+        flight.add(Part::Any);
+    }
+    endGroup(flight);
+}
+
+void Postgres::send(Flight& flight, Command& command) {
+    if (!command.statement) {
+        m_line.command(command.sql);
+        flight.add(Part::Statement, &command);
+        return;
+    }
+    Statement& statement = *command.statement;
+    if (statement.session != m_line.session()) {
+        // Always another name: whether the last one is known isn't told where a try broke off.
+        statement.name = "s" + QByteArray::number(++m_names);
+        statement.session = m_line.session();
+        m_line.prepare(statement.name, statement.sql);
+        flight.add(Part::Preparing, &command);
+    }
+    const Arguments& arguments = command.arguments;
     const int count = arguments.count();
     QVarLengthArray<const char*, 32> values(count);
     QVarLengthArray<std::array<char, 32>, 32> numbers(count);
@@ -273,136 +216,350 @@ bool Postgres::sendAndFinish(Statement& statement, const Arguments& arguments, R
             break;
         }
     }
-
-    ensureConnected();
-    result.wanted = sendWaitingCloses();
-    if (m_inTransaction) {
-        sendNamed("mirsa_guard");
-        ++result.wanted;
-    } else if (statement.access == Access::Writes) {
-        sendNamed("mirsa_share");
-        ++result.wanted;
-    }
-    if (statement.session != m_session) {
-        if (PQsendPrepare(m_connection, statement.name.constData(), statement.sql.constData(), 0,
-                          nullptr) == 0)
-            lost();
-        statement.session = m_session;
-        ++result.wanted;
-    }
-    if (PQsendQueryPrepared(m_connection, statement.name.constData(), count, values.constData(),
-                            nullptr, nullptr, 0) == 0)
-        lost();
-    if (m_inTransaction)
-        sendNamed("mirsa_pass");
-    finish(result);
-    if (result.error == nullptr)
-        return true;
-
-    if (PQstatus(m_connection) != CONNECTION_OK)
-        lost();
-    if (m_inTransaction) {
-        Result undone;
-        sendNamed("mirsa_undo");
-        sendNamed("mirsa_pass");
-        finish(undone);
-    }
-    // Whether the failure came before or behind the preparing isn't told: another name is safe.
-    m_toClose->clear();
-    statement.session = -1;
-    statement.name = "s" + QByteArray::number(++m_names);
-    return false;
+    m_line.execute(statement.name, {values.constData(), static_cast<std::size_t>(count)});
+    flight.add(Part::Statement, &command);
 }
 
-Engine::Outcome Postgres::run(Prepared& prepared, const Arguments& arguments, Rows* rows,
-                              int limit) {
-    auto& statement = static_cast<Statement&>(prepared);
-    Result result;
-    if (!sendAndFinish(statement, arguments, result)) {
-        // Another station has altered the table since the statement was prepared.
-        if (result.state() != "0A000")
-            fail(result);
-        result.clear();
-        if (!sendAndFinish(statement, arguments, result))
-            fail(result);
+/// One round trip: what waits, then the commands, within a guard where a transaction is open.
+Postgres::Flight Postgres::fly(std::vector<Command>& commands) {
+    using Kind = Command::Kind;
+    Flight flight;
+    closeStatements(flight);
+    for (Command& command : m_waiting) {
+        send(flight, command);
+        if (command.kind == Kind::Read) // one that fails is its own affair
+            endGroup(flight);
     }
-    Outcome outcome;
-    if (statement.access == Access::Writes) {
-        ++m_writes;
-        outcome.touched = QByteArray(PQcmdTuples(result.rows)).toInt();
+    const Kind kind = commands.empty() ? Kind::Other : commands.front().kind;
+    const bool isStatement = kind == Kind::Read || kind == Kind::Write;
+    if (isStatement && inTransaction()) {
+        m_line.command("SAVEPOINT mirsa_guard");
+        flight.add(Part::Guard);
+    } else if (kind == Kind::Write) {
+        m_line.command(lockShared);
+        flight.add(Part::Word);
     }
-    if (rows == nullptr || result.rows == nullptr)
-        return outcome;
-    const int columns = PQnfields(result.rows);
-    QVarLengthArray<std::optional<ColumnType>, 64> types(columns);
-    for (int column = 0; column < columns; ++column)
-        types[column] = typeOfOid(PQftype(result.rows, column));
-    const int count = PQntuples(result.rows);
-    for (int row = 0; row < count; ++row) {
-        if (row == limit) {
-            outcome.complete = false;
-            break;
+    for (Command& command : commands)
+        send(flight, command);
+    if (isStatement && inTransaction()) {
+        m_line.command("RELEASE mirsa_guard");
+        flight.add(Part::Word);
+    }
+    m_line.endGroup();
+    for (const auto& group : flight.groups) {
+        for (const Flight::Sent& sent : group)
+            receive(flight, sent.part, sent.command);
+        m_line.receive(); // the group's end
+    }
+    return flight;
+}
+
+void Postgres::receive(Flight& flight, Part part, Command* command) {
+    using Kind = PostgresLine::Reply::Kind;
+    PostgresLine::Reply reply = m_line.receive();
+    if (part == Part::Any)
+        return;
+    const bool ownAffair =
+        command != nullptr && command->deferred && command->kind == Command::Kind::Read;
+    if (reply.kind == Kind::Done) {
+        if (part == Part::Guard)
+            flight.guarded = true;
+        else if (part == Part::Statement && command->statement)
+            takeOutcome(*command, reply.result.get());
+        return;
+    }
+    if (command != nullptr && command->statement &&
+        (part == Part::Preparing || reply.kind == Kind::Failed))
+        command->statement->session = -1;
+    if (command != nullptr && command->deferred)
+        command->deferred->state = Deferred::State::Failed;
+    if (reply.kind != Kind::Failed)
+        return;
+    if (ownAffair) {
+        command->deferred->error = serverError(reply.result.get());
+    } else if (!flight.failure) {
+        flight.failed = command;
+        flight.failure = std::move(reply.result);
+    }
+}
+
+void Postgres::takeOutcome(Command& command, PGresult* result) {
+    Outcome& outcome = command.deferred ? command.deferred->outcome : command.outcome;
+    if (command.kind == Command::Kind::Write) {
+        outcome.touched = QByteArray(PQcmdTuples(result)).toInt();
+        if (const int last = PQntuples(result) - 1; last >= 0)
+            outcome.counter =
+                wholeOf(PQgetvalue(result, last, 0), PQgetlength(result, last, 0)).value_or(0);
+    } else {
+        Rows* rows = command.deferred ? &command.deferred->rows : command.rows;
+        if (rows != nullptr)
+            outcome.complete = takeRows(result, *rows, command.limit);
+    }
+    if (command.deferred)
+        command.deferred->state = Deferred::State::Done;
+}
+
+/// Sends what waits and the commands, and waits for the replies. What was lost on the way, or had
+/// become stale, goes once more, unless it may have been done.
+void Postgres::talk(std::vector<Command>& commands) {
+    for (bool again = false;; again = true) {
+        bool mayRepeat = !again && m_transaction != Transaction::Open;
+        try {
+            if (!m_line.isUp()) {
+                if (m_transaction == Transaction::Open)
+                    m_line.lost();
+                mayRepeat = false;
+                connectAgain();
+            }
+            Flight flight = fly(commands);
+            if (!flight.failure) {
+                arrived(commands);
+                return;
+            }
+            if (failed(flight, again))
+                continue;
+        } catch (const Error& error) {
+            if (error.failure() != Failure::ConnectionLost || m_line.isUp())
+                throw;
+            if (m_line.wasGivenUp())
+                mayRepeat = false;
+            for (const Command& command : commands)
+                if (command.kind == Command::Kind::Commit ||
+                    (command.kind == Command::Kind::Write && !inTransaction()))
+                    mayRepeat = false;
+            if (!mayRepeat) {
+                m_transaction = Transaction::None;
+                dropWaiting(0);
+                throw;
+            }
         }
-        rows->beginRow();
-        for (int column = 0; column < columns; ++column)
-            takeCell(result.rows, row, column, types[column], *rows);
-        rows->endRow();
+        clearReceived(commands);
     }
-    return outcome;
+}
+
+/// A server that starts again takes connections after a moment.
+void Postgres::connectAgain() {
+    const auto until = std::chrono::steady_clock::now() + reconnectFor;
+    while (true) {
+        try {
+            m_line.connect();
+            return;
+        } catch (const Error&) {
+            if (m_line.wasGivenUp() || std::chrono::steady_clock::now() > until)
+                throw;
+        }
+        std::this_thread::sleep_for(reconnectPause);
+    }
+}
+
+void Postgres::clearReceived(std::vector<Command>& commands) {
+    for (auto* list : {&commands, &m_waiting}) {
+        for (Command& command : *list) {
+            if (command.rows != nullptr)
+                command.rows->clear();
+            if (command.deferred)
+                *command.deferred = Deferred();
+        }
+    }
+}
+
+void Postgres::arrived(const std::vector<Command>& commands) {
+    m_waiting.clear();
+    if (m_transaction == Transaction::Waiting)
+        m_transaction = Transaction::Open;
+    if (!commands.empty() && commands.front().kind == Command::Kind::Commit)
+        m_transaction = Transaction::None;
+}
+
+/// Sets the transaction right after a failure and throws it; true where all may go once more.
+bool Postgres::failed(Flight& flight, bool again) {
+    const QByteArray state = serverState(flight.failure.get());
+    // Another station has altered the table since the statement was prepared; or the session is
+    // no longer the one that prepared it.
+    const bool stale = !again && (state == "0A000" || state == "26000");
+    Error error = serverError(flight.failure.get());
+    if (const Command* command = flight.failed) {
+        if (command->statement && command->statement->access == Access::MustTouch &&
+            state == "22012")
+            error = rowDeletedError();
+        if (command->deferred || command->kind == Command::Kind::Begin ||
+            command->kind == Command::Kind::Level)
+            error = error.withStep(command->step);
+    }
+    if (!inTransaction()) {
+        m_waiting.clear();
+    } else if (flight.guarded) {
+        m_waiting.clear();
+        m_transaction = Transaction::Open;
+        m_line.command("ROLLBACK TO mirsa_guard");
+        m_line.command("RELEASE mirsa_guard");
+        m_line.endGroup();
+        m_line.forgetReplies();
+    } else {
+        m_line.command("ROLLBACK");
+        m_line.endGroup();
+        m_line.forgetReplies();
+        if (stale && m_transaction == Transaction::Waiting)
+            return true;
+        m_transaction = Transaction::None;
+        dropWaiting(0);
+        throw error;
+    }
+    if (stale)
+        return true;
+    throw error;
+}
+
+void Postgres::dropWaiting(std::size_t from) {
+    for (std::size_t i = from; i < m_waiting.size(); ++i)
+        if (m_waiting[i].deferred && m_waiting[i].deferred->state == Deferred::State::Waiting)
+            m_waiting[i].deferred->state = Deferred::State::Failed;
+    m_waiting.erase(m_waiting.begin() + static_cast<std::ptrdiff_t>(from), m_waiting.end());
+}
+
+// Statements
+
+Outcome Postgres::run(const PreparedPtr& prepared, const Arguments& arguments, Rows* rows,
+                      int limit) {
+    auto statement = std::static_pointer_cast<Statement>(prepared);
+    const bool writes = statement->access != Access::Reads;
+    if (writes) {
+        ++m_writes;
+        m_hasWritten = true;
+    }
+    std::vector<Command> commands;
+    commands.push_back(
+        {writes ? Command::Kind::Write : Command::Kind::Read, {}, std::move(statement), arguments});
+    commands.front().rows = rows;
+    commands.front().limit = limit;
+    talk(commands);
+    return commands.front().outcome;
+}
+
+void Postgres::runTogether(std::vector<Read>& reads) {
+    std::vector<Command> commands;
+    commands.reserve(reads.size());
+    for (const Read& read : reads) {
+        commands.push_back({Command::Kind::Read,
+                            {},
+                            std::static_pointer_cast<Statement>(read.statement),
+                            read.arguments});
+        commands.back().rows = read.rows;
+        commands.back().limit = read.limit;
+    }
+    if (!commands.empty())
+        talk(commands);
+    for (std::size_t i = 0; i < reads.size(); ++i)
+        reads[i].outcome = commands[i].outcome;
 }
 
 void Postgres::execute(const QByteArray& sql) {
-    const auto statement = prepare(sql, Access::Writes);
-    run(*statement, Arguments(), nullptr, -1);
+    run(prepare(sql, Access::Writes), Arguments(), nullptr, -1);
 }
 
-void Postgres::begin(int depth) {
-    ensureConnected();
+DeferredPtr Postgres::writeLater(const PreparedPtr& statement, const Arguments& arguments,
+                                 const QString& step) {
+    ++m_writes;
+    m_hasWritten = true;
+    auto deferred = std::make_shared<Deferred>();
+    m_waiting.push_back({Command::Kind::Write,
+                         {},
+                         std::static_pointer_cast<Statement>(statement),
+                         arguments,
+                         step,
+                         deferred});
+    return deferred;
+}
+
+DeferredPtr Postgres::readLater(const PreparedPtr& statement, const Arguments& arguments,
+                                int limit) {
+    auto deferred = std::make_shared<Deferred>();
+    m_waiting.push_back({Command::Kind::Read,
+                         {},
+                         std::static_pointer_cast<Statement>(statement),
+                         arguments,
+                         {},
+                         deferred});
+    m_waiting.back().limit = limit;
+    return deferred;
+}
+
+void Postgres::sendWaiting() {
+    // Of writes somebody asks for the last one's outcome: if it is that which fails, the
+    // transaction is to stand as it was before it.
+    std::vector<Command> last;
+    if (!m_waiting.empty() && m_waiting.back().kind == Command::Kind::Write) {
+        last.push_back(std::move(m_waiting.back()));
+        m_waiting.pop_back();
+    }
+    if (!last.empty() || !m_waiting.empty())
+        talk(last);
+}
+
+// Transactions
+
+void Postgres::begin(int depth, const QString& step) {
+    using Kind = Command::Kind;
     if (depth > 0) {
-        exchange({"SAVEPOINT level" + QByteArray::number(depth)});
+        m_waiting.push_back({Kind::Level, "SAVEPOINT level" + QByteArray::number(depth)});
+        m_waiting.back().step = step;
         return;
     }
-    try {
-        exchange({"BEGIN", lockAlone});
-    } catch (const Error&) {
-        if (PQstatus(m_connection) == CONNECTION_OK)
-            exchange({"ROLLBACK"});
-        throw;
-    }
-    m_inTransaction = true;
+    m_waiting.push_back({Kind::Begin, "BEGIN"});
+    m_waiting.push_back({Kind::Begin, lockAlone});
+    m_waiting.back().step = step;
+    m_transaction = Transaction::Waiting;
+    m_hasWritten = false;
 }
 
 void Postgres::commit(int depth) {
-    if (PQstatus(m_connection) != CONNECTION_OK)
-        lost();
     if (depth > 0) {
-        exchange({"RELEASE level" + QByteArray::number(depth)});
+        m_waiting.push_back({Command::Kind::Level, "RELEASE level" + QByteArray::number(depth)});
         return;
     }
-    exchange({"COMMIT"});
-    m_inTransaction = false;
+    if (!m_hasWritten) {
+        endUnheard("COMMIT");
+        return;
+    }
+    std::vector<Command> commands{{Command::Kind::Commit, "COMMIT"}};
+    talk(commands);
 }
 
 void Postgres::rollback(int depth) {
     ++m_writes;
-    const bool connected = PQstatus(m_connection) == CONNECTION_OK;
-    if (depth > 0) {
-        const QByteArray level = "level" + QByteArray::number(depth);
-        if (connected)
-            exchange({"ROLLBACK TO " + level, "RELEASE " + level});
+    if (depth == 0) {
+        endUnheard("ROLLBACK");
         return;
     }
-    m_inTransaction = false;
-    if (connected)
-        exchange({"ROLLBACK"});
+    const QByteArray level = "level" + QByteArray::number(depth);
+    const auto begun =
+        std::find_if(m_waiting.begin(), m_waiting.end(),
+                     [&](const Command& command) { return command.sql == "SAVEPOINT " + level; });
+    const bool told = begun == m_waiting.end();
+    dropWaiting(told ? 0 : static_cast<std::size_t>(begun - m_waiting.begin()));
+    if (told) {
+        m_waiting.push_back({Command::Kind::Level, "ROLLBACK TO " + level});
+        m_waiting.push_back({Command::Kind::Level, "RELEASE " + level});
+    }
+}
+
+/// Ends a transaction of which nothing is to be kept; nobody waits for the reply.
+void Postgres::endUnheard(const char* sql) {
+    const auto begun = std::find_if(m_waiting.begin(), m_waiting.end(), [](const Command& command) {
+        return command.kind != Command::Kind::Read;
+    });
+    dropWaiting(static_cast<std::size_t>(begun - m_waiting.begin()));
+    const bool told = std::exchange(m_transaction, Transaction::None) == Transaction::Open;
+    if (!told || !m_line.isUp())
+        return;
+    m_line.command(sql);
+    m_line.endGroup();
+    m_line.forgetReplies();
 }
 
 void Postgres::tidy() {
-    exchange({"VACUUM (ANALYZE)"});
-}
-
-bool Postgres::inTransaction() const {
-    return m_inTransaction && PQstatus(m_connection) == CONNECTION_OK;
+    std::vector<Command> commands{{Command::Kind::Other, "VACUUM (ANALYZE)"}};
+    talk(commands);
 }
 
 ChangeMark Postgres::mark() {
@@ -413,47 +570,6 @@ ChangeMark Postgres::mark() {
 /// a handler walks over them.
 bool Postgres::stillStands(const ChangeMark& mark) {
     return mark.own == m_writes && std::chrono::steady_clock::now() - mark.taken < rowsAreFreshFor;
-}
-
-void Postgres::fail(const Result& result) {
-    const QByteArray state = result.state();
-    const auto field = [&](int code) {
-        return QString::fromUtf8(PQresultErrorField(result.error, code));
-    };
-    const QString text = field(PG_DIAG_MESSAGE_PRIMARY);
-    if (state == "23505")
-        throw duplicateError();
-    if (state == "23514") {
-        if (field(PG_DIAG_CONSTRAINT_NAME).endsWith(u"_width"_s))
-            throw fieldTooSmallError();
-        throw Error(errors::prohibitedValue, text);
-    }
-    if (state == "22001")
-        throw fieldTooSmallError();
-    if (state == "23502")
-        throw requiredFieldError(field(PG_DIAG_TABLE_NAME) + u'.' + field(PG_DIAG_COLUMN_NAME));
-    if (state == "22003")
-        throw overflowError();
-    if (state == "22012")
-        throw Error(errors::divisionByZero, u"Division by zero"_s);
-    if (state == "22P02" || state == "22007" || state == "22008" || state == "42804" ||
-        state == "42883")
-        throw typeMismatchError();
-    if (state == "21000")
-        throw Error(errors::severalRows, u"At most one record can be returned by this subquery."_s);
-    if (state == "42601")
-        throw Error(errors::syntax, text);
-    if (state == "42P01")
-        throw Error(errors::noSuchTable, text);
-    if (state == "42703")
-        throw Error(errors::tooFewParameters, u"Too few parameters. Expected 1."_s);
-    if (state == "40P01" || state == "40001" || state == "55P03")
-        throw lockedError();
-    if (state == "25006" || state == "42501")
-        throw Error(errors::notUpdatable, u"Cannot update. Database or object is read-only."_s);
-    if (state.startsWith("57P") || state.startsWith("08"))
-        lost();
-    throw Error(errors::other, text);
 }
 
 } // namespace jet

@@ -7,6 +7,8 @@
 #include <QFileInfo>
 #include <QStorageInfo>
 
+#include <cerrno>
+
 namespace jet {
 
 namespace {
@@ -109,7 +111,10 @@ void Sqlite::openFile(Mode mode) {
     if (mode == Mode::Create && file.exists())
         throw Error(errors::other, u"The database '%1' already exists."_s.arg(m_path));
     if (mode == Mode::Open && !file.isFile())
-        throw Error(errors::cannotOpenFile, u"Could not find file '%1'."_s.arg(m_path));
+        throw notFound();
+    if (mode == Mode::Open && !file.isReadable())
+        throw Error(errors::noPermission,
+                    u"You don't have the right to read the file '%1'."_s.arg(m_path));
     if (mode == Mode::Open && file.size() == 0)
         fail(SQLITE_NOTADB);
     const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX |
@@ -138,27 +143,28 @@ void Sqlite::configure() {
         prepare(isOnNetwork(m_path) ? "PRAGMA journal_mode = DELETE" : "PRAGMA journal_mode = WAL",
                 Access::Reads);
     Rows rows;
-    run(*mode, Arguments(), &rows, -1);
+    run(mode, Arguments(), &rows, -1);
     const bool logged =
         !rows.isEmpty() && valueOf(rows.cell(0, 0), ColumnType::Text).toText() == u"wal";
     execute(logged ? "PRAGMA synchronous = NORMAL" : "PRAGMA synchronous = FULL");
 }
 
-std::unique_ptr<Prepared> Sqlite::prepare(const QByteArray& sql, Access) {
+PreparedPtr Sqlite::prepare(const QByteArray& sql, Access) {
     sqlite3_stmt* statement = nullptr;
     const int code = sqlite3_prepare_v3(m_db, sql.constData(), static_cast<int>(sql.size()) + 1,
                                         SQLITE_PREPARE_PERSISTENT, &statement, nullptr);
     if (code != SQLITE_OK)
         fail(code);
-    return std::make_unique<SqlitePrepared>(statement, m_open);
+    return std::make_shared<SqlitePrepared>(statement, m_open);
 }
 
-std::unique_ptr<Prepared> Sqlite::prepareFirst(const QByteArray& sql, int) {
+PreparedPtr Sqlite::prepareFirst(const QByteArray& sql, int) {
     return prepare(sql, Access::Reads); // rows that nobody takes aren't looked for
 }
 
-Engine::Outcome Sqlite::run(Prepared& prepared, const Arguments& arguments, Rows* rows, int limit) {
-    sqlite3_stmt* statement = static_cast<SqlitePrepared&>(prepared).statement();
+Outcome Sqlite::run(const PreparedPtr& prepared, const Arguments& arguments, Rows* rows,
+                    int limit) {
+    sqlite3_stmt* statement = static_cast<const SqlitePrepared&>(*prepared).statement();
     for (int i = 0; i < arguments.count(); ++i) {
         const Arguments::Argument& argument = arguments.at(i);
         switch (argument.kind) {
@@ -194,8 +200,10 @@ Engine::Outcome Sqlite::run(Prepared& prepared, const Arguments& arguments, Rows
     }
     if (code != SQLITE_DONE)
         fail(code);
-    if (!sqlite3_stmt_readonly(statement))
+    if (!sqlite3_stmt_readonly(statement)) {
         outcome.touched = sqlite3_changes(m_db);
+        outcome.counter = sqlite3_last_insert_rowid(m_db);
+    }
     return outcome;
 }
 
@@ -205,7 +213,7 @@ void Sqlite::execute(const QByteArray& sql) {
         fail(code);
 }
 
-void Sqlite::begin(int depth) {
+void Sqlite::begin(int depth, const QString&) {
     if (depth > 0) {
         execute("SAVEPOINT level" + QByteArray::number(depth));
         return;
@@ -214,7 +222,7 @@ void Sqlite::begin(int depth) {
     // later would be refused as soon as another had written in between.
     if (!m_begin)
         m_begin = prepare("BEGIN IMMEDIATE", Access::Writes);
-    run(*m_begin, Arguments(), nullptr, -1);
+    run(m_begin, Arguments(), nullptr, -1);
 }
 
 void Sqlite::commit(int depth) {
@@ -224,7 +232,7 @@ void Sqlite::commit(int depth) {
     }
     if (!m_commit)
         m_commit = prepare("COMMIT", Access::Writes);
-    run(*m_commit, Arguments(), nullptr, -1);
+    run(m_commit, Arguments(), nullptr, -1);
 }
 
 void Sqlite::rollback(int depth) {
@@ -242,20 +250,20 @@ void Sqlite::copyCompacted(const QString& to) {
     Rows rows;
     // Leaving the log takes the file for this connection alone, and brings all into it.
     const auto leaveLog = prepare("PRAGMA journal_mode = DELETE", Access::Writes);
-    run(*leaveLog, Arguments(), &rows, -1);
+    run(leaveLog, Arguments(), &rows, -1);
     execute("PRAGMA locking_mode = EXCLUSIVE");
     execute("BEGIN EXCLUSIVE");
     execute("COMMIT");
     const auto copy = prepare("VACUUM INTO ?1", Access::Reads);
     Arguments target;
     target.addText(to);
-    run(*copy, target, nullptr, -1);
+    run(copy, target, nullptr, -1);
 }
 
-qint64 Sqlite::number(const char* pragma, std::unique_ptr<Prepared>& statement) {
+qint64 Sqlite::number(const char* pragma, PreparedPtr& statement) {
     if (!statement)
         statement = prepare(pragma, Access::Reads);
-    sqlite3_stmt* stepped = static_cast<SqlitePrepared&>(*statement).statement();
+    sqlite3_stmt* stepped = static_cast<const SqlitePrepared&>(*statement).statement();
     Stepping stepping(stepped);
     const int code = sqlite3_step(stepped);
     if (code != SQLITE_ROW)
@@ -291,7 +299,7 @@ Schema Sqlite::readSchema() {
     std::vector<Table> tables;
     const auto each = [this](const char* sql, auto&& take) {
         const auto prepared = prepare(sql, Access::Reads);
-        sqlite3_stmt* statement = static_cast<SqlitePrepared&>(*prepared).statement();
+        sqlite3_stmt* statement = static_cast<const SqlitePrepared&>(*prepared).statement();
         Stepping stepping(statement);
         int code;
         while ((code = sqlite3_step(statement)) == SQLITE_ROW)
@@ -339,6 +347,11 @@ Schema Sqlite::readSchema() {
     return schema;
 }
 
+Error Sqlite::notFound() const {
+    return Error(errors::cannotOpenFile, u"Could not find file '%1'."_s.arg(m_path),
+                 Failure::FileGone);
+}
+
 void Sqlite::fail(int code) const {
     const QString text =
         QString::fromUtf8(m_db != nullptr ? sqlite3_errmsg(m_db) : sqlite3_errstr(code));
@@ -370,9 +383,22 @@ void Sqlite::fail(int code) const {
         throw Error(errors::unrecognizedFormat,
                     u"Unrecognized database format '%1'."_s.arg(m_path));
     case SQLITE_CANTOPEN:
-        throw Error(errors::cannotOpenFile, u"Could not find file '%1'."_s.arg(m_path));
+        throw notFound();
     case SQLITE_READONLY:
-        throw Error(errors::notUpdatable, u"Cannot update. Database or object is read-only."_s);
+        if (code == SQLITE_READONLY_DBMOVED)
+            throw notFound();
+        throw Error(errors::notUpdatable, notUpdatableError().text(), Failure::ReadOnly);
+    case SQLITE_PERM:
+    case SQLITE_AUTH:
+        throw Error(errors::noPermission,
+                    u"You don't have the right to use the file '%1'."_s.arg(m_path));
+    case SQLITE_FULL:
+        throw Error(errors::other, text, Failure::DiskFull);
+    case SQLITE_IOERR: {
+        const int reason = m_db != nullptr ? sqlite3_system_errno(m_db) : 0;
+        const bool full = reason == ENOSPC || reason == EDQUOT || reason == EFBIG;
+        throw Error(errors::other, text, full ? Failure::DiskFull : Failure::FileGone);
+    }
     case SQLITE_ERROR:
         if (text.startsWith(u"no such table"_s))
             throw Error(errors::noSuchTable, text);

@@ -15,11 +15,12 @@ class Sqlite : public Engine {
 
     Dialect dialect() const override { return Dialect::sqlite(); }
     QString name() const override { return m_path; }
-    std::unique_ptr<Prepared> prepare(const QByteArray& sql, Access access) override;
-    std::unique_ptr<Prepared> prepareFirst(const QByteArray& sql, int limit) override;
-    Outcome run(Prepared& statement, const Arguments& arguments, Rows* rows, int limit) override;
+    PreparedPtr prepare(const QByteArray& sql, Access access) override;
+    PreparedPtr prepareFirst(const QByteArray& sql, int limit) override;
+    Outcome run(const PreparedPtr& statement, const Arguments& arguments, Rows* rows,
+                int limit) override;
     void execute(const QByteArray& sql) override;
-    void begin(int depth) override;
+    void begin(int depth, const QString& step) override;
     void commit(int depth) override;
     void rollback(int depth) override;
     bool inTransaction() const override { return sqlite3_get_autocommit(m_db) == 0; }
@@ -31,21 +32,19 @@ class Sqlite : public Engine {
     /// Writes a compacted copy with all indexes made anew. Only while no other connection is open.
     void copyCompacted(const QString& to);
 
-    /// The row identity that the last INSERT was given.
-    qint64 lastRow() const { return sqlite3_last_insert_rowid(m_db); }
-
   private:
     void openFile(Mode mode);
     void configure();
     void close();
-    qint64 number(const char* pragma, std::unique_ptr<Prepared>& statement);
+    qint64 number(const char* pragma, PreparedPtr& statement);
     qint64 lastReadVersion() const;
+    Error notFound() const;
     [[noreturn]] void fail(int code) const;
 
     QString m_path;
     sqlite3* m_db = nullptr;
     std::shared_ptr<bool> m_open = std::make_shared<bool>(true);
-    std::unique_ptr<Prepared> m_begin, m_commit, m_dataVersion, m_schemaVersion;
+    PreparedPtr m_begin, m_commit, m_dataVersion, m_schemaVersion;
     qint64 m_readSchemaVersion = -1;
 };
 
