@@ -56,15 +56,15 @@ TEST_P(MasterWaits, StayWithinTheirBudgets) {
         const char* screen;
         const char* word;
         const char* field;
-        int open;
-    } modules[] = {{"frmCustomer", "Customer", "txtCustomer", 2},
-                   {"frmVendor", "Vendor", "txtVendor", 2},
-                   {"frmEmployee", "Employee", "txtLastName", 2}};
+        bool saves; ///< with no more than a name
+    } modules[] = {{"frmCustomer", "Customer", "txtCustomer", true},
+                   {"frmVendor", "Vendor", "txtVendor", true},
+                   {"frmEmployee", "Employee", "txtLastName", false}};
     for (const auto& module : modules) {
         SCOPED_TRACE(module.screen);
         const QString name = QString::fromLatin1(module.screen);
         const QString field = QString::fromLatin1(module.field);
-        within(static_cast<quint64>(module.open), "open", [&] { ASSERT_TRUE(open(name)); });
+        within(2, "open", [&] { ASSERT_TRUE(open(name)); });
         within(1, "previous", [&] { key(Qt::Key_Left, Qt::AltModifier); });
         within(1, "next", [&] { key(Qt::Key_Right, Qt::AltModifier); });
         auto* records = screen::Forms::find<core::RecordScreen>(name);
@@ -72,9 +72,11 @@ TEST_P(MasterWaits, StayWithinTheirBudgets) {
         within(1, "go to", [&] { EXPECT_TRUE(records->goToRecord(700)); });
         within(1, "return", [&] { screen::Forms::find<screen::Form>(name)->Form_Activate(); });
         within(2, "edit", [&] { press(u"cmdEdit"_s); });
-        type(field, u" changed"_s);
-        within(3, "save", [&] { press(u"cmdSave"_s); });
-        press(u"cmdEdit"_s);
+        if (module.saves) {
+            type(field, u" changed"_s);
+            within(3, "save", [&] { press(u"cmdSave"_s); });
+            press(u"cmdEdit"_s);
+        }
         expectBox(u"Are you sure you want to cancel?"_s, Answer::Yes);
         within(3, "cancel", [&] { press(u"cmdCancel"_s); });
         EXPECT_EQ(records->currentKey(), 700);
