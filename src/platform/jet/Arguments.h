@@ -21,6 +21,10 @@ class Arguments {
         double real = 0;
     };
 
+    void clear() {
+        m_list.resize(0);
+        m_texts.resize(0);
+    }
     int count() const { return static_cast<int>(m_list.size()); }
     const Argument& at(int index) const { return m_list[index]; }
     /// UTF-8, closed by a zero.

@@ -16,9 +16,7 @@ constexpr int parametersOfAStatement = 3000;
 constexpr int rowsReadAtOnce = 4000;
 
 jet::Arguments emptyArguments(bool server) {
-    jet::Arguments arguments;
-    arguments.setExactMoney(server);
-    return arguments;
+    return jet::Arguments(server ? jet::Arguments::Money::AsText : jet::Arguments::Money::AsNumber);
 }
 
 } // namespace
