@@ -1,7 +1,7 @@
 #include "sample/PracticeCompany.h"
 
 #include "accounting/ImportMembers.h"
-#include "accounting/Rows.h"
+#include "accounting/Literals.h"
 #include "platform/values/Literals.h"
 #include "qbcompany/Company.h"
 

@@ -1,7 +1,7 @@
 #include "accounting/ImportExportForm.h"
 
 #include "accounting/ImportRows.h"
-#include "accounting/Rows.h"
+#include "accounting/Literals.h"
 #include "core/MirsaMain.h"
 #include "platform/screen/Forms.h"
 #include "platform/screen/Layout.h"

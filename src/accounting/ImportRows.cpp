@@ -1,6 +1,6 @@
 #include "accounting/ImportRows.h"
 
-#include "accounting/Rows.h"
+#include "accounting/Literals.h"
 #include "platform/values/Format.h"
 #include "platform/values/Literals.h"
 
@@ -61,16 +61,16 @@ QSet<QString> knownTexts(jet::Database& database, const QString& select) {
     return known;
 }
 
-QString literalOf(const ImportColumn& column, const QString& text) {
+jet::Value storedValue(const ImportColumn& column, const QString& text) {
     if (text.isEmpty())
-        return u"Null"_s;
+        return {};
     if (column.kind == Kind::Date) {
         const QDate date = values::dateFromText(text);
-        return date.isValid() ? u'#' + values::sqlDate(date) + u'#' : u"Null"_s;
+        return date.isValid() ? jet::Value(date) : jet::Value();
     }
     if (column.kind == Kind::Whole)
-        return QString::number(text.toLongLong());
-    return literal(text);
+        return text.toLongLong();
+    return text;
 }
 
 } // namespace
@@ -174,43 +174,45 @@ QStringList importComplaints(const jet::Database& database, const ImportMember& 
 void importRecords(jet::Database& database, const ImportMember& member,
                    const std::vector<QStringList>& records, const QStringList& countries,
                    const std::vector<NewTerms>& terms) {
-    std::vector<QStringList> newCountries, newTerms, rows;
+    using Row = std::vector<jet::Value>;
+    std::vector<Row> newCountries, newTerms, rows;
     for (const QString& country : countries)
-        newCountries.push_back({literal(country), literal(country)});
+        newCountries.push_back({country, country});
     for (const NewTerms& one : terms)
         newTerms.push_back(
-            {one.netDue.isEmpty() ? u"Null"_s : QString::number(one.netDue.toLongLong()),
-             literal(one.description)});
-    QStringList columns, fixed;
+            {one.netDue.isEmpty() ? jet::Value() : jet::Value(one.netDue.toLongLong()),
+             one.description});
+    QStringList columns;
     for (const ImportColumn& column : member.columns)
         columns += column.columns;
 
     jet::Transaction transaction(database);
+    Row fixed;
     if (!member.defaults.empty()) {
         const jet::Recordset settings =
             database.openRecordset(u"SELECT * FROM systemsettings"_s, jet::RecordsetType::Snapshot);
         for (const auto& [column, setting] : member.defaults) {
             columns += column;
-            fixed += settings.isEmpty() ? u"Null"_s : literal(settings.text(setting));
+            fixed.push_back(settings.isEmpty() ? jet::Value() : settings.text(setting));
         }
     }
     if (member.hasMarks) {
         columns += u"QBSent"_s;
-        fixed += u"1"_s;
+        fixed.emplace_back(1);
     }
     for (const QStringList& record : records) {
-        QStringList row;
+        Row row;
         for (std::size_t i = 0; i < member.columns.size(); ++i) {
             const ImportColumn& column = member.columns[i];
-            const QString value = literalOf(column, record[qsizetype(i)]);
-            for (qsizetype n = 0; n < column.columns.size(); ++n)
-                row += value;
+            const jet::Value value = storedValue(column, record[qsizetype(i)]);
+            row.insert(row.end(), static_cast<std::size_t>(column.columns.size()), value);
         }
-        rows.push_back(row + fixed);
+        row.insert(row.end(), fixed.begin(), fixed.end());
+        rows.push_back(std::move(row));
     }
-    insertRows(database, u"country"_s, {u"code"_s, u"country"_s}, newCountries);
-    insertRows(database, u"terms"_s, {u"netdue"_s, u"description"_s}, newTerms);
-    insertRows(database, member.table, columns, rows);
+    database.insertRows(u"country"_s, {u"code"_s, u"country"_s}, newCountries);
+    database.insertRows(u"terms"_s, {u"netdue"_s, u"description"_s}, newTerms);
+    database.insertRows(member.table, columns, rows);
     transaction.commit();
 }
 

@@ -1,7 +1,7 @@
 #include "accounting/QuickBooksForm.h"
 
+#include "accounting/Literals.h"
 #include "accounting/MessageWindow.h"
-#include "accounting/Rows.h"
 #include "core/MirsaMain.h"
 #include "platform/screen/Forms.h"
 

@@ -1,7 +1,7 @@
 #include "accounting/SentDocuments.h"
 
 #include "accounting/Answer.h"
-#include "accounting/Rows.h"
+#include "accounting/Literals.h"
 #include "platform/values/Format.h"
 #include "platform/values/Literals.h"
 #include "platform/values/Numbers.h"
@@ -75,22 +75,22 @@ void record(jet::Database& database, const SentDocument& document) {
     QStringList columns{u"Description"_s, u"Quantity"_s, u"SentDate"_s, u"POID"_s};
     if (invoice)
         columns.prepend(u"InvoiceNo"_s);
-    std::vector<QStringList> rows;
+    std::vector<std::vector<jet::Value>> rows;
     for (const auto& line : document.lines) {
-        QStringList row{
-            line.description.isEmpty() ? u"Null"_s
-                                       : literal(line.description, width(u"Description"_s)),
-            values::isNumeric(line.quantity) ? values::numberText(values::val(line.quantity))
-                                             : u"Null"_s,
-            literal(values::format(document.date, u"Short Date")),
-            invoice ? literal(document.order, width(u"POID"_s))
-                    : QString::number(document.order.toLongLong())};
+        const QString description = line.description.left(width(u"Description"_s));
+        std::vector<jet::Value> row{description.isEmpty() ? jet::Value() : jet::Value(description),
+                                    values::isNumeric(line.quantity)
+                                        ? jet::Value(values::val(line.quantity))
+                                        : jet::Value(),
+                                    values::format(document.date, u"Short Date"),
+                                    invoice ? jet::Value(document.order.left(width(u"POID"_s)))
+                                            : jet::Value(document.order.toLongLong())};
         if (invoice)
-            row.prepend(literal(document.number, width(u"InvoiceNo"_s)));
-        rows.push_back(row);
+            row.insert(row.begin(), document.number.left(width(u"InvoiceNo"_s)));
+        rows.push_back(std::move(row));
     }
     jet::Transaction transaction(database);
-    insertRows(database, table, columns, rows);
+    database.insertRows(table, columns, rows);
     transaction.commit();
 }
 

@@ -1,6 +1,6 @@
 #include "accounting/SentRecordForm.h"
 
-#include "accounting/Rows.h"
+#include "accounting/Literals.h"
 #include "core/MirsaMain.h"
 #include "core/ReportLaunch.h"
 #include "platform/screen/Layout.h"

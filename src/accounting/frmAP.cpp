@@ -1,6 +1,6 @@
 #include "accounting/frmAP.h"
 
-#include "accounting/Rows.h"
+#include "accounting/Literals.h"
 #include "core/MirsaMain.h"
 #include "core/ReportLaunch.h"
 #include "platform/controls/DataCombo.h"

@@ -49,11 +49,10 @@ qint64 saveSet(jet::Database& database, qint64 setNo, const QString& name,
                          u"' WHERE setno="_s + num(setNo));
         database.execute(u"DELETE FROM DefaultSetOper WHERE SetNo="_s + num(setNo));
     }
-    for (std::size_t i = 0; i < operations.size(); ++i) {
-        database.execute(u"INSERT INTO defaultsetoper (setno, operno, seqno) VALUES ("_s +
-                         num(setNo) + u", "_s + num(operations[i]) + u", "_s +
-                         num(static_cast<qint64>(i) + 1) + u")"_s);
-    }
+    std::vector<std::vector<jet::Value>> rows;
+    for (const qint64 operation : operations)
+        rows.push_back({setNo, operation, static_cast<qint64>(rows.size()) + 1});
+    database.insertRows(u"DefaultSetOper"_s, {u"SetNo"_s, u"OperNo"_s, u"SeqNo"_s}, rows);
     transaction.commit();
     return setNo;
 }

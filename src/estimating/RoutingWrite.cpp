@@ -1,6 +1,5 @@
 #include "estimating/Routing.h"
 
-#include "core/records/RowStatements.h"
 #include "platform/values/Literals.h"
 
 #include <QHash>
@@ -92,11 +91,9 @@ void replaceOperRows(jet::Database& database, const RoutingKind& kind, qint64 do
         database.execute(
             u"DELETE FROM "_s + kind.operTable + ofDocument +
             (kept.isEmpty() ? QString() : u" AND ID NOT IN ("_s + kept.join(u',') + u")"_s));
-        core::updateRows(database, kind.operTable, QStringList{u"ID"_s} + operColumns(kind), 1,
-                         changed);
+        database.updateRows(kind.operTable, QStringList{u"ID"_s} + operColumns(kind), 1, changed);
     }
-    core::insertRows(database, kind.operTable, QStringList{kind.documentKey} + operColumns(kind),
-                     added);
+    database.insertRows(kind.operTable, QStringList{kind.documentKey} + operColumns(kind), added);
 }
 
 void insertMiscRows(jet::Database& database, const RoutingKind& kind, qint64 documentNo,
@@ -142,8 +139,8 @@ void replaceMiscRows(jet::Database& database, const RoutingKind& kind, qint64 do
             (kept.isEmpty() ? QString() : u" AND ItemNo NOT IN ("_s + kept.join(u',') + u")"_s));
     }
     const QStringList columns = QStringList{kind.documentKey, u"ItemNo"_s} + miscColumns();
-    core::updateRows(database, kind.miscTable, columns, 2, changed);
-    core::insertRows(database, kind.miscTable, columns, added);
+    database.updateRows(kind.miscTable, columns, 2, changed);
+    database.insertRows(kind.miscTable, columns, added);
 }
 
 } // namespace estimating

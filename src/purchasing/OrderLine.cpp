@@ -3,6 +3,8 @@
 #include "platform/values/Format.h"
 #include "platform/values/Text.h"
 
+#include <map>
+
 namespace purchasing {
 
 using values::Currency;
@@ -58,30 +60,65 @@ QString totalText(const std::vector<OrderLine>& lines, const QString& currencySy
     return u"Total Cost = "_s + currencySymbol + values::format(sum, u"0.00");
 }
 
+const core::DocumentColumns<OrderLine>& lineColumns() {
+    using core::column;
+    using Line = OrderLine;
+    static const core::DocumentColumns<Line> all(
+        {column<Line>(u"Quantity"_s, &Line::quantity),
+         column<Line>(u"PartNumber"_s, &Line::partNumber),
+         column<Line>(u"Description"_s, &Line::description),
+         column<Line>(u"Manufacturer"_s, &Line::manufacturer),
+         column<Line>(u"DeliverySchedule"_s, &Line::delivery), column<Line>(u"Type"_s, &Line::type),
+         column<Line>(u"UnitPrice"_s, &Line::unitPrice), column<Line>(u"ItemTotal"_s, &Line::total),
+         column<Line>(u"ItemNotes"_s, &Line::notes), column<Line>(u"Estimate"_s, &Line::estimate),
+         column<Line>(u"Job"_s, &Line::job), column<Line>(u"UnitOfMeasure"_s, &Line::units)});
+    return all;
+}
+
+void copyIntoOrder(jet::Database& database, const QString& table, const QStringList& keys,
+                   qint64 order) {
+    if (keys.isEmpty())
+        return;
+    QStringList quoted;
+    for (const QString& key : keys)
+        quoted << sqlText(key);
+    const QStringList columns = lineColumns().names();
+    jet::Recordset set =
+        database.openRecordset(u"SELECT ItemKey, "_s + columns.join(u", ") + u" FROM "_s + table +
+                                   u" WHERE ItemKey IN ("_s + quoted.join(u", ") + u")"_s,
+                               jet::RecordsetType::Snapshot);
+    std::map<QString, std::vector<jet::Value>> there;
+    for (; !set.eof(); set.moveNext()) {
+        std::vector<jet::Value>& values = there[set.text(u"ItemKey").toCaseFolded()];
+        for (int i = 1; i <= columns.size(); ++i)
+            values.push_back(set.field(i));
+    }
+    std::vector<std::vector<jet::Value>> rows;
+    for (const QString& key : keys) {
+        const auto found = there.find(key.toCaseFolded());
+        if (found == there.end())
+            continue;
+        const auto number = static_cast<qint64>(rows.size()) + 1;
+        std::vector<jet::Value> row{u"%1-%2"_s.arg(order).arg(number), order, number};
+        row.insert(row.end(), found->second.begin(), found->second.end());
+        rows.push_back(std::move(row));
+    }
+    database.insertRows(u"POItem"_s,
+                        QStringList{u"ItemKey"_s, u"PONumber"_s, u"ItemNumber"_s} + columns, rows);
+}
+
 namespace {
 
 std::vector<OrderLine> load(const jet::Recordset& opened, bool ordered) {
     jet::Recordset set = opened;
     std::vector<OrderLine> lines;
     for (; !set.eof(); set.moveNext()) {
-        OrderLine line;
+        OrderLine line = lineColumns().load(set);
         if (ordered) {
             line.id = set[u"ID"].toLong();
             line.received = set[u"ReceivedQuantity"].toLong();
         }
         line.itemNumber = static_cast<int>(set[u"ItemNumber"].toLong());
-        line.partNumber = set.text(u"PartNumber");
-        line.description = set.text(u"Description");
-        line.manufacturer = set.text(u"Manufacturer");
-        line.type = set.text(u"Type");
-        line.estimate = set[u"Estimate"].toLong();
-        line.job = set[u"Job"].toLong();
-        line.units = set.text(u"UnitOfMeasure");
-        line.unitPrice = set[u"UnitPrice"].toCurrency();
-        line.quantity = set[u"Quantity"].toLong();
-        line.total = set[u"ItemTotal"].toCurrency();
-        line.delivery = set.text(u"DeliverySchedule");
-        line.notes = set.text(u"ItemNotes");
         lines.push_back(std::move(line));
     }
     return lines;

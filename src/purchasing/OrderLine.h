@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/records/DocumentColumns.h"
 #include "platform/jet/Database.h"
 #include "platform/values/Currency.h"
 #include "platform/values/Literals.h"
@@ -64,6 +65,13 @@ std::optional<LineComplaint> checkLine(const OrderKind& kind, const OrderLine& l
 
 /// "Total Cost = " and the sum of the lines.
 QString totalText(const std::vector<OrderLine>& lines, const QString& currencySymbol);
+
+/// What the table of either kind keeps of a line besides its keys and its number.
+const core::DocumentColumns<OrderLine>& lineColumns();
+/// Copies lines of a request or an order (`table`) into an order, numbered in the order of their
+/// keys. Keys that aren't there are passed over.
+void copyIntoOrder(jet::Database& database, const QString& table, const QStringList& keys,
+                   qint64 order);
 
 /// The lines of a request (by its key such as "12-7") or of an order (by its number), in order.
 std::vector<OrderLine> loadRfqLines(jet::Database& database, const QString& key);

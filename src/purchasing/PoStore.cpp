@@ -14,59 +14,60 @@ QString num(qint64 number) {
     return QString::number(number);
 }
 
-std::set<qint64> idsOf(jet::Database& database, qint64 poNumber) {
-    jet::Recordset set = database.openRecordset(
-        u"SELECT ID FROM POItem WHERE PONumber = "_s + num(poNumber), jet::RecordsetType::Snapshot);
-    std::set<qint64> ids;
-    for (; !set.eof(); set.moveNext())
-        ids.insert(set[u"ID"].toLong());
-    return ids;
-}
-
-std::map<qint64, qint64> receivedOf(jet::Database& database, qint64 poNumber) {
-    jet::Recordset set = database.openRecordset(
-        u"SELECT ItemID, Sum(QtyRecvd) AS QtySum FROM POReceived WHERE PONumber = "_s +
-            num(poNumber) + u" GROUP BY ItemID"_s,
-        jet::RecordsetType::Snapshot);
-    std::map<qint64, qint64> received;
-    for (; !set.eof(); set.moveNext())
-        received[set[u"ItemID"].toLong()] = set[u"QtySum"].toLong();
-    return received;
+jet::WantedSet linesOf(qint64 poNumber) {
+    return {u"SELECT ID, ItemNumber FROM POItem WHERE PONumber = "_s + num(poNumber)};
 }
 
 } // namespace
 
 void replacePoLines(jet::Database& database, qint64 poNumber, const std::vector<qint64>& stored,
                     const std::vector<OrderLine>& lines) {
-    const std::set<qint64> there = idsOf(database, poNumber);
+    auto sets = database.together(
+        {linesOf(poNumber),
+         {u"SELECT ItemID, Sum(QtyRecvd) AS QtySum FROM POReceived WHERE PONumber = "_s +
+          num(poNumber) + u" GROUP BY ItemID"_s}});
+    std::set<qint64> there;
+    for (jet::Recordset& line = sets[0]; !line.eof(); line.moveNext())
+        there.insert(line[u"ID"].toLong());
     if (there != std::set<qint64>(stored.begin(), stored.end()))
         throw LinesChangedElsewhere();
-    const auto received = receivedOf(database, poNumber);
+    std::map<qint64, qint64> received;
+    for (jet::Recordset& item = sets[1]; !item.eof(); item.moveNext())
+        received[item[u"ItemID"].toLong()] = item[u"QtySum"].toLong();
+
     // The old rows first, so that nothing but the new ones is there to be read back.
     database.execute(u"DELETE * FROM POItem WHERE PONumber is NULL OR PONumber = "_s +
                      num(poNumber));
-    int number = 0;
+    std::vector<std::vector<jet::Value>> rows;
+    std::map<qint64, qint64> receivedAs; // the line's new number, its ID before
     for (const OrderLine& line : lines) {
-        const QString item = num(++number);
-        const QString comma = u", "_s;
-        const auto receipts = received.find(line.id);
-        const bool has = line.id != 0 && receipts != received.end();
-        database.execute(
-            u"INSERT INTO POItem (ItemKey, PONumber, ItemNumber, Quantity, PartNumber, "
-            "Description, Manufacturer, DeliverySchedule, Type, UnitPrice, ItemTotal, ItemNotes, "
-            "Estimate, Job, ReceivedQuantity, UnitofMeasure) VALUES ("_s +
-            sqlText(num(poNumber) + u"-"_s + item) + comma + num(poNumber) + comma + item + comma +
-            num(line.quantity) + comma + sqlText(line.partNumber) + comma +
-            sqlText(line.description) + comma + sqlText(line.manufacturer) + comma +
-            sqlText(line.delivery) + comma + sqlText(line.type) + comma + line.unitPrice.toText() +
-            comma + line.total.toText() + comma + sqlText(line.notes) + comma + num(line.estimate) +
-            comma + num(line.job) + comma + num(has ? receipts->second : 0) + comma +
-            sqlText(line.units) + u")"_s);
-        if (has) {
-            database.execute(u"UPDATE POReceived SET ItemID = "_s + num(database.lastCounter()) +
-                             u" WHERE ItemID = "_s + num(line.id));
-        }
+        const auto number = static_cast<qint64>(rows.size()) + 1;
+        const auto receipts = line.id == 0 ? received.end() : received.find(line.id);
+        if (receipts != received.end())
+            receivedAs[number] = line.id;
+        std::vector<jet::Value> row{u"%1-%2"_s.arg(poNumber).arg(number), poNumber, number,
+                                    receipts == received.end() ? 0 : receipts->second};
+        const std::vector<jet::Value> own = lineColumns().values(line);
+        row.insert(row.end(), own.begin(), own.end());
+        rows.push_back(std::move(row));
     }
+    database.insertRows(
+        u"POItem"_s,
+        QStringList{u"ItemKey"_s, u"PONumber"_s, u"ItemNumber"_s, u"ReceivedQuantity"_s} +
+            lineColumns().names(),
+        rows);
+    if (receivedAs.empty())
+        return;
+    // What was received follows its lines to their new IDs, which are none that ever was.
+    std::vector<std::vector<jet::Value>> moved;
+    const auto written = linesOf(poNumber);
+    for (jet::Recordset line = database.openRecordset(written.select, written.type); !line.eof();
+         line.moveNext()) {
+        const auto before = receivedAs.find(line[u"ItemNumber"].toLong());
+        if (before != receivedAs.end())
+            moved.push_back({before->second, line[u"ID"].toLong()});
+    }
+    database.updateRows(u"POReceived"_s, {u"ItemID"_s, u"ItemID"_s}, 1, moved);
 }
 
 void writePoVendor(jet::Database& database, qint64 poNumber,
@@ -132,16 +133,7 @@ qint64 copyOrder(jet::Database& database, qint64 poNumber, const QStringList& it
             "FOB, Notes, Email FROM POVendor WHERE OrderNumber = "_s +
             num(poNumber));
     }
-    int number = 0;
-    for (const QString& key : items) {
-        const QString item = num(++number);
-        database.execute(u"INSERT INTO POItem SELECT "_s + sqlText(num(next) + u"-"_s + item) +
-                         u" AS itemKey, "_s + item + u" AS ItemNumber, partNumber, "_s + num(next) +
-                         u" AS PONumber, Manufacturer, Description, Type, Estimate, Job, "
-                         "UnitOfMeasure, UnitPrice, Quantity, itemTotal, DeliverySchedule, "
-                         "itemNotes FROM POItem WHERE ItemKey = "_s +
-                         sqlText(key));
-    }
+    copyIntoOrder(database, u"POItem"_s, items, next);
     transaction.commit();
     return next;
 }

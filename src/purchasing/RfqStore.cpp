@@ -19,13 +19,6 @@ const QString& addressColumns() {
     return columns;
 }
 
-const QString& lineColumns() {
-    static const QString columns =
-        u"partNumber, Manufacturer, Description, Type, Estimate, Job, UnitOfMeasure, UnitPrice, "
-        "Quantity, itemTotal, DeliverySchedule, itemNotes"_s;
-    return columns;
-}
-
 QString keyList(const QStringList& keys) {
     QStringList quoted;
     for (const QString& key : keys)
@@ -64,25 +57,22 @@ qint64 createGroup(jet::Database& database, qint64 vendor) {
 }
 
 void replaceRfqLines(jet::Database& database, qint64 group, qint64 vendor,
-                     std::vector<OrderLine> lines) {
+                     const std::vector<OrderLine>& lines) {
     const QString key = vendorKey(group, vendor);
     database.execute(u"DELETE * FROM RFQItem WHERE VOrderKey = "_s + sqlText(key));
-    int number = 0;
+    std::vector<std::vector<jet::Value>> rows;
     for (const OrderLine& line : lines) {
-        const QString item = num(++number);
-        const QString comma = u", "_s;
-        database.execute(
-            u"INSERT INTO RFQItem (ItemKey, VOrderKey, OrderNumber, VendorID, ItemNumber, "
-            "Quantity, PartNumber, Description, Manufacturer, DeliverySchedule, Type, UnitPrice, "
-            "ItemTotal, ItemNotes, Estimate, Job, UnitOfMeasure) VALUES ("_s +
-            sqlText(key + u"-"_s + item) + comma + sqlText(key) + comma + num(group) + comma +
-            num(vendor) + comma + item + comma + num(line.quantity) + comma +
-            sqlText(line.partNumber) + comma + sqlText(line.description) + comma +
-            sqlText(line.manufacturer) + comma + sqlText(line.delivery) + comma +
-            sqlText(line.type) + comma + line.unitPrice.toText() + comma + line.total.toText() +
-            comma + sqlText(line.notes) + comma + num(line.estimate) + comma + num(line.job) +
-            comma + sqlText(line.units) + u")"_s);
+        const auto number = static_cast<qint64>(rows.size()) + 1;
+        std::vector<jet::Value> row{u"%1-%2"_s.arg(key).arg(number), key, group, vendor, number};
+        const std::vector<jet::Value> own = lineColumns().values(line);
+        row.insert(row.end(), own.begin(), own.end());
+        rows.push_back(std::move(row));
     }
+    database.insertRows(u"RFQItem"_s,
+                        QStringList{u"ItemKey"_s, u"VOrderKey"_s, u"OrderNumber"_s, u"VendorID"_s,
+                                    u"ItemNumber"_s} +
+                            lineColumns().names(),
+                        rows);
 }
 
 qint64 copyGroup(jet::Database& database, qint64 group, const std::vector<ChosenRequest>& chosen) {
@@ -103,7 +93,7 @@ qint64 copyGroup(jet::Database& database, qint64 group, const std::vector<Chosen
         database.execute(u"INSERT INTO RFQItem SELECT "_s + sqlText(key + u"-"_s) +
                          u" & ItemNumber AS itemKey, itemNumber, "_s + sqlText(key) +
                          u" AS VOrderKey, "_s + head + u" AS OrderNumber, VendorID, "_s +
-                         lineColumns() + u" FROM RFQItem WHERE ItemKey IN ("_s +
+                         lineColumns().names().join(u", ") + u" FROM RFQItem WHERE ItemKey IN ("_s +
                          keyList(request.items) + u")"_s);
     }
     transaction.commit();
@@ -163,17 +153,13 @@ qint64 orderFromRequest(jet::Database& database, qint64 group, const ChosenReque
             database.openRecordset(u"SELECT ItemKey FROM RFQitem WHERE VOrderKey = "_s +
                                        sqlText(chosen.key) + u" ORDER BY ItemNumber"_s,
                                    jet::RecordsetType::Snapshot);
-        int number = 0;
+        QStringList items;
         for (; !lines.eof(); lines.moveNext()) {
             const QString key = lines.text(u"ItemKey");
-            if (!chosen.items.contains(key, Qt::CaseInsensitive))
-                continue;
-            const QString item = num(++number);
-            database.execute(u"INSERT INTO POItem SELECT "_s + sqlText(num(order) + u"-"_s + item) +
-                             u" AS itemKey, "_s + item + u" AS ItemNumber, "_s + num(order) +
-                             u" AS PONumber, "_s + lineColumns() +
-                             u" FROM RFQItem WHERE ItemKey = "_s + sqlText(key));
+            if (chosen.items.contains(key, Qt::CaseInsensitive))
+                items << key;
         }
+        copyIntoOrder(database, u"RFQItem"_s, items, order);
     }
     transaction.commit();
     return order;

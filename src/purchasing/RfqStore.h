@@ -17,7 +17,7 @@ void addVendor(jet::Database& database, qint64 group, qint64 vendor);
 
 /// Replaces the lines of a request by these, numbered from 1. Within the caller's transaction.
 void replaceRfqLines(jet::Database& database, qint64 group, qint64 vendor,
-                     std::vector<OrderLine> lines);
+                     const std::vector<OrderLine>& lines);
 
 /// What of a group goes into the next: for each vendor's key whether he is taken, and the keys of
 /// the lines that are.

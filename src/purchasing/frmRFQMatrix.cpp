@@ -19,7 +19,7 @@ using Kind = GridColumn::Kind;
 
 namespace {
 
-constexpr int lineColumns = 4; ///< part, description, quantity, units
+constexpr int columnsOfLine = 4; ///< part, description, quantity, units
 constexpr int offerColumns = 3;
 
 QIcon lowestIcon() {
@@ -114,7 +114,7 @@ void frmRFQMatrix::fill() {
     const QIcon lowest = lowestIcon();
     for (int v = 0; v < static_cast<int>(m_matrix.vendors.size()); ++v) {
         const auto place = static_cast<std::size_t>(v);
-        const int column = lineColumns + v * offerColumns;
+        const int column = columnsOfLine + v * offerColumns;
         for (int row = 0; row < totalRow; ++row) {
             if (m_matrix.lines[static_cast<std::size_t>(row)].offers[place].lowest)
                 sprMatrix->setPicture(row, column, lowest, u"lowest"_s);
@@ -122,13 +122,13 @@ void frmRFQMatrix::fill() {
         if (m_matrix.vendors[place].lowest)
             sprMatrix->setPicture(totalRow, column + 1, lowest, u"lowest of all"_s);
     }
-    if (sprMatrix->columnCount() > lineColumns)
-        sprMatrix->setCurrentIndex(sprMatrix->model()->index(0, lineColumns));
+    if (sprMatrix->columnCount() > columnsOfLine)
+        sprMatrix->setCurrentIndex(sprMatrix->model()->index(0, columnsOfLine));
 }
 
 int frmRFQMatrix::activeVendor() const {
     const int column = sprMatrix->currentIndex().column();
-    return column < lineColumns ? -1 : (column - lineColumns) / offerColumns;
+    return column < columnsOfLine ? -1 : (column - columnsOfLine) / offerColumns;
 }
 
 void frmRFQMatrix::cmdCreatePO_Click() {

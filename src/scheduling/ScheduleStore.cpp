@@ -14,8 +14,6 @@ namespace scheduling {
 
 namespace {
 
-constexpr qsizetype rowsOfAStatement = 200;
-
 QString joined(const std::vector<qint64>& numbers) {
     QStringList texts;
     for (const qint64 number : numbers)
@@ -109,38 +107,22 @@ operationNumbers(jet::Database& database, const std::vector<EntryChange>& change
     return numbers;
 }
 
-/// A select of an entry's columns, in the order in which they are inserted.
-QString selectOf(const Entry& entry) {
-    const auto date = [](gantt::Minute moment) {
-        return u"#"_s + values::sqlDate(gantt::dateOf(moment)) + u"#"_s;
-    };
-    const auto time = [](gantt::Minute moment) {
-        return u"'"_s + storedTime(gantt::minuteOfDay(moment)) + u"'"_s;
-    };
-    return u"SELECT "_s + QStringList{QString::number(entry.jobNo),
-                                      QString::number(entry.seqNo),
-                                      QString::number(entry.operNo),
-                                      u"'"_s + values::quoted(entry.description) + u"'"_s,
-                                      QString::number(entry.textAlign),
-                                      date(entry.span.start),
-                                      time(entry.span.start),
-                                      date(entry.span.end),
-                                      time(entry.span.end)}
-                              .join(u", "_s);
-}
-
-/// Writes the entries as new rows, many with one statement.
+/// Writes the entries as new rows.
 void insertEntries(jet::Database& database, const std::vector<EntryChange>& changes) {
-    QStringList rows;
+    const auto time = [](gantt::Minute moment) { return storedTime(gantt::minuteOfDay(moment)); };
+    std::vector<std::vector<jet::Value>> rows;
     for (const EntryChange& change : changes) {
-        if (change.now)
-            rows << selectOf(*change.now);
+        if (!change.now)
+            continue;
+        const Entry& entry = *change.now;
+        rows.push_back({entry.jobNo, entry.seqNo, entry.operNo, entry.description, entry.textAlign,
+                        gantt::dateOf(entry.span.start), time(entry.span.start),
+                        gantt::dateOf(entry.span.end), time(entry.span.end)});
     }
-    for (qsizetype i = 0; i < rows.size(); i += rowsOfAStatement) {
-        database.execute(u"INSERT INTO JobOperSchedule (JobNo, SeqNo, OperNo, Description, "
-                         "TextAlign, StartDate, StartTime, EndDate, EndTime) "_s +
-                         rows.mid(i, rowsOfAStatement).join(u" UNION ALL "_s));
-    }
+    database.insertRows(u"JobOperSchedule"_s,
+                        {u"JobNo"_s, u"SeqNo"_s, u"OperNo"_s, u"Description"_s, u"TextAlign"_s,
+                         u"StartDate"_s, u"StartTime"_s, u"EndDate"_s, u"EndTime"_s},
+                        rows);
 }
 
 /// Joins what was changed here with the rows as they stand now. `gone` takes the IDs to delete.

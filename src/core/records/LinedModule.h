@@ -3,7 +3,6 @@
 #include "core/MirsaMain.h"
 #include "core/records/DocumentLines.h"
 #include "core/records/DocumentModule.h"
-#include "core/records/RowStatements.h"
 #include "platform/controls/LineGrid.h"
 #include "platform/screen/Layout.h"
 
@@ -184,12 +183,10 @@ class LinedModule : public DocumentOf<LinedDocument<Header, Row>> {
         if (!gone.isEmpty())
             database.execute(u"DELETE * FROM "_s + m_table.table + u" WHERE "_s + m_table.idColumn +
                              u" IN ("_s + gone.join(u',') + u")"_s);
-        if (!kept.empty())
-            updateRows(database, m_table.table,
-                       QStringList{m_table.idColumn, m_table.placeColumn} + columns, 1, kept);
-        if (!added.empty())
-            insertRows(database, m_table.table,
-                       QStringList{m_table.documentKey, m_table.placeColumn} + columns, added);
+        database.updateRows(m_table.table,
+                            QStringList{m_table.idColumn, m_table.placeColumn} + columns, 1, kept);
+        database.insertRows(m_table.table,
+                            QStringList{m_table.documentKey, m_table.placeColumn} + columns, added);
     }
 
     const DocumentLines<Row>& m_how;

@@ -176,6 +176,7 @@ struct Failure {
     int number = 0;
     QString text;
     bool ofProgram = false;
+    jet::Failure kind = jet::Failure::Statement;
 };
 
 std::optional<Failure> run(const std::function<void()>& action) {
@@ -183,7 +184,7 @@ std::optional<Failure> run(const std::function<void()>& action) {
         action();
         return std::nullopt;
     } catch (const jet::Error& error) {
-        return Failure{error.number(), error.text()};
+        return Failure{error.number(), error.text(), false, error.failure()};
     } catch (const values::Overflow&) {
         return Failure{6, u"Overflow"_s};
     } catch (const std::exception& error) {
@@ -194,23 +195,26 @@ std::optional<Failure> run(const std::function<void()>& action) {
 /// What is told of a failure that may pass by itself or that somebody can mend outside; empty for
 /// all others.
 QString passing(const Failure& failure) {
-    namespace errors = jet::errors;
     const QString stays = u"\n\nWhat you entered is still on the screen."_s;
-    switch (failure.number) {
-    case errors::connectionFailed:
+    switch (failure.kind) {
+    case jet::Failure::Statement:
+        return {};
+    case jet::Failure::ConnectionLost:
         return u"The database server can't be reached. Please check that it runs and that the "
                "network is connected.\n\n"_s +
                failure.text + stays;
-    case errors::locked:
+    case jet::Failure::LockNotHad:
         return u"Another station is writing to the database and didn't finish in time."_s + stays;
-    case errors::notUpdatable:
+    case jet::Failure::DiskFull:
+        return u"The disk of the database is full. Please make room on it.\n\n"_s + failure.text +
+               stays;
+    case jet::Failure::ReadOnly:
         return u"The database can be read only. Please check the rights to its file and folder."_s +
                stays;
-    case errors::cannotOpenFile:
+    case jet::Failure::FileGone:
         return u"The database can't be found or opened.\n\n"_s + failure.text + stays;
-    default:
-        return {};
     }
+    return {};
 }
 
 } // namespace

@@ -283,7 +283,8 @@ TEST_F(FormTest, WhenTheDatabaseCantBeWorkedWithAHandlerIsTriedAgainAndTheEntryS
     int tries = 0;
     script.save = [&](Form&) {
         if (++tries < 3)
-            throw jet::Error(jet::errors::connectionFailed, u"The server closed the line."_qs);
+            throw jet::Error(jet::errors::connectionFailed, u"The server closed the line."_qs,
+                             jet::Failure::ConnectionLost);
     };
     const QString lost = u"The database server can't be reached."_qs;
     expectBoxContaining(lost, Answer::Retry);
@@ -291,12 +292,15 @@ TEST_F(FormTest, WhenTheDatabaseCantBeWorkedWithAHandlerIsTriedAgainAndTheEntryS
     press(u"cmdSave"_qs);
     EXPECT_EQ(tries, 3);
 
-    const std::pair<int, QString> kinds[] = {
-        {jet::errors::locked, u"Another station is writing"_qs},
-        {jet::errors::notUpdatable, u"The database can be read only."_qs},
-        {jet::errors::cannotOpenFile, u"The database can't be found or opened."_qs}};
-    for (const auto& [number, told] : kinds) {
-        script.save = [number = number](Form&) { throw jet::Error(number, u"no"_qs); };
+    const std::pair<jet::Failure, QString> kinds[] = {
+        {jet::Failure::LockNotHad, u"Another station is writing"_qs},
+        {jet::Failure::DiskFull, u"The disk of the database is full."_qs},
+        {jet::Failure::ReadOnly, u"The database can be read only."_qs},
+        {jet::Failure::FileGone, u"The database can't be found or opened."_qs}};
+    for (const auto& [kind, told] : kinds) {
+        script.save = [kind = kind](Form&) {
+            throw jet::Error(jet::errors::other, u"no"_qs, kind);
+        };
         expectBoxContaining(told, Answer::Close);
         press(u"cmdSave"_qs);
     }
