@@ -1,7 +1,6 @@
 #include "inventory/Folders.h"
 
-#include "platform/values/Literals.h"
-#include "platform/values/Text.h"
+#include "inventory/Sql.h"
 
 #include <QSet>
 
@@ -10,10 +9,6 @@
 namespace inventory {
 
 namespace {
-
-QString num(qint64 number) {
-    return QString::number(number);
-}
 
 View view(const QString& word) {
     return {word, u"Item"_s + word + u"s"_s, u"Item "_s + word + u"s"_s,

@@ -13,6 +13,8 @@ class Explorer {
     virtual const View& view() const = 0;
     /// Shows an item's row as it stands now; a new one is added if its folder is shown.
     virtual void itemChanged(qint64 itemId) = 0;
+    /// Shows the present folder as it stands now.
+    virtual void showAgain() = 0;
     /// Opens the folder of an item in the present view and selects it.
     virtual void goToItem(qint64 itemId) = 0;
     /// A folder was added.
@@ -46,18 +48,39 @@ class ItemAction {
     virtual void showFor(qint64 itemId) = 0;
 };
 
-/// "frmItemReStock" and "frmItemReStockSelected".
+/// "frmItemReStock".
 class RestockDialog {
   public:
     virtual ~RestockDialog() = default;
     /// `itemId` 0: none is selected.
     virtual void stock(qint64 itemId) = 0;
 };
-class RestockSelected {
+
+/// "frmItemReStockSelected", "frmItemReStockPO" and "frmItemRestockJob": what they stock from is
+/// the number of an item, an order or a job.
+class RestockFrom {
   public:
-    virtual ~RestockSelected() = default;
-    /// True if the item was stocked.
-    virtual bool stock(qint64 itemId, qint64 employee, const QDate& date) = 0;
+    virtual ~RestockFrom() = default;
+    /// True if something was stocked.
+    virtual bool stock(qint64 number, qint64 employee, const QDate& date) = 0;
+};
+
+/// "frmItemOrder".
+class OrderDialog {
+  public:
+    virtual ~OrderDialog() = default;
+    /// Puts an item on a purchase order, after a message where it lacks what an order needs.
+    /// `quantity` is what is offered; 0: nothing.
+    virtual void order(qint64 itemId, qint64 quantity) = 0;
+};
+
+/// The job and the estimate module, as far as an item's work begins there.
+class NewWork {
+  public:
+    virtual ~NewWork() = default;
+    /// Begins a new record with that text and part number. False if the module is busy with
+    /// another.
+    virtual bool startNew(const QString& description, const QString& partNumber) = 0;
 };
 
 } // namespace inventory

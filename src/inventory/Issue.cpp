@@ -1,8 +1,7 @@
 #include "inventory/Issue.h"
 
+#include "inventory/Sql.h"
 #include "platform/values/Format.h"
-#include "platform/values/Literals.h"
-#include "platform/values/Text.h"
 
 #include <QHash>
 
@@ -11,17 +10,6 @@
 namespace inventory {
 
 namespace {
-
-QString num(qint64 number) {
-    return QString::number(number);
-}
-
-QString listOf(const std::vector<qint64>& numbers) {
-    QStringList texts;
-    for (const qint64 number : numbers)
-        texts << num(number);
-    return texts.join(u", "_s);
-}
 
 /// Texts by number: one select for all rows of a kind.
 using Names = QHash<qint64, QString>;

@@ -16,4 +16,22 @@ controls::ListRow listRow(const ItemRow& row) {
             flagged ? u"Item below its minimum"_s : u"Item"_s};
 }
 
+std::vector<controls::GridColumn> itemColumns() {
+    return {{.title = u"Description"_s, .characters = 28, .stretches = true},
+            {u"Part Number"_s, 16},
+            {u"Manufacturer"_s, 16},
+            {u"Location"_s, 14},
+            {u"Type"_s, 14},
+            {u"Quantity"_s, 10}};
+}
+
+void showItems(controls::Grid& grid, const std::vector<ItemRow>& items) {
+    std::vector<QStringList> rows;
+    for (const ItemRow& item : items)
+        rows.push_back(item.texts());
+    grid.setRows(std::move(rows));
+    for (std::size_t i = 0; i < items.size(); ++i)
+        grid.setRowKey(static_cast<int>(i), items[i].item.id);
+}
+
 } // namespace inventory

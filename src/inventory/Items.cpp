@@ -1,19 +1,10 @@
 #include "inventory/Items.h"
 
-#include "platform/values/Literals.h"
-#include "platform/values/Text.h"
+#include "inventory/Sql.h"
 
 namespace inventory {
 
 namespace {
-
-QString num(qint64 number) {
-    return QString::number(number);
-}
-
-QString sqlText(const QString& text) {
-    return u"'"_s + values::quoted(text) + u"'"_s;
-}
 
 /// The items as lists show them; `behind` begins with WHERE or ORDER BY.
 std::vector<ItemRow> readRows(jet::Database& database, const QString& behind) {
@@ -78,6 +69,26 @@ std::vector<ItemRow> findItems(jet::Database& database, const QString& descripti
                         u" ORDER BY Items.Description"_s);
 }
 
+std::vector<ItemRow> itemsLike(jet::Database& database, const QString& description,
+                               const QString& partNumber) {
+    QStringList criteria;
+    if (!description.isEmpty())
+        criteria << u"Items.Description = "_s + sqlText(description);
+    if (!partNumber.isEmpty())
+        criteria << u"Items.PartNumber = "_s + sqlText(partNumber);
+    if (criteria.isEmpty())
+        return {};
+    return readRows(database,
+                    u"WHERE "_s + criteria.join(u" OR "_s) + u" ORDER BY Items.Description"_s);
+}
+
+std::vector<ItemRow> itemsOfPart(jet::Database& database, const QString& partNumber,
+                                 const QString& description) {
+    return readRows(database, u"WHERE Items.PartNumber = "_s + sqlText(partNumber) +
+                                  u" AND Items.Description = "_s + sqlText(description) +
+                                  u" ORDER BY Items.ID DESC"_s);
+}
+
 std::vector<ItemRow> flaggedItems(jet::Database& database) {
     return readRows(database,
                     u"WHERE Items.FlagQuantity > Items.Quantity ORDER BY Items.Description"_s);
@@ -95,12 +106,14 @@ qint64 folderOf(jet::Database& database, const View& view, qint64 id) {
 }
 
 std::optional<Item> loadItem(jet::Database& database, qint64 id) {
-    database.execute(u"UPDATE Items SET FlagQuantity = 0 WHERE FlagQuantity IS NULL"_s);
     const jet::Recordset row =
         database.openRecordset(u"SELECT * FROM Items WHERE ID = "_s + num(id) + u" ORDER BY ID"_s,
                                jet::RecordsetType::Snapshot);
     if (row.isEmpty())
         return {};
+    // What was never set is so in many rows.
+    if (row[u"FlagQuantity"].isNull())
+        database.execute(u"UPDATE Items SET FlagQuantity = 0 WHERE FlagQuantity IS NULL"_s);
     return Item{id,
                 row.text(u"Description"),
                 row.text(u"PartNumber"),
@@ -113,18 +126,53 @@ std::optional<Item> loadItem(jet::Database& database, qint64 id) {
                 row[u"Location"].toLong()};
 }
 
-std::optional<ItemCheck> checkItem(const Item& item) {
-    if (item.location == 0)
-        return ItemCheck{u"Location may not be blank!"_s, u"cmdTreeLoc"_s};
-    if (item.type == 0)
-        return ItemCheck{u"Tool Type may not be blank!"_s, u"cmdTreeType"_s};
-    if (item.manufacturer.size() > 255)
-        return ItemCheck{u"Manufacturer may not be longer than 255 characters!"_s, u"cboMan"_s};
-    if (item.description.trimmed().isEmpty())
-        return ItemCheck{u"Description may not be blank!"_s, u"txtDescription"_s};
-    if (item.units.trimmed().isEmpty())
-        return ItemCheck{u"Units may not be blank!"_s, u"dbcUnits"_s};
+namespace {
+
+/// The first of some checks, in the order in which a dialog has them, that an item fails.
+enum class Check { Description, PartNumber, Location, Type, Manufacturer, Units };
+std::optional<ItemCheck> firstFault(const Item& item, std::initializer_list<Check> checks) {
+    for (const Check check : checks) {
+        switch (check) {
+        case Check::Description:
+            if (item.description.trimmed().isEmpty())
+                return ItemCheck{u"Description may not be blank!"_s, u"txtDescription"_s};
+            break;
+        case Check::PartNumber:
+            if (item.partNumber.trimmed().isEmpty())
+                return ItemCheck{u"Part Number may not be blank!"_s, u"txtPartNumber"_s};
+            break;
+        case Check::Location:
+            if (item.location == 0)
+                return ItemCheck{u"Location may not be blank!"_s, u"cmdTreeLoc"_s};
+            break;
+        case Check::Type:
+            if (item.type == 0)
+                return ItemCheck{u"Tool Type may not be blank!"_s, u"cmdTreeType"_s};
+            break;
+        case Check::Manufacturer:
+            if (item.manufacturer.size() > 255)
+                return ItemCheck{u"Manufacturer may not be longer than 255 characters!"_s,
+                                 u"cboMan"_s};
+            break;
+        case Check::Units:
+            if (item.units.trimmed().isEmpty())
+                return ItemCheck{u"Units may not be blank!"_s, u"dbcUnits"_s};
+            break;
+        }
+    }
     return {};
+}
+
+} // namespace
+
+std::optional<ItemCheck> checkItem(const Item& item) {
+    return firstFault(item, {Check::Location, Check::Type, Check::Manufacturer, Check::Description,
+                             Check::Units});
+}
+
+std::optional<ItemCheck> checkOrderedItem(const Item& item) {
+    return firstFault(item, {Check::Description, Check::PartNumber, Check::Location, Check::Type,
+                             Check::Manufacturer, Check::Units});
 }
 
 qint64 addItem(jet::Database& database, const Item& item) {

@@ -38,6 +38,12 @@ std::vector<ItemRow> itemsIn(jet::Database& database, const View& view, qint64 f
 /// texts are no criteria.
 std::vector<ItemRow> findItems(jet::Database& database, const QString& description,
                                const QString& partNumber);
+/// The items of that description or that part number; an empty text meets none.
+std::vector<ItemRow> itemsLike(jet::Database& database, const QString& description,
+                               const QString& partNumber);
+/// The items of that part number and that description, the newest first.
+std::vector<ItemRow> itemsOfPart(jet::Database& database, const QString& partNumber,
+                                 const QString& description);
 /// Items below their minimum.
 std::vector<ItemRow> flaggedItems(jet::Database& database);
 std::optional<ItemRow> itemRow(jet::Database& database, qint64 id);
@@ -52,6 +58,8 @@ struct ItemCheck {
     QString text, field;
 };
 std::optional<ItemCheck> checkItem(const Item& item);
+/// The same for goods of a purchase order, which need a part number, in the order of their dialog.
+std::optional<ItemCheck> checkOrderedItem(const Item& item);
 
 enum class Saved { Done, Gone, StockChanged };
 /// Adds an item; its number.

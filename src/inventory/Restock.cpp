@@ -1,35 +1,37 @@
 #include "inventory/Restock.h"
 
-#include "platform/values/Format.h"
-#include "platform/values/Literals.h"
-#include "platform/values/Text.h"
+#include "inventory/Sql.h"
+
+#include <QHash>
+
+#include <algorithm>
 
 namespace inventory {
 
 namespace {
 
-QString num(qint64 number) {
-    return QString::number(number);
+void writeHistory(jet::Database& database, const std::vector<Restock>& movements) {
+    std::vector<std::vector<jet::Value>> rows;
+    for (const Restock& movement : movements)
+        rows.push_back({jet::Value(movement.itemId), jet::Value(movement.quantity),
+                        jet::Value(movement.employee), jet::Value(movement.date),
+                        jet::Value(movement.type), jet::Value(movement.number),
+                        jet::Value(movement.vendor)});
+    database.insertRows(
+        u"ItemReStock"_s,
+        {u"ItemID"_s, u"Quantity"_s, u"Employee"_s, u"Date"_s, u"Type"_s, u"Number"_s, u"Vendor"_s},
+        rows);
 }
 
-QString sqlText(const QString& text) {
-    return u"'"_s + values::quoted(text) + u"'"_s;
-}
-
-void writeHistory(jet::Database& database, const Restock& movement) {
-    database.execute(u"INSERT INTO ItemReStock (ItemID, Quantity, Employee, [Date], [Type], "
-                     "[Number], Vendor) VALUES ("_s +
-                     num(movement.itemId) + u", "_s + num(movement.quantity) + u", "_s +
-                     num(movement.employee) + u", #"_s + values::sqlDate(movement.date) + u"#, "_s +
-                     sqlText(movement.type) + u", "_s + num(movement.number) + u", "_s +
-                     num(movement.vendor) + u")"_s);
+bool same(const QString& a, const QString& b) {
+    return a.compare(b, Qt::CaseInsensitive) == 0;
 }
 
 } // namespace
 
 std::vector<qint64> matchingItems(jet::Database& database, const QString& partNumber,
                                   const QString& description) {
-    jet::Recordset set = database.openRecordset(u"SELECT * FROM Items WHERE PartNumber = "_s +
+    jet::Recordset set = database.openRecordset(u"SELECT ID FROM Items WHERE PartNumber = "_s +
                                                     sqlText(partNumber) + u" AND Description = "_s +
                                                     sqlText(description) + u" ORDER BY ID DESC"_s,
                                                 jet::RecordsetType::Snapshot);
@@ -39,46 +41,157 @@ std::vector<qint64> matchingItems(jet::Database& database, const QString& partNu
     return items;
 }
 
-bool restock(jet::Database& database, const Restock& movement) {
+bool restock(jet::Database& database, const std::vector<Restock>& movements) {
+    if (movements.empty())
+        return true;
+    std::vector<qint64> ids;
+    for (const Restock& movement : movements)
+        ids.push_back(movement.itemId);
+    std::sort(ids.begin(), ids.end());
+    ids.erase(std::unique(ids.begin(), ids.end()), ids.end());
+    const QString these = u" WHERE ID IN ("_s + listOf(ids) + u")"_s;
     jet::Transaction transaction(database);
-    const int touched =
-        database.execute(u"UPDATE Items Set Quantity = [Quantity] + "_s + num(movement.quantity) +
-                         u" WHERE ID = "_s + num(movement.itemId));
-    if (touched == 0)
+    // Held first, so that whoever issues from them meanwhile comes after.
+    database.execute(u"UPDATE Items SET Quantity = [Quantity] + 0"_s + these);
+    QHash<qint64, qint64> stock;
+    jet::Recordset set = database.openRecordset(u"SELECT ID, Quantity FROM Items"_s + these,
+                                                jet::RecordsetType::Snapshot);
+    for (; !set.eof(); set.moveNext())
+        stock.insert(set[u"ID"].toLong(), set[u"Quantity"].toLong());
+    if (static_cast<std::size_t>(stock.size()) != ids.size())
         return false;
-    writeHistory(database, movement);
+    for (const Restock& movement : movements)
+        stock[movement.itemId] += movement.quantity;
+    std::vector<std::vector<jet::Value>> rows;
+    for (const qint64 id : ids)
+        rows.push_back({jet::Value(id), jet::Value(stock.value(id))});
+    database.updateRows(u"Items"_s, {u"ID"_s, u"Quantity"_s}, 1, rows);
+    writeHistory(database, movements);
     transaction.commit();
     return true;
 }
 
-qint64 createStocked(jet::Database& database, const NewItem& item, Restock movement) {
+bool restock(jet::Database& database, const Restock& movement) {
+    return restock(database, std::vector<Restock>{movement});
+}
+
+qint64 createStocked(jet::Database& database, const Item& item, Restock movement) {
     jet::Transaction transaction(database);
-    database.execute(u"INSERT INTO Items (Units, Type, FlagQuantity, Quantity, Manufacturer, "
-                     "PartNumber, Description, Priceper, Location) VALUES("_s +
-                     sqlText(item.units) + u", "_s + num(item.type) + u", "_s +
-                     num(item.flagQuantity) + u", "_s + num(item.quantity) + u", "_s +
-                     sqlText(item.manufacturer) + u", "_s + sqlText(item.partNumber) + u", "_s +
-                     sqlText(item.description) + u", "_s + item.priceEach.toText() + u", "_s +
-                     num(item.location) + u")"_s);
-    movement.itemId = database.lastCounter();
+    movement.itemId = addItem(database, item);
     movement.quantity = item.quantity;
-    writeHistory(database, movement);
+    writeHistory(database, {movement});
     transaction.commit();
     return movement.itemId;
 }
 
-std::optional<ItemComplaint> checkItem(const NewItem& item) {
-    if (item.location == 0)
-        return ItemComplaint{u"Location may not be blank!"_s, u"txtLocation"_s};
-    if (item.type == 0)
-        return ItemComplaint{u"Tool Type may not be blank!"_s, u"txtType"_s};
-    if (item.manufacturer.size() > 255)
-        return ItemComplaint{u"Manufacturer may not be longer than 255 characters!"_s, u"cboMan"_s};
-    if (item.description.trimmed().isEmpty())
-        return ItemComplaint{u"Description may not be blank!"_s, u"txtDescription"_s};
-    if (item.units.trimmed().isEmpty())
-        return ItemComplaint{u"Units may not be blank!"_s, u"dbcUnits"_s};
-    return std::nullopt;
+std::vector<ReceivedLine> receivedLines(jet::Database& database, qint64 poNumber) {
+    jet::Recordset set =
+        database.openRecordset(u"SELECT * FROM POItem WHERE PONumber = "_s + num(poNumber) +
+                                   u" AND ReceivedQuantity > 0 ORDER BY ID"_s,
+                               jet::RecordsetType::Snapshot);
+    std::vector<ReceivedLine> lines;
+    for (; !set.eof(); set.moveNext()) {
+        ReceivedLine line;
+        line.lineId = set[u"ID"].toLong();
+        line.partNumber = set.text(u"PartNumber");
+        line.description = set.text(u"Description");
+        line.received = set[u"ReceivedQuantity"].toLong();
+        line.ordered = set[u"Quantity"].toLong();
+        line.stock = line.received;
+        lines.push_back(std::move(line));
+    }
+    return lines;
+}
+
+std::vector<LeftLine> stockLines(jet::Database& database, const Restock& how,
+                                 const std::vector<ReceivedLine>& lines) {
+    QStringList parts;
+    for (const ReceivedLine& line : lines) {
+        if (line.selected)
+            parts << sqlText(line.partNumber);
+    }
+    if (parts.isEmpty())
+        return {};
+    parts.removeDuplicates();
+    struct Candidate {
+        qint64 id;
+        QString partNumber, description;
+    };
+    std::vector<Candidate> candidates;
+    jet::Transaction transaction(database);
+    auto sets = database.together(
+        {u"SELECT ID, PartNumber, Description FROM Items WHERE PartNumber IN ("_s +
+             parts.join(u", "_s) + u") ORDER BY ID"_s,
+         u"SELECT VendorID FROM POVendor WHERE OrderNumber = "_s + num(how.number) +
+             u" ORDER BY VendorID"_s});
+    for (jet::Recordset& items = sets[0]; !items.eof(); items.moveNext())
+        candidates.push_back(
+            {items[u"ID"].toLong(), items.text(u"PartNumber"), items.text(u"Description")});
+    std::vector<LeftLine> left;
+    std::vector<Restock> movements;
+    for (const ReceivedLine& line : lines) {
+        if (!line.selected)
+            continue;
+        std::vector<qint64> items;
+        for (const Candidate& item : candidates) {
+            if (same(item.partNumber, line.partNumber) && same(item.description, line.description))
+                items.push_back(item.id);
+        }
+        if (items.size() != 1) {
+            left.push_back({line, std::move(items)});
+            continue;
+        }
+        Restock movement = how;
+        movement.itemId = items.front();
+        movement.quantity = line.stock;
+        movement.type = u"PO"_s;
+        movement.vendor = sets[1].isEmpty() ? 0 : sets[1].field(0).toLong();
+        movements.push_back(std::move(movement));
+    }
+    restock(database, movements);
+    transaction.commit();
+    return left;
+}
+
+qint64 vendorOfOrder(jet::Database& database, qint64 poNumber) {
+    return database
+        .lookup(u"SELECT VendorID FROM POVendor WHERE OrderNumber = "_s + num(poNumber) +
+                u" ORDER BY VendorID"_s)
+        .toLong();
+}
+
+Item itemOfLine(jet::Database& database, qint64 lineId) {
+    const jet::Recordset line = database.openRecordset(
+        u"SELECT Description, PartNumber, UnitPrice, UnitOfMeasure, ReceivedQuantity, "
+        "Manufacturer FROM POItem WHERE ID = "_s +
+            num(lineId),
+        jet::RecordsetType::Snapshot);
+    Item item;
+    if (line.isEmpty())
+        return item;
+    item.description = line.text(u"Description");
+    item.partNumber = line.text(u"PartNumber");
+    item.manufacturer = line.text(u"Manufacturer");
+    item.units = line.text(u"UnitOfMeasure");
+    item.quantity = line[u"ReceivedQuantity"].toLong();
+    item.price = line[u"UnitPrice"].toCurrency();
+    return item;
+}
+
+std::optional<JobGoods> goodsOfJob(jet::Database& database, qint64 jobNo) {
+    const jet::Recordset job = database.openRecordset(
+        u"SELECT Description, PartNo, InvoiceEach, Quantity FROM Job WHERE JobNo = "_s +
+            num(jobNo) + u" ORDER BY JobNo"_s,
+        jet::RecordsetType::Snapshot);
+    if (job.isEmpty())
+        return {};
+    JobGoods goods;
+    goods.item.description = job.text(u"Description");
+    goods.item.partNumber = job.text(u"PartNo");
+    goods.item.quantity = job[u"Quantity"].toLong();
+    goods.item.price = job[u"InvoiceEach"].toCurrency();
+    goods.matching = itemsLike(database, goods.item.description, goods.item.partNumber);
+    return goods;
 }
 
 } // namespace inventory

@@ -1,13 +1,8 @@
 #pragma once
 
-#include "platform/jet/Database.h"
-#include "platform/values/Currency.h"
+#include "inventory/Items.h"
 
 #include <QDate>
-#include <QString>
-
-#include <optional>
-#include <vector>
 
 namespace inventory {
 
@@ -22,38 +17,49 @@ struct Restock {
     qint64 vendor = 0; ///< VendID; 0 for "Job"
 };
 
-/// An item that does not exist yet.
-struct NewItem {
-    QString partNumber;
-    QString description;
-    QString manufacturer;
-    QString units;
-    values::Currency priceEach;
-    qint64 quantity = 0;     ///< on hand from the beginning
-    qint64 flagQuantity = 0; ///< 0: no flag
-    qint64 type = 0;         ///< folder among the types, never the root
-    qint64 location = 0;     ///< folder among the locations, never the root
-};
-
 /// The items of that part number and description, the newest first.
 std::vector<qint64> matchingItems(jet::Database& database, const QString& partNumber,
                                   const QString& description);
 
-/// Writes the history row and raises the stock by the database's own sum, in one transaction, so
-/// that stations that stock and issue at once lose nothing. False, and nothing written, if the item
-/// has gone.
+/// Writes the history rows and raises the stock, in one transaction that holds the items while it
+/// adds, so that stations that stock and issue at once lose nothing. False, and nothing written, if
+/// one of the items has gone.
+bool restock(jet::Database& database, const std::vector<Restock>& movements);
 bool restock(jet::Database& database, const Restock& movement);
 
 /// Adds the item with its quantity and, in the same transaction, the history row of how it came;
 /// the movement's item and quantity are the new item's. Returns its number.
-qint64 createStocked(jet::Database& database, const NewItem& item, Restock movement);
+qint64 createStocked(jet::Database& database, const Item& item, Restock movement);
 
-/// Why an item can't be added and the field where that is mended, in the order of the checks for
-/// goods that are received; nothing if it can.
-struct ItemComplaint {
-    QString text;
-    QString field;
+/// A line of a purchase order of which something was received, and what of it goes into stock.
+struct ReceivedLine {
+    qint64 lineId = 0; ///< POItem.ID
+    bool selected = false;
+    QString partNumber, description;
+    qint64 stock = 0;
+    qint64 received = 0, ordered = 0;
 };
-std::optional<ItemComplaint> checkItem(const NewItem& item);
+std::vector<ReceivedLine> receivedLines(jet::Database& database, qint64 poNumber);
+
+/// A line that isn't stocked because there is not just one item of its part number and description.
+struct LeftLine {
+    ReceivedLine line;
+    std::vector<qint64> items; ///< that it could be; none if there is none
+};
+/// Stocks the selected lines of an order, in one transaction, and returns those that are left. The
+/// movement says by whom and when.
+std::vector<LeftLine> stockLines(jet::Database& database, const Restock& how,
+                                 const std::vector<ReceivedLine>& lines);
+/// The vendor of an order; 0 if it has none.
+qint64 vendorOfOrder(jet::Database& database, qint64 poNumber);
+/// What an item made of a line of an order begins with, what was received as its quantity.
+Item itemOfLine(jet::Database& database, qint64 lineId);
+
+/// What a shipped job made, as an item would have it, and the items that it could be.
+struct JobGoods {
+    Item item;
+    std::vector<ItemRow> matching;
+};
+std::optional<JobGoods> goodsOfJob(jet::Database& database, qint64 jobNo);
 
 } // namespace inventory

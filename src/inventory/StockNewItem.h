@@ -7,14 +7,15 @@
 
 namespace inventory {
 
-/// What "frmPOItemRestock" offers: an item of inventory made of a line of a purchase order.
+/// What "frmPOItemRestock", "frmItemReStockCreate" and "frmItemRestockJobCreate" offer: an item of
+/// inventory made of goods that came from an order or a job, with them as its stock.
 class StockNewItem {
   public:
     virtual ~StockNewItem() = default;
-    /// `itemId` is POItem.ID, whose fields are offered; the movement's quantity is what arrived.
-    /// `alsoWrite` runs in the transaction that adds the item. False if the user cancelled.
-    virtual bool create(qint64 itemId, const Restock& movement,
-                        const std::function<void()>& alsoWrite) = 0;
+    /// `goods` is what the dialog begins with. `alsoWrite` runs in the transaction that adds the
+    /// item. False if the user cancelled.
+    virtual bool create(const Item& goods, const Restock& movement,
+                        const std::function<void()>& alsoWrite = {}) = 0;
 };
 
 /// What "frmItemTreeSelect" offers: a folder of the types or the locations of inventory.
@@ -30,7 +31,7 @@ class FolderPicker {
 class ItemPicker {
   public:
     virtual ~ItemPicker() = default;
-    /// 0 for none.
+    /// Says that there are several and asks; 0 for none of them.
     virtual qint64 pickItem(const QString& partNumber, const QString& description) = 0;
 };
 

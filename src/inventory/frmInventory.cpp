@@ -2,6 +2,7 @@
 
 #include "core/MirsaMain.h"
 #include "core/Shell.h"
+#include "core/history/HistoryTargets.h"
 #include "inventory/FolderNodes.h"
 #include "inventory/ItemRows.h"
 #include "platform/controls/DropMenu.h"
@@ -109,6 +110,10 @@ QWidget* frmInventory::buttons() {
     button(second, u"cmdQuery"_s, u"&Query/Report"_s, u"frmQueryTypeLoc"_s,
            [] { screen::Forms::showModal(u"frmQueryTypeLoc"_s); });
     second.stretch();
+    // What they make is worked on in its own module.
+    for (const auto& [name, right] : {std::pair(u"cmdCreateJob"_s, u"mnuFileJob"_s),
+                                      std::pair(u"cmdCreateEst"_s, u"mnuFileEstimate"_s)})
+        foot->findChild<QPushButton*>(name)->setEnabled(core::HasAccess(right));
 
     const auto offer = [this](controls::DropMenu& menu) {
         const QString word = m_view->word;
@@ -201,6 +206,10 @@ void frmInventory::itemChanged(qint64 itemId) {
              (m_view == &typeView() ? changed->item.type : changed->item.location) == folderShown())
         lvMain->patchRow(listRow(*changed));
     showCount();
+}
+
+void frmInventory::showAgain() {
+    ListSelected(m_node);
 }
 
 void frmInventory::goToItem(qint64 itemId) {
@@ -354,6 +363,7 @@ void frmInventory::deleteListItem(qint64 id) {
                                  screen::Icon::Question, screen::Buttons::OkCancel))
         return;
     deleteItem(core::MainDatabase(), id);
+    core::RefreshHistoryIfOpen(u"Items"_s);
     lvMain->removeKey(itemKey(id));
     lvMain->selectRow(place);
     showCount();
@@ -366,13 +376,8 @@ void frmInventory::showFor(const QString& form, const QString& complaint) {
 
 void frmInventory::cmdOrder_Click() {
     const qint64 item = itemFor(u"Please select an item to order."_s);
-    if (item == 0)
-        return;
-    const auto row = itemRow(core::MainDatabase(), item);
-    if (row && (row->item.description.isEmpty() || row->item.partNumber.isEmpty()))
-        tell(u"An Item must have both a description and a part number to be ordered."_s);
-    else if (row)
-        screen::Forms::dialog<ItemAction>(u"frmItemOrder"_s)->showFor(item);
+    if (item != 0)
+        screen::Forms::dialog<OrderDialog>(u"frmItemOrder"_s)->order(item, 0);
 }
 
 } // namespace inventory

@@ -23,6 +23,7 @@ class frmInventory : public screen::Form, public Explorer {
 
     const View& view() const override { return *m_view; }
     void itemChanged(qint64 itemId) override;
+    void showAgain() override;
     void goToItem(qint64 itemId) override;
     void folderAdded(const Folder& folder) override;
 

@@ -12,6 +12,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace inventory {
 
 frmItemFlagged::frmItemFlagged() : Form(QString::fromLatin1(formName), u"Flagged Items"_s) {
@@ -27,18 +29,20 @@ frmItemFlagged::frmItemFlagged() : Form(QString::fromLatin1(formName), u"Flagged
     outside->addWidget(vaSpread1, 1);
     screen::ButtonBar bar(this, outside);
     QPushButton* cmdGoto = bar.button(u"cmdGoto"_s, u"&Goto"_s);
+    QPushButton* cmdOrder = bar.button(u"cmdOrder"_s, u"&Order Selected"_s);
     QPushButton* cmdReport = bar.button(u"cmdReport"_s, u"&Report"_s);
     bar.stretch();
     QPushButton* cmdClose = bar.button(u"cmdClose"_s, u"&Close"_s);
     setDefaultButton(cmdGoto);
     setCancelButton(cmdClose);
     on(cmdGoto, &frmItemFlagged::cmdGoto_Click);
+    on(cmdOrder, &frmItemFlagged::cmdOrder_Click);
     on(cmdReport, [this] {
         core::launchReportFile(u"InventoryItemFlagged.rpt"_s, {}, u"Query Results"_s, this);
     });
     on(cmdClose, [this] { hideModal(); });
     on(vaSpread1->rowDoubleClicked, [this](int) { cmdGoto_Click(); });
-    controls::offerInMenu(vaSpread1, {cmdGoto, cmdReport});
+    controls::offerInMenu(vaSpread1, {cmdGoto, cmdOrder, cmdReport});
     resize(860, 420);
 }
 
@@ -49,6 +53,19 @@ void frmItemFlagged::Form_Load() {
         rows.back().texts << QString::number(item.item.flagQuantity);
     }
     vaSpread1->setRows(std::move(rows));
+}
+
+void frmItemFlagged::cmdOrder_Click() {
+    const qint64 item = vaSpread1->keyNumber(vaSpread1->selectedRow());
+    const auto row = item == 0 ? std::nullopt : itemRow(core::MainDatabase(), item);
+    if (!row) {
+        screen::MsgBox(u"Please select an item to order."_s, screen::Buttons::Ok,
+                       screen::Icon::Exclamation, u"System Message"_s);
+        return;
+    }
+    // As many as bring it back to its minimum.
+    screen::Forms::dialog<OrderDialog>(u"frmItemOrder"_s)
+        ->order(item, std::max<qint64>(0, row->item.flagQuantity - row->item.quantity));
 }
 
 void frmItemFlagged::cmdGoto_Click() {

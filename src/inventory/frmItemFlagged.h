@@ -14,6 +14,7 @@ class frmItemFlagged : public screen::Form {
 
   private:
     void cmdGoto_Click();
+    void cmdOrder_Click();
     controls::ListView* vaSpread1;
 };
 

@@ -1,11 +1,10 @@
 #pragma once
 
 #include "inventory/InventoryDialogs.h"
-#include "platform/controls/DataCombo.h"
-#include "platform/controls/TextField.h"
+#include "inventory/ItemFields.h"
 #include "platform/screen/AddEditForm.h"
 
-class QCheckBox;
+#include <optional>
 
 namespace inventory {
 
@@ -20,30 +19,13 @@ class frmItemNewEdit : public screen::AddEditForm, public ItemDialog {
 
   protected:
     bool save() override;
-    void startNext() override;
+    void startNext() override { m_fields->clearForNext(); }
 
   private:
-    void fillLists();
-    void show(const Item& item);
-    void showFolder(const View& view, qint64 folder);
-    void pickFolder(const View& view);
-    Item typed() const;
     bool write(const Item& item);
-    void addFixedCost(const Item& item);
 
-    controls::TextField* txtDescription;
-    controls::TextField* txtPartNumber;
-    controls::DataCombo* cboMan;
-    controls::DataCombo* dbcUnits;
-    controls::TextField* fpQuantity;
-    controls::CurrencyField* fpCost;
-    controls::TextField* txtType;
-    controls::TextField* txtLocation;
-    QCheckBox* chkFlag;
-    controls::TextField* txtFlagQuantity;
-    QCheckBox* chkFixedCost;
+    std::optional<ItemFields> m_fields;
     Item m_before; ///< as stored; id 0 for a new item
-    qint64 m_type = 0, m_location = 0;
 };
 
 } // namespace inventory

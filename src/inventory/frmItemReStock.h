@@ -17,11 +17,17 @@ class frmItemReStock : public screen::Form, public RestockDialog {
     void stock(qint64 itemId) override;
 
   private:
+    /// False if there are no employees.
+    bool fillLists();
+    void option_Click();
     void cmdOK_Click();
+    bool stockJob(qint64 jobNo, qint64 employee, const QDate& date);
 
+    QRadioButton *Option1, *Option2, *Option3;
+    controls::DataCombo* dbcPONo;
+    controls::DataCombo* dbcJobNo;
     controls::DataCombo* dbcEmployee;
     controls::DateField* txtDate;
-    QRadioButton* Option1;
     qint64 m_itemId = 0;
 };
 

@@ -9,7 +9,7 @@
 namespace inventory {
 
 /// Stocks an item by hand, from a vendor.
-class frmItemReStockSelected : public screen::Form, public RestockSelected {
+class frmItemReStockSelected : public screen::Form, public RestockFrom {
   public:
     static constexpr char formName[] = "frmItemReStockSelected";
     frmItemReStockSelected();

@@ -98,18 +98,12 @@ bool stockReceipt(jet::Database& database, const Receipt& receipt, qint64 receip
                   qint64 quantity) {
     jet::Transaction transaction(database);
     if (!inventory::restock(database, {itemId, quantity, receipt.employee, receipt.date, u"PO"_s,
-                                       receipt.poNumber, vendorOf(database, receipt.poNumber)}))
+                                       receipt.poNumber,
+                                       inventory::vendorOfOrder(database, receipt.poNumber)}))
         return false;
     markStocked(database, receiptId);
     transaction.commit();
     return true;
-}
-
-qint64 vendorOf(jet::Database& database, qint64 poNumber) {
-    return database
-        .lookup(u"SELECT VendorID FROM POVendor WHERE OrderNumber = "_s + num(poNumber) +
-                u" ORDER BY VendorID"_s)
-        .toLong();
 }
 
 void markStocked(jet::Database& database, qint64 receiptId) {

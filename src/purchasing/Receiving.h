@@ -55,8 +55,6 @@ std::vector<Unstocked> receive(jet::Database& database, const Receipt& receipt,
 /// Stocks a receipt as an item. False if the item has gone.
 bool stockReceipt(jet::Database& database, const Receipt& receipt, qint64 receiptId, qint64 itemId,
                   qint64 quantity);
-/// The vendor of an order; 0 if it has none.
-qint64 vendorOf(jet::Database& database, qint64 poNumber);
 /// Marks a receipt as stocked, so that it can't be deleted any more.
 void markStocked(jet::Database& database, qint64 receiptId);
 

@@ -5,7 +5,6 @@
 #include "purchasing/ItemForm.h"
 #include "purchasing/OrderDialogs.h"
 #include "purchasing/frmPO.h"
-#include "purchasing/frmPOItemRestock.h"
 #include "purchasing/frmPOaddRec.h"
 #include "purchasing/frmRFQ.h"
 #include "purchasing/frmRFQMatrix.h"
@@ -38,7 +37,6 @@ void registerScreens() {
     Forms::add<frmPO>();
     Forms::add<frmRecHistory>();
     Forms::add<frmPOaddRec>();
-    Forms::add<frmPOItemRestock>();
 
     addItemDialog(u"frmRFQaddItem"_s, u"Add Item"_s, rfqKind());
     addItemDialog(u"frmRFQEditItem"_s, u"Edit Item"_s, rfqKind());

@@ -170,11 +170,6 @@ void frmPOaddRec::stockLeft(const Receipt& receipt, const std::vector<Unstocked>
     for (const Unstocked& one : left) {
         const ReceiveLine& line = one.line;
         if (!one.items.empty()) {
-            if (MsgBox(u"Multiple Inventory items were found matching the partnumber and "
-                       "description. Click OK to select from a list or click CANCEL to move to "
-                       "the next item on the PO."_s,
-                       Buttons::OkCancel, Icon::Question, u"System Message"_s) != Answer::Ok)
-                continue;
             const qint64 item =
                 screen::Forms::dialog<inventory::ItemPicker>(u"frmItemReStockPOMulti"_s)
                     ->pickItem(line.partNumber, line.description);
@@ -193,10 +188,11 @@ void frmPOaddRec::stockLeft(const Receipt& receipt, const std::vector<Unstocked>
                                           receipt.date,
                                           u"PO"_s,
                                           receipt.poNumber,
-                                          vendorOf(database, receipt.poNumber)};
+                                          inventory::vendorOfOrder(database, receipt.poNumber)};
+        inventory::Item goods = inventory::itemOfLine(database, line.itemId);
+        goods.quantity = line.quantity;
         screen::Forms::dialog<inventory::StockNewItem>(u"frmPOItemRestock"_s)
-            ->create(line.itemId, movement,
-                     [&database, &one] { markStocked(database, one.receiptId); });
+            ->create(goods, movement, [&database, &one] { markStocked(database, one.receiptId); });
     }
 }
 

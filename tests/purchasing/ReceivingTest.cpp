@@ -75,7 +75,7 @@ TEST_P(Receiving, OneItemThatFitsIsStockedAndOthersAreAskedFor) {
     EXPECT_FALSE(deleteReceipt(db(), left[0].receiptId)) << "what is stocked stays";
     EXPECT_EQ(received(), u"5 / 6"_s);
     const qint64 made = inventory::createStocked(
-        db(), {u"N'1"_s, u"New"_s, {}, u"EA"_s, values::Currency::fromInteger(2), 4, 0, 1, 2},
+        db(), {0, u"New"_s, u"N'1"_s, {}, u"EA"_s, 4, values::Currency::fromInteger(2), 0, 1, 2},
         {0, 0, m_ann, QDate(2026, 3, 2), u"PO"_s, m_po, m_harrow});
     EXPECT_EQ(one(u"SELECT Quantity FROM ItemReStock WHERE ItemID = %1"_s.arg(made)), u"4"_s);
     EXPECT_EQ(one(u"SELECT PartNumber, Quantity, PricePer FROM Items WHERE ID = %1"_s.arg(made)),

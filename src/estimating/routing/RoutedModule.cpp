@@ -288,6 +288,15 @@ void RoutedModule::startFrom(const std::vector<ChosenOperation>& operations,
     calculate();
 }
 
+bool RoutedModule::startNew(const QString& description, const QString& partNumber) {
+    if (!isBrowse())
+        return false;
+    startFrom({}, {});
+    setHeaderValue(u"Description"_s, jet::Value(description));
+    setHeaderValue(u"PartNo"_s, jet::Value(partNumber));
+    return true;
+}
+
 bool RoutedModule::copyShown(bool useDefaultNotes, bool carryNotes,
                              const std::function<void(std::vector<OperRow>&)>& change) {
     if (!readForEntry())

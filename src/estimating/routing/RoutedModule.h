@@ -3,6 +3,7 @@
 #include "core/records/DocumentModule.h"
 #include "estimating/RoutedSave.h"
 #include "estimating/routing/RoutingPanel.h"
+#include "inventory/InventoryDialogs.h"
 
 #include <functional>
 #include <optional>
@@ -16,13 +17,14 @@ namespace estimating {
 /// The record module of a document with a customer and a routing: what the estimate and the job
 /// have in common as screens. A member makes its own fields and its routing panel, and places the
 /// pane of buttons; it derives from RoutedDocument, which knows the struct of its header.
-class RoutedModule : public core::DocumentModule {
+class RoutedModule : public core::DocumentModule, public inventory::NewWork {
   public:
     RoutedModule(core::ModuleDescriptor descriptor, const RoutingKind& kind);
 
     void Form_Load() override;
     void ShowModuleMode(Mode mode) override;
     void refreshLookup(const QString& table) override;
+    bool startNew(const QString& description, const QString& partNumber) override;
     void cmdEdit_Click() override;
     void cmdAssembly_Click();
     /// Not while a cell holds what can't be taken.
