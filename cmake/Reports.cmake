@@ -6,6 +6,11 @@ set(MIRSA_REPORT_FILES
   reports/Estimate_Quote.rpt
   reports/Estimates_List.rpt
   reports/InventoryItemFlagged.rpt
+  reports/Inventory_Count.rpt
+  reports/Inventory_Issues.rpt
+  reports/Inventory_Labels.rpt
+  reports/Inventory_List.rpt
+  reports/Inventory_Receipts.rpt
   reports/Invoices_Sent.rpt
   reports/History.rpt
   reports/Job_Report.rpt

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "inventory/Items.h"
+#include "inventory/StockQuery.h"
 
 #include <optional>
 
@@ -63,6 +63,14 @@ class RestockFrom {
     virtual ~RestockFrom() = default;
     /// True if something was stocked.
     virtual bool stock(qint64 number, qint64 employee, const QDate& date) = 0;
+};
+
+/// "frmQueryTypeLoc", as its results see it.
+class StockSource {
+  public:
+    virtual ~StockSource() = default;
+    virtual const StockQuestion& question() const = 0;
+    virtual const std::vector<ItemRow>& found() const = 0;
 };
 
 /// "frmItemOrder".

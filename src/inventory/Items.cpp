@@ -6,16 +6,7 @@ namespace inventory {
 
 namespace {
 
-/// The items as lists show them; `behind` begins with WHERE or ORDER BY.
-std::vector<ItemRow> readRows(jet::Database& database, const QString& behind) {
-    jet::Recordset set = database.openRecordset(
-        u"SELECT Items.ID, Items.Description AS Description, Items.Location, Items.Type, "
-        "Items.Manufacturer, Items.FlagQuantity, Items.PartNumber, Items.Quantity, Items.Units, "
-        "Items.PricePer, ItemLocations.Description AS LocationDesc, "
-        "ItemTypes.Description as TypeDesc FROM (Items INNER JOIN ItemTypes ON Items.Type = "
-        "ItemTypes.ID) INNER JOIN ItemLocations ON Items.Location = ItemLocations.ID "_s +
-            behind,
-        jet::RecordsetType::Snapshot);
+std::vector<ItemRow> rowsOf(jet::Recordset set) {
     std::vector<ItemRow> rows;
     rows.reserve(static_cast<std::size_t>(set.recordCount()));
     for (; !set.eof(); set.moveNext()) {
@@ -37,6 +28,11 @@ std::vector<ItemRow> readRows(jet::Database& database, const QString& behind) {
     return rows;
 }
 
+/// The items as lists show them; `behind` begins with WHERE or ORDER BY.
+std::vector<ItemRow> readRows(jet::Database& database, const QString& behind) {
+    return readItems(database, itemSelect(behind));
+}
+
 QString wrapped(QString text) {
     if (!text.startsWith(u'*'))
         text.prepend(u'*');
@@ -46,6 +42,19 @@ QString wrapped(QString text) {
 }
 
 } // namespace
+
+QString itemSelect(const QString& behind) {
+    return u"SELECT Items.ID, Items.Description AS Description, Items.Location, Items.Type, "
+           "Items.Manufacturer, Items.FlagQuantity, Items.PartNumber, Items.Quantity, Items.Units, "
+           "Items.PricePer, ItemLocations.Description AS LocationDesc, "
+           "ItemTypes.Description as TypeDesc FROM (Items INNER JOIN ItemTypes ON Items.Type = "
+           "ItemTypes.ID) INNER JOIN ItemLocations ON Items.Location = ItemLocations.ID "_s +
+           behind;
+}
+
+std::vector<ItemRow> readItems(jet::Database& database, const QString& select) {
+    return rowsOf(database.openRecordset(select, jet::RecordsetType::Snapshot));
+}
 
 QStringList ItemRow::texts() const {
     return {item.description,         item.partNumber,      item.manufacturer,

@@ -32,6 +32,11 @@ struct ItemRow {
     QStringList texts() const;
 };
 
+/// The select of items with the names of their folders, and its rows. `behind` begins with WHERE or
+/// ORDER BY.
+QString itemSelect(const QString& behind);
+std::vector<ItemRow> readItems(jet::Database& database, const QString& select);
+
 /// The items of a folder, in the order of their descriptions.
 std::vector<ItemRow> itemsIn(jet::Database& database, const View& view, qint64 folder);
 /// The items that a text is found in: wrapped in "*" on either side unless it has one there. Empty

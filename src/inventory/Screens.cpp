@@ -16,6 +16,8 @@
 #include "inventory/frmItemReStockSelected.h"
 #include "inventory/frmItemRestockJob.h"
 #include "inventory/frmItemTreeSelect.h"
+#include "inventory/frmQueryTypeLoc.h"
+#include "inventory/frmReportAllItemsQresults.h"
 #include "platform/screen/Forms.h"
 #include "platform/values/Literals.h"
 
@@ -36,6 +38,10 @@ void registerScreens() {
     Forms::add<frmItemReStockPOMulti>();
     Forms::add<frmItemReStockSelected>();
     Forms::add<frmItemTreeSelect>();
+    Forms::add(u"frmItemQueryTree"_s,
+               [] { return std::make_unique<frmItemTreeSelect>(u"frmItemQueryTree"_s); });
+    Forms::add<frmQueryTypeLoc>();
+    Forms::add<frmReportAllItemsQresults>();
     for (const NewItemKind& kind : newItemKinds())
         Forms::add(kind.formName, [&kind] { return std::make_unique<NewItemForm>(kind); });
     for (const WorkKind& kind : workKinds())

@@ -108,7 +108,7 @@ QWidget* frmInventory::buttons() {
     button(second, u"cmdFlag"_s, u"&Report Flagged"_s, u"frmItemFlagged"_s,
            [] { screen::Forms::showModal(u"frmItemFlagged"_s); });
     button(second, u"cmdQuery"_s, u"&Query/Report"_s, u"frmQueryTypeLoc"_s,
-           [] { screen::Forms::showModal(u"frmQueryTypeLoc"_s); });
+           [] { screen::Forms::show(u"frmQueryTypeLoc"_s); });
     second.stretch();
     // What they make is worked on in its own module.
     for (const auto& [name, right] : {std::pair(u"cmdCreateJob"_s, u"mnuFileJob"_s),

@@ -12,7 +12,7 @@
 
 namespace inventory {
 
-frmItemTreeSelect::frmItemTreeSelect() : Form(QString::fromLatin1(formName), u"Select a Type"_s) {
+frmItemTreeSelect::frmItemTreeSelect(const QString& name) : Form(name, u"Select a Type"_s) {
     auto* outside = new QVBoxLayout(this);
     tvItem = screen::named(new controls::Tree(this), u"tvItem"_s, u"Folders"_s);
     outside->addWidget(tvItem, 1);

@@ -16,7 +16,7 @@ namespace inventory {
 class frmItemTreeSelect : public screen::Form, public FolderPicker {
   public:
     static constexpr char formName[] = "frmItemTreeSelect";
-    frmItemTreeSelect();
+    explicit frmItemTreeSelect(const QString& name = QString::fromLatin1(formName));
     std::pair<qint64, QString> pickFolder(const QString& word) override;
 
   private:

@@ -21,3 +21,9 @@ INSERT INTO Reports (Name, Description, [Module], FileName, OEM, [Default]) VALU
 INSERT INTO Reports (Name, Description, [Module], FileName, OEM, [Default]) VALUES ('Purchase Order List', 'The items ordered and what has come of them, by order.', 'PO', 'PO_List.rpt', 1, False);
 INSERT INTO Reports (Name, Description, [Module], FileName, OEM, [Default]) VALUES ('Time by Employee', 'The stretches of work of each employee with hours and parts.', 'Time Management', 'Time_Log.rpt', 1, True);
 INSERT INTO Reports (Name, Description, [Module], FileName, OEM, [Default]) VALUES ('Spare Parts by Customer', 'The spare parts of each customer by location.', 'Spare Parts', 'Spare_Parts.rpt', 1, True);
+INSERT INTO Reports (Name, Description, [Module], FileName, OEM, [Default]) VALUES ('Stock List', 'What is in stock at each location, with its value.', 'Inventory', 'Inventory_List.rpt', 1, True);
+INSERT INTO Reports (Name, Description, [Module], FileName, OEM, [Default]) VALUES ('Items Below Minimum', 'The items whose stock is below their minimum.', 'Inventory', 'InventoryItemFlagged.rpt', 1, False);
+INSERT INTO Reports (Name, Description, [Module], FileName, OEM, [Default]) VALUES ('Shelf Labels', 'A label with a bar code for each item.', 'Inventory', 'Inventory_Labels.rpt', 1, False);
+INSERT INTO Reports (Name, Description, [Module], FileName, OEM, [Default]) VALUES ('Count Sheet', 'The items of each location with room for what is counted.', 'Inventory', 'Inventory_Count.rpt', 1, False);
+INSERT INTO Reports (Name, Description, [Module], FileName, OEM, [Default]) VALUES ('Stock Issues', 'What was issued of each item, when, to whom and by whom.', 'Inventory Issue', 'Inventory_Issues.rpt', 1, False);
+INSERT INTO Reports (Name, Description, [Module], FileName, OEM, [Default]) VALUES ('Stock Receipts', 'What was stocked of each item, when, from where and by whom.', 'Inventory Stock', 'Inventory_Receipts.rpt', 1, False);

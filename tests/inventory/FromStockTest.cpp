@@ -3,6 +3,7 @@
 #include "inventory/Ordering.h"
 #include "inventory/Restock.h"
 #include "inventory/Screens.h"
+#include "inventory/StockQuery.h"
 #include "jobs/Screens.h"
 #include "platform/controls/DataCombo.h"
 #include "platform/values/Clock.h"
@@ -371,6 +372,89 @@ TEST_P(FromStock, TheJobOfAnItemOpensInItsModule) {
     use(screen::Forms::find(u"frmJob"_s));
     expectBox(u"Are you sure you want to cancel?"_s, Answer::Yes);
     press(u"cmdCancel"_s);
+}
+
+TEST_P(FromStock, TheQueryAsksByFolderTextAndDay) {
+    jet::Database& db = database();
+    const qint64 steel = saveFolder(db, typeView(), 0, m_type, u"Steel"_s);
+    const qint64 deep = saveFolder(db, typeView(), 0, steel, u"Fine"_s);
+    const qint64 other = saveFolder(db, locationView(), 0, 0, u"Rack 2"_s);
+    saveFolder(db, locationView(), 0, 0, u"Empty"_s);
+    const qint64 pin = item(u"Pin 'x'"_s, u"P-2"_s, 3);
+    const qint64 nut = item(u"Nut"_s, u"P-3"_s, 3);
+    const auto place = [&](qint64 id, qint64 type, qint64 location) {
+        run(u"UPDATE Items SET Type=%1, Location=%2 WHERE ID=%3"_s.arg(type).arg(location).arg(id));
+    };
+    place(pin, deep, m_location);
+    place(nut, m_type, other);
+    run(u"INSERT INTO ItemIssue (ItemID, Quantity, [Date]) VALUES (%1, 1, #3/1/2026#)"_s.arg(nut));
+    run(u"INSERT INTO ItemQuery (ID) VALUES (77)"_s);
+    const auto found = [&](const StockQuestion& question) {
+        QStringList names;
+        for (const ItemRow& row : findStock(db, question))
+            names << row.item.description;
+        return names.join(u'|');
+    };
+    StockQuestion asked;
+    EXPECT_EQ(found(asked), u"Hex bolt|Nut|Pin 'x'"_s) << "nothing asked: all";
+    asked.type = {.used = true, .folder = steel};
+    EXPECT_EQ(found(asked), u"Pin 'x'"_s) << "with what is below";
+    asked.location = {.used = true, .folder = other};
+    EXPECT_EQ(found(asked), u"Nut|Pin 'x'"_s) << "two folders add up";
+    asked = {};
+    asked.location = {.used = true, .range = true, .first = u"Rack 2"_s, .second = u"Rack 9"_s};
+    asked.description = {.used = true, .first = u"nut"_s};
+    EXPECT_EQ(found(asked), u"Nut"_s);
+    asked = {};
+    asked.description = {.used = true, .first = u"Pin 'x'"_s};
+    EXPECT_EQ(found(asked), u"Pin 'x'"_s);
+    asked = {};
+    asked.issued = {
+        .used = true, .range = true, .from = QDate(2026, 3, 1), .to = QDate(2026, 3, 2)};
+    EXPECT_EQ(found(asked), u"Nut"_s);
+    EXPECT_EQ(stockFormula(asked, u"Inventory Issue"_s, {3, 5}),
+              u"({Items.ID} = 3 OR {Items.ID} = 5) AND {ItemIssue.Date} in #03/01/2026# to "
+              "#03/02/2026#"_s);
+    EXPECT_EQ(stockFormula(asked, u"Inventory Stock"_s, {3}), u"({Items.ID} = 3)"_s);
+    asked.stocked = {.used = true, .from = QDate(2026, 3, 1)};
+    EXPECT_EQ(found(asked), QString()) << "issued and stocked";
+
+    open(u"frmQueryTypeLoc"_s);
+    EXPECT_EQ(testsupport::gallery(form()), QStringList());
+    const auto pickLast = [this] {
+        key(Qt::Key_End);
+        press(u"cmdSelect"_s);
+    };
+    whenShown(u"frmItemQueryTree"_s, [&, this] {
+        go(u"tvItem"_s);
+        key(Qt::Key_Down);
+        press(u"cmdSelect"_s);
+    });
+    press(u"cmdLocation"_s);
+    use(screen::Forms::find(u"frmQueryTypeLoc"_s));
+    EXPECT_TRUE(isChecked(u"chkUseLocation"_s));
+    EXPECT_EQ(text(u"txtLocation"_s), u"Empty"_s);
+    expectBox(u"No Records satisfy your Criteria!"_s, Answer::Ok, u"No Records Found"_s);
+    press(u"cmdGenerate"_s);
+    EXPECT_EQ(rows(u"SELECT ID FROM ItemQuery"_s), QStringList());
+    whenShown(u"frmItemQueryTree"_s, [&, this] {
+        go(u"tvItem"_s);
+        pickLast();
+    });
+    press(u"cmdLocation"_s);
+    use(screen::Forms::find(u"frmQueryTypeLoc"_s));
+    press(u"cmdGenerate"_s);
+    use(screen::Forms::find(u"frmReportAllItemsQresults"_s));
+    EXPECT_EQ(testsupport::gallery(form()), QStringList());
+    EXPECT_EQ(cells(u"sprItemFound"_s), QStringList(u"Nut|Rack 2|Bolts|P-3|Forge|3"_s));
+    EXPECT_EQ(text(u"dbcReport"_s), u"Stock List"_s);
+    expectBox(u"No Records Selected!"_s);
+    press(u"cmdPrintSel"_s);
+    press(u"cmdRedo"_s);
+    use(screen::Forms::find(u"frmQueryTypeLoc"_s));
+    EXPECT_EQ(rows(u"SELECT ID FROM ItemQuery"_s), QStringList(QString::number(nut)));
+    press(u"cmdCancel"_s);
+    EXPECT_EQ(rows(u"SELECT ID FROM ItemQuery"_s), QStringList());
 }
 
 TEST_P(FromStock, ALineIsOneWaitToReadAndTwoToWriteHoweverManyThereAre) {

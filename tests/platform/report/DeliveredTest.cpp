@@ -460,4 +460,32 @@ TEST_P(Delivered, openOrdersAndReceiptsAddUp) {
         number(u"SELECT SUM(QtyRecvd) FROM POReceived WHERE PONumber = "_s + order), u"#,##0")));
 }
 
+TEST_P(Delivered, stockReportsAddUpAndLabelsCarryTheirCodes) {
+    const QString worth =
+        money(number(u"SELECT SUM(Items.Quantity * Items.PricePer) FROM Items"_s));
+    EXPECT_TRUE(allText(*print(u"Inventory_List.rpt"_s)).contains(worth)) << worth.toStdString();
+    const QString item = db().lookup(u"SELECT MAX(ItemID) FROM ItemIssue"_s).toText();
+    const QString part = db().lookup(u"SELECT PartNumber FROM Items WHERE ID = "_s + item).toText();
+    const QString one = u"({Items.ID} = "_s + item + u")"_s;
+    EXPECT_EQ(barTexts(*print(u"Inventory_Labels.rpt"_s, one)), QStringList(part));
+    EXPECT_TRUE(allText(*print(u"Inventory_Count.rpt"_s, one)).contains(item + u'\t'));
+    for (const auto& [name, table] : {std::pair(u"Inventory_Issues.rpt"_s, u"ItemIssue"_s),
+                                      std::pair(u"Inventory_Receipts.rpt"_s, u"ItemReStock"_s)}) {
+        const QString all = allText(*print(name));
+        EXPECT_TRUE(
+            all.contains(rows(u"SELECT COUNT(*) FROM "_s + table).value(0) + u" records in all"_s));
+        EXPECT_TRUE(
+            all.contains(money(number(u"SELECT SUM(m.Quantity * Items.PricePer) FROM "_s + table +
+                                      u" AS m INNER JOIN Items ON m.ItemID = Items.ID"_s))));
+        // Of the day that was asked for only.
+        const QString day =
+            values::sqlDate(db().lookup(u"SELECT MAX([Date]) FROM "_s + table).toDate().value());
+        const auto count =
+            rows(u"SELECT COUNT(*) FROM "_s + table + u" WHERE [Date] = #"_s + day + u"#"_s);
+        EXPECT_TRUE(allText(*print(name, u"({Items.ID} > 0) AND {"_s + table + u".Date} = #"_s +
+                                             day + u"#"_s))
+                        .contains(count.value(0) + u" record"_s));
+    }
+}
+
 MIRSA_BOTH_ENGINES(Delivered);
