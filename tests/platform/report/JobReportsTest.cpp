@@ -339,7 +339,8 @@ TEST_P(JobReports, everyRegisteredReportIsThereAndEachModuleHasOneDefault) {
     for (const auto& file : registered)
         EXPECT_GT(print(file).size(), 0) << file.toStdString();
     EXPECT_EQ(rows(u"SELECT [Module] FROM Reports WHERE [Default] = True ORDER BY [Module]"_s),
-              rows(u"SELECT DISTINCT [Module] FROM Reports ORDER BY [Module]"_s));
+              rows(u"SELECT DISTINCT [Module] FROM Reports WHERE NOT [Module] LIKE 'Inventory ?*' "
+                   "ORDER BY [Module]"_s));
 }
 
 MIRSA_BOTH_ENGINES(JobReports);
