@@ -68,6 +68,7 @@ bool Program::Main(const QString& programFolder) {
         m_shell->SecureMenuObjects();
         m_shell->showToolBar(true);
         m_shell->bringToFront();
+        m_shell->openOnlyModule();
     });
     return ended && signedIn;
 }

@@ -33,6 +33,7 @@ void SwitchUser() {
     if (Shell* main = shell()) {
         main->SecureMenuObjects();
         main->bringToFront();
+        main->openOnlyModule();
     }
 }
 

@@ -182,6 +182,19 @@ void MDIMain::showToolBar(bool shown) {
     ToolBarMainMenu->setVisible(shown);
 }
 
+void MDIMain::openOnlyModule() {
+    QString only;
+    for (const MenuEntry& entry : menuEntry(u"mnuAddOns"_s)->children) {
+        if (entry.does != MenuEntry::Does::Document || !menuAction(entry.name)->isEnabled())
+            continue;
+        if (!only.isEmpty())
+            return;
+        only = entry.screen;
+    }
+    if (!only.isEmpty())
+        screen::Forms::show(only);
+}
+
 void MDIMain::bringToFront() {
     raise();
     activateWindow();

@@ -32,6 +32,7 @@ class MDIMain : public QMainWindow, public Shell {
     void SecureMenuObjects() override;
     void showToolBar(bool shown) override;
     void bringToFront() override;
+    void openOnlyModule() override;
     QString popUp(const QString& menu, const QPoint& globalPlace) override;
 
     /// The action of a menu entry; nullptr if there is none of that name.

@@ -14,6 +14,8 @@ class Shell {
     virtual void SecureMenuObjects() = 0;
     virtual void showToolBar(bool shown) = 0;
     virtual void bringToFront() = 0;
+    /// After a sign-in: whoever may use one module only finds it open.
+    virtual void openOnlyModule() = 0;
     /// Shows one of the shell's popup menus ("InventoryNewPopup", "mnuTravelPopup") and does what
     /// the shell does for the entry that was chosen. The entry's name; empty if none was chosen.
     virtual QString popUp(const QString& menu, const QPoint& globalPlace) = 0;

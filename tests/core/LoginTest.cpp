@@ -149,6 +149,13 @@ TEST_P(Login, TheMenusFollowTheRights) {
     EXPECT_TRUE(shell.toolButton(6)->isVisible());
     EXPECT_FALSE(shell.toolButton(10)->isVisible());
     EXPECT_FALSE(enabled("mnuUtilitiesLoginSetup"));
+    shell.openOnlyModule();
+    EXPECT_TRUE(screen::Forms::isLoaded(u"frmJob"_s)) << "the only one that this user may use";
+    grant(u"mnuHistory"_s, u"pat"_s);
+    screen::Forms::find(u"frmJob"_s)->unload();
+    shell.SecureMenuObjects();
+    shell.openOnlyModule();
+    EXPECT_FALSE(screen::Forms::isLoaded(u"frmJob"_s)) << "one of two";
 
     signIn(u"admin"_s, u"Bolts"_s);
     shell.SecureMenuObjects();
