@@ -88,6 +88,7 @@ class Emitter {
     QByteArray bracketed(const Expression& expression, const Scope& scope, Type target = {});
     QByteArray comparison(const Expression& expression, const Scope& scope);
     QByteArray compared(const Expression& expression, const Scope& scope, Type other, bool leading);
+    QByteArray withDays(const Expression& expression, const Scope& scope, const QByteArray& sql);
     QByteArray truth(const Expression& expression, const Scope& scope, bool wanted);
     QByteArray like(const Expression& expression, const Scope& scope);
     QByteArray arithmetic(const Expression& expression, const Scope& scope);

@@ -330,7 +330,7 @@ QByteArray Emitter::condition(const Expression& expression, const Scope& scope) 
     case Node::Not:
         return "NOT (" + condition(*expression.children[0], scope) + ')';
     case Node::Comparison:
-        return comparison(expression, scope);
+        return withDays(expression, scope, comparison(expression, scope));
     case Node::Between: {
         const Type types[3] = {typeOf(*expression.children[0], scope),
                                typeOf(*expression.children[1], scope),
@@ -345,10 +345,11 @@ QByteArray Emitter::condition(const Expression& expression, const Scope& scope) 
             subject = bounds ? bounds : types[1];
         if (!bounds)
             bounds = types[0];
-        return compared(*expression.children[0], scope, subject, true) +
-               (expression.flag ? " NOT BETWEEN " : " BETWEEN ") +
-               compared(*expression.children[1], scope, bounds, false) + " AND " +
-               compared(*expression.children[2], scope, bounds, false);
+        return withDays(expression, scope,
+                        compared(*expression.children[0], scope, subject, true) +
+                            (expression.flag ? " NOT BETWEEN " : " BETWEEN ") +
+                            compared(*expression.children[1], scope, bounds, false) + " AND " +
+                            compared(*expression.children[2], scope, bounds, false));
     }
     case Node::In:
         return in(expression, scope);
@@ -395,6 +396,41 @@ QByteArray Emitter::compared(const Expression& expression, const Scope& scope, T
     if (!m_postgres && leading && !plainColumn && (isText(type) || isText(other)))
         sql += " COLLATE NOCASE";
     return sql;
+}
+
+/// A condition on the day of a column together with what follows from it for the column itself, so
+/// that an index on the column finds the rows. Any other condition as it is.
+QByteArray Emitter::withDays(const Expression& expression, const Scope& scope,
+                             const QByteArray& sql) {
+    const Expression& day = *expression.children[0];
+    if (m_criteriaColumns != nullptr || !day.is(Node::Call) || day.name != u"datevalue" ||
+        day.children.size() != 1 || !day.children[0]->is(Node::Column) ||
+        typeOf(*day.children[0], scope) != ColumnType::DateTime)
+        return sql;
+    const Expression* from = expression.children[1].get();
+    const Expression* to = from;
+    if (expression.is(Node::Between)) {
+        to = expression.flag ? nullptr : expression.children[2].get();
+        from = expression.flag ? nullptr : from;
+    } else if (expression.op == Operator::Less || expression.op == Operator::LessOrEqual) {
+        from = nullptr;
+    } else if (expression.op == Operator::Greater || expression.op == Operator::GreaterOrEqual) {
+        to = nullptr;
+    } else if (expression.op != Operator::Equal) {
+        return sql;
+    }
+    const QByteArray column = bracketed(*day.children[0], scope);
+    const auto bound = [&](const Expression& moment) {
+        const QByteArray text = compared(moment, scope, ColumnType::DateTime, false);
+        return m_postgres ? "date_trunc('day', " + text + ')' : "substr(" + text + ", 1, 10)";
+    };
+    QByteArray range;
+    if (from != nullptr && isConstant(*from))
+        range += " AND " + column + " >= " + bound(*from);
+    if (to != nullptr && isConstant(*to))
+        range += " AND " + column + " < " + bound(*to) +
+                 (m_postgres ? " + interval '1 day'" : " || ' 24'");
+    return range.isEmpty() ? sql : '(' + sql + range + ')';
 }
 
 QByteArray Emitter::truth(const Expression& expression, const Scope& scope, bool wanted) {

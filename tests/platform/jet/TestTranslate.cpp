@@ -155,6 +155,14 @@ TEST_F(StatementText, LiteralsTakeTheTypeOfWhatTheyMeet) {
             R"(SELECT "job"."jobno" FROM "job" WHERE "job"."jobdatein" BETWEEN )"
             R"($1::timestamp AND $2::timestamp AND (date_trunc('day', "job"."jobdatein")) <= )"
             R"($3::timestamp ORDER BY "job"."jobno")");
+    becomes(u"SELECT JobNo FROM Job WHERE datevalue(JobDateIn) = #11/1/2025#",
+            R"(SELECT "Job"."JobNo" FROM "Job" WHERE ((substr("Job"."JobDateIn", 1, 10) || )"
+            R"(' 00:00:00') = ?1 AND "Job"."JobDateIn" >= substr(?1, 1, 10) AND )"
+            R"("Job"."JobDateIn" < substr(?1, 1, 10) || ' 24') ORDER BY "Job"."JobNo")",
+            R"(SELECT "job"."jobno" FROM "job" WHERE ((date_trunc('day', "job"."jobdatein")) = )"
+            R"($1::timestamp AND "job"."jobdatein" >= date_trunc('day', $1::timestamp) AND )"
+            R"("job"."jobdatein" < date_trunc('day', $1::timestamp) + interval '1 day') )"
+            R"(ORDER BY "job"."jobno")");
     becomes(u"INSERT INTO Job (CustID, PONo, Quantity, Shipped, JobDateIn, InvoiceEach) VALUES "
             u"(-1, 'x', 2.5, True, '3/5/2025', 1)",
             R"(INSERT INTO "Job" ("CustID", "PONo", "Quantity", "Shipped", )"

@@ -78,6 +78,13 @@ TEST_F(StatementRows, PatternsOfLike) {
 
 TEST_F(StatementRows, DatesInEveryForm) {
     gives(u"SELECT ID FROM Part WHERE datevalue(Made) = #11/21/2025#", "1\n");
+    gives(u"SELECT ID FROM Part WHERE datevalue(Made) between #3/5/2025# and #11/21/2025# ORDER "
+          u"BY ID",
+          "1\n2\n");
+    gives(u"SELECT ID FROM Part WHERE datevalue(Made) < #11/21/2025 1:00:00 AM# AND datevalue(Made)"
+          u" > #3/4/2025 11:00:00 PM# AND NOT datevalue(Made) <> Made OR datevalue(Made) not "
+          u"between #1/1/1900# and #11/21/2025# ORDER BY ID",
+          "2\n4\n");
     gives(u"SELECT ID FROM Part WHERE Made BETWEEN #2025-11-21# AND '11/21/2025 11:59:59 PM'",
           "1\n");
     gives(u"SELECT Made FROM Part WHERE ID IN (2, 4) ORDER BY ID",
