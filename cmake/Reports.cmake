@@ -30,9 +30,12 @@ set(MIRSA_REPORT_FILES
   reports/Received_Not_Sent.rpt
   reports/RFQ_Comparison.rpt
   reports/Schedule_Load.rpt
+  reports/Sign_In.rpt
   reports/Shipping_History.rpt
   reports/Spare_Parts.rpt
   reports/Time_Log.rpt
+  reports/Time_by_Job.rpt
+  reports/Time_by_Week.rpt
   reports/Vendors.rpt
   reports/bCommands.rpt
   reports/estimate_bom.rpt

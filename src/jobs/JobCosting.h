@@ -6,7 +6,7 @@
 
 #include <QString>
 
-#include <optional>
+#include <compare>
 #include <vector>
 
 namespace jobs {
@@ -19,15 +19,27 @@ namespace jobs {
 /// money, with nothing written.
 void UpdateJobCost(jet::Database& database, qint64 jobNo);
 
+/// The same for several jobs, in as many waits as for one.
+void UpdateJobCost(jet::Database& database, const std::vector<qint64>& jobNos);
+
 /// What the user has to be told.
 struct Notice {
     QString text;
     QString title;
 };
 
-/// After time records of a job's operation were deleted: if none remain, the operation loses its
-/// status. Says so where it was marked as finished.
-std::optional<Notice> AdjustJobTimeDeleted(jet::Database& database, qint64 jobNo, qint64 operNo);
+/// An operation of a job, by their numbers.
+struct JobOperation {
+    qint64 jobNo = 0;
+    qint64 operNo = 0;
+    auto operator<=>(const JobOperation&) const = default;
+};
+
+/// After time records of these operations were deleted: rolls the figures of their jobs up as
+/// UpdateJobCost does, and an operation of which none remain loses its status. Says so where it
+/// was marked as finished. All in one transaction.
+std::vector<Notice> AdjustJobTimeDeleted(jet::Database& database,
+                                         const std::vector<JobOperation>& deleted);
 
 /// Figures of a job on the screen. Sums are 32-bit floats, so beyond about seven digits they lose
 /// cents, as an estimate's do.

@@ -20,6 +20,8 @@ INSERT INTO Reports (Name, Description, [Module], FileName, OEM, [Default]) VALU
 INSERT INTO Reports (Name, Description, [Module], FileName, OEM, [Default]) VALUES ('RFQ List', 'The items asked for, by request and vendor.', 'RFQ', 'RFQ_List.rpt', 1, False);
 INSERT INTO Reports (Name, Description, [Module], FileName, OEM, [Default]) VALUES ('Purchase Order List', 'The items ordered and what has come of them, by order.', 'PO', 'PO_List.rpt', 1, False);
 INSERT INTO Reports (Name, Description, [Module], FileName, OEM, [Default]) VALUES ('Time by Employee', 'The stretches of work of each employee with hours and parts.', 'Time Management', 'Time_Log.rpt', 1, True);
+INSERT INTO Reports (Name, Description, [Module], FileName, OEM, [Default]) VALUES ('Hours by Employee and Week', 'The hours of each employee by week, those on jobs and overhead apart.', 'Time Management', 'Time_by_Week.rpt', 1, False);
+INSERT INTO Reports (Name, Description, [Module], FileName, OEM, [Default]) VALUES ('Hours by Job and Operation', 'The hours of each job by operation beside what was estimated.', 'Time Management', 'Time_by_Job.rpt', 1, False);
 INSERT INTO Reports (Name, Description, [Module], FileName, OEM, [Default]) VALUES ('Spare Parts by Customer', 'The spare parts of each customer by location.', 'Spare Parts', 'Spare_Parts.rpt', 1, True);
 INSERT INTO Reports (Name, Description, [Module], FileName, OEM, [Default]) VALUES ('Stock List', 'What is in stock at each location, with its value.', 'Inventory', 'Inventory_List.rpt', 1, True);
 INSERT INTO Reports (Name, Description, [Module], FileName, OEM, [Default]) VALUES ('Items Below Minimum', 'The items whose stock is below their minimum.', 'Inventory', 'InventoryItemFlagged.rpt', 1, False);

@@ -25,17 +25,26 @@ struct Refusal {
 std::optional<Refusal> CheckSignIn(jet::Database& database, const QString& action, qint64 empId,
                                    const QDateTime& signIn, const QDateTime& signOut, qint64 id);
 
-/// After a sign-in row was saved by hand: ends the stretches of work that were left open on it at
-/// `signOut`, and adds those on in-house operations to their jobs: to the operation's and the job's
-/// hours, and to the job's cost each by the operation's rate over the quantity. `id` is the row;
-/// for a new one the number that its own insert was given (lastCounter), since the employee may
-/// have signed in on the floor since. A stretch that the floor ends meanwhile stays the floor's.
-/// Returns how many it ended. All or, if it throws, none of them; Error(divisionByZero) for a job
-/// of quantity 0.
-int CloseOpenTimelogs(jet::Database& database, qint64 id, const QDateTime& signOut);
+/// What a range was held against.
+struct RangeCheck {
+    std::optional<Refusal> refusal;
+    jet::Recordset row = {};  ///< the sign-in row as it stands; closed for a new one
+    jet::Recordset work = {}; ///< workOn() it; closed for a new one
+};
 
-/// After a sign-in row was edited: if it is the employee's latest, he is out.
-void SignOutIfLatest(jet::Database& database, qint64 empId, qint64 id);
+/// The check of a new row (`id` 0) or an edited one, with what was read for it, in one wait.
+RangeCheck checkRange(jet::Database& database, qint64 empId, const QDateTime& signIn,
+                      const QDateTime& signOut, qint64 id);
+
+/// Selects the stretches of work that the rules look at, of operations in house and of overhead, on
+/// the sign-in rows that `signIds` tells ("=5"): their columns, `opertype`, the job's number and
+/// quantity as `OfJob` and `Pieces` if there is that job, and `Routed` where it has the operation.
+QString workOn(const QString& signIds);
+
+/// The moment as the database has it, without a zone.
+QDateTime stored(const QDateTime& moment);
+/// The same between "#".
+QString literal(const QDateTime& moment);
 
 /// Takes the candidate, to the second, if `current` is later (mode "Earliest") or earlier (any
 /// other). A Null candidate changes nothing.

@@ -180,10 +180,12 @@ TEST_P(JobCosting, RollsUpBookingsAmountsAndFixedCosts) {
     expectFigures(shop[1]);
     EXPECT_EQ(rows(u"SELECT JobShopCost FROM Job WHERE JobNo = %1"_s.arg(shop[0].jobNo)),
               QStringList(QString()));
-    for (const MadeJob& made : shop) {
-        UpdateJobCost(database(), made.jobNo);
+    std::vector<qint64> all{shop.back().jobNo + 1000, shop[0].jobNo};
+    for (const MadeJob& made : shop)
+        all.push_back(made.jobNo);
+    UpdateJobCost(database(), all);
+    for (const MadeJob& made : shop)
         expectFigures(made);
-    }
     UpdateJobCost(database(), shop.back().jobNo + 1000);
 }
 
@@ -249,19 +251,29 @@ TEST_P(JobCosting, TheLastTimeRecordTakesTheStatusAlong) {
     const QString statuses =
         u"SELECT Status FROM JobOper WHERE JobNo = %1 ORDER BY SeqNo"_s.arg(jobNo);
 
-    EXPECT_FALSE(AdjustJobTimeDeleted(database(), jobNo, m_inhouse[0]));
+    const std::vector<JobOperation> all{{jobNo, m_inhouse[0]},
+                                        {jobNo, m_inhouse[1]},
+                                        {jobNo, m_inhouse[0]},
+                                        {jobNo, m_inhouse[2]},
+                                        {9999, m_inhouse[0]}};
+    EXPECT_TRUE(AdjustJobTimeDeleted(database(), {all[0]}).empty());
     EXPECT_EQ(rows(statuses), QStringList({fine, u"D"_s}));
-    EXPECT_FALSE(AdjustJobTimeDeleted(database(), jobNo, m_inhouse[1]));
-    EXPECT_FALSE(AdjustJobTimeDeleted(database(), jobNo, m_inhouse[2]));
+    EXPECT_TRUE(AdjustJobTimeDeleted(database(), {all[1], all[3]}).empty());
+    EXPECT_EQ(rows(statuses), QStringList({fine, u" "_s}));
+    EXPECT_EQ(rows(u"SELECT TotalHours FROM Job WHERE JobNo = %1"_s.arg(jobNo)),
+              QStringList(u"1"_s));
 
     database().execute(u"DELETE * FROM Timelog WHERE JobNo = %1"_s.arg(jobNo));
-    const auto notice = AdjustJobTimeDeleted(database(), jobNo, m_inhouse[0]);
-    ASSERT_TRUE(notice);
-    EXPECT_EQ(notice->text, u"You have deleted the All Timelog Records for Operation %1.  The "
-                            "Operation will no longer be marked as finished!"_s.arg(m_inhouse[0]));
-    EXPECT_EQ(notice->title, u"Notice!"_s);
+    const auto notices = AdjustJobTimeDeleted(database(), all);
+    ASSERT_EQ(notices.size(), 1U);
+    EXPECT_EQ(notices[0].text,
+              u"You have deleted the All Timelog Records for Operation %1.  The "
+              "Operation will no longer be marked as finished!"_s.arg(m_inhouse[0]));
+    EXPECT_EQ(notices[0].title, u"Notice!"_s);
     EXPECT_EQ(rows(statuses), QStringList({u" "_s, u" "_s}));
-    EXPECT_FALSE(AdjustJobTimeDeleted(database(), jobNo, m_inhouse[0]));
+    EXPECT_EQ(rows(u"SELECT TotalHours FROM Job WHERE JobNo = %1"_s.arg(jobNo)),
+              QStringList(u"0"_s));
+    EXPECT_TRUE(AdjustJobTimeDeleted(database(), all).empty());
 }
 
 MIRSA_BOTH_ENGINES(JobCosting);

@@ -1,5 +1,5 @@
+#include "timemgmt/OpenWork.h"
 #include "platform/values/Literals.h"
-#include "timemgmt/modCheckSignIn.h"
 
 #include "jobs/JobCosting.h"
 #include "timemgmt/Floor.h"
@@ -183,7 +183,7 @@ TEST_P(OpenWork, AnOperationThatTheFloorIsBeginningKeepsItsStatus) {
     ASSERT_EQ(floor.run("UPDATE joboper SET status = 'A'"), 1);
     std::thread release;
     holdFor(floor, release);
-    EXPECT_FALSE(jobs::AdjustJobTimeDeleted(db(), m_job, m_inHouse));
+    EXPECT_TRUE(jobs::AdjustJobTimeDeleted(db(), {{m_job, m_inHouse}}).empty());
     release.join();
     EXPECT_EQ(text(u"SELECT Status FROM JobOper"), u"A"_s);
 }

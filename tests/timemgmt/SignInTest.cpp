@@ -1,4 +1,5 @@
 #include "platform/values/Literals.h"
+#include "timemgmt/OpenWork.h"
 #include "timemgmt/modCheckSignIn.h"
 
 #include "timemgmt/Floor.h"

@@ -94,4 +94,9 @@ QIcon redLight() {
     return icon;
 }
 
+QIcon running() {
+    static const QIcon icon = light(QColor(30, 100, 190), {{12, 10}, {22, 16}, {12, 22}, {12, 10}});
+    return icon;
+}
+
 } // namespace controls::pictures

@@ -12,5 +12,6 @@ QIcon item();        ///< a stock item
 QIcon flaggedItem(); ///< with a flag: below its minimum
 QIcon greenLight();  ///< chosen: a tick
 QIcon redLight();    ///< dropped: a cross
+QIcon running();     ///< going on right now
 
 } // namespace controls::pictures

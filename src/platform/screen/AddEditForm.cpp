@@ -28,6 +28,7 @@ bool AddEditForm::run() {
 }
 
 void AddEditForm::cmdOK_Click() {
+    m_goesOn = false;
     if (!save())
         return;
     m_saved = true;
@@ -35,6 +36,7 @@ void AddEditForm::cmdOK_Click() {
 }
 
 void AddEditForm::cmdOKNew_Click() {
+    m_goesOn = true;
     if (!save())
         return;
     m_saved = true;

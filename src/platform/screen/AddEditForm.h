@@ -24,6 +24,9 @@ class AddEditForm : public Form {
     /// Shows the dialog; true if something was saved.
     bool run();
 
+    /// Whether what is being saved is to be followed by the next row.
+    bool goesOn() const { return m_goesOn; }
+
     /// Checks and writes. False after a message: the dialog stays as it is.
     virtual bool save() = 0;
     /// Makes the fields ready for the next new row and sends the focus to the first.
@@ -32,6 +35,7 @@ class AddEditForm : public Form {
   private:
     QPushButton* m_okNew = nullptr;
     bool m_saved = false;
+    bool m_goesOn = false;
 };
 
 } // namespace screen

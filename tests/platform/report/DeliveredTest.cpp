@@ -370,6 +370,49 @@ TEST_P(Delivered, theScheduleIsDrawnToScaleAndTheLoadAddsUp) {
     }
 }
 
+TEST_P(Delivered, hoursOfATimeAddUpByWeekByJobAndInAttendance) {
+    const QString of = u"%1.EmpID = 2 AND %1.%2 >= #06/01/2025# AND %1.%2 < #02/03/2026#"_s;
+    const QString formula = u"{TimeLog.EmpID} = 2 and {Timelog.Startdate} in date(2025,06,01) to "
+                            "date(2026,02,02) and {TimeLog.status} like '*'"_s;
+    const QString work =
+        u" FROM TimeLog INNER JOIN Operation ON TimeLog.OperNo = Operation.OperNo WHERE "_s +
+        of.arg(u"TimeLog"_s, u"StartDate"_s);
+    std::map<QDate, double> weeks;
+    for (const QString& row : rows(u"SELECT StartDate, AccumTime"_s + work)) {
+        const QDate day = values::dateFromText(row.section(u'|', 0, 0).section(u' ', 0, 0));
+        weeks[day.addDays(1 - day.dayOfWeek())] += row.section(u'|', 1).toDouble();
+    }
+    ASSERT_GT(weeks.size(), 3U);
+    const QString byWeek = allText(*print(u"Time_by_Week.rpt"_s, formula));
+    for (const auto& [monday, hours] : weeks)
+        EXPECT_TRUE(byWeek.contains(money(hours))) << hours;
+    const QString byJob = allText(*print(u"Time_by_Job.rpt"_s, formula));
+    for (const QString& row :
+         rows(u"SELECT JobNo, SUM(AccumTime)"_s + work + u" AND JobNo > 0 GROUP BY JobNo"_s)) {
+        EXPECT_TRUE(byJob.contains(u"Job "_s + row.section(u'|', 0, 0)));
+        EXPECT_TRUE(byJob.contains(money(row.section(u'|', 1).toDouble()))) << row.toStdString();
+    }
+    const QString all = money(number(u"SELECT SUM(AccumTime)"_s + work));
+    EXPECT_TRUE(byWeek.contains(all));
+    EXPECT_TRUE(byJob.contains(all + u" hours in all"_s));
+    EXPECT_TRUE(allText(*print(u"Time_Log.rpt"_s, formula)).contains(all + u" hours in all"_s));
+
+    const QString attendance = u" FROM Sign_in WHERE "_s + of.arg(u"Sign_in"_s, u"Sign_in"_s);
+    const double present =
+        number(u"SELECT SUM(DateDiff('s', Sign_in, Sign_out))"_s + attendance) / 3600;
+    const double booked = number(
+        u"SELECT SUM(AccumTime) FROM TimeLog WHERE SignID IN (SELECT ID"_s + attendance + u")"_s);
+    const QString in = allText(
+        *print(u"Sign_In.rpt"_s, u"{Sign_In.EmpID} = 2 and {Sign_In.Sign_in} in date(2025,06,01) "
+                                 "to date(2026,02,02)"_s));
+    EXPECT_TRUE(
+        in.contains(u"%1 hours in all, %2 of them booked"_s.arg(money(present), money(booked))))
+        << present << ' ' << booked;
+    EXPECT_TRUE(allText(*print(u"Sign_In.rpt"_s)).contains(u"still in"_s));
+    for (const auto* file : {u"Time_by_Week.rpt", u"Time_by_Job.rpt"})
+        print(QString::fromUtf16(file));
+}
+
 TEST_P(Delivered, formulasOfTheQueryFormsRun) {
     for (const auto* formula :
          {u"{customer.company} in 'A' to 'M'", u"{Job.JobNo} in 1 to 20",
