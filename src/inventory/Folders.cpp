@@ -2,6 +2,7 @@
 
 #include "inventory/Sql.h"
 
+#include <QHash>
 #include <QSet>
 
 #include <algorithm>
@@ -97,6 +98,24 @@ QString pathText(const std::vector<Folder>& path) {
     for (const Folder& folder : path)
         texts << folder.description;
     return texts.join(u'\\');
+}
+
+std::vector<qint64> foldersBelow(jet::Recordset folders, qint64 top) {
+    QHash<qint64, std::vector<qint64>> below;
+    for (; !folders.eof(); folders.moveNext())
+        below[folders.field(1).toLong()].push_back(folders.field(0).toLong());
+    std::vector<qint64> found{top};
+    QSet<qint64> seen{top};
+    for (std::size_t i = 0; i < found.size(); ++i) {
+        const auto children = below.value(found[i]);
+        for (const qint64 child : children) {
+            if (!seen.contains(child)) {
+                seen.insert(child);
+                found.push_back(child);
+            }
+        }
+    }
+    return found;
 }
 
 QString folderComplaint(jet::Database& database, const View& view, qint64 id, qint64 parent,

@@ -37,6 +37,10 @@ std::vector<Folder> pathTo(jet::Database& database, const View& view, qint64 id)
 /// The descriptions of a path, parted by backslashes.
 QString pathText(const std::vector<Folder>& path);
 
+/// A folder and all below it, of a set of all folders with their parents behind them; a ring of
+/// parents ends where it closes.
+std::vector<qint64> foldersBelow(jet::Recordset folders, qint64 top);
+
 /// Why a folder can't have a description; empty if it can. `id` is 0 for a new one.
 QString folderComplaint(jet::Database& database, const View& view, qint64 id, qint64 parent,
                         const QString& description);

@@ -65,6 +65,14 @@ class RestockFrom {
     virtual bool stock(qint64 number, qint64 employee, const QDate& date) = 0;
 };
 
+/// "frmItemCount".
+class CountScreen {
+  public:
+    virtual ~CountScreen() = default;
+    /// Begins a count of what is at a location and below. False if another one is being entered.
+    virtual bool countAt(qint64 location) = 0;
+};
+
 /// "frmQueryTypeLoc", as its results see it.
 class StockSource {
   public:

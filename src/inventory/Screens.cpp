@@ -6,6 +6,7 @@
 #include "inventory/WorkForm.h"
 #include "inventory/frmInventory.h"
 #include "inventory/frmItemActivity.h"
+#include "inventory/frmItemCount.h"
 #include "inventory/frmItemFind.h"
 #include "inventory/frmItemFlagged.h"
 #include "inventory/frmItemIssueInv.h"
@@ -33,6 +34,7 @@ void registerScreens() {
     using screen::Forms;
     Forms::add<frmInventory>();
     Forms::add<frmItemActivity>();
+    Forms::add<frmItemCount>();
     Forms::add<frmItemFind>();
     Forms::add<frmItemFlagged>();
     Forms::add<frmItemIssueInv>();

@@ -3,9 +3,6 @@
 #include "inventory/Sql.h"
 #include "platform/values/Format.h"
 
-#include <QHash>
-#include <QSet>
-
 namespace inventory {
 
 namespace {
@@ -38,25 +35,6 @@ QString dateClause(const QString& table, const StockCriterion& asked) {
            u")"_s;
 }
 
-/// A folder and all below it; a ring of parents ends where it closes.
-std::vector<qint64> withFoldersBelow(jet::Recordset folders, qint64 top) {
-    QHash<qint64, std::vector<qint64>> below;
-    for (; !folders.eof(); folders.moveNext())
-        below[folders.field(1).toLong()].push_back(folders.field(0).toLong());
-    std::vector<qint64> found{top};
-    QSet<qint64> seen{top};
-    for (std::size_t i = 0; i < found.size(); ++i) {
-        const auto children = below.value(found[i]);
-        for (const qint64 child : children) {
-            if (!seen.contains(child)) {
-                seen.insert(child);
-                found.push_back(child);
-            }
-        }
-    }
-    return found;
-}
-
 /// Puts the items of single folders into the work table.
 void fillQuery(jet::Database& database, const StockQuestion& question) {
     std::vector<std::pair<const View*, qint64>> wanted;
@@ -73,7 +51,7 @@ void fillQuery(jet::Database& database, const StockQuestion& question) {
     for (std::size_t i = 0; i < wanted.size(); ++i)
         database.execute(u"INSERT INTO ItemQuery (ID) SELECT Items.ID FROM Items WHERE Items."_s +
                          wanted[i].first->word + u" IN ("_s +
-                         listOf(withFoldersBelow(sets[i], wanted[i].second)) + u")"_s);
+                         listOf(foldersBelow(sets[i], wanted[i].second)) + u")"_s);
 }
 
 } // namespace

@@ -88,6 +88,8 @@ QWidget* frmInventory::buttons() {
     button(first, u"cmdDelete"_s, u"&Delete"_s, {}, [this] { cmdDelete_Click(); });
     button(first, u"cmdFind"_s, u"&Find"_s, u"frmItemFind"_s,
            [] { screen::Forms::showModal(u"frmItemFind"_s); });
+    button(first, u"cmdCount"_s, u"Count Stoc&k"_s, u"frmItemCount"_s,
+           [this] { cmdCount_Click(); });
     first.stretch();
     QPushButton* cmdClose = first.button(u"cmdClose"_s, u"&Close"_s);
     on(cmdClose, [this] { unload(); });
@@ -372,6 +374,14 @@ void frmInventory::deleteListItem(qint64 id) {
 void frmInventory::showFor(const QString& form, const QString& complaint) {
     if (const qint64 item = itemFor(complaint))
         screen::Forms::dialog<ItemAction>(form)->showFor(item);
+}
+
+// Begins where the user is, if that is a location.
+void frmInventory::cmdCount_Click() {
+    const qint64 location = m_view == &locationView() ? folderShown() : 0;
+    auto* count = dynamic_cast<CountScreen*>(screen::Forms::show(u"frmItemCount"_s));
+    if (count && location != 0)
+        count->countAt(location);
 }
 
 void frmInventory::cmdOrder_Click() {

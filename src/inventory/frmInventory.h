@@ -48,6 +48,7 @@ class frmInventory : public screen::Form, public Explorer {
     void cmdEdit_Click();
     void cmdDelete_Click();
     void cmdOrder_Click();
+    void cmdCount_Click();
     void newFolder();
     void newItem();
     void changeView();

@@ -20,13 +20,20 @@ void tell(const QString& text) {
 
 frmItemNewEdit::frmItemNewEdit() : AddEditForm(QString::fromLatin1(formName), u"New Item"_s) {
     auto* outside = new QVBoxLayout(this);
-    m_fields.emplace(*this, screen::Fields(this, outside));
-    outside->addStretch();
+    auto* across = new QHBoxLayout;
+    outside->addLayout(across);
+    auto* left = new QVBoxLayout;
+    across->addLayout(left, 1);
+    m_fields.emplace(*this, screen::Fields(this, left));
+    left->addStretch();
+    m_panel = new StockPanel(this);
+    across->addWidget(m_panel, 1);
     makeButtons(outside);
 }
 
 void frmItemNewEdit::add(const View& view, qint64 folder) {
     setAdding(true);
+    m_panel->hide();
     m_fields->fillLists();
     m_fields->showFolder(view, folder);
     run();
@@ -45,6 +52,7 @@ bool frmItemNewEdit::edit(qint64 itemId) {
     m_fields->fillLists();
     m_before = *stored;
     m_fields->show(*stored);
+    m_panel->show(stockOutlook(core::MainDatabase(), *stored), *stored);
     return run();
 }
 

@@ -2,6 +2,7 @@
 
 #include "inventory/InventoryDialogs.h"
 #include "inventory/ItemFields.h"
+#include "inventory/StockPanel.h"
 #include "platform/screen/AddEditForm.h"
 
 #include <optional>
@@ -25,6 +26,7 @@ class frmItemNewEdit : public screen::AddEditForm, public ItemDialog {
     bool write(const Item& item);
 
     std::optional<ItemFields> m_fields;
+    StockPanel* m_panel;
     Item m_before; ///< as stored; id 0 for a new item
 };
 

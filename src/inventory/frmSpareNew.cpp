@@ -36,7 +36,8 @@ frmSpareNew::frmSpareNew() : AddEditForm(QString::fromLatin1(formName), u"Add Sp
                                                           u"#####0.00"_s);
     dbcEmployee = fields.dataCombo(u"dbcEmployee"_s, u"&Employee:"_s, {.characters = 30});
     txtDate = fields.date(u"txtDate"_s, u"&Date:"_s);
-    txtNotes = fields.memo(u"txtNotes"_s, u"Note&s:"_s, 3);
+    fields.nextRow();
+    txtNotes = fields.span(2).memo(u"txtNotes"_s, u"Note&s:"_s, 3);
     outside->addStretch();
     screen::ButtonBar bar(this, outside);
     QPushButton* cmdClear = bar.button(u"cmdClear"_s, u"&Clear"_s);
