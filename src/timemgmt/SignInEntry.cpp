@@ -13,6 +13,23 @@ Period periodOf(const jet::Recordset& row) {
     return {row[u"Sign_in"].toDateTime(), row[u"Sign_out"].toDateTime()};
 }
 
+/// Open work that would end before it begins, and take hours from its job. The check of the range
+/// looks at the ends of work alone.
+std::optional<Refusal> endsBeforeItBegins(jet::Recordset work, const QDateTime& signOut) {
+    std::optional<QDateTime> last;
+    for (; !work.eof(); work.moveNext()) {
+        const bool inHouse = work.text(u"opertype").toUpper() == u"I"_s;
+        const auto start = work[u"StartDate"].toDateTime();
+        if (start > signOut && start > last && work[inHouse ? u"SuspDate" : u"FinishDate"].isNull())
+            last = start;
+    }
+    if (!last)
+        return {};
+    return Refusal{u"Invalid Sign In and Sign Out Range. Based on employee's Timelog records, Sign "
+                   "Out should be later than or equal to "_s +
+                   jet::Value(*last).toText() + u"!"_s};
+}
+
 } // namespace
 
 std::optional<screen::Complaint> checkSignInFields(const SignInFields& fields) {
@@ -58,6 +75,11 @@ SignInSaved SaveSignIn(jet::Database& database, const SignInEntry& entry) {
         return saved;
     }
     saved.refusal = check.refusal;
+    if (!saved.refusal && !isNew) {
+        if (!check.work.isEmpty())
+            check.work.moveFirst();
+        saved.refusal = endsBeforeItBegins(check.work, stored(entry.signOut));
+    }
     if (saved.refusal)
         return saved;
 
