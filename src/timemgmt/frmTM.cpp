@@ -133,8 +133,8 @@ void frmTM::makePages() {
     tab1 = screen::named(new QTabWidget(this), u"tab1"_s, u"Time records"_s);
     layout()->addWidget(tab1);
     static_cast<QVBoxLayout*>(layout())->setStretchFactor(tab1, 1);
-    const auto list = [this](const QString& caption, const QString& name, const QString& spoken,
-                             std::vector<GridColumn> columns) {
+    const auto makeList = [this](const QString& caption, const QString& name, const QString& spoken,
+                                 std::vector<GridColumn> columns) {
         auto* inside = new QVBoxLayout(screen::tab(tab1, caption));
         auto* made = screen::named(new controls::ListView(this), name, spoken);
         made->setColumns(std::move(columns));
@@ -142,20 +142,24 @@ void frmTM::makePages() {
         inside->addWidget(made);
         return made;
     };
-    sprMain = list(u"Time &Log"_s, u"sprMain"_s, u"Work"_s,
-                   {{u"Job"_s, 9},
-                    {u"Status"_s, 7},
-                    {u"Oper. #"_s, 8, number},
-                    {u"Vendor"_s, 8, number},
-                    {u"Oper. Time"_s, 11, number},
-                    {u"Start Time"_s, 22},
-                    {u"Suspend Time"_s, 22},
-                    {u"Finish Time"_s, 22},
-                    {u"Parts Done"_s, 10, number},
-                    {u"Parts Scrap"_s, 11, number}});
-    sprMain2 = list(u"&Sign-In/Out"_s, u"sprMain2"_s, u"Attendance"_s,
-                    {{u"Sign-In Time"_s, 30}, {u"Sign-Out Time"_s, 30}});
-    on(tab1, &QTabWidget::currentChanged, [this] { enableButtons(); });
+    sprMain = makeList(u"Time &Log"_s, u"sprMain"_s, u"Work"_s,
+                       {{u"Job"_s, 9},
+                        {u"Status"_s, 7},
+                        {u"Oper. #"_s, 8, number},
+                        {u"Vendor"_s, 8, number},
+                        {u"Oper. Time"_s, 11, number},
+                        {u"Start Time"_s, 26},
+                        {u"Suspend Time"_s, 26},
+                        {.title = u"Finish Time"_s, .characters = 26, .stretches = true},
+                        {u"Parts Done"_s, 10, number},
+                        {u"Parts Scrap"_s, 11, number}});
+    sprMain2 = makeList(u"&Sign-In/Out"_s, u"sprMain2"_s, u"Attendance"_s,
+                        {{u"Sign-In Time"_s, 30}, {u"Sign-Out Time"_s, 30}});
+    on(tab1, &QTabWidget::currentChanged, [this] {
+        enableButtons();
+        if (isShown())
+            list()->setFocus();
+    });
     on(sprMain->rowDoubleClicked, [this](int) { cmdEditParts_Click(); });
     on(sprMain2->rowDoubleClicked, [this](int) { cmdEdit_Click(); });
 }
@@ -269,10 +273,12 @@ void frmTM::criteriaChanged() {
 
 void frmTM::chkShow_Click() {
     const auto wanted = chkShow->isChecked() ? criteria() : std::nullopt;
-    if (wanted)
-        load(*wanted);
-    else
+    if (!wanted) {
         showNothing();
+        return;
+    }
+    load(*wanted);
+    list()->setFocus();
 }
 
 // Showing
@@ -314,13 +320,8 @@ void frmTM::load(const TimeCriteria& wanted) {
     const TimeTexts texts = timeTexts(wanted);
     try {
         auto read = core::MainDatabase().together({texts.work, texts.attendance});
-        const bool afresh = !m_shown;
         m_shown = wanted;
         showRows(read[0], read[1]);
-        if (afresh) { // what is to be deleted has to be chosen
-            sprMain->clearSelection();
-            sprMain2->clearSelection();
-        }
     } catch (...) {
         showNothing();
         throw;

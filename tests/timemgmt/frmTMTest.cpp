@@ -197,6 +197,7 @@ TEST_P(TimeScreens, DeleteAllButWhatRuns) {
     show(u"1"_s, u"3/1/2026"_s, u"3/10/2026"_s);
     const QString nothing = u"Nothing Selected."_s;
     expectBox(u"Nothing Selected To Delete!"_s, Answer::Ok, nothing);
+    control<controls::ListView>(u"sprMain"_s)->clearSelection();
     press(u"cmdDelete"_s);
     go(u"sprMain"_s);
     key(Qt::Key_A, Qt::ControlModifier);
@@ -242,6 +243,7 @@ TEST_P(TimeScreens, CountPartsAgain) {
     someWork();
     run(u"UPDATE Timelog SET JobNo = NULL WHERE ID = 2"_s);
     show(u"1"_s, u"3/5/2026"_s);
+    control<controls::ListView>(u"sprMain"_s)->clearSelection();
     expectBox(u"A Timelog record has to be selected to edit parts qty!"_s, Answer::Ok,
               u"Nothing Selected."_s);
     press(u"cmdEditParts"_s);
