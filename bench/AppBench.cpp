@@ -10,7 +10,10 @@
 #include "estimating/EstimateStore.h"
 #include "jobs/JobCosting.h"
 #include "jobs/JobStore.h"
+#include "platform/controls/DataCombo.h"
 #include "platform/controls/DataControl.h"
+#include "platform/controls/DateField.h"
+#include "platform/controls/ListView.h"
 #include "platform/jet/Location.h"
 #include "platform/screen/Forms.h"
 #include "platform/values/Literals.h"
@@ -19,6 +22,8 @@
 #include <sqlite3.h>
 
 #include <QApplication>
+#include <QCheckBox>
+#include <QPushButton>
 
 using screen::Forms;
 
@@ -241,6 +246,26 @@ void AddToTheTimeLog(benchmark::State& state) {
     }
 }
 
+/// A year of one employee's work and attendance, shown in Time Management.
+void ShowAYearOfOneEmployee(benchmark::State& state) {
+    screen::Form* form = openModule("frmTM");
+    const auto last = shop().lookup(u"SELECT MAX(Sign_in) FROM Sign_in"_s).toDate();
+    form->control<controls::DataCombo>(u"dbcEmpNum"_s)->setText(u"7"_s);
+    form->control<controls::DateField>(u"dbcDate1"_s)->setDate(last->addYears(-1));
+    form->control<QCheckBox>(u"chkTO"_s)->click();
+    form->control<controls::DateField>(u"dbcDate2"_s)->setDate(last);
+    auto* show = form->control<QPushButton>(u"chkShow"_s);
+    for (auto _ : state) {
+        show->click();
+        QApplication::processEvents();
+        state.PauseTiming();
+        state.counters["rows"] = form->control<controls::ListView>(u"sprMain"_s)->rowCount();
+        show->click();
+        state.ResumeTiming();
+    }
+    closeModule(form);
+}
+
 BENCHMARK(StartToLogin)->Unit(benchmark::kMillisecond)->Iterations(10);
 BENCHMARK_CAPTURE(OpenModule, Customer, "frmCustomer")
     ->Unit(benchmark::kMillisecond)
@@ -252,6 +277,10 @@ BENCHMARK_CAPTURE(OpenModule, Job, "frmJob")->Unit(benchmark::kMillisecond)->Ite
 BENCHMARK_CAPTURE(OpenModule, Operations, "frmOperation")
     ->Unit(benchmark::kMillisecond)
     ->Iterations(10);
+BENCHMARK_CAPTURE(OpenModule, TimeManagement, "frmTM")
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(10);
+BENCHMARK(ShowAYearOfOneEmployee)->Unit(benchmark::kMillisecond)->Iterations(20);
 BENCHMARK_CAPTURE(MoveInModule, Estimate, "frmEstimate", "datEstimate")
     ->Unit(benchmark::kMillisecond)
     ->Iterations(200);

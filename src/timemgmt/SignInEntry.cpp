@@ -92,14 +92,15 @@ SignInSaved SaveSignIn(jet::Database& database, const SignInEntry& entry) {
         holdWork(database, written);
         check.work = database.openRecordset(workOn(written), jet::RecordsetType::Snapshot);
         saved.id = database.lastCounter();
-    } else {
-        database.execute(u"UPDATE sign_in SET sign_in="_s + in + u", sign_out="_s + out +
-                         u" WHERE id="_s + id);
     }
     const EndedWork ended = endOpenWork(database, check.work, entry.signOut);
     jobs::UpdateJobCost(database, ended.jobNos);
-    if (!isNew)
+    if (!isNew) {
+        // Behind the jobs, as a program comes to it that ends somebody's work and signs him out.
+        database.execute(u"UPDATE sign_in SET sign_in="_s + in + u", sign_out="_s + out +
+                         u" WHERE id="_s + id);
         SignOutIfLatest(database, entry.empId, entry.id);
+    }
     transaction.commit();
     saved.closed = ended.rows;
     return saved;
