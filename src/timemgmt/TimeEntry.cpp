@@ -17,13 +17,17 @@ ManualAnswer AddManualTime(jet::Database& database, const ManualTime& time) {
                               u"Error"_s, screen::Icon::Critical}};
     };
     jet::Transaction transaction(database);
-    const auto read = database.together({u"Select Id from Sign_in where empid = "_s + employee +
-                                             u" and Id = "_s + QString::number(time.signId),
-                                         u"Select OrderRequired from Job"_s + ofJob});
+    const auto read = database.together(
+        {u"Select Id from Sign_in where empid = "_s + employee + u" and Id = "_s +
+             QString::number(time.signId),
+         u"Select OrderRequired from Job"_s + ofJob,
+         u"Select ID from JobOper"_s + ofJob + u" and OperNo = "_s + QString::number(time.operNo)});
     if (read[0].isEmpty())
         return gone(u"sign-in record"_s, u"dbcDate"_s);
     if (jobNo != 0 && read[1].isEmpty())
         return gone(u"job"_s, u"dbcJobNo"_s);
+    if (jobNo != 0 && read[2].isEmpty())
+        return gone(u"operation of the job"_s, u"dbcOp"_s);
     if (jobNo != 0 && read[1][u"OrderRequired"].toBool() && !time.endsSequence)
         return {.sequential = true};
     if (time.endsSequence)

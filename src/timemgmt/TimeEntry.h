@@ -26,8 +26,9 @@ struct ManualAnswer {
     bool sequential = false; ///< the job's operations have an order, which hours by hand would end
 };
 
-/// Adds the row and rolls up its job, in one transaction. Nothing is written where the attendance
-/// or the job has gone meanwhile, or where the job is sequential and that isn't to end.
+/// Adds the row and rolls up its job, in one transaction. Nothing is written where the attendance,
+/// the job or its operation has gone meanwhile, or where the job is sequential and isn't to lose
+/// its order.
 ManualAnswer AddManualTime(jet::Database& database, const ManualTime& time);
 
 /// Parts of a row of `Timelog`; Null where nobody counted.
