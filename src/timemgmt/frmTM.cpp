@@ -79,7 +79,6 @@ void frmTM::makeCriteria(QGroupBox* frame) {
         optDisplay[i] =
             screen::named(new QRadioButton(captions[i], frame), u"optDisplay(%1)"_s.arg(i));
         days->addWidget(optDisplay[i], i, 0);
-        on(optDisplay[i], &frmTM::criteriaChanged);
     }
     optDisplay[0]->setChecked(true);
     const auto date = [&](const QString& name, const QString& spoken, int column) {
@@ -106,6 +105,19 @@ void frmTM::makeCriteria(QGroupBox* frame) {
     across->addStretch(1);
     setDefaultButton(chkShow);
 
+    const std::vector<QWidget*> order{optDisplay[0], dbcDate1,  chkTO,  dbcDate2,
+                                      optDisplay[1], cboCanned, chkShow};
+    for (std::size_t i = 1; i < order.size(); ++i)
+        setTabOrder(order[i - 1], order[i]);
+
+    on(optDisplay[0], [this] {
+        dbcDate1->setFocus();
+        criteriaChanged();
+    });
+    on(optDisplay[1], [this] {
+        cboCanned->setFocus();
+        criteriaChanged();
+    });
     on(m_employee->changed, &frmTM::criteriaChanged);
     on(cboType->chosen, &frmTM::criteriaChanged);
     on(chkTO, [this] {
