@@ -24,6 +24,7 @@ set(MIRSA_REPORT_FILES
   reports/PO_Open_by_Vendor.rpt
   reports/PO_Receipts.rpt
   reports/Payables_Sent.rpt
+  reports/Payroll_Hours.rpt
   reports/Purchase_Order.rpt
   reports/RFQ.rpt
   reports/RFQ_List.rpt

@@ -1,5 +1,6 @@
 #include "sample/Work.h"
 
+#include "platform/values/Format.h"
 #include "platform/values/Literals.h"
 
 namespace sample {
@@ -65,6 +66,33 @@ void makeOverhead(Shop& shop, Attendance& attendance) {
     }
 }
 
+/// What people forgot on the last working day.
+void makeMistakes(Shop& shop) {
+    QDate day = shop.today.addDays(-1);
+    while (day.dayOfWeek() > 5)
+        day = day.addDays(-1);
+    const auto at = [&day](int hour, int minute) {
+        return QDateTime(day, QTime(hour, minute), Qt::UTC);
+    };
+    const auto attendance = [&](qint64 empID, const QDateTime& in) {
+        Row row(u"Sign_in");
+        row.set(u"EmpID", empID).set(u"Sign_in", in);
+        return row;
+    };
+    if (shop.employees.size() < 4)
+        return;
+    attendance(shop.employees[1], at(17, 10)).insert(shop.database);
+    shop.database.execute(u"UPDATE Employee SET SignedIn = True WHERE EmpID = "_s +
+                          QString::number(shop.employees[1]));
+    // Signed in at a second terminal.
+    attendance(shop.employees[3], at(14, 30)).set(u"Sign_out", at(15, 0)).insert(shop.database);
+    const jet::Value left = shop.database.lookup(
+        u"SELECT TOP 1 EmpID FROM Employee WHERE EmpStatus = 'Terminated' AND [Terminate] < #"_s +
+        values::sqlDate(day) + u"# ORDER BY EmpID"_s);
+    if (!left.isNull())
+        attendance(left.toLong(), at(7, 0)).set(u"Sign_out", at(9, 30)).insert(shop.database);
+}
+
 void deleteEstimate(Shop& shop, qint64 estNo) {
     for (const auto* table : {u"EstOper", u"EstMiscCost", u"EstOperNote", u"Estimate"})
         shop.database.execute(u"DELETE FROM "_s + QString::fromUtf16(table) + u" WHERE EstNo="_s +
@@ -117,6 +145,7 @@ void makeWork(Shop& shop) {
     for (const qint64 estNo : gone)
         deleteEstimate(shop, estNo);
     makeOverhead(shop, attendance);
+    makeMistakes(shop);
     makeToday(shop);
 }
 

@@ -2,6 +2,7 @@
 #include "app/Screens.h"
 #include "app/ServerWait.h"
 #include "app/Start.h"
+#include "app/TimeWatch.h"
 #include "core/MDIMain.h"
 #include "platform/screen/Application.h"
 
@@ -15,5 +16,6 @@ int main(int argc, char** argv) {
     if (!program.Main(screen::Application::applicationDirPath()))
         return 1;
     app::keepBackups(*program.shell());
+    app::watchTimeRecords(*program.shell());
     return screen::Application::exec();
 }

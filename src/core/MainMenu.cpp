@@ -24,6 +24,12 @@ MenuEntry document(const char* name, const char* caption, const char* screen,
             QString::fromLatin1(shortcut)};
 }
 
+/// A further screen of a module, for whoever may use that one.
+MenuEntry ofModule(const char* module, MenuEntry entry) {
+    entry.right = QString::fromLatin1(module);
+    return entry;
+}
+
 MenuEntry dialog(const char* name, const char* caption, const char* screen) {
     return {QString::fromLatin1(name),
             QString::fromLatin1(caption),
@@ -45,6 +51,10 @@ std::vector<MenuEntry> moduleEntries() {
             document("mnuSchedule", "&Schedule", "frmSchedule", "Ctrl+Shift+S"),
             document("mnuInvoice", "&Invoice", "frmInvoice", "Ctrl+Shift+I"),
             document("mnuFileTimeManagement", "&Time Management", "frmTM", "Ctrl+Shift+T"),
+            ofModule("mnuFileTimeManagement",
+                     document("mnuTimeExceptions", "Time Exceptio&ns", "frmTimeExceptions")),
+            ofModule("mnuFileTimeManagement",
+                     document("mnuPayrollHours", "Pa&yroll Hours", "frmPayrollHours")),
             document("mnuFileRequest", "&Request For Quotation", "frmRFQ", "Ctrl+Shift+R"),
             document("mnuAP", "Accounts Payable", "frmAP", "Ctrl+Shift+A"),
             document("mnuFilePurchaseOrder", "&Purchase Order", "frmPO", "Ctrl+Shift+P"),

@@ -22,6 +22,7 @@ struct MenuEntry {
     QString screen = {};
     std::vector<MenuEntry> children = {};
     QString shortcut = {}; ///< "Ctrl+Shift+J"; none for most
+    QString right = {};    ///< the entry whose right this one shares; its own for most
 };
 
 /// The menu bar, in order.

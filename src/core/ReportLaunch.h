@@ -4,6 +4,10 @@
 
 class QWidget;
 
+namespace report {
+class RowSource;
+}
+
 namespace core {
 
 /// Prints a module's default report, as chosen in the catalogue `Reports`, to a preview window. A
@@ -19,8 +23,9 @@ bool sendDefaultReport(const QString& module, const QString& formula, QWidget* p
 
 /// The same as the first with a report file of the program folder, whether the catalogue has it or
 /// not.
+/// `source`: where it reads, if not from the database alone.
 void launchReportFile(const QString& fileName, const QString& formula, const QString& title,
-                      QWidget* parent);
+                      QWidget* parent, report::RowSource* source = nullptr);
 
 /// Prints a job's traveler, with the notes of its operations if wanted.
 void launchTraveler(qint64 jobNo, bool withNotes, QWidget* parent);

@@ -1,5 +1,6 @@
 #include "core/Security.h"
 
+#include "core/MainMenu.h"
 #include "core/MirsaMain.h"
 #include "platform/values/Literals.h"
 
@@ -66,9 +67,9 @@ ShellRights::ShellRights(const Input& input) {
     const QSet<QString> catalogue = folded(input.catalogueCodes);
     const QSet<QString> granted = folded(input.grantedCodes);
     for (const QString& menu : input.menuNames) {
-        const QString name = menu.toLower();
-        if (catalogue.contains(name) && !admin && !granted.contains(name))
-            m_disabled.insert(name);
+        const QString right = input.sharedRights.value(menu, menu).toLower();
+        if (catalogue.contains(right) && !admin && !granted.contains(right))
+            m_disabled.insert(menu.toLower());
     }
     // Setting up security is the administrator's alone, whatever the tables say.
     const QString setup = u"mnuutilitiesloginsetup"_s;
@@ -127,6 +128,11 @@ ShellRights readShellRights(jet::Database& database, const QStringList& menuName
     input.menuNames = menuNames;
     input.userName = state.CurrentUserName;
     input.unavailableMenus = unavailableMenus;
+    for (const QString& name : menuNames) {
+        const MenuEntry* entry = menuEntry(name);
+        if (entry && !entry->right.isEmpty())
+            input.sharedRights.insert(name, entry->right);
+    }
     input.catalogueCodes =
         codes(database.openRecordset(u"SELECT securitycode, displayorder FROM securityobjects"
                                      " WHERE LEFT(securitycode,3)='mnu' ORDER BY displayorder"_s,

@@ -2,6 +2,7 @@
 
 #include "platform/jet/Database.h"
 
+#include <QHash>
 #include <QSet>
 #include <QString>
 #include <QStringList>
@@ -21,6 +22,7 @@ class ShellRights {
         QStringList catalogueCodes;   ///< codes of SecurityObjects that begin with "mnu"
         QStringList grantedCodes;     ///< those given to the user or to the user's group
         QStringList unavailableMenus; ///< entries whose screen is not installed
+        QHash<QString, QString> sharedRights = {}; ///< entries with the right of another
     };
     ShellRights() = default;
     explicit ShellRights(const Input& input);

@@ -44,6 +44,7 @@ frmSystemSettings::frmSystemSettings()
     buildShipTo(screen::tab(SSTab1, u"Ship To"_s));
     buildRates(screen::tab(SSTab1, u"Rates"_s));
     buildSecurity(screen::tab(SSTab1, u"Security"_s));
+    buildTime(screen::tab(SSTab1, u"Time"_s));
     buildSpelling(screen::tab(SSTab1, u"Spelling"_s));
 
     PB = screen::named(new QProgressBar(this), u"PB"_s, u"Saving"_s);
@@ -174,6 +175,21 @@ void frmSystemSettings::buildSecurity(QWidget* page) {
     keepTogether(fields);
 }
 
+void frmSystemSettings::buildTime(QWidget* page) {
+    screen::Fields fields(page);
+    txtHoursOver = fields.text(u"txtHoursOver"_s, u"&Hours over the estimate that pass (%):"_s,
+                               {.limit = 3, .filter = values::keys::digits(), .characters = 6});
+    auto* note = fields.note(u"An operation with more hours than its estimate and this share of it "
+                             "is listed under Time Exceptions."_s);
+    note->setMinimumWidth(480);
+    keepTogether(fields);
+}
+
+bool frmSystemSettings::keepsHoursOver() const {
+    const jet::Table* settings = MainDatabase().schema().table(table);
+    return settings && settings->column(u"HoursOverPercent");
+}
+
 void frmSystemSettings::buildSpelling(QWidget* page) {
     screen::Fields fields(page);
     using spelling::Options;
@@ -245,6 +261,9 @@ void frmSystemSettings::showRow() {
     txtSec0->setText(code.left(1));
     txtSec1->setText(code.mid(1, 1));
     chkPartsQty->setChecked(row[u"partsqtyon"].toBool());
+    txtHoursOver->setEnabled(keepsHoursOver());
+    if (keepsHoursOver())
+        txtHoursOver->setValue(row[u"HoursOverPercent"]);
 }
 
 void frmSystemSettings::setButtonsEnabled(bool enabled) {
@@ -272,6 +291,9 @@ void frmSystemSettings::saveRow() {
     row.set(u"Securityon", chkSec->isChecked());
     row.set(u"SecurityCode", txtSec0->text() + txtSec1->text());
     row.set(u"partsqtyon", chkPartsQty->isChecked());
+    if (const QString percent = txtHoursOver->text().trimmed(); keepsHoursOver())
+        row.set(u"HoursOverPercent",
+                percent.isEmpty() ? jet::Value() : jet::Value(percent.toInt()));
     row.update();
     change.commit();
 }

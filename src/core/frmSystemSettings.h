@@ -41,11 +41,14 @@ class frmSystemSettings : public screen::Form {
     void buildShipTo(QWidget* page);
     void buildRates(QWidget* page);
     void buildSecurity(QWidget* page);
+    void buildTime(QWidget* page);
     void buildSpelling(QWidget* page);
     void limitToColumns();
     void fillLists();
     void showRow();
     void saveRow();
+    /// A database that wasn't upgraded has no column for that.
+    bool keepsHoursOver() const;
     void setButtonsEnabled(bool enabled);
 
     QTabWidget* SSTab1;
@@ -63,6 +66,7 @@ class frmSystemSettings : public screen::Form {
     controls::TextField* txtSec0;
     controls::TextField* txtSec1;
     QCheckBox* chkPartsQty;
+    controls::TextField* txtHoursOver;
     std::vector<std::pair<QCheckBox*, bool spelling::Options::*>> m_spelling;
     QProgressBar* PB;
     QPushButton* cmdOK;

@@ -61,7 +61,8 @@ CREATE TABLE SystemSettings (
     ArchiveMonths INTEGER,
     Securityon YESNO,
     SecurityCode TEXT(2),
-    partsqtyon YESNO
+    partsqtyon YESNO,
+    HoursOverPercent INTEGER DEFAULT 25
 );
 
 CREATE TABLE History (

@@ -9,11 +9,13 @@
 #include "support/DatabaseFixture.h"
 #include "support/Paths.h"
 #include "support/ScreenFixture.h"
+#include "timemgmt/exceptions/ExceptionWatch.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QRadioButton>
 #include <QTemporaryDir>
+#include <QTest>
 
 namespace {
 
@@ -44,6 +46,7 @@ class GalleryTest : public testsupport::ScreenFixture {
         const auto open = screen::Forms::all();
         for (screen::Form* form : open)
             delete form;
+        timemgmt::ExceptionWatch::end();
         core::shared().MainDatabase.reset();
         values::setNow(std::nullopt);
     }
@@ -97,6 +100,19 @@ TEST_F(GalleryTest, TheDialogsOfAJobShowWhatBelongsToIt) {
         use(screen::Forms::find(u"frmJob"_s));
     }
     press(u"cmdClose"_s);
+}
+
+TEST_F(GalleryTest, TheMistakesOfTheSampleShopAreListed) {
+    open(u"frmTimeExceptions"_s);
+    form().parentWidget()->resize(1180, 480);
+    auto& watch = timemgmt::ExceptionWatch::on(core::MainDatabase().name());
+    const auto list = u"lvwExceptions"_s;
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !watch.isReading() && rowCount(list) > 0; }));
+    EXPECT_EQ(testsupport::gallery(form()), QStringList());
+    const QString shown = cells(list).join(u'\n');
+    for (const auto* kind : {u"Never signed out|", u"Overlapping attendance|",
+                             u"Over the estimate|", u"Entered by hand|", u"Employee has left|"})
+        EXPECT_TRUE(shown.contains(QString::fromUtf16(kind))) << shown.toStdString();
 }
 
 TEST_F(GalleryTest, TheScheduleShowsItsJobsAtEachZoomAndInEachDisplay) {

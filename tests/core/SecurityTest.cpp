@@ -69,6 +69,19 @@ TEST(ShellRights, ASeparatorStandsWhileAButtonOfItsGroupDoes) {
     EXPECT_EQ(visible({u"mnuFileSpareParts"_s}), QList<int>({16, 17}));
     EXPECT_EQ(visible({u"mnuFileBenchline"_s}), QList<int>({20, 21}));
     EXPECT_EQ(visible({u"mnuHistory"_s}), QList<int>({22}));
+    // An entry may share the right of another.
+    const auto exceptions = [](const QStringList& granted) {
+        return core::ShellRights(
+                   {.menuNames = {u"mnuTimeExceptions"_s},
+                    .userName = u"floor"_s,
+                    .catalogueCodes = {u"mnuFileTimeManagement"_s},
+                    .grantedCodes = granted,
+                    .unavailableMenus = {},
+                    .sharedRights = {{u"mnuTimeExceptions"_s, u"mnuFileTimeManagement"_s}}})
+            .isEnabled(u"mnuTimeExceptions"_s);
+    };
+    EXPECT_FALSE(exceptions({}));
+    EXPECT_TRUE(exceptions({u"mnuFileTimeManagement"_s}));
     // The companions need the menu above them too.
     EXPECT_EQ(visible({u"mnuFileBarcode"_s}), QList<int>());
     EXPECT_EQ(visible({u"mnuFileBarcode"_s, u"mnuExternal"_s}), QList<int>({18, 21}));

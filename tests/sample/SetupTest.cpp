@@ -112,7 +112,8 @@ TEST_P(Setup, rightsNameMenusOfTheShell) {
             continue;
         EXPECT_TRUE(securable.contains(menu.name)) << menu.name.toStdString();
         for (const core::MenuEntry& entry : menu.children) {
-            EXPECT_TRUE(securable.contains(entry.name)) << entry.name.toStdString();
+            EXPECT_TRUE(securable.contains(entry.right.isEmpty() ? entry.name : entry.right))
+                << entry.name.toStdString();
             for (const core::MenuEntry& sub : entry.children)
                 EXPECT_TRUE(securable.contains(sub.name)) << sub.name.toStdString();
         }

@@ -219,6 +219,8 @@ class Takeover : public testsupport::DatabaseFixture {
         report = report.mid(report.indexOf(u"Remarks, with"_s));
         for (auto match = remark.globalMatch(report); match.hasNext();)
             found += match.next().captured(1).toLower();
+        // A column that is younger than these files.
+        found.removeAll(u"column missing: systemsettings.hoursoverpercent, 1"_s);
         wanted.sort();
         found.sort();
         EXPECT_EQ(found, wanted);

@@ -176,6 +176,16 @@ Outcome Connection::run(PreparedPtr& slot, const QByteArray& sql, Access access,
     }
 }
 
+void Connection::each(const QByteArray& sql, const Engine::Look& look) {
+    try {
+        PreparedPtr statement;
+        m_engine->each(prepared(statement, sql, Access::Reads), look);
+    } catch (const Error& error) {
+        noteFailure(error);
+        throw;
+    }
+}
+
 Outcome Connection::run(const Read& read) {
     try {
         return m_engine->run(read.statement, read.arguments, read.rows, read.limit);

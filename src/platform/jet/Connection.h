@@ -59,6 +59,8 @@ class Connection {
     Outcome run(PreparedPtr& slot, const QByteArray& sql, Access access, const Arguments& arguments,
                 Rows* rows = nullptr, int first = 0);
     Outcome run(const Read& read);
+    /// Shows the rows of a select in the engine's own SQL: see Engine::each.
+    void each(const QByteArray& sql, const Engine::Look& look);
     void runTogether(std::vector<Read>& reads);
     /// A write whose outcome may be asked for later: sent with the next statement where the engine
     /// is far away and a transaction is open, run at once elsewhere.

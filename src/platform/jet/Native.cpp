@@ -23,18 +23,18 @@ int Native::write(const QByteArray& sql, const Arguments& arguments) {
     return m_connection.run(statement->whole, sql, Engine::Access::Writes, arguments).touched;
 }
 
+void Native::each(const QByteArray& sql,
+                  const std::function<void(const std::vector<Cell>&)>& look) {
+    m_connection.each(sql, look);
+}
+
 std::vector<Native::Row> Native::rows(const QByteArray& sql) {
-    PreparedPtr statement;
-    Rows read;
-    m_connection.run(statement, sql, Engine::Access::Reads, Arguments(), &read);
     std::vector<Row> result;
-    std::vector<Cell> cells;
-    for (int row = 0; row < read.count(); ++row) {
-        read.read(row, cells);
+    each(sql, [&](const std::vector<Cell>& cells) {
         Row& values = result.emplace_back();
         for (const Cell& cell : cells)
             values.push_back(valueOf(cell, std::nullopt));
-    }
+    });
     return result;
 }
 

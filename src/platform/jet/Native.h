@@ -1,10 +1,12 @@
 #pragma once
 
 #include "platform/jet/Arguments.h"
+#include "platform/jet/Rows.h"
 #include "platform/jet/Value.h"
 
 #include <QByteArray>
 
+#include <functional>
 #include <vector>
 
 namespace jet {
@@ -25,6 +27,9 @@ class Native {
     /// Runs a statement with parameters, prepared the first time and kept; the rows it touched.
     int write(const QByteArray& sql, const Arguments& arguments);
     std::vector<Row> rows(const QByteArray& sql);
+    /// Shows each row's cells as the engine gave them, for a look over very many rows. Texts are
+    /// good for the time of the call only.
+    void each(const QByteArray& sql, const std::function<void(const std::vector<Cell>&)>& look);
     /// The first value of the first row; Null where there is none.
     Value value(const QByteArray& sql);
     /// A name, and the n-th parameter (from 1), as this engine writes them.

@@ -1,6 +1,7 @@
 #include "platform/jet/Waiting.h"
 
 #include <algorithm>
+#include <thread>
 #include <utility>
 
 namespace jet {
@@ -15,6 +16,7 @@ constexpr auto untilNext = 50ms;
 struct Seam {
     WhileWaiting goOn;
     std::function<void()> ended;
+    std::thread::id thread; ///< that of the windows; others wait without a word
 };
 
 Seam& seam() {
@@ -22,12 +24,12 @@ Seam& seam() {
     return inForce;
 }
 
-bool asking = false;
+thread_local bool asking = false;
 
 } // namespace
 
 void setWhileWaiting(WhileWaiting goOn, std::function<void()> ended) {
-    seam() = {std::move(goOn), std::move(ended)};
+    seam() = {std::move(goOn), std::move(ended), std::this_thread::get_id()};
 }
 
 Waiting::~Waiting() {
@@ -44,7 +46,8 @@ std::chrono::milliseconds Waiting::slice() const {
 bool Waiting::goOn() {
     const auto waited = std::chrono::duration_cast<std::chrono::milliseconds>(
         std::chrono::steady_clock::now() - m_since);
-    if (waited < untilFirst || !seam().goOn || asking)
+    if (waited < untilFirst || !seam().goOn || asking ||
+        seam().thread != std::this_thread::get_id())
         return true;
     struct Asking {
         Asking() { asking = true; }

@@ -2,6 +2,16 @@
 
 namespace jet {
 
+void Engine::each(const PreparedPtr& statement, const Look& look) {
+    Rows rows;
+    run(statement, Arguments(), &rows);
+    std::vector<Cell> cells;
+    for (int row = 0; row < rows.count(); ++row) {
+        rows.read(row, cells);
+        look(cells);
+    }
+}
+
 void Engine::runTogether(std::vector<Read>& reads) {
     for (Read& read : reads)
         read.outcome = run(read.statement, read.arguments, read.rows, read.limit);

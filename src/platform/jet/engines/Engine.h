@@ -9,6 +9,7 @@
 #include <QByteArray>
 
 #include <chrono>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -72,6 +73,10 @@ class Engine {
     /// Runs a statement, appending up to `limit` of its rows (-1: all) to `rows`.
     virtual Outcome run(const PreparedPtr& statement, const Arguments& arguments,
                         Rows* rows = nullptr, int limit = -1) = 0;
+    /// Shows each row of a select without parameters, for as long as the call to `look` lasts; it
+    /// must not use the engine.
+    using Look = std::function<void(const std::vector<Cell>& cells)>;
+    virtual void each(const PreparedPtr& statement, const Look& look);
     /// Runs selects that don't hang on each other; on a server in one round trip.
     virtual void runTogether(std::vector<Read>& reads);
     /// Runs a statement without parameters once, such as a definition.

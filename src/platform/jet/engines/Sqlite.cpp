@@ -58,23 +58,46 @@ QString textAt(sqlite3_stmt* statement, int column) {
     return QString::fromUtf8(text, sqlite3_column_bytes(statement, column));
 }
 
+/// A field of the row that the statement stands on, as it lies there.
+Cell cellAt(sqlite3_stmt* statement, int column) {
+    sqlite3_value* value = sqlite3_column_value(statement, column);
+    Cell cell;
+    switch (sqlite3_value_type(value)) {
+    case SQLITE_NULL:
+        break;
+    case SQLITE_INTEGER:
+        cell.kind = Cell::Kind::Integer;
+        cell.integer = sqlite3_value_int64(value);
+        break;
+    case SQLITE_FLOAT:
+        cell.kind = Cell::Kind::Real;
+        cell.real = sqlite3_value_double(value);
+        break;
+    default:
+        cell.kind = Cell::Kind::Text;
+        cell.text = reinterpret_cast<const char*>(sqlite3_value_text(value));
+        cell.size = sqlite3_value_bytes(value);
+    }
+    return cell;
+}
+
 void takeRow(sqlite3_stmt* statement, int columns, Rows& rows) {
     rows.beginRow();
     for (int i = 0; i < columns; ++i) {
-        switch (sqlite3_column_type(statement, i)) {
-        case SQLITE_NULL:
+        const Cell cell = cellAt(statement, i);
+        switch (cell.kind) {
+        case Cell::Kind::Null:
             rows.addNull();
             break;
-        case SQLITE_INTEGER:
-            rows.addInteger(sqlite3_column_int64(statement, i));
+        case Cell::Kind::Integer:
+            rows.addInteger(cell.integer);
             break;
-        case SQLITE_FLOAT:
-            rows.addReal(sqlite3_column_double(statement, i));
+        case Cell::Kind::Real:
+            rows.addReal(cell.real);
             break;
-        default: {
-            const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement, i));
-            rows.addText(text, sqlite3_column_bytes(statement, i));
-        }
+        case Cell::Kind::Text:
+            rows.addText(cell.text, cell.size);
+            break;
         }
     }
     rows.endRow();
@@ -205,6 +228,20 @@ Outcome Sqlite::run(const PreparedPtr& prepared, const Arguments& arguments, Row
         outcome.counter = sqlite3_last_insert_rowid(m_db);
     }
     return outcome;
+}
+
+void Sqlite::each(const PreparedPtr& prepared, const Look& look) {
+    sqlite3_stmt* statement = static_cast<const SqlitePrepared&>(*prepared).statement();
+    const Stepping stepping(statement);
+    std::vector<Cell> cells(static_cast<std::size_t>(sqlite3_column_count(statement)));
+    int code = sqlite3_step(statement);
+    for (; code == SQLITE_ROW; code = sqlite3_step(statement)) {
+        for (std::size_t i = 0; i < cells.size(); ++i)
+            cells[i] = cellAt(statement, static_cast<int>(i));
+        look(cells);
+    }
+    if (code != SQLITE_DONE)
+        fail(code);
 }
 
 void Sqlite::execute(const QByteArray& sql) {

@@ -17,6 +17,7 @@ class Sqlite : public Engine {
     QString name() const override { return m_path; }
     PreparedPtr prepare(const QByteArray& sql, Access access) override;
     PreparedPtr prepareFirst(const QByteArray& sql, int limit) override;
+    void each(const PreparedPtr& statement, const Look& look) override;
     Outcome run(const PreparedPtr& statement, const Arguments& arguments, Rows* rows,
                 int limit) override;
     void execute(const QByteArray& sql) override;

@@ -1,0 +1,39 @@
+#include "platform/jet/Location.h"
+#include "platform/values/Clock.h"
+#include "platform/values/Literals.h"
+#include "timemgmt/exceptions/ExceptionList.h"
+
+#include <benchmark/benchmark.h>
+
+// The time records of the shop that MIRSA_BENCH_SHOP names: see AppBench.cpp.
+
+namespace {
+
+using timemgmt::ExceptionList;
+
+std::unique_ptr<jet::Database> connect() {
+    return jet::openProgramFolder(qEnvironmentVariable("MIRSA_BENCH_SHOP"));
+}
+
+void allExceptions(benchmark::State& state) {
+    const auto database = connect();
+    for (auto _ : state) {
+        ExceptionList list;
+        list.readAll(*database, values::now(), connect);
+        state.counters["lines"] = static_cast<double>(list.count());
+    }
+    state.counters["records"] = database->lookup(u"SELECT COUNT(*) FROM Timelog"_s).toDouble();
+}
+BENCHMARK(allExceptions)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(5);
+
+/// What keeps the list up to date.
+void refreshExceptions(benchmark::State& state) {
+    const auto database = connect();
+    ExceptionList list;
+    list.readAll(*database, values::now(), connect);
+    for (auto _ : state)
+        list.refresh(*database, values::now());
+}
+BENCHMARK(refreshExceptions)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(10);
+
+} // namespace
