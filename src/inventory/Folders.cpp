@@ -33,19 +33,23 @@ const View& viewOf(const QString& word) {
     return word == locationView().word ? locationView() : typeView();
 }
 
-std::vector<Folder> foldersIn(jet::Database& database, const View& view, qint64 parent) {
-    jet::Recordset set = database.openRecordset(
-        u"SELECT a.ID, a.Description, COUNT(b.ID) AS Below FROM "_s + view.table +
-            u" AS a"
-            " LEFT JOIN "_s +
-            view.table + u" AS b ON b.Parent = a.ID WHERE a.Parent = "_s + num(parent) +
-            u" GROUP BY a.ID, a.Description ORDER BY a.Description"_s,
-        jet::RecordsetType::Snapshot);
+QString foldersSelect(const View& view, qint64 parent) {
+    return u"SELECT a.ID, a.Description, COUNT(b.ID) AS Below FROM "_s + view.table +
+           u" AS a LEFT JOIN "_s + view.table + u" AS b ON b.Parent = a.ID WHERE a.Parent = "_s +
+           num(parent) + u" GROUP BY a.ID, a.Description ORDER BY a.Description"_s;
+}
+
+std::vector<Folder> foldersOf(jet::Recordset set, qint64 parent) {
     std::vector<Folder> found;
     for (; !set.eof(); set.moveNext())
         found.push_back(
             {set[u"ID"].toLong(), set.text(u"Description"), parent, set[u"Below"].toLong() > 0});
     return found;
+}
+
+std::vector<Folder> foldersIn(jet::Database& database, const View& view, qint64 parent) {
+    return foldersOf(
+        database.openRecordset(foldersSelect(view, parent), jet::RecordsetType::Snapshot), parent);
 }
 
 std::optional<Folder> folder(jet::Database& database, const View& view, qint64 id) {

@@ -30,6 +30,9 @@ struct Folder {
 };
 
 std::vector<Folder> foldersIn(jet::Database& database, const View& view, qint64 parent);
+/// Its select and its rows, for those who read more in the same wait.
+QString foldersSelect(const View& view, qint64 parent);
+std::vector<Folder> foldersOf(jet::Recordset set, qint64 parent);
 std::optional<Folder> folder(jet::Database& database, const View& view, qint64 id);
 /// From the top down to the folder itself; empty for the root and for one that has gone. A ring of
 /// parents ends where it closes.

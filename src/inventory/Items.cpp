@@ -61,9 +61,22 @@ QStringList ItemRow::texts() const {
             u"..\\"_s + locationName, u"..\\"_s + typeName, num(item.quantity) + u' ' + item.units};
 }
 
+namespace {
+
+QString itemsSelect(const View& view, qint64 folder) {
+    return itemSelect(u"WHERE Items."_s + view.word + u" = "_s + num(folder) +
+                      u" ORDER BY Items.Description"_s);
+}
+
+} // namespace
+
 std::vector<ItemRow> itemsIn(jet::Database& database, const View& view, qint64 folder) {
-    return readRows(database, u"WHERE Items."_s + view.word + u" = "_s + num(folder) +
-                                  u" ORDER BY Items.Description"_s);
+    return readItems(database, itemsSelect(view, folder));
+}
+
+FolderContents contentsOf(jet::Database& database, const View& view, qint64 folder) {
+    const auto sets = database.together({foldersSelect(view, folder), itemsSelect(view, folder)});
+    return {foldersOf(sets[0], folder), rowsOf(sets[1])};
 }
 
 std::vector<ItemRow> findItems(jet::Database& database, const QString& description,

@@ -39,6 +39,12 @@ std::vector<ItemRow> readItems(jet::Database& database, const QString& select);
 
 /// The items of a folder, in the order of their descriptions.
 std::vector<ItemRow> itemsIn(jet::Database& database, const View& view, qint64 folder);
+/// What stands in a folder: its sub-folders and its items, in one wait.
+struct FolderContents {
+    std::vector<Folder> folders;
+    std::vector<ItemRow> items;
+};
+FolderContents contentsOf(jet::Database& database, const View& view, qint64 folder);
 /// The items that a text is found in: wrapped in "*" on either side unless it has one there. Empty
 /// texts are no criteria.
 std::vector<ItemRow> findItems(jet::Database& database, const QString& description,

@@ -169,9 +169,10 @@ void frmInventory::expandToNode(qint64 folder) {
 void frmInventory::ListSelected(const QString& key) {
     const screen::BusyPointer busy;
     std::vector<controls::ListRow> rows;
-    for (const Folder& folder : foldersIn(core::MainDatabase(), *m_view, folderIn(key)))
+    const FolderContents found = contentsOf(core::MainDatabase(), *m_view, folderIn(key));
+    for (const Folder& folder : found.folders)
         rows.push_back(row(folder));
-    for (const ItemRow& item : itemsIn(core::MainDatabase(), *m_view, folderIn(key)))
+    for (const ItemRow& item : found.items)
         rows.push_back(listRow(item));
     // Another folder's rows are other rows: the first of them is selected.
     if (key != m_node)
