@@ -1,4 +1,5 @@
 #include "platform/values/Literals.h"
+#include "platform/values/Text.h"
 #include "sample/Shop.h"
 
 namespace sample {
@@ -191,8 +192,19 @@ void makeInventory(Shop& shop) {
             locations.push_back(branch(u"ItemLocations", rack, parent));
     }
     const int count = std::max(80, shop.options.jobs / 2);
+    // Some of what is in stock is on order.
+    jet::Recordset ordered = db.openRecordset(
+        u"SELECT TOP 12 ID FROM POItem WHERE ReceivedQuantity < Quantity AND Type = 'Stock' "
+        "ORDER BY ID DESC"_s,
+        jet::RecordsetType::Snapshot);
     for (int i = 0; i < count; ++i) {
         const Part part = madeUpPart(random);
+        if (!ordered.eof()) {
+            db.execute(u"UPDATE POItem SET PartNumber = '%1', Description = '%2' WHERE ID = %3"_s
+                           .arg(values::quoted(part.number), values::quoted(part.description))
+                           .arg(ordered[u"ID"].toLong()));
+            ordered.moveNext();
+        }
         const int quantity = random.between(0, 400);
         const qint64 id =
             Row(u"Items")

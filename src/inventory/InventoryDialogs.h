@@ -90,13 +90,4 @@ class OrderDialog {
     virtual void order(qint64 itemId, qint64 quantity) = 0;
 };
 
-/// The job and the estimate module, as far as an item's work begins there.
-class NewWork {
-  public:
-    virtual ~NewWork() = default;
-    /// Begins a new record with that text and part number. False if the module is busy with
-    /// another.
-    virtual bool startNew(const QString& description, const QString& partNumber) = 0;
-};
-
 } // namespace inventory

@@ -27,6 +27,7 @@ std::vector<controls::GridColumn> itemColumns() {
 
 void showItems(controls::Grid& grid, const std::vector<ItemRow>& items) {
     std::vector<QStringList> rows;
+    rows.reserve(items.size());
     for (const ItemRow& item : items)
         rows.push_back(item.texts());
     grid.setRows(std::move(rows));

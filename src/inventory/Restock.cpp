@@ -12,6 +12,7 @@ namespace {
 
 void writeHistory(jet::Database& database, const std::vector<Restock>& movements) {
     std::vector<std::vector<jet::Value>> rows;
+    rows.reserve(movements.size());
     for (const Restock& movement : movements)
         rows.push_back({jet::Value(movement.itemId), jet::Value(movement.quantity),
                         jet::Value(movement.employee), jet::Value(movement.date),
@@ -45,6 +46,7 @@ bool restock(jet::Database& database, const std::vector<Restock>& movements) {
     if (movements.empty())
         return true;
     std::vector<qint64> ids;
+    ids.reserve(movements.size());
     for (const Restock& movement : movements)
         ids.push_back(movement.itemId);
     std::sort(ids.begin(), ids.end());
@@ -63,6 +65,7 @@ bool restock(jet::Database& database, const std::vector<Restock>& movements) {
     for (const Restock& movement : movements)
         stock[movement.itemId] += movement.quantity;
     std::vector<std::vector<jet::Value>> rows;
+    rows.reserve(ids.size());
     for (const qint64 id : ids)
         rows.push_back({jet::Value(id), jet::Value(stock.value(id))});
     database.updateRows(u"Items"_s, {u"ID"_s, u"Quantity"_s}, 1, rows);

@@ -67,16 +67,9 @@ std::vector<CountChange> postCount(jet::Database& database, const std::vector<Co
     if (!changed.empty())
         return changed;
     database.updateRows(u"Items"_s, {u"ID"_s, u"Quantity"_s}, 1, corrected);
-    if (!shortages.empty())
-        database.insertRows(
-            u"ItemIssue"_s,
-            {u"ItemID"_s, u"Quantity"_s, u"Employee"_s, u"Date"_s, u"Type"_s, u"IssueTo"_s},
-            shortages);
-    if (!surpluses.empty())
-        database.insertRows(
-            u"ItemReStock"_s,
-            {u"ItemID"_s, u"Quantity"_s, u"Employee"_s, u"Date"_s, u"Type"_s, u"Number"_s},
-            surpluses);
+    const QStringList columns{u"ItemID"_s, u"Quantity"_s, u"Employee"_s, u"Date"_s, u"Type"_s};
+    database.insertRows(u"ItemIssue"_s, columns + QStringList(u"IssueTo"_s), shortages);
+    database.insertRows(u"ItemReStock"_s, columns + QStringList(u"Number"_s), surpluses);
     transaction.commit();
     return {};
 }

@@ -43,6 +43,7 @@ void fillQuery(jet::Database& database, const StockQuestion& question) {
     if (question.type.used && !question.type.range)
         wanted.emplace_back(&typeView(), question.type.folder);
     std::vector<jet::WantedSet> selects;
+    selects.reserve(wanted.size());
     for (const auto& [view, folder] : wanted)
         selects.emplace_back(u"SELECT ID, Parent FROM "_s + view->table);
     if (selects.empty())
@@ -94,7 +95,7 @@ QString stockFormula(const StockQuestion& question, const QString& module,
     QStringList keys;
     for (const qint64 item : items)
         keys << u"{Items.ID} = "_s + num(item);
-    const QString formula = u"("_s + keys.join(u" OR "_s) + u")"_s;
+    QString formula = u"("_s + keys.join(u" OR "_s) + u")"_s;
     const bool issues = module.compare(u"Inventory Issue"_s, Qt::CaseInsensitive) == 0;
     const bool receipts = module.compare(u"Inventory Stock"_s, Qt::CaseInsensitive) == 0;
     const StockCriterion& asked = issues ? question.issued : question.stocked;

@@ -3,11 +3,13 @@
 #include "core/MirsaMain.h"
 #include "core/history/HistoryTargets.h"
 #include "inventory/CopyWork.h"
+#include "inventory/NewWork.h"
 #include "inventory/Sql.h"
 #include "platform/controls/DropMenu.h"
 #include "platform/screen/Forms.h"
 #include "platform/screen/Layout.h"
 #include "platform/screen/Pointer.h"
+#include "platform/values/Format.h"
 
 #include <QLabel>
 #include <QVBoxLayout>
@@ -129,8 +131,10 @@ void WorkForm::fill() {
     std::vector<qint64> keys;
     for (; !set.eof(); set.moveNext()) {
         QStringList texts;
-        for (int i = 0; i < columns; ++i)
-            texts << (i == columns - 1 && !money ? QString() : set.field(i).toText());
+        for (int i = 0; i < columns - 1; ++i)
+            texts << set.field(i).toText();
+        texts << (money ? values::format(set.field(columns - 1).toCurrency(), u"#,##0.00")
+                        : QString());
         rows.push_back(texts);
         keys.push_back(set.field(0).toLong());
     }

@@ -16,6 +16,7 @@
 #include "platform/screen/Pointer.h"
 #include "platform/values/Literals.h"
 
+#include <QApplication>
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -61,6 +62,11 @@ frmInventory::frmInventory()
         ListSelected(key);
     });
     on(lvMain->selectionChangedByUser, [this] { m_lastUsed = lvMain; });
+    // Whoever goes to the list by the keyboard means what is selected there.
+    on(qApp, &QApplication::focusChanged, [this](QWidget*, QWidget* now) {
+        if (now == tvMain || now == lvMain)
+            m_lastUsed = now;
+    });
     on(lvMain->rowDoubleClicked, [this](int) { openRow(); });
 }
 

@@ -3,7 +3,7 @@
 #include "core/records/DocumentModule.h"
 #include "estimating/RoutedSave.h"
 #include "estimating/routing/RoutingPanel.h"
-#include "inventory/InventoryDialogs.h"
+#include "inventory/NewWork.h"
 
 #include <functional>
 #include <optional>
