@@ -127,7 +127,9 @@ TEST_P(Setup, deliveredReportsHaveTheirFilesAndOneDefaultEach) {
         const QStringList fields = row.split(u'|');
         EXPECT_TRUE(QFile::exists(testsupport::sourceFile(u"reports/"_s) + fields[1]))
             << fields[1].toStdString();
-        defaults[fields[0]] += fields[2].toInt();
+        // Types that begin alike share their default: the issues and receipts of the inventory.
+        defaults[fields[0].startsWith(u"Inventory") ? u"Inventory"_s : fields[0]] +=
+            fields[2].toInt();
     }
     EXPECT_FALSE(defaults.isEmpty());
     for (auto it = defaults.begin(); it != defaults.end(); ++it)
