@@ -278,7 +278,7 @@ class Corrections : public testsupport::TimeRows {
         const auto& row = m_shop.attendance[sign];
         Shop::Work work{row.employee, 0, 1 + upTo(3), sign, '0', 0, {}, {}, 1 + upTo(900), 0};
         work.job = work.operation < 3 ? 1 + upTo(3) : upTo(2) - 1;
-        work.start = row.in - (row.in % 86400);
+        work.start = row.in - ((row.in % 86400) + 86400) % 86400; // midnight
         const bool sequential = work.job > 0 && upTo(4) == 0;
         if (sequential)
             execute(u"UPDATE Job SET OrderRequired = True");
