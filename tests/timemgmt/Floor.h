@@ -43,28 +43,7 @@ class Floor {
         PQclear(result);
         return touched;
     }
-    /// Ends a stretch after half an hour and books that, unless it has been ended.
-    bool endStretch(qint64 id) {
-        begin();
-        const int ended =
-            run("UPDATE timelog SET suspdate = '2026-03-02 00:30:00', accumtime = 0.5, "
-                "status = 'D' WHERE suspdate IS NULL AND id = " +
-                QByteArray::number(id));
-        const bool booked = ended != 1 || book(0.5);
-        commit();
-        return ended >= 0 && booked;
-    }
-    /// A stretch of somebody else on the same operation, from beginning to end.
-    bool addStretch(double hours) {
-        begin();
-        const int added =
-            run("INSERT INTO timelog (empid, jobno, operno, accumtime, status, suspdate) SELECT 2, "
-                "jobno, operno, " +
-                QByteArray::number(hours) + ", 'D', '2026-03-02 00:30:00' FROM joboper");
-        const bool booked = book(hours);
-        commit();
-        return added == 1 && booked;
-    }
+    /// Adds to the one operation and the one job of a shop.
     bool book(double hours) {
         return run("UPDATE joboper SET opertime_amount = opertime_amount + " +
                    QByteArray::number(hours)) == 1 &&

@@ -5,11 +5,8 @@
 #include "timemgmt/Floor.h"
 #include "timemgmt/TimeRows.h"
 
-#include <array>
 #include <chrono>
-#include <sys/wait.h>
 #include <thread>
-#include <unistd.h>
 
 using namespace timemgmt;
 using testsupport::Floor;
@@ -203,45 +200,4 @@ TEST_P(OpenWork, WhoIsSigningInOnTheFloorStaysIn) {
     SignOutIfLatest(db(), employee, edited);
     release.join();
     EXPECT_EQ(text(u"SELECT SignedIn FROM Employee"), u"True"_s);
-}
-
-TEST_P(OpenWork, AFloorAtWorkAndSignOutsByHandLoseNothing) {
-    constexpr int rounds = 25, stretches = 8;
-    std::vector<qint64> signs, open;
-    for (int n = 0; n < rounds; ++n) {
-        signs.push_back(attendance(1, 0, 3600));
-        for (int i = 0; i < stretches; ++i)
-            open.push_back(start(signs.back(), 0));
-    }
-    std::array<int, 2> ready{};
-    ASSERT_EQ(::pipe(ready.data()), 0);
-    const QString location = testDatabase().location();
-    const pid_t terminal = ::fork();
-    if (terminal == 0) {
-        Floor floor(location);
-        bool well = true;
-        (void)!::write(ready[1], "y", 1);
-        // From the other end of each attendance, so that both come to the same stretch.
-        for (int n = 0; n < rounds; ++n) {
-            well = floor.addStretch(0.25) && well;
-            for (int i = stretches - 1; i >= 0; i -= 2)
-                well = floor.endStretch(open[static_cast<size_t>(n * stretches + i)]) && well;
-        }
-        ::_exit(well ? 0 : 1);
-    }
-    char byte = 0;
-    ASSERT_EQ(::read(ready[0], &byte, 1), 1);
-    int byHand = 0;
-    for (const qint64 sign : signs)
-        byHand += CloseOpenTimelogs(db(), sign, moment(3600));
-    int status = 1;
-    ASSERT_EQ(::waitpid(terminal, &status, 0), terminal);
-    EXPECT_EQ(status, 0) << "the terminal met an error";
-    ::close(ready[0]);
-    ::close(ready[1]);
-    EXPECT_EQ(number(u"SELECT COUNT(*) FROM Timelog WHERE EmpID=1 AND AccumTime=1"), byHand);
-    EXPECT_EQ(number(u"SELECT COUNT(*) FROM Timelog WHERE EmpID=1 AND AccumTime=0.5"),
-              rounds * stretches - byHand);
-    EXPECT_EQ(number(u"SELECT COUNT(*) FROM Timelog WHERE EmpID=2"), rounds);
-    expectNoHourLost();
 }
