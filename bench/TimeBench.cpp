@@ -2,6 +2,7 @@
 #include "platform/values/Clock.h"
 #include "platform/values/Literals.h"
 #include "timemgmt/exceptions/ExceptionList.h"
+#include "timemgmt/payroll/PayrollHours.h"
 
 #include <benchmark/benchmark.h>
 
@@ -35,5 +36,15 @@ void refreshExceptions(benchmark::State& state) {
         list.refresh(*database, values::now());
 }
 BENCHMARK(refreshExceptions)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(10);
+
+/// The payroll of everybody, for so many days.
+void payroll(benchmark::State& state) {
+    const auto database = connect();
+    const QDate to = database->lookup(u"SELECT MAX(Sign_in) FROM Sign_in"_s).toDate().value();
+    for (auto _ : state)
+        benchmark::DoNotOptimize(
+            timemgmt::readPayroll(*database, to.addDays(1 - state.range(0)), to));
+}
+BENCHMARK(payroll)->Arg(7)->Arg(365)->Unit(benchmark::kMillisecond)->Iterations(3);
 
 } // namespace
