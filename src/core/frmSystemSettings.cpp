@@ -31,6 +31,11 @@ void keepTogether(const screen::Fields& fields) {
     fields.grid()->setColumnStretch(fields.grid()->columnCount(), 1);
 }
 
+const QString statesSelect = u"SELECT * FROM States ORDER BY code"_s;
+const QString termsSelect = u"SELECT * FROM Terms ORDER BY description"_s;
+const QString countriesSelect = u"SELECT * FROM country ORDER BY country"_s;
+const QString settingsSelect = u"SELECT * FROM SystemSettings"_s;
+
 } // namespace
 
 frmSystemSettings::frmSystemSettings()
@@ -232,12 +237,16 @@ void frmSystemSettings::fillLists() {
         for (controls::DataCombo* combo : combos)
             combo->setRows(rows, column, column);
     };
-    fill(u"SELECT * FROM States ORDER BY code"_s, u"code"_s, {dbcState, dbcPstate});
-    fill(u"SELECT * FROM Terms ORDER BY description"_s, u"description"_s, {dbcTerms, dbcVterms});
-    fill(u"SELECT * FROM country ORDER BY country"_s, u"country"_s, {dbcCountry, dbcPCountry});
+    fill(statesSelect, u"code"_s, {dbcState, dbcPstate});
+    fill(termsSelect, u"description"_s, {dbcTerms, dbcVterms});
+    fill(countriesSelect, u"country"_s, {dbcCountry, dbcPCountry});
 }
 
 void frmSystemSettings::Form_Load() {
+    MainDatabase().expect({statesSelect,
+                           termsSelect,
+                           countriesSelect,
+                           {settingsSelect, jet::RecordsetType::Dynaset}});
     limitToColumns();
     fillLists();
     showRow();
@@ -246,7 +255,7 @@ void frmSystemSettings::Form_Load() {
 void frmSystemSettings::showRow() {
     for (const auto& [box, option] : m_spelling)
         box->setChecked(spelling::options().*option);
-    const jet::Recordset row = MainDatabase().openRecordset(u"SELECT * FROM SystemSettings"_s);
+    const jet::Recordset row = MainDatabase().openRecordset(settingsSelect);
     if (row.isEmpty())
         return;
     for (const Block& block : m_blocks) {
@@ -273,7 +282,7 @@ void frmSystemSettings::setButtonsEnabled(bool enabled) {
 
 void frmSystemSettings::saveRow() {
     jet::Transaction change(MainDatabase());
-    jet::Recordset row = MainDatabase().openRecordset(u"SELECT * FROM SystemSettings"_s);
+    jet::Recordset row = MainDatabase().openRecordset(settingsSelect);
     if (row.isEmpty())
         row.addNew();
     else

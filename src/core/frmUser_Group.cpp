@@ -22,6 +22,21 @@ QString number(qint64 n) {
     return QString::number(n);
 }
 
+const QString objectsSelect = u"SELECT * FROM securityobjects ORDER BY displayorder"_s;
+const QString membersSelect = u"SELECT * FROM users ORDER BY username"_s;
+
+QString grantsOfUser(qint64 user) {
+    return u"SELECT * FROM securityusers WHERE id="_s + number(user);
+}
+
+QString grantsOfGroup(qint64 group) {
+    return u"SELECT * FROM securitygroups WHERE groupid="_s + number(group);
+}
+
+QString groupOfUser(qint64 user) {
+    return u"SELECT usergroupid FROM users WHERE ID = "_s + number(user);
+}
+
 jet::Recordset snapshot(const QString& select) {
     return MainDatabase().openRecordset(select, jet::RecordsetType::Snapshot);
 }
@@ -138,6 +153,9 @@ void frmUser_Group::buildGroupTab(QWidget* page) {
 }
 
 void frmUser_Group::Form_Load() {
+    MainDatabase().expect({u"SELECT * FROM users"_s, u"SELECT * FROM groups"_s, objectsSelect});
+    m_objects = snapshot(objectsSelect);
+    jet::Recordset groups = snapshot(u"SELECT * FROM groups"_s);
     jet::Recordset users = snapshot(u"SELECT * FROM users"_s);
     if (users.isEmpty()) {
         MainDatabase().execute(u"INSERT INTO users (userid, username, password)"
@@ -149,20 +167,24 @@ void frmUser_Group::Form_Load() {
         ListUsers->addRow(users.text(u"username"), users[u"id"].toLong());
     }
     cboUserGroup->addRow(QString());
-    jet::Recordset groups = snapshot(u"SELECT * FROM groups"_s);
     for (; !groups.eof(); groups.moveNext()) {
         cboGroups->addRow(groups.text(u"groupname"), groups[u"groupid"].toLong());
         cboUserGroup->addRow(groups.text(u"groupname"), groups[u"groupid"].toLong());
     }
     cboUsers->setCurrentIndex(0);
     cboGroups->setCurrentIndex(cboGroups->count() > 0 ? 0 : -1);
+    const qint64 user = cboUsers->itemNumber();
+    MainDatabase().expect({grantsOfUser(user), groupOfUser(user),
+                           grantsOfGroup(cboGroups->itemNumber()), membersSelect});
     cboUsers_Click();
     cboGroups_Click();
 }
 
 void frmUser_Group::fillObjects(controls::CheckList* list, const QString& grants) const {
     jet::Recordset granted = snapshot(grants);
-    jet::Recordset objects = snapshot(u"SELECT * FROM securityobjects ORDER BY displayorder"_s);
+    jet::Recordset objects = m_objects;
+    if (!objects.isEmpty())
+        objects.moveFirst();
     const int row = list->currentRow();
     list->clearRows();
     for (; !objects.eof(); objects.moveNext()) {
@@ -197,10 +219,9 @@ void frmUser_Group::enableGroupControls() {
 
 void frmUser_Group::cboUsers_Click() {
     enableUserControls();
-    const QString user = number(cboUsers->itemNumber());
-    fillObjects(ListUserObjects, u"SELECT * FROM securityusers WHERE id="_s + user);
-    const jet::Value group =
-        MainDatabase().lookup(u"SELECT usergroupid FROM users WHERE ID = "_s + user);
+    const qint64 user = cboUsers->itemNumber();
+    fillObjects(ListUserObjects, grantsOfUser(user));
+    const jet::Value group = MainDatabase().lookup(groupOfUser(user));
     // A group that was deleted is none of the list.
     if (!cboUserGroup->chooseNumber(group.isNull() ? 0 : group.toLong()))
         cboUserGroup->clear();
@@ -274,9 +295,9 @@ void frmUser_Group::cmdUdelete_Click() {
 void frmUser_Group::cboGroups_Click() {
     enableGroupControls();
     const qint64 group = cboGroups->itemNumber();
-    fillObjects(ListGroupObjects, u"SELECT * FROM securitygroups WHERE groupid="_s + number(group));
+    fillObjects(ListGroupObjects, grantsOfGroup(group));
     ListUsers->clearRows();
-    jet::Recordset users = snapshot(u"SELECT * FROM users ORDER BY username"_s);
+    jet::Recordset users = snapshot(membersSelect);
     for (; !users.eof(); users.moveNext()) {
         const bool member = group != 0 && users[u"usergroupid"].toLong() == group;
         ListUsers->addRow(users.text(u"username"), users[u"id"].toLong(), member);

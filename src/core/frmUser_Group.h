@@ -39,6 +39,7 @@ class frmUser_Group : public screen::Form {
     void enableGroupControls();
     void setGroupOf(qint64 user, qint64 group);
 
+    jet::Recordset m_objects; ///< what rights there are
     QTabWidget* SSTab1;
     controls::ListCombo* cboUsers;
     controls::ListCombo* cboUserGroup;

@@ -4,6 +4,11 @@
 #include "platform/values/Numbers.h"
 #include "platform/values/Text.h"
 
+#include <QSet>
+
+#include <algorithm>
+#include <iterator>
+
 #include <array>
 
 namespace estimating {
@@ -49,47 +54,47 @@ QString operationTitle(const QString& type) {
     return u"Inhouse Operation"_s;
 }
 
-std::vector<CatalogueEntry> operationsOfType(jet::Database& database, const QString& type) {
-    jet::Recordset set = database.openRecordset(
-        u"SELECT operation.*, operdepartment.department FROM operation LEFT JOIN "
-        "operdepartment ON operation.operdepartment_id=operdepartment.id WHERE "
-        "operation.opertype='"_s +
-            quoted(type) + u"' ORDER BY description"_s,
-        jet::RecordsetType::Snapshot);
+namespace {
+
+template <class Test>
+std::vector<CatalogueEntry> selected(const std::vector<CatalogueEntry>& from, Test test) {
     std::vector<CatalogueEntry> entries;
-    for (; !set.eof(); set.moveNext()) {
-        const qint64 operNo = set[u"OperNo"].toLong();
-        entries.push_back({operNo, set.text(u"Description"), set[u"OperShopRate"].toCurrency(),
-                           set.text(u"department"), hasNote(database, operNo)});
-    }
+    std::copy_if(from.begin(), from.end(), std::back_inserter(entries), test);
     return entries;
 }
 
-std::vector<DepartmentNode> operationsByDepartment(jet::Database& database) {
-    jet::Recordset departments = database.openRecordset(
-        u"SELECT * FROM operdepartment ORDER BY department"_s, jet::RecordsetType::Snapshot);
-    jet::Recordset operations =
-        database.openRecordset(u"SELECT * FROM operation ORDER BY operdepartment_id, description"_s,
-                               jet::RecordsetType::Snapshot);
-    std::vector<DepartmentNode> nodes;
-    for (; !departments.eof(); departments.moveNext()) {
-        DepartmentNode node{departments[u"id"].toLong(), departments.text(u"department"), {}};
-        operations.findFirst(u"operdepartment_id="_s + QString::number(node.id));
-        if (!operations.noMatch()) {
-            for (; !operations.eof() && operations[u"operdepartment_id"].toLong() == node.id;
-                 operations.moveNext()) {
-                const qint64 operNo = operations[u"OperNo"].toLong();
-                node.operations.push_back({operNo,
-                                           operations.text(u"Description"),
-                                           operations[u"OperShopRate"].toCurrency(),
-                                           {},
-                                           hasNote(database, operNo)});
-            }
-            operations.moveFirst();
-        }
-        nodes.push_back(std::move(node));
+} // namespace
+
+std::vector<CatalogueEntry> OperationCatalogue::ofType(const QString& type) const {
+    return selected(operations, [&](const CatalogueEntry& entry) {
+        return entry.type.compare(type, Qt::CaseInsensitive) == 0;
+    });
+}
+
+std::vector<CatalogueEntry> OperationCatalogue::ofDepartment(qint64 id) const {
+    return selected(operations,
+                    [id](const CatalogueEntry& entry) { return entry.departmentId == id; });
+}
+
+OperationCatalogue loadCatalogue(jet::Database& database) {
+    std::vector<jet::Recordset> read = database.together(
+        {u"SELECT operation.*, operdepartment.department FROM operation LEFT JOIN operdepartment "
+         "ON operation.operdepartment_id=operdepartment.id ORDER BY description"_s,
+         u"SELECT * FROM operdepartment ORDER BY department"_s, u"Select OperNo from OperNote"_s});
+    QSet<qint64> noted;
+    for (jet::Recordset& note = read[2]; !note.eof(); note.moveNext())
+        noted.insert(note[u"OperNo"].toLong());
+    OperationCatalogue catalogue;
+    for (jet::Recordset& row = read[0]; !row.eof(); row.moveNext()) {
+        const qint64 operNo = row[u"OperNo"].toLong();
+        catalogue.operations.push_back({operNo, row.text(u"OperType"), row.text(u"Description"),
+                                        row[u"OperShopRate"].toCurrency(),
+                                        row[u"operdepartment_id"].toLong(), row.text(u"department"),
+                                        noted.contains(operNo)});
     }
-    return nodes;
+    for (jet::Recordset& row = read[1]; !row.eof(); row.moveNext())
+        catalogue.departments.push_back({row[u"id"].toLong(), row.text(u"department")});
+    return catalogue;
 }
 
 std::optional<OperationDraft> loadOperation(jet::Database& database, qint64 operNo) {

@@ -22,21 +22,29 @@ QString operationTitle(const QString& type);
 /// A line of the catalogue as the lists show it.
 struct CatalogueEntry {
     qint64 operNo = 0;
+    QString type; ///< as it is stored, in whatever case
     QString description;
     values::Currency rate; ///< per hour; in-house only
-    QString department;    ///< name; empty where there is none
+    qint64 departmentId = 0;
+    QString department; ///< name; empty where there is none
     bool hasNote = false;
 };
 
 struct DepartmentNode {
     qint64 id = 0;
     QString name;
-    std::vector<CatalogueEntry> operations; ///< their department left empty
 };
 
-std::vector<CatalogueEntry> operationsOfType(jet::Database& database, const QString& type);
-/// The in-house operations under their departments, both by name.
-std::vector<DepartmentNode> operationsByDepartment(jet::Database& database);
+/// All operations and all departments, both by name.
+struct OperationCatalogue {
+    std::vector<CatalogueEntry> operations;
+    std::vector<DepartmentNode> departments;
+
+    std::vector<CatalogueEntry> ofType(const QString& type) const;
+    std::vector<CatalogueEntry> ofDepartment(qint64 id) const;
+};
+
+OperationCatalogue loadCatalogue(jet::Database& database);
 
 /// An operation as the dialog holds it.
 struct OperationDraft {

@@ -15,8 +15,17 @@ QString where(const RfqPair& pair) {
 } // namespace
 
 std::optional<QString> rfqNotes(jet::Database& database, const RfqPair& pair) {
-    const jet::Recordset row = database.openRecordset(
-        u"SELECT rfqnotes FROM rfqnotes WHERE "_s + where(pair), jet::RecordsetType::Snapshot);
+    return rfqNotes(database, u"SELECT rfqnotes FROM rfqnotes WHERE "_s + where(pair));
+}
+
+QString rfqNotesSelect(qint64 estNo) {
+    return u"SELECT RfqNotes.rfqnotes FROM RfqNotes INNER JOIN Estimate ON (RfqNotes.CustID = "
+           "Estimate.CustID) AND (RfqNotes.RFQNo = Estimate.RFQNo) WHERE Estimate.EstNo = "_s +
+           QString::number(estNo);
+}
+
+std::optional<QString> rfqNotes(jet::Database& database, const QString& select) {
+    const jet::Recordset row = database.openRecordset(select, jet::RecordsetType::Snapshot);
     if (row.isEmpty())
         return std::nullopt;
     return row.text(u"rfqnotes");

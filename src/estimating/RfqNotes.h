@@ -19,6 +19,9 @@ struct RfqPair {
 
 /// The notes of a pair; nothing if it has none.
 std::optional<QString> rfqNotes(jet::Database& database, const RfqPair& pair);
+/// The select of the notes of an estimate's pair, and the notes that it gives.
+QString rfqNotesSelect(qint64 estNo);
+std::optional<QString> rfqNotes(jet::Database& database, const QString& select);
 
 /// The notes on a screen.
 struct RfqNotesEntry {

@@ -54,6 +54,11 @@ void holdFixedCosts(jet::Database& database, const RoutingKind& kind, qint64 doc
     hold(database, kind, kind.miscTable, {u"Quantity"_s, u"CostAmount"_s}, documentNo);
 }
 
+void expectLines(jet::Database& database, const RoutingKind& kind, qint64 documentNo) {
+    const QStringList selects = lineSelects(kind, documentNo);
+    database.expect({selects.cbegin(), selects.cend()});
+}
+
 void deleteRouted(jet::Database& database, const RoutingKind& kind, qint64 documentNo,
                   const std::function<void()>& alsoDelete) {
     const QString ofDocument =

@@ -36,6 +36,8 @@ jet::Recordset openDocument(jet::Database& database, const RoutingKind& kind, qi
 /// so that what others add to them counts.
 void holdOperations(jet::Database& database, const RoutingKind& kind, qint64 documentNo);
 void holdFixedCosts(jet::Database& database, const RoutingKind& kind, qint64 documentNo);
+/// Lets the lines of a document come with what is read next.
+void expectLines(jet::Database& database, const RoutingKind& kind, qint64 documentNo);
 
 /// Deletes a document with its rows and notes in one transaction, and `alsoDelete` with it. Throws
 /// jet::Error with the failed step in its text.
@@ -57,17 +59,20 @@ SaveOutcome saveRouted(jet::Database& database, const RoutingKind& kind,
     jet::Recordset row;
     Header storedHeader;
     RoutedLines stored;
+    if (editedNo != 0) {
+        runStep(database, kind, u"Delete "_s + kind.operTable,
+                [&] { holdOperations(database, kind, documentNo); });
+        runStep(database, kind, u"Delete "_s + kind.miscTable,
+                [&] { holdFixedCosts(database, kind, documentNo); });
+        expectLines(database, kind, documentNo);
+    }
     runStep(database, kind, u"Update"_s, [&] { row = openDocument(database, kind, documentNo); });
     if (editedNo != 0) {
         storedHeader = columns.load(row);
-        runStep(database, kind, u"Delete "_s + kind.operTable, [&] {
-            holdOperations(database, kind, documentNo);
-            stored.operations = loadOperRows(database, kind, documentNo);
-        });
-        runStep(database, kind, u"Delete "_s + kind.miscTable, [&] {
-            holdFixedCosts(database, kind, documentNo);
-            stored.fixedCosts = loadMiscRows(database, kind, documentNo);
-        });
+        runStep(database, kind, u"Delete "_s + kind.operTable,
+                [&] { stored.operations = loadOperRows(database, kind, documentNo); });
+        runStep(database, kind, u"Delete "_s + kind.miscTable,
+                [&] { stored.fixedCosts = loadMiscRows(database, kind, documentNo); });
         if (steps.refuse) {
             if (auto refusal = steps.refuse(stored))
                 return {0, std::move(refusal)};

@@ -25,23 +25,47 @@ int insertPlace(int rows, int activeRow, bool before) {
     return before ? activeRow : activeRow + 1;
 }
 
+namespace {
+
+QString noteSelect(const RoutingKind& kind, qint64 documentNo) {
+    return u"SELECT SeqNo FROM "_s + kind.noteTable + u" WHERE "_s + kind.documentKey + u" = "_s +
+           QString::number(documentNo);
+}
+
+QString operSelect(const RoutingKind& kind, qint64 documentNo) {
+    const QString& table = kind.operTable;
+    return u"SELECT "_s + table + u".*, Operation.Description, Operation.OperType FROM "_s + table +
+           u" INNER JOIN Operation ON "_s + table + u".OperNo = Operation.OperNo WHERE "_s + table +
+           u"."_s + kind.documentKey + u"="_s + QString::number(documentNo) + u" ORDER BY "_s +
+           table + u".SeqNo"_s;
+}
+
+QString miscSelect(const RoutingKind& kind, qint64 documentNo) {
+    const QString of = kind.miscTable + u"."_s;
+    return u"Select "_s + of + u"CostAmount, MiscItems.Description, MiscItems.Itemno, "_s + of +
+           u"unitofmeasure, "_s + of + u"unitprice, "_s + of + u"quantity from "_s +
+           kind.miscTable + u", MiscItems where "_s + kind.documentKey + u"="_s +
+           QString::number(documentNo) + u" and "_s + of + u"Itemno=MiscItems.Itemno"_s;
+}
+
+jet::Recordset read(jet::Database& database, const QString& select) {
+    return database.openRecordset(select, jet::RecordsetType::Snapshot);
+}
+
+} // namespace
+
+QStringList lineSelects(const RoutingKind& kind, qint64 documentNo) {
+    return {noteSelect(kind, documentNo), operSelect(kind, documentNo),
+            miscSelect(kind, documentNo)};
+}
+
 std::vector<OperRow> loadOperRows(jet::Database& database, const RoutingKind& kind,
                                   qint64 documentNo) {
-    const QString& table = kind.operTable;
-    const QString number = QString::number(documentNo);
-    jet::Recordset noted =
-        database.openRecordset(u"SELECT SeqNo FROM "_s + kind.noteTable + u" WHERE "_s +
-                                   kind.documentKey + u" = "_s + number,
-                               jet::RecordsetType::Snapshot);
+    jet::Recordset noted = read(database, noteSelect(kind, documentNo));
     QSet<qint64> notes;
     for (; !noted.eof(); noted.moveNext())
         notes.insert(noted[u"SeqNo"].toLong());
-    jet::Recordset set = database.openRecordset(
-        u"SELECT "_s + table + u".*, Operation.Description, Operation.OperType FROM "_s + table +
-            u" INNER JOIN Operation ON "_s + table + u".OperNo = Operation.OperNo WHERE "_s +
-            table + u"."_s + kind.documentKey + u"="_s + number + u" ORDER BY "_s + table +
-            u".SeqNo"_s,
-        jet::RecordsetType::Snapshot);
+    jet::Recordset set = read(database, operSelect(kind, documentNo));
 
     std::vector<OperRow> rows;
     for (; !set.eof(); set.moveNext()) {
@@ -66,16 +90,7 @@ std::vector<OperRow> loadOperRows(jet::Database& database, const RoutingKind& ki
 
 std::vector<MiscRow> loadMiscRows(jet::Database& database, const RoutingKind& kind,
                                   qint64 documentNo) {
-    const QString& table = kind.miscTable;
-    const QString of = table + u"."_s;
-    jet::Recordset set = database.openRecordset(
-        u"Select "_s + of +
-            u"CostAmount, MiscItems.Description, "
-            "MiscItems.Itemno, "_s +
-            of + u"unitofmeasure, "_s + of + u"unitprice, "_s + of + u"quantity from "_s + table +
-            u", MiscItems where "_s + kind.documentKey + u"="_s + QString::number(documentNo) +
-            u" and "_s + of + u"Itemno=MiscItems.Itemno"_s,
-        jet::RecordsetType::Snapshot);
+    jet::Recordset set = read(database, miscSelect(kind, documentNo));
     std::vector<MiscRow> rows;
     for (; !set.eof(); set.moveNext()) {
         rows.push_back({set[u"Itemno"].toLong(), set.text(u"Description"),

@@ -69,6 +69,8 @@ OperRow newRow(const CatalogueOperation& operation);
 /// list; at the end where no row is active.
 int insertPlace(int rows, int activeRow, bool before);
 
+/// The selects that the three below open: to have a document's lines come with its row.
+QStringList lineSelects(const RoutingKind& kind, qint64 documentNo);
 /// The routing of a saved document in order, with its note marks.
 std::vector<OperRow> loadOperRows(jet::Database& database, const RoutingKind& kind,
                                   qint64 documentNo);

@@ -35,9 +35,18 @@ QStringList column(const QString& select, const QString& name) {
     return texts;
 }
 
+QString jobsOf(qint64 estNo) {
+    return u"Select JobNo from Job Where EstNo = "_s + QString::number(estNo) +
+           u" ORDER BY JobNo DESC"_s;
+}
+
 } // namespace
 
 // Opening and showing
+
+QStringList frmEstimate::partsOf(qint64 key) const {
+    return RoutedModule::partsOf(key) << rfqNotesSelect(key) << jobsOf(key);
+}
 
 void frmEstimate::ShowModuleMode(Mode mode) {
     RoutedModule::ShowModuleMode(mode);
@@ -56,7 +65,8 @@ void frmEstimate::lockFields(bool locked) {
 
 void frmEstimate::takeRecord(const jet::Recordset* row) {
     RoutedModule::takeRecord(row);
-    const auto stored = row ? rfqNotes(core::MainDatabase(), pair()) : std::nullopt;
+    const auto stored =
+        row ? rfqNotes(core::MainDatabase(), rfqNotesSelect(currentKey())) : std::nullopt;
     txtNotes[2]->setText(m_rfqNotes.show(pair(), stored));
     calculate();
     showJobsCreated();
@@ -73,10 +83,7 @@ void frmEstimate::newDefaults() {
 
 void frmEstimate::showJobsCreated() {
     const QStringList jobs =
-        currentKey() == 0 ? QStringList()
-                          : column(u"Select JobNo from Job Where EstNo = "_s +
-                                       QString::number(currentKey()) + u" ORDER BY JobNo DESC"_s,
-                                   u"JobNo"_s);
+        currentKey() == 0 ? QStringList() : column(jobsOf(currentKey()), u"JobNo"_s);
     dbcJobsCreated->setItems(jobs);
     dbcJobsCreated->setText(jobs.value(0));
 }

@@ -30,10 +30,10 @@ class frmEstimate : public RoutedDocument<EstimateDraft, EstimateHeader> {
 
   protected:
     void newDefaults() override;
+    QStringList partsOf(qint64 key) const override;
     void takeRecord(const jet::Recordset* row) override;
     void lockFields(bool locked) override;
     bool validate() override;
-    QString shownRows() const override { return estimateRows(); }
     std::optional<EstimateDraft> load(qint64 estNo) override;
     SaveOutcome store(qint64 estNo, EstimateDraft& draft, const EstimateDraft* before,
                       const QStringList& settled) override;

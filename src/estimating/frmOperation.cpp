@@ -138,16 +138,19 @@ QWidget* frmOperation::listPage(const QString& type, const QString& prefix,
 }
 
 void frmOperation::Form_Load() {
-    fillInhouse();
-    fillList(lvwOH, overhead());
-    fillList(lvwCO, contractor());
+    const OperationCatalogue catalogue = loadCatalogue(core::MainDatabase());
+    fillTree(catalogue);
+    fillList(lvwIN, inhouse(), catalogue);
+    fillList(lvwOH, overhead(), catalogue);
+    fillList(lvwCO, contractor(), catalogue);
     tvwOper_NodeClick();
 }
 
-void frmOperation::fillList(controls::ListView* list, const QString& type) {
+void frmOperation::fillList(controls::ListView* list, const QString& type,
+                            const OperationCatalogue& catalogue) {
     const int selected = std::max(list->selectedRow(), 0);
     std::vector<controls::ListRow> rows;
-    for (const CatalogueEntry& entry : operationsOfType(core::MainDatabase(), type)) {
+    for (const CatalogueEntry& entry : catalogue.ofType(type)) {
         QStringList texts{entry.description};
         if (list == lvwIN) {
             texts << values::format(entry.rate, core::moneyMask(u"#,###.00"_s)) << entry.department;
@@ -159,7 +162,7 @@ void frmOperation::fillList(controls::ListView* list, const QString& type) {
     list->selectRow(selected);
 }
 
-void frmOperation::fillTree() {
+void frmOperation::fillTree(const OperationCatalogue& catalogue) {
     using namespace controls;
     const QString selected = tvwOper->selectedKey();
     QStringList open;
@@ -170,17 +173,16 @@ void frmOperation::fillTree() {
     }
     tvwOper->clearNodes();
     std::vector<TreeNode> tops;
-    const auto departments = operationsByDepartment(core::MainDatabase());
-    for (const DepartmentNode& department : departments)
+    for (const DepartmentNode& department : catalogue.departments)
         tops.push_back({u"D"_s + QString::number(department.id), department.name,
                         pictures::folder(), pictures::openFolder()});
     if (tops.empty())
         tops.push_back({u"K1"_s, u"There are no items to view"_s});
     tvwOper->addNodes({}, tops);
-    for (const DepartmentNode& department : departments) {
+    for (const DepartmentNode& department : catalogue.departments) {
         const QString key = u"D"_s + QString::number(department.id);
         std::vector<TreeNode> below;
-        for (const CatalogueEntry& entry : department.operations)
+        for (const CatalogueEntry& entry : catalogue.ofDepartment(department.id))
             below.push_back({.key = u"O"_s + QString::number(entry.operNo) + key,
                              .text = entry.description,
                              .picture = noteMark(entry.hasNote),
@@ -194,8 +196,9 @@ void frmOperation::fillTree() {
 }
 
 void frmOperation::fillInhouse() {
-    fillTree();
-    fillList(lvwIN, inhouse());
+    const OperationCatalogue catalogue = loadCatalogue(core::MainDatabase());
+    fillTree(catalogue);
+    fillList(lvwIN, inhouse(), catalogue);
 }
 
 bool frmOperation::showsTree() const {
@@ -265,7 +268,7 @@ void frmOperation::cmdDelete_Click() {
 void frmOperation::newOperation(controls::ListView* list, const QString& type) {
     auto dialog = screen::Forms::dialog<OperationDialog>(u"frmOperAddEdit"_s);
     if (dialog->ShowForm(u"New"_s, 0, 0, type))
-        fillList(list, type);
+        fillList(list, type, loadCatalogue(core::MainDatabase()));
 }
 
 void frmOperation::editOperation(controls::ListView* list, const QString& type) {
@@ -274,13 +277,13 @@ void frmOperation::editOperation(controls::ListView* list, const QString& type) 
         return;
     auto dialog = screen::Forms::dialog<OperationDialog>(u"frmOperAddEdit"_s);
     if (dialog->ShowForm(u"Edit"_s, list->keyNumber(row), 0, type))
-        fillList(list, type);
+        fillList(list, type, loadCatalogue(core::MainDatabase()));
 }
 
 void frmOperation::removeOperation(controls::ListView* list, const QString& type) {
     const int row = list->selectedRow();
     if (row >= 0 && deleteAfterQuestion(list->keyNumber(row), type))
-        fillList(list, type);
+        fillList(list, type, loadCatalogue(core::MainDatabase()));
 }
 
 bool frmOperation::deleteAfterQuestion(qint64 operNo, const QString& type) {

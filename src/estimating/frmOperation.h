@@ -31,8 +31,9 @@ class frmOperation : public screen::Form {
     QWidget* listPage(const QString& type, const QString& prefix, controls::ListView*& list);
     controls::ListView* newList(QWidget* parent, const QString& name, const QString& spoken);
 
-    void fillList(controls::ListView* list, const QString& type);
-    void fillTree();
+    void fillList(controls::ListView* list, const QString& type,
+                  const OperationCatalogue& catalogue);
+    void fillTree(const OperationCatalogue& catalogue);
     void fillInhouse();
     bool showsTree() const;
     /// Key of the selected node or row of the in-house tab: "D7", "O17D7", "O17"; empty for none.

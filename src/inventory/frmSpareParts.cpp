@@ -28,6 +28,8 @@ namespace {
 constexpr int statusColumn = 1;
 const QString nothingSelected = u"Nothing Selected."_s;
 
+const QString customersSelect = u"Select CustID, Company from Customer order by Company"_s;
+
 } // namespace
 
 frmSpareParts::frmSpareParts() : Form(QString::fromLatin1(formName), u"Spare Parts"_s) {
@@ -135,6 +137,7 @@ QSize frmSpareParts::sizeHint() const {
 }
 
 void frmSpareParts::Form_Load() {
+    core::MainDatabase().expect({customersSelect, spareLocations(customer())});
     fillCustomers();
     fillLocations();
     showList();
@@ -142,13 +145,14 @@ void frmSpareParts::Form_Load() {
 
 void frmSpareParts::fillCustomers() {
     dbcCompID->setRows(
-        core::MainDatabase().openLater(u"Select CustID, Company from Customer order by Company"_s),
+        core::MainDatabase().openRecordset(customersSelect, jet::RecordsetType::Snapshot),
         u"Company"_s, u"CustID"_s);
 }
 
 void frmSpareParts::fillLocations() {
-    dbcLocation->setRows(core::MainDatabase().openLater(spareLocations(customer())), u"slocation"_s,
-                         u"slocation"_s);
+    dbcLocation->setRows(core::MainDatabase().openRecordset(spareLocations(customer()),
+                                                            jet::RecordsetType::Snapshot),
+                         u"slocation"_s, u"slocation"_s);
 }
 
 qint64 frmSpareParts::customer() const {

@@ -25,17 +25,8 @@ using values::Currency;
 
 // Opening and showing
 
-QString frmJob::mainSelect() const {
-    // With inactive jobs alone there would be nothing to show.
-    if (!core::MainDatabase().hasRows(u"SELECT JobNo FROM Job WHERE Shipped = "
-                                      "False"_s))
-        optShow[1]->setChecked(true);
-    return jobRows(activeOnly());
-}
-
 void frmJob::ShowModuleMode(Mode mode) {
     RoutedModule::ShowModuleMode(mode);
-    fraShow->setEnabled(isBrowse());
     // An estimated figure that came with an estimate is not typed over.
     m_routing->setEstimatedLocked(m_header.now().estNo != 0);
 }
@@ -62,33 +53,6 @@ void frmJob::takeRecord(const jet::Recordset* row) {
         lblCalc_OutContr->clear();
         lblCalc_Fixed->clear();
     }
-}
-
-bool frmJob::activeOnly() const {
-    return optShow[0]->isChecked();
-}
-
-void frmJob::optShow_Click() {
-    if (!isBrowse())
-        return;
-    reopen(jobRows(activeOnly()), currentKey());
-    if (hasRecord() || !activeOnly() || !core::MainDatabase().hasRows(u"SELECT JobNo FROM Job"_s))
-        return;
-    MsgBox(u"There are no active jobs."_s, Buttons::Ok, Icon::Information);
-    optShow[1]->setChecked(true);
-    reopen(jobRows(false));
-}
-
-void frmJob::showReadAgain() {
-    RoutedModule::showReadAgain();
-    leaveEmptyView();
-}
-
-void frmJob::leaveEmptyView() {
-    if (hasRecord() || !activeOnly())
-        return;
-    optShow[1]->setChecked(true);
-    reopen(jobRows(false));
 }
 
 // Costing
@@ -160,11 +124,6 @@ void frmJob::deleteDocument(qint64 jobNo) {
     deleteJob(core::MainDatabase(), jobNo);
 }
 
-void frmJob::afterSave(qint64 key, bool adding) {
-    RoutedModule::afterSave(key, adding);
-    leaveEmptyView();
-}
-
 bool frmJob::mayDelete() {
     if (!hasTimeRecords(core::MainDatabase(), currentKey()))
         return true;
@@ -211,7 +170,7 @@ void frmJob::cmdFind_Click() {
     else if (activeOnly() && found[u"Shipped"].toBool())
         MsgBox(subject + u" is an Inactive Job!"_s, Buttons::Ok, Icon::Information);
     else if (!goToRecord(jobNo))
-        reopen(jobRows(activeOnly()), jobNo);
+        reopen(mainSelect(), jobNo);
 }
 
 void frmJob::cmdGotoPart_Click() {

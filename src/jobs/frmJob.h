@@ -36,14 +36,10 @@ class frmJob : public estimating::RoutedDocument<JobDraft, JobHeader> {
     void cmdShippingHistory_Click();
 
   protected:
-    QString mainSelect() const override;
-    QString shownRows() const override { return jobRows(activeOnly()); }
     void newDefaults() override;
     void takeRecord(const jet::Recordset* row) override;
     bool validate() override;
     bool mayDelete() override;
-    void showReadAgain() override;
-    void afterSave(qint64 key, bool adding) override;
     std::optional<JobDraft> load(qint64 jobNo) override;
     estimating::SaveOutcome store(qint64 jobNo, JobDraft& draft, const JobDraft* before,
                                   const QStringList& settled) override;
@@ -61,10 +57,6 @@ class frmJob : public estimating::RoutedDocument<JobDraft, JobHeader> {
 
     void copyCurrent(const NewJob& how);
 
-    bool activeOnly() const;
-    void optShow_Click();
-    /// A view of active jobs that has become empty gives way to one of all.
-    void leaveEmptyView();
     void chkShipped_Click();
     bool mayRemove(const estimating::OperRow& row);
     JobFigures figures();
@@ -80,8 +72,6 @@ class frmJob : public estimating::RoutedDocument<JobDraft, JobHeader> {
     QLabel* lblInvoiceTotal = nullptr;
     QLabel* lblCalc_OutContr = nullptr;
     QLabel* lblCalc_Fixed = nullptr;
-    QRadioButton* optShow[2] = {};
-    QWidget* fraShow = nullptr;
 
     bool m_wasShipped = false;
 };

@@ -32,7 +32,7 @@ core::ModuleDescriptor describe() {
     module.moduleWord = u"Job"_s;
     module.table = u"Job"_s;
     module.keyColumn = u"JobNo"_s;
-    module.select = jobRows(true);
+    module.select = jobRows(false);
     module.newKeyText = u"New"_s;
     module.copyWord = u"CopyJob"_s;
     module.dataControlName = u"datJob"_s;
@@ -133,16 +133,21 @@ frmJob::frmJob() : RoutedDocument(describe(), estimating::jobRouting(), jobColum
     title->addStretch();
     mark(u"lblEstNo", u"Estimate No."_s);
     lblAssembly = mark(u"lblAssembly", u"Assembly"_s);
-    fraShow = named(new QWidget(this), u"fraShow"_s, u"Jobs shown"_s);
+    auto* fraShow = named(new QWidget(this), u"fraShow"_s, u"Jobs shown"_s);
     auto* show = new QHBoxLayout(fraShow);
     show->setContentsMargins(0, 0, 0, 0);
     const char16_t* views[] = {u"Show Active Jobs Only", u"Show Active and Inactive Jobs"};
+    QRadioButton* optShow[2] = {};
     for (int i = 0; i < 2; ++i) {
         optShow[i] = named(new QRadioButton(QString::fromUtf16(views[i]), fraShow),
                            u"optShow("_s + QString::number(i) + u")"_s);
         show->addWidget(optShow[i]);
     }
     optShow[0]->setChecked(true);
+    bindView({.all = optShow[1],
+              .active = optShow[0],
+              .select = jobRows(true),
+              .none = u"There are no active jobs."_s});
     title->addWidget(fraShow);
     title->addSpacing(16);
     title->addWidget(datMain());
@@ -268,8 +273,6 @@ void frmJob::wire() {
     opens(u"cmdInvoice", u"frmInvoice", &frmJob::cmdInvoice_Click);
     opens(u"cmdShippingHistory", u"frmJobShip", &frmJob::cmdShippingHistory_Click);
 
-    for (QRadioButton* option : optShow)
-        on(option, &frmJob::optShow_Click);
     connect(chkShipped, &QCheckBox::toggled, this,
             [this] { guarded([this] { chkShipped_Click(); }); });
     wireCustomer();

@@ -126,20 +126,29 @@ std::vector<OrderLine> load(const jet::Recordset& opened, bool ordered) {
 
 } // namespace
 
-std::vector<OrderLine> loadRfqLines(jet::Database& database, const QString& key) {
-    return load(database.openRecordset(u"SELECT * FROM RFQItem WHERE VOrderKey = "_s +
-                                           sqlText(key) + u" ORDER BY ItemNumber"_s,
-                                       jet::RecordsetType::Snapshot),
-                false);
+QString rfqLinesSelect(const QString& key) {
+    return u"SELECT * FROM RFQItem WHERE VOrderKey = "_s + sqlText(key) + u" ORDER BY ItemNumber"_s;
+}
+
+QString firstRfqLinesSelect(qint64 group) {
+    return u"SELECT * FROM RFQItem WHERE VOrderKey = (SELECT TOP 1 VOrderKey FROM RFQVendor WHERE "
+           "OrderNumber = "_s +
+           QString::number(group) + u" ORDER BY Company, VOrderKey) ORDER BY ItemNumber"_s;
+}
+
+QString poLinesSelect(qint64 poNumber) {
+    return u"SELECT ID, PONumber, ItemNumber, PartNumber, Description, Manufacturer, Type, "
+           "Estimate, Job, UnitOfMeasure, UnitPrice, Quantity, ReceivedQuantity, ItemTotal, "
+           "DeliverySchedule, ItemNotes FROM POItem WHERE PONumber = "_s +
+           QString::number(poNumber) + u" ORDER BY ItemNumber"_s;
+}
+
+std::vector<OrderLine> loadRfqLines(jet::Database& database, const QString& select) {
+    return load(database.openRecordset(select, jet::RecordsetType::Snapshot), false);
 }
 
 std::vector<OrderLine> loadPoLines(jet::Database& database, qint64 poNumber) {
-    return load(database.openRecordset(
-                    u"SELECT ID, PONumber, ItemNumber, PartNumber, Description, Manufacturer, "
-                    "Type, Estimate, Job, UnitOfMeasure, UnitPrice, Quantity, ReceivedQuantity, "
-                    "ItemTotal, DeliverySchedule, ItemNotes FROM POItem WHERE PONumber = "_s +
-                        QString::number(poNumber) + u" ORDER BY ItemNumber"_s,
-                    jet::RecordsetType::Snapshot),
+    return load(database.openRecordset(poLinesSelect(poNumber), jet::RecordsetType::Snapshot),
                 true);
 }
 

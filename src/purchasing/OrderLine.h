@@ -73,8 +73,12 @@ const core::DocumentColumns<OrderLine>& lineColumns();
 void copyIntoOrder(jet::Database& database, const QString& table, const QStringList& keys,
                    qint64 order);
 
-/// The lines of a request (by its key such as "12-7") or of an order (by its number), in order.
-std::vector<OrderLine> loadRfqLines(jet::Database& database, const QString& key);
+/// Selects of the lines of a request (by its key such as "12-7"), of the first request of a group
+/// by the vendors' names, and of an order (by its number), in order.
+QString rfqLinesSelect(const QString& key);
+QString firstRfqLinesSelect(qint64 group);
+QString poLinesSelect(qint64 poNumber);
+std::vector<OrderLine> loadRfqLines(jet::Database& database, const QString& select);
 std::vector<OrderLine> loadPoLines(jet::Database& database, qint64 poNumber);
 
 /// Values of a column that were used with a vendor before, for one of his parts where one is given:

@@ -225,25 +225,31 @@ void OrderModule::makeItemPages() {
     });
 }
 
+QStringList OrderModule::lookups() const {
+    return {u"Select * from States order by code"_s, u"Select * from Country order by Country"_s,
+            u"Select * from Terms"_s};
+}
+
 void OrderModule::openLookups() {
     jet::Database& database = core::MainDatabase();
-    const auto read = [&](const QString& select) {
-        return database.openRecordset(select, jet::RecordsetType::Snapshot);
-    };
-    const auto states = read(u"Select * from States order by code"_s);
-    const auto countries = read(u"Select * from Country order by Country"_s);
+    std::vector<jet::Recordset> lists;
+    for (const QString& select : OrderModule::lookups())
+        lists.push_back(database.openRecordset(select, jet::RecordsetType::Snapshot));
     for (auto* combo : m_states)
-        combo->setRows(states, u"code"_s, u"code"_s);
+        combo->setRows(lists[0], u"code"_s, u"code"_s);
     for (auto* combo : m_countries)
-        combo->setRows(countries, u"country"_s, u"country"_s);
-    m_terms->setRows(read(u"Select * from Terms"_s), u"description"_s, u"description"_s);
+        combo->setRows(lists[1], u"country"_s, u"country"_s);
+    m_terms->setRows(lists[2], u"description"_s, u"description"_s);
     m_vendor.limitTo(database, m_words.vendorTable);
 }
 
 void OrderModule::refreshLookup(const QString& table) {
     for (const char* mine : {"States", "Country", "Terms", "Vendor"}) {
-        if (table.compare(QLatin1String(mine), Qt::CaseInsensitive) == 0)
+        if (table.compare(QLatin1String(mine), Qt::CaseInsensitive) == 0) {
+            const QStringList again = lookups();
+            core::MainDatabase().expect({again.cbegin(), again.cend()});
             openLookups();
+        }
     }
     RecordModule::refreshLookup(table);
 }
@@ -259,13 +265,12 @@ bool OrderModule::goToRecord(qint64 key) {
     if (RecordModule::goToRecord(key))
         return true;
     const core::ModuleDescriptor& module = descriptor();
-    const QString select = mainSelect();
     if (!isBrowse() || !core::MainDatabase().hasRows(
                            u"SELECT "_s + module.keyColumn + u" FROM "_s + module.table +
                            u" WHERE "_s + module.keyColumn + u" = "_s + QString::number(key) +
-                           (select.contains(u"WHERE"_s) ? u" AND Active = True"_s : QString())))
+                           (activeOnly() ? u" AND Active = True"_s : QString())))
         return false;
-    reopen(select, key);
+    reopen(mainSelect(), key);
     return true;
 }
 

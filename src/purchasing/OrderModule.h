@@ -45,6 +45,7 @@ class OrderModule : public core::RecordModule {
     /// above the vendor's address and binds it.
     void makeTabs(QBoxLayout* down, const std::function<void(screen::Fields&)>& vendor);
 
+    QStringList lookups() const override;
     void openLookups() override;
     void clearFields() override;
     void lockFields(bool locked) override;

@@ -3,7 +3,6 @@
 #include "platform/values/Clock.h"
 #include "platform/values/Format.h"
 
-#include <map>
 #include <set>
 
 namespace purchasing {
@@ -14,27 +13,39 @@ QString num(qint64 number) {
     return QString::number(number);
 }
 
-jet::WantedSet linesOf(qint64 poNumber) {
-    return {u"SELECT ID, ItemNumber FROM POItem WHERE PONumber = "_s + num(poNumber)};
+QString linesOf(qint64 poNumber) {
+    return u"SELECT ID, ItemNumber FROM POItem WHERE PONumber = "_s + num(poNumber);
+}
+
+QString receiptsOf(qint64 poNumber) {
+    return u"SELECT ItemID, Sum(QtyRecvd) AS QtySum FROM POReceived WHERE PONumber = "_s +
+           num(poNumber) + u" GROUP BY ItemID"_s;
+}
+
+jet::Recordset read(jet::Database& database, const QString& select) {
+    return database.openRecordset(select, jet::RecordsetType::Snapshot);
 }
 
 } // namespace
 
-void replacePoLines(jet::Database& database, qint64 poNumber, const std::vector<qint64>& stored,
-                    const std::vector<OrderLine>& lines) {
-    auto sets = database.together(
-        {linesOf(poNumber),
-         {u"SELECT ItemID, Sum(QtyRecvd) AS QtySum FROM POReceived WHERE PONumber = "_s +
-          num(poNumber) + u" GROUP BY ItemID"_s}});
+std::vector<jet::WantedSet> receivedSelects(qint64 poNumber) {
+    return {linesOf(poNumber), receiptsOf(poNumber)};
+}
+
+Received receivedOf(jet::Database& database, qint64 poNumber, const std::vector<qint64>& stored) {
     std::set<qint64> there;
-    for (jet::Recordset& line = sets[0]; !line.eof(); line.moveNext())
+    for (jet::Recordset line = read(database, linesOf(poNumber)); !line.eof(); line.moveNext())
         there.insert(line[u"ID"].toLong());
     if (there != std::set<qint64>(stored.begin(), stored.end()))
         throw LinesChangedElsewhere();
-    std::map<qint64, qint64> received;
-    for (jet::Recordset& item = sets[1]; !item.eof(); item.moveNext())
+    Received received;
+    for (jet::Recordset item = read(database, receiptsOf(poNumber)); !item.eof(); item.moveNext())
         received[item[u"ItemID"].toLong()] = item[u"QtySum"].toLong();
+    return received;
+}
 
+void replacePoLines(jet::Database& database, qint64 poNumber, const Received& received,
+                    const std::vector<OrderLine>& lines) {
     // The old rows first, so that nothing but the new ones is there to be read back.
     database.execute(u"DELETE * FROM POItem WHERE PONumber is NULL OR PONumber = "_s +
                      num(poNumber));
@@ -60,9 +71,7 @@ void replacePoLines(jet::Database& database, qint64 poNumber, const std::vector<
         return;
     // What was received follows its lines to their new IDs, which are none that ever was.
     std::vector<std::vector<jet::Value>> moved;
-    const auto written = linesOf(poNumber);
-    for (jet::Recordset line = database.openRecordset(written.select, written.type); !line.eof();
-         line.moveNext()) {
+    for (jet::Recordset line = read(database, linesOf(poNumber)); !line.eof(); line.moveNext()) {
         const auto before = receivedAs.find(line[u"ItemNumber"].toLong());
         if (before != receivedAs.end())
             moved.push_back({before->second, line[u"ID"].toLong()});
@@ -90,17 +99,23 @@ void writePoVendor(jet::Database& database, qint64 poNumber,
     }
 }
 
+QString openLinesSelect(qint64 poNumber) {
+    return u"SELECT TOP 1 ID FROM POItem WHERE PONumber = "_s + num(poNumber) +
+           u" AND ReceivedQuantity < Quantity ORDER BY ID"_s;
+}
+
 ActiveChange detectActive(jet::Database& database, qint64 poNumber, bool active) {
-    jet::Transaction transaction(database);
-    const bool open =
-        database.hasRows(u"SELECT ID FROM POItem WHERE PONumber = "_s + num(poNumber) +
-                         u" AND ReceivedQuantity < Quantity ORDER BY ID"_s);
-    if (open == active)
+    const QString open = openLinesSelect(poNumber);
+    if (database.hasRows(open) == active)
         return ActiveChange::None;
-    database.execute(u"UPDATE PO SET Active = "_s + (open ? u"TRUE"_s : u"FALSE"_s) +
+    jet::Transaction transaction(database);
+    const bool isOpen = database.hasRows(open);
+    if (isOpen == active)
+        return ActiveChange::None;
+    database.execute(u"UPDATE PO SET Active = "_s + (isOpen ? u"TRUE"_s : u"FALSE"_s) +
                      u" WHERE PONumber = "_s + num(poNumber));
     transaction.commit();
-    return open ? ActiveChange::BecameActive : ActiveChange::BecameInactive;
+    return isOpen ? ActiveChange::BecameActive : ActiveChange::BecameInactive;
 }
 
 QString activeNotice(ActiveChange change) {

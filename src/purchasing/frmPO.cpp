@@ -4,7 +4,6 @@
 #include "platform/screen/Forms.h"
 #include "platform/screen/Pointer.h"
 #include "purchasing/Dialogs.h"
-#include "purchasing/PoStore.h"
 
 #include <QCheckBox>
 #include <QHBoxLayout>
@@ -48,6 +47,21 @@ core::ModuleDescriptor describe() {
 
 constexpr char apScreen[] = "frmAP";
 
+const QString& anyVendor() {
+    static const QString select = u"SELECT TOP 1 VendID FROM Vendor"_s;
+    return select;
+}
+
+const QString& vendorNames() {
+    static const QString select = u"SELECT VendID, Company FROM Vendor ORDER BY Company"_s;
+    return select;
+}
+
+QString vendorOf(qint64 order) {
+    return u"SELECT * FROM POVendor WHERE OrderNumber = "_s + QString::number(order) +
+           u" ORDER BY VendorID"_s;
+}
+
 } // namespace
 
 frmPO::frmPO()
@@ -79,12 +93,20 @@ frmPO::frmPO()
     chkActive = screen::named(new QCheckBox(u"Active?"_s, this), u"chkActive"_s);
     state->addWidget(chkActive);
     const QString captions[] = {u"Show Inactive and Active POs"_s, u"Show Active POs Only"_s};
+    QRadioButton* optActivePOsOnly[2] = {};
     for (int i = 0; i < 2; ++i) {
         optActivePOsOnly[i] = screen::named(new QRadioButton(captions[i], this),
                                             u"optActivePOsOnly("_s + QString::number(i) + u")"_s);
         state->addWidget(optActivePOsOnly[i]);
     }
     optActivePOsOnly[0]->setChecked(true);
+    bindView({.all = optActivePOsOnly[0],
+              .active = optActivePOsOnly[1],
+              .select = u"SELECT * FROM PO WHERE Active = True ORDER BY PONumber"_s,
+              .none = u"There are no Active Records in the database! Add a new record or edit an "
+                      "Inactive record to create an Active record."_s,
+              .noneTitle = u"Error"_s,
+              .noneIcon = Icon::Exclamation});
     beside->addLayout(state);
     makeHead(down, beside);
     vendorFields().bind({u"VendorID"_s,
@@ -116,47 +138,35 @@ frmPO::frmPO()
     on(control<QPushButton>(u"cmdAP"_s), &frmPO::cmdAP_Click);
     on(dbcVend->chosen, &frmPO::dbcVend_Change);
     on(dbcVend->left, &frmPO::dbcVend_Change);
-    for (auto* option : optActivePOsOnly)
-        on(option, &frmPO::optActivePOsOnly_Click);
 }
 
 // Opening and showing
 
 bool frmPO::mayOpen() {
-    if (core::MainDatabase().hasRows(u"SELECT VendID, Company FROM Vendor ORDER BY Company"_s))
+    if (core::MainDatabase().hasRows(anyVendor()))
         return true;
     MsgBox(u"You must have at least one Vendor before you can use the Purchase Order module!"_s,
            Buttons::Ok, Icon::Exclamation, u"Warning"_s);
     return false;
 }
 
-bool frmPO::activeOnly() const {
-    return optActivePOsOnly[1]->isChecked();
-}
-
-QString frmPO::mainSelect() const {
-    return activeOnly() ? u"SELECT * FROM PO WHERE Active = True ORDER BY PONumber"_s
-                        : descriptor().select;
+QStringList frmPO::lookups() const {
+    return OrderModule::lookups() << anyVendor() << vendorNames();
 }
 
 void frmPO::openLookups() {
     OrderModule::openLookups();
     dbcVend->setRows(
-        core::MainDatabase().openRecordset(u"SELECT VendID, Company FROM Vendor ORDER BY Company"_s,
-                                           jet::RecordsetType::Snapshot),
+        core::MainDatabase().openRecordset(vendorNames(), jet::RecordsetType::Snapshot),
         u"Company"_s, u"VendID"_s);
 }
 
-void frmPO::refreshLookup(const QString& table) {
-    OrderModule::refreshLookup(table);
-    if (isBrowse())
-        leaveEmptyView();
+QStringList frmPO::partsOf(qint64 key) const {
+    return {vendorOf(key), poLinesSelect(key), openLinesSelect(key)};
 }
 
 void frmPO::ShowModuleMode(Mode mode) {
     OrderModule::ShowModuleMode(mode);
-    for (auto* option : optActivePOsOnly)
-        option->setEnabled(isBrowse());
     control<QPushButton>(u"cmdAP"_s)
         ->setEnabled(isBrowse() && Forms::isKnown(QString::fromLatin1(apScreen)));
 }
@@ -172,10 +182,8 @@ void frmPO::newDefaults() {
 }
 
 void frmPO::showRecord() {
-    const jet::Recordset vendor = core::MainDatabase().openRecordset(
-        u"SELECT * FROM POVendor WHERE OrderNumber = "_s + QString::number(currentKey()) +
-            u" ORDER BY VendorID"_s,
-        jet::RecordsetType::Snapshot);
+    const jet::Recordset vendor =
+        core::MainDatabase().openRecordset(vendorOf(currentKey()), jet::RecordsetType::Snapshot);
     m_hasVendor = !vendor.isEmpty();
     if (m_hasVendor)
         vendorFields().show(vendor);
@@ -216,27 +224,6 @@ void frmPO::dbcVend_Change() {
         jet::RecordsetType::Snapshot);
     if (!vendor.isEmpty())
         vendorFields().fill(vendor);
-}
-
-// The view of active orders
-
-void frmPO::optActivePOsOnly_Click() {
-    if (!isBrowse())
-        return;
-    reopen(mainSelect(), currentKey());
-    if (hasRecord() || !activeOnly())
-        return;
-    MsgBox(u"There are no Active Records in the database! Add a new record or edit an Inactive "
-           "record to create an Active record."_s,
-           Buttons::Ok, Icon::Exclamation, u"Error"_s);
-    leaveEmptyView();
-}
-
-void frmPO::leaveEmptyView() {
-    if (hasRecord() || !activeOnly())
-        return;
-    optActivePOsOnly[0]->setChecked(true);
-    reopen(mainSelect());
 }
 
 // Beginning
@@ -292,13 +279,21 @@ void frmPO::newRowColumns(jet::Recordset& row) {
     row.set(u"Active", true);
 }
 
+std::vector<jet::WantedSet> frmPO::storedParts(qint64 key) const {
+    return receivedSelects(key);
+}
+
+void frmPO::readStored(qint64 key) {
+    m_received = receivedOf(core::MainDatabase(), key, m_stored);
+}
+
 void frmPO::alsoWrite(qint64 key, bool adding) {
     std::vector<std::pair<QString, QString>> vendor;
     const bool first = adding || !m_hasVendor;
     for (const auto& [column, value] : vendorFields().contents(!first))
         vendor.emplace_back(column, value.toText());
     writePoVendor(core::MainDatabase(), key, vendor, first);
-    replacePoLines(core::MainDatabase(), key, m_stored, lines());
+    replacePoLines(core::MainDatabase(), key, adding ? Received() : m_received, lines());
 }
 
 void frmPO::afterSave(qint64 key, bool adding) {
@@ -316,16 +311,10 @@ void frmPO::ActiveDetect(qint64 key) {
         return;
     MsgBox(activeNotice(change), Buttons::Ok, Icon::Information, u"Notice"_s);
     reopen(mainSelect(), key);
-    leaveEmptyView();
 }
 
 void frmPO::deleteRows(qint64 key) {
     deleteOrder(core::MainDatabase(), key);
-}
-
-void frmPO::afterDelete() {
-    OrderModule::afterDelete();
-    leaveEmptyView();
 }
 
 void frmPO::tellNeighbours() {
@@ -354,7 +343,6 @@ void frmPO::cmdHistory_Click() {
     const qint64 key = currentKey();
     Forms::dialog<ReceivedHistory>(u"frmRecHistory"_s)->showHistory(key, records().text(u"Title"));
     showReadAgain();
-    leaveEmptyView();
     goToRecord(key);
 }
 

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "purchasing/OrderModule.h"
+#include "purchasing/PoStore.h"
 
 class QCheckBox;
 class QLabel;
-class QRadioButton;
 
 namespace purchasing {
 
@@ -16,15 +16,17 @@ class frmPO : public OrderModule {
     frmPO();
 
     void ShowModuleMode(Mode mode) override;
-    void refreshLookup(const QString& table) override;
     void cmdNew_Click() override;
     void cmdHistory_Click();
     void cmdAP_Click();
 
   protected:
     bool mayOpen() override;
-    QString mainSelect() const override;
+    QStringList lookups() const override;
     void openLookups() override;
+    QStringList partsOf(qint64 key) const override;
+    std::vector<jet::WantedSet> storedParts(qint64 key) const override;
+    void readStored(qint64 key) override;
     void newDefaults() override;
     void showRecord() override;
     void clearFields() override;
@@ -34,7 +36,6 @@ class frmPO : public OrderModule {
     void newRowColumns(jet::Recordset& row) override;
     void alsoWrite(qint64 key, bool adding) override;
     void afterSave(qint64 key, bool adding) override;
-    void afterDelete() override;
     void deleteRows(qint64 key) override;
     void tellNeighbours() override;
     QString shownFormula() const override;
@@ -44,18 +45,14 @@ class frmPO : public OrderModule {
   private:
     void newFromTemplate();
     void dbcVend_Change();
-    void optActivePOsOnly_Click();
     void showStoredLines();
     void ActiveDetect(qint64 key);
-    bool activeOnly() const;
-    /// A view of active orders that has become empty gives way to one of all.
-    void leaveEmptyView();
 
     controls::DataCombo* dbcVend = nullptr;
     QLabel* lblVnum = nullptr;
     QCheckBox* chkActive = nullptr;
-    QRadioButton* optActivePOsOnly[2] = {};
     bool m_hasVendor = false;     ///< the order on the screen
+    Received m_received;          ///< as a save found it
     std::vector<qint64> m_stored; ///< IDs of the lines that the screen was opened with
 };
 

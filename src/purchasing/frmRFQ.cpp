@@ -40,6 +40,15 @@ core::ModuleDescriptor describe() {
     return module;
 }
 
+QString vendorsOf(qint64 group) {
+    return u"SELECT * FROM RFQVendor WHERE OrderNumber = "_s + QString::number(group) +
+           u" ORDER BY Company, VOrderKey"_s;
+}
+
+QString requestOf(const QString& key) {
+    return u"SELECT * FROM RFQVendor WHERE VOrderKey = "_s + sqlText(key);
+}
+
 } // namespace
 
 frmRFQ::frmRFQ()
@@ -99,41 +108,50 @@ void frmRFQ::showRecord() {
     showVendors();
 }
 
+/// Whether the request that was shown last is one of that group: it stays the one that is shown.
+bool frmRFQ::isOfGroup(qint64 group) const {
+    return m_key.startsWith(QString::number(group) + u'-');
+}
+
+QStringList frmRFQ::partsOf(qint64 key) const {
+    return {vendorsOf(key), isOfGroup(key) ? rfqLinesSelect(m_key) : firstRfqLinesSelect(key)};
+}
+
 void frmRFQ::showVendors() {
-    jet::Recordset vendors = core::MainDatabase().openRecordset(
-        u"SELECT VOrderKey, Company, VendorID FROM RFQVendor WHERE OrderNumber = "_s +
-            QString::number(currentKey()) + u" ORDER BY Company"_s,
-        jet::RecordsetType::Snapshot);
-    QString key;
+    jet::Database& database = core::MainDatabase();
+    jet::Recordset vendors =
+        database.openRecordset(vendorsOf(currentKey()), jet::RecordsetType::Snapshot);
+    std::vector<QStringList> rows;
+    int active = -1;
+    for (; !vendors.eof(); vendors.moveNext()) {
+        if (vendors.text(u"VOrderKey") == m_key)
+            active = static_cast<int>(rows.size());
+        rows.push_back({vendors.text(u"Company"), vendors.text(u"VendorID")});
+    }
+    // Where another station has taken the request out, the group's first one is shown.
+    const QString lines = active >= 0 ? rfqLinesSelect(m_key) : firstRfqLinesSelect(currentKey());
+    active = std::max(active, 0);
+    const bool some = !rows.empty();
     {
         const QScopedValueRollback filling(m_filling, true);
-        std::vector<QStringList> rows;
-        int active = 0;
-        for (; !vendors.eof(); vendors.moveNext()) {
-            const QString found = vendors.text(u"VOrderKey");
-            if (found == m_key)
-                active = static_cast<int>(rows.size());
-            if (rows.empty() || found == m_key)
-                key = found;
-            rows.push_back({vendors.text(u"Company"), vendors.text(u"VendorID")});
-        }
         sprVendor->setRows(std::move(rows));
         sprVendor->setActiveRow(active);
     }
-    showRequest(key);
+    if (some)
+        vendors.moveTo(active);
+    showRequest(vendors, lines);
 }
 
-void frmRFQ::showRequest(const QString& key) {
-    m_key = key;
-    m_request = core::MainDatabase().openRecordset(u"SELECT * FROM RFQVendor WHERE VOrderKey = "_s +
-                                                   sqlText(key));
-    if (m_request.isEmpty()) {
+void frmRFQ::showRequest(const jet::Recordset& row, const QString& lines) {
+    if (row.bof() || row.eof()) {
+        m_key.clear();
         vendorFields().clear();
         showLines({});
         return;
     }
-    vendorFields().show(m_request);
-    showLines(loadRfqLines(core::MainDatabase(), key));
+    m_key = row.text(u"VOrderKey");
+    vendorFields().show(row);
+    showLines(loadRfqLines(core::MainDatabase(), lines));
 }
 
 bool frmRFQ::goToPart(const QString& key) {
@@ -147,8 +165,13 @@ bool frmRFQ::goToPart(const QString& key) {
 }
 
 void frmRFQ::sprVendor_Click(int row) {
-    if (!m_filling && isBrowse() && row >= 0)
-        showRequest(vendorKey(currentKey(), sprVendor->text(row, 1).toLongLong()));
+    if (m_filling || !isBrowse() || row < 0)
+        return;
+    const QString key = vendorKey(currentKey(), sprVendor->text(row, 1).toLongLong());
+    const QString lines = rfqLinesSelect(key);
+    core::MainDatabase().expect({requestOf(key), lines});
+    showRequest(core::MainDatabase().openRecordset(requestOf(key), jet::RecordsetType::Snapshot),
+                lines);
 }
 
 void frmRFQ::clearFields() {
@@ -156,7 +179,6 @@ void frmRFQ::clearFields() {
     const QScopedValueRollback filling(m_filling, true);
     sprVendor->clearRows();
     m_key.clear();
-    m_request.close();
 }
 
 qint64 frmRFQ::vendorNo() const {
@@ -237,9 +259,18 @@ void frmRFQ::cmdEdit_Click() {
 
 // Saving, cancelling, deleting
 
+std::vector<jet::WantedSet> frmRFQ::storedParts(qint64) const {
+    return {{requestOf(m_key), jet::RecordsetType::Dynaset}};
+}
+
+void frmRFQ::readStored(qint64) {
+    m_request = core::MainDatabase().openRecordset(requestOf(m_key));
+    if (!m_request.isEmpty())
+        m_request.edit();
+}
+
 void frmRFQ::alsoWrite(qint64 key, bool) {
     if (!m_request.isEmpty()) {
-        m_request.edit();
         vendorFields().writeChanges(m_request);
         m_request.update();
     }

@@ -30,6 +30,9 @@ class frmRFQ : public OrderModule, public core::PartScreen {
     void startAdding() override;
     void showRecord() override;
     void clearFields() override;
+    QStringList partsOf(qint64 key) const override;
+    std::vector<jet::WantedSet> storedParts(qint64 key) const override;
+    void readStored(qint64 key) override;
     void alsoWrite(qint64 key, bool adding) override;
     void afterSave(qint64 key, bool adding) override;
     void cancelStaged() override;
@@ -45,13 +48,14 @@ class frmRFQ : public OrderModule, public core::PartScreen {
     void newGroupCopy();
     void newVendor(bool carryLines);
     void showVendors();
-    void showRequest(const QString& key);
+    void showRequest(const jet::Recordset& row, const QString& lines);
+    bool isOfGroup(qint64 group) const;
     void sprVendor_Click(int row);
 
     controls::Grid* sprVendor;
     controls::TextField* txtRFQNum = nullptr;
     controls::TextField* txtVID = nullptr;
-    jet::Recordset m_request; ///< the row of the vendor that is shown
+    jet::Recordset m_request; ///< the row of the vendor that is shown, in a save
     QString m_key;
     Begun m_begun = Begun::No;
     bool m_filling = false;

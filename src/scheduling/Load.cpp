@@ -106,12 +106,25 @@ bool Capacity::hasTimes(qint64 department) const {
                                                [](const auto& times) { return !times.empty(); });
 }
 
+QStringList capacitySelects(const QDate& today) {
+    return {u"SELECT ID, Department FROM OperDepartment ORDER BY Department"_s,
+            u"SELECT Timelog.EmpID, Operation.operdepartment_id AS Department, "
+            "SUM(Timelog.AccumTime) AS Hours FROM Timelog INNER JOIN Operation ON "
+            "Timelog.OperNo = Operation.OperNo WHERE Timelog.StartDate >= #"_s +
+                values::sqlDate(today.addDays(-bookedDays)) +
+                u"# AND Operation.OperType = 'I' GROUP BY Timelog.EmpID, "
+                "Operation.operdepartment_id"_s,
+            u"SELECT Employee.EmpID, Shifts.EarliestSignIn, Shifts.LatestSignOut FROM Employee "
+            "INNER JOIN Shifts ON Employee.shiftsid = Shifts.ID WHERE Employee.EmpStatus = "
+            "'Active'"_s};
+}
+
 Capacity loadCapacity(jet::Database& database, const QDate& today) {
     Capacity capacity;
-    const auto read = [&](const QString& select) {
-        return database.openRecordset(select, jet::RecordsetType::Snapshot);
-    };
-    jet::Recordset row = read(u"SELECT ID, Department FROM OperDepartment ORDER BY Department"_s);
+    std::vector<jet::Recordset> sets;
+    for (const QString& select : capacitySelects(today))
+        sets.push_back(database.openRecordset(select, jet::RecordsetType::Snapshot));
+    jet::Recordset row = sets[0];
     for (; !row.eof(); row.moveNext()) {
         const qint64 department = row[u"ID"].toLong();
         capacity.departments.insert(department, row.text(u"Department"));
@@ -119,21 +132,14 @@ Capacity loadCapacity(jet::Database& database, const QDate& today) {
     }
     // Each person's share in the departments.
     QHash<qint64, QHash<qint64, double>> booked;
-    row = read(u"SELECT Timelog.EmpID, Operation.operdepartment_id AS Department, "
-               "SUM(Timelog.AccumTime) AS Hours FROM Timelog INNER JOIN Operation ON "
-               "Timelog.OperNo = Operation.OperNo WHERE Timelog.StartDate >= #"_s +
-               values::sqlDate(today.addDays(-bookedDays)) +
-               u"# AND Operation.OperType = 'I' GROUP BY Timelog.EmpID, "
-               "Operation.operdepartment_id"_s);
+    row = sets[1];
     for (; !row.eof(); row.moveNext()) {
         const double hours = row[u"Hours"].toDouble();
         const qint64 department = row[u"Department"].toLong();
         if (hours > 0 && capacity.hours.contains(department))
             booked[row[u"EmpID"].toLong()][department] += hours;
     }
-    row = read(u"SELECT Employee.EmpID, Shifts.EarliestSignIn, Shifts.LatestSignOut FROM Employee "
-               "INNER JOIN Shifts ON Employee.shiftsid = Shifts.ID WHERE Employee.EmpStatus = "
-               "'Active'"_s);
+    row = sets[2];
     for (; !row.eof(); row.moveNext()) {
         const auto from = row[u"EarliestSignIn"].toDateTime();
         const auto to = row[u"LatestSignOut"].toDateTime();
@@ -177,18 +183,21 @@ double plannedHours(const Capacity& capacity, qint64 department, const Span& spa
     return sum;
 }
 
+QString plannedSelect(const QDate& first, const QDate& last) {
+    return u"SELECT JobOperSchedule.*, Operation.Description AS Operation, "
+           "Operation.operdepartment_id AS Department FROM (JobOperSchedule INNER JOIN Job ON "
+           "JobOperSchedule.JobNo = Job.JobNo) INNER JOIN Operation ON JobOperSchedule.OperNo = "
+           "Operation.OperNo WHERE JobOperSchedule.StartDate BETWEEN #"_s +
+           values::sqlDate(first.addDays(-longestEntry)) + u"# AND #"_s + values::sqlDate(last) +
+           u"# AND JobOperSchedule.EndDate >= #"_s + values::sqlDate(first) +
+           u"# AND Job.Shipped = False ORDER BY JobOperSchedule.JobNo"_s;
+}
+
 std::vector<PlannedWork> loadPlanned(jet::Database& database, const QDate& first, const QDate& last,
                                      const std::vector<qint64>& without) {
     std::vector<PlannedWork> planned;
-    jet::Recordset row = database.openRecordset(
-        u"SELECT JobOperSchedule.*, Operation.Description AS Operation, "
-        "Operation.operdepartment_id AS Department FROM (JobOperSchedule INNER JOIN Job ON "
-        "JobOperSchedule.JobNo = Job.JobNo) INNER JOIN Operation ON JobOperSchedule.OperNo = "
-        "Operation.OperNo WHERE JobOperSchedule.StartDate BETWEEN #"_s +
-            values::sqlDate(first.addDays(-longestEntry)) + u"# AND #"_s + values::sqlDate(last) +
-            u"# AND JobOperSchedule.EndDate >= #"_s + values::sqlDate(first) +
-            u"# AND Job.Shipped = False ORDER BY JobOperSchedule.JobNo"_s,
-        jet::RecordsetType::Snapshot);
+    jet::Recordset row =
+        database.openRecordset(plannedSelect(first, last), jet::RecordsetType::Snapshot);
     for (; !row.eof(); row.moveNext()) {
         const auto entry = entryOf(row);
         if (!entry || std::find(without.begin(), without.end(), entry->jobNo) != without.end())

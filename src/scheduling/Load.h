@@ -36,6 +36,8 @@ struct Capacity {
 /// they fall. Where people work is told by the hours that they booked within the last 60 days;
 /// who has booked none counts for all departments alike.
 Capacity loadCapacity(jet::Database& database, const QDate& today);
+/// The selects that it opens, to be expected by who opens others beside it.
+QStringList capacitySelects(const QDate& today);
 
 /// The hours that an entry takes of a day: what of it falls into the department's working times.
 /// An entry that meets none at all counts with every hour from its start to its end.
@@ -56,6 +58,8 @@ struct PlannedWork {
 /// out.
 std::vector<PlannedWork> loadPlanned(jet::Database& database, const QDate& first, const QDate& last,
                                      const std::vector<qint64>& without);
+/// The select that it opens, to be expected by who opens others beside it.
+QString plannedSelect(const QDate& first, const QDate& last);
 
 /// Hours of each day, for each department: planned and there, with the work behind them.
 struct DayLoad {

@@ -15,15 +15,17 @@ jet::Recordset read(jet::Database& database, const QString& select) {
     return database.openRecordset(select, jet::RecordsetType::Snapshot);
 }
 
-std::vector<LoadEntry> entries(jet::Database& database, const QString& condition) {
+QString entriesSelect(const QString& condition) {
+    return u"SELECT JobOperSchedule.*, JobOper.Status, JobOper.OperLocated FROM JobOperSchedule "
+           "INNER JOIN JobOper ON JobOperSchedule.JobNo = JobOper.JobNo WHERE "_s +
+           condition +
+           u" AND JobOper.OperNo = JobOperSchedule.OperNo ORDER BY JobOperSchedule.JobNo, "
+           "JobOperSchedule.ID"_s;
+}
+
+std::vector<LoadEntry> entries(jet::Database& database, const QString& select) {
     std::vector<LoadEntry> found;
-    jet::Recordset row = read(
-        database, u"SELECT JobOperSchedule.*, JobOper.Status, JobOper.OperLocated FROM "
-                  "JobOperSchedule INNER JOIN JobOper ON JobOperSchedule.JobNo = JobOper.JobNo "
-                  "WHERE "_s +
-                      condition +
-                      u" AND JobOper.OperNo = JobOperSchedule.OperNo ORDER BY "
-                      "JobOperSchedule.JobNo, JobOperSchedule.ID"_s);
+    jet::Recordset row = read(database, select);
     for (; !row.eof(); row.moveNext()) {
         if (auto entry = entryOf(row))
             found.push_back(
@@ -37,6 +39,10 @@ QString keysOf(const std::vector<LoadGroup>& groups) {
     for (const LoadGroup& group : groups)
         keys << QString::number(group.key);
     return keys.join(u',');
+}
+
+QString entriesOfJobsSelect(const std::vector<LoadGroup>& jobs) {
+    return entriesSelect(u"JobOperSchedule.JobNo IN ("_s + keysOf(jobs) + u")"_s);
 }
 
 } // namespace
@@ -84,8 +90,8 @@ void emptyScheduleView(jet::Database& database) {
     database.execute(u"DELETE * FROM ScheduleView"_s);
 }
 
-std::vector<LoadGroup> jobPage(jet::Database& database, const QDate& start, const QDate& end,
-                               bool unscheduled, qint64 below, int count, qint64 downTo) {
+QString jobPageSelect(const QDate& start, const QDate& end, bool unscheduled, qint64 below,
+                      int count, qint64 downTo) {
     QString condition = u"("_s + jobsOfPeriod(start, end) + u")"_s;
     if (!unscheduled)
         condition += u" AND JobNo IN (SELECT JobNo FROM JobOperSchedule)"_s;
@@ -94,10 +100,15 @@ std::vector<LoadGroup> jobPage(jet::Database& database, const QDate& start, cons
     if (downTo != 0)
         condition += u" AND JobNo >= "_s + QString::number(downTo);
     const QString top = downTo == 0 ? u"TOP %1 "_s.arg(count) : QString();
+    return u"SELECT "_s + top + u"JobNo FROM Job WHERE "_s + condition + u" ORDER BY JobNo DESC"_s;
+}
+
+std::vector<LoadGroup> jobPage(jet::Database& database, const QDate& start, const QDate& end,
+                               bool unscheduled, qint64 below, int count, qint64 downTo) {
     std::vector<LoadGroup> page;
     QHash<qint64, size_t> place;
-    jet::Recordset row = read(database, u"SELECT "_s + top + u"JobNo FROM Job WHERE "_s +
-                                            condition + u" ORDER BY JobNo DESC"_s);
+    jet::Recordset row =
+        read(database, jobPageSelect(start, end, unscheduled, below, count, downTo));
     for (; !row.eof(); row.moveNext()) {
         const qint64 jobNo = row[u"JobNo"].toLong();
         place.insert(jobNo, page.size());
@@ -105,10 +116,12 @@ std::vector<LoadGroup> jobPage(jet::Database& database, const QDate& start, cons
     }
     if (page.empty())
         return page;
-    row = read(database, u"SELECT JobOper.*, Operation.Description, Operation.OperNo as Num FROM "
-                         "JobOper RIGHT OUTER JOIN Operation ON Operation.OperNo = JobOper.OperNo "
-                         "WHERE JobOper.JobNo IN ("_s +
-                             keysOf(page) + u") ORDER BY JobOper.JobNo, JobOper.SeqNo"_s);
+    const QString rows =
+        u"SELECT JobOper.*, Operation.Description, Operation.OperNo as Num FROM JobOper RIGHT "
+        "OUTER JOIN Operation ON Operation.OperNo = JobOper.OperNo WHERE JobOper.JobNo IN ("_s +
+        keysOf(page) + u") ORDER BY JobOper.JobNo, JobOper.SeqNo"_s;
+    database.expect({rows, entriesOfJobsSelect(page)}); // which is read next
+    row = read(database, rows);
     for (; !row.eof(); row.moveNext()) {
         page[place.value(row[u"JobNo"].toLong())].rows.push_back(
             {row[u"Num"].toLong(), row.text(u"Description")});
@@ -150,7 +163,7 @@ std::vector<LoadGroup> departmentPage(jet::Database& database, bool unscheduled,
 std::vector<LoadEntry> entriesOfJobs(jet::Database& database, const std::vector<LoadGroup>& jobs) {
     if (jobs.empty())
         return {};
-    return entries(database, u"JobOperSchedule.JobNo IN ("_s + keysOf(jobs) + u")"_s);
+    return entries(database, entriesOfJobsSelect(jobs));
 }
 
 std::vector<LoadEntry> entriesOfOperations(jet::Database& database,
@@ -163,9 +176,10 @@ std::vector<LoadEntry> entriesOfOperations(jet::Database& database,
     }
     if (operations.isEmpty())
         return {};
-    return entries(database, u"JobOperSchedule.OperNo IN ("_s + operations.join(u',') +
+    return entries(database,
+                   entriesSelect(u"JobOperSchedule.OperNo IN ("_s + operations.join(u',') +
                                  u") AND JobOperSchedule.JobNo IN (SELECT JobNo FROM Job WHERE "_s +
-                                 period + u")"_s);
+                                 period + u")"_s));
 }
 
 } // namespace scheduling

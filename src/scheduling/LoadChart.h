@@ -51,6 +51,9 @@ struct LoadGroup {
 /// lie between; 0: `count` jobs.
 std::vector<LoadGroup> jobPage(jet::Database& database, const QDate& start, const QDate& end,
                                bool unscheduled, qint64 below, int count, qint64 downTo = 0);
+/// The select that it begins with, to be expected by who opens others beside it.
+QString jobPageSelect(const QDate& start, const QDate& end, bool unscheduled, qint64 below,
+                      int count, qint64 downTo);
 /// A page of the departments with their operations, by name. `behind`: the name behind which the
 /// page begins; empty for the first.
 std::vector<LoadGroup> departmentPage(jet::Database& database, bool unscheduled,

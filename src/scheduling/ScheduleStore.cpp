@@ -35,10 +35,15 @@ std::vector<ScheduledJob> loadJobs(jet::Database& database, const QString& condi
                                    const QString& these) {
     std::vector<ScheduledJob> jobs;
     QHash<qint64, size_t> place;
-    jet::Recordset row =
-        read(database, u"SELECT JobNo, JobDateIn, JobDueDate, ScheduleZoom, SchedulePeriod FROM "
-                       "Job WHERE "_s +
-                           condition + u" ORDER BY JobNo DESC"_s);
+    std::vector<jet::Recordset> sets = database.together(
+        {u"SELECT JobNo, JobDateIn, JobDueDate, ScheduleZoom, SchedulePeriod FROM Job WHERE "_s +
+             condition + u" ORDER BY JobNo DESC"_s,
+         u"SELECT JobOper.*, Operation.Description, Operation.OperType, "
+         "Operation.operdepartment_id, Operation.OperNo AS Num FROM JobOper INNER JOIN Operation "
+         "ON JobOper.OperNo = Operation.OperNo WHERE JobOper.JobNo"_s +
+             these + u" ORDER BY JobOper.JobNo, JobOper.SeqNo"_s,
+         u"SELECT * FROM JobOperSchedule WHERE JobNo"_s + these + u" ORDER BY JobNo, SeqNo, ID"_s});
+    jet::Recordset row = sets[0];
     for (; !row.eof(); row.moveNext()) {
         ScheduledJob job;
         job.jobNo = row[u"JobNo"].toLong();
@@ -53,11 +58,7 @@ std::vector<ScheduledJob> loadJobs(jet::Database& database, const QString& condi
         const auto found = place.constFind(jobNo);
         return found == place.cend() ? nullptr : &jobs[*found];
     };
-    row =
-        read(database, u"SELECT JobOper.*, Operation.Description, Operation.OperType, "
-                       "Operation.operdepartment_id, Operation.OperNo AS Num FROM JobOper INNER "
-                       "JOIN Operation ON JobOper.OperNo = Operation.OperNo WHERE JobOper.JobNo"_s +
-                           these + u" ORDER BY JobOper.JobNo, JobOper.SeqNo"_s);
+    row = sets[1];
     for (; !row.eof(); row.moveNext()) {
         RoutingRow operation;
         operation.seqNo = static_cast<int>(row[u"SeqNo"].toLong());
@@ -72,8 +73,7 @@ std::vector<ScheduledJob> loadJobs(jet::Database& database, const QString& condi
         if (ScheduledJob* job = jobOf(row[u"JobNo"].toLong()))
             job->routing.push_back(std::move(operation));
     }
-    row = read(database, u"SELECT * FROM JobOperSchedule WHERE JobNo"_s + these +
-                             u" ORDER BY JobNo, SeqNo, ID"_s);
+    row = sets[2];
     for (; !row.eof(); row.moveNext()) {
         auto entry = entryOf(row);
         ScheduledJob* job = entry ? jobOf(entry->jobNo) : nullptr;

@@ -45,11 +45,16 @@ void say(const QString& text, Icon icon = Icon::Exclamation) {
 void frmSchedule::Form_Load() {
     const screen::BusyPointer busy;
     jet::Database& database = core::MainDatabase();
-    jet::Recordset customers = database.openRecordset(
+    const QString names =
         u"SELECT DISTINCT Customer.CustID AS Custid, Customer.Company AS Company, Job.Custid FROM "
         "Customer, Job WHERE Customer.CustID = Job.CustID AND Job.Shipped = FALSE ORDER BY "
-        "Company"_s,
-        jet::RecordsetType::Snapshot);
+        "Company"_s;
+    const auto* jobScreen = Forms::find<core::RecordScreen>(u"frmJob"_s);
+    const qint64 jobNo = jobScreen ? jobScreen->currentKey() : 0;
+    const QString customerOf = u"SELECT CustID FROM Job WHERE JobNo = "_s + QString::number(jobNo);
+    const QStringList selects = capacitySelects(values::today()) << names << customerOf;
+    database.expect({selects.cbegin(), selects.cend()});
+    jet::Recordset customers = database.openRecordset(names, jet::RecordsetType::Snapshot);
     if (customers.isEmpty()) {
         say(u"You must have at least one Customer with at least one active job."_s);
         refuse();
@@ -59,7 +64,6 @@ void frmSchedule::Form_Load() {
     m_capacity = loadCapacity(database, values::today());
     showDates({});
     setMode(false);
-    const auto* jobScreen = Forms::find<core::RecordScreen>(u"frmJob"_s);
     if (!jobScreen)
         return;
     if (jobScreen->mode().compare(u"BROWSE", Qt::CaseInsensitive) != 0) {
@@ -67,10 +71,8 @@ void frmSchedule::Form_Load() {
         refuse();
         return;
     }
-    if (const qint64 jobNo = jobScreen->currentKey(); jobNo != 0) {
-        showCustomer(
-            database.lookup(u"SELECT CustID FROM Job WHERE JobNo = "_s + QString::number(jobNo))
-                .toLong());
+    if (jobNo != 0) {
+        showCustomer(database.lookup(customerOf).toLong());
         dbcJobNo->setBoundText(QString::number(jobNo));
         show();
     }
@@ -149,17 +151,14 @@ void frmSchedule::showCustomer(qint64 custId) {
     // One without active jobs isn't in the list.
     txtCustomerNo->setText(dbcCustomer->boundText());
     jet::Database& database = core::MainDatabase();
-    const auto read = [&](const QString& select) {
-        return database.openRecordset(select, jet::RecordsetType::Snapshot);
-    };
+    const std::vector<jet::Recordset> lists = database.together(
+        {u"SELECT JobNo FROM Job WHERE CustID = "_s + id + u" AND Shipped = FALSE"_s,
+         u"SELECT DISTINCT PONo FROM Job WHERE CustID = "_s + id +
+             u" AND Shipped = FALSE AND PONo IS NOT NULL"_s});
     dbcJobNo->clear();
     dbcJobPO->clear();
-    dbcJobNo->setRows(
-        read(u"SELECT JobNo FROM Job WHERE CustID = "_s + id + u" AND Shipped = FALSE"_s),
-        u"JobNo"_s, u"JobNo"_s);
-    dbcJobPO->setRows(read(u"SELECT DISTINCT PONo FROM Job WHERE CustID = "_s + id +
-                           u" AND Shipped = FALSE AND PONo IS NOT NULL"_s),
-                      u"PONo"_s, u"PONo"_s);
+    dbcJobNo->setRows(lists[0], u"JobNo"_s, u"JobNo"_s);
+    dbcJobPO->setRows(lists[1], u"PONo"_s, u"PONo"_s);
 }
 
 void frmSchedule::customerChosen() {

@@ -141,12 +141,10 @@ void frmScheduleView::Form_Load() {
     const screen::BusyPointer busy;
     txtStartDate->setDate(values::today());
     txtEndDate->setDate(values::today().addDays(daysAhead));
-    m_capacity = loadCapacity(core::MainDatabase(), values::today());
-    dbcDept->setRows(
-        core::MainDatabase().openRecordset(u"SELECT * FROM OperDepartment ORDER BY Department"_s,
-                                           jet::RecordsetType::Snapshot),
-        u"Department"_s, u"ID"_s);
+    const jet::Recordset departments =
+        core::MainDatabase().openLater(u"SELECT * FROM OperDepartment ORDER BY Department"_s);
     cmdStartDateGo_Click();
+    dbcDept->setRows(departments, u"Department"_s, u"ID"_s);
 }
 
 bool frmScheduleView::Form_QueryUnload() {
@@ -170,11 +168,17 @@ bool frmScheduleView::takeRange() {
         return complainOf(u"Start date cannot be after end date."_s, txtStartDate);
     fillScheduleView(core::MainDatabase(), *txtStartDate->date(), *txtEndDate->date());
     ctSchedule->model().setViewRange(*txtStartDate->date(), *txtEndDate->date());
-    dbcJob->setRows(core::MainDatabase().openRecordset(
-                        u"SELECT JobNo FROM Job WHERE "_s +
-                            jobsOfPeriod(*txtStartDate->date(), *txtEndDate->date()) +
-                            u"ORDER BY JobNo DESC"_s,
-                        jet::RecordsetType::Snapshot),
+    const QString jobs = u"SELECT JobNo FROM Job WHERE "_s +
+                         jobsOfPeriod(*txtStartDate->date(), *txtEndDate->date()) +
+                         u"ORDER BY JobNo DESC"_s;
+    const gantt::Model& model = ctSchedule->model();
+    const QStringList selects =
+        capacitySelects(values::today())
+        << jobs << plannedSelect(model.firstDay(), model.lastDay())
+        << jobPageSelect(model.firstDay(), model.lastDay(), chkJobs->isChecked(), 0, pageOfJobs, 0);
+    core::MainDatabase().expect({selects.cbegin(), selects.cend()});
+    m_capacity = loadCapacity(core::MainDatabase(), values::today());
+    dbcJob->setRows(core::MainDatabase().openRecordset(jobs, jet::RecordsetType::Snapshot),
                     u"JobNo"_s, u"JobNo"_s);
     read();
     return true;
@@ -200,7 +204,6 @@ void frmScheduleView::cmdEndDateGo_Click() {
 
 void frmScheduleView::cmdRefresh_Click() {
     const screen::BusyPointer busy;
-    m_capacity = loadCapacity(core::MainDatabase(), values::today());
     const gantt::Minute left = ctSchedule->leftMoment();
     if (takeRange())
         ctSchedule->showMoment(left);
@@ -222,14 +225,15 @@ void frmScheduleView::read() {
     lblJobNo->clear();
     chkJobs->setEnabled(!chkGroup->isChecked());
     chkOp->setEnabled(chkGroup->isChecked());
+    const std::vector<PlannedWork> planned =
+        loadPlanned(core::MainDatabase(), model.firstDay(), model.lastDay(), {});
     readPage();
 
     std::vector<qint64> departments;
     for (auto it = m_capacity.departments.cbegin(); it != m_capacity.departments.cend(); ++it)
         departments.push_back(it.key());
     LoadTable load(m_capacity, departments, model.firstDay(), model.lastDay());
-    for (const PlannedWork& work :
-         loadPlanned(core::MainDatabase(), model.firstDay(), model.lastDay(), {}))
+    for (const PlannedWork& work : planned)
         load.add(work);
     ctLoad->setLines(load.firstDay(), linesOf(load));
 }

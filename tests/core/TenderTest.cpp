@@ -92,12 +92,12 @@ class frmTender : public core::LinedModule<Tender, Item> {
                                      lineColumn(columns, u"Notes"_s, {u"Notes"_s})}));
         makeFoot(outside, standardButtons());
         on(m_vendor->chosen, [this] { copyVendor(); });
-        on(m_all, [this] { reopen(shownRows(), currentKey()); });
+        on(m_all, [this] { reopen(mainSelect(), currentKey()); });
     }
     controls::LineModel<Item>& items() { return *m_lines; }
 
   protected:
-    QString shownRows() const override {
+    QString mainSelect() const override {
         return m_all->isChecked() ? u"SELECT * FROM Tender ORDER BY TenderNo"_s
                                   : descriptor().select;
     }

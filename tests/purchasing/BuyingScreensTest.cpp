@@ -332,7 +332,7 @@ TEST_P(Buying, AnOrderIsWrittenWhenItIsSaved) {
     auto theirs = purchasing::loadPoLines(*other, 1);
     const std::vector<qint64> stored{theirs[0].id, theirs[1].id};
     theirs[0].quantity = 66;
-    purchasing::replacePoLines(*other, 1, stored, theirs);
+    purchasing::replacePoLines(*other, 1, purchasing::receivedOf(*other, 1, stored), theirs);
     expectBoxContaining(u"changed at another station"_s, Answer::No);
     press(u"cmdSave"_s);
     EXPECT_EQ(text(u"lblPOMode"_s), u"EDIT"_s);

@@ -110,7 +110,7 @@ bool DocumentModule::settle(const ChangedElsewhere& conflict, QStringList& settl
 void DocumentModule::afterSave(qint64 key, bool adding) {
     ShowModuleMode(Mode::Browse);
     if (adding)
-        reopen(shownRows(), key);
+        reopen(mainSelect(), key);
     else
         showReadAgain();
     if (QPushButton* close = button(Role::Close))

@@ -35,8 +35,6 @@ class DocumentModule : public RecordModule {
     /// Whether what the last save() was writing is stored.
     virtual bool isWritten(bool added) = 0;
     virtual void deleteDocument(qint64 key) = 0;
-    /// The rows that the module browses at the moment.
-    virtual QString shownRows() const { return descriptor().select; }
     /// Loads the lines as they are stored now; the entry then begins with them. The header stays.
     virtual void reloadLines() {}
     virtual void tellTooLarge();

@@ -12,6 +12,7 @@
 #include <QBoxLayout>
 #include <QLabel>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QScopedValueRollback>
 #include <QShortcut>
 
@@ -24,6 +25,14 @@ using screen::Buttons;
 using screen::Icon;
 using screen::MsgBox;
 
+namespace {
+
+void expect(const QStringList& selects) {
+    MainDatabase().expect({selects.cbegin(), selects.cend()});
+}
+
+} // namespace
+
 RecordModule::RecordModule(ModuleDescriptor descriptor)
     : Form(descriptor.formName, descriptor.caption), m_descriptor(std::move(descriptor)),
       m_data(new controls::DataControl(this)), m_modeLabel(new QLabel(this)) {
@@ -33,6 +42,7 @@ RecordModule::RecordModule(ModuleDescriptor descriptor)
     bold.setBold(true);
     m_modeLabel->setFont(bold);
     on(m_data->reposition, [this] { onReposition(); });
+    on(m_data->approaching, [this](const jet::Value& key) { expectParts(key.toLong()); });
 
     if (!m_descriptor.numberWord.isEmpty()) {
         auto* ask = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_G), this);
@@ -68,17 +78,23 @@ void RecordModule::bindNameList(controls::DataCombo* combo, const QString& selec
 // Opening and activation
 
 void RecordModule::Form_Load() {
+    const screen::BusyPointer busy;
+    expect(lookups());
+    // The rows come with the lists, whoever has to do without them in the end.
+    const jet::Recordset names = namesLater();
+    jet::Recordset rows = MainDatabase().openLater(mainSelect(), jet::RecordsetType::Dynaset);
+    rows.moveLast();
     if (!mayOpen()) {
         refuse();
         return;
     }
-    const screen::BusyPointer busy;
     orderTabs();
     m_fields.limitTo(core::MainDatabase(), m_descriptor.table);
     openLookups();
     m_fresh = true;
     ShowModuleMode(Mode::Browse);
-    reopen(mainSelect());
+    show(rows, names);
+    leaveEmptyView();
     if (hasRecord())
         return;
     if (askNoRecords())
@@ -107,21 +123,61 @@ void RecordModule::showReadAgain() {
     }
     showNames(names);
     onReposition();
+    leaveEmptyView();
 }
 
 void RecordModule::reopen(const QString& select, qint64 key) {
     const jet::Recordset names = namesLater();
+    jet::Recordset rows = MainDatabase().openLater(select, jet::RecordsetType::Dynaset);
+    if (key != 0) {
+        expectParts(key);
+        rows.findFirst(m_descriptor.keyColumn + u" = "_s + QString::number(key));
+    }
+    if (key == 0 || rows.noMatch())
+        rows.moveLast();
+    show(rows, names);
+}
+
+void RecordModule::show(const jet::Recordset& rows, const jet::Recordset& names) {
     {
         const QScopedValueRollback quiet(m_quiet, true);
-        jet::Recordset rows = core::MainDatabase().openLater(select, jet::RecordsetType::Dynaset);
-        if (key != 0)
-            rows.findFirst(m_descriptor.keyColumn + u" = "_s + QString::number(key));
-        if (key == 0 || rows.noMatch())
-            rows.moveLast();
         m_data->setRecordset(rows);
     }
     showNames(names);
     onReposition();
+}
+
+// All records or the active ones
+
+void RecordModule::bindView(ActiveView view) {
+    m_view = std::move(view);
+    for (QRadioButton* option : {m_view.all, m_view.active})
+        on(option, &RecordModule::chooseView);
+}
+
+bool RecordModule::activeOnly() const {
+    return m_view.active && m_view.active->isChecked();
+}
+
+QString RecordModule::mainSelect() const {
+    return activeOnly() ? m_view.select : m_descriptor.select;
+}
+
+void RecordModule::chooseView() {
+    if (!isBrowse())
+        return;
+    reopen(mainSelect(), currentKey());
+    if (hasRecord() || !activeOnly())
+        return;
+    MsgBox(m_view.none, Buttons::Ok, m_view.noneIcon, m_view.noneTitle);
+    leaveEmptyView();
+}
+
+void RecordModule::leaveEmptyView() {
+    if (!isBrowse() || hasRecord() || !activeOnly())
+        return;
+    m_view.all->setChecked(true);
+    reopen(mainSelect());
 }
 
 bool RecordModule::askNoRecords() {
@@ -214,6 +270,10 @@ void RecordModule::ShowModuleMode(Mode mode) {
     m_data->setEnabled(browse);
     if (m_names)
         m_names->setEnabled(browse);
+    for (QRadioButton* option : {m_view.all, m_view.active}) {
+        if (option)
+            option->setEnabled(browse);
+    }
     arrangeButtons();
     showTitle();
     if (browse)
@@ -282,7 +342,10 @@ void RecordModule::showEmpty() {
 void RecordModule::ShowCurrentRecord() {
     if (!hasRecord())
         return;
-    const jet::Value key = records()[m_descriptor.keyColumn];
+    const jet::Value key = records().bookmark();
+    if (m_expected != key.toLong())
+        expectParts(key.toLong());
+    m_expected = 0;
     m_fields.show(records());
     m_key = key.toLong();
     if (m_showKey)
@@ -297,9 +360,16 @@ qint64 RecordModule::currentKey() const {
     return isAdding() ? 0 : m_key;
 }
 
+void RecordModule::expectParts(qint64 key) {
+    m_expected = key;
+    expect(partsOf(key));
+}
+
 bool RecordModule::findKey(qint64 key) {
-    return hasRecord() &&
-           m_data->findFirst(m_descriptor.keyColumn + u" = "_s + QString::number(key));
+    if (!hasRecord())
+        return false;
+    expectParts(key);
+    return m_data->findFirst(m_descriptor.keyColumn + u" = "_s + QString::number(key));
 }
 
 bool RecordModule::goToRecord(qint64 key) {
@@ -341,6 +411,7 @@ bool RecordModule::readForEntry() {
         return false;
     }
     try {
+        expectParts(m_key);
         records().refreshRow();
         ShowCurrentRecord();
         return true;
@@ -397,7 +468,9 @@ bool RecordModule::writeRecord(bool adding, qint64& key) {
             m_fields.write(row);
             newRowColumns(row);
         } else {
+            MainDatabase().expect(storedParts(m_key));
             row.edit();
+            readStored(m_key);
             m_fields.writeChanges(row);
         }
         row.update();
@@ -433,6 +506,7 @@ void RecordModule::afterSave(qint64 key, bool adding) {
     ShowModuleMode(Mode::Browse);
     {
         const QScopedValueRollback quiet(m_quiet, true);
+        expectParts(key);
         if (adding)
             m_data->moveLast();
         else
@@ -442,6 +516,7 @@ void RecordModule::afterSave(qint64 key, bool adding) {
     }
     showNames(names);
     onReposition();
+    leaveEmptyView();
     if (QPushButton* close = button(Role::Close))
         close->setFocus();
 }

@@ -15,6 +15,7 @@
 class QBoxLayout;
 class QLabel;
 class QPushButton;
+class QRadioButton;
 
 namespace controls {
 class DataCombo;
@@ -78,6 +79,16 @@ struct ModuleButton {
     QString caption;
 };
 
+/// Two options of a module: all of its records, or the active ones only.
+struct ActiveView {
+    QRadioButton* all = nullptr;
+    QRadioButton* active = nullptr;
+    QString select; ///< of the active ones
+    QString none;   ///< told where the option is chosen and there are none
+    QString noneTitle = {};
+    screen::Icon noneIcon = screen::Icon::Information;
+};
+
 /// The pattern that all record modules share: one main set of rows to browse through, and the modes
 /// Browse, Add and Edit.
 ///
@@ -139,6 +150,10 @@ class RecordModule : public screen::Form, public RecordScreen, public LookupUser
     /// those of `select`, read at loading, after each save and delete.
     void bindNameList(controls::DataCombo* combo, const QString& select, const QString& listColumn,
                       const QString& keyColumn);
+    /// The options work in Browse only. A view of active records that is or becomes empty gives way
+    /// to one of all.
+    void bindView(ActiveView view);
+    bool activeOnly() const;
     std::vector<ModuleButton> standardButtons() const;
     void makeButtons(QBoxLayout* inside, const std::vector<ModuleButton>& buttons);
     /// The arrows and below them one row of buttons.
@@ -174,12 +189,21 @@ class RecordModule : public screen::Form, public RecordScreen, public LookupUser
     /// Before anything is opened; say why not and return false to keep the module closed.
     virtual bool mayOpen() { return true; }
     /// The select of the main set at loading.
-    virtual QString mainSelect() const { return m_descriptor.select; }
+    virtual QString mainSelect() const;
     virtual void openLookups() {}
+    /// What mayOpen(), mainSelect() and openLookups() open, in the same words: it is read in one
+    /// wait.
+    virtual QStringList lookups() const { return {}; }
     /// How the first record of an empty table begins, after Yes.
     virtual void startAdding() { ShowModuleMode(Mode::Add); }
     /// In Add, after all fields were cleared.
     virtual void newDefaults() {}
+    /// What showRecord() opens for a record, in the same words: it is read in one wait with the
+    /// record's row.
+    virtual QStringList partsOf(qint64 key) const {
+        (void)key;
+        return {};
+    }
     /// Shows what the bound fields don't, of the current row.
     virtual void showRecord() {}
     virtual void clearFields();
@@ -189,6 +213,13 @@ class RecordModule : public screen::Form, public RecordScreen, public LookupUser
     /// Writes the record in one transaction and says its key; false (after a message) if nothing
     /// was written. The base writes the bound columns and then calls newRowColumns and alsoWrite.
     virtual bool writeRecord(bool adding, qint64& key);
+    /// What readStored() opens, in the same words, and as sets to be edited where it says so.
+    virtual std::vector<jet::WantedSet> storedParts(qint64 key) const {
+        (void)key;
+        return {};
+    }
+    /// In the transaction of a save, before anything is written.
+    virtual void readStored(qint64 key) { (void)key; }
     /// Columns that only a new row is given.
     virtual void newRowColumns(jet::Recordset& row) { (void)row; }
     /// Further statements of the same transaction.
@@ -225,7 +256,12 @@ class RecordModule : public screen::Form, public RecordScreen, public LookupUser
     void onReposition();
     void showEmpty();
     void showTitle();
+    void chooseView();
+    void leaveEmptyView();
+    void show(const jet::Recordset& rows, const jet::Recordset& names);
     bool findKey(qint64 key);
+    /// Lets the parts of a record come with its row.
+    void expectParts(qint64 key);
     void giveShortcut(QPushButton* push, Role role);
     bool tellSaveFailed(const jet::Error& error);
     void arrangeButtons();
@@ -241,9 +277,11 @@ class RecordModule : public screen::Form, public RecordScreen, public LookupUser
     std::function<void(const QString&)> m_showKey;
     controls::DataCombo* m_names = nullptr;
     QString m_namesSelect, m_namesColumn, m_namesKey;
-    qint64 m_key = 0;     ///< of the record shown
-    bool m_quiet = false; ///< the main set moves without being shown
-    bool m_fresh = false; ///< opened and not yet activated, so that nothing needs reading again
+    ActiveView m_view;
+    qint64 m_key = 0;      ///< of the record shown
+    qint64 m_expected = 0; ///< whose parts are on their way
+    bool m_quiet = false;  ///< the main set moves without being shown
+    bool m_fresh = false;  ///< opened and not yet activated, so that nothing needs reading again
 };
 
 } // namespace core

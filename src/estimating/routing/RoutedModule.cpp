@@ -25,6 +25,26 @@ namespace estimating {
 using core::ModuleButton;
 using core::Role;
 
+namespace {
+
+const QString& anyCustomer() {
+    static const QString select = u"SELECT TOP 1 CustID FROM Customer"_s;
+    return select;
+}
+
+const QString& customerNames() {
+    static const QString select = u"SELECT Company, CustID FROM Customer ORDER BY Company"_s;
+    return select;
+}
+
+/// The documents of which one is the assembly's parent.
+QString anyPartOf(const RoutingKind& kind, qint64 documentNo) {
+    return u"SELECT TOP 1 "_s + kind.documentKey + u" FROM "_s + kind.documentTable + u" WHERE "_s +
+           kind.parentColumn + u"="_s + QString::number(documentNo);
+}
+
+} // namespace
+
 RoutedModule::RoutedModule(core::ModuleDescriptor descriptor, const RoutingKind& kind)
     : DocumentModule(std::move(descriptor)), m_kind(kind) {
     // What stands beside the arrows keeps its place while they are hidden.
@@ -41,7 +61,7 @@ void RoutedModule::Form_Load() {
 }
 
 bool RoutedModule::mayOpen() {
-    if (!core::MainDatabase().hasRows(u"SELECT CustID FROM Customer"_s)) {
+    if (!core::MainDatabase().hasRows(anyCustomer())) {
         screen::MsgBox(u"You cannot use the "_s + descriptor().moduleWord +
                            u" module if you do not have any Customers in the "
                            "database!"_s,
@@ -56,11 +76,18 @@ bool RoutedModule::mayOpen() {
     return true;
 }
 
+QStringList RoutedModule::lookups() const {
+    return {anyCustomer(), customerNames()};
+}
+
 void RoutedModule::openLookups() {
-    dbcCustomer->setRows(core::MainDatabase().openRecordset(
-                             u"SELECT Company, CustID FROM Customer ORDER BY Company"_s,
-                             jet::RecordsetType::Snapshot),
-                         u"Company"_s, u"CustID"_s);
+    dbcCustomer->setRows(
+        core::MainDatabase().openRecordset(customerNames(), jet::RecordsetType::Snapshot),
+        u"Company"_s, u"CustID"_s);
+}
+
+QStringList RoutedModule::partsOf(qint64 key) const {
+    return lineSelects(m_kind, key) << anyPartOf(m_kind, key);
 }
 
 void RoutedModule::cmdSave_Click() {
@@ -215,12 +242,10 @@ void RoutedModule::showLines() {
 }
 
 void RoutedModule::showAssembly() {
-    const QString isParent = u"SELECT * FROM "_s + m_kind.documentTable + u" WHERE "_s +
-                             m_kind.parentColumn + u"="_s + QString::number(currentKey());
     const qint64 parent = headerValue(m_kind.parentColumn).toLong();
-    lblAssembly->setText(core::MainDatabase().hasRows(isParent) ? u"ASSY"_s
-                         : parent == 0                          ? QString()
-                                                                : QString::number(parent));
+    lblAssembly->setText(core::MainDatabase().hasRows(anyPartOf(m_kind, currentKey())) ? u"ASSY"_s
+                         : parent == 0                                                 ? QString()
+                                       : QString::number(parent));
 }
 
 void RoutedModule::cmdAssembly_Click() {

@@ -33,7 +33,9 @@ class RoutedModule : public core::DocumentModule, public inventory::NewWork {
   protected:
     /// Without customers the module stays closed. Hides money from users who may not see it.
     bool mayOpen() override;
+    QStringList lookups() const override;
     void openLookups() override;
+    QStringList partsOf(qint64 key) const override;
     QString recordName() const override;
     bool opensMaximized() const override { return true; }
     void takeRecord(const jet::Recordset* row) override;

@@ -79,6 +79,8 @@ void DataControl::requeryKeepingRow() {
             if (error.number() != jet::errors::rowDeleted)
                 throw;
         }
+        if (!mark.isNull())
+            approaching(mark);
         m_recordset.requeryAt(mark);
     }
     showPlace();
@@ -96,10 +98,12 @@ void DataControl::moveFirst() {
 void DataControl::movePrevious() {
     if (!m_recordset.isOpen() || m_recordset.isEmpty() || m_recordset.isFirst())
         return;
-    if (m_recordset.bof())
+    if (m_recordset.bof()) {
         m_recordset.moveFirst();
-    else
+    } else {
+        approach(-1);
         m_recordset.movePrevious();
+    }
     // Rows that other stations deleted are passed over; there may be none left in this direction.
     if (m_recordset.bof() && !m_recordset.eof())
         m_recordset.moveFirst();
@@ -110,14 +114,21 @@ void DataControl::movePrevious() {
 void DataControl::moveNext() {
     if (!m_recordset.isOpen() || m_recordset.isEmpty() || m_recordset.isLast())
         return;
-    if (m_recordset.eof())
+    if (m_recordset.eof()) {
         m_recordset.moveLast();
-    else
+    } else {
+        approach(1);
         m_recordset.moveNext();
+    }
     if (m_recordset.eof() && !m_recordset.bof())
         m_recordset.moveLast();
     showPlace();
     reposition();
+}
+
+void DataControl::approach(int step) {
+    if (const jet::Value key = m_recordset.keyAhead(step); !key.isNull())
+        approaching(key);
 }
 
 void DataControl::moveLast() {

@@ -37,11 +37,15 @@ class DataControl : public QWidget {
     void setCaption(const QString& caption);
 
     controls::Event<> reposition;
+    /// Fires before the row of that key is read, where the key is known: what is shown with the row
+    /// can then be read along with it.
+    controls::Event<const jet::Value&> approaching;
 
   protected:
     void changeEvent(QEvent* event) override;
 
   private:
+    void approach(int step);
     void showPlace();
     void countPlace();
     jet::Recordset m_recordset;

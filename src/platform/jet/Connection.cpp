@@ -167,9 +167,11 @@ const PreparedPtr& Connection::prepared(PreparedPtr& slot, const QByteArray& sql
 
 Outcome Connection::run(PreparedPtr& slot, const QByteArray& sql, Access access,
                         const Arguments& arguments, Rows* rows, int first) {
+    const Read one{prepared(slot, sql, access, first), arguments, rows, first > 0 ? first : -1};
+    if (access == Access::Reads)
+        return run(one);
     try {
-        return m_engine->run(prepared(slot, sql, access, first), arguments, rows,
-                             first > 0 ? first : -1);
+        return m_engine->run(one.statement, arguments, rows, one.limit);
     } catch (const Error& error) {
         noteFailure(error);
         throw;
@@ -187,6 +189,11 @@ void Connection::each(const QByteArray& sql, const Engine::Look& look) {
 }
 
 Outcome Connection::run(const Read& read) {
+    if (m_expected.isWaiting()) {
+        std::vector<Read> reads{read};
+        runTogether(reads);
+        return reads.front().outcome;
+    }
     try {
         return m_engine->run(read.statement, read.arguments, read.rows, read.limit);
     } catch (const Error& error) {
@@ -197,6 +204,27 @@ Outcome Connection::run(const Read& read) {
 
 void Connection::runTogether(std::vector<Read>& reads) {
     checkUsable();
+    if (m_expected.isWaiting()) {
+        std::vector<Read> all = reads;
+        m_expected.addTo(all);
+        try {
+            m_engine->runTogether(all);
+            m_expected.received(all);
+            for (std::size_t i = 0; i < reads.size(); ++i)
+                reads[i].outcome = all[i].outcome;
+            return;
+        } catch (const Error& error) {
+            m_expected.giveUp();
+            if (error.failure() != Failure::Statement || reads.empty()) {
+                noteFailure(error);
+                throw;
+            }
+            for (Read& read : reads) {
+                if (read.rows)
+                    read.rows->clear();
+            }
+        }
+    }
     try {
         m_engine->runTogether(reads);
     } catch (const Error& error) {
@@ -206,6 +234,7 @@ void Connection::runTogether(std::vector<Read>& reads) {
 }
 
 Touched Connection::write(CachedStatement& entry, const Arguments& arguments) {
+    ++m_changes;
     Touched touched;
     const QByteArray& sql = entry.translation.sql;
     if (m_depth > 0 && m_engine->defers()) {
@@ -226,6 +255,7 @@ Touched Connection::write(CachedStatement& entry, const Arguments& arguments) {
 }
 
 void Connection::writeOne(CachedStatement& entry, const Arguments& arguments) {
+    ++m_changes;
     const QByteArray& sql = entry.translation.sql;
     if (m_depth > 0 && m_engine->defers())
         m_engine->writeLater(prepared(entry.touching, sql, Access::MustTouch), arguments, m_step);
@@ -293,6 +323,7 @@ Touched Connection::execute(const QString& text) {
 }
 
 qint64 Connection::insert(CachedStatement& entry, const Arguments& arguments, const Table& table) {
+    ++m_changes;
     const qint64 identity =
         run(entry.whole, entry.translation.sql, Access::Writes, arguments).counter;
     const Column* key = table.key();
@@ -313,6 +344,7 @@ qint64 Connection::lastCounter() {
 
 /// A definition with its indexes: all of it or nothing.
 void Connection::define(const CachedStatement& entry, QStringView text) {
+    ++m_changes;
     const Translation definition = entry.translation;
     begin();
     try {
@@ -342,11 +374,14 @@ void Connection::define(const CachedStatement& entry, QStringView text) {
 
 void Connection::begin() {
     checkUsable();
+    ++m_changes;
     m_engine->begin(m_depth, m_step);
-    ++m_depth;
+    if (m_depth++ == 0)
+        ++m_transaction;
 }
 
 void Connection::commit() {
+    ++m_changes;
     if (m_depth == 0)
         throw Error(errors::noTransaction, u"No transaction is open."_s);
     checkUsable();
@@ -360,6 +395,7 @@ void Connection::commit() {
 }
 
 void Connection::rollback() {
+    ++m_changes;
     if (m_depth == 0)
         throw Error(errors::noTransaction, u"No transaction is open."_s);
     --m_depth;

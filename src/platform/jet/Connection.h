@@ -2,6 +2,7 @@
 
 #include "platform/jet/Arguments.h"
 #include "platform/jet/Database.h"
+#include "platform/jet/Expected.h"
 #include "platform/jet/Rows.h"
 #include "platform/jet/Schema.h"
 #include "platform/jet/Translate.h"
@@ -62,6 +63,8 @@ class Connection {
     /// Shows the rows of a select in the engine's own SQL: see Engine::each.
     void each(const QByteArray& sql, const Engine::Look& look);
     void runTogether(std::vector<Read>& reads);
+    /// What will be asked for next goes along with the next select.
+    Expected& expected() { return m_expected; }
     /// A write whose outcome may be asked for later: sent with the next statement where the engine
     /// is far away and a transaction is open, run at once elsewhere.
     Touched write(CachedStatement& statement, const Arguments& arguments);
@@ -85,6 +88,11 @@ class Connection {
     void commit();
     void rollback();
     int depth() const { return m_depth; }
+    /// Counts what this connection wrote, began and ended: reads at the same count may stand
+    /// together.
+    quint64 changes() const { return m_changes; }
+    /// The number of the open transaction; 0 where none is open.
+    quint64 transaction() const { return m_depth > 0 ? m_transaction : 0; }
 
   private:
     StatementPtr cached(const QString& key);
@@ -98,6 +106,7 @@ class Connection {
 
     std::unique_ptr<Engine> m_engine;
     Dialect m_dialect;
+    Expected m_expected;
     Schema m_schema;
     QHash<QString, StatementPtr> m_cache;
     quint64 m_uses = 0;
@@ -106,7 +115,9 @@ class Connection {
     DeferredPtr m_counterOf; ///< the INSERT that is to tell the last counter
     QString m_step;
     int m_depth = 0;
-    bool m_broken = false; ///< the engine gave up the transaction that is still open here
+    quint64 m_changes = 0;
+    quint64 m_transaction = 0; ///< of the last one
+    bool m_broken = false;     ///< the engine gave up the transaction that is still open here
     bool m_schemaStale = false;
     bool m_defined = false; ///< the open transaction has changed the schema
     bool m_serverPrepared = false;

@@ -59,6 +59,8 @@ void Database::tidy() {
 }
 
 Recordset Database::openRecordset(const QString& select, RecordsetType type) {
+    if (auto expected = m_connection->expected().take(*m_connection, select, type))
+        return Recordset(std::move(expected));
     auto data = std::make_shared<RecordsetData>(*m_connection, selectOf(select), type);
     data->load();
     return Recordset(std::move(data));
@@ -82,6 +84,10 @@ Recordset Database::openLater(const QString& select, RecordsetType type) {
     auto data = std::make_shared<RecordsetData>(*m_connection, selectOf(select), type);
     data->requestLater();
     return Recordset(std::move(data));
+}
+
+void Database::expect(const std::vector<WantedSet>& wanted) {
+    m_connection->expected().set(*m_connection, wanted);
 }
 
 Touched Database::execute(const QString& statement) {
@@ -110,6 +116,9 @@ StatementPtr selectStatement(Connection& connection, const Normalized& normalize
 } // namespace
 
 Value Database::lookup(const QString& select) {
+    if (const auto expected =
+            m_connection->expected().take(*m_connection, select, RecordsetType::Snapshot))
+        return expected->recordCount() == 0 ? Value() : expected->field(0);
     const Normalized normalized = normalize(select);
     const StatementPtr statement = selectStatement(*m_connection, normalized);
     Rows rows;
@@ -121,6 +130,9 @@ Value Database::lookup(const QString& select) {
 }
 
 bool Database::hasRows(const QString& select) {
+    if (const auto expected =
+            m_connection->expected().take(*m_connection, select, RecordsetType::Snapshot))
+        return expected->recordCount() > 0;
     const Normalized normalized = normalize(select);
     const StatementPtr statement = selectStatement(*m_connection, normalized);
     Rows rows;

@@ -68,6 +68,10 @@ void Recordset::moveTo(int position) {
     opened(m_data).moveTo(position);
 }
 
+Value Recordset::keyAhead(int step) const {
+    return opened(m_data).keyAhead(step);
+}
+
 void Recordset::findFirst(const QString& criteria) {
     early(m_data).findFirst(criteria);
 }

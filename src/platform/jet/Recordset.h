@@ -48,6 +48,10 @@ class Recordset {
     void movePrevious(); ///< before the first row is bof; at bof throws noCurrentRecord
     void moveTo(int position);
 
+    /// The key of the row that a step of 1 or -1 leads to, as far as it is known without asking the
+    /// database; else Null.
+    Value keyAhead(int step) const;
+
     /// The first row of the set that meets the criterion becomes current. If none does, noMatch()
     /// is true and the current row stays.
     void findFirst(const QString& criteria);

@@ -70,6 +70,7 @@ Read RecordsetData::request() {
 }
 
 void RecordsetData::received(const Outcome& outcome) {
+    m_readIn = m_connection.transaction();
     if (m_kind == Kind::Keyed) {
         m_rowsStand = outcome.complete;
         if (outcome.complete) {
@@ -467,6 +468,13 @@ void RecordsetData::found(int position) {
         }
     }
     goTo(position);
+}
+
+Value RecordsetData::keyAhead(int step) const {
+    const int place = m_position + step;
+    const bool isHeld =
+        m_kind == Kind::Keyed && m_keysRead && !m_removed && place >= 0 && place < stored();
+    return isHeld ? keyAt(place) : Value();
 }
 
 void RecordsetData::findFirst(const QString& criteria) {

@@ -43,6 +43,7 @@ class RecordsetData {
     bool isFirst() const { return !bof() && !eof() && m_position == 0 && m_part.toFirst; }
     bool isLast() const { return !bof() && !eof() && m_position == stored() - 1 && m_part.toLast; }
     bool loadAt(const Value& mark);
+    Value keyAhead(int step) const;
 
     void moveFirst();
     void moveLast();
@@ -161,6 +162,7 @@ class RecordsetData {
     mutable Part m_part;
     bool m_unread = false; ///< the set is read where its first step leads
     ChangeMark m_mark;
+    quint64 m_readIn = 0;     ///< the transaction in which the set was read
     bool m_fresh = false;     ///< nothing moved since the set was read
     bool m_rowsStand = false; ///< Keyed: m_rows may be shown while the mark stands
 

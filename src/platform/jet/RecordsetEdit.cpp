@@ -51,7 +51,10 @@ void RecordsetData::edit() {
     const Table& table = baseTable();
     needCurrent();
     m_editing = Editing::No;
-    if (m_kind == Kind::Keyed ? !fetch() : !readCurrent())
+    // What was read within this transaction, and not written since, is as it is stored.
+    const bool isRead =
+        m_readIn != 0 && m_readIn == m_connection.transaction() && heldStand(m_position);
+    if (m_kind == Kind::Keyed && !isRead ? !fetch() : !readCurrent())
         throw rowDeletedError();
     m_edited = std::make_unique<Edited>(Edited{table, keyAt(m_position), {}});
     m_editing = Editing::Changed;
