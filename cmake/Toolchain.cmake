@@ -12,7 +12,9 @@ endif()
 
 find_program(MOLD mold)
 if(MOLD)
-  add_link_options(-fuse-ld=mold)
+  # Where a program's code ends close to a page's end, mold 1.10 begins the part that is read-only
+  # after relocation on a page that isn't there, and the program doesn't start.
+  add_link_options(-fuse-ld=mold -Wl,-z,norelro)
 endif()
 
 find_program(CCACHE ccache)
