@@ -106,6 +106,7 @@ void frmReportAllItemsQresults::print(const std::vector<int>& rows, const QStrin
         return;
     }
     std::vector<qint64> items;
+    items.reserve(rows.size());
     for (const int row : rows)
         items.push_back(sprItemFound->rowKey(row));
     core::launchReportFile(m_reports.text(u"FileName"),
