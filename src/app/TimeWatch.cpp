@@ -48,6 +48,8 @@ class Count : public QObject {
             return;
         if (m_userName != state.CurrentUserName) {
             m_userName = state.CurrentUserName;
+            m_allowed = false; // should the next line fail
+            m_button->hide();
             m_allowed = core::HasAccess(u"mnuFileTimeManagement"_s);
             m_readings = -1;
         }
