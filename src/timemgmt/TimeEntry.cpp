@@ -76,7 +76,7 @@ std::optional<screen::Complaint> checkParts(const QString& done, const QString& 
 std::optional<Parts> SaveParts(jet::Database& database, qint64 timeId, double done, double scrap,
                                const Parts& shown, bool& gone) {
     jet::Transaction transaction(database);
-    const auto stands = partsOf(database, timeId);
+    auto stands = partsOf(database, timeId);
     gone = !stands;
     if (gone || *stands != shown)
         return stands;

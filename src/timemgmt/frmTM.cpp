@@ -160,9 +160,9 @@ void frmTM::makePages() {
                         {u"Oper. #"_s, 8, number},
                         {u"Vendor"_s, 8, number},
                         {u"Oper. Time"_s, 11, number},
-                        {u"Start Time"_s, 26},
-                        {u"Suspend Time"_s, 26},
-                        {.title = u"Finish Time"_s, .characters = 26, .stretches = true},
+                        {u"Start Time"_s, 24},
+                        {u"Suspend Time"_s, 24},
+                        {.title = u"Finish Time"_s, .characters = 24, .stretches = true},
                         {u"Parts Done"_s, 10, number},
                         {u"Parts Scrap"_s, 11, number}});
     sprMain2 = makeList(u"&Sign-In/Out"_s, u"sprMain2"_s, u"Attendance"_s,
