@@ -96,8 +96,8 @@ void frmAP::buildOptions(QBoxLayout* inside) {
     row->addWidget(optTerm);
     row->addStretch(1);
     optTerm->setChecked(true);
-    connect(Check1, &QCheckBox::toggled, this, [this] { guarded([this] { showDates(); }); });
-    connect(optDate, &QRadioButton::toggled, this, [this] { guarded([this] { showDates(); }); });
+    on(Check1, &QCheckBox::toggled, [this] { showDates(); });
+    on(optDate, &QRadioButton::toggled, [this] { showDates(); });
     showDates();
 }
 

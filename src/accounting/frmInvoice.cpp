@@ -96,8 +96,7 @@ void frmInvoice::buildOptions(QBoxLayout* inside) {
     }
     row->addStretch(1);
     Option1[1]->setChecked(true);
-    connect(Option1[1], &QRadioButton::toggled, this,
-            [this] { guarded([this] { Option1_Click(); }); });
+    on(Option1[1], &QRadioButton::toggled, [this] { Option1_Click(); });
 }
 
 void frmInvoice::buildReports(QBoxLayout* inside) {

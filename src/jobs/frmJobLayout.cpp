@@ -273,8 +273,7 @@ void frmJob::wire() {
     opens(u"cmdInvoice", u"frmInvoice", &frmJob::cmdInvoice_Click);
     opens(u"cmdShippingHistory", u"frmJobShip", &frmJob::cmdShippingHistory_Click);
 
-    connect(chkShipped, &QCheckBox::toggled, this,
-            [this] { guarded([this] { chkShipped_Click(); }); });
+    on(chkShipped, &QCheckBox::toggled, [this] { chkShipped_Click(); });
     wireCustomer();
     const auto left = [this] {
         if (!isBrowse())

@@ -2,44 +2,30 @@
 
 #include "core/MirsaMain.h"
 #include "platform/controls/DateField.h"
+#include "platform/controls/Pictures.h"
+#include "platform/controls/Tree.h"
 #include "platform/screen/Layout.h"
 #include "platform/values/Clock.h"
 #include "platform/values/Literals.h"
 
-#include <QKeyEvent>
-#include <QPainter>
 #include <QPushButton>
-#include <QStyle>
-#include <QTreeWidget>
 #include <QVBoxLayout>
+
+#include <algorithm>
+#include <map>
 
 namespace purchasing {
 
 namespace {
 
-constexpr int keyRole = Qt::UserRole;
-constexpr int chosenRole = Qt::UserRole + 1;
-
-QIcon light(bool green) {
-    QPixmap picture(32, 32);
-    picture.fill(Qt::transparent);
-    QPainter painter(&picture);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(QColor(0x404040), 2));
-    painter.setBrush(green ? QColor(0x2e9e44) : QColor(0xc02020));
-    painter.drawEllipse(5, 5, 22, 22);
-    painter.end();
-    return QIcon(picture);
-}
+const QString rootKey = u"r"_s;
 
 } // namespace
 
 CopyTreeForm::CopyTreeForm(Descriptor descriptor)
     : Form(descriptor.formName, descriptor.caption), m_descriptor(std::move(descriptor)) {
     auto* outside = new QVBoxLayout(this);
-    tvMain = screen::named(new QTreeWidget(this), u"tvMain"_s, u"Items to copy"_s);
-    tvMain->setHeaderHidden(true);
-    tvMain->installEventFilter(this);
+    tvMain = screen::named(new controls::Tree(this), u"tvMain"_s, u"Items to copy"_s);
     outside->addWidget(tvMain, 1);
     if (m_descriptor.asksDate) {
         screen::Fields fields(this, outside);
@@ -61,89 +47,57 @@ CopyTreeForm::CopyTreeForm(Descriptor descriptor)
         hideModal();
     });
     on(cmdCancel, [this] { hideModal(); });
-    connect(tvMain, &QTreeWidget::itemClicked, this, [this](QTreeWidgetItem* item) { flip(item); });
+    on(tvMain->choiceTurned, [this](const QString& key) { showFolder(tvMain->parentOf(key)); });
     resize(480, 460);
 }
 
 void CopyTreeForm::fill(qint64 number, const QString& key) {
     jet::Database& database = core::MainDatabase();
     const QString no = QString::number(number);
-    const auto read = [&](const QString& select) {
-        return database.openRecordset(select, jet::RecordsetType::Snapshot);
-    };
     const QString table = m_descriptor.ordered ? u"POVendor"_s : u"RFQVendor"_s;
-    jet::Recordset vendors =
-        read(u"SELECT VendorID, Company, "_s +
+    const QString owner = m_descriptor.ordered ? u"PONumber"_s : u"VOrderKey"_s;
+    std::vector<jet::Recordset> sets = database.together(
+        {u"SELECT VendorID, Company, "_s +
              (m_descriptor.ordered ? u"OrderNumber"_s : u"VOrderKey"_s) + u" FROM "_s + table +
              (m_descriptor.oneVendor ? u" WHERE VOrderKey = "_s + sqlText(key)
                                      : u" WHERE OrderNumber = "_s + no) +
-             u" ORDER BY Company"_s);
-    const QString owner = m_descriptor.ordered ? u"PONumber"_s : u"VOrderKey"_s;
-    jet::Recordset items =
-        read(u"SELECT ItemKey, PartNumber, Description, "_s + owner + u" FROM "_s +
+             u" ORDER BY Company"_s,
+         u"SELECT ItemKey, PartNumber, Description, "_s + owner + u" FROM "_s +
              (m_descriptor.ordered     ? u"POItem WHERE PONumber = "_s + no
               : m_descriptor.oneVendor ? u"RFQItem WHERE VOrderKey = "_s + sqlText(key)
                                        : u"RFQItem WHERE OrderNumber = "_s + no) +
-             u" ORDER BY ItemNumber"_s);
+             u" ORDER BY ItemNumber"_s});
+    jet::Recordset &vendors = sets[0], &items = sets[1];
 
-    auto* root = new QTreeWidgetItem(tvMain, {m_descriptor.rootWord + no});
-    root->setData(0, keyRole, u"r"_s + no);
-    std::vector<std::pair<QString, QTreeWidgetItem*>> folders;
+    tvMain->addNode({}, {.key = rootKey,
+                         .text = m_descriptor.rootWord + no,
+                         .picture = controls::pictures::openFolder()});
+    std::map<QString, std::vector<controls::TreeNode>> ofVendor;
+    for (; !items.eof(); items.moveNext()) {
+        ofVendor[items.text(owner).toCaseFolded()].push_back(
+            {.key = u"i"_s + items.text(u"ItemKey"),
+             .text = items.text(u"PartNumber") + u" - "_s + items.text(u"Description"),
+             .chosen = true});
+    }
     for (; !vendors.eof(); vendors.moveNext()) {
         const QString vendor = vendors.field(2).toText();
-        auto* node = new QTreeWidgetItem(root, {vendors.text(u"Company")});
-        node->setData(0, keyRole, u"v"_s + vendor);
-        folders.emplace_back(vendor, node);
+        const QString folder = u"v"_s + vendor;
+        tvMain->addNode(rootKey, {.key = folder, .text = vendors.text(u"Company")});
+        tvMain->addNodes(folder, ofVendor[vendor.toCaseFolded()]);
+        tvMain->open(folder);
+        showFolder(folder);
     }
-    for (; !items.eof(); items.moveNext()) {
-        const QString of = items.text(owner);
-        for (const auto& [vendor, node] : folders) {
-            if (vendor.compare(of, Qt::CaseInsensitive) != 0)
-                continue;
-            auto* item = new QTreeWidgetItem(
-                node, {items.text(u"PartNumber") + u" - "_s + items.text(u"Description")});
-            item->setData(0, keyRole, u"i"_s + items.text(u"ItemKey"));
-            flip(item);
-        }
-    }
-    tvMain->expandAll();
-    root->setIcon(0, style()->standardIcon(QStyle::SP_DirOpenIcon));
-    for (const auto& folder : folders)
-        showFolder(folder.second);
-    tvMain->setCurrentItem(root);
+    tvMain->open(rootKey);
+    tvMain->selectNode(rootKey);
 }
 
-bool CopyTreeForm::isChosen(const QTreeWidgetItem* item) const {
-    return item->data(0, chosenRole).toBool();
-}
-
-// Folders are passed over.
-void CopyTreeForm::flip(QTreeWidgetItem* item) {
-    if (!item || !item->data(0, keyRole).toString().startsWith(u'i'))
-        return;
-    const bool chosen = !isChosen(item);
-    item->setData(0, chosenRole, chosen);
-    item->setIcon(0, light(chosen));
-    item->setData(0, Qt::AccessibleTextRole,
-                  item->text(0) + (chosen ? u", chosen"_s : u", left out"_s));
-    showFolder(item->parent());
-}
-
-void CopyTreeForm::showFolder(QTreeWidgetItem* vendor) const {
-    bool any = false;
-    for (int i = 0; i < vendor->childCount(); ++i)
-        any = any || isChosen(vendor->child(i));
-    vendor->setIcon(0,
-                    style()->standardIcon(any ? QStyle::SP_DirOpenIcon : QStyle::SP_DirClosedIcon));
-}
-
-bool CopyTreeForm::eventFilter(QObject* object, QEvent* event) {
-    if (event->type() == QEvent::KeyPress && object == tvMain &&
-        static_cast<QKeyEvent*>(event)->key() == Qt::Key_Space) {
-        flip(tvMain->currentItem());
-        return true;
-    }
-    return Form::eventFilter(object, event);
+/// An open folder where anything in it is chosen.
+void CopyTreeForm::showFolder(const QString& vendor) const {
+    const QStringList items = tvMain->childrenOf(vendor);
+    const bool any = std::any_of(items.begin(), items.end(),
+                                 [this](const QString& item) { return tvMain->isChosen(item); });
+    const QIcon picture = any ? controls::pictures::openFolder() : controls::pictures::folder();
+    tvMain->setPictures(vendor, picture, picture);
 }
 
 std::optional<CopyTreeDialog::Choice> CopyTreeForm::choose(qint64 number, const QString& key) {
@@ -154,13 +108,13 @@ std::optional<CopyTreeDialog::Choice> CopyTreeForm::choose(qint64 number, const 
     if (!m_ok)
         return std::nullopt;
     Choice choice;
-    const QTreeWidgetItem* root = tvMain->topLevelItem(0);
-    for (int v = 0; v < root->childCount(); ++v) {
-        const QTreeWidgetItem* vendor = root->child(v);
-        ChosenRequest request{vendor->data(0, keyRole).toString().mid(1), {}};
-        for (int i = 0; i < vendor->childCount(); ++i) {
-            if (isChosen(vendor->child(i)))
-                request.items << vendor->child(i)->data(0, keyRole).toString().mid(1);
+    const QStringList vendors = tvMain->childrenOf(rootKey);
+    for (const QString& vendor : vendors) {
+        ChosenRequest request{vendor.mid(1), {}};
+        const QStringList items = tvMain->childrenOf(vendor);
+        for (const QString& item : items) {
+            if (tvMain->isChosen(item))
+                request.items << item.mid(1);
         }
         choice.vendors.push_back(std::move(request));
     }

@@ -3,14 +3,10 @@
 #include "platform/screen/Form.h"
 #include "purchasing/Dialogs.h"
 
-#include <QIcon>
-
-class QTreeWidget;
-class QTreeWidgetItem;
-
 namespace controls {
 class DateField;
-}
+class Tree;
+} // namespace controls
 
 namespace purchasing {
 
@@ -31,13 +27,10 @@ class CopyTreeForm : public screen::Form, public CopyTreeDialog {
 
   private:
     void fill(qint64 number, const QString& key);
-    void flip(QTreeWidgetItem* item);
-    void showFolder(QTreeWidgetItem* vendor) const;
-    bool isChosen(const QTreeWidgetItem* item) const;
-    bool eventFilter(QObject* object, QEvent* event) override;
+    void showFolder(const QString& vendor) const;
 
     Descriptor m_descriptor;
-    QTreeWidget* tvMain;
+    controls::Tree* tvMain;
     controls::DateField* txtDate = nullptr;
     bool m_ok = false;
 };

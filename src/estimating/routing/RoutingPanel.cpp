@@ -82,8 +82,7 @@ QPushButton* RoutingPanel::button(const QString& name, const QString& caption,
     auto* result = screen::named(new QPushButton(caption, this), name, meaning);
     result->setToolTip(meaning);
     result->setAutoDefault(false);
-    connect(result, &QPushButton::clicked, this,
-            [this, click = std::move(click)] { m_form.guarded(click); });
+    m_form.on(result, std::move(click));
     return result;
 }
 
