@@ -93,6 +93,8 @@ Form::Form(const QString& name, const QString& caption) {
 }
 
 Form::~Form() {
+    // The application lives on, and tells of the focus while the controls are taken down.
+    disconnect(qApp, nullptr, this, nullptr);
     if (m_endModal)
         m_endModal();
     Forms::gone(this);

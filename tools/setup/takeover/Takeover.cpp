@@ -282,6 +282,9 @@ Result takeOver(const QString& program, const QString& oldFile, const QString& f
     if (onServer && database->schema().table(u"Job"))
         throw Refusal(u"The database on the server is set up already. An old one goes into an "
                       "empty one. Nothing was changed."_s);
+    // Reading a large file takes its time between two writes, and nobody else works here yet.
+    if (onServer)
+        jet::Native(*database).execute("SET idle_in_transaction_session_timeout = 0");
     Remarks remarks(valuesAside);
     Run run(*database, reader, facts.catalogue, remarks);
     {
