@@ -42,6 +42,31 @@ std::vector<qint64> matchingItems(jet::Database& database, const QString& partNu
     return items;
 }
 
+QString matchingItemsSelect(const WantedItems& wanted) {
+    QStringList parts;
+    for (const auto& [partNumber, description] : wanted)
+        parts << sqlText(partNumber);
+    parts.removeDuplicates();
+    return u"SELECT ID, PartNumber, Description FROM Items WHERE PartNumber IN ("_s +
+           (parts.isEmpty() ? u"Null"_s : parts.join(u", ")) + u") ORDER BY ID DESC"_s;
+}
+
+std::vector<std::vector<qint64>> matchingItems(jet::Database& database, const WantedItems& wanted) {
+    std::vector<std::vector<qint64>> items(wanted.size());
+    if (wanted.empty())
+        return items;
+    jet::Recordset set =
+        database.openRecordset(matchingItemsSelect(wanted), jet::RecordsetType::Snapshot);
+    for (; !set.eof(); set.moveNext()) {
+        for (std::size_t i = 0; i < wanted.size(); ++i) {
+            if (same(set.text(u"PartNumber"), wanted[i].first) &&
+                same(set.text(u"Description"), wanted[i].second))
+                items[i].push_back(set[u"ID"].toLong());
+        }
+    }
+    return items;
+}
+
 bool restock(jet::Database& database, const std::vector<Restock>& movements) {
     if (movements.empty())
         return true;
@@ -108,47 +133,33 @@ std::vector<ReceivedLine> receivedLines(jet::Database& database, qint64 poNumber
 
 std::vector<LeftLine> stockLines(jet::Database& database, const Restock& how,
                                  const std::vector<ReceivedLine>& lines) {
-    QStringList parts;
+    WantedItems wanted;
     for (const ReceivedLine& line : lines) {
         if (line.selected)
-            parts << sqlText(line.partNumber);
+            wanted.emplace_back(line.partNumber, line.description);
     }
-    if (parts.isEmpty())
+    if (wanted.empty())
         return {};
-    parts.removeDuplicates();
-    struct Candidate {
-        qint64 id;
-        QString partNumber, description;
-    };
-    std::vector<Candidate> candidates;
     jet::Transaction transaction(database);
-    auto sets = database.together(
-        {u"SELECT ID, PartNumber, Description FROM Items WHERE PartNumber IN ("_s +
-             parts.join(u", "_s) + u") ORDER BY ID"_s,
-         u"SELECT VendorID FROM POVendor WHERE OrderNumber = "_s + num(how.number) +
-             u" ORDER BY VendorID"_s});
-    for (jet::Recordset& items = sets[0]; !items.eof(); items.moveNext())
-        candidates.push_back(
-            {items[u"ID"].toLong(), items.text(u"PartNumber"), items.text(u"Description")});
+    database.expect({vendorOfOrderSelect(how.number), matchingItemsSelect(wanted)});
+    const qint64 vendor = vendorOfOrder(database, how.number);
+    auto items = matchingItems(database, wanted);
     std::vector<LeftLine> left;
     std::vector<Restock> movements;
+    std::size_t place = 0;
     for (const ReceivedLine& line : lines) {
         if (!line.selected)
             continue;
-        std::vector<qint64> items;
-        for (const Candidate& item : candidates) {
-            if (same(item.partNumber, line.partNumber) && same(item.description, line.description))
-                items.push_back(item.id);
-        }
-        if (items.size() != 1) {
-            left.push_back({line, std::move(items)});
+        std::vector<qint64>& fitting = items[place++];
+        if (fitting.size() != 1) {
+            left.push_back({line, std::move(fitting)});
             continue;
         }
         Restock movement = how;
-        movement.itemId = items.front();
+        movement.itemId = fitting.front();
         movement.quantity = line.stock;
         movement.type = u"PO"_s;
-        movement.vendor = sets[1].isEmpty() ? 0 : sets[1].field(0).toLong();
+        movement.vendor = vendor;
         movements.push_back(std::move(movement));
     }
     restock(database, movements);
@@ -156,11 +167,13 @@ std::vector<LeftLine> stockLines(jet::Database& database, const Restock& how,
     return left;
 }
 
+QString vendorOfOrderSelect(qint64 poNumber) {
+    return u"SELECT VendorID FROM POVendor WHERE OrderNumber = "_s + num(poNumber) +
+           u" ORDER BY VendorID"_s;
+}
+
 qint64 vendorOfOrder(jet::Database& database, qint64 poNumber) {
-    return database
-        .lookup(u"SELECT VendorID FROM POVendor WHERE OrderNumber = "_s + num(poNumber) +
-                u" ORDER BY VendorID"_s)
-        .toLong();
+    return database.lookup(vendorOfOrderSelect(poNumber)).toLong();
 }
 
 Item itemOfLine(jet::Database& database, qint64 lineId) {

@@ -21,6 +21,12 @@ struct Restock {
 std::vector<qint64> matchingItems(jet::Database& database, const QString& partNumber,
                                   const QString& description);
 
+/// The same for many, by part number and description: the items of each, in one wait.
+using WantedItems = std::vector<std::pair<QString, QString>>;
+std::vector<std::vector<qint64>> matchingItems(jet::Database& database, const WantedItems& wanted);
+/// The select that it opens, to be expected by who opens others beside it.
+QString matchingItemsSelect(const WantedItems& wanted);
+
 /// Writes the history rows and raises the stock, in one transaction that holds the items while it
 /// adds, so that stations that stock and issue at once lose nothing. False, and nothing written, if
 /// one of the items has gone.
@@ -52,6 +58,7 @@ std::vector<LeftLine> stockLines(jet::Database& database, const Restock& how,
                                  const std::vector<ReceivedLine>& lines);
 /// The vendor of an order; 0 if it has none.
 qint64 vendorOfOrder(jet::Database& database, qint64 poNumber);
+QString vendorOfOrderSelect(qint64 poNumber);
 /// What an item made of a line of an order begins with, what was received as its quantity.
 Item itemOfLine(jet::Database& database, qint64 lineId);
 

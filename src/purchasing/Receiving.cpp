@@ -45,13 +45,15 @@ const ReceiveLine* find(const std::vector<ReceiveLine>& there, const ReceiveLine
     return found == there.end() ? nullptr : &*found;
 }
 
-/// What the line has received is the sum of its receipts.
-void recount(jet::Database& database, qint64 itemId) {
-    const jet::Value sum = database.lookup(
-        u"SELECT Sum(QtyRecvd) AS QtySum FROM POReceived WHERE POReceived.ItemID = "_s +
-        num(itemId));
-    database.execute(u"UPDATE POItem SET ReceivedQuantity = "_s +
-                     num(std::max<qint64>(0, sum.toLong())) + u" WHERE ID = "_s + num(itemId));
+/// What the lines have received is the sum of their receipts.
+void recount(jet::Database& database, const QString& itemIds) {
+    const QString these = u" IN ("_s + itemIds + u")"_s;
+    database.execute(u"UPDATE POItem SET ReceivedQuantity = 0 WHERE ID"_s + these);
+    database.execute(u"UPDATE POItem INNER JOIN (SELECT ItemID, Sum(QtyRecvd) AS QtySum FROM "
+                     "POReceived WHERE ItemID"_s +
+                     these +
+                     u" GROUP BY ItemID) AS Sums ON POItem.ID = Sums.ItemID SET "
+                     "POItem.ReceivedQuantity = Sums.QtySum WHERE Sums.QtySum > 0"_s);
 }
 
 } // namespace
@@ -65,31 +67,65 @@ std::vector<ReceiveLine> openLines(jet::Database& database, qint64 poNumber) {
 
 std::vector<Unstocked> receive(jet::Database& database, const Receipt& receipt,
                                const std::vector<ReceiveLine>& lines) {
-    std::vector<Unstocked> left;
     jet::Transaction transaction(database);
     const auto there = linesOf(database, receipt.poNumber, {});
-    for (const ReceiveLine& wanted : lines) {
-        if (!wanted.selected || wanted.quantity <= 0)
+    std::vector<ReceiveLine> arrived;
+    std::vector<std::vector<jet::Value>> rows;
+    QStringList ids;
+    inventory::WantedItems wanted;
+    for (const ReceiveLine& line : lines) {
+        if (!line.selected || line.quantity <= 0)
             continue;
-        const ReceiveLine* found = find(there, wanted);
+        const ReceiveLine* found = find(there, line);
         if (!found)
-            throw LineGone(wanted.partNumber);
-        ReceiveLine line = wanted;
-        line.itemId = found->itemId;
-        database.execute(
-            u"INSERT INTO POReceived (ItemID, PONumber, QtyRecvd, [Date], EmpID) VALUES ("_s +
-            num(line.itemId) + u", "_s + num(receipt.poNumber) + u", "_s + num(line.quantity) +
-            u", '"_s + values::format(receipt.date, u"Short Date") + u"', "_s +
-            num(receipt.employee) + u")"_s);
-        const qint64 receiptId = database.lastCounter();
-        recount(database, line.itemId);
-        if (!line.stock)
-            continue;
-        auto items = inventory::matchingItems(database, line.partNumber, line.description);
-        if (items.size() != 1 ||
-            !stockReceipt(database, receipt, receiptId, items.front(), line.quantity))
-            left.push_back({receiptId, line, std::move(items)});
+            throw LineGone(line.partNumber);
+        arrived.push_back(line);
+        arrived.back().itemId = found->itemId;
+        rows.push_back(
+            {found->itemId, receipt.poNumber, line.quantity, receipt.date, receipt.employee});
+        ids << num(found->itemId);
+        if (line.stock)
+            wanted.emplace_back(line.partNumber, line.description);
     }
+    if (arrived.empty())
+        return {};
+    database.insertRows(u"POReceived"_s,
+                        {u"ItemID"_s, u"PONumber"_s, u"QtyRecvd"_s, u"Date"_s, u"EmpID"_s}, rows);
+    recount(database, ids.join(u", "));
+    const QString made =
+        u"SELECT TOP %1 ID FROM POReceived WHERE PONumber = %2 ORDER BY ID DESC"_s.arg(rows.size())
+            .arg(receipt.poNumber);
+    database.expect({made, inventory::vendorOfOrderSelect(receipt.poNumber),
+                     inventory::matchingItemsSelect(wanted)});
+    std::vector<qint64> receipts;
+    for (jet::Recordset set = database.openRecordset(made, jet::RecordsetType::Snapshot);
+         !set.eof(); set.moveNext())
+        receipts.insert(receipts.begin(), set[u"ID"].toLong());
+    const qint64 vendor = inventory::vendorOfOrder(database, receipt.poNumber);
+    const auto items = inventory::matchingItems(database, wanted);
+
+    std::vector<Unstocked> left;
+    std::vector<inventory::Restock> movements;
+    QStringList stocked;
+    std::size_t place = 0;
+    for (std::size_t i = 0; i < arrived.size(); ++i) {
+        if (!arrived[i].stock)
+            continue;
+        const std::vector<qint64>& fitting = items[place++];
+        if (fitting.size() != 1) {
+            left.push_back({receipts[i], arrived[i], fitting});
+            continue;
+        }
+        movements.push_back({fitting.front(), arrived[i].quantity, receipt.employee, receipt.date,
+                             u"PO"_s, receipt.poNumber, vendor});
+        stocked << num(receipts[i]);
+    }
+    // They were read under the lock that all stations take before they delete one.
+    if (!inventory::restock(database, movements))
+        throw jet::Error(jet::errors::rowDeleted, u"Record is deleted."_s);
+    if (!stocked.isEmpty())
+        database.execute(u"UPDATE POReceived SET StockInventory = True WHERE ID IN ("_s +
+                         stocked.join(u", ") + u")"_s);
     transaction.commit();
     return left;
 }
@@ -120,7 +156,7 @@ bool deleteReceipt(jet::Database& database, qint64 receiptId) {
         return false;
     const qint64 itemId = receipt[u"ItemID"].toLong();
     database.execute(u"DELETE * FROM POReceived WHERE ID = "_s + num(receiptId));
-    recount(database, itemId);
+    recount(database, num(itemId));
     transaction.commit();
     return true;
 }
