@@ -250,7 +250,10 @@ bool ListView::event(QEvent* event) {
     if (event->type() == QEvent::ShortcutOverride &&
         GridTools::isOwn(*static_cast<QKeyEvent*>(event)))
         event->accept();
-    return QTableView::event(event);
+    const bool taken = QTableView::event(event);
+    if (event->type() == QEvent::Resize && m_looks)
+        m_looks->stretch();
+    return taken;
 }
 
 void ListView::contextMenuEvent(QContextMenuEvent* event) {

@@ -81,6 +81,16 @@ TEST_F(ListTest, ARefreshPatchesRowsAndKeepsWhatIsSelected) {
     EXPECT_EQ(list->selectedKey(), QString());
 }
 
+TEST_F(ListTest, TheColumnThatStretchesFollowsTheWindow) {
+    ListView wide;
+    wide.setColumns({{.title = u"Part"_s, .characters = 10, .stretches = true}, {u"Qty"_s, 8}});
+    wide.resize(400, 200);
+    wide.show();
+    const int before = wide.columnWidth(0);
+    wide.resize(900, 200);
+    EXPECT_EQ(wide.columnWidth(0), before + 500);
+}
+
 TEST_F(ListTest, AnyPatchOfAnyRowsShowsThoseRows) {
     show();
     quint32 seed = 7;
