@@ -3,6 +3,7 @@
 #include "accounting/ItemNames.h"
 #include "accounting/SentHistory.h"
 #include "core/MirsaMain.h"
+#include "core/ReportLaunch.h"
 #include "platform/screen/Forms.h"
 #include "platform/screen/Layout.h"
 #include "platform/values/Clock.h"
@@ -125,6 +126,14 @@ void SendForm::buildOptional(QBoxLayout* inside) {
        [this](int row, int column) { normalisePrice(vaSpread2, row, column, optional::Price); });
 }
 
+void SendForm::reportButton(QBoxLayout* inside, const QString& name, const QString& caption,
+                            const QString& file, const QString& title) {
+    auto* made = screen::named(new QPushButton(caption, this), name);
+    made->setAutoDefault(false);
+    inside->addWidget(made);
+    on(made, [this, file, title] { core::launchReportFile(file, {}, title, this); });
+}
+
 void SendForm::buildButtons(QBoxLayout* inside) {
     auto* row = new QHBoxLayout;
     inside->addLayout(row);
@@ -185,7 +194,9 @@ bool SendForm::readItems() {
 }
 
 void SendForm::fillPartners() {
-    dbcCompID->setRows(partners(), u"Company"_s, u"ID"_s);
+    dbcCompID->setRows(
+        core::MainDatabase().openRecordset(partnersSelect(), jet::RecordsetType::Snapshot),
+        u"Company"_s, u"ID"_s);
 }
 
 QString SendForm::partner() const {
@@ -236,6 +247,9 @@ void SendForm::dbcPO_Chosen() {
     }
     clearLines();
     m_shownOrder = order();
+    const QStringList selects = linesSelects(partner(), m_shownOrder)
+                                << sentSelect(m_kind.sent, m_shownOrder);
+    core::MainDatabase().expect({selects.cbegin(), selects.cend()});
     m_all = fillLines(partner(), m_shownOrder);
     readSent();
     showCount();

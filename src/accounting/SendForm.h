@@ -58,11 +58,15 @@ class SendForm : public QuickBooksForm {
     /// Further fields of the screen, between the order and the lines.
     virtual void buildOptions(QBoxLayout*) {}
     virtual void buildReports(QBoxLayout*) = 0;
+    void reportButton(QBoxLayout* inside, const QString& name, const QString& caption,
+                      const QString& file, const QString& title);
 
     /// False after a message: the screen doesn't open.
     virtual bool mayOpen() { return true; }
-    virtual jet::Recordset partners() = 0;                     ///< fields "ID" and "Company"
+    virtual QString partnersSelect() const = 0;                ///< fields "ID" and "Company"
     virtual jet::Recordset orders(const QString& partner) = 0; ///< first field
+    /// What fillLines() opens, in the same words.
+    virtual QStringList linesSelects(const QString& partner, const QString& order) const = 0;
     /// Fills the grid with the lines of the order; gives all that can be sent of the order.
     virtual std::vector<Sendable> fillLines(const QString& partner, const QString& order) = 0;
     /// False after a message: nothing can be sent yet.

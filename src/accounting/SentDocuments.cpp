@@ -152,14 +152,19 @@ std::vector<SentDocument> Unrecorded::recordAll(jet::Database& database, QString
     return recorded;
 }
 
+QString sentSelect(SentKind kind, const QString& order) {
+    const QString select =
+        kind == SentKind::Invoice
+            ? u"SELECT * FROM SentInvoice WHERE POID = "_s + literal(order)
+            : u"Select * from SentAP where POID = "_s + QString::number(order.toLongLong());
+    return select + u" ORDER BY ID"_s;
+}
+
 std::vector<SentRow> sentRows(jet::Database& database, SentKind kind, const QString& order) {
     const bool invoice = kind == SentKind::Invoice;
-    const QString select =
-        invoice ? u"SELECT * FROM SentInvoice WHERE POID = "_s + literal(order)
-                : u"Select * from SentAP where POID = "_s + QString::number(order.toLongLong());
     std::vector<SentRow> rows;
     jet::Recordset set =
-        database.openRecordset(select + u" ORDER BY ID"_s, jet::RecordsetType::Snapshot);
+        database.openRecordset(sentSelect(kind, order), jet::RecordsetType::Snapshot);
     for (; !set.eof(); set.moveNext())
         rows.push_back({invoice ? set.text(u"InvoiceNo") : QString(), set.text(u"Description"),
                         set[u"Quantity"].toDouble(), set.text(u"SentDate")});

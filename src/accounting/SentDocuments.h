@@ -59,6 +59,8 @@ struct SentRow {
 
 /// What was sent for an order, in the order of sending.
 std::vector<SentRow> sentRows(jet::Database& database, SentKind kind, const QString& order);
+/// The select that it opens, to be expected by who opens others beside it.
+QString sentSelect(SentKind kind, const QString& order);
 
 /// A line that may be sent.
 struct Sendable {

@@ -2,7 +2,6 @@
 
 #include "accounting/Literals.h"
 #include "core/MirsaMain.h"
-#include "core/ReportLaunch.h"
 #include "platform/controls/DataCombo.h"
 #include "platform/controls/DateField.h"
 #include "platform/screen/Layout.h"
@@ -107,21 +106,21 @@ void frmAP::showDates() {
 }
 
 void frmAP::buildReports(QBoxLayout* inside) {
-    const auto button = [&](const QString& name, const QString& caption, const QString& file,
-                            const QString& title) {
-        auto* made = screen::named(new QPushButton(caption, this), name);
-        made->setAutoDefault(false);
-        inside->addWidget(made);
-        on(made, [this, file, title] { core::launchReportFile(file, {}, title, this); });
-    };
-    button(u"cmdPrintOpen"_s, u"&Received, Not Sent"_s, u"Received_Not_Sent.rpt"_s,
-           u"Received and Not Sent"_s);
-    button(u"cmdPrintSent"_s, u"&Payables Sent"_s, u"Payables_Sent.rpt"_s, u"Payables Sent"_s);
+    reportButton(inside, u"cmdPrintOpen"_s, u"&Received, Not Sent"_s, u"Received_Not_Sent.rpt"_s,
+                 u"Received and Not Sent"_s);
+    reportButton(inside, u"cmdPrintSent"_s, u"&Payables Sent"_s, u"Payables_Sent.rpt"_s,
+                 u"Payables Sent"_s);
 }
 
-jet::Recordset frmAP::partners() {
-    return snapshot(u"Select distinct Vendor.VendID as ID,Vendor.Company as Company from "
-                    "Vendor,POVendor where Vendor.VendID = POVendor.VendorID order by Company"_s);
+QString frmAP::partnersSelect() const {
+    return u"Select VendID as ID, Company from Vendor where exists (Select OrderNumber from "
+           "POVendor where POVendor.VendorID = Vendor.VendID) order by Company"_s;
+}
+
+QStringList frmAP::linesSelects(const QString&, const QString& order) const {
+    return {u"Select PartNumber, Description, ReceivedQuantity as RQuantity, UnitPrice, ItemKey, "
+            "Quantity from POItem where ItemKey Like '"_s +
+            order + u"-*' order by ItemNumber"_s};
 }
 
 jet::Recordset frmAP::orders(const QString& partner) {
@@ -129,11 +128,8 @@ jet::Recordset frmAP::orders(const QString& partner) {
                     u" ORDER BY OrderNumber DESC"_s);
 }
 
-std::vector<Sendable> frmAP::fillLines(const QString&, const QString& order) {
-    jet::Recordset rows = snapshot(
-        u"Select PartNumber, Description, ReceivedQuantity as RQuantity, UnitPrice, ItemKey, "
-        "Quantity from POItem where ItemKey Like '"_s +
-        order + u"-*' order by ItemNumber"_s);
+std::vector<Sendable> frmAP::fillLines(const QString& partner, const QString& order) {
+    jet::Recordset rows = snapshot(linesSelects(partner, order).front());
     std::vector<Sendable> all;
     m_ordered = m_received = 0;
     for (; !rows.eof(); rows.moveNext()) {

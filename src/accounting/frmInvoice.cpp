@@ -2,7 +2,6 @@
 
 #include "accounting/Literals.h"
 #include "core/MirsaMain.h"
-#include "core/ReportLaunch.h"
 #include "platform/controls/DataCombo.h"
 #include "platform/screen/Layout.h"
 #include "platform/values/Numbers.h"
@@ -100,16 +99,10 @@ void frmInvoice::buildOptions(QBoxLayout* inside) {
 }
 
 void frmInvoice::buildReports(QBoxLayout* inside) {
-    const auto button = [&](const QString& name, const QString& caption, const QString& file,
-                            const QString& title) {
-        auto* made = screen::named(new QPushButton(caption, this), name);
-        made->setAutoDefault(false);
-        inside->addWidget(made);
-        on(made, [this, file, title] { core::launchReportFile(file, {}, title, this); });
-    };
-    button(u"cmdPrintOpen"_s, u"Shipped, Not Invoice&d"_s, u"Jobs_Not_Invoiced.rpt"_s,
-           u"Jobs Shipped and Not Invoiced"_s);
-    button(u"cmdPrintSent"_s, u"Invoices S&ent"_s, u"Invoices_Sent.rpt"_s, u"Invoices Sent"_s);
+    reportButton(inside, u"cmdPrintOpen"_s, u"Shipped, Not Invoice&d"_s, u"Jobs_Not_Invoiced.rpt"_s,
+                 u"Jobs Shipped and Not Invoiced"_s);
+    reportButton(inside, u"cmdPrintSent"_s, u"Invoices S&ent"_s, u"Invoices_Sent.rpt"_s,
+                 u"Invoices Sent"_s);
 }
 
 bool frmInvoice::onlyActive() const {
@@ -124,11 +117,21 @@ bool frmInvoice::mayOpen() {
     return false;
 }
 
-jet::Recordset frmInvoice::partners() {
-    return snapshot(u"Select distinct Customer.CustID as ID,Customer.Company as Company from "
-                    "Customer,Job where Customer.CustID = Job.CustID"_s +
-                    (onlyActive() ? u" and Job.Shipped = False"_s : QString()) +
-                    u" order by Company"_s);
+QString frmInvoice::partnersSelect() const {
+    // Of all jobs there are many, of each customer one is enough; the active ones are few.
+    return onlyActive()
+               ? u"Select distinct Customer.CustID as ID,Customer.Company as Company from "
+                 "Customer,Job where Customer.CustID = Job.CustID and Job.Shipped = False order "
+                 "by Company"_s
+               : u"Select CustID as ID, Company from Customer where exists (Select JobNo from Job "
+                 "where Job.CustID = Customer.CustID) order by Company"_s;
+}
+
+QStringList frmInvoice::linesSelects(const QString& partner, const QString& order) const {
+    QStringList selects{jobsSql(partner, order, onlyActive())};
+    if (onlyActive())
+        selects << jobsSql(partner, order, false);
+    return selects;
 }
 
 jet::Recordset frmInvoice::orders(const QString& partner) {

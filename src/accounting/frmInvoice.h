@@ -18,7 +18,8 @@ class frmInvoice : public SendForm {
     void buildOptions(QBoxLayout* inside) override;
     void buildReports(QBoxLayout* inside) override;
     bool mayOpen() override;
-    jet::Recordset partners() override;
+    QString partnersSelect() const override;
+    QStringList linesSelects(const QString& partner, const QString& order) const override;
     jet::Recordset orders(const QString& partner) override;
     std::vector<Sendable> fillLines(const QString& partner, const QString& order) override;
     bool isChosen() override;
