@@ -82,6 +82,7 @@ TEST_F(ListTest, ARefreshPatchesRowsAndKeepsWhatIsSelected) {
 }
 
 TEST_F(ListTest, TheColumnThatStretchesFollowsTheWindow) {
+    show();
     ListView wide;
     wide.setColumns({{.title = u"Part"_s, .characters = 10, .stretches = true}, {u"Qty"_s, 8}});
     wide.resize(400, 200);
