@@ -114,11 +114,12 @@ std::vector<OrderLine> load(const jet::Recordset& opened, bool ordered) {
     std::vector<OrderLine> lines;
     for (; !set.eof(); set.moveNext()) {
         OrderLine line = lineColumns().load(set);
+        line.itemNumber = static_cast<int>(set[u"ItemNumber"].toLong());
+        line.id = line.itemNumber;
         if (ordered) {
             line.id = set[u"ID"].toLong();
             line.received = set[u"ReceivedQuantity"].toLong();
         }
-        line.itemNumber = static_cast<int>(set[u"ItemNumber"].toLong());
         lines.push_back(std::move(line));
     }
     return lines;

@@ -15,7 +15,7 @@ namespace purchasing {
 
 /// One line of a request for quotation or a purchase order.
 struct OrderLine {
-    qint64 id = 0; ///< of a stored line of a purchase order
+    qint64 id = 0; ///< tells stored lines apart: in a purchase order its ID, else its number
     int itemNumber = 0;
     QString partNumber;
     QString description;

@@ -63,7 +63,8 @@ values::KeyFilter withoutQuoteAndPipe() {
 } // namespace
 
 OrderModule::OrderModule(core::ModuleDescriptor module, const OrderKind& kind, Words words)
-    : RecordModule(std::move(module)), m_kind(kind), m_words(std::move(words)) {
+    : DocumentOf(std::move(module)), m_kind(kind), m_vendor(vendorColumns(kind)),
+      m_words(std::move(words)) {
     m_lines->keep = [](const OrderLine& stands, OrderLine& put) {
         put.itemNumber = stands.itemNumber;
     };
@@ -82,14 +83,11 @@ void OrderModule::makeHead(QBoxLayout* down, QLayout* beside) {
     Fields head(this, top);
     m_number = head.text(m_kind.word == u"RFQ" ? u"txtGroupNumber"_s : u"txtPONumber"_s,
                          m_words.numberLabel, line(10));
-    auto* title = head.text(u"txtTitle"_s, m_words.titleLabel, line(44));
+    head.text(u"txtTitle"_s, m_words.titleLabel, line(44));
     head.nextColumn();
     m_dates[0] = head.date(u"txtPODate"_s, u"Date Issued:"_s);
     m_dates[1] = head.date(u"txtReqDate"_s, m_words.dateLabel);
     bindKey(m_number);
-    fields().bind(u"Title"_s, title);
-    fields().bind(u"PODate"_s, m_dates[0]);
-    fields().bind(u"ReqDate"_s, m_dates[1]);
     if (beside)
         top->addLayout(beside);
     top->addStretch();
@@ -102,57 +100,41 @@ void OrderModule::makeTabs(QBoxLayout* down, const std::function<void(screen::Fi
     makeItemPages();
 
     const values::KeyFilter plain = withoutQuoteAndPipe();
-    const auto bindText = [](screen::BoundFields& into, const QString& column,
-                             controls::Field* field) { into.bind(column, field); };
     QWidget* page = screen::tab(m_tabs, u"Vendor"_s);
     Fields address(page);
     vendor(address);
-    const auto mail = [&](const QString& column, controls::Field* field) {
-        bindText(m_vendor, column, field);
-    };
-    for (const QChar n : u"123"_s) {
-        mail(u"MailAddress"_s + n,
-             address.text(u"txtVMailAddress"_s + n, u"Address "_s + n + u":"_s, line(36)));
-    }
-    mail(u"MailCity"_s, address.text(u"txtVMailCity"_s, u"City:"_s, line(24)));
+    for (const QChar n : u"123"_s)
+        address.text(u"txtVMailAddress"_s + n, u"Address "_s + n + u":"_s, line(36));
+    address.text(u"txtVMailCity"_s, u"City:"_s, line(24));
     m_states.push_back(address.dataCombo(u"dbcState"_s, u"State / Province:"_s, line(12)));
-    mail(u"MailState"_s, m_states.back());
-    mail(u"MailZip"_s, address.text(u"txtZip"_s, u"Postal Code:"_s, line(12, plain)));
+    address.text(u"txtZip"_s, u"Postal Code:"_s, line(12, plain));
     m_countries.push_back(address.dataCombo(u"dbcMailCountry"_s, u"Country:"_s, line(24)));
-    mail(u"MailCountry"_s, m_countries.back());
     address.nextColumn();
-    mail(u"Contact"_s, address.text(u"txtVContact"_s, u"Contact:"_s, line(30)));
-    mail(u"Phone"_s, address.text(u"txtvPhone"_s, u"Phone:"_s, line(20, plain)));
-    mail(u"Fax"_s, address.text(u"txtvFax"_s, u"Fax:"_s, line(20, plain)));
-    m_email = address.text(u"txtEmail"_s, u"Email:"_s, line(30, m_words.emailFilter));
-    mail(u"Email"_s, m_email);
+    address.text(u"txtVContact"_s, u"Contact:"_s, line(30));
+    address.text(u"txtvPhone"_s, u"Phone:"_s, line(20, plain));
+    address.text(u"txtvFax"_s, u"Fax:"_s, line(20, plain));
+    address.text(u"txtEmail"_s, u"Email:"_s, line(30, m_words.emailFilter));
     m_terms = address.dataCombo(u"dbcTerms"_s, u"Terms:"_s, line(24));
-    mail(u"Terms"_s, m_terms);
-    mail(u"Shipping"_s, address.text(u"txtVShipping"_s, u"Shipping:"_s, line(30)));
-    mail(u"FOB"_s, address.text(u"txtVFOB"_s, u"FOB:"_s, line(30)));
-    mail(u"Notes"_s, address.memo(u"txtVNotes"_s, u"Notes:"_s, 3));
+    address.text(u"txtVShipping"_s, u"Shipping:"_s, line(30));
+    address.text(u"txtVFOB"_s, u"FOB:"_s, line(30));
+    address.memo(u"txtVNotes"_s, u"Notes:"_s, 3);
     address.grid()->setRowStretch(address.grid()->rowCount(), 1);
 
     page = screen::tab(m_tabs, u"Ship To"_s);
     Fields shipTo(page);
-    const auto ship = [&](const QString& column, controls::Field* field) {
-        fields().bind(u"Ship2"_s + column, field);
-        m_shipTo.emplace_back(u"POShipto"_s + column, field);
-    };
-    ship(u"Name"_s, shipTo.text(u"txtShip2Name"_s, u"Name:"_s, line(36)));
-    for (const QChar n : u"123"_s) {
-        ship(u"Address"_s + n,
-             shipTo.text(u"txtShip2Address"_s + n, u"Address "_s + n + u":"_s, line(36)));
-    }
-    ship(u"City"_s, shipTo.text(u"txtShip2City"_s, u"City:"_s, line(24)));
+    shipTo.text(u"txtShip2Name"_s, u"Name:"_s, line(36));
+    for (const QChar n : u"123"_s)
+        shipTo.text(u"txtShip2Address"_s + n, u"Address "_s + n + u":"_s, line(36));
+    shipTo.text(u"txtShip2City"_s, u"City:"_s, line(24));
     m_states.push_back(shipTo.dataCombo(u"dbcShip2State"_s, u"State / Province:"_s, line(12)));
-    ship(u"State"_s, m_states.back());
-    ship(u"Zip"_s, shipTo.text(u"txtShip2Zip"_s, u"Postal Code:"_s, line(12, plain)));
+    shipTo.text(u"txtShip2Zip"_s, u"Postal Code:"_s, line(12, plain));
     m_countries.push_back(shipTo.dataCombo(u"dbcShip2Country"_s, u"Country:"_s, line(24)));
-    ship(u"Country"_s, m_countries.back());
-    ship(u"Email"_s, shipTo.text(u"txtShip2Email"_s, u"Email:"_s, line(36, m_words.emailFilter)));
+    shipTo.text(u"txtShip2Email"_s, u"Email:"_s, line(36, m_words.emailFilter));
     shipTo.grid()->setRowStretch(shipTo.grid()->rowCount(), 1);
     shipTo.grid()->setColumnStretch(2, 1);
+
+    m_header.bind(*this, fields());
+    m_vendor.bind(*this, m_vendorFields);
 }
 
 void OrderModule::makeItemPages() {
@@ -240,7 +222,7 @@ void OrderModule::openLookups() {
     for (auto* combo : m_countries)
         combo->setRows(lists[1], u"country"_s, u"country"_s);
     m_terms->setRows(lists[2], u"description"_s, u"description"_s);
-    m_vendor.limitTo(database, m_words.vendorTable);
+    m_vendorFields.limitTo(database, m_words.vendorTable);
 }
 
 void OrderModule::refreshLookup(const QString& table) {
@@ -251,18 +233,18 @@ void OrderModule::refreshLookup(const QString& table) {
             openLookups();
         }
     }
-    RecordModule::refreshLookup(table);
+    DocumentOf::refreshLookup(table);
 }
 
 void OrderModule::Form_Load() {
-    RecordModule::Form_Load();
+    DocumentOf::Form_Load();
     // From the first field in the title line a stray key would leave the record.
     if (QPushButton* close = button(core::Role::Close); close && isBrowse())
         close->setFocus();
 }
 
 bool OrderModule::goToRecord(qint64 key) {
-    if (RecordModule::goToRecord(key))
+    if (DocumentOf::goToRecord(key))
         return true;
     const core::ModuleDescriptor& module = descriptor();
     if (!isBrowse() || !core::MainDatabase().hasRows(
@@ -277,7 +259,7 @@ bool OrderModule::goToRecord(qint64 key) {
 // Modes
 
 void OrderModule::ShowModuleMode(Mode mode) {
-    RecordModule::ShowModuleMode(mode);
+    DocumentOf::ShowModuleMode(mode);
     m_grid->setLocked(isBrowse());
     m_notes->setLocked(isBrowse());
     arrangeItemButtons();
@@ -290,16 +272,37 @@ void OrderModule::arrangeItemButtons() {
     control<QPushButton>(u"cmdDelItem"_s)->setEnabled(some);
 }
 
-void OrderModule::clearFields() {
-    RecordModule::clearFields();
+void OrderModule::lockFields(bool locked) {
+    DocumentOf::lockFields(locked);
+    m_vendorFields.lock(locked);
+}
+
+// The document
+
+void OrderModule::takeRecord(const jet::Recordset* row) {
+    if (row) {
+        m_header.show(orderColumns().load(*row));
+        showParts();
+        return;
+    }
+    m_header.clear();
+    m_vendorFields.clear();
     m_vendor.clear();
     showLines({});
     m_total->setText({});
 }
 
-void OrderModule::lockFields(bool locked) {
-    RecordModule::lockFields(locked);
-    m_vendor.lock(locked);
+OrderDocument OrderModule::document() {
+    return {currentKey(), m_header.now(), m_vendor.now(), lines()};
+}
+
+bool OrderModule::isSame(const OrderDocument& a, const OrderDocument& b) const {
+    return sameOrder(m_kind, a, b);
+}
+
+void OrderModule::reloadLines() {
+    showLines(storedLines());
+    m_before.lines = lines();
 }
 
 bool OrderModule::validate() {
@@ -323,8 +326,10 @@ void OrderModule::presetShipTo() {
         u"SELECT * FROM SystemSettings"_s, jet::RecordsetType::Snapshot);
     if (settings.isEmpty())
         return;
-    for (const auto& [column, field] : m_shipTo)
-        field->setText(settings.text(column));
+    OrderHeader& header = m_header.now();
+    for (std::size_t i = 0; i < header.shipTo.size(); ++i)
+        header.shipTo[i] = settings.text(u"POShipto"_s + shipToColumns()[i]);
+    m_header.show(header);
 }
 
 // Lines

@@ -1,17 +1,17 @@
 #pragma once
 
-#include "core/records/RecordModule.h"
+#include "core/records/DocumentModule.h"
 #include "platform/controls/LineGrid.h"
-#include "purchasing/OrderLine.h"
+#include "purchasing/OrderDocument.h"
 
 class QTabWidget;
 
 namespace purchasing {
 
-/// The record module of a document with a ship-to address, a copy of a vendor's address and line
-/// items: what the request for quotation and the purchase order have in common as screens. The
-/// lines are staged in a model that the two item grids show; a deleted line is a hidden one.
-class OrderModule : public core::RecordModule {
+/// The module of a document with a ship-to address, a copy of a vendor's address and line items:
+/// what the request for quotation and the purchase order have in common as screens. The lines are
+/// staged in a model that the two item grids show; a deleted line is a hidden one.
+class OrderModule : public core::DocumentOf<OrderDocument> {
   public:
     /// In the database where it isn't among the rows shown: another station may have added it.
     bool goToRecord(qint64 key) override;
@@ -42,14 +42,22 @@ class OrderModule : public core::RecordModule {
     /// Number, title, dates and the mode; `beside` of a member stands behind them.
     void makeHead(QBoxLayout* down, QLayout* beside = nullptr);
     /// The tabs: items, their notes, the vendor, the ship-to address. `vendor` makes what stands
-    /// above the vendor's address and binds it.
+    /// above the vendor's address. All controls of the document are bound then.
     void makeTabs(QBoxLayout* down, const std::function<void(screen::Fields&)>& vendor);
 
     QStringList lookups() const override;
     void openLookups() override;
-    void clearFields() override;
     void lockFields(bool locked) override;
     bool validate() override;
+    OrderDocument document() override;
+    bool isSame(const OrderDocument& a, const OrderDocument& b) const override;
+    void takeRecord(const jet::Recordset* row) override;
+    void reloadLines() override;
+    void afterLastDelete() override { offerFirstRecord(); }
+    /// Shows the vendor and the lines of the record shown.
+    virtual void showParts() = 0;
+    /// The lines as they are stored now.
+    virtual std::vector<OrderLine> storedLines() = 0;
     /// "Delete item?" in the member's words; true for yes.
     virtual bool askDeleteLine(const OrderLine& line) = 0;
     /// Whose parts the item dialog offers.
@@ -59,14 +67,14 @@ class OrderModule : public core::RecordModule {
     std::vector<OrderLine> lines() const { return m_lines->visibleRows(); }
     /// Fills the ship-to address that the preferences name.
     void presetShipTo();
-    screen::BoundFields& vendorFields() { return m_vendor; }
     void MakeTotal();
 
     const OrderKind& m_kind;
     std::shared_ptr<controls::LineModel<OrderLine>> m_lines =
         std::make_shared<controls::LineModel<OrderLine>>();
+    core::ShownDocument<OrderHeader> m_header{orderColumns()};
+    core::ShownDocument<OrderVendor> m_vendor;
     controls::TextField* m_number = nullptr;
-    controls::TextField* m_email = nullptr;
 
   private:
     void makeItemPages();
@@ -77,7 +85,7 @@ class OrderModule : public core::RecordModule {
     void refreshHistory() const;
 
     Words m_words;
-    screen::BoundFields m_vendor;
+    screen::BoundFields m_vendorFields; ///< for their widths, locking and emptying
     QTabWidget* m_tabs = nullptr;
     controls::LineGrid<OrderLine>* m_grid = nullptr;
     controls::LineGrid<OrderLine>* m_notes = nullptr;
@@ -86,7 +94,6 @@ class OrderModule : public core::RecordModule {
     std::vector<controls::DataCombo*> m_states;
     std::vector<controls::DataCombo*> m_countries;
     controls::DataCombo* m_terms = nullptr;
-    std::vector<std::pair<QString, controls::Field*>> m_shipTo; ///< by the preference's column
 };
 
 } // namespace purchasing

@@ -3,7 +3,8 @@
 #include "platform/values/Clock.h"
 #include "platform/values/Format.h"
 
-#include <set>
+#include <algorithm>
+#include <utility>
 
 namespace purchasing {
 
@@ -28,16 +29,16 @@ jet::Recordset read(jet::Database& database, const QString& select) {
 
 } // namespace
 
-std::vector<jet::WantedSet> receivedSelects(qint64 poNumber) {
-    return {linesOf(poNumber), receiptsOf(poNumber)};
+QString orderSelect(qint64 poNumber) {
+    return u"SELECT * FROM PO WHERE PONumber = "_s + num(poNumber);
 }
 
-Received receivedOf(jet::Database& database, qint64 poNumber, const std::vector<qint64>& stored) {
-    std::set<qint64> there;
-    for (jet::Recordset line = read(database, linesOf(poNumber)); !line.eof(); line.moveNext())
-        there.insert(line[u"ID"].toLong());
-    if (there != std::set<qint64>(stored.begin(), stored.end()))
-        throw LinesChangedElsewhere();
+QString orderVendorSelect(qint64 poNumber) {
+    return u"SELECT * FROM POVendor WHERE OrderNumber = "_s + num(poNumber) +
+           u" ORDER BY VendorID"_s;
+}
+
+Received receivedOf(jet::Database& database, qint64 poNumber) {
     Received received;
     for (jet::Recordset item = read(database, receiptsOf(poNumber)); !item.eof(); item.moveNext())
         received[item[u"ItemID"].toLong()] = item[u"QtySum"].toLong();
@@ -79,24 +80,124 @@ void replacePoLines(jet::Database& database, qint64 poNumber, const Received& re
     database.updateRows(u"POReceived"_s, {u"ItemID"_s, u"ItemID"_s}, 1, moved);
 }
 
-void writePoVendor(jet::Database& database, qint64 poNumber,
-                   const std::vector<std::pair<QString, QString>>& columns, bool first) {
-    QStringList names;
-    QStringList texts;
-    QStringList sets;
-    for (const auto& [name, text] : columns) {
-        const QString value = name == u"VendorID" ? text : sqlText(text);
-        names << name;
-        texts << value;
-        sets << name + u" = "_s + value;
+std::optional<OrderDocument> loadOrder(jet::Database& database, qint64 poNumber) {
+    database.expect({orderSelect(poNumber), orderVendorSelect(poNumber), poLinesSelect(poNumber)});
+    const jet::Recordset header = read(database, orderSelect(poNumber));
+    if (header.isEmpty())
+        return std::nullopt;
+    OrderDocument order{.documentNo = poNumber, .header = orderColumns().load(header)};
+    const jet::Recordset vendor = read(database, orderVendorSelect(poNumber));
+    if (!vendor.isEmpty())
+        order.vendor = vendorColumns(poKind()).load(vendor);
+    order.lines = loadPoLines(database, poNumber);
+    return order;
+}
+
+namespace {
+
+void insertVendor(jet::Database& database, qint64 poNumber, const OrderVendor& vendor) {
+    const core::DocumentColumns<OrderVendor>& columns = vendorColumns(poKind());
+    std::vector<jet::Value> row{poNumber};
+    const std::vector<jet::Value> copy = columns.values(vendor);
+    row.insert(row.end(), copy.begin(), copy.end());
+    database.insertRows(u"POVendor"_s, QStringList(u"OrderNumber"_s) + columns.names(), {row});
+}
+
+qint64 addOrder(jet::Database& database, const OrderDocument& document) {
+    std::vector<jet::Value> header = orderColumns().values(document.header);
+    header.emplace_back(false);
+    header.emplace_back(true);
+    database.insertRows(u"PO"_s, orderColumns().names() << u"Complete"_s << u"Active"_s, {header});
+    const qint64 number = database.lastCounter();
+    insertVendor(database, number, document.vendor);
+    replacePoLines(database, number, {}, document.lines);
+    return number;
+}
+
+using NewIds = std::map<qint64, qint64>;
+
+qint64 idNow(const NewIds& renewed, qint64 id) {
+    const auto found = renewed.find(id);
+    return found == renewed.end() ? id : found->second;
+}
+
+/// Another station's save has given all lines new IDs. A line of the same part gets the ID back by
+/// which this station knows it; returns what it is now.
+NewIds recognise(const std::vector<OrderLine>& before, std::vector<OrderLine>& stored) {
+    NewIds renewed;
+    std::vector<const OrderLine*> missing;
+    for (const OrderLine& line : before) {
+        if (!orderLines().find(stored, line.id))
+            missing.push_back(&line);
     }
-    if (first) {
-        database.execute(u"INSERT INTO POVendor (OrderNumber, "_s + names.join(u", "_s) +
-                         u") VALUES ("_s + num(poNumber) + u", "_s + texts.join(u", "_s) + u")"_s);
-    } else if (!sets.isEmpty()) {
-        database.execute(u"UPDATE POVendor SET "_s + sets.join(u", "_s) +
-                         u" WHERE OrderNumber = "_s + num(poNumber));
+    for (OrderLine& line : stored) {
+        if (orderLines().find(before, line.id))
+            continue;
+        const auto was = std::find_if(missing.begin(), missing.end(), [&](const OrderLine* one) {
+            return one->partNumber.compare(line.partNumber, Qt::CaseInsensitive) == 0;
+        });
+        if (was == missing.end())
+            continue;
+        renewed[(*was)->id] = std::exchange(line.id, (*was)->id);
+        missing.erase(was);
     }
+    return renewed;
+}
+
+/// A line that is removed here and of which something has come in since it was read.
+std::optional<core::ChangedElsewhere> removedAndReceived(const std::vector<OrderLine>& before,
+                                                         const std::vector<OrderLine>& lines,
+                                                         const NewIds& renewed,
+                                                         const Received& received) {
+    for (const OrderLine& line : before) {
+        const auto now = received.find(idNow(renewed, line.id));
+        if (now != received.end() && now->second != line.received &&
+            !orderLines().find(lines, line.id))
+            return core::ChangedElsewhere{orderLines().name(line),
+                                          QString::number(now->second) + u" received"_s,
+                                          u"removed"_s};
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+core::SaveOutcome storeOrder(jet::Database& database, qint64 poNumber, OrderDocument& document,
+                             const OrderDocument* before, const QStringList& settled) {
+    jet::Transaction transaction(database);
+    if (!before) {
+        poNumber = addOrder(database, document);
+    } else {
+        database.expect({{orderSelect(poNumber), jet::RecordsetType::Dynaset},
+                         {orderVendorSelect(poNumber), jet::RecordsetType::Dynaset},
+                         poLinesSelect(poNumber),
+                         receiptsOf(poNumber)});
+        jet::Recordset header = database.openRecordset(orderSelect(poNumber));
+        jet::Recordset vendor = database.openRecordset(orderVendorSelect(poNumber));
+        std::vector<OrderLine> stored = loadPoLines(database, poNumber);
+        const Received received = receivedOf(database, poNumber);
+        if (header.isEmpty())
+            throw jet::rowDeletedError();
+        const NewIds renewed = recognise(before->lines, stored);
+        std::optional<core::ChangedElsewhere> both =
+            removedAndReceived(before->lines, document.lines, renewed, received);
+        if (!both)
+            both = orderLines().join(before->lines, stored, document.lines);
+        if (!both)
+            both = orderColumns().store(header, document.header, &before->header, settled);
+        if (!both && vendor.isEmpty())
+            insertVendor(database, poNumber, document.vendor);
+        else if (!both)
+            both = vendorColumns(poKind()).store(vendor, document.vendor, &before->vendor, settled);
+        if (both)
+            return {0, {}, std::move(both)};
+        for (OrderLine& line : document.lines)
+            line.id = idNow(renewed, line.id);
+        replacePoLines(database, poNumber, received, document.lines);
+    }
+    document.documentNo = poNumber;
+    transaction.commit();
+    return {poNumber};
 }
 
 QString openLinesSelect(qint64 poNumber) {

@@ -1,36 +1,29 @@
 #pragma once
 
-#include "purchasing/OrderLine.h"
-
-#include <QDate>
+#include "purchasing/OrderDocument.h"
 
 #include <map>
-#include <stdexcept>
 
 namespace purchasing {
 
-/// Another station saved other lines of the order since they were read.
-struct LinesChangedElsewhere : std::runtime_error {
-    LinesChangedElsewhere() : std::runtime_error("order lines changed elsewhere") {}
-};
-
 /// What was received of the lines of an order, by their IDs: none of a new order.
 using Received = std::map<qint64, qint64>;
-/// The selects of receivedOf().
-std::vector<jet::WantedSet> receivedSelects(qint64 poNumber);
-/// What was received of an order's lines, within the transaction that writes them anew. `stored`
-/// are the IDs of all lines that the screen was opened with, deleted ones included; throws
-/// LinesChangedElsewhere where others stand now.
-Received receivedOf(jet::Database& database, qint64 poNumber, const std::vector<qint64>& stored);
+Received receivedOf(jet::Database& database, qint64 poNumber);
 /// Writes the lines of an order anew, numbered from 1, within the caller's transaction. Each line
 /// gets a new ID, and its receipts, those of the meantime too, follow it.
 void replacePoLines(jet::Database& database, qint64 poNumber, const Received& received,
                     const std::vector<OrderLine>& lines);
 
-/// Writes columns of an order's vendor, by name and content: the row itself where it is the first
-/// time, else what has changed.
-void writePoVendor(jet::Database& database, qint64 poNumber,
-                   const std::vector<std::pair<QString, QString>>& columns, bool first);
+/// The header of an order, and its vendor: nothing in an order that was copied without lines.
+QString orderSelect(qint64 poNumber);
+QString orderVendorSelect(qint64 poNumber);
+/// An order as it is stored.
+std::optional<OrderDocument> loadOrder(jet::Database& database, qint64 poNumber);
+/// Writes an order over the stored one, joined with what others did to it since `before` was read,
+/// or as a new one without it. What was received of a line that is removed here, since it was read,
+/// is told like any change. Throws where the order has gone.
+core::SaveOutcome storeOrder(jet::Database& database, qint64 poNumber, OrderDocument& document,
+                             const OrderDocument* before, const QStringList& settled = {});
 
 /// Whether an order is still open changes with what is ordered and received.
 enum class ActiveChange { None, BecameActive, BecameInactive };

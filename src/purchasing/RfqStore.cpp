@@ -75,6 +75,56 @@ void replaceRfqLines(jet::Database& database, qint64 group, qint64 vendor,
                         rows);
 }
 
+QString groupSelect(qint64 group) {
+    return u"SELECT * FROM RFQ WHERE PONumber = "_s + num(group);
+}
+
+QString requestSelect(const QString& key) {
+    return u"SELECT * FROM RFQVendor WHERE VOrderKey = "_s + sqlText(key);
+}
+
+std::optional<OrderDocument> loadRequest(jet::Database& database, qint64 group,
+                                         const QString& key) {
+    database.expect({groupSelect(group), requestSelect(key), rfqLinesSelect(key)});
+    const jet::Recordset header =
+        database.openRecordset(groupSelect(group), jet::RecordsetType::Snapshot);
+    const jet::Recordset request =
+        database.openRecordset(requestSelect(key), jet::RecordsetType::Snapshot);
+    if (header.isEmpty() || (!key.isEmpty() && request.isEmpty()))
+        return std::nullopt;
+    OrderDocument document{.documentNo = group, .header = orderColumns().load(header)};
+    if (!request.isEmpty())
+        document.vendor = vendorColumns(rfqKind()).load(request);
+    document.lines = loadRfqLines(database, rfqLinesSelect(key));
+    return document;
+}
+
+core::SaveOutcome storeRequest(jet::Database& database, qint64 group, OrderDocument& document,
+                               const OrderDocument& before, const QStringList& settled) {
+    jet::Transaction transaction(database);
+    const QString key = document.vendor.requestKey;
+    database.expect({{groupSelect(group), jet::RecordsetType::Dynaset},
+                     {requestSelect(key), jet::RecordsetType::Dynaset},
+                     rfqLinesSelect(key)});
+    jet::Recordset header = database.openRecordset(groupSelect(group));
+    jet::Recordset request = database.openRecordset(requestSelect(key));
+    const std::vector<OrderLine> stored = loadRfqLines(database, rfqLinesSelect(key));
+    if (header.isEmpty() || request.isEmpty())
+        throw jet::rowDeletedError();
+    std::optional<core::ChangedElsewhere> both =
+        orderLines().join(before.lines, stored, document.lines);
+    if (!both)
+        both = orderColumns().store(header, document.header, &before.header, settled);
+    if (!both)
+        both = vendorColumns(rfqKind()).store(request, document.vendor, &before.vendor, settled);
+    if (both)
+        return {0, {}, std::move(both)};
+    replaceRfqLines(database, group, document.vendor.vendorId, document.lines);
+    document.documentNo = group;
+    transaction.commit();
+    return {group};
+}
+
 qint64 copyGroup(jet::Database& database, qint64 group, const std::vector<ChosenRequest>& chosen) {
     jet::Transaction transaction(database);
     database.execute(u"INSERT INTO RFQ SELECT Title, Ship2Name, Ship2Address1, Ship2Address2, "

@@ -1,8 +1,6 @@
 #pragma once
 
-#include "purchasing/OrderLine.h"
-
-#include <QDate>
+#include "purchasing/OrderDocument.h"
 
 namespace purchasing {
 
@@ -14,6 +12,16 @@ QString vendorKey(qint64 group, qint64 vendor);
 qint64 createGroup(jet::Database& database, qint64 vendor);
 /// A further vendor joins a group. Throws where he has joined it already.
 void addVendor(jet::Database& database, qint64 group, qint64 vendor);
+
+QString groupSelect(qint64 group);
+QString requestSelect(const QString& key);
+/// A group's header and, where a key is given, the request to one of its vendors, as stored;
+/// nothing if either has gone.
+std::optional<OrderDocument> loadRequest(jet::Database& database, qint64 group, const QString& key);
+/// Writes header and request over the stored ones, joined with what others did to them since
+/// `before` was read. Throws where either has gone.
+core::SaveOutcome storeRequest(jet::Database& database, qint64 group, OrderDocument& document,
+                               const OrderDocument& before, const QStringList& settled = {});
 
 /// Replaces the lines of a request by these, numbered from 1. Within the caller's transaction.
 void replaceRfqLines(jet::Database& database, qint64 group, qint64 vendor,

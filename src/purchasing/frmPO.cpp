@@ -57,11 +57,6 @@ const QString& vendorNames() {
     return select;
 }
 
-QString vendorOf(qint64 order) {
-    return u"SELECT * FROM POVendor WHERE OrderNumber = "_s + QString::number(order) +
-           u" ORDER BY VendorID"_s;
-}
-
 } // namespace
 
 frmPO::frmPO()
@@ -109,13 +104,6 @@ frmPO::frmPO()
               .noneIcon = Icon::Exclamation});
     beside->addLayout(state);
     makeHead(down, beside);
-    vendorFields().bind({u"VendorID"_s,
-                         [this](const jet::Value& value) { lblVnum->setText(value.toText()); },
-                         [this] { return jet::Value(lblVnum->text().toLongLong()); },
-                         [this] { lblVnum->clear(); },
-                         {},
-                         lblVnum});
-    vendorFields().bind(u"Company"_s, dbcVend);
     fields().bind({u"Active"_s,
                    [this](const jet::Value& value) { chkActive->setChecked(value.toBool()); },
                    {},
@@ -162,7 +150,7 @@ void frmPO::openLookups() {
 }
 
 QStringList frmPO::partsOf(qint64 key) const {
-    return {vendorOf(key), poLinesSelect(key), openLinesSelect(key)};
+    return {orderVendorSelect(key), poLinesSelect(key), openLinesSelect(key)};
 }
 
 void frmPO::ShowModuleMode(Mode mode) {
@@ -181,29 +169,15 @@ void frmPO::newDefaults() {
     chkActive->setChecked(true);
 }
 
-void frmPO::showRecord() {
-    const jet::Recordset vendor =
-        core::MainDatabase().openRecordset(vendorOf(currentKey()), jet::RecordsetType::Snapshot);
-    m_hasVendor = !vendor.isEmpty();
-    if (m_hasVendor)
-        vendorFields().show(vendor);
-    else
-        vendorFields().clear();
-    showStoredLines();
+void frmPO::showParts() {
+    const jet::Recordset vendor = core::MainDatabase().openRecordset(
+        orderVendorSelect(currentKey()), jet::RecordsetType::Snapshot);
+    m_vendor.show(vendor.isEmpty() ? OrderVendor() : vendorColumns(m_kind).load(vendor));
+    showLines(storedLines());
 }
 
-void frmPO::showStoredLines() {
-    auto stored = loadPoLines(core::MainDatabase(), currentKey());
-    m_stored.clear();
-    for (const OrderLine& line : stored)
-        m_stored.push_back(line.id);
-    showLines(std::move(stored));
-}
-
-void frmPO::clearFields() {
-    OrderModule::clearFields();
-    m_hasVendor = false;
-    m_stored.clear();
+std::vector<OrderLine> frmPO::storedLines() {
+    return loadPoLines(core::MainDatabase(), currentKey());
 }
 
 qint64 frmPO::vendorNo() const {
@@ -223,7 +197,7 @@ void frmPO::dbcVend_Change() {
             number,
         jet::RecordsetType::Snapshot);
     if (!vendor.isEmpty())
-        vendorFields().fill(vendor);
+        m_vendor.show(vendorColumns(m_kind).load(vendor));
 }
 
 // Beginning
@@ -260,40 +234,13 @@ bool frmPO::validate() {
     return OrderModule::validate();
 }
 
-bool frmPO::writeRecord(bool adding, qint64& key) {
-    try {
-        return OrderModule::writeRecord(adding, key);
-    } catch (const LinesChangedElsewhere&) {
-        if (MsgBox(u"The lines of this purchase order have been changed at another station since "
-                   "you opened it.\r\nDo you want to see them as they are now? What you have "
-                   "entered in the lines is lost then, the rest stays. No leaves the screen as "
-                   "it is."_s,
-                   Buttons::YesNo, Icon::Exclamation, {}, Answer::No) == Answer::Yes)
-            showStoredLines();
-        return false;
-    }
+std::optional<OrderDocument> frmPO::load(qint64 key) {
+    return loadOrder(core::MainDatabase(), key);
 }
 
-void frmPO::newRowColumns(jet::Recordset& row) {
-    row.set(u"Complete", false);
-    row.set(u"Active", true);
-}
-
-std::vector<jet::WantedSet> frmPO::storedParts(qint64 key) const {
-    return receivedSelects(key);
-}
-
-void frmPO::readStored(qint64 key) {
-    m_received = receivedOf(core::MainDatabase(), key, m_stored);
-}
-
-void frmPO::alsoWrite(qint64 key, bool adding) {
-    std::vector<std::pair<QString, QString>> vendor;
-    const bool first = adding || !m_hasVendor;
-    for (const auto& [column, value] : vendorFields().contents(!first))
-        vendor.emplace_back(column, value.toText());
-    writePoVendor(core::MainDatabase(), key, vendor, first);
-    replacePoLines(core::MainDatabase(), key, adding ? Received() : m_received, lines());
+core::SaveOutcome frmPO::store(qint64 key, OrderDocument& document, const OrderDocument* before,
+                               const QStringList& settled) {
+    return storeOrder(core::MainDatabase(), key, document, before, settled);
 }
 
 void frmPO::afterSave(qint64 key, bool adding) {
@@ -313,7 +260,7 @@ void frmPO::ActiveDetect(qint64 key) {
     reopen(mainSelect(), key);
 }
 
-void frmPO::deleteRows(qint64 key) {
+void frmPO::deleteDocument(qint64 key) {
     deleteOrder(core::MainDatabase(), key);
 }
 

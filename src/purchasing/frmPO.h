@@ -25,18 +25,16 @@ class frmPO : public OrderModule {
     QStringList lookups() const override;
     void openLookups() override;
     QStringList partsOf(qint64 key) const override;
-    std::vector<jet::WantedSet> storedParts(qint64 key) const override;
-    void readStored(qint64 key) override;
     void newDefaults() override;
-    void showRecord() override;
-    void clearFields() override;
+    void showParts() override;
+    std::vector<OrderLine> storedLines() override;
     void lockFields(bool locked) override;
     bool validate() override;
-    bool writeRecord(bool adding, qint64& key) override;
-    void newRowColumns(jet::Recordset& row) override;
-    void alsoWrite(qint64 key, bool adding) override;
+    std::optional<OrderDocument> load(qint64 key) override;
+    core::SaveOutcome store(qint64 key, OrderDocument& document, const OrderDocument* before,
+                            const QStringList& settled) override;
     void afterSave(qint64 key, bool adding) override;
-    void deleteRows(qint64 key) override;
+    void deleteDocument(qint64 key) override;
     void tellNeighbours() override;
     QString shownFormula() const override;
     bool askDeleteLine(const OrderLine& line) override;
@@ -45,15 +43,11 @@ class frmPO : public OrderModule {
   private:
     void newFromTemplate();
     void dbcVend_Change();
-    void showStoredLines();
     void ActiveDetect(qint64 key);
 
     controls::DataCombo* dbcVend = nullptr;
     QLabel* lblVnum = nullptr;
     QCheckBox* chkActive = nullptr;
-    bool m_hasVendor = false;     ///< the order on the screen
-    Received m_received;          ///< as a save found it
-    std::vector<qint64> m_stored; ///< IDs of the lines that the screen was opened with
 };
 
 } // namespace purchasing

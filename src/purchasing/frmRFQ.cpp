@@ -45,10 +45,6 @@ QString vendorsOf(qint64 group) {
            u" ORDER BY Company, VOrderKey"_s;
 }
 
-QString requestOf(const QString& key) {
-    return u"SELECT * FROM RFQVendor WHERE VOrderKey = "_s + sqlText(key);
-}
-
 } // namespace
 
 frmRFQ::frmRFQ()
@@ -76,8 +72,6 @@ frmRFQ::frmRFQ()
     makeTabs(tabs, [this](screen::Fields& fields) {
         txtRFQNum = fields.text(u"txtRFQNum"_s, u"RFQ Number:"_s, {.characters = 14});
         txtVID = fields.text(u"txtVID"_s, u"Vendor Number:"_s, {.characters = 10});
-        vendorFields().bindShown(u"VOrderKey"_s, txtRFQNum);
-        vendorFields().bindShown(u"VendorID"_s, txtVID);
     });
     makeFoot(down, {{Role::New, u"cmdAdd"_s, u"&New"_s},
                     {Role::Edit, u"cmdEdit"_s, u"&Edit"_s},
@@ -104,10 +98,6 @@ void frmRFQ::ShowModuleMode(Mode mode) {
 
 // Showing
 
-void frmRFQ::showRecord() {
-    showVendors();
-}
-
 /// Whether the request that was shown last is one of that group: it stays the one that is shown.
 bool frmRFQ::isOfGroup(qint64 group) const {
     return m_key.startsWith(QString::number(group) + u'-');
@@ -117,7 +107,7 @@ QStringList frmRFQ::partsOf(qint64 key) const {
     return {vendorsOf(key), isOfGroup(key) ? rfqLinesSelect(m_key) : firstRfqLinesSelect(key)};
 }
 
-void frmRFQ::showVendors() {
+void frmRFQ::showParts() {
     jet::Database& database = core::MainDatabase();
     jet::Recordset vendors =
         database.openRecordset(vendorsOf(currentKey()), jet::RecordsetType::Snapshot);
@@ -145,13 +135,17 @@ void frmRFQ::showVendors() {
 void frmRFQ::showRequest(const jet::Recordset& row, const QString& lines) {
     if (row.bof() || row.eof()) {
         m_key.clear();
-        vendorFields().clear();
+        m_vendor.show(OrderVendor());
         showLines({});
         return;
     }
     m_key = row.text(u"VOrderKey");
-    vendorFields().show(row);
+    m_vendor.show(vendorColumns(m_kind).load(row));
     showLines(loadRfqLines(core::MainDatabase(), lines));
+}
+
+std::vector<OrderLine> frmRFQ::storedLines() {
+    return loadRfqLines(core::MainDatabase(), rfqLinesSelect(m_key));
 }
 
 bool frmRFQ::goToPart(const QString& key) {
@@ -169,9 +163,10 @@ void frmRFQ::sprVendor_Click(int row) {
         return;
     const QString key = vendorKey(currentKey(), sprVendor->text(row, 1).toLongLong());
     const QString lines = rfqLinesSelect(key);
-    core::MainDatabase().expect({requestOf(key), lines});
-    showRequest(core::MainDatabase().openRecordset(requestOf(key), jet::RecordsetType::Snapshot),
-                lines);
+    core::MainDatabase().expect({requestSelect(key), lines});
+    showRequest(
+        core::MainDatabase().openRecordset(requestSelect(key), jet::RecordsetType::Snapshot),
+        lines);
 }
 
 void frmRFQ::clearFields() {
@@ -229,14 +224,17 @@ void frmRFQ::newVendor(bool carryLines) {
     if (vendor == 0)
         return;
     const screen::BusyPointer busy;
-    const std::vector<OrderLine> carried = carryLines ? lines() : std::vector<OrderLine>();
+    std::vector<OrderLine> carried = carryLines ? lines() : std::vector<OrderLine>();
+    for (OrderLine& line : carried)
+        line.id = 0;
     cmdEdit_Click();
     if (isBrowse())
         return; // another station has deleted the group
     addVendor(core::MainDatabase(), group, vendor);
     m_key = vendorKey(group, vendor);
-    showVendors();
-    showLines(carried);
+    showParts();
+    keepBefore();
+    showLines(std::move(carried));
     m_begun = Begun::Vendor;
 }
 
@@ -259,22 +257,25 @@ void frmRFQ::cmdEdit_Click() {
 
 // Saving, cancelling, deleting
 
-std::vector<jet::WantedSet> frmRFQ::storedParts(qint64) const {
-    return {{requestOf(m_key), jet::RecordsetType::Dynaset}};
-}
-
-void frmRFQ::readStored(qint64) {
-    m_request = core::MainDatabase().openRecordset(requestOf(m_key));
-    if (!m_request.isEmpty())
-        m_request.edit();
-}
-
-void frmRFQ::alsoWrite(qint64 key, bool) {
-    if (!m_request.isEmpty()) {
-        vendorFields().writeChanges(m_request);
-        m_request.update();
+bool frmRFQ::validate() {
+    if (m_key.isEmpty()) {
+        complain(u"This group has no vendor yet. Please add one with New."_s, button(Role::Cancel));
+        return false;
     }
-    replaceRfqLines(core::MainDatabase(), key, vendorNo(), lines());
+    return OrderModule::validate();
+}
+
+std::optional<OrderDocument> frmRFQ::load(qint64 key) {
+    return loadRequest(core::MainDatabase(), key, m_key);
+}
+
+core::SaveOutcome frmRFQ::store(qint64 key, OrderDocument& document, const OrderDocument* before,
+                                const QStringList& settled) {
+    return storeRequest(core::MainDatabase(), key, document, *before, settled);
+}
+
+void frmRFQ::deleteDocument(qint64 key) {
+    deleteGroup(core::MainDatabase(), key);
 }
 
 void frmRFQ::afterSave(qint64 key, bool adding) {
@@ -309,7 +310,7 @@ void frmRFQ::cmdDelete_Click() {
         return;
     const screen::BusyPointer busy;
     if (what == What::Group)
-        deleteGroup(core::MainDatabase(), currentKey());
+        deleteDocument(currentKey());
     else
         deleteRequest(core::MainDatabase(), m_key);
     afterDelete();
@@ -354,7 +355,7 @@ void frmRFQ::cmdMatrix_Click() {
     if (key.isEmpty())
         return;
     m_key = key;
-    showVendors();
+    showParts();
     cmdCreatePO_Click();
 }
 

@@ -28,12 +28,15 @@ class frmRFQ : public OrderModule, public core::PartScreen {
 
   protected:
     void startAdding() override;
-    void showRecord() override;
+    void showParts() override;
+    std::vector<OrderLine> storedLines() override;
     void clearFields() override;
     QStringList partsOf(qint64 key) const override;
-    std::vector<jet::WantedSet> storedParts(qint64 key) const override;
-    void readStored(qint64 key) override;
-    void alsoWrite(qint64 key, bool adding) override;
+    bool validate() override;
+    std::optional<OrderDocument> load(qint64 key) override;
+    core::SaveOutcome store(qint64 key, OrderDocument& document, const OrderDocument* before,
+                            const QStringList& settled) override;
+    void deleteDocument(qint64 key) override;
     void afterSave(qint64 key, bool adding) override;
     void cancelStaged() override;
     void closeStaged() override;
@@ -47,7 +50,6 @@ class frmRFQ : public OrderModule, public core::PartScreen {
     void newGroup();
     void newGroupCopy();
     void newVendor(bool carryLines);
-    void showVendors();
     void showRequest(const jet::Recordset& row, const QString& lines);
     bool isOfGroup(qint64 group) const;
     void sprVendor_Click(int row);
@@ -55,7 +57,6 @@ class frmRFQ : public OrderModule, public core::PartScreen {
     controls::Grid* sprVendor;
     controls::TextField* txtRFQNum = nullptr;
     controls::TextField* txtVID = nullptr;
-    jet::Recordset m_request; ///< the row of the vendor that is shown, in a save
     QString m_key;
     Begun m_begun = Begun::No;
     bool m_filling = false;

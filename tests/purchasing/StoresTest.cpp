@@ -104,24 +104,70 @@ TEST_P(Stores, AnOrderTakesTheChosenLinesOfARequestNumberedAnew) {
 
 TEST_P(Stores, SavedLinesGetNewNumbersAndTheirReceiptsFollow) {
     const qint64 po = order({line(u"A"_s, 5, 1), line(u"B"_s, 6, 1), line(u"C"_s, 7, 1)});
-    auto edited = loadPoLines(db(), po);
-    const auto stored = ids(edited);
+    const OrderDocument before = *loadOrder(db(), po);
+    const auto stored = ids(before.lines);
+    OrderDocument edited = before;
     // Another buyer receives while the lines are being edited.
     const auto other = station();
-    other->execute(
-        u"INSERT INTO POReceived (ItemID, PONumber, QtyRecvd) VALUES (%1, %2, 4)"_s.arg(stored[2])
-            .arg(po));
-    edited.erase(edited.begin());
-    edited.insert(edited.begin(), line(u"New"_s, 1, 3));
-    replacePoLines(db(), po, receivedOf(db(), po, stored), edited);
+    const auto receive = [&](qint64 item) {
+        other->execute(
+            u"INSERT INTO POReceived (ItemID, PONumber, QtyRecvd) VALUES (%1, %2, 4)"_s.arg(item)
+                .arg(po));
+    };
+    receive(stored[2]);
+    edited.lines.erase(edited.lines.begin());
+    edited.lines.insert(edited.lines.begin(), line(u"New"_s, 1, 3));
+    EXPECT_FALSE(storeOrder(db(), po, edited, &before).conflict);
     EXPECT_EQ(lines(po), u"%1-1|New|1|0|3 / %1-2|B|6|0|6 / %1-3|C|7|4|7"_s.arg(po));
     const auto saved = loadPoLines(db(), po);
     EXPECT_EQ(one(u"SELECT ItemID FROM POReceived"_s), QString::number(saved[2].id));
     EXPECT_NE(saved[2].id, stored[2]);
-    // Who still holds the old lines is told, and writes nothing.
-    EXPECT_THROW(replacePoLines(db(), po, receivedOf(db(), po, stored), edited),
-                 LinesChangedElsewhere);
+
+    // Who still holds the old lines has changed a header and a line: all of it stands.
+    OrderDocument late = before;
+    late.header.title = u"Late"_s;
+    late.lines[1].quantity = 60;
+    EXPECT_FALSE(storeOrder(db(), po, late, &before).conflict);
+    EXPECT_EQ(lines(po), u"%1-1|B|60|0|6 / %1-2|C|7|4|7 / %1-3|New|1|0|3"_s.arg(po));
+    EXPECT_EQ(one(u"SELECT Title FROM PO"_s), u"Late"_s);
+    // Or the same line, or has removed one of which something came in meanwhile: he is told, and
+    // nothing is written.
+    late = before;
+    late.lines[1].quantity = 61;
+    const auto same = storeOrder(db(), po, late, &before).conflict;
+    ASSERT_TRUE(same);
+    EXPECT_EQ(same->what + same->theirs + same->mine, u"The item B: Quantity6061"_s);
+    const OrderDocument again = *loadOrder(db(), po);
+    receive(again.lines[0].id);
+    OrderDocument shorter = again;
+    shorter.lines.erase(shorter.lines.begin());
+    const auto came = storeOrder(db(), po, shorter, &again).conflict;
+    ASSERT_TRUE(came);
+    EXPECT_EQ(came->theirs, u"4 received"_s);
     EXPECT_EQ(rows(u"SELECT ID FROM POItem"_s).size(), 3);
+}
+
+TEST_P(Stores, TwoBuyersOnOneRequestAreJoined) {
+    const qint64 made = group();
+    const QString key = vendorKey(made, m_harrow);
+    const OrderDocument before = *loadRequest(db(), made, key);
+    OrderDocument mine = before, theirs = before;
+    theirs.lines[0].unitPrice = values::Currency::fromInteger(9);
+    theirs.vendor.copied[3] = u"Leeds"_s;
+    mine.lines.push_back(line(u"New"_s, 1, 3));
+    mine.header.title = u"Mine"_s;
+    const auto other = station();
+    EXPECT_FALSE(storeRequest(*other, made, theirs, before).conflict);
+    EXPECT_FALSE(storeRequest(db(), made, mine, before).conflict);
+    const OrderDocument both = *loadRequest(db(), made, key);
+    EXPECT_EQ(both.lines.size(), before.lines.size() + 1);
+    EXPECT_EQ(both.lines[0].unitPrice, values::Currency::fromInteger(9));
+    EXPECT_EQ(both.vendor.copied[3] + both.header.title, u"LeedsMine"_s);
+    OrderDocument late = before;
+    late.lines[0].unitPrice = values::Currency::fromInteger(8);
+    EXPECT_TRUE(storeRequest(db(), made, late, before).conflict);
+    deleteRequest(*other, key);
+    EXPECT_THROW(storeRequest(db(), made, late, before), jet::Error);
 }
 
 TEST_P(Stores, AnOrderIsOpenWhileSomethingIsToCome) {

@@ -137,7 +137,7 @@ void DocumentModule::cmdDelete_Click() {
     }
     tellNeighbours();
     if (!hasRecord())
-        ShowModuleMode(Mode::Add);
+        afterLastDelete();
 }
 
 } // namespace core

@@ -38,6 +38,8 @@ class DocumentModule : public RecordModule {
     /// Loads the lines as they are stored now; the entry then begins with them. The header stays.
     virtual void reloadLines() {}
     virtual void tellTooLarge();
+    /// The last record of the table was deleted.
+    virtual void afterLastDelete() { ShowModuleMode(Mode::Add); }
 
     void clearFields() override;
     void showRecord() override;
