@@ -97,7 +97,7 @@ std::vector<gantt::LoadLine> linesOf(const LoadTable& table) {
         gantt::LoadLine line;
         line.name = table.capacity().departments.value(department);
         for (const DayLoad& day : table.days(department))
-            line.days.push_back({day.planned, day.available, day.work});
+            line.days.push_back({day.planned, day.available});
         lines.push_back(std::move(line));
     }
     return lines;

@@ -52,34 +52,34 @@ void unite(std::vector<Interval>& intervals) {
     intervals = std::move(united);
 }
 
-/// Minutes of a span within the department's working times of a day.
-gantt::Minute openMinutes(const Capacity& capacity, qint64 department, const Span& span,
-                          const QDate& day) {
+const std::vector<Interval>& timesOn(const WeekTimes& week, const QDate& day) {
+    return week[static_cast<size_t>(day.dayOfWeek()) - 1];
+}
+
+/// Minutes of a span within the working times of a day.
+gantt::Minute openMinutes(const WeekTimes& week, const Span& span, const QDate& day) {
     const gantt::Minute midnight = gantt::minuteOf(day);
     gantt::Minute sum = 0;
-    for (const Interval& open : capacity.timesOn(department, day)) {
+    for (const Interval& open : timesOn(week, day)) {
         sum += std::max<gantt::Minute>(0, std::min(span.end, midnight + open.to) -
                                               std::max(span.start, midnight + open.from));
     }
     return sum;
 }
 
-bool meetsOpen(const Capacity& capacity, qint64 department, const Span& span) {
-    if (!capacity.hasTimes(department))
-        return false;
+bool meetsOpen(const WeekTimes& week, const Span& span) {
     // Every week is like the other.
     const QDate last = std::min(gantt::dateOf(span.end), gantt::dateOf(span.start).addDays(8));
     for (QDate day = gantt::dateOf(span.start); day <= last; day = day.addDays(1)) {
-        if (openMinutes(capacity, department, span, day) > 0)
+        if (openMinutes(week, span, day) > 0)
             return true;
     }
     return false;
 }
 
-double plannedOn(const Capacity& capacity, qint64 department, const Span& span, const QDate& day,
-                 bool inOpen) {
+double plannedOn(const WeekTimes& week, const Span& span, const QDate& day, bool inOpen) {
     if (inOpen)
-        return static_cast<double>(openMinutes(capacity, department, span, day)) / 60.0;
+        return static_cast<double>(openMinutes(week, span, day)) / 60.0;
     const gantt::Minute midnight = gantt::minuteOf(day);
     return static_cast<double>(
                std::max<gantt::Minute>(0, std::min(span.end, midnight + gantt::minutesPerDay) -
@@ -94,16 +94,14 @@ double Capacity::hoursOn(qint64 department, const QDate& day) const {
     return found == hours.cend() ? 0 : (*found)[static_cast<size_t>(day.dayOfWeek()) - 1];
 }
 
-const std::vector<Interval>& Capacity::timesOn(qint64 department, const QDate& day) const {
-    static const std::vector<Interval> closed;
+const WeekTimes& Capacity::weekOf(qint64 department) const {
+    static const WeekTimes closed;
     const auto found = open.constFind(department);
-    return found == open.cend() ? closed : (*found)[static_cast<size_t>(day.dayOfWeek()) - 1];
+    return found == open.cend() ? closed : *found;
 }
 
-bool Capacity::hasTimes(qint64 department) const {
-    const auto found = open.constFind(department);
-    return found != open.cend() && std::any_of(found->begin(), found->end(),
-                                               [](const auto& times) { return !times.empty(); });
+const std::vector<Interval>& Capacity::timesOn(qint64 department, const QDate& day) const {
+    return scheduling::timesOn(weekOf(department), day);
 }
 
 QStringList capacitySelects(const QDate& today) {
@@ -170,16 +168,13 @@ Capacity loadCapacity(jet::Database& database, const QDate& today) {
     return capacity;
 }
 
-double plannedOn(const Capacity& capacity, qint64 department, const Span& span, const QDate& day) {
-    return plannedOn(capacity, department, span, day, meetsOpen(capacity, department, span));
-}
-
 double plannedHours(const Capacity& capacity, qint64 department, const Span& span) {
-    const bool inOpen = meetsOpen(capacity, department, span);
+    const WeekTimes& week = capacity.weekOf(department);
+    const bool inOpen = meetsOpen(week, span);
     double sum = 0;
     for (QDate day = gantt::dateOf(span.start); day <= gantt::dateOf(span.end);
          day = day.addDays(1))
-        sum += plannedOn(capacity, department, span, day, inOpen);
+        sum += plannedOn(week, span, day, inOpen);
     return sum;
 }
 
@@ -226,17 +221,17 @@ void LoadTable::add(const PlannedWork& work) {
     const auto found = m_days.find(work.department);
     if (found == m_days.end())
         return;
-    const bool inOpen = meetsOpen(m_capacity, work.department, work.span);
+    const WeekTimes& week = m_capacity.weekOf(work.department);
+    const bool inOpen = meetsOpen(week, work.span);
     const QDate last = std::min(gantt::dateOf(work.span.end), m_last);
     for (QDate day = std::max(gantt::dateOf(work.span.start), m_first); day <= last;
          day = day.addDays(1)) {
-        const double hours = plannedOn(m_capacity, work.department, work.span, day, inOpen);
+        const double hours = plannedOn(week, work.span, day, inOpen);
         if (hours <= 0)
             continue;
         DayLoad& load = (*found)[static_cast<size_t>(m_first.daysTo(day))];
         load.planned += hours;
-        load.work << u"Job %1 %2: %3 h"_s.arg(work.jobNo)
-                         .arg(work.operation, values::numberText(std::round(hours * 100) / 100));
+        load.work.push_back({work.jobNo, work.operation, hours});
     }
 }
 
@@ -244,6 +239,27 @@ const std::vector<DayLoad>& LoadTable::days(qint64 department) const {
     static const std::vector<DayLoad> none;
     const auto found = m_days.constFind(department);
     return found == m_days.cend() ? none : *found;
+}
+
+QStringList LoadTable::workOf(qint64 department, int day, int days) const {
+    std::vector<DayLoad::Work> all;
+    const auto& loads = this->days(department);
+    for (int i = std::max(0, day); i < day + days && i < std::ssize(loads); ++i) {
+        for (const DayLoad::Work& work : loads[static_cast<size_t>(i)].work) {
+            const auto same = std::find_if(all.begin(), all.end(), [&](const auto& one) {
+                return one.jobNo == work.jobNo && one.operation == work.operation;
+            });
+            if (same == all.end())
+                all.push_back(work);
+            else
+                same->hours += work.hours;
+        }
+    }
+    QStringList texts;
+    for (const DayLoad::Work& work : all)
+        texts << u"Job %1 %2: %3 h"_s.arg(work.jobNo)
+                     .arg(work.operation, values::numberText(std::round(work.hours * 100) / 100));
+    return texts;
 }
 
 double LoadTable::freeOn(qint64 department, const QDate& day) const {

@@ -29,7 +29,8 @@ struct Capacity {
 
     double hoursOn(qint64 department, const QDate& day) const;
     const std::vector<Interval>& timesOn(qint64 department, const QDate& day) const;
-    bool hasTimes(qint64 department) const;
+    /// Never open where the department has no people.
+    const WeekTimes& weekOf(qint64 department) const;
 };
 
 /// The active employees' shifts, from Monday to Friday, a night shift's hours on the days on which
@@ -39,11 +40,8 @@ Capacity loadCapacity(jet::Database& database, const QDate& today);
 /// The selects that it opens, to be expected by who opens others beside it.
 QStringList capacitySelects(const QDate& today);
 
-/// The hours that an entry takes of a day: what of it falls into the department's working times.
-/// An entry that meets none at all counts with every hour from its start to its end.
-double plannedOn(const Capacity& capacity, qint64 department, const gantt::Span& span,
-                 const QDate& day);
-/// The same for all of its days.
+/// The hours that an entry takes of all its days: what of it falls into the department's working
+/// times. An entry that meets none at all counts with every hour from its start to its end.
 double plannedHours(const Capacity& capacity, qint64 department, const gantt::Span& span);
 
 /// An entry with what a reader of the load has to know of it.
@@ -63,9 +61,14 @@ QString plannedSelect(const QDate& first, const QDate& last);
 
 /// Hours of each day, for each department: planned and there, with the work behind them.
 struct DayLoad {
+    struct Work {
+        qint64 jobNo = 0;
+        QString operation;
+        double hours = 0;
+    };
     double planned = 0;
     double available = 0;
-    QStringList work; ///< "Job 1004 Milling: 6.5 h"
+    std::vector<Work> work;
 };
 class LoadTable {
   public:
@@ -77,6 +80,8 @@ class LoadTable {
     QDate firstDay() const { return m_first; }
     const std::vector<DayLoad>& days(qint64 department) const;
     double freeOn(qint64 department, const QDate& day) const;
+    /// "Job 1004 Milling: 6.5 h" for each work of some days, counted from the first one.
+    QStringList workOf(qint64 department, int day, int days) const;
     const Capacity& capacity() const { return m_capacity; }
 
   private:

@@ -34,15 +34,45 @@ std::vector<LoadEntry> entries(jet::Database& database, const QString& select) {
     return found;
 }
 
-QString keysOf(const std::vector<LoadGroup>& groups) {
-    QStringList keys;
-    for (const LoadGroup& group : groups)
-        keys << QString::number(group.key);
-    return keys.join(u',');
+/// The groups that a select's rows are, with what their rows say of them.
+std::vector<LoadGroup> groups(jet::Database& database, const QString& select, QStringView key,
+                              QStringView title, const QString& opening) {
+    std::vector<LoadGroup> found;
+    jet::Recordset row = read(database, select);
+    for (; !row.eof(); row.moveNext())
+        found.push_back({row[key].toLong(), opening + row.text(title), {}});
+    return found;
 }
 
-QString entriesOfJobsSelect(const std::vector<LoadGroup>& jobs) {
-    return entriesSelect(u"JobOperSchedule.JobNo IN ("_s + keysOf(jobs) + u")"_s);
+/// Adds the rows to their groups.
+void addRows(jet::Database& database, const QString& select, QStringView key,
+             std::vector<LoadGroup>& groups) {
+    QHash<qint64, size_t> place;
+    for (size_t i = 0; i < groups.size(); ++i)
+        place.insert(groups[i].key, i);
+    jet::Recordset row = read(database, select);
+    for (; !row.eof(); row.moveNext()) {
+        // What another station adds between the statements isn't shown yet.
+        const auto group = place.constFind(row[key].toLong());
+        if (group != place.cend())
+            groups[*group].rows.push_back({row[u"OperNo"].toLong(), row.text(u"Description")});
+    }
+}
+
+QString operationsOf(const QString& departments, bool unscheduled) {
+    return u"SELECT OperNo, Description, OperDepartment_ID FROM Operation WHERE OperDepartment_ID "
+           "IN ("_s +
+           departments + u") "_s +
+           (unscheduled ? QString() : u"AND OperNo IN (SELECT OperNo FROM JobOperSchedule) "_s) +
+           u"ORDER BY Description"_s;
+}
+
+QString entriesOfDepartments(const QString& departments, const QString& period) {
+    return entriesSelect(u"JobOperSchedule.OperNo IN (SELECT OperNo FROM Operation WHERE "
+                         "OperDepartment_ID IN ("_s +
+                         departments +
+                         u")) AND JobOperSchedule.JobNo IN (SELECT JobNo FROM Job WHERE "_s +
+                         period + u")"_s);
 }
 
 } // namespace
@@ -90,96 +120,81 @@ void emptyScheduleView(jet::Database& database) {
     database.execute(u"DELETE * FROM ScheduleView"_s);
 }
 
-QString jobPageSelect(const QDate& start, const QDate& end, bool unscheduled, qint64 below,
-                      int count, qint64 downTo) {
-    QString condition = u"("_s + jobsOfPeriod(start, end) + u")"_s;
-    if (!unscheduled)
+QStringList pageSelects(const JobsWanted& wanted) {
+    QString condition = u"("_s + jobsOfPeriod(wanted.start, wanted.end) + u")"_s;
+    if (!wanted.unscheduled)
         condition += u" AND JobNo IN (SELECT JobNo FROM JobOperSchedule)"_s;
-    if (below != 0)
-        condition += u" AND JobNo < "_s + QString::number(below);
-    if (downTo != 0)
-        condition += u" AND JobNo >= "_s + QString::number(downTo);
-    const QString top = downTo == 0 ? u"TOP %1 "_s.arg(count) : QString();
-    return u"SELECT "_s + top + u"JobNo FROM Job WHERE "_s + condition + u" ORDER BY JobNo DESC"_s;
+    if (wanted.below != 0)
+        condition += u" AND JobNo < "_s + QString::number(wanted.below);
+    if (wanted.downTo != 0)
+        condition += u" AND JobNo >= "_s + QString::number(wanted.downTo);
+    const QString top = wanted.downTo == 0 ? u"TOP %1 "_s.arg(wanted.count) : QString();
+    const QString jobs =
+        u"SELECT "_s + top + u"JobNo FROM Job WHERE "_s + condition + u" ORDER BY JobNo DESC"_s;
+    return {jobs,
+            u"SELECT JobOper.JobNo, JobOper.SeqNo, Operation.Description, Operation.OperNo FROM "
+            "JobOper RIGHT OUTER JOIN Operation ON Operation.OperNo = JobOper.OperNo WHERE "
+            "JobOper.JobNo IN ("_s +
+                jobs + u") ORDER BY JobOper.JobNo, JobOper.SeqNo"_s,
+            entriesSelect(u"JobOperSchedule.JobNo IN ("_s + jobs + u")"_s)};
 }
 
-std::vector<LoadGroup> jobPage(jet::Database& database, const QDate& start, const QDate& end,
-                               bool unscheduled, qint64 below, int count, qint64 downTo) {
-    std::vector<LoadGroup> page;
-    QHash<qint64, size_t> place;
-    jet::Recordset row =
-        read(database, jobPageSelect(start, end, unscheduled, below, count, downTo));
-    for (; !row.eof(); row.moveNext()) {
-        const qint64 jobNo = row[u"JobNo"].toLong();
-        place.insert(jobNo, page.size());
-        page.push_back({jobNo, u"Job No.: "_s + QString::number(jobNo), {}});
-    }
-    if (page.empty())
-        return page;
-    const QString rows =
-        u"SELECT JobOper.*, Operation.Description, Operation.OperNo as Num FROM JobOper RIGHT "
-        "OUTER JOIN Operation ON Operation.OperNo = JobOper.OperNo WHERE JobOper.JobNo IN ("_s +
-        keysOf(page) + u") ORDER BY JobOper.JobNo, JobOper.SeqNo"_s;
-    database.expect({rows, entriesOfJobsSelect(page)}); // which is read next
-    row = read(database, rows);
-    for (; !row.eof(); row.moveNext()) {
-        page[place.value(row[u"JobNo"].toLong())].rows.push_back(
-            {row[u"Num"].toLong(), row.text(u"Description")});
-    }
+LoadPage readPage(jet::Database& database, const JobsWanted& wanted) {
+    const QStringList selects = pageSelects(wanted);
+    LoadPage page;
+    page.groups = groups(database, selects[0], u"JobNo", u"JobNo", u"Job No.: "_s);
+    addRows(database, selects[1], u"JobNo", page.groups);
+    page.entries = entries(database, selects[2]);
     return page;
 }
 
-std::vector<LoadGroup> departmentPage(jet::Database& database, bool unscheduled,
-                                      const QString& behind, int count) {
-    std::vector<LoadGroup> page;
-    QHash<qint64, size_t> place;
-    jet::Recordset row =
-        read(database,
-             u"SELECT TOP %1 * FROM OperDepartment "_s.arg(count) +
-                 (behind.isEmpty() ? QString()
-                                   : u"WHERE Department > '"_s + values::quoted(behind) + u"' "_s) +
-                 u"ORDER BY Department"_s);
-    for (; !row.eof(); row.moveNext()) {
-        const qint64 id = row[u"ID"].toLong();
-        place.insert(id, page.size());
-        page.push_back({id, row.text(u"Department"), {}});
-    }
-    if (page.empty())
-        return page;
-    row = read(
-        database,
-        u"SELECT OperNo, Description, OperDepartment_ID FROM Operation WHERE "
-        "OperDepartment_ID IN ("_s +
-            keysOf(page) + u") "_s +
-            (unscheduled ? QString() : u"AND OperNo IN (SELECT OperNo FROM JobOperSchedule) "_s) +
-            u"ORDER BY Description"_s);
-    for (; !row.eof(); row.moveNext()) {
-        page[place.value(row[u"OperDepartment_ID"].toLong())].rows.push_back(
-            {row[u"OperNo"].toLong(), row.text(u"Description")});
-    }
+QStringList pageSelects(const DepartmentsWanted& wanted) {
+    const auto departments = [&](const QString& columns) {
+        return u"SELECT TOP %1 %2 FROM OperDepartment "_s.arg(QString::number(wanted.count),
+                                                              columns) +
+               (wanted.behind.isEmpty()
+                    ? QString()
+                    : u"WHERE Department > '"_s + values::quoted(wanted.behind) + u"' "_s) +
+               u"ORDER BY Department"_s;
+    };
+    return {departments(u"*"_s), operationsOf(departments(u"ID"_s), wanted.unscheduled),
+            entriesOfDepartments(departments(u"ID"_s), jobsOfPeriod(wanted.start, wanted.end))};
+}
+
+LoadPage readPage(jet::Database& database, const DepartmentsWanted& wanted) {
+    const QStringList selects = pageSelects(wanted);
+    LoadPage page;
+    page.groups = groups(database, selects[0], u"ID", u"Department", {});
+    addRows(database, selects[1], u"OperDepartment_ID", page.groups);
+    page.entries = entries(database, selects[2]);
     return page;
 }
 
-std::vector<LoadEntry> entriesOfJobs(jet::Database& database, const std::vector<LoadGroup>& jobs) {
-    if (jobs.empty())
-        return {};
-    return entries(database, entriesOfJobsSelect(jobs));
+QStringList departmentSelects(const DepartmentOf& wanted) {
+    const QString department = u"SELECT OperDepartment_ID FROM Operation WHERE OperNo = "_s +
+                               QString::number(wanted.operNo);
+    const QString period = jobsOfPeriod(wanted.start, wanted.end, wanted.without);
+    return {u"SELECT TOP 1 Operation.OperDepartment_ID, OperDepartment.Department FROM Operation "
+            "INNER JOIN OperDepartment ON Operation.OperDepartment_ID = OperDepartment.ID WHERE "
+            "Operation.OperNo = "_s +
+                QString::number(wanted.operNo),
+            operationsOf(department, true), entriesOfDepartments(department, period),
+            entriesSelect(
+                u"JobOperSchedule.OperNo = %1 AND JobOperSchedule.JobNo IN (SELECT JobNo FROM "
+                "Job WHERE %2)"_s.arg(QString::number(wanted.operNo), period))};
 }
 
-std::vector<LoadEntry> entriesOfOperations(jet::Database& database,
-                                           const std::vector<LoadGroup>& groups,
-                                           const QString& period) {
-    QStringList operations;
-    for (const LoadGroup& group : groups) {
-        for (const LoadRow& row : group.rows)
-            operations << QString::number(row.operNo);
+LoadPage readDepartment(jet::Database& database, const DepartmentOf& wanted) {
+    const QStringList selects = departmentSelects(wanted);
+    LoadPage page;
+    page.groups = groups(database, selects[0], u"OperDepartment_ID", u"Department", {});
+    if (page.groups.empty()) {
+        page.entries = entries(database, selects[3]);
+        return page;
     }
-    if (operations.isEmpty())
-        return {};
-    return entries(database,
-                   entriesSelect(u"JobOperSchedule.OperNo IN ("_s + operations.join(u',') +
-                                 u") AND JobOperSchedule.JobNo IN (SELECT JobNo FROM Job WHERE "_s +
-                                 period + u")"_s));
+    addRows(database, selects[1], u"OperDepartment_ID", page.groups);
+    page.entries = entries(database, selects[2]);
+    return page;
 }
 
 } // namespace scheduling

@@ -4,7 +4,6 @@
 #include "platform/jet/Database.h"
 #include "scheduling/Entry.h"
 
-#include <functional>
 #include <vector>
 
 namespace scheduling {
@@ -46,23 +45,43 @@ struct LoadGroup {
     std::vector<LoadRow> rows;
 };
 
-/// A page of the jobs of a period with their routings, newest first. `below`: the number
-/// behind which the page begins, 0 for the first. `downTo`: reads on to that job, however many
-/// lie between; 0: `count` jobs.
-std::vector<LoadGroup> jobPage(jet::Database& database, const QDate& start, const QDate& end,
-                               bool unscheduled, qint64 below, int count, qint64 downTo = 0);
-/// The select that it begins with, to be expected by who opens others beside it.
-QString jobPageSelect(const QDate& start, const QDate& end, bool unscheduled, qint64 below,
-                      int count, qint64 downTo);
-/// A page of the departments with their operations, by name. `behind`: the name behind which the
-/// page begins; empty for the first.
-std::vector<LoadGroup> departmentPage(jet::Database& database, bool unscheduled,
-                                      const QString& behind, int count);
+/// A page of the chart: groups in their order, and the entries on their rows.
+struct LoadPage {
+    std::vector<LoadGroup> groups;
+    std::vector<LoadEntry> entries;
+};
 
-/// The entries of those jobs; of those operations, as far as their jobs belong to the period.
-std::vector<LoadEntry> entriesOfJobs(jet::Database& database, const std::vector<LoadGroup>& jobs);
-std::vector<LoadEntry> entriesOfOperations(jet::Database& database,
-                                           const std::vector<LoadGroup>& groups,
-                                           const QString& period);
+/// A page of the jobs of a period with their routings, newest first.
+struct JobsWanted {
+    QDate start, end;
+    bool unscheduled = false; ///< those without entries too
+    qint64 below = 0;         ///< begins behind that number; 0: with the first
+    int count = 0;
+    qint64 downTo = 0; ///< reads on to that job, however many lie between; 0: `count` jobs
+};
+/// A page of the departments with their operations, by name; entries as far as their jobs belong
+/// to the period.
+struct DepartmentsWanted {
+    QDate start, end;
+    bool unscheduled = false; ///< operations without entries too
+    QString behind;           ///< begins behind that name; empty: with the first
+    int count = 0;
+};
+
+/// The selects that a page opens, none of which needs another's answer; to be expected.
+QStringList pageSelects(const JobsWanted& wanted);
+QStringList pageSelects(const DepartmentsWanted& wanted);
+LoadPage readPage(jet::Database& database, const JobsWanted& wanted);
+LoadPage readPage(jet::Database& database, const DepartmentsWanted& wanted);
+
+/// The operations of the department that an operation belongs to.
+struct DepartmentOf {
+    qint64 operNo = 0;
+    QDate start, end;
+    QString without; ///< purchase order whose jobs are left out of the entries
+};
+QStringList departmentSelects(const DepartmentOf& wanted);
+/// No group where the operation is none of the shop's own.
+LoadPage readDepartment(jet::Database& database, const DepartmentOf& wanted);
 
 } // namespace scheduling

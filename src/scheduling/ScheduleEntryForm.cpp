@@ -44,11 +44,7 @@ frmScheduleEdit::frmScheduleEdit()
 
 ScheduleEntryForm::ScheduleEntryForm(const char* name, const QString& caption,
                                      const QString& frameText)
-    : Form(QString::fromLatin1(name), caption),
-      ctSchedule(screen::named(new gantt::ChartView(this), u"ctSchedule"_s,
-                               u"Load of the department's operations"_s)),
-      ctLoad(screen::named(new gantt::LoadStrip(ctSchedule, this), u"ctLoad"_s,
-                           u"Load of the department"_s)),
+    : ChartForm(QString::fromLatin1(name), caption, u"Load of the department's operations"_s),
       m_frameText(frameText) {
     auto* outside = new QVBoxLayout(this);
     auto* head = new QHBoxLayout;
@@ -71,13 +67,7 @@ ScheduleEntryForm::ScheduleEntryForm(const char* name, const QString& caption,
     chkViewUnScheduled =
         looks.check(u"chkViewUnScheduled"_s, u"&View Operations with no schedule entrys"_s);
     joinLooks(*ctSchedule, *cmbSizes, *cmbRulerDiv, ZoomOrder::FarthestFirst, cmbRuler);
-    outside->addWidget(ctSchedule, 1);
-    outside->addWidget(ctLoad);
-    ctLoad->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Maximum);
-    ctSchedule->model().addColumn(u"Operation"_s);
-    ctSchedule->model().setReadOnly(true);
-    setTabOrder(chkViewUnScheduled, ctSchedule);
-    setTabOrder(ctSchedule, ctLoad);
+    addChart(outside);
     on(addOkCancel(outside), &ScheduleEntryForm::cmdOK_Click);
 
     on(chkViewUnScheduled, &ScheduleEntryForm::rebuild);
@@ -150,15 +140,21 @@ QWidget* ScheduleEntryForm::infoPane() {
 
 std::optional<Entry> ScheduleEntryForm::ask(const Request& request) {
     m_request = request;
-    if (!mayContinue())
-        return std::nullopt;
     m_result.reset();
-    lblCurrentJobNo->setText(QString::number(request.jobNo));
-    lblEstHours->setText(values::format(request.operation.estimated.value_or(0), u"0.00"));
     const QDate first = request.limits.dateIn.value_or(gantt::dateOf(request.entry.span.start));
     ctSchedule->model().setViewRange(first, request.limits.dueDate.value_or(first.addDays(30)));
+    const QStringList selects = QStringList(statusSelect()) << departmentSelects(departmentWanted())
+                                                            << capacitySelects(values::today());
+    jet::Database& database = core::MainDatabase();
+    database.expect({selects.cbegin(), selects.cend()});
+    if (!mayContinue())
+        return std::nullopt;
+    lblCurrentJobNo->setText(QString::number(request.jobNo));
+    lblEstHours->setText(values::format(request.operation.estimated.value_or(0), u"0.00"));
+    m_capacity = loadCapacity(database, values::today());
     readDepartment();
-    readLoad();
+    fillScheduleView(database, ctSchedule->model().firstDay(), ctSchedule->model().lastDay(),
+                     request.order);
     showFields(request.entry);
     rebuild();
     ctSchedule->showMoment(gantt::minuteOf(gantt::dateOf(request.entry.span.start)));
@@ -166,53 +162,43 @@ std::optional<Entry> ScheduleEntryForm::ask(const Request& request) {
     return m_result;
 }
 
+QString ScheduleEntryForm::statusSelect() const {
+    return u"SELECT Status FROM JobOper WHERE JobNo = "_s + QString::number(m_request.jobNo) +
+           u" AND SeqNo = "_s + QString::number(m_request.seqNo) + u" ORDER BY Status"_s;
+}
+
+DepartmentOf ScheduleEntryForm::departmentWanted() const {
+    const gantt::Model& model = ctSchedule->model();
+    return {m_request.operation.operNo, model.firstDay(), model.lastDay(), m_request.order};
+}
+
 /// Asks before working on an operation that is finished.
 bool ScheduleEntryForm::mayContinue() const {
-    const QString status = core::MainDatabase()
-                               .lookup(u"SELECT Status FROM JobOper WHERE JobNo = "_s +
-                                       QString::number(m_request.jobNo) + u" AND SeqNo = "_s +
-                                       QString::number(m_request.seqNo) + u" ORDER BY Status"_s)
-                               .toText();
-    return status.trimmed() != u"F" ||
+    return core::MainDatabase().lookup(statusSelect()).toText().trimmed() != u"F" ||
            screen::MsgBox(u"Operation has been marked as finished. Continue?"_s,
                           screen::Buttons::OkCancel, screen::Icon::Question,
                           systemMessage) == screen::Answer::Ok;
 }
 
 void ScheduleEntryForm::readDepartment() {
-    jet::Recordset row = core::MainDatabase().openRecordset(
-        u"SELECT TOP 1 Operation.OperDepartment_ID, OperDepartment.Department FROM Operation INNER "
-        "JOIN OperDepartment ON Operation.OperDepartment_ID = OperDepartment.ID WHERE "
-        "Operation.OperNo = "_s +
-            QString::number(m_request.operation.operNo),
-        jet::RecordsetType::Snapshot);
-    m_department = 0;
-    m_operations.clear();
-    fraView->setTitle(m_frameText + u"(none)"_s);
-    if (row.isEmpty()) {
+    LoadPage page = scheduling::readDepartment(core::MainDatabase(), departmentWanted());
+    if (page.groups.empty()) {
         // Not one of the shop's own: its operation alone.
-        m_operations.push_back({m_request.operation.operNo, m_request.operation.description});
-        return;
+        m_department = 0;
+        fraView->setTitle(m_frameText + u"(none)"_s);
+        m_operations = {{m_request.operation.operNo, m_request.operation.description}};
+    } else {
+        m_department = page.groups.front().key;
+        fraView->setTitle(m_frameText + page.groups.front().title);
+        m_operations = std::move(page.groups.front().rows);
     }
-    m_department = row[u"OperDepartment_ID"].toLong();
-    fraView->setTitle(m_frameText + row.text(u"Department"));
-    row = core::MainDatabase().openRecordset(
-        u"SELECT OperNo, Description FROM Operation WHERE OperDepartment_ID = "_s +
-            QString::number(m_department) + u" ORDER BY Description"_s,
-        jet::RecordsetType::Snapshot);
-    for (; !row.eof(); row.moveNext())
-        m_operations.push_back({row[u"OperNo"].toLong(), row.text(u"Description")});
+    gatherLoad(std::move(page.entries));
 }
 
 /// The saved entries of the other jobs of the period, and those of the schedule's own chart as they
 /// are there by now.
-void ScheduleEntryForm::readLoad() {
-    jet::Database& database = core::MainDatabase();
-    const gantt::Model& model = ctSchedule->model();
-    fillScheduleView(database, model.firstDay(), model.lastDay(), m_request.order);
-    m_entries =
-        entriesOfOperations(database, {{m_department, {}, m_operations}},
-                            jobsOfPeriod(model.firstDay(), model.lastDay(), m_request.order));
+void ScheduleEntryForm::gatherLoad(std::vector<LoadEntry> saved) {
+    m_entries = std::move(saved);
     const auto isOnChart = [this](qint64 jobNo) {
         return jobNo == m_request.jobNo ||
                std::any_of(m_request.shown.begin(), m_request.shown.end(),
@@ -225,7 +211,7 @@ void ScheduleEntryForm::readLoad() {
         if (!isThis)
             m_entries.push_back({shown, QString(), false});
     }
-    m_capacity = loadCapacity(database, values::today());
+    const gantt::Model& model = ctSchedule->model();
     m_base =
         LoadTable(m_capacity, m_department == 0 ? std::vector<qint64>{} : std::vector{m_department},
                   model.firstDay(), model.lastDay());
@@ -319,7 +305,7 @@ void ScheduleEntryForm::showTyped() {
         }
         load.add({m_department, m_request.jobNo, m_request.operation.description, entry->span});
     }
-    ctLoad->setLines(load.firstDay(), linesOf(load));
+    showLoad(std::move(load));
 }
 
 void ScheduleEntryForm::barClicked(int row, int bar) {

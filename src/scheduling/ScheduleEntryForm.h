@@ -4,10 +4,8 @@
 #include "platform/controls/DateField.h"
 #include "platform/controls/TextField.h"
 #include "platform/controls/TimeField.h"
-#include "platform/gantt/LoadStrip.h"
-#include "platform/screen/Form.h"
+#include "scheduling/ChartForm.h"
 #include "scheduling/Dialogs.h"
-#include "scheduling/Load.h"
 #include "scheduling/LoadChart.h"
 
 #include <QHash>
@@ -24,7 +22,7 @@ namespace scheduling {
 /// An entry's dates, times and notes, beside the load that the jobs of the period put on the
 /// operations of its department: frmScheduleAdd and frmScheduleEdit. The entry itself stands on the
 /// chart as it is typed.
-class ScheduleEntryForm : public screen::Form, public EntryDialog {
+class ScheduleEntryForm : public ChartForm, public EntryDialog {
   public:
     std::optional<Entry> ask(const Request& request) override;
     QSize sizeHint() const override { return {980, 620}; }
@@ -37,9 +35,11 @@ class ScheduleEntryForm : public screen::Form, public EntryDialog {
     QWidget* entryPane();
     QWidget* notesPane();
     QWidget* infoPane();
+    QString statusSelect() const;
+    DepartmentOf departmentWanted() const;
     bool mayContinue() const;
     void readDepartment();
-    void readLoad();
+    void gatherLoad(std::vector<LoadEntry> saved);
     void showFields(const Entry& entry);
     std::optional<Entry> typed() const;
     void rebuild();
@@ -62,17 +62,11 @@ class ScheduleEntryForm : public screen::Form, public EntryDialog {
     QLabel* lblEndTime = nullptr;
     QGroupBox* fraView = nullptr;
     QCheckBox* chkViewUnScheduled = nullptr;
-    controls::ListCombo* cmbSizes = nullptr;
-    controls::ListCombo* cmbRuler = nullptr;
-    controls::ListCombo* cmbRulerDiv = nullptr;
-    gantt::ChartView* ctSchedule;
-    gantt::LoadStrip* ctLoad;
 
     QString m_frameText;
     Request m_request;
     std::optional<Entry> m_result;
     qint64 m_department = 0;
-    Capacity m_capacity;
     LoadTable m_base; ///< the load without the entry of the dialog
     std::vector<LoadRow> m_operations;
     std::vector<LoadEntry> m_entries; ///< saved ones, and those of the schedule's own chart

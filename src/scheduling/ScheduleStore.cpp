@@ -87,24 +87,33 @@ QString ofOrder(const QString& poNo, qint64 custId) {
     return u"PONo = '"_s + values::quoted(poNo) + u"' AND CustID = "_s + QString::number(custId);
 }
 
-/// Numbers of the operations by their texts; the row's own number is among those of one text.
-QHash<QString, QSet<qint64>>
-operationNumbers(jet::Database& database, const std::vector<EntryChange>& changes, bool asTyped) {
+/// The operations of the changes' texts; empty where there are none.
+QString operationsSelect(const std::vector<EntryChange>& changes, bool asTyped) {
     QSet<QString> texts;
     for (const EntryChange& change : changes) {
         if (change.now && !change.operation.isEmpty())
             texts.insert(asTyped ? change.operation : values::quoted(change.operation));
     }
-    QHash<QString, QSet<qint64>> numbers;
     if (texts.isEmpty())
-        return numbers;
+        return {};
     const QStringList list(texts.cbegin(), texts.cend());
-    jet::Recordset row =
-        read(database, u"SELECT OperNo, Description FROM Operation WHERE Description IN ('"_s +
-                           list.join(u"','"_s) + u"') ORDER BY OperNo DESC"_s);
+    return u"SELECT OperNo, Description FROM Operation WHERE Description IN ('"_s +
+           list.join(u"','"_s) + u"') ORDER BY OperNo DESC"_s;
+}
+
+/// Gives the entries the numbers of the operations that their rows' texts name.
+void lookUpOperations(jet::Recordset row, std::vector<EntryChange>& changes) {
+    QHash<QString, QSet<qint64>> numbers;
     for (; !row.eof(); row.moveNext())
         numbers[row.text(u"Description").toLower()].insert(row[u"OperNo"].toLong());
-    return numbers;
+    for (EntryChange& change : changes) {
+        if (!change.now || change.operation.isEmpty())
+            continue;
+        const QSet<qint64> found = numbers.value(change.operation.toLower());
+        // Where the text means several, or none any more, the row knows its own.
+        if (!found.isEmpty() && !found.contains(change.now->operNo))
+            change.now->operNo = *std::min_element(found.begin(), found.end());
+    }
 }
 
 /// Writes the entries as new rows.
@@ -198,22 +207,19 @@ std::vector<std::pair<qint64, Limits>> loadLimits(jet::Database& database, const
 std::optional<QString> saveEntries(jet::Database& database, const std::vector<qint64>& jobs,
                                    std::vector<EntryChange> changes,
                                    const std::optional<JobDates>& dates) {
-    const auto numbers = operationNumbers(database, changes, dates.has_value());
-    for (EntryChange& change : changes) {
-        if (!change.now || change.operation.isEmpty())
-            continue;
-        const QSet<qint64> found = numbers.value(change.operation.toLower());
-        // Where the text means several, or none any more, the row knows its own.
-        if (found.size() > 0 && !found.contains(change.now->operNo))
-            change.now->operNo = *std::min_element(found.begin(), found.end());
-    }
-
     jet::Transaction transaction(database);
     std::vector<qint64> gone;
     if (!jobs.empty()) {
+        std::vector<jet::WantedSet> wanted = {u"SELECT * FROM JobOperSchedule WHERE JobNo IN ("_s +
+                                              joined(jobs) + u") ORDER BY ID"_s};
+        if (const QString operations = operationsSelect(changes, dates.has_value());
+            !operations.isEmpty())
+            wanted.push_back(operations);
+        const std::vector<jet::Recordset> sets = database.together(wanted);
+        if (sets.size() > 1)
+            lookUpOperations(sets[1], changes);
         QMap<qint64, Entry> standing;
-        jet::Recordset row = read(database, u"SELECT * FROM JobOperSchedule WHERE JobNo IN ("_s +
-                                                joined(jobs) + u") ORDER BY ID"_s);
+        jet::Recordset row = sets[0];
         for (; !row.eof(); row.moveNext()) {
             if (auto entry = entryOf(row))
                 standing.insert(entry->id, *entry);

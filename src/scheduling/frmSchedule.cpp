@@ -4,6 +4,7 @@
 #include "core/ReportLaunch.h"
 #include "core/records/RecordScreen.h"
 #include "platform/controls/DropMenu.h"
+#include "platform/controls/HistoryKeys.h"
 #include "platform/screen/Forms.h"
 #include "platform/screen/MsgBox.h"
 #include "platform/screen/Pointer.h"
@@ -18,7 +19,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QRadioButton>
-#include <QSignalBlocker>
+#include <QScopedValueRollback>
 
 #include <algorithm>
 
@@ -38,6 +39,24 @@ void say(const QString& text, Icon icon = Icon::Exclamation) {
     screen::MsgBox(text, Buttons::Ok, icon, systemMessage);
 }
 
+void expect(const QStringList& selects) {
+    core::MainDatabase().expect({selects.cbegin(), selects.cend()});
+}
+
+/// The days that a chart shows for the dates of its fields.
+std::pair<QDate, QDate> rangeOf(const Limits& dates) {
+    const QDate first = dates.dateIn.value_or(dates.dueDate.value_or(values::today()));
+    return {first, dates.dueDate.value_or(first.addDays(30))};
+}
+
+/// A customer's active jobs and their orders.
+QStringList listSelects(qint64 custId) {
+    const QString id = QString::number(custId);
+    return {u"SELECT JobNo FROM Job WHERE CustID = "_s + id + u" AND Shipped = FALSE"_s,
+            u"SELECT DISTINCT PONo FROM Job WHERE CustID = "_s + id +
+                u" AND Shipped = FALSE AND PONo IS NOT NULL"_s};
+}
+
 } // namespace
 
 // Opening
@@ -51,9 +70,9 @@ void frmSchedule::Form_Load() {
         "Company"_s;
     const auto* jobScreen = Forms::find<core::RecordScreen>(u"frmJob"_s);
     const qint64 jobNo = jobScreen ? jobScreen->currentKey() : 0;
-    const QString customerOf = u"SELECT CustID FROM Job WHERE JobNo = "_s + QString::number(jobNo);
-    const QStringList selects = capacitySelects(values::today()) << names << customerOf;
-    database.expect({selects.cbegin(), selects.cend()});
+    const QString ofJob =
+        u"SELECT CustID, JobDateIn, JobDueDate FROM Job WHERE JobNo = "_s + QString::number(jobNo);
+    expect(QStringList{names, ofJob} << capacitySelects(values::today()));
     jet::Recordset customers = database.openRecordset(names, jet::RecordsetType::Snapshot);
     if (customers.isEmpty()) {
         say(u"You must have at least one Customer with at least one active job."_s);
@@ -71,11 +90,18 @@ void frmSchedule::Form_Load() {
         refuse();
         return;
     }
-    if (jobNo != 0) {
-        showCustomer(database.lookup(customerOf).toLong());
-        dbcJobNo->setBoundText(QString::number(jobNo));
-        show();
-    }
+    const jet::Recordset row = database.openRecordset(ofJob, jet::RecordsetType::Snapshot);
+    if (jobNo == 0 || row.isEmpty())
+        return;
+    const qint64 custId = row[u"CustID"].toLong();
+    const auto [first, last] = rangeOf({row[u"JobDateIn"].toDate(), row[u"JobDueDate"].toDate()});
+    expect(listSelects(custId) << plannedSelect(first, last));
+    const auto job = loadJob(database, jobNo);
+    showCustomer(custId);
+    dbcJobNo->setBoundText(QString::number(jobNo));
+    // One that was shipped meanwhile isn't among them.
+    if (job && isChosen())
+        show({*job});
 }
 
 void frmSchedule::wire() {
@@ -86,8 +112,11 @@ void frmSchedule::wire() {
         on(option, &frmSchedule::optShow_Click);
     for (QCheckBox* box : {chkMultiMove, chkMultiResize})
         on(box, &frmSchedule::arrange);
-    for (controls::DateField* field : {txtJobDateIn, txtJobDueDate})
+    for (controls::DateField* field : {txtJobDateIn, txtJobDueDate}) {
         on(field->changed, &frmSchedule::dateChanged);
+        on(field->left, [this] { m_typing.reset(); });
+        field->installEventFilter(this);
+    }
 }
 
 void frmSchedule::wireChart() {
@@ -101,10 +130,12 @@ void frmSchedule::wireChart() {
     on(ctSchedule->doubleClicked, [this](int row, int bar) { editEntry(row, bar); });
     on(ctSchedule->keyPressed, [this](int) { cmdDeleteEntry_Click(); });
     on(ctSchedule->menuRequested, [this](QPoint place) { openMenu(place); });
-    on(ctSchedule->dragged, &frmSchedule::showLoad);
+    on(ctSchedule->dragged, &frmSchedule::followLoad);
     on(ctSchedule->model().changed, [this] {
-        if (!m_showing)
-            showLoad();
+        if (m_showing)
+            return;
+        followLoad();
+        arrange();
     });
     on(ctSchedule->model().selectionChanged, &frmSchedule::arrange);
 }
@@ -146,25 +177,25 @@ bool frmSchedule::isChosen() const {
 }
 
 void frmSchedule::showCustomer(qint64 custId) {
-    const QString id = QString::number(custId);
-    dbcCustomer->setBoundText(id);
+    dbcCustomer->setBoundText(QString::number(custId));
     // One without active jobs isn't in the list.
     txtCustomerNo->setText(dbcCustomer->boundText());
     jet::Database& database = core::MainDatabase();
-    const std::vector<jet::Recordset> lists = database.together(
-        {u"SELECT JobNo FROM Job WHERE CustID = "_s + id + u" AND Shipped = FALSE"_s,
-         u"SELECT DISTINCT PONo FROM Job WHERE CustID = "_s + id +
-             u" AND Shipped = FALSE AND PONo IS NOT NULL"_s});
+    const QStringList selects = listSelects(custId);
+    const jet::Recordset jobs = database.openRecordset(selects[0], jet::RecordsetType::Snapshot);
+    const jet::Recordset orders = database.openRecordset(selects[1], jet::RecordsetType::Snapshot);
     dbcJobNo->clear();
     dbcJobPO->clear();
-    dbcJobNo->setRows(lists[0], u"JobNo"_s, u"JobNo"_s);
-    dbcJobPO->setRows(lists[1], u"PONo"_s, u"PONo"_s);
+    dbcJobNo->setRows(jobs, u"JobNo"_s, u"JobNo"_s);
+    dbcJobPO->setRows(orders, u"PONo"_s, u"PONo"_s);
 }
 
 void frmSchedule::customerChosen() {
     if (dbcCustomer->boundText().isEmpty())
         return;
-    showCustomer(dbcCustomer->boundText().toLongLong());
+    const qint64 custId = dbcCustomer->boundText().toLongLong();
+    expect(listSelects(custId));
+    showCustomer(custId);
     show();
 }
 
@@ -177,23 +208,37 @@ void frmSchedule::optShow_Click() {
 
 void frmSchedule::show() {
     const screen::BusyPointer busy;
-    m_showing = true;
-    if (!isChosen())
-        showNothing();
-    else if (byOrder())
-        showOrder();
-    else
-        showJob();
-    readPlanned();
-    m_showing = false;
-    showLoad();
-    arrange();
+    jet::Database& database = core::MainDatabase();
+    // What is read again has mostly kept its dates.
+    const gantt::Model& model = ctSchedule->model();
+    if (isChosen() && !m_chart.jobs().empty())
+        expect({plannedSelect(model.firstDay(), model.lastDay())});
+    std::vector<ScheduledJob> jobs;
+    if (byOrder() && isChosen())
+        jobs = loadOrder(database, order(), customer());
+    else if (auto job = isChosen() ? loadJob(database, jobNo()) : std::nullopt)
+        jobs.push_back(std::move(*job));
+    show(jobs);
 }
 
-void frmSchedule::showNothing() {
-    m_chart.clear();
+void frmSchedule::show(const std::vector<ScheduledJob>& jobs) {
+    m_showing = true;
+    m_typing.reset();
     m_limits.clear();
-    showDates({});
+    for (const ScheduledJob& job : jobs)
+        m_limits.emplace_back(job.jobNo, job.limits);
+    if (jobs.empty()) {
+        m_chart.clear();
+        showDates({});
+    } else {
+        showLooks(jobs.front());
+        showDates(jobs.front().limits);
+        byOrder() ? m_chart.showOrder(jobs) : m_chart.showJob(jobs.front());
+    }
+    readPlanned();
+    m_showing = false;
+    followLoad();
+    arrange();
 }
 
 void frmSchedule::showLooks(const ScheduledJob& job) {
@@ -204,55 +249,63 @@ void frmSchedule::showLooks(const ScheduledJob& job) {
 }
 
 void frmSchedule::showDates(const Limits& limits) {
-    txtJobDateIn->setDate(limits.dateIn);
-    txtJobDueDate->setDate(limits.dueDate);
+    setDates(limits);
     txtLockDateIn->setDate(limits.dateIn);
     txtLockDueDate->setDate(limits.dueDate);
-    const QDate first = limits.dateIn.value_or(limits.dueDate.value_or(values::today()));
-    ctSchedule->model().setViewRange(first, limits.dueDate.value_or(first.addDays(30)));
+    const auto [first, last] = rangeOf(limits);
+    ctSchedule->model().setViewRange(first, last);
     ctSchedule->showMoment(gantt::minuteOf(first));
 }
 
-void frmSchedule::showJob() {
-    const auto job = loadJob(core::MainDatabase(), jobNo());
-    if (!job) {
-        showNothing();
-        return;
-    }
-    showLooks(*job);
-    m_limits = {{job->jobNo, job->limits}};
-    showDates(job->limits);
-    m_chart.showJob(*job);
-}
-
-void frmSchedule::showOrder() {
-    const auto jobs = loadOrder(core::MainDatabase(), order(), customer());
-    if (jobs.empty()) {
-        showNothing();
-        return;
-    }
-    showLooks(jobs.front());
-    m_limits.clear();
-    for (const ScheduledJob& job : jobs)
-        m_limits.emplace_back(job.jobNo, job.limits);
-    showDates(jobs.front().limits);
-    m_chart.showOrder(jobs);
+void frmSchedule::setDates(const Limits& dates) {
+    m_dates = dates;
+    txtJobDateIn->setDate(dates.dateIn);
+    txtJobDueDate->setDate(dates.dueDate);
 }
 
 void frmSchedule::dateChanged() {
-    const auto first = txtJobDateIn->date();
-    const auto last = txtJobDueDate->date();
+    if (m_showing || !m_editing)
+        return;
+    const Limits now{txtJobDateIn->date(), txtJobDueDate->date()};
+    if (m_typing) {
+        m_typing->after = now;
+    } else {
+        auto step = std::make_shared<DateStep>(DateStep{m_dates, now});
+        ctSchedule->model().note([this, step](bool again) {
+            const QScopedValueRollback showing(m_showing, true);
+            setDates(again ? step->after : step->before);
+            showRange(m_dates);
+        });
+        m_typing = std::move(step);
+    }
+    m_dates = now;
+    showRange(now);
+    followLoad();
+}
+
+/// The chart for the dates of the fields, in edit.
+void frmSchedule::showRange(const Limits& dates) {
     // While a year is being typed it may be any.
     const auto isPlausible = [](const std::optional<QDate>& date) {
         return date && date->year() >= 1980 && date->year() < 2100;
     };
-    if (m_showing || !m_editing || !isPlausible(first) || !isPlausible(last))
+    if (!isPlausible(dates.dateIn) || !isPlausible(dates.dueDate))
         return;
-    ctSchedule->model().setViewRange(*first, *last);
+    ctSchedule->model().setViewRange(*dates.dateIn, *dates.dueDate);
     if (byOrder())
         m_chart.redrawBlocks(m_limits);
     readPlanned();
-    showLoad();
+}
+
+bool frmSchedule::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::ShortcutOverride) {
+        const auto* press = static_cast<QKeyEvent*>(event);
+        if (controls::isUndo(*press) || controls::isRedo(*press)) {
+            event->ignore();
+            return true;
+        }
+    }
+    return ChartForm::eventFilter(watched, event);
 }
 
 // The load
@@ -291,7 +344,7 @@ LoadTable frmSchedule::loadOfOthers(qint64 alone) const {
     return table;
 }
 
-void frmSchedule::showLoad() {
+void frmSchedule::followLoad() {
     LoadTable table = m_others;
     const gantt::Model& model = ctSchedule->model();
     QHash<gantt::BarId, gantt::Span> moving;
@@ -309,7 +362,7 @@ void frmSchedule::showLoad() {
                        moved == moving.cend() ? bar.span : *moved});
         }
     }
-    ctLoad->setLines(table.firstDay(), linesOf(table));
+    showLoad(std::move(table));
 }
 
 // Modes
@@ -317,9 +370,9 @@ void frmSchedule::showLoad() {
 void frmSchedule::setMode(bool editing) {
     m_editing = editing;
     ctSchedule->model().setReadOnly(!editing);
-    for (QWidget* widget :
-         {static_cast<QWidget*>(txtJobDateIn), static_cast<QWidget*>(txtJobDueDate),
-          control(u"cmdSave"_s), control(u"cmdCancel"_s)})
+    for (QWidget* widget : {static_cast<QWidget*>(txtJobDateIn),
+                            static_cast<QWidget*>(txtJobDueDate), control(u"cmdSave"_s),
+                            control(u"cmdCancel"_s), control(u"cmdUndo"_s), control(u"cmdRedo"_s)})
         widget->setVisible(editing);
     for (QWidget* widget : {static_cast<QWidget*>(txtLockDateIn),
                             static_cast<QWidget*>(txtLockDueDate), control(u"cmdEdit"_s)})
@@ -353,6 +406,8 @@ void frmSchedule::arrange() {
     control(u"cmdEditEntry"_s)->setEnabled(m_editing && mayEdit(row, bar));
     control(u"cmdDeleteEntry"_s)->setEnabled(m_editing && mayEdit(row, bar));
     control(u"cmdFit"_s)->setEnabled(m_editing && !m_chart.jobs().empty());
+    control(u"cmdUndo"_s)->setEnabled(m_editing && model.canUndo());
+    control(u"cmdRedo"_s)->setEnabled(m_editing && model.canRedo());
 }
 
 void frmSchedule::cmdEdit_Click() {
@@ -482,6 +537,16 @@ void frmSchedule::cmdFit_Click() {
     if (!refusal.isEmpty())
         say(refusal);
     ctSchedule->setFocus();
+}
+
+void frmSchedule::cmdUndo_Click() {
+    m_typing.reset();
+    ctSchedule->undo();
+}
+
+void frmSchedule::cmdRedo_Click() {
+    m_typing.reset();
+    ctSchedule->redo();
 }
 
 void frmSchedule::openMenu(const QPoint& place) {

@@ -2,11 +2,11 @@
 
 #include "platform/controls/DataCombo.h"
 #include "platform/controls/DateField.h"
-#include "platform/gantt/LoadStrip.h"
-#include "platform/screen/Form.h"
-#include "scheduling/Load.h"
+#include "scheduling/ChartForm.h"
 #include "scheduling/MultiMove.h"
 #include "scheduling/ScheduleChart.h"
+
+#include <memory>
 
 class QCheckBox;
 class QLabel;
@@ -21,11 +21,10 @@ namespace scheduling {
 
 /// The job scheduler: the routing of one job, or of all jobs of a customer's purchase order, with
 /// its dated entries on a chart. Nothing reaches the database until the save.
-class frmSchedule : public screen::Form {
+class frmSchedule : public ChartForm {
   public:
     static constexpr char formName[] = "frmSchedule";
     frmSchedule();
-    QSize sizeHint() const override { return {1180, 640}; }
 
     void Form_Load() override;
     bool Form_QueryUnload() override;
@@ -37,9 +36,15 @@ class frmSchedule : public screen::Form {
     void cmdEditEntry_Click();
     void cmdDeleteEntry_Click();
     void cmdFit_Click();
+    void cmdUndo_Click();
+    void cmdRedo_Click();
     void cmdViewer_Click();
     void cmdQryRpt_Click();
     void cmdQuery_Click();
+
+  protected:
+    /// Undo and redo in the date fields are those of the chart.
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
     // Layout
@@ -63,18 +68,18 @@ class frmSchedule : public screen::Form {
 
     // Showing
     void show();
-    void showJob();
-    void showOrder();
-    void showNothing();
+    void show(const std::vector<ScheduledJob>& jobs);
     void showLooks(const ScheduledJob& job);
     void showDates(const Limits& limits);
+    void showRange(const Limits& limits);
     void setMode(bool editing);
     void arrange();
     void dateChanged();
+    void setDates(const Limits& dates);
     QHash<qint64, Limits> limitsNow() const;
     void readPlanned();
     LoadTable loadOfOthers(qint64 alone) const;
-    void showLoad();
+    void followLoad();
 
     // Entries
     MultiMove multiMove() const;
@@ -96,21 +101,23 @@ class frmSchedule : public screen::Form {
     controls::DateField* txtJobDueDate = nullptr;
     controls::DateField* txtLockDateIn = nullptr;
     controls::DateField* txtLockDueDate = nullptr;
-    controls::ListCombo* cmbSizes = nullptr;
-    controls::ListCombo* cmbRulerDiv = nullptr;
     QRadioButton* optDate = nullptr;
     QRadioButton* optSeq = nullptr;
     QCheckBox* chkMultiMove = nullptr;
     QCheckBox* chkMultiResize = nullptr;
     QWidget* fraSelect = nullptr;
-    gantt::ChartView* ctSchedule;
-    gantt::LoadStrip* ctLoad;
     controls::DropMenu* ctDropMenu1;
 
+    /// A visit to a date field is one step of the history, whatever is typed in it.
+    struct DateStep {
+        Limits before, after;
+    };
+
     ScheduleChart m_chart;
-    Capacity m_capacity;
     LoadTable m_others; ///< what the jobs that are not on the chart have planned
     std::vector<std::pair<qint64, Limits>> m_limits; ///< as they stand in the jobs
+    Limits m_dates;                                  ///< of the fields
+    std::shared_ptr<DateStep> m_typing;              ///< while somebody is in one of them
     bool m_editing = false;
     bool m_showing = false;
 };

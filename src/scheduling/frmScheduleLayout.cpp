@@ -9,15 +9,13 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QRadioButton>
+#include <QShortcut>
 #include <QVBoxLayout>
 
 namespace scheduling {
 
 frmSchedule::frmSchedule()
-    : Form(QString::fromLatin1(formName), u"Schedule"_s),
-      ctSchedule(screen::named(new gantt::ChartView(this), u"ctSchedule"_s, u"Job schedule"_s)),
-      ctLoad(screen::named(new gantt::LoadStrip(ctSchedule, this), u"ctLoad"_s,
-                           u"Load of the departments"_s)),
+    : ChartForm(QString::fromLatin1(formName), u"Schedule"_s, u"Job schedule"_s),
       ctDropMenu1(new controls::DropMenu(this)), m_chart(ctSchedule->model()) {
     auto* outside = new QVBoxLayout(this);
     auto* head = new QHBoxLayout;
@@ -26,12 +24,8 @@ frmSchedule::frmSchedule()
     head->addWidget(datesPane());
     head->addWidget(viewPane());
     head->addWidget(movePane());
-    outside->addWidget(ctSchedule, 1);
-    outside->addWidget(ctLoad);
-    ctLoad->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Maximum);
+    addChart(outside);
     makeButtons(outside);
-    ctSchedule->model().addColumn(u"Operation"_s);
-    setTabOrder(ctSchedule, ctLoad);
     wire();
     wireChart();
 }
@@ -119,9 +113,7 @@ void frmSchedule::makeButtons(QBoxLayout* inside) {
     auto* row = new QHBoxLayout;
     inside->addLayout(row);
     const auto add = [&](const QString& name, const QString& caption, auto handler) {
-        auto* button = screen::named(new QPushButton(caption, this), name);
-        button->setAutoDefault(false);
-        row->addWidget(button);
+        QPushButton* button = addButton(row, name, caption);
         on(button, handler);
         return button;
     };
@@ -134,6 +126,16 @@ void frmSchedule::makeButtons(QBoxLayout* inside) {
     add(u"cmdFit"_s, u"&Fit"_s, &frmSchedule::cmdFit_Click)
         ->setToolTip(u"Places the job's entries one after another into free hours of their "
                      "departments. Ctrl+Z takes it back."_s);
+    const auto step = [&](const QString& name, const QString& caption, const QKeySequence& key,
+                          auto handler) {
+        add(name, caption, handler)->setToolTip(key.toString(QKeySequence::NativeText));
+        // Not the button's own, which would take keys that follow fast for one.
+        auto* shortcut = new QShortcut(key, this);
+        shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+        on(shortcut, &QShortcut::activated, [this, handler] { (this->*handler)(); });
+    };
+    step(u"cmdUndo"_s, u"Undo"_s, QKeySequence(Qt::CTRL | Qt::Key_Z), &frmSchedule::cmdUndo_Click);
+    step(u"cmdRedo"_s, u"Redo"_s, QKeySequence(Qt::CTRL | Qt::Key_Y), &frmSchedule::cmdRedo_Click);
     row->addStretch(1);
     add(u"cmdViewer"_s, u"Schedule &Viewer"_s, &frmSchedule::cmdViewer_Click);
     add(u"cmdQryRpt"_s, u"&Query/Report"_s, &frmSchedule::cmdQryRpt_Click);

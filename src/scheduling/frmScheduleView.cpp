@@ -31,10 +31,7 @@ gantt::Minute momentOf(const controls::DateField* date, const controls::TimeFiel
 } // namespace
 
 frmScheduleView::frmScheduleView()
-    : Form(QString::fromLatin1(formName), u"Schedule Viewer"_s),
-      ctSchedule(screen::named(new gantt::ChartView(this), u"ctSchedule"_s, u"Load of the shop"_s)),
-      ctLoad(screen::named(new gantt::LoadStrip(ctSchedule, this), u"ctLoad"_s,
-                           u"Load of the departments"_s)) {
+    : ChartForm(QString::fromLatin1(formName), u"Schedule Viewer"_s, u"Load of the shop"_s) {
     auto* outside = new QVBoxLayout(this);
     auto* head = new QHBoxLayout;
     outside->addLayout(head);
@@ -42,11 +39,7 @@ frmScheduleView::frmScheduleView()
     head->addWidget(optionPane());
     head->addWidget(gotoPane());
     head->addStretch(1);
-    outside->addWidget(ctSchedule, 1);
-    outside->addWidget(ctLoad);
-    ctLoad->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Maximum);
-    ctSchedule->model().addColumn(u"Operation"_s);
-    ctSchedule->model().setReadOnly(true);
+    addChart(outside);
 
     auto* foot = new QHBoxLayout;
     outside->addLayout(foot);
@@ -57,14 +50,8 @@ frmScheduleView::frmScheduleView()
     lblJobNo->setMinimumWidth(lblJobNo->fontMetrics().averageCharWidth() * 60);
     info->addWidget(lblJobNo);
     foot->addStretch(1);
-    const auto button = [&](const QString& name, const QString& caption) {
-        auto* made = screen::named(new QPushButton(caption, this), name);
-        made->setAutoDefault(false);
-        foot->addWidget(made, 0, Qt::AlignBottom);
-        return made;
-    };
-    on(button(u"cmdRefresh"_s, u"&Refresh"_s), &frmScheduleView::cmdRefresh_Click);
-    auto* done = button(u"cmdDone"_s, u"D&one"_s);
+    on(addButton(foot, u"cmdRefresh"_s, u"&Refresh"_s), &frmScheduleView::cmdRefresh_Click);
+    auto* done = addButton(foot, u"cmdDone"_s, u"D&one"_s);
     on(done, [this] { unload(); });
     setCancelButton(done);
 
@@ -171,16 +158,13 @@ bool frmScheduleView::takeRange() {
     const QString jobs = u"SELECT JobNo FROM Job WHERE "_s +
                          jobsOfPeriod(*txtStartDate->date(), *txtEndDate->date()) +
                          u"ORDER BY JobNo DESC"_s;
-    const gantt::Model& model = ctSchedule->model();
-    const QStringList selects =
-        capacitySelects(values::today())
-        << jobs << plannedSelect(model.firstDay(), model.lastDay())
-        << jobPageSelect(model.firstDay(), model.lastDay(), chkJobs->isChecked(), 0, pageOfJobs, 0);
-    core::MainDatabase().expect({selects.cbegin(), selects.cend()});
+    beginAnew();
+    const QStringList all = capacitySelects(values::today()) << jobs << selects();
+    core::MainDatabase().expect({all.cbegin(), all.cend()});
     m_capacity = loadCapacity(core::MainDatabase(), values::today());
     dbcJob->setRows(core::MainDatabase().openRecordset(jobs, jet::RecordsetType::Snapshot),
                     u"JobNo"_s, u"JobNo"_s);
-    read();
+    readRows();
     return true;
 }
 
@@ -211,7 +195,40 @@ void frmScheduleView::cmdRefresh_Click() {
 
 // Rows
 
+/// The load and the next page.
+QStringList frmScheduleView::selects() const {
+    const gantt::Model& model = ctSchedule->model();
+    return QStringList(plannedSelect(model.firstDay(), model.lastDay()))
+           << (chkGroup->isChecked() ? pageSelects(departmentsWanted())
+                                     : pageSelects(jobsWanted(0)));
+}
+
+JobsWanted frmScheduleView::jobsWanted(qint64 downTo) const {
+    const gantt::Model& model = ctSchedule->model();
+    return {model.firstDay(), model.lastDay(), chkJobs->isChecked(), m_lastJob, pageOfJobs, downTo};
+}
+
+DepartmentsWanted frmScheduleView::departmentsWanted() const {
+    const gantt::Model& model = ctSchedule->model();
+    return {model.firstDay(), model.lastDay(), chkOp->isChecked(), m_lastDepartment,
+            pageOfDepartments};
+}
+
 void frmScheduleView::read() {
+    beginAnew();
+    const QStringList all = selects();
+    core::MainDatabase().expect({all.cbegin(), all.cend()});
+    readRows();
+}
+
+/// The next page is the first one.
+void frmScheduleView::beginAnew() {
+    m_lastJob = 0;
+    m_lastDepartment.clear();
+    m_atEnd = false;
+}
+
+void frmScheduleView::readRows() {
     const screen::BusyPointer busy;
     const QScopedValueRollback reading(m_reading, true);
     gantt::Model& model = ctSchedule->model();
@@ -219,9 +236,6 @@ void frmScheduleView::read() {
     m_headerOf.clear();
     m_rowOf.clear();
     m_jobOf.clear();
-    m_lastJob = 0;
-    m_lastDepartment.clear();
-    m_atEnd = false;
     lblJobNo->clear();
     chkJobs->setEnabled(!chkGroup->isChecked());
     chkOp->setEnabled(chkGroup->isChecked());
@@ -235,7 +249,7 @@ void frmScheduleView::read() {
     LoadTable load(m_capacity, departments, model.firstDay(), model.lastDay());
     for (const PlannedWork& work : planned)
         load.add(work);
-    ctLoad->setLines(load.firstDay(), linesOf(load));
+    showLoad(std::move(load));
 }
 
 /// Adds the next page. False where there is none.
@@ -247,26 +261,22 @@ bool frmScheduleView::readPage(qint64 downTo) {
     const gantt::Model::Change change(model);
     const gantt::Model::Unrecorded loading(model);
     const bool byJob = !chkGroup->isChecked();
-    std::vector<LoadGroup> page;
+    LoadPage page;
     if (byJob) {
-        page = jobPage(database, model.firstDay(), model.lastDay(), chkJobs->isChecked(), m_lastJob,
-                       pageOfJobs, downTo);
-        m_atEnd = downTo == 0 && std::ssize(page) < pageOfJobs;
-        if (!page.empty())
-            m_lastJob = page.back().key;
+        page = scheduling::readPage(database, jobsWanted(downTo));
+        m_atEnd = downTo == 0 && std::ssize(page.groups) < pageOfJobs;
+        if (!page.groups.empty())
+            m_lastJob = page.groups.back().key;
     } else {
-        page = departmentPage(database, chkOp->isChecked(), m_lastDepartment, pageOfDepartments);
-        m_atEnd = std::ssize(page) < pageOfDepartments;
-        if (!page.empty())
-            m_lastDepartment = page.back().title;
+        page = scheduling::readPage(database, departmentsWanted());
+        m_atEnd = std::ssize(page.groups) < pageOfDepartments;
+        if (!page.groups.empty())
+            m_lastDepartment = page.groups.back().title;
     }
-    for (const LoadGroup& group : page)
+    for (const LoadGroup& group : page.groups)
         addGroup(group);
-    addEntries(byJob ? entriesOfJobs(database, page)
-                     : entriesOfOperations(database, page,
-                                           jobsOfPeriod(model.firstDay(), model.lastDay())),
-               byJob);
-    return !page.empty();
+    addEntries(page.entries, byJob);
+    return !page.groups.empty();
 }
 
 /// Reads on when the last rows come into sight.
@@ -277,7 +287,15 @@ void frmScheduleView::readMore() {
         return;
     const QScopedValueRollback reading(m_reading, true);
     if (!m_atEnd && bar->value() + bar->pageStep() >= bar->maximum())
-        readPage();
+        readOn();
+}
+
+/// The page behind those that are shown. False where there is none.
+bool frmScheduleView::readOn(qint64 downTo) {
+    const QStringList all =
+        chkGroup->isChecked() ? pageSelects(departmentsWanted()) : pageSelects(jobsWanted(downTo));
+    core::MainDatabase().expect({all.cbegin(), all.cend()});
+    return readPage(downTo);
 }
 
 void frmScheduleView::addGroup(const LoadGroup& group) {
@@ -355,18 +373,18 @@ void frmScheduleView::cmdGotoGo_Click() {
     if (jobNo != 0) {
         groupBy(false);
         if (!m_headerOf.contains(jobNo))
-            readPage(jobNo);
+            readOn(jobNo);
         if (!m_headerOf.contains(jobNo) && !chkJobs->isChecked()) {
             // It has no entries: shown with the others of its kind.
             chkJobs->setChecked(true);
             read();
             if (!m_headerOf.contains(jobNo))
-                readPage(jobNo);
+                readOn(jobNo);
         }
         goToRow(jobNo);
     } else if (const qint64 department = dbcDept->boundText().toLongLong(); department != 0) {
         groupBy(true);
-        while (!m_headerOf.contains(department) && readPage()) {
+        while (!m_headerOf.contains(department) && readOn()) {
         }
         goToRow(department);
     }

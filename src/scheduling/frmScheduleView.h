@@ -3,9 +3,7 @@
 #include "platform/controls/DataCombo.h"
 #include "platform/controls/DateField.h"
 #include "platform/controls/TimeField.h"
-#include "platform/gantt/LoadStrip.h"
-#include "platform/screen/Form.h"
-#include "scheduling/Load.h"
+#include "scheduling/ChartForm.h"
 #include "scheduling/LoadChart.h"
 
 #include <QHash>
@@ -18,11 +16,10 @@ namespace scheduling {
 
 /// The load of the whole shop on a chart that is only read: by job or by department, for a range of
 /// dates. Rows are read page by page as they come into sight.
-class frmScheduleView : public screen::Form {
+class frmScheduleView : public ChartForm {
   public:
     static constexpr char formName[] = "frmScheduleView";
     frmScheduleView();
-    QSize sizeHint() const override { return {1180, 640}; }
 
     void Form_Load() override;
     bool Form_QueryUnload() override;
@@ -37,8 +34,14 @@ class frmScheduleView : public screen::Form {
     QWidget* optionPane();
     QWidget* gotoPane();
     bool takeRange();
+    QStringList selects() const;
+    void beginAnew();
     void read();
+    void readRows();
     bool readPage(qint64 downTo = 0);
+    bool readOn(qint64 downTo = 0);
+    JobsWanted jobsWanted(qint64 downTo) const;
+    DepartmentsWanted departmentsWanted() const;
     void readMore();
     void addGroup(const LoadGroup& group);
     void addEntries(const std::vector<LoadEntry>& entries, bool byJob);
@@ -49,9 +52,6 @@ class frmScheduleView : public screen::Form {
     controls::DateField* txtEndDate = nullptr;
     controls::TimeField* ctStartTime = nullptr;
     controls::TimeField* ctEndTime = nullptr;
-    controls::ListCombo* cmbSizes = nullptr;
-    controls::ListCombo* cmbRuler = nullptr;
-    controls::ListCombo* cmbRulerDiv = nullptr;
     QCheckBox* chkGroup = nullptr;
     QCheckBox* chkJobs = nullptr;
     QCheckBox* chkOp = nullptr;
@@ -60,10 +60,7 @@ class frmScheduleView : public screen::Form {
     controls::DateField* txtDate = nullptr;
     QGroupBox* fraInfo = nullptr;
     QLabel* lblJobNo = nullptr;
-    gantt::ChartView* ctSchedule;
-    gantt::LoadStrip* ctLoad;
 
-    Capacity m_capacity;
     QHash<qint64, int> m_headerOf;                 ///< row of a job or department
     QHash<std::pair<qint64, qint64>, int> m_rowOf; ///< of an operation; under its job, or under 0
     QHash<QString, qint64> m_jobOf;                ///< of a bar, by its key

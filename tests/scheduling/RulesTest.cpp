@@ -296,7 +296,11 @@ TEST_P(Scheduling, LoadIsWhatFallsIntoWorkingTimesAgainstWhatPeopleGive) {
     EXPECT_EQ(capacity.hoursOn(1, in.addDays(5)), 0);
 
     const Span overNight{minuteOf(in, 13 * 60), minuteOf(in.addDays(1), 8 * 60)};
-    EXPECT_EQ(plannedOn(capacity, 1, overNight, in), 2) << "13 to 15";
+    LoadTable two(capacity, {1, 2}, in, in.addDays(1));
+    two.add({1, 7, u"Milling"_s, overNight});
+    two.add({1, 7, u"Milling"_s, overNight});
+    EXPECT_EQ(two.days(1)[0].planned, 4) << "13 to 15";
+    EXPECT_EQ(two.workOf(1, 0, 2), QStringList(u"Job 7 Milling: 6 h"_s));
     EXPECT_EQ(plannedHours(capacity, 1, overNight), 2 + 1);
     EXPECT_EQ(plannedHours(capacity, 2, overNight), 2 + 6) << "22 to 6";
     const QDate sunday = in.addDays(6);

@@ -236,6 +236,44 @@ TEST_P(ScheduleScreen, DatesAreLimitsAndTheViewAndGoToTheJob) {
     press(u"cmdCancel"_s);
 }
 
+TEST_P(ScheduleScreen, DatesAndEntriesAreTakenBackInTheOrderInWhichTheyWereChanged) {
+    openJob();
+    press(u"cmdEdit"_s);
+    EXPECT_FALSE(isEnabled(u"cmdUndo"_s));
+    go(u"ctSchedule"_s);
+    key(Qt::Key_Down);
+    key(Qt::Key_Down);
+    key(Qt::Key_Right);
+    key(Qt::Key_Right, Qt::ControlModifier);
+    // Typed by a person: every key changes the date, all of them are one step.
+    go(u"txtJobDueDate"_s);
+    QTest::keyClicks(control<QWidget>(u"txtJobDueDate"_s), u"4/1/2026"_s);
+    EXPECT_EQ(model().lastDay(), QDate(2026, 4, 1));
+    go(u"txtJobDateIn"_s);
+    key(Qt::Key_Delete);
+    EXPECT_EQ(text(u"txtJobDateIn"_s), QString());
+    key(Qt::Key_Z, Qt::ControlModifier); // in the field itself
+    EXPECT_EQ(text(u"txtJobDateIn"_s), u"3/2/2026"_s);
+    EXPECT_EQ(model().lastDay(), QDate(2026, 4, 1));
+    go(u"ctSchedule"_s);
+    key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(text(u"txtJobDueDate"_s), u"3/20/2026"_s);
+    EXPECT_EQ(model().lastDay(), due);
+    EXPECT_EQ(span(2, 1), at(2));
+    press(u"cmdUndo"_s);
+    EXPECT_EQ(span(2, 1), at(1));
+    EXPECT_FALSE(isEnabled(u"cmdUndo"_s));
+    press(u"cmdRedo"_s);
+    key(Qt::Key_Y, Qt::ControlModifier);
+    EXPECT_EQ(text(u"txtJobDueDate"_s), u"4/1/2026"_s);
+    EXPECT_EQ(span(2, 1), at(2));
+    press(u"cmdSave"_s);
+    EXPECT_EQ(rows(u"SELECT JobDateIn, JobDueDate FROM Job WHERE JobNo = %1"_s.arg(m_job)),
+              QStringList(u"3/2/2026|4/1/2026"_s));
+    EXPECT_FALSE(isVisible(u"cmdUndo"_s));
+    press(u"cmdDone"_s);
+}
+
 TEST_P(ScheduleScreen, AnOrderIsShownPlannedAndClosedWithAQuestion) {
     open(u"frmSchedule"_s);
     choose(u"dbcCustomer"_s, u"Acme"_s);

@@ -2,6 +2,7 @@
 
 #include "platform/controls/GridModel.h"
 #include "platform/controls/Guard.h"
+#include "platform/controls/HistoryKeys.h"
 #include "platform/values/Literals.h"
 
 #include <QClipboard>
@@ -27,15 +28,6 @@ void setExtra(Extras& extras, int column, const LineCell& cell, bool locked) {
     extra.picture = cell.picture.icon;
     extra.pictureText = cell.picture.words;
     extra.locked = locked ? std::optional(true) : std::nullopt;
-}
-
-bool isUndo(const QKeyEvent& event) {
-    return event.matches(QKeySequence::Undo);
-}
-
-bool isRedo(const QKeyEvent& event) {
-    return event.matches(QKeySequence::Redo) ||
-           (event.key() == Qt::Key_Y && event.modifiers() == Qt::ControlModifier);
 }
 
 /// -1 for up, 1 for down, 0 for any other key.

@@ -1,5 +1,6 @@
 #include "platform/gantt/ChartView.h"
 
+#include "platform/controls/HistoryKeys.h"
 #include "platform/values/Literals.h"
 #include "platform/values/Numbers.h"
 
@@ -183,6 +184,18 @@ void ChartView::endDrag(bool keep) {
     dragged();
 }
 
+void ChartView::undo() {
+    endDrag(false);
+    if (!m_model.isReadOnly())
+        m_model.undo();
+}
+
+void ChartView::redo() {
+    endDrag(false);
+    if (!m_model.isReadOnly())
+        m_model.redo();
+}
+
 // Mouse
 
 void ChartView::mousePressEvent(QMouseEvent* event) {
@@ -273,7 +286,7 @@ bool ChartView::event(QEvent* event) {
     if (event->type() == QEvent::ShortcutOverride) {
         auto* press = static_cast<QKeyEvent*>(event);
         const bool arrow = press->key() == Qt::Key_Left || press->key() == Qt::Key_Right;
-        if (press->matches(QKeySequence::Undo) || press->matches(QKeySequence::Redo) ||
+        if (controls::isUndo(*press) || controls::isRedo(*press) ||
             press->key() == Qt::Key_Delete ||
             (arrow && (press->modifiers() & Qt::AltModifier) == 0) ||
             (press->key() == Qt::Key_Escape && m_drag)) {
@@ -351,11 +364,8 @@ void ChartView::keyPressEvent(QKeyEvent* event) {
         endDrag(false);
         return;
     }
-    if (event->matches(QKeySequence::Undo) || event->matches(QKeySequence::Redo)) {
-        if (!m_model.isReadOnly()) {
-            event->matches(QKeySequence::Undo) ? m_model.undo() : m_model.redo();
-            dragged();
-        }
+    if (controls::isUndo(*event) || controls::isRedo(*event)) {
+        controls::isUndo(*event) ? undo() : redo();
         return;
     }
     const bool control = (event->modifiers() & Qt::ControlModifier) != 0;

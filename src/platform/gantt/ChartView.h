@@ -52,6 +52,11 @@ class ChartView : public QAbstractScrollArea {
     };
     Hit hitTest(const QPoint& place) const;
 
+    /// Takes a step of the history back or makes it again, as the keys do: a drag is given up
+    /// first, and a chart that is only read stays as it is.
+    void undo();
+    void redo();
+
     /// Which other bars go along when a bar changes from one place to another. They are shown as
     /// ghosts while it is dragged and move with it in one change.
     std::function<std::vector<BarMove>(int row, int bar, const Span& before, const Span& after)>

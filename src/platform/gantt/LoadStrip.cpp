@@ -83,10 +83,7 @@ LoadCell LoadStrip::summed(int line, int day, int days) const {
         const LoadCell& one = all[static_cast<size_t>(i)];
         sum.planned += one.planned;
         sum.available += one.available;
-        sum.work << one.work;
     }
-    if (days > 1)
-        sum.work.removeDuplicates();
     return sum;
 }
 
@@ -169,19 +166,17 @@ void LoadStrip::paintCell(QPainter& painter, const Cell& cell, bool current) con
 QString LoadStrip::tip(int line, int day) const {
     const int first = firstOfCell(day);
     const int days = cellDays() == 1 ? 1 : 8 - m_first.addDays(first).dayOfWeek();
-    LoadCell load = summed(line, first, days);
+    const LoadCell load = summed(line, first, days);
     QString text =
         m_lines[static_cast<size_t>(line)].name + u", "_s + (days > 1 ? u"week of "_s : QString()) +
         TimeScale::dateText(m_first.addDays(first), u"D, M n, Y"_s) +
         u"\n%1 of %2 hours planned"_s.arg(hoursText(load.planned), hoursText(load.available));
     if (load.isOver())
         text += u", %1 too many"_s.arg(hoursText(load.planned - load.available));
-    const auto more = load.work.size() - mostWork;
-    if (more > 0)
-        load.work = load.work.first(mostWork) << u"and %1 more"_s.arg(more);
-    for (const QString& work : std::as_const(load.work))
-        text += u'\n' + work;
-    return text;
+    QStringList work = workOf ? workOf(line, first, days) : QStringList();
+    if (const auto more = work.size() - mostWork; more > 0)
+        work = work.first(mostWork) << u"and %1 more"_s.arg(more);
+    return (QStringList(text) << work).join(u'\n');
 }
 
 bool LoadStrip::viewportEvent(QEvent* event) {

@@ -4,15 +4,15 @@
 
 #include <QAbstractScrollArea>
 
+#include <functional>
 #include <vector>
 
 namespace gantt {
 
-/// Hours of a day: planned against what there is, and a line for each piece of work behind it.
+/// Hours of a day: planned against what there is.
 struct LoadCell {
     double planned = 0;
     double available = 0;
-    QStringList work;
     bool isOver() const { return planned > available + 0.005; }
 };
 
@@ -28,6 +28,9 @@ class LoadStrip : public QAbstractScrollArea {
   public:
     explicit LoadStrip(ChartView* chart, QWidget* parent = nullptr);
     void setLines(const QDate& first, std::vector<LoadLine> lines);
+    /// A line of text for each piece of work on some days of a line, asked for when somebody wants
+    /// to know; days count from the first one.
+    std::function<QStringList(int line, int day, int days)> workOf;
     const std::vector<LoadLine>& lines() const { return m_lines; }
     QDate firstDay() const { return m_first; }
     /// What a cell tells: line, date, hours, the work. `day` counts from the first day.

@@ -22,6 +22,7 @@ struct Model::Edit {
     struct Whole {
         std::optional<Bar> before, after; ///< nothing: the bar was not there
         int number = 0;
+        std::function<void(bool)> act = {}; ///< of what was noted; then it is about no bar
     };
     BarId id = 0;
     int row = 0;
@@ -266,6 +267,14 @@ void Model::record(Edit edit) {
     m_history.back().push_back(std::move(edit));
 }
 
+void Model::note(std::function<void(bool again)> act) {
+    Edit edit{.id = 0, .row = 0, .before = {}, .after = {}, .whole = nullptr};
+    edit.whole = std::make_unique<Edit::Whole>();
+    edit.whole->act = std::move(act);
+    record(std::move(edit));
+    tell();
+}
+
 void Model::apply(const Edit& edit, bool forward) {
     if (!edit.whole) {
         const auto place = find(edit.id);
@@ -274,6 +283,10 @@ void Model::apply(const Edit& edit, bool forward) {
         at(place->first).bars[static_cast<size_t>(place->second) - 1].span =
             forward ? edit.after : edit.before;
         touched(place->first);
+        return;
+    }
+    if (edit.whole->act) {
+        edit.whole->act(forward);
         return;
     }
     const std::optional<Bar>& wanted = forward ? edit.whole->after : edit.whole->before;
@@ -288,23 +301,23 @@ void Model::apply(const Edit& edit, bool forward) {
     }
 }
 
-void Model::undo() {
-    if (!canUndo())
+void Model::step(bool forward) {
+    if (forward ? !canRedo() : !canUndo())
         return;
-    const Step& step = m_history[--m_done];
-    for (auto edit = step.rbegin(); edit != step.rend(); ++edit)
-        apply(*edit, false);
-    tell();
-    selectionChanged();
-}
-
-void Model::redo() {
-    if (!canRedo())
-        return;
-    const Step& step = m_history[m_done++];
-    for (const Edit& edit : step)
-        apply(edit, true);
-    tell();
+    {
+        const Change together(*this);
+        const Unrecorded again(*this);
+        const Step& step = m_history[forward ? m_done : m_done - 1];
+        if (forward) {
+            for (const Edit& edit : step)
+                apply(edit, true);
+        } else {
+            for (auto edit = step.rbegin(); edit != step.rend(); ++edit)
+                apply(*edit, false);
+        }
+        m_done = forward ? m_done + 1 : m_done - 1;
+        tell();
+    }
     selectionChanged();
 }
 

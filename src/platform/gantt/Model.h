@@ -7,6 +7,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -65,7 +66,8 @@ struct BarMove {
 
 /// What a chart shows: columns of text, rows, and on each row bars in the order in which they were
 /// added. Rows, columns and bars are numbered from 1. Knows nothing of windows. Every change of a
-/// bar can be undone, to any depth, until the rows are cleared or the history is forgotten.
+/// bar, and what its owner notes beside them, can be undone, to any depth, until the rows are
+/// cleared or the history is forgotten.
 class Model {
   public:
     Model();
@@ -154,10 +156,13 @@ class Model {
       private:
         Model& m_model;
     };
+    /// A change of something beside the bars that belongs to the same history, already made: `act`
+    /// makes it again (true) or takes it back (false).
+    void note(std::function<void(bool again)> act);
     bool canUndo() const { return m_done > 0; }
     bool canRedo() const { return m_done < m_history.size(); }
-    void undo();
-    void redo();
+    void undo() { step(false); }
+    void redo() { step(true); }
     void forgetHistory();
 
     /// Grows with each change of rows, bars, columns, range or lock.
@@ -184,6 +189,7 @@ class Model {
     const Row& at(int row) const { return m_rows.at(static_cast<size_t>(row) - 1); }
     Row& at(int row) { return m_rows.at(static_cast<size_t>(row) - 1); }
     void record(Edit edit);
+    void step(bool forward);
     void apply(const Edit& edit, bool forward);
     void insertAt(int row, int number, const Bar& bar);
     void removeAt(int row, int number);

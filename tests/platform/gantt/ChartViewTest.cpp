@@ -196,9 +196,13 @@ TEST_F(ChartTest, TheLoadStripStandsOnTheChartsAxisAndTellsTheWork) {
     gantt::LoadLine line{u"Mill"_s, std::vector<gantt::LoadCell>(28)};
     for (auto& cell : line.days)
         cell.available = 8;
-    line.days[1] = {.planned = 10.5, .available = 8, .work = {u"Job 12 Milling: 10.5 h"_s}};
+    line.days[1] = {.planned = 10.5, .available = 8};
     line.days[2].planned = 4;
     strip->setLines(monday, {line});
+    strip->workOf = [](int, int day, int days) {
+        return day <= 1 && day + days > 1 ? QStringList(u"Job 12 Milling: 10.5 h"_s)
+                                          : QStringList();
+    };
     EXPECT_EQ(strip->tip(0, 1), u"Mill, Tue, Mar 3, 2026\n10.5 of 8 hours planned, 2.5 too many\n"
                                 "Job 12 Milling: 10.5 h"_s);
     settle();

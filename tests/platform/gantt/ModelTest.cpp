@@ -155,6 +155,28 @@ TEST(GanttModel, WhatIsNoPartOfTheHistoryLeavesItWhole) {
     EXPECT_EQ(model.bar(1, 2).span, (Span{500, 600}));
 }
 
+TEST(GanttModel, WhatItsOwnerNotesIsTakenBackAmongTheChangesOfBars) {
+    Model model;
+    fillRows(model, 1, 1);
+    const Span first = model.bar(1, 1).span;
+    int noted = 1;
+    model.note([&](bool again) {
+        noted = again ? 1 : 0;
+        model.setViewRange(QDate(2026, 3, again ? 2 : 1), QDate(2026, 4, 1));
+    });
+    model.moveBar(1, 1, {500, 600});
+    model.undo();
+    EXPECT_EQ(model.bar(1, 1).span, first);
+    EXPECT_EQ(noted, 1);
+    model.undo();
+    EXPECT_EQ(noted, 0);
+    EXPECT_FALSE(model.canUndo());
+    model.redo();
+    model.redo();
+    EXPECT_EQ(noted, 1);
+    EXPECT_EQ(model.bar(1, 1).span, (Span{500, 600}));
+}
+
 TEST(GanttModel, TimesPastMidnightAreTheNextDays) {
     Model model;
     fillRows(model, 1, 1);
