@@ -49,11 +49,7 @@ ImportExportForm::ImportExportForm(const ImportMember& member)
     if (member.hasMarks)
         buildManage(screen::tab(SSTab1, u"Manage"_s));
     screen::ButtonBar bar(this, layout);
-    on(bar.button(u"cmdMessage"_s, u"Last &Message"_s), [this] { cmdMessage_Click(); });
-    bar.stretch();
-    auto* cmdClose = bar.button(u"cmdClose"_s, u"&Close"_s);
-    on(cmdClose, [this] { unload(); });
-    setCancelButton(cmdClose);
+    makeFoot(bar);
 }
 
 void ImportExportForm::addSelectButtons(QWidget* page, QBoxLayout* inside, controls::Grid* grid,
@@ -120,6 +116,7 @@ void ImportExportForm::Form_Load() {
 void ImportExportForm::Command7_Click() {
     const auto records = listedRecords(core::MainDatabase(), m_member, true);
     std::vector<QStringList> rows;
+    rows.reserve(records.size());
     for (const ListedRecord& record : records)
         rows.push_back({u"0"_s, QString::number(record.number), record.name});
     vaSpread1->setRows(std::move(rows));
@@ -148,17 +145,13 @@ bool ImportExportForm::queryList() {
     if (m_member.queriesAll)
         question.text(u"ActiveStatus"_s, u"All"_s, 10, u"status"_s);
     Waiting waiting(u"Reading the list of QuickBooks ..."_s);
-    if (!exchange(waiting, question.finish(), Purpose::Read))
-        return false;
-    const auto answer = readAnswer(waiting, Purpose::Read);
-    if (!answer)
+    const auto found = query(waiting, question, m_member.kind().record + u"QueryRs"_s);
+    if (!found)
         return false;
     std::vector<QDomElement> records;
     const QString ret = m_member.kind().record + u"Ret"_s;
-    for (const auto& item : answer->items(m_member.kind().record + u"QueryRs"_s)) {
-        if (judge(waiting, item.status) == Verdict::Stop)
-            return false;
-        for (const QDomElement& record : childElements(item.content)) {
+    for (const QDomElement& response : *found) {
+        for (const QDomElement& record : childElements(response)) {
             if (record.tagName() == ret)
                 records.push_back(record);
         }
@@ -170,6 +163,7 @@ bool ImportExportForm::queryList() {
 
 void ImportExportForm::showOffered() {
     std::vector<QStringList> rows;
+    rows.reserve(m_offered.size());
     for (const QStringList& record : m_offered)
         rows.push_back(QStringList(u"0"_s) + record);
     vaSpread2->setRows(std::move(rows));
@@ -184,19 +178,14 @@ std::vector<int> ImportExportForm::markedRows(const controls::Grid* grid) const 
     return rows;
 }
 
-void ImportExportForm::tellNothing(const QString& text, const QString& title) const {
-    MsgBox(text, Buttons::Ok, Icon::Exclamation, title);
-}
-
 std::vector<ImportExportForm::Outgoing>
 ImportExportForm::outgoing(const std::vector<qint64>& numbers) {
     const RecordKind& kind = m_member.kind();
     std::vector<Outgoing> records;
     QStringList complaints;
-    jet::Recordset rows = core::MainDatabase().openRecordset(
-        u"SELECT * FROM "_s + m_member.table + u" WHERE ["_s + m_member.key + u"] IN ("_s +
-            numberList(numbers) + u") ORDER BY ["_s + m_member.key + u']',
-        jet::RecordsetType::Snapshot);
+    jet::Recordset rows =
+        snapshot(u"SELECT * FROM "_s + m_member.table + u" WHERE ["_s + m_member.key +
+                 u"] IN ("_s + numberList(numbers) + u") ORDER BY ["_s + m_member.key + u']');
     for (; !rows.eof(); rows.moveNext()) {
         const FieldTexts fields = fieldsOf(kind, rows);
         Message message = addRequest(kind, fields);
@@ -212,10 +201,11 @@ ImportExportForm::outgoing(const std::vector<qint64>& numbers) {
 bool ImportExportForm::exportOne(Waiting& waiting, const Outgoing& record, bool& added) {
     if (!exchange(waiting, record.text, Purpose::Change))
         return false;
-    const auto answer = readAnswer(waiting, Purpose::Change);
+    const QString responseTag = m_member.kind().record + u"AddRs"_s;
+    const auto answer = readAnswer(waiting, Purpose::Change, responseTag);
     if (!answer)
         return false;
-    for (const auto& item : answer->items(m_member.kind().record + u"AddRs"_s)) {
+    for (const auto& item : answer->items(responseTag)) {
         if (item.status.isError() && saysNameInUse(item.status)) {
             waiting.hide();
             if (MsgBox(m_member.inUse + nameInUse(item.status) +
@@ -234,14 +224,14 @@ bool ImportExportForm::exportOne(Waiting& waiting, const Outgoing& record, bool&
 
 void ImportExportForm::cmdExport_Click() {
     if (vaSpread1->rowCount() == 0) {
-        tellNothing(u"No %1 records to export."_s.arg(m_member.one), u"Nothing to Export"_s);
+        tell(u"No %1 records to export."_s.arg(m_member.one), u"Nothing to Export"_s);
         return;
     }
     std::vector<qint64> numbers;
     for (const int row : markedRows(vaSpread1))
         numbers.push_back(vaSpread1->text(row, 1).toLongLong());
     if (numbers.empty()) {
-        tellNothing(u"No records were selected."_s, u"Nothing Selected"_s);
+        tell(u"No records were selected."_s, u"Nothing Selected"_s);
         return;
     }
     const auto records = outgoing(numbers);
@@ -276,10 +266,10 @@ void ImportExportForm::cmdExport_Click() {
     if (!whole)
         return;
     if (sent == 0)
-        tellNothing(u"No new %1 records were selected."_s.arg(m_member.one), u"Nothing Selected"_s);
+        tell(u"No new %1 records were selected."_s.arg(m_member.one), u"Nothing Selected"_s);
     else
-        MsgBox(u"Successfully added %1 to Quickbooks."_s.arg(m_member.exported), Buttons::Ok,
-               Icon::Information, u"Success"_s);
+        tell(u"Successfully added %1 to Quickbooks."_s.arg(m_member.exported), u"Success"_s,
+             Icon::Information);
 }
 
 bool ImportExportForm::findTerms(const QStringList& names, std::vector<QString>& days) {
@@ -287,38 +277,32 @@ bool ImportExportForm::findTerms(const QStringList& names, std::vector<QString>&
     for (const QString& name : names) {
         Message question(u"StandardTermsQueryRq"_s);
         question.text(u"FullName"_s, name, 36, u"terms"_s);
-        if (!isFit(question.complaints()) || !exchange(waiting, question.finish(), Purpose::Read))
+        const auto found = query(waiting, question, u"StandardTermsQueryRs"_s);
+        if (!found)
             return false;
-        const auto answer = readAnswer(waiting, Purpose::Read);
-        if (!answer)
-            return false;
-        QString found;
-        for (const auto& item : answer->items(u"StandardTermsQueryRs"_s)) {
-            if (judge(waiting, item.status) == Verdict::Stop)
-                return false;
-            found = textAt(item.content, u"StandardTermsRet/StdDueDays"_s);
-        }
-        days.push_back(found);
+        days.push_back(found->empty()
+                           ? QString()
+                           : textAt(found->back(), u"StandardTermsRet/StdDueDays"_s));
     }
     return true;
 }
 
 void ImportExportForm::Command3_Click() {
     if (m_offered.empty()) {
-        tellNothing(u"No %1 records to import."_s.arg(m_member.one), u"Nothing to Import"_s);
+        tell(u"No %1 records to import."_s.arg(m_member.one), u"Nothing to Import"_s);
         return;
     }
     std::vector<QStringList> records, rest;
     for (int row = 0; row < vaSpread2->rowCount(); ++row)
         (isMarked(vaSpread2, row) ? records : rest).push_back(m_offered[std::size_t(row)]);
     if (records.empty()) {
-        tellNothing(u"No records were selected for import."_s, u"Nothing Selected"_s);
+        tell(u"No records were selected for import."_s, u"Nothing Selected"_s);
         return;
     }
     jet::Database& database = core::MainDatabase();
     const QStringList complaints = importComplaints(database, m_member, records);
     if (!complaints.isEmpty()) {
-        tellNothing(u"Nothing was imported, since it doesn't fit:\r\n\r\n"_s +
+        tell(u"Nothing was imported, since it doesn't fit:\r\n\r\n"_s +
                         complaints.mid(0, 12).join(u"\r\n"_s),
                     u"Not Imported"_s);
         return;
@@ -344,13 +328,13 @@ void ImportExportForm::Command3_Click() {
     showOffered();
     Command7_Click();
     Command5_Click();
-    MsgBox(u"Successfully imported %1 from Quickbooks."_s.arg(m_member.imported), Buttons::Ok,
-           Icon::Information, u"Success"_s);
+    tell(u"Successfully imported %1 from Quickbooks."_s.arg(m_member.imported), u"Success"_s,
+         Icon::Information);
 }
 
 void ImportExportForm::Command8_Click() {
     if (vaSpread3->rowCount() == 0) {
-        tellNothing(u"No records shown to update."_s, u"Nothing to update"_s);
+        tell(u"No records shown to update."_s, u"Nothing to update"_s);
         return;
     }
     std::vector<qint64> changed[2];
@@ -370,8 +354,7 @@ void ImportExportForm::Command8_Click() {
     transaction.commit();
     Command7_Click();
     Command5_Click();
-    MsgBox(u"Successfully updated %1 records."_s.arg(m_member.one), Buttons::Ok, Icon::Information,
-           u"Success"_s);
+    tell(u"Successfully updated %1 records."_s.arg(m_member.one), u"Success"_s, Icon::Information);
 }
 
 } // namespace accounting

@@ -42,7 +42,6 @@ class ImportExportForm : public QuickBooksForm {
     bool exportOne(quickbooks::Waiting& waiting, const Outgoing& record, bool& added);
     bool findTerms(const QStringList& names, std::vector<QString>& days);
     std::vector<int> markedRows(const controls::Grid* grid) const;
-    void tellNothing(const QString& text, const QString& title) const;
 
     const ImportMember& m_member;
     QTabWidget* SSTab1;

@@ -121,7 +121,7 @@ QStringList unknownTexts(jet::Database& database, const ImportMember& member, Ki
     bool read = false;
     for (const QStringList& record : records) {
         for (std::size_t i = 0; i < member.columns.size(); ++i) {
-            const QString text = record[qsizetype(i)];
+            const QString& text = record[qsizetype(i)];
             if (member.columns[i].kind != kind || text.isEmpty())
                 continue;
             if (!read)
@@ -155,7 +155,7 @@ QStringList importComplaints(const jet::Database& database, const ImportMember& 
     for (const QStringList& record : records) {
         for (std::size_t i = 0; i < member.columns.size(); ++i) {
             const ImportColumn& column = member.columns[i];
-            const QString text = record[qsizetype(i)];
+            const QString& text = record[qsizetype(i)];
             if (column.kind == Kind::Date || column.kind == Kind::Whole)
                 continue;
             const bool fits =

@@ -63,7 +63,7 @@ void Message::complain(const QString& text) {
         m_complaints += whole;
 }
 
-bool Message::isFit(const QString& value, int limit, const QString& words) {
+bool Message::check(const QString& value, int limit, const QString& words) {
     if (value.size() > limit)
         complain(u"%1 has %2 letters, and QuickBooks takes %3: \"%4\""_s.arg(capital(words))
                      .arg(value.size())
@@ -79,7 +79,7 @@ bool Message::isFit(const QString& value, int limit, const QString& words) {
 
 void Message::textAlways(const QString& tag, const QString& value, int limit,
                          const QString& words) {
-    if (isFit(value, limit, words))
+    if (check(value, limit, words))
         m_xml.AddElement(tag, value);
 }
 

@@ -57,6 +57,8 @@ class Message {
     /// Groups in which no column is filled are left out.
     void groups(const std::vector<Group>& groups, const FieldTexts& fields);
 
+    /// Complains of a value that would not fit, and gives false then.
+    bool check(const QString& value, int limit, const QString& words);
     /// Once, however many elements take the same value.
     void complain(const QString& text);
     const QStringList& complaints() const { return m_complaints; }
@@ -65,7 +67,6 @@ class Message {
 
   private:
     void element(const Element& element, const FieldTexts& fields);
-    bool isFit(const QString& value, int limit, const QString& words);
 
     XMLBuilder m_xml;
     QStringList m_open;

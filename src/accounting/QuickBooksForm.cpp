@@ -12,13 +12,13 @@ using quickbooks::Waiting;
 using screen::Buttons;
 using screen::Icon;
 
-namespace {
-
-void tell(const QString& text, Icon icon, const QString& title) {
+void QuickBooksForm::tell(const QString& text, const QString& title, Icon icon) {
     screen::MsgBox(text, Buttons::Ok, icon, title);
 }
 
-} // namespace
+jet::Recordset QuickBooksForm::snapshot(const QString& select) {
+    return core::MainDatabase().openRecordset(select, jet::RecordsetType::Snapshot);
+}
 
 bool QuickBooksForm::exchange(Waiting& waiting, const QString& request, Purpose purpose) {
     m_request = m_lastRequest = request;
@@ -45,31 +45,34 @@ void QuickBooksForm::tellFailure(const Outcome& outcome, Purpose purpose) {
                            "you send it again."_s.arg(m_what);
     switch (outcome.kind) {
     case Outcome::Kind::NotOpen:
-        tell(u"Quickbooks must be running for this module to function."_s, Icon::Exclamation,
-             u"Quickbooks not Open"_s);
+        tell(u"Quickbooks must be running for this module to function."_s, u"Quickbooks not Open"_s);
         break;
     case Outcome::Kind::NotSent:
-        tell(u"Nothing was sent to QuickBooks. "_s + outcome.text, Icon::Exclamation,
-             u"Quickbooks not Open"_s);
+        tell(u"Nothing was sent to QuickBooks. "_s + outcome.text, u"Quickbooks not Open"_s);
         break;
     case Outcome::Kind::NoAnswer:
         tell(u"QuickBooks did not answer. "_s + outcome.text +
                  (purpose == Purpose::Change ? unsure : QString()),
-             Icon::Critical, u"No Answer from QuickBooks"_s);
+             u"No Answer from QuickBooks"_s, Icon::Critical);
         break;
     case Outcome::Kind::Cancelled:
         // Who only read knows that he cancelled.
         if (purpose == Purpose::Change)
-            tell(outcome.text + unsure, Icon::Exclamation, u"No Answer from QuickBooks"_s);
+            tell(outcome.text + unsure, u"No Answer from QuickBooks"_s);
         break;
     case Outcome::Kind::Answered:
         break;
     }
 }
 
-std::optional<Answer> QuickBooksForm::readAnswer(Waiting& waiting, Purpose purpose) {
+std::optional<Answer> QuickBooksForm::readAnswer(Waiting& waiting, Purpose purpose,
+                                                 const QString& responseTag) {
     QString reason;
     auto answer = Answer::load(m_response, reason);
+    if (answer && !responseTag.isEmpty() && answer->items(responseTag).empty()) {
+        answer.reset();
+        reason = u"there is no %1 in the answer"_s.arg(responseTag);
+    }
     if (answer)
         return answer;
     waiting.hide();
@@ -78,7 +81,7 @@ std::optional<Answer> QuickBooksForm::readAnswer(Waiting& waiting, Purpose purpo
     if (m_mayHaveBeenTaken)
         text += u"\r\n\r\nThe answer of QuickBooks can't be read, so it isn't known whether it "
                 "took %1. Look there before you send it again."_s.arg(m_what);
-    tell(text, Icon::Critical, u"Error"_s);
+    tell(text, u"Error"_s, Icon::Critical);
     return std::nullopt;
 }
 
@@ -87,11 +90,27 @@ QuickBooksForm::Verdict QuickBooksForm::judge(Waiting& waiting, const Status& st
         return Verdict::Ok;
     waiting.hide();
     if (status.isError()) {
-        tell(status.message, Icon::Critical, u"Error from QuickBooks"_s);
+        tell(status.message, u"Error from QuickBooks"_s, Icon::Critical);
         return Verdict::Stop;
     }
-    tell(status.message, Icon::Exclamation, u"Warning from QuickBooks"_s);
+    tell(status.message, u"Warning from QuickBooks"_s);
     return Verdict::GoOn;
+}
+
+std::optional<std::vector<QDomElement>>
+QuickBooksForm::query(Waiting& waiting, Message question, const QString& responseTag) {
+    if (!isFit(question.complaints()) || !exchange(waiting, question.finish(), Purpose::Read))
+        return std::nullopt;
+    const auto answer = readAnswer(waiting, Purpose::Read, responseTag);
+    if (!answer)
+        return std::nullopt;
+    std::vector<QDomElement> found;
+    for (const auto& item : answer->items(responseTag)) {
+        if (judge(waiting, item.status) == Verdict::Stop)
+            return std::nullopt;
+        found.push_back(item.content);
+    }
+    return found;
 }
 
 bool QuickBooksForm::isFit(const QStringList& complaints) {
@@ -102,7 +121,7 @@ bool QuickBooksForm::isFit(const QStringList& complaints) {
     if (complaints.size() > shown)
         lines += u"... and %1 more."_s.arg(complaints.size() - shown);
     tell(u"Nothing was sent, since QuickBooks can't take this:\r\n\r\n"_s + lines.join(u"\r\n"_s),
-         Icon::Exclamation, u"Not Sent"_s);
+         u"Not Sent"_s);
     return false;
 }
 
@@ -131,11 +150,12 @@ bool QuickBooksForm::addRecord(const RecordKind& kind, const FieldTexts& fields)
     Waiting waiting(u"Adding %1 to QuickBooks ..."_s.arg(fields.value(kind.name)));
     const QString what = m_what;
     m_what = u"the new name"_s;
+    const QString responseTag = kind.record + u"AddRs"_s;
     bool added = false;
     if ((!kind.hasTerms || sendTerms(waiting, fields.value(u"terms"_s))) &&
         exchange(waiting, message.finish(), Purpose::Change)) {
-        if (const auto answer = readAnswer(waiting, Purpose::Change)) {
-            for (const auto& item : answer->items(kind.record + u"AddRs"_s))
+        if (const auto answer = readAnswer(waiting, Purpose::Change, responseTag)) {
+            for (const auto& item : answer->items(responseTag))
                 added = judge(waiting, item.status) != Verdict::Stop;
         }
     }
@@ -154,8 +174,16 @@ bool QuickBooksForm::markSent(const QString& update) {
     tell(
         u"QuickBooks has taken the name, but the database refused to mark it: %1\r\n\r\nMark it by "
         "hand under Import/Export, Manage; don't send it a second time."_s.arg(reason),
-        Icon::Critical, u"Not Recorded"_s);
+        u"Not Recorded"_s, Icon::Critical);
     return false;
+}
+
+void QuickBooksForm::makeFoot(screen::ButtonBar& bar) {
+    on(bar.button(u"cmdMessage"_s, u"Last &Message"_s), &QuickBooksForm::cmdMessage_Click);
+    bar.stretch();
+    auto* cmdClose = bar.button(u"cmdClose"_s, u"&Close"_s);
+    on(cmdClose, [this] { unload(); });
+    setCancelButton(cmdClose);
 }
 
 void QuickBooksForm::cmdMessage_Click() {

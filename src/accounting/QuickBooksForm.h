@@ -5,10 +5,13 @@
 #include "accounting/Records.h"
 #include "platform/quickbooks/Waiting.h"
 #include "platform/screen/Form.h"
+#include "platform/screen/Layout.h"
+#include "platform/screen/MsgBox.h"
 
 #include <QString>
 
 #include <optional>
+#include <vector>
 
 namespace accounting {
 
@@ -30,10 +33,16 @@ class QuickBooksForm : public screen::Form {
     /// Hands the request over. True with an answer; otherwise the user was told why, and the stop
     /// word is set.
     bool exchange(quickbooks::Waiting& waiting, const QString& request, Purpose purpose);
-    /// The answer, read; nothing if it is no XML, which the user was told.
-    std::optional<Answer> readAnswer(quickbooks::Waiting& waiting, Purpose purpose);
+    /// The answer, read; nothing if it is no XML or has no element of that tag, which the user was
+    /// told. Without a tag any answer will do.
+    std::optional<Answer> readAnswer(quickbooks::Waiting& waiting, Purpose purpose,
+                                     const QString& responseTag = {});
     /// The rule for what QuickBooks says: a warning is shown, an error is shown and stops.
     Verdict judge(quickbooks::Waiting& waiting, const Status& status);
+    /// Asks QuickBooks for what it has: the elements with that tag in its answer. Nothing if the user
+    /// was told that it went wrong.
+    std::optional<std::vector<QDomElement>> query(quickbooks::Waiting& waiting, Message question,
+                                                  const QString& responseTag);
     /// True if the message has nothing that QuickBooks couldn't take; otherwise tells what.
     static bool isFit(const QStringList& complaints);
     /// Makes sure that QuickBooks knows the terms. Its answer counts for nothing, as long as it is
@@ -41,6 +50,12 @@ class QuickBooksForm : public screen::Form {
     bool sendTerms(quickbooks::Waiting& waiting, const QString& terms);
     /// Adds a customer or a vendor, with his terms.
     bool addRecord(const RecordKind& kind, const FieldTexts& fields);
+
+    /// "Last Message", and at the right "Close".
+    void makeFoot(screen::ButtonBar& bar);
+    static jet::Recordset snapshot(const QString& select);
+    static void tell(const QString& text, const QString& title,
+                     screen::Icon icon = screen::Icon::Exclamation);
 
     /// Marks a record that QuickBooks has taken. False if the database refused, which the user was
     /// told.

@@ -126,6 +126,7 @@ const RecordKind& vendorKind() {
 const RecordKind& employeeKind() {
     static const RecordKind kind = [] {
         RecordKind made{u"Employee"_s, u"name"_s, u"Employee"_s, {}, false, deriveEmployee, true};
+        // No Name: QuickBooks makes it of the two, and its later versions take none from others.
         made.groups = {
             {{},
              {{u"FirstName"_s, u"firstname"_s, 25, u"first name"_s},
@@ -170,6 +171,8 @@ Message addRequest(const RecordKind& kind, const FieldTexts& fields) {
         message.truth(u"IsActive"_s, fields.value(u"empstatus"_s) == u"Active");
     if (fields.value(kind.name).isEmpty())
         message.complain(u"The name is empty."_s);
+    if (kind.tellsActive) // the name is joined by QuickBooks, and has to fit there
+        message.check(fields.value(kind.name), 41, u"the name"_s);
     message.groups(kind.groups, fields);
     if (kind.hasTerms)
         message.reference(u"TermsRef"_s, fields.value(u"terms"_s), 31, u"terms"_s);

@@ -25,10 +25,6 @@ using screen::MsgBox;
 
 namespace {
 
-namespace optional {
-enum Column { Select, Item, Part, Description, Quantity, Price };
-}
-
 const QColor again(0xB0, 0x30, 0x20);
 
 /// Orders whose last send got no answer, while the program runs.
@@ -45,6 +41,21 @@ values::KeyFilter money() {
 }
 
 } // namespace
+
+std::vector<GridColumn> SendForm::Plain::columns(bool typed) {
+    using Kind = GridColumn::Kind;
+    std::vector<GridColumn> made{{u"Select"_s, 7, Kind::Check},
+                                 {u"Item"_s, 22, Kind::Combo},
+                                 {u"Part #"_s, 16},
+                                 {u"Description"_s, 34},
+                                 {u"Quantity"_s, 10, Kind::Number},
+                                 {u"Unit Price"_s, 12, Kind::Number}};
+    for (const Column column : {Select, Item, Quantity, Price})
+        made[column].editable = true;
+    made[Part].editable = made[Description].editable = typed;
+    made[Quantity].filter = values::keys::decimal();
+    return made;
+}
 
 SendForm::SendForm(Kind kind)
     : QuickBooksForm(kind.formName, kind.caption), m_kind(std::move(kind)) {
@@ -101,20 +112,8 @@ void SendForm::buildOptional(QBoxLayout* inside) {
     auto* box = screen::frame(this, inside, u"Frame2"_s, u"Optional Fields"_s);
     auto* layout = new QVBoxLayout(box);
     vaSpread2 = screen::named(new controls::Grid(box), u"vaSpread2"_s, u"Optional fields"_s);
-    const auto text = [](const QString& title, int characters) {
-        GridColumn column{title, characters};
-        column.editable = true;
-        return column;
-    };
-    std::vector<GridColumn> columns{text(u"Select"_s, 7),    text(u"Item"_s, 22),
-                                    text(u"Part #"_s, 16),   text(u"Description"_s, 34),
-                                    text(u"Quantity"_s, 10), text(u"Unit Price"_s, 12)};
-    columns[optional::Select].kind = GridColumn::Kind::Check;
-    columns[optional::Item].kind = GridColumn::Kind::Combo;
-    columns[optional::Quantity].kind = GridColumn::Kind::Number;
-    columns[optional::Quantity].filter = values::keys::decimal();
-    columns[optional::Price].kind = GridColumn::Kind::Number;
-    columns[optional::Price].filter = money();
+    auto columns = Plain::columns(true);
+    columns[Plain::Price].filter = money();
     vaSpread2->setColumns(columns);
     std::vector<QStringList> rows;
     for (const QString& description : m_kind.optionalRows)
@@ -123,43 +122,27 @@ void SendForm::buildOptional(QBoxLayout* inside) {
     vaSpread2->setFixedHeight(40 + 28 * int(rows.size()));
     layout->addWidget(vaSpread2);
     on(vaSpread2->cellChanged,
-       [this](int row, int column) { normalisePrice(vaSpread2, row, column, optional::Price); });
+       [this](int row, int column) { normalisePrice(vaSpread2, row, column, Plain::Price); });
 }
 
-void SendForm::reportButton(QBoxLayout* inside, const QString& name, const QString& caption,
+void SendForm::reportButton(screen::ButtonBar& bar, const QString& name, const QString& caption,
                             const QString& file, const QString& title) {
-    auto* made = screen::named(new QPushButton(caption, this), name);
-    made->setAutoDefault(false);
-    inside->addWidget(made);
-    on(made, [this, file, title] { core::launchReportFile(file, {}, title, this); });
+    on(bar.button(name, caption),
+       [this, file, title] { core::launchReportFile(file, {}, title, this); });
 }
 
 void SendForm::buildButtons(QBoxLayout* inside) {
-    auto* row = new QHBoxLayout;
-    inside->addLayout(row);
-    const auto button = [&](const QString& name, const QString& caption) {
-        auto* made = screen::named(new QPushButton(caption, this), name);
-        made->setAutoDefault(false);
-        row->addWidget(made);
-        return made;
-    };
-    on(button(u"cmdSelAll"_s, u"Select A&ll"_s), &SendForm::cmdSelAll_Click);
-    on(button(u"cmdSelNone"_s, u"Select &None"_s), &SendForm::cmdSelNone_Click);
-    on(button(m_kind.sendName, u"Send &Selected"_s), &SendForm::send);
-    on(button(u"Command1"_s, m_kind.historyCaption), &SendForm::Command1_Click);
-    on(button(u"cmdMessage"_s, u"Last &Message"_s), [this] { cmdMessage_Click(); });
-    cmdRecord = button(u"cmdRecord"_s, u"Record A&gain"_s);
+    screen::ButtonBar bar(this, inside);
+    on(bar.button(u"cmdSelAll"_s, u"Select A&ll"_s), &SendForm::cmdSelAll_Click);
+    on(bar.button(u"cmdSelNone"_s, u"Select &None"_s), &SendForm::cmdSelNone_Click);
+    on(bar.button(m_kind.sendName, u"Send &Selected"_s), &SendForm::send);
+    on(bar.button(u"Command1"_s, m_kind.historyCaption), &SendForm::Command1_Click);
+    cmdRecord = bar.button(u"cmdRecord"_s, u"Record A&gain"_s);
     on(cmdRecord, &SendForm::cmdRecord_Click);
-    row->addStretch(1);
-    auto* below = new QHBoxLayout;
-    inside->addLayout(below);
+    bar.stretch();
+    screen::ButtonBar below(this, inside);
     buildReports(below);
-    below->addStretch(1);
-    auto* cmdClose = screen::named(new QPushButton(u"&Close"_s, this), u"cmdClose"_s);
-    cmdClose->setAutoDefault(false);
-    below->addWidget(cmdClose);
-    on(cmdClose, [this] { unload(); });
-    setCancelButton(cmdClose);
+    makeFoot(below);
 }
 
 void SendForm::Form_Load() {
@@ -174,29 +157,21 @@ void SendForm::Form_Load() {
 }
 
 bool SendForm::readItems() {
-    Message question(u"ItemQueryRq"_s);
     Waiting waiting(u"Reading the items of QuickBooks ..."_s);
-    if (!exchange(waiting, question.finish(), Purpose::Read))
-        return false;
-    const auto answer = readAnswer(waiting, Purpose::Read);
-    if (!answer)
+    const auto found = query(waiting, Message(u"ItemQueryRq"_s), u"ItemQueryRs"_s);
+    if (!found)
         return false;
     QStringList names;
-    for (const auto& item : answer->items(u"ItemQueryRs"_s)) {
-        if (judge(waiting, item.status) == Verdict::Stop)
-            return false;
-        names += itemNames(item.content);
-    }
+    for (const QDomElement& response : *found)
+        names += itemNames(response);
     m_lines->setColumnChoices(m_kind.item, names);
-    vaSpread2->setColumnChoices(optional::Item, names);
+    vaSpread2->setColumnChoices(Plain::Item, names);
     m_itemsRead = true;
     return true;
 }
 
 void SendForm::fillPartners() {
-    dbcCompID->setRows(
-        core::MainDatabase().openRecordset(partnersSelect(), jet::RecordsetType::Snapshot),
-        u"Company"_s, u"ID"_s);
+    dbcCompID->setRows(snapshot(partnersSelect()), u"Company"_s, u"ID"_s);
 }
 
 QString SendForm::partner() const {
@@ -242,7 +217,7 @@ void SendForm::dbcPO_Chosen() {
         readItems();
     if (order() != m_shownOrder) {
         for (int row = 0; row < vaSpread2->rowCount(); ++row)
-            vaSpread2->setText(row, optional::Select, u"0"_s);
+            vaSpread2->setText(row, Plain::Select, u"0"_s);
         forgetDocument();
     }
     clearLines();
@@ -355,8 +330,7 @@ void SendForm::cmdSelNone_Click() {
 
 void SendForm::Command1_Click() {
     if (partner().isEmpty() || order().isEmpty()) {
-        MsgBox(u"Please select a company and PO."_s, Buttons::Ok, Icon::Exclamation,
-               u"Nothing Selected"_s);
+        tell(u"Please select a company and PO."_s, u"Nothing Selected"_s);
         return;
     }
     screen::Forms::dialog<SentHistory>(m_kind.historyForm)->ShowHistory(order());
@@ -364,9 +338,19 @@ void SendForm::Command1_Click() {
     showSentBefore();
 }
 
-std::optional<std::vector<DocumentLine>> SendForm::selectedLines(controls::Grid* grid, int item,
-                                                                 int part, int description,
-                                                                 int quantity, int price) const {
+std::optional<std::vector<DocumentLine>> SendForm::selectedLines() const {
+    return selected(m_lines, m_kind.item, m_kind.part, m_kind.description, m_kind.quantity,
+                    m_kind.price);
+}
+
+std::optional<std::vector<DocumentLine>> SendForm::selectedOptional() const {
+    return selected(vaSpread2, Plain::Item, Plain::Part, Plain::Description, Plain::Quantity,
+                    Plain::Price);
+}
+
+std::optional<std::vector<DocumentLine>> SendForm::selected(const controls::Grid* grid, int item,
+                                                            int part, int description,
+                                                            int quantity, int price) const {
     std::vector<DocumentLine> lines;
     for (int row = 0; row < grid->rowCount(); ++row) {
         if (values::val(grid->text(row, 0)) == 0)
@@ -379,7 +363,7 @@ std::optional<std::vector<DocumentLine>> SendForm::selectedLines(controls::Grid*
             line.description = number + u' ' + words;
         line.quantity = grid->text(row, quantity).trimmed();
         line.price = plainFigure(grid->text(row, price), core::shared().CurrencySymbol);
-        if (!isLineRight(line))
+        if (!isLineRight(line, grid == vaSpread2))
             return std::nullopt;
         lines.push_back(line);
     }
@@ -435,13 +419,14 @@ bool SendForm::sendOnce(bool& asked) {
         if (!sendTerms(waiting, termsFirst()))
             return false;
         const bool answered = exchange(waiting, ready->finish(), Purpose::Change);
-        const auto answer = answered ? readAnswer(waiting, Purpose::Change) : std::nullopt;
+        const auto answer = answered ? readAnswer(waiting, Purpose::Change, m_kind.responseTag) : std::nullopt;
         if (!answer) {
             if (mayHaveBeenTaken())
                 unanswered().insert(unansweredKey());
             return false;
         }
         bool unknown = false, recorded = true;
+        std::size_t expected = m_sent.size();
         for (const auto& item : answer->items(m_kind.responseTag)) {
             const QString what = unknownKind(item.status);
             unknown = item.status.code == u"3140" && (what.isEmpty() || what == m_kind.partnerKind);
@@ -450,8 +435,11 @@ bool SendForm::sendOnce(bool& asked) {
             if (judge(waiting, item.status) == Verdict::Stop)
                 return false;
             for (const QDomElement& ret : childElements(item.content)) {
-                if (ret.tagName() == m_kind.retTag)
-                    recorded = keepRecord(documentFrom(m_kind.sent, ret, order(), values::today()));
+                if (ret.tagName() != m_kind.retTag)
+                    continue;
+                const auto document = documentFrom(m_kind.sent, ret, order(), values::today());
+                recorded = keepRecord(document);
+                expected += document.lines.size();
             }
         }
         if (!unknown) {
@@ -461,13 +449,32 @@ bool SendForm::sendOnce(bool& asked) {
                 return false; // the database may be gone: it isn't asked again now
             readSent();
             showSentBefore();
-            MsgBox(m_kind.success, Buttons::Ok, Icon::Information, u"Success"_s);
+            tell(m_kind.success, u"Success"_s, Icon::Information);
+            tellOthers(expected);
             return false;
         }
     }
-    return MsgBox(m_kind.unknownPartner, Buttons::OkCancel, Icon::Question, u"Data Error"_s) ==
+    return MsgBox(m_kind.partnerKind + u" not found in Quickbooks Database. Add?"_s, Buttons::OkCancel, Icon::Question, u"Data Error"_s) ==
                screen::Answer::Ok &&
            addPartner();
+}
+
+/// Another station may have sent the same in the moment between the question and the answer. Then
+/// both are in QuickBooks, and whoever was recorded last hears of it.
+void SendForm::tellOthers(std::size_t expected) {
+    if (m_sent.size() <= expected)
+        return;
+    QStringList lines;
+    for (int row = 0; row < m_lines->rowCount(); ++row) {
+        const Sendable line = sendableAt(row);
+        if (line.selected && m_marks[std::size_t(row)])
+            lines += line.description + u": "_s + sentBefore(m_sent, line.description);
+    }
+    if (!lines.isEmpty())
+        tell(u"While this %1 was under way, another station sent for the same order:\r\n\r\n%2"
+             "\r\n\r\nLook in QuickBooks whether one of them has to be taken back."_s.arg(
+                 m_kind.document, lines.join(u"\r\n"_s)),
+             u"Sent Twice"_s);
 }
 
 /// False if the database refused, which the user was told.

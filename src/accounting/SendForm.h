@@ -37,6 +37,13 @@ class SendForm : public QuickBooksForm {
     void send();
 
   protected:
+    /// Columns of lines that need no further ones.
+    struct Plain {
+        enum Column { Select, Item, Part, Description, Quantity, Price };
+        /// `typed`: part and description can be, too.
+        static std::vector<controls::GridColumn> columns(bool typed);
+    };
+
     /// In what the two screens differ by words and names.
     struct Kind {
         QString formName, caption;
@@ -49,16 +56,15 @@ class SendForm : public QuickBooksForm {
         std::vector<controls::GridColumn> columns;    ///< without "Sent Before", which comes last
         int item, part, description, quantity, price; ///< columns of the grid
         std::vector<QString> optionalRows;            ///< descriptions to begin with
-        QString sendName, historyCaption, historyForm;
-        QString unknownPartner, success;
+        QString sendName, historyCaption, historyForm, success;
     };
     explicit SendForm(Kind kind);
     /// Puts the controls together; from the constructor of the screen.
     void build();
     /// Further fields of the screen, between the order and the lines.
     virtual void buildOptions(QBoxLayout*) {}
-    virtual void buildReports(QBoxLayout*) = 0;
-    void reportButton(QBoxLayout* inside, const QString& name, const QString& caption,
+    virtual void buildReports(screen::ButtonBar&) = 0;
+    void reportButton(screen::ButtonBar& bar, const QString& name, const QString& caption,
                       const QString& file, const QString& title);
 
     /// False after a message: the screen doesn't open.
@@ -90,12 +96,12 @@ class SendForm : public QuickBooksForm {
     QString order() const;
     /// Takes a row's cells without the last column; prices are shown to those who may see them.
     void addLine(const QStringList& cells, qint64 key = 0);
-    /// The selected lines; nothing after the message that a line has no item.
-    std::optional<std::vector<DocumentLine>> selectedLines(controls::Grid* grid, int item, int part,
-                                                           int description, int quantity,
-                                                           int price) const;
+    /// The selected lines of the order, or the selected optional ones; nothing after a message about
+    /// one that can't be sent so.
+    std::optional<std::vector<DocumentLine>> selectedLines() const;
+    std::optional<std::vector<DocumentLine>> selectedOptional() const;
     QString shownPrice(const jet::Value& price) const;
-    virtual bool isLineRight(const DocumentLine&) const { return true; }
+    virtual bool isLineRight(const DocumentLine&, bool) const { return true; }
 
     Kind m_kind;
     controls::Grid* m_lines = nullptr;
@@ -105,6 +111,9 @@ class SendForm : public QuickBooksForm {
     controls::DataCombo* dbcPO = nullptr;
 
   private:
+    std::optional<std::vector<DocumentLine>> selected(const controls::Grid* grid, int item,
+                                                      int part, int description, int quantity,
+                                                      int price) const;
     void buildChoice(QBoxLayout* inside);
     void buildOptional(QBoxLayout* inside);
     void buildButtons(QBoxLayout* inside);
@@ -118,6 +127,7 @@ class SendForm : public QuickBooksForm {
     bool askRepeats();
     bool sendOnce(bool& asked);
     bool keepRecord(const SentDocument& document);
+    void tellOthers(std::size_t expected);
     void showUnrecorded();
     QString unansweredKey() const;
     Sendable sendableAt(int row) const;

@@ -14,38 +14,6 @@
 
 namespace accounting {
 
-using controls::GridColumn;
-using screen::Buttons;
-using screen::Icon;
-
-namespace {
-
-enum Column { Select, Item, Part, Description, Quantity, Price };
-
-std::vector<GridColumn> columns() {
-    std::vector<GridColumn> made{{u"Select"_s, 7},    {u"Item"_s, 22},
-                                 {u"Part #"_s, 16},   {u"Description"_s, 34},
-                                 {u"Quantity"_s, 10}, {u"Unit Price"_s, 12}};
-    made[Select].kind = GridColumn::Kind::Check;
-    made[Item].kind = GridColumn::Kind::Combo;
-    for (const Column column : {Quantity, Price})
-        made[column].kind = GridColumn::Kind::Number;
-    for (const Column column : {Select, Item, Quantity, Price})
-        made[column].editable = true;
-    made[Quantity].filter = values::keys::decimal();
-    return made;
-}
-
-jet::Recordset snapshot(const QString& select) {
-    return core::MainDatabase().openRecordset(select, jet::RecordsetType::Snapshot);
-}
-
-void complainOf(const QString& text, const QString& title) {
-    screen::MsgBox(text, Buttons::Ok, Icon::Exclamation, title);
-}
-
-} // namespace
-
 frmAP::frmAP()
     : SendForm({.formName = QString::fromLatin1(formName),
                 .caption = u"Send to Accounts Payable"_s,
@@ -56,19 +24,35 @@ frmAP::frmAP()
                 .responseTag = u"BillAddRs"_s,
                 .retTag = u"BillRet"_s,
                 .gridName = u"vaSpread1"_s,
-                .columns = columns(),
-                .item = Item,
-                .part = Part,
-                .description = Description,
-                .quantity = Quantity,
-                .price = Price,
+                .columns = Plain::columns(false),
+                .item = Plain::Item,
+                .part = Plain::Part,
+                .description = Plain::Description,
+                .quantity = Plain::Quantity,
+                .price = Plain::Price,
                 .optionalRows = {u"Miscellaneous Charges"_s, u"Freight Charges"_s},
                 .sendName = u"cmdSend"_s,
                 .historyCaption = u"Payables &History"_s,
                 .historyForm = u"frmAPRecord"_s,
-                .unknownPartner = u"Vendor not found in Quickbooks Database. Add?"_s,
                 .success = u"Successfully sent to Quickbooks."_s}) {
     build();
+}
+
+void frmAP::showVendor(qint64 vendor) {
+    const QString number = QString::number(vendor);
+    const QString before = partner();
+    for (int row = 0; row < m_lines->rowCount(); ++row) {
+        if (values::val(m_lines->text(row, Plain::Select)) != 0)
+            return;
+    }
+    if (before == number)
+        return;
+    fillPartners(); // the order may be his first one
+    dbcCompID->setBoundText(number);
+    if (partner().isEmpty())
+        dbcCompID->setBoundText(before);
+    else
+        dbcCompID_Chosen();
 }
 
 void frmAP::buildOptions(QBoxLayout* inside) {
@@ -105,10 +89,10 @@ void frmAP::showDates() {
     txtBillDate->setEnabled(optDate->isChecked());
 }
 
-void frmAP::buildReports(QBoxLayout* inside) {
-    reportButton(inside, u"cmdPrintOpen"_s, u"&Received, Not Sent"_s, u"Received_Not_Sent.rpt"_s,
+void frmAP::buildReports(screen::ButtonBar& bar) {
+    reportButton(bar, u"cmdPrintOpen"_s, u"&Received, Not Sent"_s, u"Received_Not_Sent.rpt"_s,
                  u"Received and Not Sent"_s);
-    reportButton(inside, u"cmdPrintSent"_s, u"&Payables Sent"_s, u"Payables_Sent.rpt"_s,
+    reportButton(bar, u"cmdPrintSent"_s, u"&Payables Sent"_s, u"Payables_Sent.rpt"_s,
                  u"Payables Sent"_s);
 }
 
@@ -156,7 +140,7 @@ void frmAP::forgetDocument() {
 
 bool frmAP::isChosen() {
     if (partner().isEmpty() || order().isEmpty()) {
-        complainOf(u"Please select a company and PO."_s, u"Nothing Selected"_s);
+        tell(u"Please select a company and PO."_s, u"Nothing Selected"_s);
         return false;
     }
     if (Check1->isChecked() && !txtInvoiceDate->date()) {
@@ -170,13 +154,13 @@ bool frmAP::isChosen() {
     return true;
 }
 
-bool frmAP::isLineRight(const DocumentLine& line) const {
+bool frmAP::isLineRight(const DocumentLine& line, bool) const {
     if (line.item.isEmpty()) {
-        complainOf(u"Please select an item type for each line item."_s, u"Select Item Type"_s);
+        tell(u"Please select an item type for each line item."_s, u"Select Item Type"_s);
         return false;
     }
     if (values::val(line.quantity) == 0) {
-        complainOf(u"One or more of the received quantities is zero. Please enter the correct "
+        tell(u"One or more of the received quantities is zero. Please enter the correct "
                    "quantity."_s,
                    u"Zero Quantity"_s);
         return false;
@@ -185,14 +169,13 @@ bool frmAP::isLineRight(const DocumentLine& line) const {
 }
 
 std::optional<Message> frmAP::message() {
-    auto lines = selectedLines(m_lines, Item, Part, Description, Quantity, Price);
-    const auto charges =
-        lines ? selectedLines(vaSpread2, Item, Part, Description, Quantity, Price) : std::nullopt;
+    auto lines = selectedLines();
+    const auto charges = lines ? selectedOptional() : std::nullopt;
     if (!charges)
         return std::nullopt;
     lines->insert(lines->end(), charges->begin(), charges->end());
     if (lines->empty()) {
-        complainOf(u"No vendor records where selected."_s, u"Nothing Selected"_s);
+        tell(u"No vendor records where selected."_s, u"Nothing Selected"_s);
         return std::nullopt;
     }
     Bill bill;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "accounting/SendForm.h"
+#include "purchasing/VendorPayables.h"
 
 class QCheckBox;
 class QRadioButton;
@@ -12,14 +13,16 @@ class DateField;
 namespace accounting {
 
 /// Sends the received lines of a purchase order to QuickBooks as a bill.
-class frmAP : public SendForm {
+class frmAP : public SendForm, public purchasing::VendorPayables {
   public:
     static constexpr char formName[] = "frmAP";
     frmAP();
 
+    void showVendor(qint64 vendor) override;
+
   protected:
     void buildOptions(QBoxLayout* inside) override;
-    void buildReports(QBoxLayout* inside) override;
+    void buildReports(screen::ButtonBar& bar) override;
     QString partnersSelect() const override;
     QStringList linesSelects(const QString& partner, const QString& order) const override;
     jet::Recordset orders(const QString& partner) override;
@@ -29,7 +32,7 @@ class frmAP : public SendForm {
     bool addPartner() override;
     QString totals() const override;
     void forgetDocument() override;
-    bool isLineRight(const DocumentLine& line) const override;
+    bool isLineRight(const DocumentLine& line, bool optional) const override;
 
   private:
     void showDates();

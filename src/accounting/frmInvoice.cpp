@@ -12,8 +12,6 @@
 namespace accounting {
 
 using controls::GridColumn;
-using screen::Buttons;
-using screen::Icon;
 
 namespace {
 
@@ -51,10 +49,6 @@ std::vector<GridColumn> columns() {
     return made;
 }
 
-jet::Recordset snapshot(const QString& select) {
-    return core::MainDatabase().openRecordset(select, jet::RecordsetType::Snapshot);
-}
-
 } // namespace
 
 frmInvoice::frmInvoice()
@@ -77,7 +71,6 @@ frmInvoice::frmInvoice()
                 .sendName = u"cmdInvoiceSelected"_s,
                 .historyCaption = u"Invoice &History"_s,
                 .historyForm = u"frmInvoiceRecord"_s,
-                .unknownPartner = u"Customer not found in Quickbooks Database. Add?"_s,
                 .success = u"Successfully added the Invoice."_s}) {
     m_opensWithReason = false;
     build();
@@ -98,10 +91,10 @@ void frmInvoice::buildOptions(QBoxLayout* inside) {
     on(Option1[1], &QRadioButton::toggled, [this] { Option1_Click(); });
 }
 
-void frmInvoice::buildReports(QBoxLayout* inside) {
-    reportButton(inside, u"cmdPrintOpen"_s, u"Shipped, Not Invoice&d"_s, u"Jobs_Not_Invoiced.rpt"_s,
+void frmInvoice::buildReports(screen::ButtonBar& bar) {
+    reportButton(bar, u"cmdPrintOpen"_s, u"Shipped, Not Invoice&d"_s, u"Jobs_Not_Invoiced.rpt"_s,
                  u"Jobs Shipped and Not Invoiced"_s);
-    reportButton(inside, u"cmdPrintSent"_s, u"Invoices S&ent"_s, u"Invoices_Sent.rpt"_s,
+    reportButton(bar, u"cmdPrintSent"_s, u"Invoices S&ent"_s, u"Invoices_Sent.rpt"_s,
                  u"Invoices Sent"_s);
 }
 
@@ -112,8 +105,8 @@ bool frmInvoice::onlyActive() const {
 bool frmInvoice::mayOpen() {
     if (dbcCompID->count() > 0 || core::MainDatabase().hasRows(u"SELECT TOP 1 JobNo FROM Job"_s))
         return true;
-    screen::MsgBox(u"You must have at least one Job before you can use the Invoice module!"_s,
-                   Buttons::Ok, Icon::Exclamation, u"Warning"_s);
+    tell(u"You must have at least one Job before you can use the Invoice module!"_s,
+         u"Warning"_s);
     return false;
 }
 
@@ -193,33 +186,28 @@ QString frmInvoice::totals() const {
 bool frmInvoice::isChosen() {
     if (!partner().isEmpty() && !order().isEmpty() && m_lines->rowCount() > 0)
         return true;
-    screen::MsgBox(u"There Are No Records Showing To Invoice!"_s, Buttons::Ok, Icon::Exclamation,
-                   u"Nothing to Invoice!"_s);
+    tell(u"There Are No Records Showing To Invoice!"_s, u"Nothing to Invoice!"_s);
     return false;
 }
 
-bool frmInvoice::isLineRight(const DocumentLine& line) const {
-    if (m_optionalLine || !line.item.isEmpty())
+bool frmInvoice::isLineRight(const DocumentLine& line, bool optional) const {
+    if (optional || !line.item.isEmpty())
         return true;
-    screen::MsgBox(u"Please select an item type for each invoice line item."_s, Buttons::Ok,
-                   Icon::Exclamation, u"Select Item Type"_s);
+    tell(u"Please select an item type for each invoice line item."_s, u"Select Item Type"_s);
     return false;
 }
 
 std::optional<Message> frmInvoice::message() {
-    m_optionalLine = false;
-    auto lines = selectedLines(m_lines, Item, Part, Description, InvoiceQty, Price);
+    auto lines = selectedLines();
     if (!lines)
         return std::nullopt;
     if (lines->empty()) {
-        screen::MsgBox(u"No Records were selected."_s, Buttons::Ok, Icon::Exclamation,
-                       u"Nothing Selected"_s);
+        tell(u"No Records were selected."_s, u"Nothing Selected"_s);
         return std::nullopt;
     }
     for (DocumentLine& line : *lines)
         line.amount = line.price;
-    m_optionalLine = true; // needs no item
-    const auto further = selectedLines(vaSpread2, 1, 2, 3, 4, 5);
+    const auto further = selectedOptional();
     lines->insert(lines->end(), further->begin(), further->end());
 
     const jet::Recordset row = snapshot(u"SELECT * FROM Customer WHERE CustID = "_s + partner());

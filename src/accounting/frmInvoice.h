@@ -16,7 +16,7 @@ class frmInvoice : public SendForm {
 
   protected:
     void buildOptions(QBoxLayout* inside) override;
-    void buildReports(QBoxLayout* inside) override;
+    void buildReports(screen::ButtonBar& bar) override;
     bool mayOpen() override;
     QString partnersSelect() const override;
     QStringList linesSelects(const QString& partner, const QString& order) const override;
@@ -27,7 +27,7 @@ class frmInvoice : public SendForm {
     QString termsFirst() const override { return m_customer.value(u"terms"_s); }
     bool addPartner() override;
     QString totals() const override;
-    bool isLineRight(const DocumentLine& line) const override;
+    bool isLineRight(const DocumentLine& line, bool optional) const override;
 
   private:
     bool onlyActive() const;
@@ -35,7 +35,6 @@ class frmInvoice : public SendForm {
 
     QRadioButton* Option1[2] = {};
     FieldTexts m_customer; ///< of the message under way
-    bool m_optionalLine = false;
     double m_ordered = 0, m_shipped = 0;
 };
 

@@ -4,6 +4,7 @@
 #include "platform/screen/Forms.h"
 #include "platform/screen/Pointer.h"
 #include "purchasing/Dialogs.h"
+#include "purchasing/VendorPayables.h"
 
 #include <QCheckBox>
 #include <QHBoxLayout>
@@ -294,7 +295,11 @@ void frmPO::cmdHistory_Click() {
 }
 
 void frmPO::cmdAP_Click() {
-    Forms::show(QString::fromLatin1(apScreen));
+    const QString name = QString::fromLatin1(apScreen);
+    if (Forms::show(name)) {
+        if (auto* payables = Forms::find<VendorPayables>(name))
+            payables->showVendor(vendorNo());
+    }
 }
 
 } // namespace purchasing

@@ -29,7 +29,7 @@ class AccountingShop : public testsupport::ShopTest {
         values::setNow(QDateTime(QDate(2026, 3, 9), QTime(8, 0), Qt::UTC));
         core::shared().ProgramFolder = m_folder.path();
         ask({u"make"_s});
-        doorIs(u"\"%1\" Practice.company"_s.arg(practiceCompany()));
+        usualDoor();
     }
     void TearDown() override {
         values::setNow(std::nullopt);
@@ -48,6 +48,10 @@ class AccountingShop : public testsupport::ShopTest {
         ASSERT_EQ(QProcess::execute(practiceCompany(),
                                     QStringList(inFolder(u"Practice.company"_s)) + words),
                   0);
+    }
+    /// The door to the practice company, which waits that long for an answer.
+    void usualDoor(int seconds = 300) const {
+        doorIs(u"\"%1\" Practice.company\nseconds=%2"_s.arg(practiceCompany()).arg(seconds));
     }
     /// What the next message meets.
     void trouble(const QString& words) const { ask(QStringList(u"next"_s) + words.split(u' ')); }

@@ -185,6 +185,52 @@ TEST_P(ImportExportTest, WithoutQuickBooksTheFormStaysClosedAndAFaultStopsTheRun
               (QStringList{u"0"_s, u"0"_s, u"0"_s}));
 }
 
+TEST_P(ImportExportTest, EveryWayOfGoingWrongMarksNothingAndTellsWhatToDo) {
+    insert(u"Employee"_s, u"Firstname, Lastname, EmpStatus, QBSent"_s, u"'Bo','Lee','Active',0"_s);
+    insert(u"Employee"_s, u"Firstname, Lastname, EmpStatus, QBSent"_s,
+           u"'%1','%1','Active',0"_s.arg(QString(25, u'x')));
+    const QString marks = u"SELECT QBSent FROM Employee ORDER BY EmpID"_s;
+    const QString unsure = u"so it isn't known whether it took the employee."_s;
+    expectEmptyList();
+    on(u"frmImportEmployee"_s, [&] {
+        press(u"cmdSelAll"_s);
+        expectBoxContaining(u"The name has 51 letters, and QuickBooks takes 41"_s);
+        press(u"cmdExport"_s);
+        tick(u"vaSpread1"_s, 1);
+        const auto meets = [&](const QString& what, const QString& box) {
+            trouble(what);
+            expectBoxContaining(box);
+            press(u"cmdExport"_s);
+            EXPECT_EQ(rows(marks), (QStringList{u"0"_s, u"0"_s})) << what.toStdString();
+            tick(u"vaSpread1"_s, 0);
+        };
+        tick(u"vaSpread1"_s, 0);
+        tick(u"vaSpread1"_s, 0);
+        meets(u"closed"_s, u"Quickbooks must be running"_s);
+        meets(u"3180"_s, u"This list has been modified by another user."_s);
+        meets(u"rubbish"_s, unsure);
+        QFile::remove(inFolder(u"Practice.company"_s)); // it has taken him
+        ask({u"make"_s});
+        usualDoor(1);
+        meets(u"late 5"_s, u"There was no answer within 1 seconds."_s);
+        usualDoor();
+        QFile::remove(inFolder(u"Practice.company"_s));
+        ask({u"make"_s});
+        trouble(u"warning"_s);
+        expectBoxContaining(u"a part of it was not used"_s);
+        expectSuccess(u"Successfully added employee(s) to Quickbooks."_s);
+        press(u"cmdExport"_s);
+        EXPECT_EQ(rows(marks), (QStringList{u"1"_s, u"0"_s}));
+        // The list can't be read again: what is shown stays.
+        for (const char16_t* what : {u"closed", u"rubbish"}) {
+            trouble(QString::fromUtf16(what));
+            expectBoxContaining(*what == u'c' ? u"Quickbooks must be running"_s
+                                              : u"loadXML failed, reason: "_s);
+            press(u"Command6"_s);
+        }
+    });
+}
+
 } // namespace
 
 MIRSA_BOTH_ENGINES(ImportExportTest);

@@ -3,6 +3,8 @@
 #include "platform/controls/Grid.h"
 #include "support/Gallery.h"
 
+#include <QTimer>
+
 using screen::Answer;
 
 namespace {
@@ -193,7 +195,7 @@ TEST_P(InvoiceTest, EveryWayOfGoingWrongLeavesNoRowAndTellsWhatToDo) {
     doorIs(u"no-such-program"_s);
     expectBoxContaining(u"Nothing was sent to QuickBooks. The program no-such-program"_s);
     press(u"cmdInvoiceSelected"_s);
-    doorIs(u"\"%1\" Practice.company"_s.arg(practiceCompany()));
+    usualDoor();
     setCell(grid, 0, Item, u"Nonsense"_s);
     expectBoxContaining(u"invalid reference to QuickBooks Item \"Nonsense\""_s);
     press(u"cmdInvoiceSelected"_s);
@@ -210,8 +212,19 @@ TEST_P(InvoiceTest, EveryWayOfGoingWrongLeavesNoRowAndTellsWhatToDo) {
     expectBoxContaining(u"QuickBooks gave no answer"_s, Answer::Yes);
     expectBoxContaining(u"The answer of QuickBooks can't be read"_s);
     press(u"cmdInvoiceSelected"_s);
+    usualDoor(1);
+    trouble(u"late 5"_s);
+    expectBoxContaining(u"QuickBooks gave no answer"_s, Answer::Yes);
+    expectBoxContaining(u"There was no answer within 1 seconds."_s);
+    press(u"cmdInvoiceSelected"_s);
+    trouble(u"none"_s);
+    doorIs(u"echo \"<QBXML/>\""_s); // XML, and still no answer
+    expectBoxContaining(u"QuickBooks gave no answer"_s, Answer::Yes);
+    expectBoxContaining(u"there is no InvoiceAddRs in the answer"_s);
+    press(u"cmdInvoiceSelected"_s);
+    usualDoor();
     EXPECT_EQ(sent(), QStringList());
-    EXPECT_EQ(inCompany(u"InvoiceRet"_s, u"RefNumber"_s).size(), 2);
+    EXPECT_EQ(inCompany(u"InvoiceRet"_s, u"RefNumber"_s).size(), 3);
 
     // A warning doesn't stop it, and an answer that takes its time counts.
     trouble(u"warning"_s);
@@ -237,6 +250,23 @@ TEST_P(InvoiceTest, WhatAnotherStationHasSentMeanwhileIsAskedAbout) {
     expectBoxContaining(u"10 on 3/9/2026 (77)"_s, Answer::No);
     press(u"cmdInvoiceSelected"_s);
     EXPECT_EQ(inCompany(u"InvoiceRet"_s, u"RefNumber"_s), QStringList());
+}
+
+TEST_P(InvoiceTest, WhatTwoDesksSendAtTheSameMomentIsToldToTheLaterOne) {
+    job(customer(u"Acme"_s), u"PO-7"_s, u"KX-1"_s, 10);
+    knowCustomer(u"Acme"_s);
+    onOrder(u"Acme"_s, u"PO-7"_s);
+    take(0);
+    const auto other = anotherStation();
+    QTimer::singleShot(300, &shell(), [&] {
+        other->execute(u"INSERT INTO SentInvoice (InvoiceNo, Description, Quantity, SentDate, "
+                       "POID) VALUES('77','KX-1 Driver''s plate',10,'3/9/2026','PO-7')"_s);
+    });
+    trouble(u"late 1"_s);
+    expectSuccess();
+    expectBoxContaining(u"KX-1 Driver's plate: 10 on 3/9/2026 (77), 10 on 3/9/2026 (1001)"_s);
+    press(u"cmdInvoiceSelected"_s);
+    EXPECT_EQ(sent().size(), 2);
 }
 
 TEST_P(InvoiceTest, WhatTheDatabaseRefusesIsKeptAndRecordedLaterWithoutASecondSend) {

@@ -1,6 +1,7 @@
 #include "AccountingShop.h"
 
-#include "platform/values/Text.h"
+#include "platform/screen/Forms.h"
+#include "purchasing/Screens.h"
 
 using screen::Answer;
 
@@ -142,6 +143,32 @@ TEST_P(PayablesTest, ARefusedBillLeavesNothingBehind) {
     expectBoxContaining(u"loadXML failed, reason: "_s);
     press(u"cmdSend"_s);
     EXPECT_EQ(sent().size(), 1);
+}
+
+TEST_P(PayablesTest, TheButtonOfAnOrderShowsTheOrdersOfItsVendor) {
+    const qint64 other = insert(u"Vendor"_s, u"Company"_s, u"'Another'"_s);
+    insert(u"POVendor"_s, u"OrderNumber, VendorID"_s, u"3003,%1"_s.arg(other));
+    purchasing::registerScreens();
+    open(u"frmPO"_s);
+    press(u"cmdAP"_s);
+    use(screen::Forms::find(u"frmAP"_s));
+    EXPECT_EQ(text(u"dbcCompID"_s), u"Stål & Co");
+    choose(u"dbcPO"_s, u"3004"_s);
+    EXPECT_EQ(rowCount(grid), 2);
+    // What is being put together for somebody else stays.
+    choose(u"dbcCompID"_s, u"Another"_s);
+    choose(u"dbcPO"_s, u"3003"_s);
+    use(screen::Forms::find(u"frmPO"_s));
+    press(u"cmdAP"_s);
+    use(screen::Forms::find(u"frmAP"_s));
+    EXPECT_EQ(text(u"dbcCompID"_s), u"Stål & Co") << "nothing of the other was selected";
+    choose(u"dbcPO"_s, u"3004"_s);
+    tick(grid, 0);
+    database().execute(u"UPDATE POVendor SET VendorID = %1"_s.arg(other));
+    use(screen::Forms::find(u"frmPO"_s));
+    press(u"cmdAP"_s);
+    use(screen::Forms::find(u"frmAP"_s));
+    EXPECT_EQ(text(u"dbcCompID"_s), u"Stål & Co");
 }
 
 } // namespace

@@ -86,7 +86,7 @@ void Company::setTrouble(const QString& trouble, const QString& request) {
 }
 
 QString Company::takeTrouble(const QString& message) {
-    const QString trouble = root().attribute(u"next"_s);
+    QString trouble = root().attribute(u"next"_s);
     if (trouble.isEmpty() || !message.contains(u'<' + root().attribute(u"nextFor"_s)))
         return {};
     root().removeAttribute(u"next"_s);

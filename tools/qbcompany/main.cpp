@@ -99,7 +99,7 @@ int main(int argc, char* argv[]) {
         (words.isEmpty() ? err : out) << usage;
         return words.isEmpty() ? Refused : Answered;
     }
-    const QString path = words[0];
+    const QString& path = words[0];
     const QString command = words.value(1);
     constexpr int patience = 10000;
     QLockFile lock(path + u".lock"_s);
