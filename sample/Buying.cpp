@@ -171,6 +171,9 @@ void makePurchasing(Shop& shop) {
             makeRfq(shop, date);
         made += makePurchaseOrder(shop, date, number);
     }
+    // A shop that has bought for many years has left behind what knows no larger numbers.
+    if (shop.database.lookup(u"SELECT MAX(ID) FROM POItem"_s).toLong() > 32767 / 2)
+        shop.database.execute(u"UPDATE SystemSettings SET LargeNumbers = True"_s);
 }
 
 void makeInventory(Shop& shop) {

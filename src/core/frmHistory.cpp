@@ -317,8 +317,8 @@ void frmHistory::goToRecord(int list, int row) {
              u"System Message"_s);
         return;
     }
-    if (auto* orders = screen::Forms::find<VendorOrders>(screenName); orders && kind.textKey)
-        orders->goToVendorOrder(key);
+    if (auto* parts = screen::Forms::find<PartScreen>(screenName); parts && kind.textKey)
+        parts->goToPart(key);
 }
 
 void frmHistory::cmdHistoryPrint_Click() {

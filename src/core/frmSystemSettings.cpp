@@ -1,6 +1,7 @@
 #include "core/frmSystemSettings.h"
 
 #include "core/MirsaMain.h"
+#include "core/records/RecordNumbers.h"
 #include "platform/screen/Layout.h"
 #include "platform/screen/Pointer.h"
 #include "platform/values/Literals.h"
@@ -177,6 +178,9 @@ void frmSystemSettings::buildSecurity(QWidget* page) {
                              "print new Employee ID Badges!"_s);
     note->setMinimumWidth(480);
     chkPartsQty = fields.check(u"chkPartsQty"_s, u"&Prompt for Parts Qty Completed"_s);
+    chkLargeNumbers = fields.check(u"chkLargeNumbers"_s, u"Allo&w numbers above 32,767"_s);
+    fields.note(u"Leave this off while other programs that know no larger numbers work on this "
+                "database: requests and orders then stop at 32,767."_s);
     keepTogether(fields);
 }
 
@@ -270,6 +274,9 @@ void frmSystemSettings::showRow() {
     txtSec0->setText(code.left(1));
     txtSec1->setText(code.mid(1, 1));
     chkPartsQty->setChecked(row[u"partsqtyon"].toBool());
+    chkLargeNumbers->setEnabled(keepsLargeNumbers(MainDatabase()));
+    if (chkLargeNumbers->isEnabled())
+        chkLargeNumbers->setChecked(row[u"LargeNumbers"].toBool());
     txtHoursOver->setEnabled(keepsHoursOver());
     if (keepsHoursOver())
         txtHoursOver->setValue(row[u"HoursOverPercent"]);
@@ -300,6 +307,8 @@ void frmSystemSettings::saveRow() {
     row.set(u"Securityon", chkSec->isChecked());
     row.set(u"SecurityCode", txtSec0->text() + txtSec1->text());
     row.set(u"partsqtyon", chkPartsQty->isChecked());
+    if (keepsLargeNumbers(MainDatabase()))
+        row.set(u"LargeNumbers", chkLargeNumbers->isChecked());
     if (const QString percent = txtHoursOver->text().trimmed(); keepsHoursOver())
         row.set(u"HoursOverPercent",
                 percent.isEmpty() ? jet::Value() : jet::Value(percent.toInt()));

@@ -66,6 +66,7 @@ class frmSystemSettings : public screen::Form {
     controls::TextField* txtSec0;
     controls::TextField* txtSec1;
     QCheckBox* chkPartsQty;
+    QCheckBox* chkLargeNumbers;
     controls::TextField* txtHoursOver;
     std::vector<std::pair<QCheckBox*, bool spelling::Options::*>> m_spelling;
     QProgressBar* PB;

@@ -62,7 +62,8 @@ CREATE TABLE SystemSettings (
     Securityon YESNO,
     SecurityCode TEXT(2),
     partsqtyon YESNO,
-    HoursOverPercent INTEGER DEFAULT 25
+    HoursOverPercent INTEGER DEFAULT 25,
+    LargeNumbers YESNO
 );
 
 CREATE TABLE History (

@@ -1,6 +1,7 @@
 #include "purchasing/OrderDialogs.h"
 
 #include "core/MirsaMain.h"
+#include "core/records/RecordNumbers.h"
 #include "core/records/RecordScreen.h"
 #include "platform/screen/Forms.h"
 #include "platform/values/Literals.h"
@@ -71,7 +72,10 @@ GotoForm::GotoForm(Descriptor descriptor)
 
 void GotoForm::cmdOK_Click() {
     auto* module = screen::Forms::find<core::RecordScreen>(m_descriptor.moduleScreen);
-    if (!module || module->goToRecord(selString->text().toLongLong())) {
+    const qint64 number = selString->text().toLongLong();
+    if (m_descriptor.limited)
+        core::checkRecordNumber(core::MainDatabase(), number);
+    if (!module || module->goToRecord(number)) {
         hideModal();
         return;
     }

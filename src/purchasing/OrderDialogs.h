@@ -46,6 +46,7 @@ class GotoForm : public screen::Form {
         QString label;
         QString moduleScreen;
         QString noMatch;
+        bool limited = false; ///< to numbers that other programs know
     };
     explicit GotoForm(Descriptor descriptor);
     void cmdOK_Click();

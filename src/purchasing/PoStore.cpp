@@ -1,5 +1,6 @@
 #include "purchasing/PoStore.h"
 
+#include "core/records/RecordNumbers.h"
 #include "platform/values/Clock.h"
 #include "platform/values/Format.h"
 
@@ -47,6 +48,10 @@ Received receivedOf(jet::Database& database, qint64 poNumber) {
 
 void replacePoLines(jet::Database& database, qint64 poNumber, const Received& received,
                     const std::vector<OrderLine>& lines) {
+    qint64 highest = poNumber;
+    for (const OrderLine& line : lines)
+        highest = std::max(highest, line.id);
+    core::checkRecordNumber(database, highest);
     // The old rows first, so that nothing but the new ones is there to be read back.
     database.execute(u"DELETE * FROM POItem WHERE PONumber is NULL OR PONumber = "_s +
                      num(poNumber));
@@ -241,6 +246,7 @@ qint64 copyOrder(jet::Database& database, qint64 poNumber, const QStringList& it
         (required.isValid() ? u"#"_s + values::sqlDate(required) + u"#"_s : u"Null"_s) +
         u" AS ReqDate, True as Active FROM PO WHERE PONumber = "_s + num(poNumber));
     const qint64 next = database.lastCounter();
+    core::checkRecordNumber(database, next);
     if (!items.isEmpty()) {
         database.execute(
             u"INSERT INTO POVendor SELECT "_s + num(next) +

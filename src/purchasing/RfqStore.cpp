@@ -1,5 +1,6 @@
 #include "purchasing/RfqStore.h"
 
+#include "core/records/RecordNumbers.h"
 #include "platform/values/Clock.h"
 #include "platform/values/Format.h"
 
@@ -58,6 +59,7 @@ qint64 createGroup(jet::Database& database, qint64 vendor) {
 
 void replaceRfqLines(jet::Database& database, qint64 group, qint64 vendor,
                      const std::vector<OrderLine>& lines) {
+    core::checkRecordNumber(database, group);
     const QString key = vendorKey(group, vendor);
     database.execute(u"DELETE * FROM RFQItem WHERE VOrderKey = "_s + sqlText(key));
     std::vector<std::vector<jet::Value>> rows;
@@ -132,6 +134,7 @@ qint64 copyGroup(jet::Database& database, qint64 group, const std::vector<Chosen
                      "FROM RFQ WHERE PONumber = "_s +
                      num(group));
     const qint64 next = database.lastCounter();
+    core::checkRecordNumber(database, next);
     const QString head = num(next);
     for (const ChosenRequest& request : chosen) {
         if (request.items.isEmpty())
@@ -195,6 +198,7 @@ qint64 orderFromRequest(jet::Database& database, qint64 group, const ChosenReque
         (required.isValid() ? u"#"_s + values::sqlDate(required) + u"#"_s : u"Null"_s) +
         u" AS ReqDate, True AS Active FROM RFQ WHERE PONumber = "_s + num(group));
     const qint64 order = database.lastCounter();
+    core::checkRecordNumber(database, order);
     if (!chosen.items.isEmpty()) {
         database.execute(u"INSERT INTO POVendor SELECT "_s + num(order) +
                          u" AS OrderNumber, VendorID, "_s + addressColumns() +

@@ -62,7 +62,7 @@ void registerScreens() {
 
     addMember<GotoForm>(GotoForm::Descriptor{
         u"frmRFQGoto"_s, u"Goto RFQ Group"_s, u"RFQ &Group Number:"_s, u"frmRFQ"_s,
-        u"No Group numbers match! Would you like to try a different number?"_s});
+        u"No Group numbers match! Would you like to try a different number?"_s, true});
     addMember<GotoForm>(
         GotoForm::Descriptor{u"frmPOGoto"_s, u"Goto Purchase Order"_s, u"PO &Number:"_s, u"frmPO"_s,
                              u"No PO numbers match or the number you entered is for an inactive "

@@ -12,7 +12,7 @@ namespace {
 using screen::Answer;
 
 /// A module that only notes where it was sent.
-class Module : public screen::Form, public core::RecordScreen {
+class Module : public screen::Form, public core::RecordScreen, public core::PartScreen {
   public:
     explicit Module(const QString& name) : Form(name, name) {}
     QString mode() const override { return m_mode; }
@@ -21,7 +21,12 @@ class Module : public screen::Form, public core::RecordScreen {
         m_key = key;
         return key < 100;
     }
+    bool goToPart(const QString& key) override {
+        m_part = key;
+        return true;
+    }
     QString m_mode = u"Browse"_s;
+    QString m_part;
     qint64 m_key = 0;
 };
 
@@ -112,6 +117,7 @@ TEST_P(History, ADoubleClickGoesToTheRecordOfAModuleInBrowse) {
     doubleClickRow(u"sprRFQ"_s, 0);
     ASSERT_TRUE(sentTo(u"frmRFQ"));
     EXPECT_EQ(sentTo(u"frmRFQ")->m_key, 7);
+    EXPECT_EQ(sentTo(u"frmRFQ")->m_part, u"7-3"_s) << "the vendor's request of the group";
     use(history);
     doubleClickRow(u"sprJob"_s, 1);
     EXPECT_EQ(sentTo(u"frmJob")->m_key, 3);

@@ -80,6 +80,7 @@ TEST_P(Preferences, AnEmptyRateIsNullAndSwitchesAndCharactersAreKept) {
     set("txtArchM", "");
     check(u"chkSec"_s);
     check(u"chkPartsQty"_s);
+    check(u"chkLargeNumbers"_s);
     set("txtSec(0)", "Q");
     set("txtSec(1)", "7");
     press(u"cmdUpdate"_s);
@@ -93,6 +94,7 @@ TEST_P(Preferences, AnEmptyRateIsNullAndSwitchesAndCharactersAreKept) {
     EXPECT_TRUE(row[u"ArchiveMonths"].isNull());
     EXPECT_TRUE(row[u"Securityon"].toBool());
     EXPECT_TRUE(row[u"partsqtyon"].toBool());
+    EXPECT_TRUE(row[u"LargeNumbers"].toBool());
     EXPECT_EQ(row.text(u"SecurityCode"), u"Q7"_s);
 
     set("txtMname", "Nobody's");
