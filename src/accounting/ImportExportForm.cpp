@@ -184,8 +184,8 @@ ImportExportForm::outgoing(const std::vector<qint64>& numbers) {
     std::vector<Outgoing> records;
     QStringList complaints;
     jet::Recordset rows =
-        snapshot(u"SELECT * FROM "_s + m_member.table + u" WHERE ["_s + m_member.key +
-                 u"] IN ("_s + numberList(numbers) + u") ORDER BY ["_s + m_member.key + u']');
+        snapshot(u"SELECT * FROM "_s + m_member.table + u" WHERE ["_s + m_member.key + u"] IN ("_s +
+                 numberList(numbers) + u") ORDER BY ["_s + m_member.key + u']');
     for (; !rows.eof(); rows.moveNext()) {
         const FieldTexts fields = fieldsOf(kind, rows);
         Message message = addRequest(kind, fields);
@@ -280,9 +280,8 @@ bool ImportExportForm::findTerms(const QStringList& names, std::vector<QString>&
         const auto found = query(waiting, question, u"StandardTermsQueryRs"_s);
         if (!found)
             return false;
-        days.push_back(found->empty()
-                           ? QString()
-                           : textAt(found->back(), u"StandardTermsRet/StdDueDays"_s));
+        days.push_back(found->empty() ? QString()
+                                      : textAt(found->back(), u"StandardTermsRet/StdDueDays"_s));
     }
     return true;
 }
@@ -303,8 +302,8 @@ void ImportExportForm::Command3_Click() {
     const QStringList complaints = importComplaints(database, m_member, records);
     if (!complaints.isEmpty()) {
         tell(u"Nothing was imported, since it doesn't fit:\r\n\r\n"_s +
-                        complaints.mid(0, 12).join(u"\r\n"_s),
-                    u"Not Imported"_s);
+                 complaints.mid(0, 12).join(u"\r\n"_s),
+             u"Not Imported"_s);
         return;
     }
     QStringList countries;

@@ -45,7 +45,8 @@ void QuickBooksForm::tellFailure(const Outcome& outcome, Purpose purpose) {
                            "you send it again."_s.arg(m_what);
     switch (outcome.kind) {
     case Outcome::Kind::NotOpen:
-        tell(u"Quickbooks must be running for this module to function."_s, u"Quickbooks not Open"_s);
+        tell(u"Quickbooks must be running for this module to function."_s,
+             u"Quickbooks not Open"_s);
         break;
     case Outcome::Kind::NotSent:
         tell(u"Nothing was sent to QuickBooks. "_s + outcome.text, u"Quickbooks not Open"_s);
@@ -97,8 +98,8 @@ QuickBooksForm::Verdict QuickBooksForm::judge(Waiting& waiting, const Status& st
     return Verdict::GoOn;
 }
 
-std::optional<std::vector<QDomElement>>
-QuickBooksForm::query(Waiting& waiting, Message question, const QString& responseTag) {
+std::optional<std::vector<QDomElement>> QuickBooksForm::query(Waiting& waiting, Message question,
+                                                              const QString& responseTag) {
     if (!isFit(question.complaints()) || !exchange(waiting, question.finish(), Purpose::Read))
         return std::nullopt;
     const auto answer = readAnswer(waiting, Purpose::Read, responseTag);

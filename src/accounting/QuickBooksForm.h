@@ -39,8 +39,8 @@ class QuickBooksForm : public screen::Form {
                                      const QString& responseTag = {});
     /// The rule for what QuickBooks says: a warning is shown, an error is shown and stops.
     Verdict judge(quickbooks::Waiting& waiting, const Status& status);
-    /// Asks QuickBooks for what it has: the elements with that tag in its answer. Nothing if the user
-    /// was told that it went wrong.
+    /// Asks QuickBooks for what it has: the elements with that tag in its answer. Nothing if the
+    /// user was told that it went wrong.
     std::optional<std::vector<QDomElement>> query(quickbooks::Waiting& waiting, Message question,
                                                   const QString& responseTag);
     /// True if the message has nothing that QuickBooks couldn't take; otherwise tells what.

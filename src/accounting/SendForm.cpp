@@ -349,8 +349,8 @@ std::optional<std::vector<DocumentLine>> SendForm::selectedOptional() const {
 }
 
 std::optional<std::vector<DocumentLine>> SendForm::selected(const controls::Grid* grid, int item,
-                                                            int part, int description,
-                                                            int quantity, int price) const {
+                                                            int part, int description, int quantity,
+                                                            int price) const {
     std::vector<DocumentLine> lines;
     for (int row = 0; row < grid->rowCount(); ++row) {
         if (values::val(grid->text(row, 0)) == 0)
@@ -419,7 +419,8 @@ bool SendForm::sendOnce(bool& asked) {
         if (!sendTerms(waiting, termsFirst()))
             return false;
         const bool answered = exchange(waiting, ready->finish(), Purpose::Change);
-        const auto answer = answered ? readAnswer(waiting, Purpose::Change, m_kind.responseTag) : std::nullopt;
+        const auto answer =
+            answered ? readAnswer(waiting, Purpose::Change, m_kind.responseTag) : std::nullopt;
         if (!answer) {
             if (mayHaveBeenTaken())
                 unanswered().insert(unansweredKey());
@@ -454,8 +455,8 @@ bool SendForm::sendOnce(bool& asked) {
             return false;
         }
     }
-    return MsgBox(m_kind.partnerKind + u" not found in Quickbooks Database. Add?"_s, Buttons::OkCancel, Icon::Question, u"Data Error"_s) ==
-               screen::Answer::Ok &&
+    return MsgBox(m_kind.partnerKind + u" not found in Quickbooks Database. Add?"_s,
+                  Buttons::OkCancel, Icon::Question, u"Data Error"_s) == screen::Answer::Ok &&
            addPartner();
 }
 

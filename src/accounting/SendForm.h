@@ -96,8 +96,8 @@ class SendForm : public QuickBooksForm {
     QString order() const;
     /// Takes a row's cells without the last column; prices are shown to those who may see them.
     void addLine(const QStringList& cells, qint64 key = 0);
-    /// The selected lines of the order, or the selected optional ones; nothing after a message about
-    /// one that can't be sent so.
+    /// The selected lines of the order, or the selected optional ones; nothing after a message
+    /// about one that can't be sent so.
     std::optional<std::vector<DocumentLine>> selectedLines() const;
     std::optional<std::vector<DocumentLine>> selectedOptional() const;
     QString shownPrice(const jet::Value& price) const;

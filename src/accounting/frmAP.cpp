@@ -161,8 +161,8 @@ bool frmAP::isLineRight(const DocumentLine& line, bool) const {
     }
     if (values::val(line.quantity) == 0) {
         tell(u"One or more of the received quantities is zero. Please enter the correct "
-                   "quantity."_s,
-                   u"Zero Quantity"_s);
+             "quantity."_s,
+             u"Zero Quantity"_s);
         return false;
     }
     return true;

@@ -105,8 +105,7 @@ bool frmInvoice::onlyActive() const {
 bool frmInvoice::mayOpen() {
     if (dbcCompID->count() > 0 || core::MainDatabase().hasRows(u"SELECT TOP 1 JobNo FROM Job"_s))
         return true;
-    tell(u"You must have at least one Job before you can use the Invoice module!"_s,
-         u"Warning"_s);
+    tell(u"You must have at least one Job before you can use the Invoice module!"_s, u"Warning"_s);
     return false;
 }
 

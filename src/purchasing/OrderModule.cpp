@@ -1,6 +1,7 @@
 #include "purchasing/OrderModule.h"
 
 #include "core/MirsaMain.h"
+#include "masters/AddressLists.h"
 #include "platform/screen/Forms.h"
 #include "platform/values/Format.h"
 #include "platform/values/Numbers.h"
@@ -98,7 +99,16 @@ void OrderModule::makeTabs(QBoxLayout* down, const std::function<void(screen::Fi
     m_tabs = screen::named(new QTabWidget(this), u"SSTab1"_s, u"Parts of the document"_s);
     down->addWidget(m_tabs, 1);
     makeItemPages();
+    makeAddressPages(vendor);
+    for (std::size_t i = 0; i < m_states.size(); ++i) {
+        screen::AddressBlock address;
+        address.state = m_states[i];
+        address.country = m_countries[i];
+        masters::offerUnknown(*this, address, [this] { return !isBrowse(); });
+    }
+}
 
+void OrderModule::makeAddressPages(const std::function<void(screen::Fields&)>& vendor) {
     const values::KeyFilter plain = withoutQuoteAndPipe();
     QWidget* page = screen::tab(m_tabs, u"Vendor"_s);
     Fields address(page);

@@ -78,6 +78,7 @@ class OrderModule : public core::DocumentOf<OrderDocument> {
 
   private:
     void makeItemPages();
+    void makeAddressPages(const std::function<void(screen::Fields&)>& vendor);
     bool isNumbered() const;
     void ReNumber();
     void arrangeItemButtons();

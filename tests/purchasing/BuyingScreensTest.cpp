@@ -1,5 +1,6 @@
 #include "core/MirsaMain.h"
 #include "core/Screens.h"
+#include "estimating/Screens.h"
 #include "inventory/Screens.h"
 #include "platform/values/Clock.h"
 #include "platform/values/Literals.h"
@@ -24,6 +25,7 @@ class Buying : public testsupport::ShopTest {
         if (IsSkipped())
             return;
         core::registerScreens();
+        estimating::registerScreens();
         purchasing::registerScreens();
         inventory::registerScreens();
         core::shared().CurrencySymbol = u"$"_s;
@@ -47,7 +49,7 @@ class Buying : public testsupport::ShopTest {
     }
 
     void addItem(const QString& dialog, const QString& part, const QString& description,
-                 const QString& quantity, const QString& price) {
+                 const QString& quantity, const QString& price, const QString& estimate = {}) {
         whenShown(dialog, [=, this] {
             type(u"txtPartNumber"_s, part);
             type(u"txtDescription"_s, description);
@@ -57,6 +59,12 @@ class Buying : public testsupport::ShopTest {
             press(u"cmdOK"_s);
             EXPECT_EQ(focusName(), u"dbcUnits"_s);
             type(u"dbcUnits"_s, u"EA"_s);
+            if (!estimate.isEmpty()) {
+                choose(u"cboType"_s, u"Estimate"_s);
+                expectBox(u"Select a Estimate number."_s, Answer::Ok, u"Error"_s);
+                press(u"cmdOK"_s);
+                choose(u"dbcNumber"_s, estimate);
+            }
             press(u"cmdOK"_s);
         });
         press(u"cmdAddItem"_s);
@@ -76,6 +84,36 @@ class Buying : public testsupport::ShopTest {
         });
         selectVendor(name);
         press(u"cmdAdd"_s);
+    }
+    /// The part that a customer asks for; gives the number of its estimate.
+    QString estimate() {
+        database().execute(u"INSERT INTO Customer (Company) VALUES ('Acme')"_s);
+        database().execute(u"INSERT INTO Operation (Description, OperType, OperShopRate) VALUES "
+                           "('Mill', 'I', 40)"_s);
+        expectBoxContaining(u"you must add at least one Estimate"_s, Answer::Yes);
+        open(u"frmEstimate"_s);
+        expectBox(u"Are you sure you want to cancel?"_s, Answer::Yes);
+        press(u"cmdCancel"_s);
+        whenShown(u"frmEstNew"_s, [this] {
+            check(u"Option2"_s);
+            press(u"cmdOK"_s);
+        });
+        whenShown(u"frmSelOper"_s, [this] {
+            selectRow(u"lvwAvail"_s, 0);
+            press(u"cmdAddRemove(0)"_s);
+            press(u"cmdOK"_s);
+        });
+        press(u"cmdNew"_s);
+        choose(u"dbcCustomer"_s, u"Acme"_s);
+        type(u"txtRfqno"_s, u"R-77"_s);
+        type(u"txtPartno"_s, u"KX-100"_s);
+        type(u"txtDescription"_s, u"Guide bushing"_s);
+        type(u"txtQuantity"_s, u"10"_s);
+        leave();
+        press(u"cmdSave"_s);
+        EXPECT_EQ(one(u"SELECT PartNo, Quantity FROM Estimate"_s), u"KX-100|10"_s);
+        press(u"cmdClose"_s);
+        return one(u"SELECT EstNo FROM Estimate"_s);
     }
     void openFirstRequest() {
         expectBox(u"There are no records in the database. Before you can use the RFQ module you "
@@ -117,7 +155,8 @@ class Buying : public testsupport::ShopTest {
 
 enum PoColumn { Item, Part, Description, Manufacturer, Type, Estimate, Job, Units, Price, Qty };
 
-TEST_P(Buying, FromAGroupOfThreeVendorsToStock) {
+TEST_P(Buying, FromAnEstimateByAGroupOfThreeVendorsToStock) {
+    const QString estNo = estimate();
     openFirstRequest();
     EXPECT_EQ(text(u"lblRFQMode"_s), u"EDIT"_s);
     EXPECT_EQ(text(u"txtShip2Name"_s), u"Sample Tool"_s);
@@ -127,7 +166,7 @@ TEST_P(Buying, FromAGroupOfThreeVendorsToStock) {
               u"Error!"_s);
     press(u"cmdSave"_s);
     type(u"txtTitle"_s, u"Steel for O'Hara"_s);
-    addItem(u"frmRFQaddItem"_s, u"A-1"_s, u"Bar"_s, u"4"_s, u"2.5"_s);
+    addItem(u"frmRFQaddItem"_s, u"A-1"_s, u"Bar"_s, u"4"_s, u"2.5"_s, estNo);
     addItem(u"frmRFQaddItem"_s, u"N-2"_s, u"Nut"_s, u"100"_s, u"0.0125"_s);
     EXPECT_EQ(text(u"txtTotal"_s), u"Total Cost = $11.25"_s);
     press(u"cmdSave"_s);
@@ -184,6 +223,8 @@ TEST_P(Buying, FromAGroupOfThreeVendorsToStock) {
     whenShown(u"frmRFQ2POtree"_s, [this] { press(u"cmdSelect"_s); });
     press(u"cmdCreatePO"_s);
     EXPECT_EQ(poLines(), u"1-1|A-1|4|0 / 1-2|N-2|100|0"_s);
+    EXPECT_EQ(one(u"SELECT Type, Estimate FROM POItem ORDER BY ItemNumber"_s),
+              u"Estimate|%1 / Stock|0"_s.arg(estNo));
     press(u"cmdClose"_s);
 
     open(u"frmPO"_s);
@@ -319,7 +360,20 @@ TEST_P(Buying, AnOrderIsWrittenWhenItIsSaved) {
     key(Qt::Key_Up, Qt::ControlModifier | Qt::ShiftModifier);
     EXPECT_EQ(cell(u"sprPOItem"_s, 0, Item) + cell(u"sprPOItem"_s, 0, Part), u"1B"_s);
     choose(u"dbcVend"_s, u"O'Brien"_s);
+    // A place that the shop doesn't know yet is offered to be added.
+    type(u"dbcShip2Country"_s, u"Atlantis"_s);
+    expectBox(u"Country Atlantis does not exist in the Mirsa country table. Add?"_s, Answer::Yes,
+              u"Country not Found"_s);
+    leave();
+    type(u"dbcState"_s, u"Zy"_s);
+    expectBox(u"State/Province Zy does not exist in the Mirsa states table. Add?"_s, Answer::No,
+              u"State/Province not Found"_s);
+    leave();
     press(u"cmdSave"_s);
+    EXPECT_EQ(one(u"SELECT code, country FROM Country WHERE country = 'Atlantis'"_s),
+              u"Atlantis|Atlantis"_s);
+    EXPECT_EQ(one(u"SELECT Ship2Country FROM PO"_s) + one(u"SELECT MailState FROM POVendor"_s),
+              u"AtlantisZy"_s);
     EXPECT_EQ(poLines(), u"1-1|B|6|0 / 1-2|N|5|0"_s);
     EXPECT_EQ(one(u"SELECT VendorID, Company FROM POVendor"_s), u"%1|O'Brien"_s.arg(m_vendors[1]));
 
