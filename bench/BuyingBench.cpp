@@ -2,13 +2,14 @@
 // MIRSA_BENCH_SHOP names a program folder with a delivered shop, of a file or a server; what is
 // bought here is added to it, and deleted at the end.
 
-#include "app/Screens.h"
 #include "core/MirsaMain.h"
+#include "core/Screens.h"
 #include "platform/jet/Location.h"
 #include "platform/screen/Forms.h"
 #include "platform/values/Literals.h"
 #include "purchasing/PoStore.h"
 #include "purchasing/RfqStore.h"
+#include "purchasing/Screens.h"
 #include "purchasing/VendorMatrix.h"
 
 #include <benchmark/benchmark.h>
@@ -148,7 +149,8 @@ int main(int argc, char* argv[]) {
     if (!qEnvironmentVariableIsSet("DISPLAY"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication application(argc, argv);
-    app::registerAllScreens();
+    core::registerScreens();
+    purchasing::registerScreens();
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     core::shared().MainDatabase.reset();
