@@ -4,6 +4,7 @@
 #include "platform/screen/Layout.h"
 #include "platform/values/Clock.h"
 #include "timemgmt/TimeChanged.h"
+#include "timemgmt/Whose.h"
 
 #include <QVBoxLayout>
 
@@ -42,7 +43,7 @@ bool frmSignAddEdit::ShowForm(const QString& mode, qint64 empId, qint64 signId) 
     m_empId = empId;
     if (mode == u"Edit") {
         m_signId = signId;
-        setWindowTitle(u"Edit Sign In"_s);
+        setWindowTitle(titleForAttendance(core::MainDatabase(), u"Edit Sign In"_s, signId));
         setAdding(false);
         const auto row = signInRow(core::MainDatabase(), signId);
         if (!row) {
@@ -61,6 +62,7 @@ bool frmSignAddEdit::ShowForm(const QString& mode, qint64 empId, qint64 signId) 
             fpSignoutTime->setTime(row->out->time());
         }
     } else {
+        setWindowTitle(titleForEmployee(core::MainDatabase(), windowTitle(), empId));
         const QDate yesterday = values::today().addDays(-1);
         fpSigninDate->setDate(yesterday);
         fpSignoutDate->setDate(yesterday);

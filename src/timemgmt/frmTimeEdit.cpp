@@ -4,6 +4,7 @@
 #include "platform/screen/Layout.h"
 #include "platform/values/Numbers.h"
 #include "timemgmt/TimeChanged.h"
+#include "timemgmt/Whose.h"
 
 #include <QVBoxLayout>
 
@@ -28,6 +29,7 @@ bool frmTimeEdit::ShowForm(qint64 timeId) {
         sayNotFound();
         return false;
     }
+    setWindowTitle(titleForWork(core::MainDatabase(), windowTitle(), timeId));
     m_stored = *row;
     txtPartsQty->setText(row->done.toText());
     txtPartsScrap->setText(row->scrap.toText());

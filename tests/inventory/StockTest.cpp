@@ -3,9 +3,6 @@
 #include "platform/values/Literals.h"
 #include "support/ShopFixture.h"
 
-#include <atomic>
-#include <thread>
-
 using namespace inventory;
 using values::Currency;
 
@@ -228,124 +225,6 @@ TEST_P(Stock, TheHistorySaysWhoItWentToAndCameFrom) {
     for (const Movement& row : restocksOf(db, nut))
         who << row.type + u' ' + row.company;
     EXPECT_EQ(who.join(u'|'), u"Manual Brass Co|Manual |PO Brass Co"_s);
-}
-
-/// What a station believes to have done to an item.
-struct Deed {
-    qint64 stock = 0;               ///< change of the quantity
-    qint64 issued = 0, stocked = 0; ///< what its rows add up to
-};
-
-TEST_P(Stock, FourStationsAtOnceEndAsTheReplayOfTheirDeedsDoes) {
-    constexpr int stations = 4;
-    constexpr std::size_t itemCount = 6;
-    constexpr qint64 begin = 30;
-    bool given = false;
-    const int wanted = qEnvironmentVariableIntValue("MIRSA_STOCK_MOVEMENTS", &given);
-    const int steps = (given ? wanted : 2400) / stations;
-    std::vector<qint64> items;
-    for (std::size_t i = 0; i < itemCount; ++i)
-        items.push_back(item(u"Item "_s + n(qint64(i)), begin));
-    std::vector<std::vector<Deed>> deeds(stations, std::vector<Deed>(itemCount));
-    std::atomic<int> failed{0}, working{stations}, negative{0};
-    std::vector<std::unique_ptr<jet::Database>> connections;
-    for (int i = 0; i <= stations; ++i)
-        connections.push_back(anotherStation());
-    const auto work = [&](int station) {
-        jet::Database& db = *connections[std::size_t(station)];
-        quint32 seed = 77 + quint32(station);
-        const auto random = [&](quint32 below) {
-            seed = seed * 1664525 + 1013904223;
-            return (seed >> 8) % below;
-        };
-        for (int step = 0; step < steps; ++step) {
-            const std::size_t which = random(itemCount);
-            const qint64 id = items[which];
-            Deed& deed = deeds[std::size_t(station)][which];
-            const qint64 quantity = 1 + random(9);
-            try {
-                switch (random(9)) {
-                case 0: {
-                    const auto shown = loadItem(db, id);
-                    Item typed = *shown;
-                    typed.quantity = random(40);
-                    if (saveItem(db, typed, *shown) == Saved::Done)
-                        deed.stock += typed.quantity - shown->quantity;
-                    break;
-                }
-                case 1:
-                case 2:
-                case 3:
-                    ASSERT_TRUE(restock(db, restockOf(id, quantity)));
-                    deed.stock += quantity;
-                    deed.stocked += quantity;
-                    break;
-                case 4: {
-                    // Any row of anybody's, which others may take back at the same time. What that
-                    // does depends on the stock of the moment, so it is looked at in place.
-                    const bool out = random(2) == 0;
-                    const QString table = out ? u"ItemIssue"_s : u"ItemReStock"_s;
-                    const QString ofItem = u" WHERE ItemID="_s + n(id);
-                    jet::Transaction transaction(db);
-                    db.execute(u"UPDATE Items SET Quantity = [Quantity] + 0 WHERE ID="_s + n(id));
-                    const auto sets = db.together(
-                        {u"SELECT TOP 1 ID, Quantity FROM "_s + table + ofItem + u" ORDER BY ID"_s,
-                         u"SELECT Quantity FROM Items WHERE ID="_s + n(id)});
-                    if (sets[0].isEmpty())
-                        break;
-                    const qint64 row = sets[0].field(0).toLong();
-                    Reversal reversal{id, {}, {}, true, false};
-                    (out ? reversal.issues : reversal.restocks).push_back(row);
-                    reverse(db, reversal);
-                    const qint64 now =
-                        db.lookup(u"SELECT Quantity FROM Items WHERE ID="_s + n(id)).toLong();
-                    transaction.commit();
-                    deed.stock += now - sets[1].field(0).toLong();
-                    (out ? deed.issued : deed.stocked) -= sets[0].field(1).toLong();
-                    break;
-                }
-                default:
-                    if (issue(db, issueOf(id, quantity)) == Issued::Done) {
-                        deed.stock -= quantity;
-                        deed.issued += quantity;
-                    }
-                }
-            } catch (const jet::Error&) {
-                ++failed;
-            }
-        }
-        --working;
-    };
-    std::vector<std::thread> threads;
-    for (int i = 0; i < stations; ++i)
-        threads.emplace_back(work, i);
-    while (working > 0) {
-        negative += int(connections.back()
-                            ->lookup(u"SELECT COUNT(*) FROM Items WHERE Quantity < 0"_s)
-                            .toLong());
-        std::this_thread::sleep_for(std::chrono::milliseconds(5));
-    }
-    for (std::thread& thread : threads)
-        thread.join();
-    EXPECT_EQ(failed, 0);
-    EXPECT_EQ(negative, 0);
-    for (std::size_t i = 0; i < itemCount; ++i) {
-        Deed sum;
-        for (const auto& station : deeds) {
-            sum.stock += station[i].stock;
-            sum.issued += station[i].issued;
-            sum.stocked += station[i].stocked;
-        }
-        EXPECT_EQ(stock(items[i]), begin + sum.stock);
-        for (const auto& [table, expected] :
-             {std::pair(u"ItemIssue"_s, sum.issued), std::pair(u"ItemReStock"_s, sum.stocked)})
-            EXPECT_EQ(database()
-                          .lookup(u"SELECT SUM(Quantity) FROM "_s + table + u" WHERE ItemID="_s +
-                                  n(items[i]))
-                          .toLong(),
-                      expected)
-                << table.toStdString();
-    }
 }
 
 MIRSA_BOTH_ENGINES(Stock);

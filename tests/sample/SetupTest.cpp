@@ -165,6 +165,7 @@ TEST_P(OlderDatabase, anUpgradeAddsWhatIsMissingAndLosesNothing) {
                                  u"added row Customers.rpt"})
             EXPECT_TRUE(added.contains(QString::fromUtf16(line), Qt::CaseInsensitive))
                 << QString::fromUtf16(line).toStdString();
+        EXPECT_EQ(added.contains(u"added index Items_Description_Pieces"), other->isServer());
         EXPECT_TRUE(setup::upgrade(*other).isEmpty());
     }
     testDatabase().close();

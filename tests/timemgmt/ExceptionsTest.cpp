@@ -2,7 +2,12 @@
 #include "timemgmt/exceptions/ExceptionList.h"
 #include "timemgmt/exceptions/ExceptionWatch.h"
 
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
 #include <random>
+#include <thread>
 
 using timemgmt::ExceptionKind;
 using timemgmt::ExceptionList;
@@ -219,6 +224,51 @@ TEST_P(TimeExceptions, AreReadBesideTheProgramsWork) {
     watch.check(now);
     wait();
     EXPECT_TRUE(watch.lines()->empty());
+}
+
+TEST_P(TimeExceptions, WhatIsKnownServesTheNextRunIfItIsOfThisDatabase) {
+    manual(day, 1, sequential, at(6, 0));
+    const QTemporaryDir folder;
+    const auto run = [&](const QDateTime& when) {
+        timemgmt::ExceptionWatch watch(testDatabase().location(), folder.path());
+        watch.check(when);
+        for (int i = 0; i < 1000 && watch.isReading(); ++i)
+            std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        return watch.lines() ? watch.lines()->size() : 0;
+    };
+    EXPECT_EQ(run(now), 1U);
+    const QStringList files = QDir(folder.path()).entryList(QDir::Files);
+    ASSERT_EQ(files.size(), 1);
+    QFile file(folder.filePath(files[0]));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray kept = file.readAll();
+    const auto recalls = [&](const QByteArray& content, const QDateTime& when) {
+        return ExceptionList().recall(db(), content, when);
+    };
+    EXPECT_TRUE(recalls(kept, now));
+
+    // What others did meanwhile, also to records that were recent when it was read last.
+    const QDateTime later = now.addDays(20);
+    db().execute(u"UPDATE Sign_in SET Sign_out = #3/13/2026 11:00 AM# WHERE Sign_out IS NULL"_s);
+    db().execute(u"UPDATE Timelog SET Status = 'D', SuspDate = #3/13/2026 11:30 AM# WHERE "
+                 "Status = 'A'"_s);
+    db().execute(u"DELETE FROM Timelog WHERE Status = '0'"_s);
+    ExceptionList list;
+    ASSERT_TRUE(list.recall(db(), kept, later));
+    list.refresh(db(), later);
+    EXPECT_EQ(list.count(), 2U);
+    EXPECT_EQ(keys(list), readAnew());
+    EXPECT_EQ(run(later), 2U);
+
+    QByteArray damaged = kept;
+    damaged[damaged.size() / 2] = static_cast<char>(damaged.at(damaged.size() / 2) ^ 1);
+    EXPECT_FALSE(recalls(damaged, now));
+    EXPECT_FALSE(recalls(kept.left(kept.size() - 1), now));
+    EXPECT_FALSE(recalls({}, now));
+    EXPECT_FALSE(recalls(kept, now.addDays(31)));
+    // A database of the same place with other records.
+    db().execute(u"UPDATE Timelog SET EmpID = 4 WHERE ID IN (SELECT MAX(ID) FROM Timelog)"_s);
+    EXPECT_FALSE(recalls(kept, now));
 }
 
 MIRSA_BOTH_ENGINES(TimeExceptions);

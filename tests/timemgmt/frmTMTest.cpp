@@ -257,6 +257,7 @@ TEST_P(TimeScreens, CountPartsAgain) {
     const auto other = anotherStation();
     whenShown(dialog, [&] {
         EXPECT_EQ(testsupport::gallery(form()), QStringList());
+        EXPECT_EQ(form().windowTitle(), u"Edit Parts - Hall, Ann, 3/5/2026"_s);
         type(u"txtPartsQty"_s, u"-5|'\"x0"_s);
         expectBox(u"Parts Completed may not be negative!"_s);
         press(u"cmdOK"_s);
@@ -294,7 +295,7 @@ TEST_P(TimeScreens, CorrectAttendanceAndEndWhatWasLeftOpen) {
     whenShown(dialog, [&] {
         EXPECT_EQ(testsupport::gallery(form()), QStringList());
         EXPECT_EQ(form().windowTitle() + text(u"fpSigninDate"_s) + text(u"fpSignoutDate"_s),
-                  u"New Sign In3/9/20263/9/2026"_s);
+                  u"New Sign In - Hall, Ann3/9/20263/9/2026"_s);
         const auto refused = [this](const char16_t* message, const char16_t* field) {
             expectBox(QString::fromUtf16(message), Answer::Ok, {}, {}, Icon::Exclamation);
             press(u"cmdOK"_s);
@@ -339,7 +340,7 @@ TEST_P(TimeScreens, CorrectAttendanceAndEndWhatWasLeftOpen) {
     const auto other = anotherStation();
     whenShown(dialog, [&] {
         EXPECT_EQ(form().windowTitle() + text(u"fpSigninTime"_s) + text(u"fpSignoutDate"_s),
-                  u"Edit Sign In07:00 AM"_s);
+                  u"Edit Sign In - Hall, Ann, 3/9/202607:00 AM"_s);
         EXPECT_FALSE(isEnabled(u"cmdOKNew"_s));
         type(u"fpSignoutDate"_s, u"3/9/2026"_s);
         type(u"fpSignoutTime"_s, u"2:30p"_s);

@@ -41,6 +41,30 @@ bool hasIndex(const jet::Schema& schema, const QString& name) {
     return false;
 }
 
+/// Makes the indexes by which a server finds pieces of text, those that are missing; their names.
+/// One that hasn't got the extension for them, and doesn't let us add it, does without.
+QStringList addServerIndexes(jet::Database& database) {
+    if (!database.isServer())
+        return {};
+    jet::Native native(database);
+    native.execute("DO $$ BEGIN CREATE EXTENSION IF NOT EXISTS pg_trgm; "
+                   "EXCEPTION WHEN OTHERS THEN NULL; END $$");
+    if (native
+            .value("SELECT 1 FROM pg_opclass WHERE opcname = 'gin_trgm_ops' AND "
+                   "pg_opclass_is_visible(oid)")
+            .isNull())
+        return {};
+    QStringList added;
+    for (const QString& statement : statementsOf(serverTexts())) {
+        const QString name = indexName(statement);
+        if (!native.value("SELECT to_regclass('" + name.toUtf8() + "')::text").isNull())
+            continue;
+        native.execute(statement.toUtf8());
+        added += name;
+    }
+    return added;
+}
+
 /// The column's own words in a CREATE TABLE, as ALTER TABLE takes them.
 QString columnDefinition(const QString& createTable, const QString& column) {
     const auto open = createTable.indexOf(u'(');
@@ -191,6 +215,7 @@ void createTables(jet::Database& database) {
     jet::Transaction transaction(database);
     for (const QString& statement : definitions())
         database.execute(statement);
+    addServerIndexes(database);
     transaction.commit();
 }
 
@@ -231,6 +256,8 @@ QStringList upgrade(jet::Database& database) {
             added += u"added column "_s + wanted.name + u'.' + column;
         }
     }
+    for (const QString& name : addServerIndexes(database))
+        added += u"added index "_s + name;
     for (const QString& name : replacedIndexes()) {
         if (!hasIndex(database.schema(), name))
             continue;

@@ -4,8 +4,9 @@
 
 namespace setup {
 
-/// The subsystems' tables.sql and delivered.sql, each as one UTF-8 text of statements.
+/// The subsystems' tables.sql, delivered.sql and server.sql, each as one UTF-8 text of statements.
 const std::vector<const char8_t*>& tableTexts();
 const std::vector<const char8_t*>& deliveredTexts();
+const std::vector<const char8_t*>& serverTexts();
 
 } // namespace setup

@@ -574,22 +574,24 @@ QByteArray Emitter::like(const Expression& expression, const Scope& scope) {
             return expression.flag ? "NOT (" + test + ')' : test;
         }
     }
+    // Both as plain text, which an index of pieces of text stands on; citext's LIKE uses none.
     QByteArray mask;
     if (pattern.is(Node::Literal)) {
         mask = pattern.literal < 0
-                   ? inlined(pattern.value, pattern.kind, Conversion::ToPattern, "citext")
-                   : parameter(pattern.literal, Conversion::ToPattern, "citext");
+                   ? inlined(pattern.value, pattern.kind, Conversion::ToPattern, "text")
+                   : parameter(pattern.literal, Conversion::ToPattern, "text");
     } else {
         mask = asText(pattern, scope) + (m_postgres ? "::text" : "");
         for (const char* step :
              {"'\\', '\\\\'", "'%', '\\%'", "'_', '\\_'", "'*', '%'", "'?', '_'"})
             mask = "replace(" + mask + ", " + step + ')';
-        mask = citext(mask);
     }
-    if (m_postgres && (!isText(type) || !subject.is(Node::Column)))
-        text = citext(text);
-    return text + (expression.flag ? " NOT LIKE " : " LIKE ") + mask +
-           (m_postgres ? "" : " ESCAPE '\\'");
+    const QByteArray negation = expression.flag ? " NOT" : "";
+    if (!m_postgres)
+        return text + negation + " LIKE " + mask + " ESCAPE '\\'";
+    if (!text.endsWith("::text"))
+        text += "::text";
+    return text + negation + " ILIKE " + mask;
 }
 
 /// A value for a column that it is stored in: what the column's type makes of it.

@@ -2,6 +2,7 @@
 
 #include "platform/values/Literals.h"
 
+#include <QFileInfo>
 #include <QSettings>
 
 #include <memory>
@@ -50,6 +51,10 @@ QVariant remembered(const QString& key, const QVariant& fallback, Whose whose) {
 
 void remember(const QString& key, const QVariant& value, Whose whose) {
     settings().setValue(pathOf(key, whose), value);
+}
+
+QString rememberedFolder() {
+    return QFileInfo(settings().fileName()).absolutePath();
 }
 
 void setPerson(const QString& name) {

@@ -17,6 +17,9 @@ enum class Whose {
 QVariant remembered(const QString& key, const QVariant& fallback = {}, Whose whose = Whose::Person);
 void remember(const QString& key, const QVariant& value, Whose whose = Whose::Person);
 
+/// The folder that it lies in, for what has files of its own there.
+QString rememberedFolder();
+
 /// The signed-in user's name, as the part of the store that is his; letter case doesn't matter.
 void setPerson(const QString& name);
 

@@ -18,6 +18,8 @@ namespace timemgmt {
 namespace {
 
 constexpr int recentDays = 14;
+/// What was remembered for longer is read anew.
+constexpr int rememberedDays = 30;
 /// Numbers read at a time: the locks of a read are short.
 constexpr qint64 atATime = 200'000;
 /// Of the older records in turn, in each refresh.
@@ -159,11 +161,11 @@ bool ExceptionList::readAll(jet::Database& database, const QDateTime& now, const
     }
     if (stop && stop())
         return false;
-    m_lines.clear();
+    m_known = {};
     add(std::move(found));
-    m_lastWork = lastWork;
-    m_lastAttendance = lastAttendance;
-    m_nextWork = m_nextAttendance = 1;
+    m_known.lastWork = lastWork;
+    m_known.lastAttendance = lastAttendance;
+    m_known.readAt = facts.now;
     return m_read = true;
 }
 
@@ -176,8 +178,9 @@ void ExceptionList::refresh(jet::Database& database, const QDateTime& now) {
     append(found, checkList(database, facts, checkAttendance, signIn, listed(Record::Attendance)));
     append(found, checkOperations(database, facts));
 
-    const QString recent =
-        u" >= #"_s + values::sqlDate(facts.now.date().addDays(-recentDays)) + u'#';
+    // Days in which nobody read count too.
+    const QDate lately = std::min(facts.now, m_known.readAt).date().addDays(-recentDays);
+    const QString recent = u" >= #"_s + values::sqlDate(lately) + u'#';
     append(found, checkWork(database, facts, {u"Timelog.StartDate"_s + recent}));
     append(found, checkWork(database, facts, {u"Timelog.Status = 'A'"_s, false}));
     append(found, checkAttendance(database, facts, {u"Sign_in.Sign_in"_s + recent}));
@@ -192,17 +195,17 @@ void ExceptionList::refresh(jet::Database& database, const QDateTime& now) {
         return Scope::numbers(table, range.first, range.second);
     };
     append(found,
-           checkWork(database, facts, numbers(timelog, part(m_nextWork, workInTurn, lastWork))));
-    append(found, checkWork(database, facts, Scope::numbers(timelog, m_lastWork + 1, lastWork)));
+           checkWork(database, facts, numbers(timelog, part(m_known.nextWork, workInTurn, lastWork))));
+    append(found, checkWork(database, facts, Scope::numbers(timelog, m_known.lastWork + 1, lastWork)));
     append(found, checkAttendance(
                       database, facts,
-                      numbers(signIn, part(m_nextAttendance, attendanceInTurn, lastAttendance))));
+                      numbers(signIn, part(m_known.nextAttendance, attendanceInTurn, lastAttendance))));
     append(found, checkAttendance(database, facts,
-                                  Scope::numbers(signIn, m_lastAttendance + 1, lastAttendance)));
+                                  Scope::numbers(signIn, m_known.lastAttendance + 1, lastAttendance)));
 
     // All that was listed has been looked at again; of what was entered by hand it is enough to
     // count, since such a record can only come and go.
-    std::erase_if(m_lines,
+    std::erase_if(m_known.lines,
                   [](const auto& line) { return line.second.kind != ExceptionKind::Manual; });
     add(std::move(found));
     const qint64 manual =
@@ -210,22 +213,38 @@ void ExceptionList::refresh(jet::Database& database, const QDateTime& now) {
     const auto isManual = [](const auto& line) {
         return line.second.kind == ExceptionKind::Manual;
     };
-    if (std::count_if(m_lines.begin(), m_lines.end(), isManual) != manual) {
-        std::erase_if(m_lines, isManual);
+    if (std::count_if(m_known.lines.begin(), m_known.lines.end(), isManual) != manual) {
+        std::erase_if(m_known.lines, isManual);
         add(checkManual(database, facts));
     }
-    m_lastWork = std::max(m_lastWork, lastWork);
-    m_lastAttendance = std::max(m_lastAttendance, lastAttendance);
+    m_known.lastWork = std::max(m_known.lastWork, lastWork);
+    m_known.lastAttendance = std::max(m_known.lastAttendance, lastAttendance);
+    m_known.readAt = facts.now;
+}
+
+QByteArray ExceptionList::remembered(jet::Database& database) {
+    return packed(m_known, recordSample(database, m_known));
+}
+
+bool ExceptionList::recall(jet::Database& database, const QByteArray& content,
+                           const QDateTime& now) {
+    auto found = unpacked(content);
+    if (!found || !found->known.readAt.isValid() ||
+        found->known.readAt.date().daysTo(now.date()) >= rememberedDays ||
+        recordSample(database, found->known) != found->sample)
+        return false;
+    m_known = std::move(found->known);
+    return m_read = true;
 }
 
 void ExceptionList::add(std::vector<TimeException> found) {
     for (TimeException& line : found)
-        m_lines.insert_or_assign(line.key(), std::move(line));
+        m_known.lines.insert_or_assign(line.key(), std::move(line));
 }
 
 std::vector<qint64> ExceptionList::listed(Record record) const {
     std::vector<qint64> numbers;
-    for (const auto& [key, line] : m_lines) {
+    for (const auto& [key, line] : m_known.lines) {
         if (line.record != record || line.kind == ExceptionKind::Manual)
             continue;
         numbers.push_back(line.id);
@@ -239,8 +258,8 @@ std::vector<qint64> ExceptionList::listed(Record record) const {
 
 std::vector<TimeException> ExceptionList::lines() const {
     std::vector<TimeException> lines;
-    lines.reserve(m_lines.size());
-    for (const auto& [key, line] : m_lines)
+    lines.reserve(m_known.lines.size());
+    for (const auto& [key, line] : m_known.lines)
         lines.push_back(line);
     std::stable_sort(lines.begin(), lines.end(), [](const auto& a, const auto& b) {
         if (a.when.isValid() != b.when.isValid())

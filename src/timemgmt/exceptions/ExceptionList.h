@@ -1,9 +1,9 @@
 #pragma once
 
+#include "timemgmt/exceptions/ExceptionMemory.h"
 #include "timemgmt/exceptions/TimeChecks.h"
 
 #include <functional>
-#include <map>
 #include <memory>
 
 namespace timemgmt {
@@ -26,22 +26,25 @@ class ExceptionList {
     /// Reads what may have changed.
     void refresh(jet::Database& database, const QDateTime& now);
 
+    /// What another list of this database can begin with, after refresh() or readAll().
+    QByteArray remembered(jet::Database& database);
+    /// Begins with that instead of reading all; refresh() comes next. False, and nothing taken,
+    /// where it isn't whole, or isn't about this database, or is of a month ago or more.
+    bool recall(jet::Database& database, const QByteArray& content, const QDateTime& now);
+
     /// The latest first; operations, which have no time, before all others.
     std::vector<TimeException> lines() const;
-    std::size_t count() const { return m_lines.size(); }
+    std::size_t count() const { return m_known.lines.size(); }
 
   private:
     using Record = TimeException::Record;
-    using Lines = std::map<TimeException::Key, TimeException>;
 
     void add(std::vector<TimeException> found);
     /// The numbers of the records on the list, but for those that are there as entered by hand.
     std::vector<qint64> listed(Record record) const;
 
-    Lines m_lines;
+    KnownExceptions m_known;
     bool m_read = false;
-    qint64 m_lastWork = 0, m_lastAttendance = 0; ///< highest numbers seen
-    qint64 m_nextWork = 1, m_nextAttendance = 1; ///< where the part in turn begins
 };
 
 } // namespace timemgmt

@@ -17,15 +17,16 @@ class ExceptionWatch {
   public:
     using Lines = std::shared_ptr<const std::vector<TimeException>>;
 
-    /// `location`: a database's file or a server's URI.
-    explicit ExceptionWatch(QString location);
-    /// Breaks off a reading.
+    /// `location`: a database's file or a server's URI. In `folder` lies from one run of the program
+    /// to the next what is known of it; with none, each run reads all.
+    explicit ExceptionWatch(QString location, const QString& folder = {});
+    /// Breaks off a reading, and keeps what is known.
     ~ExceptionWatch();
     ExceptionWatch(const ExceptionWatch&) = delete;
     ExceptionWatch& operator=(const ExceptionWatch&) = delete;
 
-    /// Asks for the list as it is at that moment: all records the first time, what may have changed
-    /// later. Returns at once; while a reading is going on, the next one follows it.
+    /// Asks for the list as it is at that moment: all records where nothing is known of them yet,
+    /// else what may have changed. Returns at once; while a reading is going on, the next one follows it.
     void check(const QDateTime& now);
     bool isReading() const { return m_reading; }
 
@@ -46,8 +47,12 @@ class ExceptionWatch {
   private:
     void run();
     void read(const QDateTime& now);
+    /// What was kept, as the list to begin with; false if there is nothing good.
+    bool recall(const QDateTime& now);
+    void keep();
 
     QString m_location;
+    QString m_file; ///< what is known; empty where it isn't kept
     mutable std::mutex m_mutex;
     std::condition_variable m_asked;
     std::optional<QDateTime> m_wanted;
@@ -57,6 +62,7 @@ class ExceptionWatch {
     std::atomic<int> m_readings = 0;
     std::unique_ptr<jet::Database> m_database; ///< of the thread
     ExceptionList m_list;                      ///< of the thread
+    QDateTime m_kept;                          ///< of the thread: when that was last
     std::thread m_thread;
 };
 
