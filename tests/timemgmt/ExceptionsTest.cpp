@@ -228,6 +228,7 @@ TEST_P(TimeExceptions, AreReadBesideTheProgramsWork) {
 
 TEST_P(TimeExceptions, WhatIsKnownServesTheNextRunIfItIsOfThisDatabase) {
     manual(day, 1, sequential, at(6, 0));
+    work(free, attendance(free, at(12, 13), at(12, 14)), open, 3, at(12, 13), at(12, 14));
     const QTemporaryDir folder;
     const auto run = [&](const QDateTime& when) {
         timemgmt::ExceptionWatch watch(testDatabase().location(), folder.path());
@@ -267,7 +268,7 @@ TEST_P(TimeExceptions, WhatIsKnownServesTheNextRunIfItIsOfThisDatabase) {
     EXPECT_FALSE(recalls({}, now));
     EXPECT_FALSE(recalls(kept, now.addDays(31)));
     // A database of the same place with other records.
-    db().execute(u"UPDATE Timelog SET EmpID = 4 WHERE ID IN (SELECT MAX(ID) FROM Timelog)"_s);
+    db().execute(u"UPDATE Timelog SET EmpID = 2 WHERE ID IN (SELECT MAX(ID) FROM Timelog)"_s);
     EXPECT_FALSE(recalls(kept, now));
 }
 
