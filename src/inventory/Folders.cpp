@@ -61,12 +61,16 @@ std::optional<Folder> folder(jet::Database& database, const View& view, qint64 i
     return Folder{id, row.text(u"Description"), row[u"Parent"].toLong()};
 }
 
-// Some levels at a time, so that a deep folder doesn't cost a wait for each.
-std::vector<Folder> pathTo(jet::Database& database, const View& view, qint64 id) {
-    constexpr int levels = 6;
+namespace {
+
+constexpr int levelsAtOnce = 6;
+
+/// A folder, which may be a number or a select of one, and some levels above it, so that a deep one
+/// doesn't cost a wait for each.
+QString pathSelect(const View& view, const QString& id) {
     QString columns;
     QString from = view.table + u" AS t0"_s;
-    for (int level = 0; level < levels; ++level) {
+    for (int level = 0; level < levelsAtOnce; ++level) {
         const QString table = u"t"_s + num(level);
         columns += u"%1%2.ID AS ID%3, %2.Description AS Description%3, %2.Parent AS Parent%3"_s.arg(
             level == 0 ? QString() : u", "_s, table, num(level));
@@ -74,15 +78,17 @@ std::vector<Folder> pathTo(jet::Database& database, const View& view, qint64 id)
             from = u"(%1) LEFT JOIN %2 AS %3 ON t%4.Parent = %3.ID"_s.arg(from, view.table, table,
                                                                           num(level - 1));
     }
+    return u"SELECT "_s + columns + u" FROM "_s + from + u" WHERE t0.ID = "_s + id;
+}
+
+std::vector<Folder> readPath(jet::Database& database, const View& view, QString select) {
     std::vector<Folder> path;
     QSet<qint64> seen{0};
-    while (!seen.contains(id)) {
-        const jet::Recordset row = database.openRecordset(u"SELECT "_s + columns + u" FROM "_s +
-                                                              from + u" WHERE t0.ID = "_s + num(id),
-                                                          jet::RecordsetType::Snapshot);
+    for (bool goesOn = true; goesOn;) {
+        const jet::Recordset row = database.openRecordset(select, jet::RecordsetType::Snapshot);
         if (row.isEmpty())
             break;
-        for (int level = 0; level < levels; ++level) {
+        for (int level = 0; level < levelsAtOnce; ++level) {
             const QString n = num(level);
             const jet::Value at = row[u"ID"_s + n];
             if (at.isNull() || seen.contains(at.toLong()))
@@ -91,10 +97,28 @@ std::vector<Folder> pathTo(jet::Database& database, const View& view, qint64 id)
                 {at.toLong(), row.text(u"Description"_s + n), row[u"Parent"_s + n].toLong()});
             seen.insert(path.back().id);
         }
-        id = path.back().parent;
+        goesOn = !seen.contains(path.back().parent);
+        select = pathSelect(view, num(path.back().parent));
     }
     std::reverse(path.begin(), path.end());
     return path;
+}
+
+} // namespace
+
+std::vector<Folder> pathTo(jet::Database& database, const View& view, qint64 id) {
+    if (id == 0)
+        return {};
+    return readPath(database, view, pathSelect(view, num(id)));
+}
+
+QString pathOfItemSelect(const View& view, qint64 itemId) {
+    return pathSelect(view, u"(SELECT "_s + view.word + u" FROM Items WHERE ID = "_s + num(itemId) +
+                                u')');
+}
+
+std::vector<Folder> pathOfItem(jet::Database& database, const View& view, qint64 itemId) {
+    return readPath(database, view, pathOfItemSelect(view, itemId));
 }
 
 QString pathText(const std::vector<Folder>& path) {

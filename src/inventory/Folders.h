@@ -37,6 +37,10 @@ std::optional<Folder> folder(jet::Database& database, const View& view, qint64 i
 /// From the top down to the folder itself; empty for the root and for one that has gone. A ring of
 /// parents ends where it closes.
 std::vector<Folder> pathTo(jet::Database& database, const View& view, qint64 id);
+/// The same to the folder that an item stands in; empty for one that has gone.
+std::vector<Folder> pathOfItem(jet::Database& database, const View& view, qint64 itemId);
+/// The select that pathOfItem() opens, to be expected by who opens others beside it.
+QString pathOfItemSelect(const View& view, qint64 itemId);
 /// The descriptions of a path, parted by backslashes.
 QString pathText(const std::vector<Folder>& path);
 

@@ -46,10 +46,24 @@ ItemFields::ItemFields(screen::Form& form, screen::Fields fields) {
     QObject::connect(chkFlag, &QCheckBox::toggled, txtFlagQuantity, &QWidget::setEnabled);
 }
 
+namespace {
+
+std::vector<jet::WantedSet> lists() {
+    return {u"SELECT Company FROM Manufacturer ORDER BY Company"_s,
+            u"SELECT * FROM UnitOfMeasure ORDER BY Code"_s};
+}
+
+} // namespace
+
+std::vector<jet::WantedSet> ItemFields::selects(qint64 itemId) {
+    auto wanted = lists();
+    for (const View* view : {&typeView(), &locationView()})
+        wanted.emplace_back(pathOfItemSelect(*view, itemId));
+    return wanted;
+}
+
 void ItemFields::fillLists() {
-    jet::Database& database = core::MainDatabase();
-    auto sets = database.together({u"SELECT Company FROM Manufacturer ORDER BY Company"_s,
-                                   u"SELECT * FROM UnitOfMeasure ORDER BY Code"_s});
+    auto sets = core::MainDatabase().together(lists());
     cboMan->setRows(sets[0], u"Company"_s, u"Company"_s);
     dbcUnits->setRows(sets[1], u"Code"_s, u"Code"_s);
 }
@@ -64,16 +78,23 @@ void ItemFields::show(const Item& item) {
     fpCost->setValue(jet::Value(item.price));
     chkFlag->setChecked(item.flagQuantity != 0);
     txtFlagQuantity->setText(QString::number(item.flagQuantity));
-    if (item.type != 0)
-        showFolder(typeView(), item.type);
-    if (item.location != 0)
-        showFolder(locationView(), item.location);
+    for (const auto& [view, folder] :
+         {std::pair(&typeView(), item.type), std::pair(&locationView(), item.location)}) {
+        if (item.id != 0)
+            showPath(*view, folder, pathOfItem(core::MainDatabase(), *view, item.id));
+        else if (folder != 0)
+            showFolder(*view, folder);
+    }
 }
 
 void ItemFields::showFolder(const View& view, qint64 folder) {
+    showPath(view, folder, pathTo(core::MainDatabase(), view, folder));
+}
+
+void ItemFields::showPath(const View& view, qint64 folder, const std::vector<Folder>& path) {
     const bool type = &view == &typeView();
     (type ? m_shown.type : m_shown.location) = folder;
-    (type ? txtType : txtLocation)->setText(pathText(pathTo(core::MainDatabase(), view, folder)));
+    (type ? txtType : txtLocation)->setText(pathText(path));
 }
 
 void ItemFields::pickFolder(const View& view) {

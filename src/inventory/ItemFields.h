@@ -15,8 +15,10 @@ class ItemFields {
   public:
     ItemFields(screen::Form& form, screen::Fields fields);
 
-    /// Reads the lists to choose from; they come with what is read next.
     void fillLists();
+    /// What fillLists() opens, and show() of an item that is stored; to be expected by who opens
+    /// others beside it.
+    static std::vector<jet::WantedSet> selects(qint64 itemId);
     void show(const Item& item);
     void showFolder(const View& view, qint64 folder);
     /// What stands on the screen, over what was shown.
@@ -34,6 +36,7 @@ class ItemFields {
 
   private:
     void pickFolder(const View& view);
+    void showPath(const View& view, qint64 folder, const std::vector<Folder>& path);
 
     controls::TextField* txtPartNumber;
     controls::DataCombo* cboMan;

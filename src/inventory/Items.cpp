@@ -74,8 +74,12 @@ std::vector<ItemRow> itemsIn(jet::Database& database, const View& view, qint64 f
     return readItems(database, itemsSelect(view, folder));
 }
 
+std::vector<jet::WantedSet> contentsSelects(const View& view, qint64 folder) {
+    return {foldersSelect(view, folder), itemsSelect(view, folder)};
+}
+
 FolderContents contentsOf(jet::Database& database, const View& view, qint64 folder) {
-    const auto sets = database.together({foldersSelect(view, folder), itemsSelect(view, folder)});
+    const auto sets = database.together(contentsSelects(view, folder));
     return {foldersOf(sets[0], folder), rowsOf(sets[1])};
 }
 
@@ -119,12 +123,6 @@ std::vector<ItemRow> flaggedItems(jet::Database& database) {
 std::optional<ItemRow> itemRow(jet::Database& database, qint64 id) {
     auto rows = readRows(database, u"WHERE Items.ID = "_s + num(id));
     return rows.empty() ? std::nullopt : std::optional(std::move(rows.front()));
-}
-
-qint64 folderOf(jet::Database& database, const View& view, qint64 id) {
-    return database
-        .lookup(u"SELECT "_s + view.word + u" AS Node FROM Items WHERE ID = "_s + num(id))
-        .toLong();
 }
 
 std::optional<Item> loadItem(jet::Database& database, qint64 id) {

@@ -45,6 +45,8 @@ struct FolderContents {
     std::vector<ItemRow> items;
 };
 FolderContents contentsOf(jet::Database& database, const View& view, qint64 folder);
+/// What contentsOf() opens, to be expected by who opens others beside it.
+std::vector<jet::WantedSet> contentsSelects(const View& view, qint64 folder);
 /// The items that a text is found in: wrapped in "*" on either side unless it has one there. Empty
 /// texts are no criteria.
 std::vector<ItemRow> findItems(jet::Database& database, const QString& description,
@@ -58,8 +60,6 @@ std::vector<ItemRow> itemsOfPart(jet::Database& database, const QString& partNum
 /// Items below their minimum.
 std::vector<ItemRow> flaggedItems(jet::Database& database);
 std::optional<ItemRow> itemRow(jet::Database& database, qint64 id);
-/// The folder of an item in a view; 0 for an item that has gone.
-qint64 folderOf(jet::Database& database, const View& view, qint64 id);
 
 /// The item to be edited. A minimum that was never set counts as none, in the whole table.
 std::optional<Item> loadItem(jet::Database& database, qint64 id);

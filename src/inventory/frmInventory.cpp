@@ -151,15 +151,44 @@ QSize frmInventory::sizeHint() const {
 }
 
 void frmInventory::Form_Load() {
+    showView(0);
+}
+
+void frmInventory::showView(qint64 item) {
+    // The root's folders, once for the tree and once for the list.
+    std::vector<jet::WantedSet> wanted{foldersSelect(*m_view, 0)};
+    if (item != 0)
+        wanted.emplace_back(pathOfItemSelect(*m_view, item));
+    else
+        for (const jet::WantedSet& one : contentsSelects(*m_view, 0))
+            wanted.push_back(one);
+    core::MainDatabase().expect(wanted);
     showFolders(*tvMain, *m_view);
-    expandToNode(0);
+    if (item != 0)
+        goToItem(item);
+    else
+        expandToNode(0);
 }
 
 // The tree and the list
 
 void frmInventory::expandToNode(qint64 folder) {
+    openPath(pathTo(core::MainDatabase(), *m_view, folder));
+}
+
+void frmInventory::openPath(const std::vector<Folder>& path) {
     const screen::BusyPointer busy;
-    const auto path = pathTo(core::MainDatabase(), *m_view, folder);
+    const qint64 folder = path.empty() ? 0 : path.back().id;
+    // The branches on the way that were never opened, and what stands in the folder, in one wait.
+    auto wanted = contentsSelects(*m_view, folder);
+    const std::size_t contents = wanted.size();
+    for (const Folder& step : path) {
+        if (step.id != folder &&
+            !(tvMain->hasNode(nodeKey(step.id)) && tvMain->isAsked(nodeKey(step.id))))
+            wanted.emplace_back(foldersSelect(*m_view, step.id));
+    }
+    if (wanted.size() > contents)
+        core::MainDatabase().expect(wanted);
     for (const Folder& step : path) {
         // One that another station added since the branch was read.
         if (!tvMain->hasNode(nodeKey(step.id)))
@@ -167,7 +196,7 @@ void frmInventory::expandToNode(qint64 folder) {
         if (step.id != folder)
             tvMain->open(nodeKey(step.id));
     }
-    const QString key = nodeKey(path.empty() ? 0 : folder);
+    const QString key = nodeKey(folder);
     tvMain->selectNode(tvMain->hasNode(key) ? key : rootKey);
     ListSelected(tvMain->selectedKey());
 }
@@ -222,7 +251,7 @@ void frmInventory::showAgain() {
 }
 
 void frmInventory::goToItem(qint64 itemId) {
-    expandToNode(folderOf(core::MainDatabase(), *m_view, itemId));
+    openPath(pathOfItem(core::MainDatabase(), *m_view, itemId));
     lvMain->selectKey(itemKey(itemId));
     m_lastUsed = lvMain;
 }
@@ -237,11 +266,7 @@ void frmInventory::folderAdded(const Folder& folder) {
 void frmInventory::changeView() {
     const qint64 item = selectedItem();
     m_view = m_view == &typeView() ? &locationView() : &typeView();
-    showFolders(*tvMain, *m_view);
-    if (item != 0)
-        goToItem(item);
-    else
-        expandToNode(0);
+    showView(item);
 }
 
 // What is selected

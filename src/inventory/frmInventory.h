@@ -32,6 +32,9 @@ class frmInventory : public screen::Form, public Explorer {
     void ListSelected(const QString& node);
     /// Opens the path to a folder and selects it; the root if it has gone.
     void expandToNode(qint64 folder);
+    void openPath(const std::vector<Folder>& path);
+    /// The view's tree from its root on, and the folder of an item in it; the root for none.
+    void showView(qint64 item);
     void showCount();
     void openRow();
     qint64 folderShown() const;

@@ -40,6 +40,7 @@ void frmItemNewEdit::add(const View& view, qint64 folder) {
 }
 
 bool frmItemNewEdit::edit(qint64 itemId) {
+    core::MainDatabase().expect(ItemFields::selects(itemId));
     const auto stored = loadItem(core::MainDatabase(), itemId);
     if (!stored) {
         tell(u"This item has been deleted by another user."_s);

@@ -67,16 +67,25 @@ Recordset Database::openRecordset(const QString& select, RecordsetType type) {
 }
 
 std::vector<Recordset> Database::together(const std::vector<WantedSet>& wanted) {
-    std::vector<Recordset> sets;
+    std::vector<Recordset> sets(wanted.size());
+    std::vector<std::size_t> places; // of those that weren't expected
     std::vector<Read> reads;
-    for (const WantedSet& set : wanted) {
-        sets.push_back(Recordset(
-            std::make_shared<RecordsetData>(*m_connection, selectOf(set.select), set.type)));
-        reads.push_back(sets.back().m_data->request());
+    for (std::size_t i = 0; i < wanted.size(); ++i) {
+        if (m_connection->expected().has(wanted[i]))
+            continue;
+        sets[i] = Recordset(std::make_shared<RecordsetData>(
+            *m_connection, selectOf(wanted[i].select), wanted[i].type));
+        reads.push_back(sets[i].m_data->request());
+        places.push_back(i);
     }
-    m_connection->runTogether(reads);
-    for (std::size_t i = 0; i < sets.size(); ++i)
-        sets[i].m_data->received(reads[i].outcome);
+    if (!reads.empty())
+        m_connection->runTogether(reads);
+    for (std::size_t i = 0; i < places.size(); ++i)
+        sets[places[i]].m_data->received(reads[i].outcome);
+    for (std::size_t i = 0; i < wanted.size(); ++i) {
+        if (!sets[i].isOpen())
+            sets[i] = openRecordset(wanted[i].select, wanted[i].type);
+    }
     return sets;
 }
 

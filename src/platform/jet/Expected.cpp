@@ -53,6 +53,12 @@ std::shared_ptr<RecordsetData> Expected::take(Connection& connection, const QStr
     return set;
 }
 
+bool Expected::has(const WantedSet& wanted) const {
+    return std::any_of(m_entries.begin(), m_entries.end(), [&](const Entry& entry) {
+        return entry.type == wanted.type && entry.select == wanted.select;
+    });
+}
+
 void Expected::addTo(std::vector<Read>& reads) {
     m_isWaiting = false;
     std::vector<Entry> entries;

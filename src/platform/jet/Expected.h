@@ -20,6 +20,8 @@ class Expected {
     std::shared_ptr<RecordsetData> take(Connection& connection, const QString& select,
                                         RecordsetType type);
 
+    bool has(const WantedSet& wanted) const;
+
     /// Whether they are to travel with the next select.
     bool isWaiting() const { return m_isWaiting; }
     /// Puts them behind a select; take their outcomes with received(), or give them up. What can't
