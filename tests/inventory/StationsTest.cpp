@@ -43,8 +43,7 @@ class StockStations : public testsupport::ShopDatabaseFixture {
     void makeLog() {
         jet::Native native(db());
         const bool server = db().isServer();
-        native.execute("CREATE TABLE StockLog (N " +
-                       QByteArray(server ? "bigserial" : "INTEGER") +
+        native.execute("CREATE TABLE StockLog (N " + QByteArray(server ? "bigserial" : "INTEGER") +
                        " PRIMARY KEY, What TEXT, Item INTEGER, Deed INTEGER, Quantity INTEGER)");
         const auto note = [&](const char* what, const char* event, const char* table,
                               const char* row, const char* item, const char* deed,
@@ -124,8 +123,9 @@ class StockStations : public testsupport::ShopDatabaseFixture {
             after[item][row[0].toInteger()] = held;
         }
         for (auto i = stock.cbegin(); i != stock.cend(); ++i)
-            EXPECT_EQ(db().lookup(u"SELECT Quantity FROM Items WHERE ID = %1"_s.arg(i.key())).toLong(),
-                      i.value());
+            EXPECT_EQ(
+                db().lookup(u"SELECT Quantity FROM Items WHERE ID = %1"_s.arg(i.key())).toLong(),
+                i.value());
         std::map<qint64, std::pair<QString, qint64>> rows;
         for (const jet::Native::Row& row : jet::Native(db()).rows(
                  "SELECT Employee, 'out', Quantity FROM ItemIssue UNION ALL SELECT Employee, 'in', "
@@ -154,7 +154,7 @@ class StockStations : public testsupport::ShopDatabaseFixture {
         return db().lookup(u"SELECT COUNT(*) FROM Items WHERE Quantity < 0"_s).toLong();
     }
 
-    QHash<qint64, qint64> m_stock;         ///< what the items began with
+    QHash<qint64, qint64> m_stock; ///< what the items began with
     QList<QList<QByteArray>> m_said;
 };
 

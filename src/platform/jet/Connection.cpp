@@ -178,6 +178,16 @@ Outcome Connection::run(PreparedPtr& slot, const QByteArray& sql, Access access,
     }
 }
 
+void Connection::sweep(const QByteArray& columns, const QByteArray& from,
+                       const Engine::Look& look) {
+    try {
+        m_engine->sweep(columns, from, look);
+    } catch (const Error& error) {
+        noteFailure(error);
+        throw;
+    }
+}
+
 void Connection::each(const QByteArray& sql, const Engine::Look& look) {
     try {
         PreparedPtr statement;

@@ -62,6 +62,7 @@ class Connection {
     Outcome run(const Read& read);
     /// Shows the rows of a select in the engine's own SQL: see Engine::each.
     void each(const QByteArray& sql, const Engine::Look& look);
+    void sweep(const QByteArray& columns, const QByteArray& from, const Engine::Look& look);
     void runTogether(std::vector<Read>& reads);
     /// What will be asked for next goes along with the next select.
     Expected& expected() { return m_expected; }

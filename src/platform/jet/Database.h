@@ -64,10 +64,10 @@ class Database {
     /// rows is asked for, and its error with it. Within a transaction as openRecordset.
     Recordset openLater(const QString& select, RecordsetType type = RecordsetType::Snapshot);
     /// Says which selects will be asked for next: on a server they travel with the next select, and
-    /// openRecordset(), together(), lookup() or hasRows() with the same words find their rows at hand. Each
-    /// serves once. A write, the begin or end of a transaction, another expect() or the passing of
-    /// a second lets go of what is left. Where they aren't asked for after all, nothing is lost but
-    /// the reading.
+    /// openRecordset(), together(), lookup() or hasRows() with the same words find their rows at
+    /// hand. Each serves once. A write, the begin or end of a transaction, another expect() or the
+    /// passing of a second lets go of what is left. Where they aren't asked for after all, nothing
+    /// is lost but the reading.
     void expect(const std::vector<WantedSet>& wanted);
     /// Runs a statement that is no select; returns the number of rows it touched.
     Touched execute(const QString& statement);

@@ -28,6 +28,11 @@ void Native::each(const QByteArray& sql,
     m_connection.each(sql, look);
 }
 
+void Native::sweep(const QByteArray& columns, const QByteArray& from,
+                   const std::function<void(const std::vector<Cell>&)>& look) {
+    m_connection.sweep(columns, from, look);
+}
+
 std::vector<Native::Row> Native::rows(const QByteArray& sql) {
     std::vector<Row> result;
     each(sql, [&](const std::vector<Cell>& cells) {

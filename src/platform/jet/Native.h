@@ -30,6 +30,10 @@ class Native {
     /// Shows each row's cells as the engine gave them, for a look over very many rows. Texts are
     /// good for the time of the call only.
     void each(const QByteArray& sql, const std::function<void(const std::vector<Cell>&)>& look);
+    /// The same, quicker, for a select of plain columns: its list, and what follows that. It may
+    /// not throw.
+    void sweep(const QByteArray& columns, const QByteArray& from,
+               const std::function<void(const std::vector<Cell>&)>& look);
     /// The first value of the first row; Null where there is none.
     Value value(const QByteArray& sql);
     /// A name, and the n-th parameter (from 1), as this engine writes them.

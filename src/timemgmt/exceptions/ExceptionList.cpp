@@ -194,14 +194,16 @@ void ExceptionList::refresh(jet::Database& database, const QDateTime& now) {
     const auto numbers = [](const QString& table, std::pair<qint64, qint64> range) {
         return Scope::numbers(table, range.first, range.second);
     };
+    append(found, checkWork(database, facts,
+                            numbers(timelog, part(m_known.nextWork, workInTurn, lastWork))));
     append(found,
-           checkWork(database, facts, numbers(timelog, part(m_known.nextWork, workInTurn, lastWork))));
-    append(found, checkWork(database, facts, Scope::numbers(timelog, m_known.lastWork + 1, lastWork)));
-    append(found, checkAttendance(
-                      database, facts,
-                      numbers(signIn, part(m_known.nextAttendance, attendanceInTurn, lastAttendance))));
+           checkWork(database, facts, Scope::numbers(timelog, m_known.lastWork + 1, lastWork)));
     append(found, checkAttendance(database, facts,
-                                  Scope::numbers(signIn, m_known.lastAttendance + 1, lastAttendance)));
+                                  numbers(signIn, part(m_known.nextAttendance, attendanceInTurn,
+                                                       lastAttendance))));
+    append(found,
+           checkAttendance(database, facts,
+                           Scope::numbers(signIn, m_known.lastAttendance + 1, lastAttendance)));
 
     // All that was listed has been looked at again; of what was entered by hand it is enough to
     // count, since such a record can only come and go.

@@ -21,7 +21,7 @@ QString sampleSelect(const QString& table, const QString& columns, qint64 last) 
     for (qint64 i = 1; i <= sampleRows; ++i)
         numbers << QString::number(last * i / sampleRows);
     return u"SELECT ID, %1 FROM %2 WHERE ID IN (%3) ORDER BY ID"_s.arg(columns, table,
-                                                                      numbers.join(u", "));
+                                                                       numbers.join(u", "));
 }
 
 template <class Enum>

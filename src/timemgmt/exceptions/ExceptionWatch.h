@@ -17,8 +17,8 @@ class ExceptionWatch {
   public:
     using Lines = std::shared_ptr<const std::vector<TimeException>>;
 
-    /// `location`: a database's file or a server's URI. In `folder` lies from one run of the program
-    /// to the next what is known of it; with none, each run reads all.
+    /// `location`: a database's file or a server's URI. In `folder` lies from one run of the
+    /// program to the next what is known of it; with none, each run reads all.
     explicit ExceptionWatch(QString location, const QString& folder = {});
     /// Breaks off a reading, and keeps what is known.
     ~ExceptionWatch();
@@ -26,7 +26,8 @@ class ExceptionWatch {
     ExceptionWatch& operator=(const ExceptionWatch&) = delete;
 
     /// Asks for the list as it is at that moment: all records where nothing is known of them yet,
-    /// else what may have changed. Returns at once; while a reading is going on, the next one follows it.
+    /// else what may have changed. Returns at once; while a reading is going on, the next one
+    /// follows it.
     void check(const QDateTime& now);
     bool isReading() const { return m_reading; }
 

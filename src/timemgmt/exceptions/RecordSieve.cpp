@@ -71,14 +71,13 @@ std::optional<RecordSieve> RecordSieve::make(jet::Database& database) {
     // A shipped job passes work until the end of that day, any other always; likewise an employee.
     if (!sieve.readAttendance(database) ||
         !sieve.readLatest(database,
-                          "SELECT JobNo, CASE WHEN Shipped AND ShipDate IS NOT NULL THEN "
-                          "substr(ShipDate, 1, 10) || ' 99:99:99' ELSE '9' END FROM Job",
-                          sieve.m_jobs) ||
+                          "JobNo, CASE WHEN Shipped AND ShipDate IS NOT NULL THEN "
+                          "substr(ShipDate, 1, 10) || ' 99:99:99' ELSE '9' END",
+                          "FROM Job", sieve.m_jobs) ||
         !sieve.readLatest(database,
-                          "SELECT EmpID, CASE WHEN EmpStatus = 'Terminated' AND \"Terminate\" IS "
-                          "NOT NULL THEN substr(\"Terminate\", 1, 10) || ' 99:99:99' ELSE '9' END "
-                          "FROM Employee",
-                          sieve.m_employees))
+                          "EmpID, CASE WHEN EmpStatus = 'Terminated' AND \"Terminate\" IS "
+                          "NOT NULL THEN substr(\"Terminate\", 1, 10) || ' 99:99:99' ELSE '9' END",
+                          "FROM Employee", sieve.m_employees))
         return {};
     return sieve;
 }
@@ -89,8 +88,8 @@ bool RecordSieve::readAttendance(jet::Database& database) {
     if (last > mostNumbers)
         return false;
     m_attendance.resize(static_cast<std::size_t>(last) + 1);
-    native.each(
-        "SELECT ID, EmpID, Sign_in, Sign_out FROM Sign_in", [&](const std::vector<Cell>& cells) {
+    native.sweep(
+        "ID, EmpID, Sign_in, Sign_out", "FROM Sign_in", [&](const std::vector<Cell>& cells) {
             const qint64 number = numberOf(cells[0]);
             if (number > 0 && number <= last)
                 m_attendance[static_cast<std::size_t>(number)] = {
@@ -99,10 +98,10 @@ bool RecordSieve::readAttendance(jet::Database& database) {
     return true;
 }
 
-bool RecordSieve::readLatest(jet::Database& database, const char* sql,
+bool RecordSieve::readLatest(jet::Database& database, const char* columns, const char* from,
                              std::vector<Moment>& latest) {
     bool fits = true;
-    jet::Native(database).each(sql, [&](const std::vector<Cell>& cells) {
+    jet::Native(database).sweep(columns, from, [&](const std::vector<Cell>& cells) {
         const qint64 number = numberOf(cells[0]);
         if (number < 0 || number > mostNumbers) {
             fits = false;
@@ -141,15 +140,14 @@ bool RecordSieve::isInQuestion(const Row& row) const {
 
 void RecordSieve::lookAtWork(jet::Database& database, qint64 from, qint64 to,
                              std::vector<qint64>& numbers) const {
-    jet::Native(database).each(
-        "SELECT ID, EmpID, JobNo, SignID, Status, StartDate, SuspDate, FinishDate FROM Timelog "
-        "WHERE ID BETWEEN " +
-            QByteArray::number(from) + " AND " + QByteArray::number(to),
-        [&](const std::vector<Cell>& cells) {
-            if (isInQuestion(
-                    {cells[1], cells[2], cells[3], cells[4], cells[5], cells[6], cells[7]}))
-                numbers.push_back(numberOf(cells[0]));
-        });
+    jet::Native(database).sweep("ID, EmpID, JobNo, SignID, Status, StartDate, SuspDate, FinishDate",
+                                "FROM Timelog WHERE ID BETWEEN " + QByteArray::number(from) +
+                                    " AND " + QByteArray::number(to),
+                                [&](const std::vector<Cell>& cells) {
+                                    if (isInQuestion({cells[1], cells[2], cells[3], cells[4],
+                                                      cells[5], cells[6], cells[7]}))
+                                        numbers.push_back(numberOf(cells[0]));
+                                });
 }
 
 std::vector<qint64> RecordSieve::attendance() const {

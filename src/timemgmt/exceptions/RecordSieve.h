@@ -38,7 +38,8 @@ class RecordSieve {
     }
     bool isInQuestion(const Row& row) const;
     bool readAttendance(jet::Database& database);
-    bool readLatest(jet::Database& database, const char* sql, std::vector<Moment>& latest);
+    bool readLatest(jet::Database& database, const char* columns, const char* from,
+                    std::vector<Moment>& latest);
 
     std::vector<Attendance> m_attendance; ///< by number
     std::vector<Moment> m_jobs;           ///< by number: the end of the day on which it was shipped

@@ -12,6 +12,10 @@ void Engine::each(const PreparedPtr& statement, const Look& look) {
     }
 }
 
+void Engine::sweep(const QByteArray& columns, const QByteArray& from, const Look& look) {
+    each(prepare("SELECT " + columns + ' ' + from, Access::Reads), look);
+}
+
 void Engine::runTogether(std::vector<Read>& reads) {
     for (Read& read : reads)
         read.outcome = run(read.statement, read.arguments, read.rows, read.limit);

@@ -77,6 +77,8 @@ class Engine {
     /// must not use the engine.
     using Look = std::function<void(const std::vector<Cell>& cells)>;
     virtual void each(const PreparedPtr& statement, const Look& look);
+    /// The same for a select of plain columns over very many rows, its list and what follows that.
+    virtual void sweep(const QByteArray& columns, const QByteArray& from, const Look& look);
     /// Runs selects that don't hang on each other; on a server in one round trip.
     virtual void runTogether(std::vector<Read>& reads);
     /// Runs a statement without parameters once, such as a definition.

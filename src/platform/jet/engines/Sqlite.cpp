@@ -58,9 +58,8 @@ QString textAt(sqlite3_stmt* statement, int column) {
     return QString::fromUtf8(text, sqlite3_column_bytes(statement, column));
 }
 
-/// A field of the row that the statement stands on, as it lies there.
-Cell cellAt(sqlite3_stmt* statement, int column) {
-    sqlite3_value* value = sqlite3_column_value(statement, column);
+/// A value as it lies where the engine has it.
+Cell cellOf(sqlite3_value* value) {
     Cell cell;
     switch (sqlite3_value_type(value)) {
     case SQLITE_NULL:
@@ -79,6 +78,37 @@ Cell cellAt(sqlite3_stmt* statement, int column) {
         cell.size = sqlite3_value_bytes(value);
     }
     return cell;
+}
+
+/// A field of the row that the statement stands on.
+Cell cellAt(sqlite3_stmt* statement, int column) {
+    return cellOf(sqlite3_column_value(statement, column));
+}
+
+/// An aggregate function that adds nothing up, but shows its arguments, row by row: so no row has
+/// to be handed out.
+constexpr char lookFunction[] = "mirsa_look";
+
+/// What sweep() looks with.
+struct Sweep {
+    const Engine::Look& look;
+    std::vector<Cell> cells = {};
+};
+
+void showRow(sqlite3_context* context, int count, sqlite3_value** values) {
+    auto& sweep = *static_cast<Sweep*>(sqlite3_user_data(context));
+    try {
+        sweep.cells.resize(static_cast<std::size_t>(count));
+        for (int i = 0; i < count; ++i)
+            sweep.cells[static_cast<std::size_t>(i)] = cellOf(values[i]);
+        sweep.look(sweep.cells);
+    } catch (...) { // through the engine's own frames nothing may be thrown
+        sqlite3_result_error_nomem(context);
+    }
+}
+
+void endRows(sqlite3_context* context) {
+    sqlite3_result_null(context);
 }
 
 void takeRow(sqlite3_stmt* statement, int columns, Rows& rows) {
@@ -242,6 +272,24 @@ void Sqlite::each(const PreparedPtr& prepared, const Look& look) {
     }
     if (code != SQLITE_DONE)
         fail(code);
+}
+
+void Sqlite::sweep(const QByteArray& columns, const QByteArray& from, const Look& look) {
+    Sweep sweep{look};
+    const int made = sqlite3_create_function_v2(m_db, lookFunction, -1, SQLITE_UTF8, &sweep,
+                                                nullptr, showRow, endRows, nullptr);
+    if (made != SQLITE_OK)
+        fail(made);
+    struct Removal {
+        sqlite3* db;
+        ~Removal() {
+            sqlite3_create_function_v2(db, lookFunction, -1, SQLITE_UTF8, nullptr, nullptr, nullptr,
+                                       nullptr, nullptr);
+        }
+    } const removal{m_db};
+    const auto statement =
+        prepare("SELECT " + QByteArray(lookFunction) + '(' + columns + ") " + from, Access::Reads);
+    run(statement, Arguments(), nullptr, -1);
 }
 
 void Sqlite::execute(const QByteArray& sql) {

@@ -18,6 +18,7 @@ class Sqlite : public Engine {
     PreparedPtr prepare(const QByteArray& sql, Access access) override;
     PreparedPtr prepareFirst(const QByteArray& sql, int limit) override;
     void each(const PreparedPtr& statement, const Look& look) override;
+    void sweep(const QByteArray& columns, const QByteArray& from, const Look& look) override;
     Outcome run(const PreparedPtr& statement, const Arguments& arguments, Rows* rows,
                 int limit) override;
     void execute(const QByteArray& sql) override;
