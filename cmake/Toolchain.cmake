@@ -1,4 +1,4 @@
-# Compiler settings shared by every target; ccache and mold are used where present.
+# Compiler settings shared by every target; ccache and lld are used where present.
 add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual)
 if(MIRSA_WERROR)
   add_compile_options(-Werror)
@@ -10,11 +10,10 @@ if(MIRSA_SANITIZE)
   add_link_options(-fsanitize=address,undefined)
 endif()
 
-find_program(MOLD mold)
-if(MOLD)
-  # Where a program's code ends close to a page's end, mold 1.10 begins the part that is read-only
-  # after relocation on a page that isn't there, and the program doesn't start.
-  add_link_options(-fuse-ld=mold -Wl,-z,norelro)
+# As quick as mold, whose version in Debian 12 goes round in circles over programs of certain sizes.
+find_program(LLD ld.lld)
+if(LLD)
+  add_link_options(-fuse-ld=lld)
 endif()
 
 find_program(CCACHE ccache)
