@@ -43,7 +43,7 @@ class frmEstimate : public RoutedDocument<EstimateDraft, EstimateHeader> {
 
   private:
     // Layout
-    QWidget* headerPane();
+    void makeHead(QBoxLayout* across);
     QTabWidget* notePane();
     QWidget* breakPane();
     QWidget* buttonPane();

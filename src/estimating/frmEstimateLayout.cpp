@@ -1,8 +1,6 @@
 #include "estimating/frmEstimate.h"
 #include "platform/values/Literals.h"
 
-#include "platform/values/Format.h"
-
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -10,6 +8,8 @@
 #include <QPushButton>
 #include <QTabWidget>
 #include <QVBoxLayout>
+
+#include <functional>
 
 namespace estimating {
 
@@ -46,13 +46,8 @@ QString indexed(const char16_t* name, std::size_t index) {
     return QString::fromUtf16(name) + u"("_s + QString::number(index) + u")"_s;
 }
 
-/// A field with a small button behind it.
-QHBoxLayout* beside(QWidget* field, QPushButton* button) {
-    auto* row = new QHBoxLayout;
-    row->setSpacing(2);
-    row->addWidget(field, 1);
-    row->addWidget(button);
-    return row;
+QString breakLetter(std::size_t i) {
+    return QString(QChar(u'A' + static_cast<char16_t>(i)));
 }
 
 } // namespace
@@ -64,26 +59,12 @@ frmEstimate::frmEstimate() : RoutedDocument(describe(), estimateRouting(), estim
 
     auto* title = new QHBoxLayout;
     outside->addLayout(title);
-    auto* numberLabel = new QLabel(u"Estimate No.:"_s, this);
-    auto* lblEstno = named(new QLabel(this), u"lblEstno"_s, u"Estimate No."_s);
-    QFont large = lblEstno->font();
-    large.setBold(true);
-    lblEstno->setFont(large);
-    bindKey(lblEstno);
-    auto* assemblyLabel = new QLabel(u"Assembly:"_s, this);
-    lblAssembly = named(new QLabel(this), u"lblAssembly"_s, u"Assembly"_s);
+    makeNumber(title, u"lblEstno"_s, u"Estimate No."_s);
+    lblAssembly = makeMark(title, u"lblAssembly"_s, u"Assembly"_s);
     auto* jobsLabel = new QLabel(u"Jobs Created:"_s, this);
     dbcJobsCreated = named(new controls::DataCombo(this), u"dbcJobsCreated"_s, u"Jobs Created"_s);
     dbcJobsCreated->setTypingAllowed(false);
     jobsLabel->setBuddy(dbcJobsCreated);
-    title->addWidget(numberLabel);
-    title->addWidget(lblEstno);
-    title->addSpacing(16);
-    title->addWidget(modeLabel());
-    title->addStretch();
-    title->addWidget(assemblyLabel);
-    title->addWidget(lblAssembly);
-    title->addSpacing(16);
     title->addWidget(jobsLabel);
     title->addWidget(dbcJobsCreated);
     title->addSpacing(16);
@@ -91,7 +72,7 @@ frmEstimate::frmEstimate() : RoutedDocument(describe(), estimateRouting(), estim
 
     auto* top = new QHBoxLayout;
     outside->addLayout(top);
-    top->addWidget(headerPane(), 3);
+    makeHead(top);
     top->addWidget(notePane(), 2);
 
     m_routing = new RoutingPanel(*this, estimateRouting(), Qt::Horizontal);
@@ -109,77 +90,31 @@ QSize frmEstimate::sizeHint() const {
     return {1230, 660};
 }
 
-QWidget* frmEstimate::headerPane() {
-    auto* pane = new QWidget(this);
-    auto* grid = new QGridLayout(pane);
-    grid->setContentsMargins(0, 0, 0, 0);
-    grid->setVerticalSpacing(3);
-
-    const auto label = [&](const QString& text, QWidget* buddy, int row, int column) {
-        auto* made = new QLabel(text, pane);
-        made->setBuddy(buddy);
-        grid->addWidget(made, row, column);
-        return made;
-    };
-    const auto line = [&](const char16_t* name, const char16_t* spoken) {
-        return named(new TextField(pane), QString::fromUtf16(name), QString::fromUtf16(spoken));
-    };
-    const auto pick = [&](const char16_t* name, const char16_t* spoken) {
-        auto* made = named(new QPushButton(u"..."_s, pane), QString::fromUtf16(name),
-                           QString::fromUtf16(spoken));
-        made->setAutoDefault(false);
-        made->setMaximumWidth(32);
-        made->setToolTip(QString::fromUtf16(spoken));
-        return made;
-    };
-
-    QLayout* customer = makeCustomer(pane);
-    txtRfqno = line(u"txtRfqno", u"RFQ No.");
-    cmdRfqno = pick(u"cmdRfqno", u"Select RFQ No.");
-    txtPartno = line(u"txtPartno", u"Part No.");
-    cmdPartno = pick(u"cmdPartno", u"Select Part No.");
-    TextField* txtDescription = line(u"txtDescription", u"Description");
-    auto* txtEstDate = named(new controls::DateField(pane), u"txtEstDate"_s, u"Estimate Date"_s);
-    txtEstDate->setShown(controls::DateField::Shown::Long);
-    txtQuantity = line(u"txtQuantity", u"Quantity");
-    txtEstShopRate = line(u"txtEstShopRate", u"Hourly Rate");
-    auto* txtMaterial =
-        named(new controls::MemoField(pane), u"txtMaterial"_s, u"Special Material Notes"_s);
-    for (TextField* one : {txtQuantity, txtEstShopRate}) {
-        one->setKeyFilter(values::keys::decimal());
-        one->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-        one->setMaximumWidth(130);
-    }
-    txtQuantity->setNumberMask(u"#####0"_s);
-    txtQuantity->setLimit(9);
-    txtEstShopRate->setNumberMask(u"#####0.00"_s);
-    txtEstShopRate->setLimit(12);
-    txtMaterial->setMinimumHeight(txtMaterial->fontMetrics().lineSpacing() * 2 + 12);
-    txtMaterial->setMaximumHeight(txtMaterial->fontMetrics().lineSpacing() * 4 + 12);
-
-    label(u"C&ustomer:"_s, dbcCustomer, 0, 0);
-    grid->addLayout(customer, 0, 1);
-    label(u"R&FQ No.:"_s, txtRfqno, 1, 0);
-    grid->addLayout(beside(txtRfqno, cmdRfqno), 1, 1);
-    label(u"&Part No.:"_s, txtPartno, 2, 0);
-    grid->addLayout(beside(txtPartno, cmdPartno), 2, 1);
-    label(u"Descript&ion:"_s, txtDescription, 3, 0);
-    grid->addWidget(txtDescription, 3, 1, 1, 3);
-    label(u"Da&te:"_s, txtEstDate, 0, 2);
-    grid->addWidget(txtEstDate, 0, 3);
-    label(u"Qu&antity:"_s, txtQuantity, 1, 2);
-    grid->addWidget(txtQuantity, 1, 3);
-    label(u"&Hourly Rate:"_s, txtEstShopRate, 2, 2);
-    grid->addWidget(txtEstShopRate, 2, 3);
-    label(u"Special &Material Notes:"_s, txtMaterial, 4, 0)->setAlignment(Qt::AlignTop);
-    grid->addWidget(txtMaterial, 4, 1, 1, 3);
-    grid->setColumnStretch(1, 3);
-    grid->setColumnStretch(3, 2);
-    return pane;
+void frmEstimate::makeHead(QBoxLayout* across) {
+    screen::Fields head(this, across);
+    across->setStretch(0, 3);
+    head.tight();
+    makeCustomer(head);
+    txtRfqno = head.text(u"txtRfqno"_s, u"R&FQ No."_s);
+    cmdRfqno = head.pick(u"cmdRfqno"_s, u"Select RFQ No."_s);
+    txtPartno = head.text(u"txtPartno"_s, u"&Part No."_s);
+    cmdPartno = head.pick(u"cmdPartno"_s, u"Select Part No."_s);
+    head.at(0, 1).longDate(u"txtEstDate"_s, u"Da&te"_s);
+    txtQuantity = head.text(u"txtQuantity"_s, u"Qu&antity"_s, screen::number(u"#####0"_s, 9));
+    txtEstShopRate =
+        head.text(u"txtEstShopRate"_s, u"&Hourly Rate"_s, screen::number(u"#####0.00"_s, 12));
+    head.nextRow();
+    head.span(2).text(u"txtDescription"_s, u"Descript&ion"_s);
+    auto* material = head.span(2).memo(u"txtMaterial"_s, u"Special &Material Notes"_s, 2);
+    material->setFixedHeight(material->minimumHeight());
+    head.grid()->setColumnStretch(1, 3);
+    head.grid()->setColumnStretch(3, 2);
 }
 
 QTabWidget* frmEstimate::notePane() {
     auto* tabs = named(new QTabWidget(this), u"SSTabNotes"_s, u"Notes"_s);
+    // As high as the fields beside it.
+    tabs->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
     const std::array<const char16_t*, 4> titles{u"Quote", u"Traveler", u"R.F.Q.", u"Job"};
     for (std::size_t i = 0; i < titles.size(); ++i) {
         const QString title = QString::fromUtf16(titles[i]);
@@ -193,21 +128,9 @@ QTabWidget* frmEstimate::notePane() {
 QWidget* frmEstimate::breakPane() {
     auto* pane = named(new QGroupBox(u"Price Breaks"_s, this), u"fraBreaks"_s);
     auto* grid = new QGridLayout(pane);
+    grid->setContentsMargins(6, 2, 6, 4);
     grid->setVerticalSpacing(2);
     grid->setHorizontalSpacing(4);
-
-    const auto rowLabel = [&](const char16_t* text, int row, bool secured) {
-        auto* made = new QLabel(QString::fromUtf16(text), pane);
-        grid->addWidget(made, row, 0);
-        if (secured)
-            m_secured.push_back(made);
-    };
-    rowLabel(u"Quantity", 1, false);
-    rowLabel(u"Discount %", 2, false);
-    rowLabel(u"Est Price Each", 3, true);
-    rowLabel(u"Quoted Price", 4, true);
-    rowLabel(u"Total", 5, true);
-
     const auto place = [&](TextField* field, const QString& name, const QString& spoken, int row,
                            int column) {
         named(field, name, spoken);
@@ -215,56 +138,58 @@ QWidget* frmEstimate::breakPane() {
         field->setFixedWidth(field->fontMetrics().averageCharWidth() * 12 + 16);
         grid->addWidget(field, row, column);
     };
-    // Column by column for the eye, row by row for Tab: quantities, discounts, quoted prices.
     for (std::size_t i = 0; i < breakCount; ++i) {
-        const int column = static_cast<int>(i) + 1;
-        const QString letter(QChar(u'A' + static_cast<char16_t>(i)));
-        auto* head = new QLabel(letter, pane);
+        auto* head = new QLabel(breakLetter(i), pane);
         head->setAlignment(Qt::AlignCenter);
-        grid->addWidget(head, 0, column);
+        grid->addWidget(head, 0, static_cast<int>(i) + 1);
     }
-    const auto letterOf = [](std::size_t i) {
-        return u" of break "_s + QChar(u'A' + static_cast<char16_t>(i));
+    // Column by column for the eye, row by row for Tab. `make` makes the field of one break.
+    const auto row = [&](const char16_t* name, const QString& words, bool secured,
+                         const std::function<TextField*(std::size_t)>& make) {
+        const int at = grid->rowCount();
+        auto* label = new QLabel(words, pane);
+        grid->addWidget(label, at, 0);
+        if (secured)
+            m_secured.push_back(label);
+        for (std::size_t i = 0; i < breakCount; ++i)
+            place(make(i), indexed(name, i), words + u" of break "_s + breakLetter(i), at,
+                  static_cast<int>(i) + 1);
     };
-    for (std::size_t i = 0; i < breakCount; ++i) {
-        txtQtyBreak[i] = new TextField(pane);
-        txtQtyBreak[i]->setKeyFilter(values::keys::decimal());
-        txtQtyBreak[i]->setLimit(9);
-        if (i > 0)
-            txtQtyBreak[i]->setNumberMask(u"#####0"_s);
-        place(txtQtyBreak[i], indexed(u"txtQtyBreak", i), u"Quantity"_s + letterOf(i), 1,
-              static_cast<int>(i) + 1);
-    }
-    for (std::size_t i = 0; i < breakCount; ++i) {
-        txtQtyDiscount[i] = new TextField(pane);
-        txtQtyDiscount[i]->setKeyFilter(values::keys::decimal());
-        txtQtyDiscount[i]->setLimit(9);
-        place(txtQtyDiscount[i], indexed(u"txtQtyDiscount", i), u"Discount"_s + letterOf(i), 2,
-              static_cast<int>(i) + 1);
-    }
-    const auto money = [&](const char16_t* name, const QString& spoken, int at, std::size_t i) {
-        auto* field = new CurrencyField(pane);
-        field->setMask(at == 5 ? u"#####0.00##"_s : u"#####0.0000"_s);
-        place(field, indexed(name, i), spoken + letterOf(i), at, static_cast<int>(i) + 1);
+    const auto typed = [pane](TextField* field, int limit) {
+        field->setParent(pane);
+        field->setKeyFilter(values::keys::decimal());
+        field->setLimit(limit);
         return field;
     };
-    for (std::size_t i = 0; i < breakCount; ++i)
-        money(u"fpQtyPrice", u"Est Price Each"_s, 3, i);
-    for (std::size_t i = 0; i < breakCount; ++i) {
-        fpQtyQP[i] = money(u"fpQtyQP", u"Quoted Price"_s, 4, i);
-        fpQtyQP[i]->setKeyFilter(values::keys::decimal());
-        fpQtyQP[i]->setLimit(14);
-    }
-    for (std::size_t i = 0; i < breakCount; ++i)
-        money(u"fpQtyTotal", u"Total"_s, 5, i);
+    const auto money = [pane](const QString& mask) {
+        auto* field = new CurrencyField(pane);
+        field->setMask(mask);
+        return field;
+    };
+    row(u"txtQtyBreak", u"Quantity"_s, false, [&](std::size_t i) {
+        txtQtyBreak[i] = typed(new TextField, 9);
+        if (i > 0)
+            txtQtyBreak[i]->setNumberMask(u"#####0"_s);
+        return txtQtyBreak[i];
+    });
+    row(u"txtQtyDiscount", u"Discount %"_s, false,
+        [&](std::size_t i) { return txtQtyDiscount[i] = typed(new TextField, 9); });
+    row(u"fpQtyPrice", u"Est Price Each"_s, true,
+        [&](std::size_t) { return money(u"#####0.0000"_s); });
+    row(u"fpQtyQP", u"Quoted Price"_s, true, [&](std::size_t i) {
+        fpQtyQP[i] = money(u"#####0.0000"_s);
+        typed(fpQtyQP[i], 14);
+        return fpQtyQP[i];
+    });
+    row(u"fpQtyTotal", u"Total"_s, true, [&](std::size_t) { return money(u"#####0.00##"_s); });
 
     const auto shown = [&](const char16_t* name, const char16_t* text, int row) {
         auto* caption = new QLabel(QString::fromUtf16(text), pane);
-        auto* field = new CurrencyField(pane);
-        field->setMask(u"#####0.00##"_s);
+        auto* field = money(u"#####0.00##"_s);
         grid->addWidget(caption, row, 6);
         place(field, QString::fromUtf16(name), QString::fromUtf16(text), row + 1, 6);
         field->setLocked(true);
+        field->setFocusPolicy(Qt::ClickFocus);
         m_secured.push_back(caption);
         m_secured.push_back(field);
         return field;

@@ -49,9 +49,9 @@ class frmJob : public estimating::RoutedDocument<JobDraft, JobHeader> {
 
   private:
     // Layout
-    QWidget* headerPane();
+    void makeHead(QBoxLayout* across);
     QTabWidget* notePane();
-    QWidget* figuresPane();
+    void makeFigures(QBoxLayout* across);
     QWidget* buttonPane();
     void wire();
 

@@ -3,11 +3,8 @@
 
 #include "jobs/StatusPicture.h"
 #include "platform/screen/Forms.h"
-#include "platform/values/Format.h"
 
 #include <QCheckBox>
-#include <QGridLayout>
-#include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -17,9 +14,7 @@
 
 namespace jobs {
 
-using controls::DateField;
 using controls::MemoField;
-using controls::TextField;
 using core::Role;
 using screen::named;
 
@@ -47,67 +42,6 @@ core::ModuleDescriptor describe() {
     return module;
 }
 
-/// Puts fields into a grid, each with a label in front of it.
-class Pane {
-  public:
-    explicit Pane(QWidget* widget) : m_widget(widget), m_grid(new QGridLayout(widget)) {
-        m_grid->setContentsMargins(0, 0, 0, 0);
-        m_grid->setVerticalSpacing(3);
-    }
-    QGridLayout* grid() const { return m_grid; }
-
-    /// The label, which hides with its field where money isn't shown.
-    QLabel* put(QWidget* field, const char16_t* name, const QString& label, int row, int column,
-                QLayout* in = nullptr) {
-        auto* caption = new QLabel(label, m_widget);
-        caption->setBuddy(field);
-        QString spoken = label;
-        named(field, QString::fromUtf16(name),
-              spoken.remove(QLatin1Char('&')).remove(QLatin1Char(':')));
-        m_grid->addWidget(caption, row, column);
-        if (in)
-            m_grid->addLayout(in, row, column + 1);
-        else
-            m_grid->addWidget(field, row, column + 1);
-        return caption;
-    }
-    QLabel* shown(const char16_t* name, const QString& label, int row, int column,
-                  std::vector<QWidget*>* secured = nullptr) {
-        auto* value = new QLabel(m_widget);
-        value->setTextFormat(Qt::PlainText);
-        value->setTextInteractionFlags(Qt::TextSelectableByMouse);
-        value->setFrameShape(QFrame::StyledPanel);
-        value->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-        value->setMinimumWidth(96);
-        value->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
-        QLabel* caption = put(value, name, label, row, column);
-        if (secured) {
-            secured->push_back(caption);
-            secured->push_back(value);
-        }
-        return value;
-    }
-
-  private:
-    QWidget* m_widget;
-    QGridLayout* m_grid;
-};
-
-TextField* numberField(QWidget* parent, const QString& mask, int limit) {
-    auto* field = new TextField(parent);
-    field->setKeyFilter(values::keys::decimal());
-    field->setNumberMask(mask);
-    field->setLimit(limit);
-    field->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    return field;
-}
-
-DateField* longDate(QWidget* parent) {
-    auto* field = new DateField(parent);
-    field->setShown(DateField::Shown::Long);
-    return field;
-}
-
 } // namespace
 
 frmJob::frmJob() : RoutedDocument(describe(), estimating::jobRouting(), jobColumns()) {
@@ -117,22 +51,9 @@ frmJob::frmJob() : RoutedDocument(describe(), estimating::jobRouting(), jobColum
 
     auto* title = new QHBoxLayout;
     outside->addLayout(title);
-    const auto mark = [&](const char16_t* name, const QString& text) {
-        auto* value = named(new QLabel(this), QString::fromUtf16(name), text);
-        title->addWidget(new QLabel(text + u":"_s, this));
-        title->addWidget(value);
-        title->addSpacing(16);
-        return value;
-    };
-    QLabel* lblJobNo = mark(u"lblJobNo", u"Job No."_s);
-    QFont large = lblJobNo->font();
-    large.setBold(true);
-    lblJobNo->setFont(large);
-    bindKey(lblJobNo);
-    title->addWidget(modeLabel());
-    title->addStretch();
-    mark(u"lblEstNo", u"Estimate No."_s);
-    lblAssembly = mark(u"lblAssembly", u"Assembly"_s);
+    makeNumber(title, u"lblJobNo"_s, u"Job No."_s);
+    makeMark(title, u"lblEstNo"_s, u"Estimate No."_s);
+    lblAssembly = makeMark(title, u"lblAssembly"_s, u"Assembly"_s);
     auto* fraShow = named(new QWidget(this), u"fraShow"_s, u"Jobs shown"_s);
     auto* show = new QHBoxLayout(fraShow);
     show->setContentsMargins(0, 0, 0, 0);
@@ -154,7 +75,7 @@ frmJob::frmJob() : RoutedDocument(describe(), estimating::jobRouting(), jobColum
 
     auto* top = new QHBoxLayout;
     outside->addLayout(top);
-    top->addWidget(headerPane(), 3);
+    makeHead(top);
     top->addWidget(notePane(), 2);
 
     m_routing = new estimating::RoutingPanel(*this, estimating::jobRouting(), Qt::Horizontal);
@@ -162,7 +83,7 @@ frmJob::frmJob() : RoutedDocument(describe(), estimating::jobRouting(), jobColum
 
     auto* bottom = new QHBoxLayout;
     outside->addLayout(bottom);
-    bottom->addWidget(figuresPane());
+    makeFigures(bottom);
     bottom->addStretch();
     bottom->addWidget(buttonPane());
     wire();
@@ -172,34 +93,30 @@ QSize frmJob::sizeHint() const {
     return QSize(1230, 640).expandedTo(RoutedModule::sizeHint());
 }
 
-QWidget* frmJob::headerPane() {
-    auto* widget = new QWidget(this);
-    Pane pane(widget);
-
-    QLayout* customer = makeCustomer(widget);
-    pane.put(dbcCustomer, u"dbcCustomer", u"C&ustomer:"_s, 0, 0, customer);
-    pane.put(new TextField(widget), u"txtPONo", u"PO No.:"_s, 1, 0);
-    pane.put(new TextField(widget), u"txtPartno", u"&Part No.:"_s, 2, 0);
-    pane.put(new TextField(widget), u"txtDescription", u"Descr&iption:"_s, 3, 0);
-
-    pane.put(longDate(widget), u"txtJobDateIn", u"Date In:"_s, 0, 2);
-    pane.put(longDate(widget), u"txtJobDueDate", u"Due Date:"_s, 1, 2);
-    txtQuantity = numberField(widget, u"#####0"_s, 10);
-    pane.put(txtQuantity, u"txtQuantity", u"&Quantity:"_s, 2, 2);
-    txtJobShopRate = numberField(widget, u"#####0.00"_s, 12);
-    pane.put(txtJobShopRate, u"txtJobShopRate", u"&Hourly Rate:"_s, 3, 2);
-
-    auto* chkSequential = named(new QCheckBox(u"Sequential"_s, widget), u"chkSequential"_s);
-    chkShipped = named(new QCheckBox(u"Completed and Shipped?"_s, widget), u"chkShipped"_s);
+void frmJob::makeHead(QBoxLayout* across) {
+    screen::Fields head(this, across);
+    across->setStretch(0, 3);
+    head.tight();
+    makeCustomer(head);
+    head.text(u"txtPONo"_s, u"PO No."_s);
+    head.text(u"txtPartno"_s, u"&Part No."_s);
+    head.text(u"txtDescription"_s, u"Descr&iption"_s);
+    head.at(0, 1).longDate(u"txtJobDateIn"_s, u"Date In"_s);
+    head.longDate(u"txtJobDueDate"_s, u"Due Date"_s);
+    txtQuantity = head.text(u"txtQuantity"_s, u"&Quantity"_s, screen::number(u"#####0"_s, 10));
+    txtJobShopRate =
+        head.text(u"txtJobShopRate"_s, u"&Hourly Rate"_s, screen::number(u"#####0.00"_s, 12));
+    head.nextRow();
     auto* marks = new QHBoxLayout;
-    marks->addWidget(chkSequential);
+    marks->addWidget(named(new QCheckBox(u"Sequential"_s, this), u"chkSequential"_s));
     marks->addStretch();
+    chkShipped = named(new QCheckBox(u"Completed and Shipped?"_s, this), u"chkShipped"_s);
     marks->addWidget(chkShipped);
-    pane.grid()->addLayout(marks, 4, 0, 1, 2);
-    txtShipDate = longDate(widget);
-    pane.put(txtShipDate, u"txtShipDate", u"Ship Date:"_s, 4, 2);
-    pane.grid()->setColumnStretch(1, 3);
-    pane.grid()->setColumnStretch(3, 2);
+    head.add(marks);
+    head.at(4, 1);
+    txtShipDate = head.longDate(u"txtShipDate"_s, u"Ship Date"_s);
+    head.grid()->setColumnStretch(1, 3);
+    head.grid()->setColumnStretch(3, 2);
 
     header().use(
         u"txtShipDate"_s,
@@ -207,7 +124,6 @@ QWidget* frmJob::headerPane() {
          [this] { return txtShipDate->value(); }, [this] { txtShipDate->clear(); },
          [this](bool locked) { txtShipDate->setLocked(locked || !chkShipped->isChecked()); },
          txtShipDate});
-    return widget;
 }
 
 QTabWidget* frmJob::notePane() {
@@ -225,19 +141,21 @@ QTabWidget* frmJob::notePane() {
     return tabs;
 }
 
-QWidget* frmJob::figuresPane() {
-    auto* widget = new QWidget(this);
-    Pane pane(widget);
-    pane.grid()->setHorizontalSpacing(10);
-    lblTotalHours = pane.shown(u"lblTotalHours", u"Total Hours:"_s, 0, 0);
-    lblCalc_OutContr = pane.shown(u"lblCalc_OutContr", u"Outside Contr Cost:"_s, 1, 0, &m_secured);
-    lblCalc_Fixed = pane.shown(u"lblCalc_Fixed", u"Fixed Cost and Material:"_s, 2, 0, &m_secured);
-    lblJobShopCost = pane.shown(u"lblJobShopCost", u"Shop Cost Each:"_s, 3, 0);
-    pane.shown(u"lblQtyQuotedPrice", u"Quoted Price Each:"_s, 0, 2);
-    txtInvoiceEach = numberField(widget, u"######0.0000"_s, 14);
-    pane.put(txtInvoiceEach, u"txtInvoiceEach", u"Invoice Amount Each:"_s, 1, 2);
-    lblInvoiceTotal = pane.shown(u"lblInvoiceTotal", u"Invoice Total:"_s, 2, 2);
-    return widget;
+void frmJob::makeFigures(QBoxLayout* across) {
+    screen::Fields figures(this, across);
+    figures.tight();
+    figures.grid()->setHorizontalSpacing(10);
+    lblTotalHours = figures.figure(u"lblTotalHours"_s, u"Total Hours"_s);
+    lblCalc_OutContr =
+        figures.secured(m_secured).figure(u"lblCalc_OutContr"_s, u"Outside Contr Cost"_s);
+    lblCalc_Fixed =
+        figures.secured(m_secured).figure(u"lblCalc_Fixed"_s, u"Fixed Cost and Material"_s);
+    lblJobShopCost = figures.figure(u"lblJobShopCost"_s, u"Shop Cost Each"_s);
+    figures.nextColumn();
+    figures.figure(u"lblQtyQuotedPrice"_s, u"Quoted Price Each"_s);
+    txtInvoiceEach = figures.text(u"txtInvoiceEach"_s, u"Invoice Amount Each"_s,
+                                  screen::number(u"######0.0000"_s, 14, 12));
+    lblInvoiceTotal = figures.figure(u"lblInvoiceTotal"_s, u"Invoice Total"_s);
 }
 
 QWidget* frmJob::buttonPane() {

@@ -102,6 +102,37 @@ TEST_F(GalleryTest, TheDialogsOfAJobShowWhatBelongsToIt) {
     press(u"cmdClose"_s);
 }
 
+TEST_F(GalleryTest, TheRoutingGetsTheHeightOfEachDisplay) {
+    struct Display {
+        const char* name;
+        QSize inside; ///< of the main window at that size
+        double font;
+        int rows;
+    };
+    const QDir folder(testsupport::builtFile(u"../gallery"_s));
+    const QFont usual = QApplication::font();
+    for (const auto& [name, inside, font, rows] :
+         {Display{"1366x768", {1297, 605}, 1, 10}, Display{"1920x1080", {1910, 930}, 1, 25},
+          Display{"4k", {3830, 2000}, 1.5, 45}}) {
+        QFont larger = usual;
+        larger.setPointSizeF(usual.pointSizeF() * font);
+        QApplication::setFont(larger);
+        for (const QString& screen : {u"frmEstimate"_s, u"frmJob"_s}) {
+            SCOPED_TRACE(screen.toStdString() + name);
+            open(screen);
+            QWidget* window = form().parentWidget();
+            window->resize(inside + window->size() - form().size());
+            settle();
+            const auto* routing = control<controls::Grid>(u"sprOper"_s);
+            EXPECT_GE(routing->viewport()->height() / routing->rowHeight(0), rows);
+            form().grab().save(
+                folder.filePath(screen + u'-' + QString::fromLatin1(name) + u".png"_s));
+            press(u"cmdClose"_s);
+        }
+    }
+    QApplication::setFont(usual);
+}
+
 TEST_F(GalleryTest, TheMistakesOfTheSampleShopAreListed) {
     open(u"frmTimeExceptions"_s);
     form().parentWidget()->resize(1180, 480);

@@ -186,6 +186,25 @@ TEST_P(EstimateScreenTest, CancelPutsRowsNotesAndFieldsBack) {
     EXPECT_EQ(text(u"txtPartno"_s), u"P1"_s);
 }
 
+TEST_P(EstimateScreenTest, TabGoesThroughTheEstimateAsItReads) {
+    estimate(u"R1"_s, u"P1"_s);
+    open(u"frmEstimate"_s);
+    press(u"cmdEdit"_s);
+    QString breaks;
+    for (const QString& name :
+         {u" txtQtyBreak(%1)"_s, u" txtQtyDiscount(%1)"_s, u" fpQtyQP(%1)"_s}) {
+        for (int i = name.startsWith(u" fp") ? 0 : 1; i < 5; ++i)
+            breaks += name.arg(i);
+    }
+    EXPECT_EQ(
+        tabOrder().join(u' '),
+        u"dbcCustomer txtRfqno cmdRfqno txtPartno cmdPartno txtEstDate txtQuantity "
+        "txtEstShopRate txtDescription txtMaterial qt_tabwidget_tabbar txtNotes(0) sprOper "
+        "cmdOper(0) cmdOper(1) cmdOperRate(0) cmdOperRate(1) sprMisc cmdMisc(0) cmdMisc(1)"_s +
+            breaks + u" cmdSave cmdCancel dbcJobsCreated"_s)
+        << "figures that are only shown are passed over";
+}
+
 TEST_P(EstimateScreenTest, NotesAreReadInBrowseAndWrittenInEdit) {
     const qint64 estNo = estimate(u"R1"_s, u"P1"_s);
     note(estNo, 1, u"first"_s);

@@ -681,6 +681,16 @@ QStringList ScreenFixture::cells(const QString& grid) const {
     return lines;
 }
 
+QStringList ScreenFixture::tabOrder() {
+    QStringList order;
+    for (int i = 0; i < 90 && (i == 0 || order.value(0) != focusName()); ++i) {
+        if (order.isEmpty() || order.last() != focusName())
+            order << focusName();
+        leave();
+    }
+    return order;
+}
+
 QString ScreenFixture::focusName() const {
     const QWidget* focus = QApplication::focusWidget();
     return focus ? focus->objectName() : QString();

@@ -110,6 +110,8 @@ class ScreenFixture : public ::testing::Test {
     /// The rows of a grid or list, each as its texts parted by "|".
     QStringList cells(const QString& grid) const;
     QString focusName() const;
+    /// The controls that Tab goes to, from the one that has the focus until it comes back there.
+    QStringList tabOrder();
 
     // --- what is to happen
     void expectBox(const QString& text, screen::Answer answer = screen::Answer::Ok,

@@ -65,8 +65,10 @@ void DocumentFields::bind(const screen::Form& form, screen::BoundFields& bound,
             continue;
         Control control = controlOf(form, column);
         if (column.shownOnly) {
-            if (control.lock)
+            if (control.lock) {
                 control.lock(true);
+                control.widget->setFocusPolicy(Qt::ClickFocus); // to copy from; Tab passes it over
+            }
             control.lock = {};
             control.read = {};
         }

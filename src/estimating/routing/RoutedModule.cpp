@@ -152,15 +152,34 @@ QWidget* RoutedModule::makeButtonPane(const std::vector<std::vector<ModuleButton
     return pane;
 }
 
-QLayout* RoutedModule::makeCustomer(QWidget* parent) {
-    dbcCustomer = screen::named(new controls::DataCombo(parent), u"dbcCustomer"_s, u"Customer"_s);
-    lblCustID = screen::named(new QLabel(parent), u"lblCustID"_s, u"Customer No."_s);
+QLabel* RoutedModule::makeMark(QBoxLayout* title, const QString& name, const QString& word) {
+    auto* value = screen::named(new QLabel(this), name, word);
+    title->addWidget(new QLabel(word + u":"_s, this));
+    title->addWidget(value);
+    title->addSpacing(16);
+    return value;
+}
+
+void RoutedModule::makeNumber(QBoxLayout* title, const QString& name, const QString& word) {
+    QLabel* number = makeMark(title, name, word);
+    QFont large = number->font();
+    large.setBold(true);
+    number->setFont(large);
+    bindKey(number);
+    title->addWidget(modeLabel());
+    title->addStretch();
+}
+
+void RoutedModule::makeCustomer(screen::Fields& head) {
+    dbcCustomer = new controls::DataCombo(this);
+    lblCustID = screen::named(new QLabel(this), u"lblCustID"_s, u"Customer No."_s);
     lblCustID->setFrameShape(QFrame::StyledPanel);
     lblCustID->setMinimumWidth(52);
     auto* row = new QHBoxLayout;
     row->setSpacing(2);
     row->addWidget(dbcCustomer, 1);
     row->addWidget(lblCustID);
+    head.add(dbcCustomer, u"dbcCustomer"_s, u"C&ustomer"_s, row);
     header().use(u"dbcCustomer"_s,
                  {[this](const jet::Value& value) {
                       showCustomer(value.toLong() == 0 ? QString() : value.toText());
@@ -171,7 +190,6 @@ QLayout* RoutedModule::makeCustomer(QWidget* parent) {
                       dbcCustomer->setText(QString());
                   },
                   [this](bool locked) { dbcCustomer->setLocked(locked); }, dbcCustomer});
-    return row;
 }
 
 void RoutedModule::showCustomer(const QString& custId) {

@@ -82,8 +82,12 @@ class RoutedModule : public core::DocumentModule, public inventory::NewWork {
     /// The frames fraBrowse, with columns of buttons, and fraEdit, with Save and Cancel: the mode
     /// shows one of them.
     QWidget* makeButtonPane(const std::vector<std::vector<core::ModuleButton>>& browseColumns);
+    /// A word with its value in the title line: "Job No.: 411".
+    QLabel* makeMark(QBoxLayout* title, const QString& name, const QString& word);
+    /// The same for the document's number.
+    void makeNumber(QBoxLayout* title, const QString& name, const QString& word);
     /// Makes the customer: the names to choose from, and behind them his number.
-    QLayout* makeCustomer(QWidget* parent);
+    void makeCustomer(screen::Fields& head);
     /// Asks for a part number, lists the module's records with such a one, narrowed by further
     /// criteria (" AND Shipped = False"), and says which was chosen.
     std::optional<qint64> askByPart(const QString& findScreen, const QString& foundScreen,

@@ -189,6 +189,23 @@ void Fields::add(QLayout* layout) {
     m_span = 1;
 }
 
+QPushButton* Fields::pick(const QString& name, const QString& spoken) {
+    QWidget* control = m_grid->itemAt(m_grid->count() - 1)->widget();
+    int row = 0, column = 0, rows = 0, across = 0;
+    m_grid->getItemPosition(m_grid->count() - 1, &row, &column, &rows, &across);
+    auto* button = named(new QPushButton(u"..."_s, m_parent), name, spoken);
+    button->setAutoDefault(false);
+    button->setMaximumWidth(32);
+    button->setToolTip(spoken);
+    m_grid->removeWidget(control);
+    auto* both = new QHBoxLayout;
+    both->setSpacing(2);
+    both->addWidget(control, 1);
+    both->addWidget(button);
+    m_grid->addLayout(both, row, column, rows, across);
+    return button;
+}
+
 QLabel* Fields::note(const QString& text) {
     auto* label = new QLabel(text, m_parent);
     label->setWordWrap(true);

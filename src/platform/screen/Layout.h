@@ -66,6 +66,8 @@ class Fields {
     void add(QWidget* control, const QString& name, const QString& label = {},
              QLayout* inside = nullptr);
     void add(QLayout* layout);
+    /// A small button "..." behind the control made last, which offers what to choose for it.
+    QPushButton* pick(const QString& name, const QString& spoken);
     /// A plain text over the whole width of the column.
     QLabel* note(const QString& text);
 
