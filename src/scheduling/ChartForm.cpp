@@ -21,10 +21,14 @@ ChartForm::ChartForm(const QString& name, const QString& caption, const QString&
 }
 
 void ChartForm::addChart(QBoxLayout* inside) {
+    // Tab comes to them behind all that stands above.
+    for (QWidget* widget : {static_cast<QWidget*>(ctSchedule), static_cast<QWidget*>(ctLoad)}) {
+        widget->setParent(nullptr);
+        widget->setParent(this);
+    }
     inside->addWidget(ctSchedule, 1);
     inside->addWidget(ctLoad);
     ctLoad->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Maximum);
-    setTabOrder(ctSchedule, ctLoad);
 }
 
 QPushButton* ChartForm::addButton(QBoxLayout* inside, const QString& name, const QString& caption) {

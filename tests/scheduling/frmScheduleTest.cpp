@@ -171,6 +171,7 @@ TEST_P(ScheduleScreen, AJobIsPlannedByKeyboardAloneAndSaved) {
               u"System Message"_s, Buttons::OkCancel);
     whenShown(u"frmScheduleAdd"_s, [this] {
         EXPECT_EQ(text(u"lblEstHours"_s), u"4.00"_s);
+        EXPECT_EQ(focusName(), u"txtStartDate"_s);
         type(u"ctEndTime"_s, u"2 pm"_s);
         type(u"ctStartTime"_s, u"3 pm"_s);
         leave();
