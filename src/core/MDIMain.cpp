@@ -68,6 +68,8 @@ MDIMain::MDIMain() : m_area(new QMdiArea(this)) {
     new Mnemonics(m_area, menuBar());
     auto* closeChild = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_F4), this);
     connect(closeChild, &QShortcut::activated, m_area, &QMdiArea::closeActiveSubWindow);
+    // Who closes a screen is back where he came from.
+    m_area->setActivationOrder(QMdiArea::ActivationHistoryOrder);
     connect(m_area, &QMdiArea::subWindowActivated, this, [this] { showStatus(); });
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
         if (now && now != menuBar() && isAncestorOf(now))

@@ -103,7 +103,7 @@ void frmJob::makeHead(QBoxLayout* across) {
     head.text(u"txtDescription"_s, u"Descr&iption"_s);
     head.at(0, 1).longDate(u"txtJobDateIn"_s, u"Date In"_s);
     head.longDate(u"txtJobDueDate"_s, u"Due Date"_s);
-    txtQuantity = head.text(u"txtQuantity"_s, u"&Quantity"_s, screen::number(u"#####0"_s, 10));
+    txtQuantity = head.text(u"txtQuantity"_s, u"Quantity"_s, screen::number(u"#####0"_s, 10));
     txtJobShopRate =
         head.text(u"txtJobShopRate"_s, u"&Hourly Rate"_s, screen::number(u"#####0.00"_s, 12));
     head.nextRow();
@@ -170,7 +170,7 @@ QWidget* frmJob::buttonPane() {
                            {{Role::Free, u"cmdInvoice"_s, u"In&voice"_s},
                             {Role::BrowseOnly, u"cmdTraveler"_s, u"Tr&aveler..."_s},
                             {Role::Free, u"cmdShippingHistory"_s, u"&Shipping History"_s},
-                            {Role::List, u"cmdList"_s, u"Query/Report"_s},
+                            {Role::List, u"cmdList"_s, u"&Query/Report"_s},
                             {Role::PrintShown, u"cmdQuery"_s, u"Quick &Report Shown"_s}}});
 }
 

@@ -160,8 +160,8 @@ void QueryForm::cmdGenerate_Click() {
     // A field with an impossible date counts as empty, and yet has to be told.
     for (std::size_t i = 0; i < m_rows.size(); ++i) {
         const Given value = given(i);
-        if (value.first.isEmpty() && value.firstValid)
-            m_rows[i].use->setChecked(false);
+        if (value.first.isEmpty())
+            m_rows[i].use->setChecked(!value.firstValid);
     }
     std::vector<Given> all;
     for (std::size_t i = 0; i < m_rows.size(); ++i)

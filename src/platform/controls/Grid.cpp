@@ -1,72 +1,61 @@
 #include "platform/controls/Grid.h"
 
-#include "platform/controls/DropMenu.h"
 #include "platform/controls/GridDelegate.h"
 #include "platform/controls/GridModel.h"
-#include "platform/controls/GridTools.h"
 #include "platform/controls/Look.h"
 
-#include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QKeyEvent>
 
 namespace controls {
 
-Grid::Grid(QWidget* parent)
-    : QTableView(parent), m_model(std::make_unique<GridModel>()),
-      m_looks(std::make_unique<GridLooks>(*this, *m_model)),
-      m_tools(std::make_unique<GridTools>(*this, *m_model)), m_menu(new DropMenu(this)) {
-    setItemDelegate(new GridDelegate(*m_model, this));
+Grid::Grid(QWidget* parent) : ToolTable(parent) {
+    setItemDelegate(new GridDelegate(cells(), this));
     setSelectionBehavior(SelectRows);
     setEditTriggers(DoubleClicked | EditKeyPressed | AnyKeyPressed);
-    m_model->edited = [this](int row, int column) { cellChanged(row, column); };
+    cells().edited = [this](int row, int column) { cellChanged(row, column); };
     connect(this, &QAbstractItemView::clicked, this,
             [this](const QModelIndex& cell) { cellClicked(cell.row(), cell.column()); });
     connect(this, &QAbstractItemView::doubleClicked, this,
             [this](const QModelIndex& cell) { rowDoubleClicked(cell.row()); });
 }
 
-Grid::~Grid() {
-    // The view's own end must not report to a model that is gone.
-    setModel(nullptr);
-}
-
 void Grid::setColumns(std::vector<GridColumn> columns) {
-    m_model->setColumns(std::move(columns));
-    setSelectionBehavior(m_model->hasEditableColumn() ? SelectItems : SelectRows);
-    m_looks->applyWidths();
+    cells().setColumns(std::move(columns));
+    setSelectionBehavior(cells().hasEditableColumn() ? SelectItems : SelectRows);
+    looks().applyWidths();
 }
 
 void Grid::setColumnChoices(int column, const QStringList& choices) {
-    m_model->setChoices(column, choices);
+    cells().setChoices(column, choices);
 }
 
 int Grid::rowCount() const {
-    return m_model->rows();
+    return cells().rows();
 }
 
 int Grid::columnCount() const {
-    return m_model->columnCount();
+    return cells().columnCount();
 }
 
 void Grid::setRowCount(int rows) {
-    m_model->resize(rows);
+    cells().resize(rows);
     activateFirst();
 }
 
 void Grid::insertRow(int row) {
-    m_model->insert(row, {});
+    cells().insert(row, {});
 }
 
 void Grid::removeRow(int row) {
-    m_model->remove(row);
+    cells().remove(row);
 }
 
 void Grid::setRows(std::vector<QStringList> rows) {
     std::vector<GridRow> made(rows.size());
     for (size_t i = 0; i < rows.size(); ++i)
         made[i].texts = std::move(rows[i]);
-    m_model->replace(std::move(made));
+    cells().replace(std::move(made));
     activateFirst();
 }
 
@@ -77,7 +66,7 @@ void Grid::activateFirst() {
     int column = 0;
     while (column < columnCount() - 1 && isColumnHidden(column))
         ++column;
-    const auto first = m_model->index(0, column);
+    const auto first = cells().index(0, column);
     if (m_rowsToSelect)
         selectionModel()->setCurrentIndex(first, QItemSelectionModel::NoUpdate);
     else
@@ -99,21 +88,21 @@ std::vector<int> Grid::selectedRows() const {
 }
 
 QString Grid::text(int row, int column) const {
-    return m_model->has(row, column) ? m_model->row(row).texts.value(column) : QString();
+    return cells().has(row, column) ? cells().row(row).texts.value(column) : QString();
 }
 
 void Grid::setText(int row, int column, const QString& text) {
-    if (m_model->has(row, column))
-        m_model->setText(row, column, text);
+    if (cells().has(row, column))
+        cells().setText(row, column, text);
 }
 
 void Grid::setPicture(int row, int column, const QIcon& icon, const QString& accessibleText) {
-    if (!m_model->has(row, column))
+    if (!cells().has(row, column))
         return;
-    auto& cell = m_model->makeExtra(row, column);
+    auto& cell = cells().makeExtra(row, column);
     cell.picture = icon;
     cell.pictureText = accessibleText;
-    m_model->touched(row, column);
+    cells().touched(row, column);
 }
 
 void Grid::clearPicture(int row, int column) {
@@ -122,42 +111,42 @@ void Grid::clearPicture(int row, int column) {
 }
 
 bool Grid::hasPicture(int row, int column) const {
-    const auto* cell = m_model->has(row, column) ? m_model->extra(row, column) : nullptr;
+    const auto* cell = cells().has(row, column) ? cells().extra(row, column) : nullptr;
     return cell && !cell->picture.isNull();
 }
 
 void Grid::setCellLocked(int row, int column, bool locked) {
-    if (!m_model->has(row, column))
+    if (!cells().has(row, column))
         return;
-    m_model->makeExtra(row, column).locked = locked;
-    m_model->touched(row, column);
+    cells().makeExtra(row, column).locked = locked;
+    cells().touched(row, column);
 }
 
 bool Grid::isCellLocked(int row, int column) const {
-    return !m_model->isEditable(row, column);
+    return !cells().isEditable(row, column);
 }
 
 void Grid::setTextHidden(int row, int column, bool hidden) {
-    if (!m_model->has(row, column))
+    if (!cells().has(row, column))
         return;
-    m_model->makeExtra(row, column).hidden = hidden;
-    m_model->touched(row, column);
+    cells().makeExtra(row, column).hidden = hidden;
+    cells().touched(row, column);
 }
 
 void Grid::setRowColour(int row, const QColor& foreground) {
     if (row < 0 || row >= rowCount())
         return;
-    m_model->row(row).colour = foreground;
-    m_model->rowTouched(row);
+    cells().row(row).colour = foreground;
+    cells().rowTouched(row);
 }
 
 void Grid::setRowKey(int row, qint64 key) {
     if (row >= 0 && row < rowCount())
-        m_model->row(row).key = key;
+        cells().row(row).key = key;
 }
 
 qint64 Grid::rowKey(int row) const {
-    return row >= 0 && row < rowCount() ? m_model->row(row).key : 0;
+    return row >= 0 && row < rowCount() ? cells().row(row).key : 0;
 }
 
 int Grid::activeRow() const {
@@ -169,20 +158,20 @@ void Grid::setActiveRow(int row) {
         setCurrentIndex({});
         return;
     }
-    setCurrentIndex(m_model->index(row, std::max(0, currentIndex().column())));
+    setCurrentIndex(cells().index(row, std::max(0, currentIndex().column())));
 }
 
 void Grid::setLocked(bool locked) {
-    m_model->setLocked(locked);
-    showLocked(this, locked && m_model->hasEditableColumn());
+    cells().setLocked(locked);
+    showLocked(this, locked && cells().hasEditableColumn());
 }
 
 bool Grid::isLocked() const {
-    return m_model->isLocked();
+    return cells().isLocked();
 }
 
 void Grid::setSortable(bool sortable) {
-    m_looks->setSortable(sortable);
+    looks().setSortable(sortable);
 }
 
 QModelIndex Grid::nextEditable(const QModelIndex& from, bool forward) const {
@@ -192,7 +181,7 @@ QModelIndex Grid::nextEditable(const QModelIndex& from, bool forward) const {
     int cell =
         from.isValid() ? from.row() * columns + from.column() + step : (forward ? 0 : cells - 1);
     for (; cell >= 0 && cell < cells; cell += step) {
-        const auto index = m_model->index(cell / columns, cell % columns);
+        const auto index = cells().index(cell / columns, cell % columns);
         if (!isColumnHidden(index.column()) && !isRowHidden(index.row()) &&
             (index.flags() & (Qt::ItemIsEditable | Qt::ItemIsUserCheckable)))
             return index;
@@ -201,24 +190,24 @@ QModelIndex Grid::nextEditable(const QModelIndex& from, bool forward) const {
 }
 
 QModelIndex Grid::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
-    if ((action == MoveNext || action == MovePrevious) && m_model->hasEditableColumn())
+    if ((action == MoveNext || action == MovePrevious) && cells().hasEditableColumn())
         return nextEditable(currentIndex(), action == MoveNext);
-    return QTableView::moveCursor(action, modifiers);
+    return ToolTable::moveCursor(action, modifiers);
 }
 
 bool Grid::focusNextPrevChild(bool next) {
-    if (m_model->hasEditableColumn() && !m_model->isLocked()) {
+    if (cells().hasEditableColumn() && !cells().isLocked()) {
         const auto cell = nextEditable(currentIndex(), next);
         if (cell.isValid()) {
             setCurrentIndex(cell);
             return true;
         }
     }
-    return QTableView::focusNextPrevChild(next);
+    return ToolTable::focusNextPrevChild(next);
 }
 
 void Grid::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
-    QTableView::currentChanged(current, previous);
+    ToolTable::currentChanged(current, previous);
     if (current.isValid() && current.row() != previous.row())
         activeRowChanged(current.row());
 }
@@ -229,37 +218,21 @@ bool Grid::press(const QModelIndex& cell) {
         return false;
     const int row = cell.row();
     const int column = cell.column();
-    if (m_model->column(column).kind == Kind::Check && m_model->isEditable(row, column)) {
-        const auto state = m_model->isChecked(row, column) ? Qt::Unchecked : Qt::Checked;
-        m_model->setData(cell, state, Qt::CheckStateRole);
+    if (cells().column(column).kind == Kind::Check && cells().isEditable(row, column)) {
+        const auto state = cells().isChecked(row, column) ? Qt::Unchecked : Qt::Checked;
+        cells().setData(cell, state, Qt::CheckStateRole);
         return true;
     }
-    if (m_model->column(column).kind == Kind::Picture || hasPicture(row, column)) {
+    if (cells().column(column).kind == Kind::Picture || hasPicture(row, column)) {
         cellClicked(row, column);
         return true;
     }
     return false;
 }
 
-bool Grid::event(QEvent* event) {
-    if (event->type() == QEvent::ShortcutOverride &&
-        GridTools::isOwn(*static_cast<QKeyEvent*>(event)))
-        event->accept();
-    return QTableView::event(event);
-}
-
-void Grid::contextMenuEvent(QContextMenuEvent* event) {
-    m_menu->clear();
-    menuAsked(*m_menu);
-    const bool byKey = event->reason() == QContextMenuEvent::Keyboard;
-    m_tools->openMenu(*m_menu, byKey ? visualRect(currentIndex()).center() : event->pos());
-}
-
 void Grid::keyPressEvent(QKeyEvent* event) {
     const auto cell = currentIndex();
     const bool editable = cell.isValid() && (cell.flags() & Qt::ItemIsEditable);
-    if (m_tools->press(*event))
-        return;
     switch (event->key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
@@ -275,42 +248,17 @@ void Grid::keyPressEvent(QKeyEvent* event) {
         if (!editable && event->modifiers() == Qt::NoModifier && press(cell))
             return;
         break;
-    case Qt::Key_Escape:
-        event->ignore();
-        return;
     default:
         break;
     }
-    QTableView::keyPressEvent(event);
-}
-
-void Grid::showEvent(QShowEvent* event) {
-    QTableView::showEvent(event);
-    m_looks->shown();
-}
-
-void Grid::hideEvent(QHideEvent* event) {
-    m_looks->hidden();
-    QTableView::hideEvent(event);
-}
-
-void Grid::resizeEvent(QResizeEvent* event) {
-    QTableView::resizeEvent(event);
-    if (m_looks)
-        m_looks->stretch();
+    ToolTable::keyPressEvent(event);
 }
 
 void Grid::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
     // Escape gives up an entry that was refused.
     if (hint == QAbstractItemDelegate::RevertModelCache)
-        m_model->giveUp(indexAt(editor->pos()));
-    QTableView::closeEditor(editor, hint);
-}
-
-void Grid::changeEvent(QEvent* event) {
-    QTableView::changeEvent(event);
-    if (m_looks && event->type() == QEvent::FontChange)
-        m_looks->applyWidths();
+        cells().giveUp(indexAt(editor->pos()));
+    ToolTable::closeEditor(editor, hint);
 }
 
 } // namespace controls

@@ -3,21 +3,15 @@
 #include "platform/controls/Event.h"
 #include "platform/controls/GridColumn.h"
 #include "platform/controls/ListView.h" // screens find both kinds of list here
+#include "platform/controls/ToolTable.h"
 
 #include <QColor>
 #include <QIcon>
 #include <QString>
-#include <QTableView>
 
-#include <memory>
 #include <vector>
 
 namespace controls {
-
-class DropMenu;
-class GridLooks;
-class GridModel;
-class GridTools;
 
 /// A table with typed cells, pictures, locked cells and cells whose text is hidden. Rows and
 /// columns count from 0. F2, Enter or typing edits; Enter and Tab go to the next cell that can be
@@ -25,10 +19,9 @@ class GridTools;
 /// one of rows that were just filled in. What GridTools offers works here: copying, searching, CSV,
 /// the context menu. Column widths, order and sort are remembered for the user under the screen's
 /// and the grid's name.
-class Grid : public QTableView {
+class Grid : public ToolTable {
   public:
     explicit Grid(QWidget* parent = nullptr);
-    ~Grid() override;
 
     void setColumns(std::vector<GridColumn> columns);
     void setColumnChoices(int column, const QStringList& choices);
@@ -75,33 +68,18 @@ class Grid : public QTableView {
     Event<int, int> cellClicked; ///< also the space bar on a picture
     Event<int> rowDoubleClicked; ///< also Enter on a row where nothing is editable
     Event<int> activeRowChanged; ///< by the user or the program; not when there is none any more
-    /// The context menu opens: add what the screen offers for the active row.
-    Event<DropMenu&> menuAsked;
-
-    GridTools& tools() { return *m_tools; }
 
   protected:
-    bool event(QEvent* event) override;
-    void contextMenuEvent(QContextMenuEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
-    void showEvent(QShowEvent* event) override;
-    void hideEvent(QHideEvent* event) override;
-    void changeEvent(QEvent* event) override;
     bool focusNextPrevChild(bool next) override;
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
-    void resizeEvent(QResizeEvent* event) override;
     void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
-    GridModel& cells() const { return *m_model; }
 
   private:
     QModelIndex nextEditable(const QModelIndex& from, bool forward) const;
     bool press(const QModelIndex& cell);
     void activateFirst();
-    std::unique_ptr<GridModel> m_model;
-    std::unique_ptr<GridLooks> m_looks;
-    std::unique_ptr<GridTools> m_tools;
-    DropMenu* m_menu;
     bool m_rowsToSelect = false;
 };
 

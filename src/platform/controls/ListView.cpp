@@ -1,10 +1,7 @@
 #include "platform/controls/ListView.h"
 
-#include "platform/controls/DropMenu.h"
 #include "platform/controls/GridModel.h"
-#include "platform/controls/GridTools.h"
 
-#include <QContextMenuEvent>
 #include <QDateTime>
 #include <QKeyEvent>
 
@@ -37,20 +34,18 @@ GridRow modelRow(ListRow row) {
 
 } // namespace
 
-ListView::ListView(QWidget* parent)
-    : QTableView(parent), m_model(std::make_unique<GridModel>()),
-      m_looks(std::make_unique<GridLooks>(*this, *m_model)),
-      m_tools(std::make_unique<GridTools>(*this, *m_model)), m_menu(new DropMenu(this)) {
+ListView::ListView(QWidget* parent) : ToolTable(parent) {
     setSelectionBehavior(SelectRows);
     setSelectionMode(SingleSelection);
     setEditTriggers(NoEditTriggers);
     setShowGrid(false);
-    m_looks->setSortable(true);
+    looks().setSortable(true);
     connect(this, &QAbstractItemView::doubleClicked, this,
             [this](const QModelIndex& cell) { rowDoubleClicked(cell.row()); });
 }
 
 ListView::~ListView() {
+    // Its rows' end is nobody's choice.
     ++m_byProgram;
     setModel(nullptr);
 }
@@ -59,8 +54,8 @@ void ListView::setColumns(std::vector<GridColumn> columns) {
     const Quiet quiet(m_byProgram);
     for (GridColumn& column : columns)
         column.editable = false;
-    m_model->setColumns(std::move(columns));
-    m_looks->applyWidths();
+    cells().setColumns(std::move(columns));
+    looks().applyWidths();
 }
 
 void ListView::setMultipleSelection(bool multiple) {
@@ -68,7 +63,7 @@ void ListView::setMultipleSelection(bool multiple) {
 }
 
 void ListView::setSortable(bool sortable) {
-    m_looks->setSortable(sortable);
+    looks().setSortable(sortable);
 }
 
 void ListView::setRows(std::vector<ListRow> rows) {
@@ -79,8 +74,8 @@ void ListView::setRows(std::vector<ListRow> rows) {
     made.reserve(rows.size());
     for (ListRow& row : rows)
         made.push_back(modelRow(std::move(row)));
-    const bool patched = m_model->patch(std::move(made));
-    m_looks->sortNow();
+    const bool patched = cells().patch(std::move(made));
+    looks().sortNow();
     if (patched && selectedRow() >= 0)
         return;
     if (selected.isEmpty() || !selectKey(selected))
@@ -91,9 +86,9 @@ void ListView::patchRow(ListRow row) {
     const Quiet quiet(m_byProgram);
     const int place = rowOf(row.key);
     if (place >= 0)
-        m_model->setRow(place, modelRow(std::move(row)));
+        cells().setRow(place, modelRow(std::move(row)));
     else
-        m_model->insert(m_model->rows(), modelRow(std::move(row)));
+        cells().insert(cells().rows(), modelRow(std::move(row)));
 }
 
 void ListView::removeKey(const QString& key) {
@@ -102,54 +97,54 @@ void ListView::removeKey(const QString& key) {
 
 void ListView::clearRows() {
     const Quiet quiet(m_byProgram);
-    m_model->replace({});
+    cells().replace({});
 }
 
 void ListView::addRow(const QString& key, const QStringList& texts, const QIcon& icon,
                       const QString& iconText) {
-    m_model->insert(m_model->rows(), modelRow({key, texts, icon, iconText}));
+    cells().insert(cells().rows(), modelRow({key, texts, icon, iconText}));
 }
 
 int ListView::rowCount() const {
-    return m_model->rows();
+    return cells().rows();
 }
 
 QString ListView::rowText(int row, int column) const {
-    return m_model->has(row, column) ? m_model->row(row).texts.value(column) : QString();
+    return cells().has(row, column) ? cells().row(row).texts.value(column) : QString();
 }
 
 void ListView::setRowText(int row, int column, const QString& text) {
-    if (m_model->has(row, column))
-        m_model->setText(row, column, text);
+    if (cells().has(row, column))
+        cells().setText(row, column, text);
 }
 
 void ListView::setRowIcon(int row, const QIcon& icon, const QString& iconText) {
     if (row < 0 || row >= rowCount())
         return;
-    m_model->row(row).icon = icon;
-    m_model->row(row).iconText = iconText;
-    m_model->rowTouched(row);
+    cells().row(row).icon = icon;
+    cells().row(row).iconText = iconText;
+    cells().rowTouched(row);
 }
 
 void ListView::removeRow(int row) {
     const Quiet quiet(m_byProgram);
-    m_model->remove(row);
+    cells().remove(row);
 }
 
 void ListView::swapRows(int a, int b) {
-    m_model->swapRows(a, b);
+    cells().swapRows(a, b);
 }
 
 int ListView::rowOf(const QString& key) const {
     for (int row = 0; row < rowCount(); ++row) {
-        if (m_model->row(row).tag == key)
+        if (cells().row(row).tag == key)
             return row;
     }
     return -1;
 }
 
 QString ListView::key(int row) const {
-    return row >= 0 && row < rowCount() ? m_model->row(row).tag : QString();
+    return row >= 0 && row < rowCount() ? cells().row(row).tag : QString();
 }
 
 qint64 ListView::keyNumber(int row) const {
@@ -194,14 +189,14 @@ void ListView::selectRow(int row) {
         return;
     const Quiet quiet(m_byProgram);
     m_typedAt = 0; // what is typed next begins a word
-    const auto cell = m_model->index(std::clamp(row, 0, rowCount() - 1), 0);
+    const auto cell = cells().index(std::clamp(row, 0, rowCount() - 1), 0);
     selectionModel()->setCurrentIndex(cell, QItemSelectionModel::ClearAndSelect |
                                                 QItemSelectionModel::Rows);
     scrollTo(cell);
 }
 
 void ListView::selectPlace(int place) {
-    m_looks->sortNow();
+    looks().sortNow();
     selectRow(place);
 }
 
@@ -226,7 +221,7 @@ void ListView::keyboardSearch(const QString& typed) {
         const int row = (start + i) % rows;
         if (!rowText(row, 0).startsWith(m_typed, Qt::CaseInsensitive))
             continue;
-        const auto cell = m_model->index(row, 0);
+        const auto cell = cells().index(row, 0);
         selectionModel()->setCurrentIndex(cell, QItemSelectionModel::ClearAndSelect |
                                                     QItemSelectionModel::Rows);
         scrollTo(cell);
@@ -235,37 +230,18 @@ void ListView::keyboardSearch(const QString& typed) {
 }
 
 void ListView::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
-    QTableView::selectionChanged(selected, deselected);
+    ToolTable::selectionChanged(selected, deselected);
     if (m_byProgram == 0)
         selectionChangedByUser();
 }
 
 QModelIndex ListView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
     if ((action == MoveHome || action == MoveEnd) && rowCount() > 0)
-        return m_model->index(action == MoveHome ? 0 : rowCount() - 1, 0);
-    return QTableView::moveCursor(action, modifiers);
-}
-
-bool ListView::event(QEvent* event) {
-    if (event->type() == QEvent::ShortcutOverride &&
-        GridTools::isOwn(*static_cast<QKeyEvent*>(event)))
-        event->accept();
-    const bool taken = QTableView::event(event);
-    if (event->type() == QEvent::Resize && m_looks)
-        m_looks->stretch();
-    return taken;
-}
-
-void ListView::contextMenuEvent(QContextMenuEvent* event) {
-    m_menu->clear();
-    menuAsked(*m_menu);
-    const bool byKey = event->reason() == QContextMenuEvent::Keyboard;
-    m_tools->openMenu(*m_menu, byKey ? visualRect(currentIndex()).center() : event->pos());
+        return cells().index(action == MoveHome ? 0 : rowCount() - 1, 0);
+    return ToolTable::moveCursor(action, modifiers);
 }
 
 void ListView::keyPressEvent(QKeyEvent* event) {
-    if (m_tools->press(*event))
-        return;
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
         const int row = selectedRow();
         if (row >= 0 && rowDoubleClicked.isConnected())
@@ -274,27 +250,7 @@ void ListView::keyPressEvent(QKeyEvent* event) {
             event->ignore();
         return;
     }
-    if (event->key() == Qt::Key_Escape) {
-        event->ignore();
-        return;
-    }
-    QTableView::keyPressEvent(event);
-}
-
-void ListView::showEvent(QShowEvent* event) {
-    QTableView::showEvent(event);
-    m_looks->shown();
-}
-
-void ListView::hideEvent(QHideEvent* event) {
-    m_looks->hidden();
-    QTableView::hideEvent(event);
-}
-
-void ListView::changeEvent(QEvent* event) {
-    QTableView::changeEvent(event);
-    if (m_looks && event->type() == QEvent::FontChange)
-        m_looks->applyWidths();
+    ToolTable::keyPressEvent(event);
 }
 
 } // namespace controls

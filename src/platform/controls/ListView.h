@@ -1,20 +1,13 @@
 #pragma once
 
-#include "platform/controls/Event.h"
 #include "platform/controls/GridColumn.h"
+#include "platform/controls/ToolTable.h"
 
 #include <QIcon>
-#include <QTableView>
 
-#include <memory>
 #include <vector>
 
 namespace controls {
-
-class DropMenu;
-class GridLooks;
-class GridModel;
-class GridTools;
 
 /// A row of a list. The key tells it from the others, whatever its place: a letter and a number,
 /// such as "O17".
@@ -28,7 +21,7 @@ struct ListRow {
 /// A list with columns: rows have a key, an icon and texts; one row is selected. Typing goes to the
 /// next row whose first text begins so. A click on a header sorts. What GridTools offers works
 /// here: copying, searching, CSV, the context menu. Columns and sort are remembered for the user.
-class ListView : public QTableView {
+class ListView : public ToolTable {
   public:
     explicit ListView(QWidget* parent = nullptr);
     ~ListView() override;
@@ -74,29 +67,17 @@ class ListView : public QTableView {
 
     Event<> selectionChangedByUser;
     Event<int> rowDoubleClicked; ///< also Enter
-    /// The context menu opens: add what the screen offers for the selected row.
-    Event<DropMenu&> menuAsked;
 
     void keyboardSearch(const QString& typed) override;
-    GridTools& tools() { return *m_tools; }
 
   protected:
-    bool event(QEvent* event) override;
-    void contextMenuEvent(QContextMenuEvent* event) override;
     /// Home and End go to the first and last row.
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
     void keyPressEvent(QKeyEvent* event) override;
-    void showEvent(QShowEvent* event) override;
-    void hideEvent(QHideEvent* event) override;
-    void changeEvent(QEvent* event) override;
     void selectionChanged(const QItemSelection& selected,
                           const QItemSelection& deselected) override;
 
   private:
-    std::unique_ptr<GridModel> m_model;
-    std::unique_ptr<GridLooks> m_looks;
-    std::unique_ptr<GridTools> m_tools;
-    DropMenu* m_menu;
     QString m_typed;
     qint64 m_typedAt = 0;
     int m_byProgram = 0;
