@@ -176,11 +176,11 @@ void Grid::setSortable(bool sortable) {
 
 QModelIndex Grid::nextEditable(const QModelIndex& from, bool forward) const {
     const int columns = columnCount();
-    const int cells = rowCount() * columns;
+    const int count = rowCount() * columns;
     const int step = forward ? 1 : -1;
     int cell =
-        from.isValid() ? from.row() * columns + from.column() + step : (forward ? 0 : cells - 1);
-    for (; cell >= 0 && cell < cells; cell += step) {
+        from.isValid() ? from.row() * columns + from.column() + step : (forward ? 0 : count - 1);
+    for (; cell >= 0 && cell < count; cell += step) {
         const auto index = cells().index(cell / columns, cell % columns);
         if (!isColumnHidden(index.column()) && !isRowHidden(index.row()) &&
             (index.flags() & (Qt::ItemIsEditable | Qt::ItemIsUserCheckable)))
