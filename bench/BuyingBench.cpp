@@ -2,37 +2,21 @@
 // MIRSA_BENCH_SHOP names a program folder with a delivered shop, of a file or a server; what is
 // bought here is added to it, and deleted at the end.
 
-#include "core/MirsaMain.h"
+#include "ShopBench.h"
 #include "core/Screens.h"
-#include "platform/jet/Location.h"
-#include "platform/screen/Forms.h"
-#include "platform/values/Literals.h"
 #include "purchasing/PoStore.h"
 #include "purchasing/RfqStore.h"
 #include "purchasing/Screens.h"
 #include "purchasing/VendorMatrix.h"
 
-#include <benchmark/benchmark.h>
-
-#include <QApplication>
 #include <QKeyEvent>
-
-#include <cstdio>
+#include <QPushButton>
 
 using namespace purchasing;
 using screen::Forms;
+using shopbench::shop;
 
 namespace {
-
-jet::Database& shop() {
-    core::SharedState& state = core::shared();
-    if (!state.MainDatabase) {
-        state.ProgramFolder = qEnvironmentVariable("MIRSA_BENCH_SHOP");
-        state.MainDatabase = jet::openProgramFolder(state.ProgramFolder);
-        state.CurrentUserName = u"Admin"_s;
-    }
-    return *state.MainDatabase;
-}
 
 std::vector<OrderLine> madeUpLines(int count, int vendor) {
     std::vector<OrderLine> lines(static_cast<std::size_t>(count));
@@ -141,18 +125,8 @@ BENCHMARK(CompareTwentyVendorsByFiftyLines)->Unit(benchmark::kMillisecond);
 } // namespace
 
 int main(int argc, char* argv[]) {
-    if (qEnvironmentVariableIsEmpty("MIRSA_BENCH_SHOP")) {
-        std::fputs("MIRSA_BENCH_SHOP has to name a program folder with a delivered shop.\n",
-                   stderr);
-        return 2;
-    }
-    if (!qEnvironmentVariableIsSet("DISPLAY"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QApplication application(argc, argv);
-    core::registerScreens();
-    purchasing::registerScreens();
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    core::shared().MainDatabase.reset();
-    return 0;
+    return shopbench::run(argc, argv, [] {
+        core::registerScreens();
+        purchasing::registerScreens();
+    });
 }

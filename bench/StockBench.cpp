@@ -2,20 +2,14 @@
 // names a program folder with a delivered shop, of a file or a server, which is filled if its stock
 // is smaller.
 
+#include "ShopBench.h"
 #include "app/Screens.h"
-#include "core/MirsaMain.h"
 #include "inventory/InventoryDialogs.h"
-#include "platform/jet/Location.h"
-#include "platform/screen/Forms.h"
-#include "platform/values/Literals.h"
 
-#include <benchmark/benchmark.h>
-
-#include <QApplication>
-
-#include <cstdio>
+#include <QPushButton>
 
 using namespace inventory;
+using shopbench::shop;
 
 namespace {
 
@@ -55,17 +49,6 @@ void fill(jet::Database& database) {
     }
     transaction.commit();
     database.tidy();
-}
-
-jet::Database& shop() {
-    core::SharedState& state = core::shared();
-    if (!state.MainDatabase) {
-        state.ProgramFolder = qEnvironmentVariable("MIRSA_BENCH_SHOP");
-        state.MainDatabase = jet::openProgramFolder(state.ProgramFolder);
-        state.CurrentUserName = u"Admin"_s;
-        fill(*state.MainDatabase);
-    }
-    return *state.MainDatabase;
 }
 
 screen::Form* explorer() {
@@ -121,21 +104,8 @@ BENCHMARK(QueryAFolderWithAllBelow)->Unit(benchmark::kMillisecond);
 } // namespace
 
 int main(int argc, char* argv[]) {
-    if (qEnvironmentVariableIsEmpty("MIRSA_BENCH_SHOP")) {
-        std::fputs("MIRSA_BENCH_SHOP has to name a program folder with a delivered shop.\n",
-                   stderr);
-        return 2;
-    }
-    if (!qEnvironmentVariableIsSet("DISPLAY"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QApplication application(argc, argv);
-    app::registerAllScreens();
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    const auto open = screen::Forms::all();
-    for (screen::Form* form : open)
-        form->unload();
-    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    core::shared().MainDatabase.reset();
-    return 0;
+    return shopbench::run(argc, argv, [] {
+        app::registerAllScreens();
+        fill(shop());
+    });
 }

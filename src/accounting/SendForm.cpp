@@ -289,6 +289,7 @@ Sendable SendForm::sendableAt(int row) const {
 
 void SendForm::showMarks() {
     std::vector<Sendable> shown;
+    shown.reserve(std::size_t(m_lines->rowCount()));
     for (int row = 0; row < m_lines->rowCount(); ++row)
         shown.push_back(sendableAt(row));
     m_marks = repeats(m_sent, m_all, shown);

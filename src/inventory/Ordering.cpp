@@ -31,6 +31,17 @@ QString hashed(const QDate& date) {
 
 } // namespace
 
+QString worksSelect(bool jobs) {
+    return jobs ? u"SELECT JobNo FROM Job WHERE Shipped = False ORDER BY JobNo DESC"_s
+                : u"SELECT TOP 200 EstNo FROM Estimate ORDER BY EstNo DESC"_s;
+}
+
+bool isWork(jet::Database& database, bool job, qint64 number) {
+    return database.hasRows((job ? u"SELECT JobNo FROM Job WHERE JobNo = "_s
+                                 : u"SELECT EstNo FROM Estimate WHERE EstNo = "_s) +
+                            num(number));
+}
+
 qint64 orderNew(jet::Database& database, const StockOrder& order, qint64 vendor,
                 const std::optional<QDate>& required) {
     const int width = database.width(u"PO", u"Title");

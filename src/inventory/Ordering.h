@@ -14,6 +14,12 @@ struct StockOrder {
     qint64 number = 0; ///< of the job or the estimate
 };
 
+/// What a line can be ordered for: the open jobs, or the latest estimates, the newest first. Any
+/// other number is typed.
+QString worksSelect(bool jobs);
+/// Whether there is a job, or an estimate, of that number.
+bool isWork(jet::Database& database, bool job, qint64 number);
+
 /// Makes a purchase order of one line to a vendor, in one transaction; it has no address to ship to
 /// yet. Its number; 0, and nothing written, if the vendor has gone. Throws values::Overflow where
 /// the total is too large.

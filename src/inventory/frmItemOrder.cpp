@@ -121,11 +121,8 @@ void frmItemOrder::cboType_Click(Line& line) {
     line.dbcNumber->setAccessibleName(caption);
     const QString column = job ? u"JobNo"_s : u"EstNo"_s;
     line.dbcNumber->setRows(
-        core::MainDatabase().openRecordset(
-            job ? u"SELECT JobNo FROM Job WHERE Shipped = False ORDER BY JobNo DESC"_s
-                : u"SELECT EstNo FROM Estimate ORDER BY EstNo DESC"_s,
-            jet::RecordsetType::Snapshot),
-        column, column);
+        core::MainDatabase().openRecordset(worksSelect(job), jet::RecordsetType::Snapshot), column,
+        column);
 }
 
 void frmItemOrder::dbcPONo_Change() {
@@ -145,6 +142,9 @@ std::optional<StockOrder> frmItemOrder::ordered(const Line& line) {
     if (refuse(quantity <= 0, u"Please enter a quantity."_s, line.txtQuantity) ||
         refuse(line.cboType->text().isEmpty(), u"Please choose an item type."_s, line.cboType) ||
         refuse(asks && number == 0, line.cboType->text() + u" number cannot be blank."_s,
+               line.dbcNumber) ||
+        refuse(asks && !isWork(core::MainDatabase(), is(line.cboType, u"Job"_s), number),
+               u"%1 No. %2 does not exist!"_s.arg(line.cboType->text()).arg(number),
                line.dbcNumber))
         return {};
     return StockOrder{m_item, quantity, line.cboType->text(), asks ? number : 0};

@@ -2,6 +2,7 @@
 
 #include "core/MirsaMain.h"
 #include "core/TablePopup.h"
+#include "inventory/Ordering.h"
 #include "platform/screen/Forms.h"
 #include "platform/values/Format.h"
 #include "platform/values/Numbers.h"
@@ -124,12 +125,9 @@ void ItemForm::cboType_Click() {
     lblNumber->setText(caption);
     dbcNumber->setAccessibleName(caption);
     const QString column = line.isJob() ? u"JobNo"_s : u"EstNo"_s;
-    dbcNumber->setRows(
-        core::MainDatabase().openRecordset(
-            line.isJob() ? u"SELECT JobNo FROM Job WHERE Shipped = False ORDER BY JobNo DESC"_s
-                         : u"SELECT EstNo FROM Estimate ORDER BY EstNo DESC"_s,
-            jet::RecordsetType::Snapshot),
-        column, column);
+    dbcNumber->setRows(core::MainDatabase().openRecordset(inventory::worksSelect(line.isJob()),
+                                                          jet::RecordsetType::Snapshot),
+                       column, column);
 }
 
 OrderLine ItemForm::typed() const {
@@ -165,6 +163,14 @@ void ItemForm::cmdOK_Click() {
         const OrderLine line = typed();
         if (const auto complaint = checkLine(m_kind, line)) {
             complain(complaint->text, control(complaint->field), Icon::Exclamation, u"Error"_s);
+            return;
+        }
+        // What a line was for before may have been deleted since.
+        const qint64 number = line.isJob() ? line.job : line.estimate;
+        if (number != 0 && number != (line.isJob() ? m_line.job : m_line.estimate) &&
+            !inventory::isWork(core::MainDatabase(), line.isJob(), number)) {
+            complain(u"%1 No. %2 does not exist!"_s.arg(line.type).arg(number), dbcNumber,
+                     Icon::Exclamation, u"Error"_s);
             return;
         }
         m_line = line;

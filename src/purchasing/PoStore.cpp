@@ -51,7 +51,6 @@ void replacePoLines(jet::Database& database, qint64 poNumber, const Received& re
     qint64 highest = poNumber;
     for (const OrderLine& line : lines)
         highest = std::max(highest, line.id);
-    core::checkRecordNumber(database, highest);
     // The old rows first, so that nothing but the new ones is there to be read back.
     database.execute(u"DELETE * FROM POItem WHERE PONumber is NULL OR PONumber = "_s +
                      num(poNumber));
@@ -73,16 +72,20 @@ void replacePoLines(jet::Database& database, qint64 poNumber, const Received& re
         QStringList{u"ItemKey"_s, u"PONumber"_s, u"ItemNumber"_s, u"ReceivedQuantity"_s} +
             lineColumns().names(),
         rows);
-    if (receivedAs.empty())
-        return;
-    // What was received follows its lines to their new IDs, which are none that ever was.
-    std::vector<std::vector<jet::Value>> moved;
-    for (jet::Recordset line = read(database, linesOf(poNumber)); !line.eof(); line.moveNext()) {
-        const auto before = receivedAs.find(line[u"ItemNumber"].toLong());
-        if (before != receivedAs.end())
-            moved.push_back({before->second, line[u"ID"].toLong()});
+    if (!receivedAs.empty()) {
+        // What was received follows its lines to their new IDs, which are none that ever was.
+        std::vector<std::vector<jet::Value>> moved;
+        for (jet::Recordset line = read(database, linesOf(poNumber)); !line.eof();
+             line.moveNext()) {
+            const qint64 id = line[u"ID"].toLong();
+            highest = std::max(highest, id);
+            const auto before = receivedAs.find(line[u"ItemNumber"].toLong());
+            if (before != receivedAs.end())
+                moved.push_back({before->second, id});
+        }
+        database.updateRows(u"POReceived"_s, {u"ItemID"_s, u"ItemID"_s}, 1, moved);
     }
-    database.updateRows(u"POReceived"_s, {u"ItemID"_s, u"ItemID"_s}, 1, moved);
+    core::checkRecordNumber(database, highest);
 }
 
 std::optional<OrderDocument> loadOrder(jet::Database& database, qint64 poNumber) {

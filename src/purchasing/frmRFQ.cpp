@@ -309,11 +309,20 @@ void frmRFQ::cmdDelete_Click() {
                Buttons::YesNo, Icon::Question, u"Delete"_s) != Answer::Yes)
         return;
     const screen::BusyPointer busy;
-    if (what == What::Group)
+    qint64 previous = 0;
+    if (what == What::Group) {
+        previous = core::MainDatabase()
+                       .lookup(u"SELECT TOP 1 PONumber FROM RFQ WHERE PONumber < "_s +
+                               QString::number(currentKey()) + u" ORDER BY PONumber DESC"_s)
+                       .toLong();
         deleteDocument(currentKey());
-    else
+    } else {
         deleteRequest(core::MainDatabase(), m_key);
-    afterDelete();
+    }
+    if (previous != 0)
+        reopen(mainSelect(), previous);
+    else
+        afterDelete();
     tellNeighbours();
 }
 

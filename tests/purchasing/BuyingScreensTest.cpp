@@ -6,6 +6,7 @@
 #include "platform/values/Literals.h"
 #include "purchasing/OrderLine.h"
 #include "purchasing/PoStore.h"
+#include "purchasing/RfqStore.h"
 #include "purchasing/Screens.h"
 #include "support/Paths.h"
 #include "support/ShopFixture.h"
@@ -62,6 +63,9 @@ class Buying : public testsupport::ShopTest {
             if (!estimate.isEmpty()) {
                 choose(u"cboType"_s, u"Estimate"_s);
                 expectBox(u"Select a Estimate number."_s, Answer::Ok, u"Error"_s);
+                press(u"cmdOK"_s);
+                type(u"dbcNumber"_s, u"99"_s);
+                expectBox(u"Estimate No. 99 does not exist!"_s, Answer::Ok, u"Error"_s);
                 press(u"cmdOK"_s);
                 choose(u"dbcNumber"_s, estimate);
             }
@@ -332,6 +336,34 @@ TEST_P(Buying, CancelTakesBackWhatTheEntryBegan) {
     form().unload();
     EXPECT_EQ(one(u"SELECT VOrderKey FROM RFQVendor"_s), QString()) << "as told: all of them";
     EXPECT_EQ(one(u"SELECT PONumber FROM RFQ"_s), u"1"_s);
+}
+
+TEST_P(Buying, AfterADeletedGroupTheOneBeforeItIsShownOrElseTheNext) {
+    for (int i = 0; i < 3; ++i)
+        purchasing::createGroup(database(), m_vendors[0]);
+    purchasing::addVendor(database(), 2, m_vendors[1]);
+    open(u"frmRFQ"_s);
+    whenShown(u"frmRFQGoto"_s, [this] {
+        type(u"selString"_s, u"2"_s);
+        press(u"cmdOK"_s);
+    });
+    press(u"cmdGoto"_s);
+    const auto remove = [this](const QString& option, const QString& question) {
+        whenShown(u"frmRFQDelete"_s, [this, option] {
+            if (isEnabled(option))
+                check(option);
+            press(u"cmdOK"_s);
+        });
+        expectBox(question, Answer::Yes, u"Delete"_s);
+        press(u"cmdDelete"_s);
+    };
+    remove(u"optDelete(1)"_s, u"Delete Current RFQ (Vendor)?"_s);
+    EXPECT_EQ(text(u"txtGroupNumber"_s) + text(u"txtRFQNum"_s), u"22-%1"_s.arg(m_vendors[1]));
+    remove(u"optDelete(1)"_s, u"Delete Current Group?"_s); // its last vendor
+    EXPECT_EQ(text(u"txtGroupNumber"_s), u"1"_s);
+    remove(u"optDelete(0)"_s, u"Delete Current Group?"_s);
+    EXPECT_EQ(text(u"txtGroupNumber"_s), u"3"_s);
+    EXPECT_EQ(rows(u"SELECT VOrderKey FROM RFQVendor"_s).size(), 1);
 }
 
 TEST_P(Buying, AnOrderIsWrittenWhenItIsSaved) {
