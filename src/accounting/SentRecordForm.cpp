@@ -3,6 +3,7 @@
 #include "accounting/Literals.h"
 #include "core/MirsaMain.h"
 #include "core/ReportLaunch.h"
+#include "platform/controls/ListView.h"
 #include "platform/screen/Layout.h"
 
 #include <QAction>

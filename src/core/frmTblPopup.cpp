@@ -1,6 +1,7 @@
 #include "core/frmTblPopup.h"
 
 #include "platform/controls/DropMenu.h"
+#include "platform/controls/ListView.h"
 #include "platform/screen/Layout.h"
 #include "platform/screen/MsgBox.h"
 #include "platform/values/Literals.h"

@@ -4,6 +4,7 @@
 #include "estimating/DefaultSets.h"
 #include "estimating/EstimateDialogs.h"
 #include "platform/controls/DropMenu.h"
+#include "platform/controls/ListView.h"
 #include "platform/screen/Forms.h"
 #include "platform/screen/Layout.h"
 #include "platform/screen/MsgBox.h"

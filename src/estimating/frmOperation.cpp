@@ -4,6 +4,7 @@
 #include "estimating/CatalogueDialogs.h"
 #include "estimating/routing/Pictures.h"
 #include "platform/controls/DropMenu.h"
+#include "platform/controls/ListView.h"
 #include "platform/controls/Pictures.h"
 #include "platform/controls/Tree.h"
 #include "platform/screen/Forms.h"

@@ -5,6 +5,7 @@
 #include "inventory/InventoryDialogs.h"
 #include "inventory/ItemRows.h"
 #include "platform/controls/DropMenu.h"
+#include "platform/controls/ListView.h"
 #include "platform/screen/Forms.h"
 #include "platform/screen/Layout.h"
 #include "platform/values/Literals.h"

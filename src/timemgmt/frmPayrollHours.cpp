@@ -2,6 +2,7 @@
 
 #include "core/MirsaMain.h"
 #include "core/ReportLaunch.h"
+#include "platform/controls/ListView.h"
 #include "platform/screen/Layout.h"
 #include "platform/screen/MsgBox.h"
 #include "platform/screen/Pointer.h"

@@ -3,6 +3,7 @@
 #include "core/MirsaMain.h"
 #include "core/ReportLaunch.h"
 #include "platform/controls/DropMenu.h"
+#include "platform/controls/ListView.h"
 #include "platform/controls/Pictures.h"
 #include "platform/screen/Layout.h"
 #include "platform/screen/Pointer.h"

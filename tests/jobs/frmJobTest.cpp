@@ -1,4 +1,5 @@
 #include "JobScreen.h"
+#include "platform/controls/ListView.h"
 #include "platform/values/Literals.h"
 
 #include <QProcess>

@@ -1,4 +1,5 @@
 #include "core/MirsaMain.h"
+#include "platform/controls/ListView.h"
 #include "platform/values/Literals.h"
 #include "support/Gallery.h"
 #include "support/ShopFixture.h"

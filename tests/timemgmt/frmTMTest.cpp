@@ -1,5 +1,6 @@
 #include "core/MirsaMain.h"
 #include "core/records/RecordScreen.h"
+#include "platform/controls/ListView.h"
 #include "platform/report/Report.h"
 #include "platform/values/Clock.h"
 #include "platform/values/Literals.h"

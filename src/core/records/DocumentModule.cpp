@@ -80,6 +80,8 @@ bool DocumentModule::writeRecord(bool adding, qint64& key) {
                 // Looked for again before the next save.
             }
         }
+        if (error.failure() != jet::Failure::Statement)
+            throw; // told with Retry, as anywhere
         tell(error);
     } catch (const values::Overflow&) {
         tellTooLarge();

@@ -468,9 +468,7 @@ bool RecordModule::writeRecord(bool adding, qint64& key) {
             m_fields.write(row);
             newRowColumns(row);
         } else {
-            MainDatabase().expect(storedParts(m_key));
             row.edit();
-            readStored(m_key);
             m_fields.writeChanges(row);
         }
         row.update();

@@ -213,13 +213,6 @@ class RecordModule : public screen::Form, public RecordScreen, public LookupUser
     /// Writes the record in one transaction and says its key; false (after a message) if nothing
     /// was written. The base writes the bound columns and then calls newRowColumns and alsoWrite.
     virtual bool writeRecord(bool adding, qint64& key);
-    /// What readStored() opens, in the same words, and as sets to be edited where it says so.
-    virtual std::vector<jet::WantedSet> storedParts(qint64 key) const {
-        (void)key;
-        return {};
-    }
-    /// In the transaction of a save, before anything is written.
-    virtual void readStored(qint64 key) { (void)key; }
     /// Columns that only a new row is given.
     virtual void newRowColumns(jet::Recordset& row) { (void)row; }
     /// Further statements of the same transaction.

@@ -3,6 +3,7 @@
 #include "core/MirsaMain.h"
 #include "core/records/RecordScreen.h"
 #include "platform/controls/DropMenu.h"
+#include "platform/controls/ListView.h"
 #include "platform/screen/Forms.h"
 #include "platform/screen/Layout.h"
 #include "platform/values/Literals.h"

@@ -1,6 +1,7 @@
 #include "estimating/routing/OperationPicker.h"
 
 #include "estimating/routing/Pictures.h"
+#include "platform/controls/ListView.h"
 #include "platform/screen/Layout.h"
 #include "platform/values/Literals.h"
 

@@ -247,14 +247,6 @@ std::vector<controls::LineColumn<MiscRow>> RoutingPanel::miscColumns() {
     };
 }
 
-controls::Grid* RoutingPanel::operGrid() const {
-    return m_oper;
-}
-
-controls::Grid* RoutingPanel::miscGrid() const {
-    return m_misc;
-}
-
 QString RoutingPanel::complaint() {
     const QString why = m_oper->complaint();
     return why.isEmpty() ? m_misc->complaint() : why;

@@ -50,9 +50,6 @@ class RoutingPanel : public QWidget {
     void setOneShopRate(bool oneShopRate);
     qint64 documentNo() const { return m_documentNo; }
 
-    controls::Grid* operGrid() const;
-    controls::Grid* miscGrid() const;
-
     /// Asked before the question of a removal; false keeps the row, its reason told.
     std::function<bool(const OperRow&)> mayRemove;
     /// Jobs only: the picture and words of the status cell.

@@ -1,6 +1,7 @@
 #include "estimating/routing/frmInsOper.h"
 
 #include "core/MirsaMain.h"
+#include "platform/controls/ListView.h"
 #include "platform/screen/Layout.h"
 #include "platform/screen/MsgBox.h"
 #include "platform/values/Format.h"

@@ -150,11 +150,6 @@ bool DataControl::findFirst(const QString& criteria) {
     return true;
 }
 
-void DataControl::setCaption(const QString& caption) {
-    m_captionText = caption;
-    showPlace();
-}
-
 void DataControl::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
     // Rows may have come and gone while the module edited.
@@ -165,11 +160,9 @@ void DataControl::changeEvent(QEvent* event) {
 void DataControl::showPlace() {
     const bool onRow = m_recordset.isOpen() && !m_recordset.bof() && !m_recordset.eof();
     const bool rows = m_recordset.isOpen() && !m_recordset.isEmpty();
-    QString shown = m_captionText;
+    QString shown;
     if (onRow && m_recordset.knowsPlace()) {
-        if (!shown.isEmpty())
-            shown += u' ';
-        shown +=
+        shown =
             u"%1 of %2"_s.arg(m_recordset.absolutePosition() + 1).arg(m_recordset.recordCount());
     } else if (onRow) {
         // Counting takes its time in a large set, and nobody waits for it.

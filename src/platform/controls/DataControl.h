@@ -33,8 +33,6 @@ class DataControl : public QWidget {
     void moveLast();
     /// Goes to the first row that meets the criterion; false if there is none (the row stays).
     bool findFirst(const QString& criteria);
-    /// Shown in front of the place ("3 of 120").
-    void setCaption(const QString& caption);
 
     controls::Event<> reposition;
     /// Fires before the row of that key is read, where the key is known: what is shown with the row
@@ -54,7 +52,6 @@ class DataControl : public QWidget {
     QToolButton* m_next;
     QToolButton* m_last;
     QLabel* m_caption;
-    QString m_captionText;
 };
 
 } // namespace controls

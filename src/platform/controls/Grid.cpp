@@ -105,11 +105,6 @@ void Grid::setPicture(int row, int column, const QIcon& icon, const QString& acc
     cells().touched(row, column);
 }
 
-void Grid::clearPicture(int row, int column) {
-    if (hasPicture(row, column))
-        setPicture(row, column, {}, {});
-}
-
 bool Grid::hasPicture(int row, int column) const {
     const auto* cell = cells().has(row, column) ? cells().extra(row, column) : nullptr;
     return cell && !cell->picture.isNull();

@@ -2,7 +2,6 @@
 
 #include "platform/controls/Event.h"
 #include "platform/controls/GridColumn.h"
-#include "platform/controls/ListView.h" // screens find both kinds of list here
 #include "platform/controls/ToolTable.h"
 
 #include <QColor>
@@ -38,7 +37,6 @@ class Grid : public ToolTable {
     QString text(int row, int column) const;
     void setText(int row, int column, const QString& text);
     void setPicture(int row, int column, const QIcon& icon, const QString& accessibleText);
-    void clearPicture(int row, int column);
     bool hasPicture(int row, int column) const;
     /// Overrides the column's editability for one cell.
     void setCellLocked(int row, int column, bool locked);

@@ -119,7 +119,6 @@ class GridLooks {
     /// Gives the column that stretches the room that the others leave.
     void stretch();
     void setSortable(bool sortable);
-    bool isSortable() const { return m_sortable; }
     /// Puts the rows into the order that the user chose, if he chose one.
     void sortNow();
     void shown();

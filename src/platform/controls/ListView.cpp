@@ -118,14 +118,6 @@ void ListView::setRowText(int row, int column, const QString& text) {
         cells().setText(row, column, text);
 }
 
-void ListView::setRowIcon(int row, const QIcon& icon, const QString& iconText) {
-    if (row < 0 || row >= rowCount())
-        return;
-    cells().row(row).icon = icon;
-    cells().row(row).iconText = iconText;
-    cells().rowTouched(row);
-}
-
 void ListView::removeRow(int row) {
     const Quiet quiet(m_byProgram);
     cells().remove(row);
@@ -177,13 +169,6 @@ QString ListView::selectedKey() const {
     return key(selectedRow());
 }
 
-QStringList ListView::selectedKeys() const {
-    QStringList keys;
-    for (const int row : selectedRows())
-        keys << key(row);
-    return keys;
-}
-
 void ListView::selectRow(int row) {
     if (rowCount() == 0)
         return;
@@ -193,11 +178,6 @@ void ListView::selectRow(int row) {
     selectionModel()->setCurrentIndex(cell, QItemSelectionModel::ClearAndSelect |
                                                 QItemSelectionModel::Rows);
     scrollTo(cell);
-}
-
-void ListView::selectPlace(int place) {
-    looks().sortNow();
-    selectRow(place);
 }
 
 bool ListView::selectKey(const QString& key) {

@@ -52,17 +52,12 @@ class ListView : public ToolTable {
     qint64 keyNumber(int row) const;
     QString rowText(int row, int column) const;
     void setRowText(int row, int column, const QString& text);
-    void setRowIcon(int row, const QIcon& icon, const QString& iconText);
 
     int selectedRow() const; ///< -1 if none
     std::vector<int> selectedRows() const;
     QString selectedKey() const; ///< empty if none
-    QStringList selectedKeys() const;
     /// Selects a row, clamped to the rows there are; nothing if there is none.
     void selectRow(int row);
-    /// Of rows that were just filled in anew: selects as selectRow() what stands at a place in the
-    /// order that the user chose, which they have from then on.
-    void selectPlace(int place);
     bool selectKey(const QString& key);
 
     Event<> selectionChangedByUser;

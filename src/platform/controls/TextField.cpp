@@ -45,10 +45,6 @@ void TextField::setUpperCase(bool upper) {
     m_rule->upper = upper;
 }
 
-void TextField::setSelectOnEntry(bool select) {
-    m_selectOnEntry = select;
-}
-
 double TextField::number() const {
     QString plain = text();
     if (!m_prefix.isEmpty() && plain.startsWith(m_prefix))
@@ -71,7 +67,7 @@ void TextField::focusInEvent(QFocusEvent* event) {
     QLineEdit::focusInEvent(event);
     if (isPassing(this, event))
         return;
-    if (m_selectOnEntry && event->reason() != Qt::MouseFocusReason)
+    if (event->reason() != Qt::MouseFocusReason)
         selectAll();
     entered();
 }

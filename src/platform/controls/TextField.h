@@ -30,8 +30,6 @@ class TextField : public QLineEdit, public Field {
     /// Reformats with values::numberField on leaving. Empty mask: no reformatting.
     void setNumberMask(const QString& mask, const QString& prefix = {});
     void setUpperCase(bool upper);
-    /// Selects the whole text when the field gets the focus.
-    void setSelectOnEntry(bool select);
     double number() const; ///< Val of the text
 
   protected:
@@ -45,7 +43,6 @@ class TextField : public QLineEdit, public Field {
     EntryRule* m_rule;
     QString m_mask;
     QString m_prefix;
-    bool m_selectOnEntry = true;
 };
 
 /// Money in a line: digits, one point, a sign; value() is a Currency, Null while the field is

@@ -55,7 +55,6 @@ class Form : public QWidget {
     /// Ends showModal without unloading, fields kept.
     void hideModal();
     bool isModalNow() const { return m_modal; }
-    bool isRefused() const { return m_refused; }
 
     /// Control of a name below this form; nullptr if there is none.
     template <class T = QWidget>

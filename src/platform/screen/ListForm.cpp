@@ -1,6 +1,7 @@
 #include "platform/screen/ListForm.h"
 
 #include "platform/controls/DropMenu.h"
+#include "platform/controls/ListView.h"
 #include "platform/screen/Layout.h"
 #include "platform/values/Literals.h"
 

@@ -1,6 +1,7 @@
 #include "platform/screen/Seams.h"
 
 #include "platform/jet/Error.h"
+#include "platform/screen/Forms.h"
 #include "platform/screen/Suspension.h"
 #include "platform/system/Companions.h"
 #include "platform/system/Remembered.h"
@@ -195,7 +196,9 @@ std::optional<Failure> run(const std::function<void()>& action) {
 /// What is told of a failure that may pass by itself or that somebody can mend outside; empty for
 /// all others.
 QString passing(const Failure& failure) {
-    const QString stays = u"\n\nWhat you entered is still on the screen."_s;
+    // At the start nobody has entered anything yet.
+    const QString stays =
+        Forms::all().isEmpty() ? QString() : u"\n\nWhat you entered is still on the screen."_s;
     switch (failure.kind) {
     case jet::Failure::Statement:
         return {};
