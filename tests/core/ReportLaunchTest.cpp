@@ -46,7 +46,7 @@ class ReportLaunch : public testsupport::ShopTest {
 
 } // namespace
 
-TEST_P(ReportLaunch, printsTheDefaultOfAModuleAboveTheCentre) {
+TEST_P(ReportLaunch, PrintsTheDefaultOfAModuleAboveTheCentre) {
     core::launchDefaultReport(u"Customer"_s, QString(), u"Full Customer Report"_s, &shell());
     ASSERT_NE(shown, nullptr);
     const QString text = shown->page(0).text();
@@ -67,7 +67,7 @@ TEST_P(ReportLaunch, printsTheDefaultOfAModuleAboveTheCentre) {
     EXPECT_FALSE(shown->page(0).text().contains(u"Alpha Molds"_s));
 }
 
-TEST_P(ReportLaunch, tellsWhatIsMissing) {
+TEST_P(ReportLaunch, TellsWhatIsMissing) {
     database().execute(u"UPDATE Reports SET Default = False WHERE Module = 'Customer'"_s);
     expectCritical(u"You do not have a Default Report specified for this Module or the "
                    "Default Report is missing!"_s,
@@ -85,7 +85,7 @@ TEST_P(ReportLaunch, tellsWhatIsMissing) {
     EXPECT_EQ(shown, nullptr);
 }
 
-TEST_P(ReportLaunch, takesTheTravelerWithOrWithoutNotes) {
+TEST_P(ReportLaunch, TakesTheTravelerWithOrWithoutNotes) {
     database().execute(u"INSERT INTO Job (PartNo, Quantity) VALUES ('P-7', 3)"_s);
     const auto job = database().lookup(u"SELECT JobNo FROM Job"_s).toLong();
     core::launchTraveler(job, false, &shell());
@@ -97,7 +97,7 @@ TEST_P(ReportLaunch, takesTheTravelerWithOrWithoutNotes) {
     EXPECT_EQ(shown->title, u"Job Traveler with Notes"_s);
 }
 
-TEST_P(ReportLaunch, leavesMoneyOutForWhoeverMayNotSeeIt) {
+TEST_P(ReportLaunch, LeavesMoneyOutForWhoeverMayNotSeeIt) {
     database().execute(
         u"INSERT INTO Job (PartNo, Quantity, JobShopRate, OneShopRate, QtyQuotedPrice, InvoiceEach)"
         " VALUES ('P-7', 3, 71.5, True, 8.25, 8.5)"_s);
@@ -123,7 +123,7 @@ TEST_P(ReportLaunch, leavesMoneyOutForWhoeverMayNotSeeIt) {
 
 MIRSA_BOTH_ENGINES(ReportLaunch);
 
-TEST(ReportErrors, aCodeWithoutARowIsUnknown) {
+TEST(ReportErrors, ACodeWithoutARowIsUnknown) {
     EXPECT_EQ(core::reportErrorText(20516), u":  Unknown Error!"_s);
     EXPECT_EQ(core::reportErrorText(20545),
               u":  User Has Cancelled Operation - The user has Clicked the Cancel "

@@ -65,7 +65,7 @@ QStringList everything(jet::Database& database) {
 
 } // namespace
 
-TEST_P(Sample, childrenHaveTheirParents) {
+TEST_P(Sample, ChildrenHaveTheirParents) {
     struct Link {
         const char16_t *child, *column, *parent, *key;
         const char16_t* where = u"";
@@ -114,7 +114,7 @@ TEST_P(Sample, childrenHaveTheirParents) {
 }
 
 // The figures on the rows are those that the roll-up gives.
-TEST_P(Sample, rollingUpCostsChangesNothing) {
+TEST_P(Sample, RollingUpCostsChangesNothing) {
     const QString jobs =
         u"SELECT JobNo, JobShopCost, TotalHours, InvoiceTotal FROM Job ORDER BY JobNo"_s;
     const QString hours = u"SELECT JobNo, OperNo, OperTime_Amount FROM JobOper ORDER BY ID"_s;
@@ -141,7 +141,7 @@ TEST_P(Sample, rollingUpCostsChangesNothing) {
 
 // Of every job: what the roll-up stores, what the job screen computes from its rows, and what one
 // select finds in the time log and the routing.
-TEST_P(Sample, jobsAreWhatTheirRowsCost) {
+TEST_P(Sample, JobsAreWhatTheirRowsCost) {
     const QString booked =
         u" FROM (Timelog AS t INNER JOIN JobOper AS o ON (t.JobNo = o.JobNo) AND (t.OperNo = "
         "o.OperNo)) INNER JOIN Operation AS p ON t.OperNo = p.OperNo WHERE p.OperType = 'I' AND "
@@ -186,7 +186,7 @@ TEST_P(Sample, jobsAreWhatTheirRowsCost) {
     EXPECT_GT(worked, 50);
 }
 
-TEST_P(Sample, estimatesAreWhatTheirRowsCost) {
+TEST_P(Sample, EstimatesAreWhatTheirRowsCost) {
     QHash<QString, double> cost;
     for (const QString& row :
          rows(u"SELECT e.EstNo, o.OperTime_Amount, o.OperShopRate, e.EstShopRate, "
@@ -217,7 +217,7 @@ TEST_P(Sample, estimatesAreWhatTheirRowsCost) {
     }
 }
 
-TEST_P(Sample, theFloorsRowsKeepItsRules) {
+TEST_P(Sample, TheFloorsRowsKeepItsRules) {
     struct Stretch {
         QDateTime begin, end;
     };
@@ -273,7 +273,7 @@ TEST_P(Sample, theFloorsRowsKeepItsRules) {
               0);
 }
 
-TEST_P(Sample, purchasesAgreeWithTheirReceipts) {
+TEST_P(Sample, PurchasesAgreeWithTheirReceipts) {
     EXPECT_EQ(rows(u"SELECT POItem.ID FROM POItem LEFT JOIN POReceived ON POItem.ID = "
                    "POReceived.ItemID GROUP BY POItem.ID, POItem.ReceivedQuantity "
                    "HAVING POItem.ReceivedQuantity > 0 AND "
@@ -293,7 +293,7 @@ TEST_P(Sample, purchasesAgreeWithTheirReceipts) {
               QStringList());
 }
 
-TEST_P(Sample, awkwardCasesAreInIt) {
+TEST_P(Sample, AwkwardCasesAreInIt) {
     const QString today = u"#03/02/2026#"_s;
     const std::vector<QString> wanted = {
         u"Job WHERE Shipped = False AND JobDueDate < "_s + today,
@@ -347,7 +347,7 @@ TEST_P(Sample, awkwardCasesAreInIt) {
     EXPECT_FALSE(seesMoney(u"floor"));
 }
 
-TEST(SampleRuns, theSameOptionsGiveTheSameRows) {
+TEST(SampleRuns, TheSameOptionsGiveTheSameRows) {
     using testsupport::TestDatabase;
     const auto made = [](const sample::Options& options) {
         TestDatabase shop(testsupport::EngineKind::File, TestDatabase::Contents::Shop);
@@ -360,7 +360,7 @@ TEST(SampleRuns, theSameOptionsGiveTheSameRows) {
     EXPECT_FALSE(first == made({1, 40, QDate(2026, 3, 3)}));
 }
 
-TEST(SampleRuns, aFailureLeavesNothingBehind) {
+TEST(SampleRuns, AFailureLeavesNothingBehind) {
     testsupport::TestDatabase shop(testsupport::EngineKind::File,
                                    testsupport::TestDatabase::Contents::Shop);
     shop.database().execute(u"DROP TABLE SpareParts"_s);

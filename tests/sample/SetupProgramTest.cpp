@@ -37,7 +37,7 @@ INSTANTIATE_TEST_SUITE_P(OnAServer, SetupProgram,
 
 } // namespace
 
-TEST(SetupProgramOnFiles, makesAFolderOnceAndFillsItOnce) {
+TEST(SetupProgramOnFiles, MakesAFolderOnceAndFillsItOnce) {
     QTemporaryDir temporary;
     const QString folder = temporary.filePath(u"new shop"_s);
     const QString path = folder + u"/Mirsa.mdb"_s;
@@ -63,7 +63,7 @@ TEST(SetupProgramOnFiles, makesAFolderOnceAndFillsItOnce) {
     }
 }
 
-TEST(SetupProgramOnFiles, tellsWhatItTakes) {
+TEST(SetupProgramOnFiles, TellsWhatItTakes) {
     QTemporaryDir folder;
     EXPECT_EQ(run({}).code, 2);
     EXPECT_EQ(run({u"remove"_s, folder.path()}).code, 2);
@@ -84,7 +84,7 @@ TEST(SetupProgramOnFiles, tellsWhatItTakes) {
     EXPECT_EQ(run({u"upgrade"_s, folder.path()}).code, 1);
 }
 
-TEST_P(SetupProgram, setsUpAServerOnceAndThenOnlyConnects) {
+TEST_P(SetupProgram, SetsUpAServerOnceAndThenOnlyConnects) {
     QTemporaryDir first, second;
     const QString uri = testDatabase().location();
     const Answer made = run({u"server"_s, uri, first.path()});

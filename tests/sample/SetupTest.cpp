@@ -35,7 +35,7 @@ MIRSA_BOTH_ENGINES(OlderDatabase);
 } // namespace
 
 // Later statements trust the schema that is read back from the engine: field widths, keys, types.
-TEST_P(Setup, theEngineTellsTheSchemaAsItWasDefined) {
+TEST_P(Setup, TheEngineTellsTheSchemaAsItWasDefined) {
     const auto other = station();
     for (const QString& statement : setup::definitions()) {
         if (!statement.startsWith(u"CREATE TABLE"))
@@ -56,7 +56,7 @@ TEST_P(Setup, theEngineTellsTheSchemaAsItWasDefined) {
 }
 
 // Shipments and bars outlive their job; a number that came back would give them to another one.
-TEST_P(Setup, numbersAreNeverGivenTwice) {
+TEST_P(Setup, NumbersAreNeverGivenTwice) {
     struct Counter {
         const char16_t *table, *key, *filled;
     };
@@ -77,7 +77,7 @@ TEST_P(Setup, numbersAreNeverGivenTwice) {
     }
 }
 
-TEST_P(Setup, leftOutColumnsTakeWhatTheirReadersExpect) {
+TEST_P(Setup, LeftOutColumnsTakeWhatTheirReadersExpect) {
     execute(u"INSERT INTO Users (UserID, username, password) VALUES ('new', 'N', 'p')");
     EXPECT_EQ(rows(u"SELECT usergroupid FROM Users WHERE UserID = 'new'"_s), QStringList{u"0"_s});
     execute(u"INSERT INTO Terms (description, netdue) VALUES ('Net 90', 90)");
@@ -95,7 +95,7 @@ TEST_P(Setup, leftOutColumnsTakeWhatTheirReadersExpect) {
     EXPECT_TRUE(db().hasRows(u"SELECT ID FROM Timelog WHERE JobNo IS NULL"_s));
 }
 
-TEST_P(Setup, rightsNameMenusOfTheShell) {
+TEST_P(Setup, RightsNameMenusOfTheShell) {
     const QStringList menus = core::menuNames();
     QSet<QString> securable;
     for (const QString& code :
@@ -120,7 +120,7 @@ TEST_P(Setup, rightsNameMenusOfTheShell) {
     }
 }
 
-TEST_P(Setup, deliveredReportsHaveTheirFilesAndOneDefaultEach) {
+TEST_P(Setup, DeliveredReportsHaveTheirFilesAndOneDefaultEach) {
     QHash<QString, int> defaults;
     for (const QString& row : rows(u"SELECT Module, FileName, IIf([Default] = true, 1, 0) AS d "
                                    "FROM Reports WHERE OEM = 1"_s)) {
@@ -136,7 +136,7 @@ TEST_P(Setup, deliveredReportsHaveTheirFilesAndOneDefaultEach) {
         EXPECT_EQ(it.value(), 1) << it.key().toStdString();
 }
 
-TEST_P(Setup, theAdministratorSignsInWithOneRowOfSettings) {
+TEST_P(Setup, TheAdministratorSignsInWithOneRowOfSettings) {
     EXPECT_TRUE(db().hasRows(
         u"SELECT ID, userGroupID FROM Users WHERE password = 'bolts' AND UserID = 'ADMIN'"_s));
     EXPECT_EQ(rows(u"SELECT COUNT(*) FROM SystemSettings"_s), QStringList{u"1"_s});
@@ -146,7 +146,7 @@ TEST_P(Setup, theAdministratorSignsInWithOneRowOfSettings) {
               4);
 }
 
-TEST_P(OlderDatabase, anUpgradeAddsWhatIsMissingAndLosesNothing) {
+TEST_P(OlderDatabase, AnUpgradeAddsWhatIsMissingAndLosesNothing) {
     makeOlder();
     execute(u"INSERT INTO Customer (company) VALUES ('D''Amico Präzision')");
     execute(u"INSERT INTO Job (CustID, Description) VALUES (1, 'Bushing')");

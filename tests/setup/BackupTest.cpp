@@ -61,7 +61,7 @@ keeping::BackupFile at(const QDate& date) {
 
 } // namespace
 
-TEST_P(Backup, takenWhileStationsWriteIsAStateOfSomeMoment) {
+TEST_P(Backup, TakenWhileStationsWriteIsAStateOfSomeMoment) {
     std::vector<std::jthread> stations;
     for (int i = 0; i < 8; ++i)
         stations.emplace_back([this](const std::stop_token& stop) {
@@ -94,7 +94,7 @@ TEST_P(Backup, takenWhileStationsWriteIsAStateOfSomeMoment) {
     EXPECT_EQ(written(*database), rows + 1);
 }
 
-TEST_P(Backup, aKillAtAnyMomentLeavesAGoodOldOneOrAGoodNewOne) {
+TEST_P(Backup, AKillAtAnyMomentLeavesAGoodOldOneOrAGoodNewOne) {
     write(*open());
     ASSERT_EQ(run({u"backup"_s, folder(), target()}).code, 0);
     const QString first = keeping::backupsIn(target()).front().path;
@@ -125,7 +125,7 @@ TEST_P(Backup, aKillAtAnyMomentLeavesAGoodOldOneOrAGoodNewOne) {
     EXPECT_EQ(QDir(target()).entryList({u"*.unfinished*"_s}), QStringList());
 }
 
-TEST_P(Backup, whatWasChangedSinceItWasFoundGoodIsRefused) {
+TEST_P(Backup, WhatWasChangedSinceItWasFoundGoodIsRefused) {
     write(*open());
     ASSERT_EQ(run({u"backup"_s, folder(), target()}).code, 0);
     const QString path = keeping::backupsIn(target()).front().path;
@@ -142,7 +142,7 @@ TEST_P(Backup, whatWasChangedSinceItWasFoundGoodIsRefused) {
     EXPECT_EQ(run({u"restore"_s, path + u"x"_s, folder()}).code, 1);
 }
 
-TEST_P(Backup, aDatabaseInUseIsNotReplaced) {
+TEST_P(Backup, ADatabaseInUseIsNotReplaced) {
     if (GetParam() == testsupport::EngineKind::Server)
         GTEST_SKIP() << "a server's tables are replaced in one transaction";
     ASSERT_EQ(run({u"backup"_s, folder(), target()}).code, 0);
@@ -154,7 +154,7 @@ TEST_P(Backup, aDatabaseInUseIsNotReplaced) {
     EXPECT_EQ(written(*station), 1);
 }
 
-TEST(BackupAges, allOfAWeekThenWeeklyThenMonthlyAreKept) {
+TEST(BackupAges, AllOfAWeekThenWeeklyThenMonthlyAreKept) {
     const QDateTime now(QDate(2007, 6, 13), QTime(17, 0));
     std::vector<keeping::BackupFile> backups;
     for (int day = 0; day < 500; ++day)
@@ -184,7 +184,7 @@ TEST(BackupAges, allOfAWeekThenWeeklyThenMonthlyAreKept) {
     EXPECT_EQ(keeping::outdated({at(QDate(1999, 1, 1))}, now, {}), QStringList()) << "the only one";
 }
 
-TEST(BackupAges, theAdministratorIsToldAsTheSettingsSay) {
+TEST(BackupAges, TheAdministratorIsToldAsTheSettingsSay) {
     QTemporaryDir folder;
     const QDateTime now(QDate(2007, 6, 13), QTime(8, 0));
     EXPECT_TRUE(keeping::isBackupDue(folder.path(), now));

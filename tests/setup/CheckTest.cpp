@@ -20,7 +20,7 @@ MIRSA_BOTH_ENGINES(Check);
 
 } // namespace
 
-TEST_P(Check, findsByRecordWhatIsWrongAndMendsWhatHasOneAnswer) {
+TEST_P(Check, FindsByRecordWhatIsWrongAndMendsWhatHasOneAnswer) {
     EXPECT_EQ(found(), QStringList());
     execute(u"INSERT INTO Operation (Description, OperType) VALUES ('Milling', 'I')");
     execute(u"INSERT INTO Job (Description, Quantity) VALUES ('Bushing', 1)");

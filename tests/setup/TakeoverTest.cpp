@@ -240,7 +240,7 @@ INSTANTIATE_TEST_SUITE_P(OnAFile, TakeoverOfFiles, ::testing::Values(testsupport
 
 } // namespace
 
-TEST_P(Takeover, everyRowOfAnOldFileStandsInTheNewDatabase) {
+TEST_P(Takeover, EveryRowOfAnOldFileStandsInTheNewDatabase) {
     const auto answer = takeOver(old(u"jet3.mdb"_s));
     ASSERT_EQ(answer.code, 0) << answer.err.toStdString();
     EXPECT_TRUE(answer.out.startsWith(u"1,415 of 1,415 rows")) << answer.out.toStdString();
@@ -256,7 +256,7 @@ TEST_P(Takeover, everyRowOfAnOldFileStandsInTheNewDatabase) {
     EXPECT_EQ(again.code, 1) << "a database stands there";
 }
 
-TEST_P(TakeoverOfFiles, lockedAndEncodedFilesAreReadToo) {
+TEST_P(TakeoverOfFiles, LockedAndEncodedFilesAreReadToo) {
     QByteArray locked = old(u"small.mdb"_s);
     exclusiveOr(locked, 0x42, QByteArray("g\0e\0h\0e\0i\0m\0'\0009\0009\0", 18));
     EXPECT_EQ(takeOver(locked, {}, "wrong\n").code, 1);
@@ -277,7 +277,7 @@ TEST_P(TakeoverOfFiles, lockedAndEncodedFilesAreReadToo) {
     expectFindings(u"small"_s);
 }
 
-TEST_P(TakeoverOfFiles, damageIsToldAndTakenOnlyWhenAskedFor) {
+TEST_P(TakeoverOfFiles, DamageIsToldAndTakenOnlyWhenAskedFor) {
     QByteArray damaged = old(u"small.mdb"_s);
     damaged.replace(345 * 4096, 4096, QByteArray(4096, '\0')); // a page of time records
     const auto refused = takeOver(damaged);
@@ -291,7 +291,7 @@ TEST_P(TakeoverOfFiles, damageIsToldAndTakenOnlyWhenAskedFor) {
               405);
 }
 
-TEST_P(TakeoverOfFiles, aMangledFileEndsInAMessage) {
+TEST_P(TakeoverOfFiles, AMangledFileEndsInAMessage) {
     const QByteArray whole = old(u"jet3.mdb"_s);
     quint32 seed = 99;
     const auto random = [&seed](qsizetype below) {
@@ -313,7 +313,7 @@ TEST_P(TakeoverOfFiles, aMangledFileEndsInAMessage) {
     EXPECT_EQ(takeOver("a letter to the customer").code, 1);
 }
 
-TEST_P(TakeoverOfFiles, aKilledRunLeavesNoHalfDatabase) {
+TEST_P(TakeoverOfFiles, AKilledRunLeavesNoHalfDatabase) {
     const QByteArray whole = old(u"jet3.mdb"_s);
     for (const int milliseconds : {20, 150, 400, 900}) {
         QProcess process;
@@ -332,7 +332,7 @@ TEST_P(TakeoverOfFiles, aKilledRunLeavesNoHalfDatabase) {
     expectTruth(u"jet3"_s);
 }
 
-TEST(TakeoverValues, becomeWhatTodaysColumnsHold) {
+TEST(TakeoverValues, BecomeWhatTodaysColumnsHold) {
     QTemporaryDir folder;
     takeover::Remarks remarks(folder.filePath(u"values.tsv"_s));
     const auto value = [&](const char* text, jet::ColumnType type) {

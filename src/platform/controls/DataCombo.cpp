@@ -12,6 +12,8 @@
 #include <QStringListModel>
 #include <QWheelEvent>
 
+#include <algorithm>
+
 namespace controls {
 
 DataCombo::DataCombo(QWidget* parent) : QComboBox(parent), m_list(new QStringListModel(this)) {
@@ -19,8 +21,10 @@ DataCombo::DataCombo(QWidget* parent) : QComboBox(parent), m_list(new QStringLis
     setInsertPolicy(NoInsert);
     setModel(m_list);
     m_rule = new EntryRule(lineEdit());
-    completer()->setCaseSensitivity(Qt::CaseInsensitive);
-    completer()->setCompletionMode(QCompleter::InlineCompletion);
+    m_completer = new QCompleter(model(), this);
+    m_completer->setCaseSensitivity(Qt::CaseInsensitive);
+    m_completer->setCompletionMode(QCompleter::InlineCompletion);
+    setCompleter(m_completer);
     // Measuring every row of a long list would take longer than reading it.
     setSizeAdjustPolicy(AdjustToMinimumContentsLengthWithIcon);
     setMinimumContentsLength(8);
@@ -63,6 +67,14 @@ void DataCombo::setList(const QStringList& texts, const QStringList& keys) {
             m_rowOfText.insert(folded, row);
     }
     m_list->setStringList(texts);
+    // A number that was typed is meant as it stands: 1 is not the beginning of 10.
+    const bool numbers =
+        std::any_of(texts.begin(), texts.end(),
+                    [](const QString& text) { return !text.isEmpty(); }) &&
+        std::all_of(texts.begin(), texts.end(), [](const QString& text) {
+            return std::all_of(text.begin(), text.end(), [](QChar c) { return c.isDigit(); });
+        });
+    lineEdit()->setCompleter(numbers ? nullptr : m_completer);
     // The same row again if it still stands with its text, otherwise what the text says.
     const auto same = key.isEmpty() ? -1 : int(m_keys.indexOf(key));
     if (same >= 0 && m_texts.at(same).compare(shown, Qt::CaseInsensitive) == 0)

@@ -8,6 +8,7 @@
 #include <QHash>
 #include <QStringList>
 
+class QCompleter;
 class QStringListModel;
 
 namespace controls {
@@ -15,8 +16,8 @@ namespace controls {
 class EntryRule;
 
 /// A combo whose list comes from a recordset: it shows one column and is bound to another. Typing
-/// completes from the list without regard to case; text that isn't on the list may stand (its bound
-/// text is then empty).
+/// completes from the list without regard to case, unless it is one of numbers; text that isn't on
+/// the list may stand (its bound text is then empty).
 class DataCombo : public QComboBox, public Field {
   public:
     explicit DataCombo(QWidget* parent = nullptr);
@@ -63,6 +64,7 @@ class DataCombo : public QComboBox, public Field {
     void takeTyped();
     EntryRule* m_rule;
     QStringListModel* m_list;
+    QCompleter* m_completer;
     QStringList m_texts;
     QStringList m_keys;
     QHash<QString, int> m_rowOfText; ///< by folded text, the first of equal ones

@@ -40,6 +40,17 @@ TEST_F(ComboTest, CompletesWithoutRegardToCaseAndTellsTheChoiceOnce) {
     EXPECT_EQ(chosen.size(), 2);
 }
 
+TEST_F(ComboTest, ANumberIsTakenAsItIsTyped) {
+    combo->setItems({u"10"_s, u"11"_s, u"1"_s});
+    type(u"dbcTerms"_s, u"1"_s);
+    leave();
+    EXPECT_EQ(combo->boundText(), u"1"_s);
+    combo->setItems({u"10 days"_s, u"11"_s});
+    type(u"dbcTerms"_s, u"10"_s);
+    leave();
+    EXPECT_EQ(text(u"dbcTerms"_s), u"10 days"_s);
+}
+
 TEST_F(ComboTest, TextOffTheListStandsUnlessTypingIsNotAllowed) {
     type(u"dbcTerms"_s, u"N'et 45 days|"_s);
     leave();

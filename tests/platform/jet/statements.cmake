@@ -1,5 +1,5 @@
 set(JET_STATEMENT_TESTS
     StatementEngines.cpp
-    TestTranslate.cpp
-    TestTranslateCorpus.cpp
-    TestTranslateRows.cpp)
+    TranslateTest.cpp
+    TranslateCorpusTest.cpp
+    TranslateRowsTest.cpp)

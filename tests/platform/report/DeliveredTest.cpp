@@ -128,7 +128,7 @@ class Delivered : public ::testing::TestWithParam<testsupport::EngineKind> {
 
 } // namespace
 
-TEST_P(Delivered, travelerCarriesTheRoutingWithItsBarCodes) {
+TEST_P(Delivered, TravelerCarriesTheRoutingWithItsBarCodes) {
     const qint64 job = db().lookup(u"SELECT TOP 1 JobNo FROM JobOper GROUP BY JobNo ORDER BY "
                                    "COUNT(*) DESC, JobNo"_s)
                            .toLong();
@@ -145,7 +145,7 @@ TEST_P(Delivered, travelerCarriesTheRoutingWithItsBarCodes) {
     EXPECT_EQ(text.count(u"OUTSIDE CONTRACTOR"_s), contractors);
 }
 
-TEST_P(Delivered, everyJobBeginsItsOwnTraveler) {
+TEST_P(Delivered, EveryJobBeginsItsOwnTraveler) {
     const auto jobs = rows(u"SELECT JobNo FROM Job ORDER BY JobNo"_s);
     const auto document = print(u"Job_Traveler.rpt"_s);
     ASSERT_GE(document->pageCount(), jobs.size());
@@ -158,7 +158,7 @@ TEST_P(Delivered, everyJobBeginsItsOwnTraveler) {
     EXPECT_EQ(starts, jobs);
 }
 
-TEST_P(Delivered, travelerWithNotesHasEachNoteBeneathItsOperation) {
+TEST_P(Delivered, TravelerWithNotesHasEachNoteBeneathItsOperation) {
     const qint64 job =
         db().lookup(u"SELECT TOP 1 JobNo FROM JobOperNote WHERE JobNo > 0 AND SeqNo > 0 "
                     "ORDER BY JobNo"_s)
@@ -177,7 +177,7 @@ TEST_P(Delivered, travelerWithNotesHasEachNoteBeneathItsOperation) {
     EXPECT_EQ(text.count(u"Deburr"_s) % 150, 0);
 }
 
-TEST_P(Delivered, quoteShowsBreaksThatHaveAQuantity) {
+TEST_P(Delivered, QuoteShowsBreaksThatHaveAQuantity) {
     const qint64 estimate =
         db().lookup(u"SELECT TOP 1 EstNo FROM Estimate WHERE QtyBreakA > 0 AND QtyBreakC > 0 "
                     "ORDER BY EstNo"_s)
@@ -198,7 +198,7 @@ TEST_P(Delivered, quoteShowsBreaksThatHaveAQuantity) {
     EXPECT_TRUE(text.contains(db().lookup(u"SELECT CompanyName FROM SystemSettings"_s).toText()));
 }
 
-TEST_P(Delivered, customerListHasEveryCustomerOnceInOrder) {
+TEST_P(Delivered, CustomerListHasEveryCustomerOnceInOrder) {
     const auto document = print(u"Customers.rpt"_s);
     const QString text = allText(*document);
     const auto count = rows(u"SELECT Custid FROM Customer"_s).size();
@@ -211,7 +211,7 @@ TEST_P(Delivered, customerListHasEveryCustomerOnceInOrder) {
     EXPECT_TRUE(allText(*some).contains(u"%1 customers"_s.arg(between.size())));
 }
 
-TEST_P(Delivered, listsOfVendorsAndEmployeesCountThemAll) {
+TEST_P(Delivered, ListsOfVendorsAndEmployeesCountThemAll) {
     const auto vendors = rows(u"SELECT VendID FROM Vendor"_s).size();
     EXPECT_TRUE(allText(*print(u"Vendors.rpt"_s)).contains(u"%1 vendors"_s.arg(vendors)));
     const auto employees = rows(u"SELECT EmpID FROM Employee"_s).size();
@@ -220,7 +220,7 @@ TEST_P(Delivered, listsOfVendorsAndEmployeesCountThemAll) {
         allText(*print(u"Vendors.rpt"_s, u"{Vendor.Vendid} = 1"_s)).contains(u"1 vendors"_s));
 }
 
-TEST_P(Delivered, badgesAreOfActivePeopleAndCarryTheSecurityCharactersWhenTheseAreOn) {
+TEST_P(Delivered, BadgesAreOfActivePeopleAndCarryTheSecurityCharactersWhenTheseAreOn) {
     const QStringList active = rows(u"SELECT EmpID FROM Employee WHERE EmpStatus = 'Active'"_s);
     ASSERT_GT(active.size(), 1);
     for (const bool on : {false, true}) {
@@ -235,7 +235,7 @@ TEST_P(Delivered, badgesAreOfActivePeopleAndCarryTheSecurityCharactersWhenTheseA
     EXPECT_TRUE(allText(*print(u"bCommands.rpt"_s)).contains(u"SUSPEND"_s));
 }
 
-TEST_P(Delivered, jobReportAddsUpWhatTheJobCost) {
+TEST_P(Delivered, JobReportAddsUpWhatTheJobCost) {
     const qint64 job =
         db().lookup(u"SELECT TOP 1 Job.JobNo FROM Job INNER JOIN JobMiscCost ON Job.JobNo = "
                     "JobMiscCost.JobNo WHERE Job.TotalHours > 0 ORDER BY Job.JobNo"_s)
@@ -264,7 +264,7 @@ TEST_P(Delivered, jobReportAddsUpWhatTheJobCost) {
     EXPECT_TRUE(text.contains(u"Total cost\t$"_s + money(inHouse + outside + fixed)));
 }
 
-TEST_P(Delivered, billsOfMaterialListItemsAndAssemblies) {
+TEST_P(Delivered, BillsOfMaterialListItemsAndAssemblies) {
     for (const auto& [file, table, key, costs, parent] :
          {std::array{"estimate_bom.rpt", "Estimate", "EstNo", "EstMiscCost", "AssemblyEstno"},
           std::array{"job_bom.rpt", "Job", "JobNo", "JobMiscCost", "AssemblyJobNo"}}) {
@@ -300,7 +300,7 @@ TEST_P(Delivered, billsOfMaterialListItemsAndAssemblies) {
     }
 }
 
-TEST_P(Delivered, listsOfJobsKeepTheirPlacesWithLongTextsAndWithNone) {
+TEST_P(Delivered, ListsOfJobsKeepTheirPlacesWithLongTextsAndWithNone) {
     const QString words = u"Bracket, left hand, anodized and masked "_s.repeated(5);
     db().execute(u"INSERT INTO Job (CustID, PONo, PartNo, Description, Material, "
                  "Quantity, Shipped) VALUES(1, '%1', '%2', '%3', '%3', 123456789, "
@@ -327,7 +327,7 @@ TEST_P(Delivered, listsOfJobsKeepTheirPlacesWithLongTextsAndWithNone) {
                          .arg(bare));
 }
 
-TEST_P(Delivered, theScheduleIsDrawnToScaleAndTheLoadAddsUp) {
+TEST_P(Delivered, TheScheduleIsDrawnToScaleAndTheLoadAddsUp) {
     const QString job =
         rows(u"SELECT MAX(JobNo) FROM JobOperSchedule WHERE JobNo IN (SELECT JobNo FROM Job WHERE "
              "JobDueDate > JobDateIn)"_s)
@@ -370,7 +370,7 @@ TEST_P(Delivered, theScheduleIsDrawnToScaleAndTheLoadAddsUp) {
     }
 }
 
-TEST_P(Delivered, hoursOfATimeAddUpByWeekByJobAndInAttendance) {
+TEST_P(Delivered, HoursOfATimeAddUpByWeekByJobAndInAttendance) {
     const QString of = u"%1.EmpID = 2 AND %1.%2 >= #06/01/2025# AND %1.%2 < #02/03/2026#"_s;
     const QString formula = u"{TimeLog.EmpID} = 2 and {Timelog.Startdate} in date(2025,06,01) to "
                             "date(2026,02,02) and {TimeLog.status} like '*'"_s;
@@ -413,7 +413,7 @@ TEST_P(Delivered, hoursOfATimeAddUpByWeekByJobAndInAttendance) {
         print(QString::fromUtf16(file));
 }
 
-TEST_P(Delivered, formulasOfTheQueryFormsRun) {
+TEST_P(Delivered, FormulasOfTheQueryFormsRun) {
     for (const auto* formula :
          {u"{customer.company} in 'A' to 'M'", u"{Job.JobNo} in 1 to 20",
           u"{Job.PartNo} = 'O''Hara'", u"{Job.JobDateIn} in date(2025,06,01) to date(2026,03,02)",
@@ -434,7 +434,7 @@ TEST_P(Delivered, formulasOfTheQueryFormsRun) {
                           "Shipped = False ORDER BY JobNo"_s));
 }
 
-TEST_P(Delivered, theManualsExamplePrints) {
+TEST_P(Delivered, TheManualsExamplePrints) {
     QFile manual(testsupport::sourceFile(u"docs/reports.md"_s));
     ASSERT_TRUE(manual.open(QIODevice::ReadOnly));
     const QByteArray content = manual.readAll();
@@ -458,7 +458,7 @@ TEST_P(Delivered, theManualsExamplePrints) {
     EXPECT_TRUE(text.contains(u'\n' + money(left) + u" h left\n"_s)) << left;
 }
 
-TEST_P(Delivered, requestsAndOrdersCarryTheirLinesAndTotals) {
+TEST_P(Delivered, RequestsAndOrdersCarryTheirLinesAndTotals) {
     const QString group =
         db().lookup(u"SELECT TOP 1 OrderNumber FROM RFQVendor GROUP BY OrderNumber ORDER BY "
                     "COUNT(*) DESC, OrderNumber"_s)
@@ -487,7 +487,7 @@ TEST_P(Delivered, requestsAndOrdersCarryTheirLinesAndTotals) {
         money(number(u"SELECT SUM(ItemTotal) FROM POItem WHERE PONumber = "_s + order))));
 }
 
-TEST_P(Delivered, openOrdersAndReceiptsAddUp) {
+TEST_P(Delivered, OpenOrdersAndReceiptsAddUp) {
     const QString open = u" FROM POItem WHERE ReceivedQuantity < Quantity"_s;
     const QString value =
         money(number(u"SELECT SUM((Quantity - ReceivedQuantity) * UnitPrice)"_s + open));
@@ -503,7 +503,7 @@ TEST_P(Delivered, openOrdersAndReceiptsAddUp) {
         number(u"SELECT SUM(QtyRecvd) FROM POReceived WHERE PONumber = "_s + order), u"#,##0")));
 }
 
-TEST_P(Delivered, stockReportsAddUpAndLabelsCarryTheirCodes) {
+TEST_P(Delivered, StockReportsAddUpAndLabelsCarryTheirCodes) {
     const QString worth =
         money(number(u"SELECT SUM(Items.Quantity * Items.PricePer) FROM Items"_s));
     EXPECT_TRUE(allText(*print(u"Inventory_List.rpt"_s)).contains(worth)) << worth.toStdString();

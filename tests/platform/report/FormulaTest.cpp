@@ -43,7 +43,7 @@ void expectAll(std::initializer_list<Pair> pairs) {
 
 } // namespace
 
-TEST(Formula, notIsStrongerThanAndAndIsStrongerThanOr) {
+TEST(Formula, NotIsStrongerThanAndAndIsStrongerThanOr) {
     expectAll({
         {u"{Job.JobNo} = 1 or {Job.PartNo} = 'a' and {Job.PartNo} <> 'b'",
          u"([JobNo] = 1 OR ([PartNo] = 'a' AND [PartNo] <> 'b'))"},
@@ -55,7 +55,7 @@ TEST(Formula, notIsStrongerThanAndAndIsStrongerThanOr) {
     });
 }
 
-TEST(Formula, rangesListsAndPatterns) {
+TEST(Formula, RangesListsAndPatterns) {
     expectAll({
         {u"{Job.JobNo} in 5 to 12", u"([JobNo] BETWEEN 5 AND 12)"},
         {u"{Job.PartNo} in 'A-1' to 'B-9'", u"([PartNo] BETWEEN 'A-1' AND 'B-9')"},
@@ -66,7 +66,7 @@ TEST(Formula, rangesListsAndPatterns) {
     });
 }
 
-TEST(Formula, aDateMeansItsWholeDay) {
+TEST(Formula, ADateMeansItsWholeDay) {
     expectAll({
         {u"{Job.JobDateIn} = date(2026,03,02)",
          u"([JobDateIn] >= #03/02/2026# AND [JobDateIn] < #03/03/2026#)"},
@@ -80,7 +80,7 @@ TEST(Formula, aDateMeansItsWholeDay) {
     });
 }
 
-TEST(Formula, textIsNeverPasted) {
+TEST(Formula, TextIsNeverPasted) {
     expectAll({
         {u"{Job.PartNo} = 'O''Neil'", u"[PartNo] = 'O''Neil'"},
         {u"{Job.PartNo} = \"x' or 1=1\"", u"[PartNo] = 'x'' or 1=1'"},
@@ -90,7 +90,7 @@ TEST(Formula, textIsNeverPasted) {
     });
 }
 
-TEST(Formula, faultsAreErrorsInTheFormula) {
+TEST(Formula, FaultsAreErrorsInTheFormula) {
     for (const auto* formula :
          {u"{Job.Nothing} = 1", u"{Elsewhere.JobNo} = 1", u"{Job.JobNo} =", u"{Job.JobNo} = 1)",
           u"({Job.JobNo} = 1", u"{Job.JobNo} = 1 or", u"{Job.JobNo}", u"{Job.JobNo} = 'abc'",
@@ -104,7 +104,7 @@ TEST(Formula, faultsAreErrorsInTheFormula) {
     EXPECT_EQ(where(u"not "_s.repeated(5000) + u"{Job.Shipped}"_s), u"20515"_s);
 }
 
-TEST(Formula, thousandsOfSelectedRecordsBecomeOneList) {
+TEST(Formula, ThousandsOfSelectedRecordsBecomeOneList) {
     QStringList terms;
     for (int number = 1; number <= 5000; ++number)
         terms.append(u"{Job.JobNo} = %1"_s.arg(number));

@@ -64,7 +64,7 @@ constexpr auto inHouse = u"FROM JobOper INNER JOIN Operation ON JobOper.OperNo =
 
 } // namespace
 
-TEST_P(JobReports, listHasEachChosenJobOnceWithItsHoursAndTotals) {
+TEST_P(JobReports, ListHasEachChosenJobOnceWithItsHoursAndTotals) {
     const auto some = rows(u"SELECT TOP 3 JobNo FROM Job ORDER BY JobNo DESC"_s).join(u',');
     for (const auto& [formula, where] :
          {std::pair{QString(), u"JobNo > 0"_s},
@@ -111,7 +111,7 @@ TEST_P(JobReports, listHasEachChosenJobOnceWithItsHoursAndTotals) {
                     .contains(u"There are no jobs to list."_s));
 }
 
-TEST_P(JobReports, everyJobReportAgreesWithTheCostsOfItsRows) {
+TEST_P(JobReports, EveryJobReportAgreesWithTheCostsOfItsRows) {
     // One job without a quantity, one whose operations have a rate each, one of many operations.
     const auto first = rows(u"SELECT TOP 2 JobNo FROM Job ORDER BY JobNo"_s);
     execute(u"UPDATE Job SET Quantity = 0 WHERE JobNo = "_s + first.at(0));
@@ -166,7 +166,7 @@ TEST_P(JobReports, everyJobReportAgreesWithTheCostsOfItsRows) {
     }
 }
 
-TEST_P(JobReports, shippingRunsUpToTheJobsQuantityAndForgetsNoConsignment) {
+TEST_P(JobReports, ShippingRunsUpToTheJobsQuantityAndForgetsNoConsignment) {
     const auto job = rows(u"SELECT TOP 1 JobNo FROM Job ORDER BY JobNo DESC"_s).at(0);
     execute(u"DELETE FROM JobShip WHERE JobNo = "_s + job);
     execute(u"UPDATE Job SET Quantity = 1500 WHERE JobNo = "_s + job);
@@ -212,7 +212,7 @@ TEST_P(JobReports, shippingRunsUpToTheJobsQuantityAndForgetsNoConsignment) {
                     .contains(u"Nothing has been shipped."_s));
 }
 
-TEST_P(JobReports, billsOfMaterialGoDownTheAssemblies) {
+TEST_P(JobReports, BillsOfMaterialGoDownTheAssemblies) {
     struct Bill {
         QString file, table, key, costs, parent, heading, deeper;
     };
@@ -333,7 +333,7 @@ TEST_P(JobReports, billsOfMaterialGoDownTheAssemblies) {
     }
 }
 
-TEST_P(JobReports, everyRegisteredReportIsThereAndEachModuleHasOneDefault) {
+TEST_P(JobReports, EveryRegisteredReportIsThereAndEachModuleHasOneDefault) {
     const auto registered = rows(u"SELECT FileName FROM Reports WHERE OEM = 1"_s);
     EXPECT_TRUE(registered.contains(u"Jobs_List.rpt"_s));
     for (const auto& file : registered)

@@ -59,7 +59,7 @@ class Layout : public ::testing::Test {
 
 } // namespace
 
-TEST_F(Layout, pagesFillWithRowsBetweenHeaderAndFooter) {
+TEST_F(Layout, PagesFillWithRowsBetweenHeaderAndFooter) {
     parts(10);
     const auto document = layOut(
         u"<pageHeader><band height=\"10\"><text>{title}</text></band></pageHeader>"
@@ -82,7 +82,7 @@ TEST_F(Layout, pagesFillWithRowsBetweenHeaderAndFooter) {
     EXPECT_NEAR(last.y, 80, 0.01);
 }
 
-TEST_F(Layout, groupsTotalTheirRowsAndRepeatTheirHeaders) {
+TEST_F(Layout, GroupsTotalTheirRowsAndRepeatTheirHeaders) {
     parts(10);
     const auto document = layOut(
         u"<body><group by=\"Kind\"><header><band height=\"10\"><text>Kind "
@@ -100,7 +100,7 @@ TEST_F(Layout, groupsTotalTheirRowsAndRepeatTheirHeaders) {
                            u"Kind C\nC: 2 for 23.75, 9.5 to 10\nAll: 137.50\n"_s}));
 }
 
-TEST_F(Layout, keepsTogetherWhatBelongsTogether) {
+TEST_F(Layout, KeepsTogetherWhatBelongsTogether) {
     parts(8);
     const QString report =
         u"<body><group by=\"Kind\" keepTogether=\"%1\" repeat=\"no\"><header><band height=\"10\">"
@@ -118,7 +118,7 @@ TEST_F(Layout, keepsTogetherWhatBelongsTogether) {
     EXPECT_EQ(texts(*layOut(narrow.arg(u"yes"_s))).front(), u"Kind A\n1\n2\n3\n4\n"_s);
 }
 
-TEST_F(Layout, memosGrowPushDownWhatIsBelowAndSplitBetweenLines) {
+TEST_F(Layout, MemosGrowPushDownWhatIsBelowAndSplitBetweenLines) {
     QStringList lines;
     for (int number = 1; number <= 40; ++number)
         lines.append(numbered(number));
@@ -148,7 +148,7 @@ TEST_F(Layout, memosGrowPushDownWhatIsBelowAndSplitBetweenLines) {
     EXPECT_NEAR(second.y, 10, 0.01);
 }
 
-TEST_F(Layout, linesBreakAtBlanksAndNeverLeaveTheirField) {
+TEST_F(Layout, LinesBreakAtBlanksAndNeverLeaveTheirField) {
     source.add(u"Part"_s,
                {{u"Notes"_s},
                 {{u"Turn, face and drill to print REV-C/2026, deburr all edges"_s},
@@ -173,7 +173,7 @@ TEST_F(Layout, linesBreakAtBlanksAndNeverLeaveTheirField) {
     EXPECT_EQ(measure.lines(u"x"_s.repeated(3), 0.5).size(), 3);
 }
 
-TEST_F(Layout, detailListsReadWithTheValuesOfTheirRow) {
+TEST_F(Layout, DetailListsReadWithTheValuesOfTheirRow) {
     source.add(u"Part"_s, {{u"No"_s, u"Name"_s}, {{7, u"O'Neil"_s}, {8, Value()}}});
     source.add(u"Step"_s, {{u"Hours"_s, u"No"_s}, {{1.5, 70}, {2.25, 71}}});
     source.add(u"Company"_s, {{u"Name"_s}, {{u"Acme"_s}}});
@@ -198,7 +198,7 @@ TEST_F(Layout, detailListsReadWithTheValuesOfTheirRow) {
     EXPECT_TRUE(source.asked.contains(u"SELECT * FROM Tool WHERE Step = 71"_s));
 }
 
-TEST_F(Layout, barCodesShowTextWhereTheyCannotEncode) {
+TEST_F(Layout, BarCodesShowTextWhereTheyCannotEncode) {
     source.add(
         u"Part"_s,
         {{u"Code"_s}, {{u"JOB-12"_s}, {QString::fromUtf8("caf\xc3\xa9")}, {u"X"_s.repeated(80)}}});
@@ -222,7 +222,7 @@ TEST_F(Layout, barCodesShowTextWhereTheyCannotEncode) {
     }
 }
 
-TEST_F(Layout, anEmptyReportSaysSo) {
+TEST_F(Layout, AnEmptyReportSaysSo) {
     parts(0);
     const auto document =
         layOut(u"<pageFooter><band><text>{page}/{pages}</text></band></pageFooter>"
@@ -231,7 +231,7 @@ TEST_F(Layout, anEmptyReportSaysSo) {
     EXPECT_EQ(texts(*document), QStringList{u"No parts.\n1/1\n"_s});
 }
 
-TEST_F(Layout, manyPagesComeBackFromTheirFileAsTheyWere) {
+TEST_F(Layout, ManyPagesComeBackFromTheirFileAsTheyWere) {
     parts(0);
     MemorySource::Table table{{u"No"_s}, {}};
     for (int number = 0; number < 60000; ++number)
@@ -248,7 +248,7 @@ TEST_F(Layout, manyPagesComeBackFromTheirFileAsTheyWere) {
     EXPECT_TRUE(document->page(3).text().startsWith(u"150\t"_s));
 }
 
-TEST_F(Layout, faultsOfAFileNameTheirLine) {
+TEST_F(Layout, FaultsOfAFileNameTheirLine) {
     parts(1);
     const auto told = [&](const QString& content) { return failure([&] { layOut(content); }); };
     EXPECT_EQ(told(u"\n<body><detail><band><txt/></band></detail></body>"_s),
@@ -276,7 +276,7 @@ TEST_F(Layout, faultsOfAFileNameTheirLine) {
                     .startsWith(u"20533"_s));
 }
 
-TEST(ReportQuery, theFormulaStandsInsideTheQuery) {
+TEST(ReportQuery, TheFormulaStandsInsideTheQuery) {
     MemorySource source;
     source.add(u"Job"_s,
                {{u"JobNo"_s, u"CustID"_s}, {}, {jet::ColumnType::Long, jet::ColumnType::Long}});

@@ -52,7 +52,7 @@ class Preview : public testsupport::ScreenFixture {
 
 } // namespace
 
-TEST_F(Preview, pagesAreReachedByKeysAndByNumber) {
+TEST_F(Preview, PagesAreReachedByKeysAndByNumber) {
     EXPECT_EQ(state(), u"Page 1 of 12"_s);
     press(Qt::Key_PageDown);
     press(Qt::Key_PageDown);
@@ -70,7 +70,7 @@ TEST_F(Preview, pagesAreReachedByKeysAndByNumber) {
     EXPECT_FALSE(window->findChild<QAction*>(u"firstPage"_s)->isEnabled());
 }
 
-TEST_F(Preview, zoomKeepsThePage) {
+TEST_F(Preview, ZoomKeepsThePage) {
     auto* view = window->view();
     view->goToPage(4);
     for (const auto& [zoom, percent] : {std::pair(report::PageView::Zoom::Page, 0.0),
@@ -87,7 +87,7 @@ TEST_F(Preview, zoomKeepsThePage) {
     EXPECT_EQ(view->currentPage(), 4);
 }
 
-TEST_F(Preview, searchGoesFromPlaceToPlaceAndRound) {
+TEST_F(Preview, SearchGoesFromPlaceToPlaceAndRound) {
     press(Qt::Key_F, Qt::ControlModifier);
     auto* wanted = window->findChild<QLineEdit*>(u"wanted"_s);
     ASSERT_TRUE(wanted->hasFocus());
@@ -106,7 +106,7 @@ TEST_F(Preview, searchGoesFromPlaceToPlaceAndRound) {
     EXPECT_EQ(state(), u"Page 7 of 12"_s);
 }
 
-TEST_F(Preview, savesAPdfAndTellsWhereItCannot) {
+TEST_F(Preview, SavesAPdfAndTellsWhereItCannot) {
     EXPECT_TRUE(window->suggestedFile().endsWith(u"/Job 1 for 'AC-DC'.pdf"_s));
     QTemporaryDir folder;
     expectSaveFile(folder.filePath(u"jobs"_s));
@@ -117,7 +117,7 @@ TEST_F(Preview, savesAPdfAndTellsWhereItCannot) {
     window->saveAsPdf();
 }
 
-TEST_F(Preview, sendHandsThePdfToTheMailProgram) {
+TEST_F(Preview, SendHandsThePdfToTheMailProgram) {
     press(Qt::Key_E, Qt::ControlModifier);
     ASSERT_EQ(started.size(), 1);
     EXPECT_TRUE(started[0].startsWith(u"xdg-email --utf8 --subject Job 1 for 'AC/DC' --attach "_s));
@@ -130,7 +130,7 @@ TEST_F(Preview, sendHandsThePdfToTheMailProgram) {
     press(Qt::Key_E, Qt::ControlModifier);
 }
 
-TEST_F(Preview, escapeClosesItAndItGoesWithItsMainWindow) {
+TEST_F(Preview, EscapeClosesItAndItGoesWithItsMainWindow) {
     EXPECT_EQ(window->parentWidget(), &shell());
     EXPECT_TRUE(window->isWindow());
     EXPECT_FALSE(window->isModal());

@@ -69,7 +69,7 @@ const QByteArray good =
 
 } // namespace
 
-TEST_F(Engine, answersWithItsCodesAndShowsNothingOnFailure) {
+TEST_F(Engine, AnswersWithItsCodesAndShowsNothingOnFailure) {
     EXPECT_EQ(print(folder.filePath(u"none.rpt"_s)), 20504);
     EXPECT_EQ(print(file("<report><query>")), 20525);
     EXPECT_TRUE(detail.startsWith(u"Jobs.rpt:1:"_s)) << detail.toStdString();
@@ -90,7 +90,7 @@ TEST_F(Engine, answersWithItsCodesAndShowsNothingOnFailure) {
     EXPECT_EQ(print(folder.filePath(u"JOBS.RPT"_s)), 0);
 }
 
-TEST_F(Engine, aPdfHoldsTheTextOfThePages) {
+TEST_F(Engine, APdfHoldsTheTextOfThePages) {
     ASSERT_EQ(print(file(good)), 0);
     ASSERT_EQ(shown->pageCount(), 2);
     const QStringList pages = pdfText(*shown).split(u'\f');
@@ -102,7 +102,7 @@ TEST_F(Engine, aPdfHoldsTheTextOfThePages) {
     EXPECT_TRUE(pages[1].contains(u"page 2 of 2"_s));
 }
 
-TEST_F(Engine, paintsTextAndBarsWhereTheLayoutPutThem) {
+TEST_F(Engine, PaintsTextAndBarsWhereTheLayoutPutThem) {
     ASSERT_EQ(print(file(good)), 0);
     constexpr int dotsPerMm = 8;
     QImage image(216 * dotsPerMm, 280 * dotsPerMm, QImage::Format_RGB32);

@@ -1,6 +1,6 @@
+#include "estimating/OperationCatalogue.h"
 #include "estimating/Catalogue.h"
 #include "estimating/CatalogueDialogs.h"
-#include "estimating/OperationCatalogue.h"
 #include "platform/values/Literals.h"
 
 #include "core/MirsaMain.h"
