@@ -235,6 +235,8 @@ void frmRFQ::newVendor(bool carryLines) {
     showParts();
     keepBefore();
     showLines(std::move(carried));
+    if (!carryLines)
+        control<controls::TextField>(u"txtTotal"_s)->setText({});
     m_begun = Begun::Vendor;
 }
 

@@ -182,6 +182,7 @@ TEST_P(Buying, FromAnEstimateByAGroupOfThreeVendorsToStock) {
     press(u"cmdSave"_s);
     addVendor(u"Stone"_s, false);
     EXPECT_EQ(cells(u"sprRFQItem"_s).size(), 0);
+    EXPECT_EQ(text(u"txtTotal"_s), QString());
     addItem(u"frmRFQaddItem"_s, u"A-1"_s, u"Bar"_s, u"4"_s, u"2"_s);
     press(u"cmdSave"_s);
     EXPECT_EQ(rows(u"SELECT ItemKey FROM RFQItem"_s).size(), 5);
