@@ -5,53 +5,77 @@
 
 #include <QHash>
 
-#include <algorithm>
+#include <span>
 
 namespace inventory {
 
 namespace {
 
-/// Texts by number: one select for all rows of a kind.
-using Names = QHash<qint64, QString>;
+/// What the numbers of a type's rows mean: a select of number and name, over the item's rows.
+struct NameSource {
+    QString type;
+    QString select;
+    bool byRow = false; ///< the number is the row's own
+};
 
-Names namesOf(jet::Database& database, const QString& select) {
-    Names names;
-    jet::Recordset set = database.openRecordset(select, jet::RecordsetType::Snapshot);
-    for (; !set.eof(); set.moveNext())
-        names.insert(set.field(0).toLong(), set.field(1).toText());
-    return names;
+/// One side of an item's history.
+struct HistorySide {
+    QString table;
+    QString number; ///< the column of job, customer, operation or order
+    std::vector<NameSource> names;
+};
+
+NameSource jobCompany(const QString& table, const QString& number) {
+    return {u"Job"_s, u"SELECT DISTINCT Job.JobNo, Customer.Company FROM (%1 INNER JOIN Job ON "
+                      "%1.%2 = Job.JobNo) INNER JOIN Customer ON Job.CustID = "
+                      "Customer.CustID"_s.arg(table, number)};
 }
 
-/// Says of the rows of a type whom their numbers mean; `select` ends in "IN (".
-void nameRows(jet::Database& database, std::vector<Movement>& rows, QStringView type,
-              const QString& select) {
-    std::vector<qint64> numbers;
-    for (const Movement& row : rows) {
-        if (row.type.compare(type, Qt::CaseInsensitive) == 0)
-            numbers.push_back(row.number);
-    }
-    if (numbers.empty())
-        return;
-    std::sort(numbers.begin(), numbers.end());
-    numbers.erase(std::unique(numbers.begin(), numbers.end()), numbers.end());
-    const Names names = namesOf(database, select + listOf(numbers) + u")"_s);
-    for (Movement& row : rows) {
-        if (row.type.compare(type, Qt::CaseInsensitive) == 0)
-            row.company = names.value(row.number);
-    }
+const HistorySide& issueSide() {
+    static const HistorySide side{
+        u"ItemIssue"_s,
+        u"IssueTo"_s,
+        {jobCompany(u"ItemIssue"_s, u"IssueTo"_s),
+         {u"Sales"_s, u"SELECT DISTINCT Customer.CustID, Customer.Company FROM ItemIssue INNER "
+                      "JOIN Customer ON ItemIssue.IssueTo = Customer.CustID"_s},
+         {u"OverHead"_s, u"SELECT DISTINCT Operation.OperNo, Operation.Description FROM ItemIssue "
+                         "INNER JOIN Operation ON ItemIssue.IssueTo = Operation.OperNo"_s}}};
+    return side;
 }
 
-std::vector<Movement> movements(jet::Database& database, const QString& table,
-                                const QString& number, qint64 itemId) {
-    jet::Recordset set = database.openRecordset(
-        u"SELECT "_s + table +
-            u".*, (Employee.FirstName + ' ' + Employee.LastName) AS [Name] FROM "_s + table +
-            u" INNER JOIN Employee ON Employee.EmpID = "_s + table + u".Employee WHERE "_s + table +
-            u".ItemID = "_s + num(itemId) + u" ORDER BY "_s + table + u".[Date], "_s + table +
-            u".ID"_s,
-        jet::RecordsetType::Snapshot);
+const HistorySide& stockSide() {
+    // By hand: by what the vendor was called on an order; one who never had any shows nothing.
+    static const HistorySide side{
+        u"ItemReStock"_s,
+        u"[Number]"_s,
+        {jobCompany(u"ItemReStock"_s, u"[Number]"_s),
+         {u"PO"_s, u"SELECT DISTINCT POVendor.OrderNumber, POVendor.Company FROM ItemReStock INNER "
+                   "JOIN POVendor ON ItemReStock.[Number] = POVendor.OrderNumber"_s},
+         {u"Manual"_s,
+          u"SELECT ItemReStock.ID, POVendor.Company FROM ItemReStock INNER JOIN POVendor "
+          "ON ItemReStock.Vendor = POVendor.VendorID"_s,
+          true}}};
+    return side;
+}
+
+void addSelects(std::vector<jet::WantedSet>& selects, const HistorySide& side, qint64 itemId) {
+    const QString table = side.table;
+    const QString ofItem = u" WHERE "_s + table + u".ItemID = "_s + num(itemId);
+    selects.emplace_back(u"SELECT "_s + table +
+                         u".*, (Employee.FirstName + ' ' + Employee.LastName) AS [Name] FROM "_s +
+                         table + u" INNER JOIN Employee ON Employee.EmpID = "_s + table +
+                         u".Employee"_s + ofItem + u" ORDER BY "_s + table + u".[Date], "_s +
+                         table + u".ID"_s);
+    for (const NameSource& names : side.names)
+        selects.emplace_back(names.select + ofItem + u" AND "_s + table + u".Type = '"_s +
+                             names.type + u"'"_s);
+}
+
+/// Takes the side's sets from `sets`, which begin with them.
+std::vector<Movement> readSide(const HistorySide& side, std::span<jet::Recordset> sets) {
     std::vector<Movement> rows;
-    for (; !set.eof(); set.moveNext())
+    const QString number = QString(side.number).remove(u'[').remove(u']');
+    for (jet::Recordset& set = sets[0]; !set.eof(); set.moveNext())
         rows.push_back({set[u"ID"].toLong(),
                         set[u"Date"].toDate().value_or(QDate()),
                         set.text(u"Type"),
@@ -59,20 +83,23 @@ std::vector<Movement> movements(jet::Database& database, const QString& table,
                         {},
                         set[u"Quantity"].toLong(),
                         set.text(u"Name")});
+    for (std::size_t i = 0; i < side.names.size(); ++i) {
+        const NameSource& source = side.names[i];
+        QHash<qint64, QString> names;
+        for (jet::Recordset& set = sets[i + 1]; !set.eof(); set.moveNext())
+            names.insert(set.field(0).toLong(), set.field(1).toText());
+        for (Movement& row : rows) {
+            if (row.type.compare(source.type, Qt::CaseInsensitive) == 0)
+                row.company = names.value(source.byRow ? row.id : row.number);
+        }
+    }
     return rows;
 }
 
-const QString jobCompany = u"SELECT Job.JobNo, Customer.Company FROM Job INNER JOIN Customer ON "
-                           "Job.CustID = Customer.CustID WHERE Job.JobNo IN ("_s;
-
 /// The sum of the quantities of those rows of a table that are still there.
-qint64 sumOf(jet::Database& database, const QString& table, const std::vector<qint64>& ids) {
-    if (ids.empty())
-        return 0;
-    return database
-        .lookup(u"SELECT Sum(Quantity) FROM "_s + table + u" WHERE ID IN ("_s + listOf(ids) +
-                u")"_s)
-        .toLong();
+QString sumOf(const QString& table, const std::vector<qint64>& ids) {
+    return u"SELECT Sum(Quantity) FROM "_s + table + u" WHERE ID IN ("_s +
+           (ids.empty() ? u"0"_s : listOf(ids)) + u")"_s;
 }
 
 void removeRows(jet::Database& database, const QString& table, const std::vector<qint64>& ids) {
@@ -82,7 +109,8 @@ void removeRows(jet::Database& database, const QString& table, const std::vector
 
 } // namespace
 
-Issued issue(jet::Database& database, const Issue& movement) {
+Issued issue(jet::Database& database, const Issue& movement,
+             const std::function<void()>& alsoWrite) {
     const QString quantity = num(movement.quantity);
     const QString here = u" WHERE ID = "_s + num(movement.itemId);
     jet::Transaction transaction(database);
@@ -96,6 +124,8 @@ Issued issue(jet::Database& database, const Issue& movement) {
         num(movement.itemId) + u", "_s + quantity + u", "_s + num(movement.employee) + u", '"_s +
         values::format(movement.date, u"Short Date") + u"', "_s + num(movement.issueTo) + u", '"_s +
         values::quoted(movement.type) + u"')"_s);
+    if (alsoWrite)
+        alsoWrite();
     transaction.commit();
     return Issued::Done;
 }
@@ -103,50 +133,28 @@ Issued issue(jet::Database& database, const Issue& movement) {
 void postFixedCost(jet::Database& database, qint64 jobNo, qint64 itemNo, const QString& units,
                    values::Currency price, qint64 quantity) {
     const QString more = u"(Quantity + "_s + num(quantity) + u")"_s;
+    const QString held = u" WHERE JobNo = "_s + num(jobNo) + u" AND ItemNo = "_s + num(itemNo);
     jet::Transaction transaction(database);
-    const int held = database.execute(
-        u"UPDATE JobMiscCost Set Quantity = "_s + more + u", CostAmount = UnitPrice * "_s + more +
-        u" WHERE JobNo = "_s + num(jobNo) + u" AND ItemNo = "_s + num(itemNo));
-    if (held == 0) {
-        database.execute(u"INSERT INTO JobMiscCost (Jobno, ItemNo, CostAmount, UnitOfMeasure, "
-                         "UnitPrice, Quantity) VALUES ("_s +
-                         num(jobNo) + u", "_s + num(itemNo) + u", "_s +
-                         (values::Currency::fromInteger(quantity) * price).toText() + u", '"_s +
-                         values::quoted(units) + u"', "_s + price.toText() + u", "_s +
-                         num(quantity) + u")"_s);
-    }
+    database.execute(u"UPDATE JobMiscCost Set Quantity = "_s + more +
+                     u", CostAmount = UnitPrice * "_s + more + held);
+    database.execute(
+        u"INSERT INTO JobMiscCost (Jobno, ItemNo, CostAmount, UnitOfMeasure, UnitPrice, Quantity) "
+        "SELECT "_s +
+        num(jobNo) + u", "_s + num(itemNo) + u", "_s +
+        (values::Currency::fromInteger(quantity) * price).toText() + u", '"_s +
+        values::quoted(units) + u"', "_s + price.toText() + u", "_s + num(quantity) +
+        u" FROM MiscItems WHERE ItemNo = "_s + num(itemNo) +
+        u" AND NOT EXISTS (SELECT * FROM JobMiscCost"_s + held + u")"_s);
     transaction.commit();
 }
 
-std::vector<Movement> issuesOf(jet::Database& database, qint64 itemId) {
-    auto rows = movements(database, u"ItemIssue"_s, u"IssueTo"_s, itemId);
-    nameRows(database, rows, u"Job", jobCompany);
-    nameRows(database, rows, u"Sales", u"SELECT CustID, Company FROM Customer WHERE CustID IN ("_s);
-    nameRows(database, rows, u"OverHead",
-             u"SELECT OperNo, Description FROM Operation WHERE OperNo IN ("_s);
-    return rows;
-}
-
-std::vector<Movement> restocksOf(jet::Database& database, qint64 itemId) {
-    auto rows = movements(database, u"ItemReStock"_s, u"Number"_s, itemId);
-    nameRows(database, rows, u"Job", jobCompany);
-    nameRows(database, rows, u"PO",
-             u"SELECT OrderNumber, Company FROM POVendor WHERE OrderNumber IN ("_s);
-    // By what the vendor was called on an order: one who never had any shows nothing.
-    const bool manual = std::any_of(rows.begin(), rows.end(),
-                                    [](const Movement& row) { return row.type == u"Manual"; });
-    if (!manual)
-        return rows;
-    const Names names = namesOf(
-        database, u"SELECT ItemReStock.ID, POVendor.Company FROM ItemReStock INNER JOIN POVendor "
-                  "ON ItemReStock.Vendor = POVendor.VendorID WHERE ItemReStock.Type = 'Manual' "
-                  "AND ItemReStock.ItemID = "_s +
-                      num(itemId));
-    for (Movement& row : rows) {
-        if (row.type == u"Manual")
-            row.company = names.value(row.id);
-    }
-    return rows;
+ItemHistory historyOf(jet::Database& database, qint64 itemId) {
+    std::vector<jet::WantedSet> selects;
+    addSelects(selects, issueSide(), itemId);
+    const std::size_t second = selects.size();
+    addSelects(selects, stockSide(), itemId);
+    auto sets = database.together(selects);
+    return {readSide(issueSide(), sets), readSide(stockSide(), std::span(sets).subspan(second))};
 }
 
 void reverse(jet::Database& database, const Reversal& reversal) {
@@ -154,26 +162,21 @@ void reverse(jet::Database& database, const Reversal& reversal) {
     jet::Transaction transaction(database);
     // Locked first, so that a station that takes the same rows back comes after and finds none.
     database.execute(u"UPDATE Items SET Quantity = [Quantity] + 0"_s + here);
-    const qint64 issued = sumOf(database, u"ItemIssue"_s, reversal.issues);
-    const qint64 stocked = sumOf(database, u"ItemReStock"_s, reversal.restocks);
+    const auto sums = database.together({sumOf(u"ItemIssue"_s, reversal.issues),
+                                         sumOf(u"ItemReStock"_s, reversal.restocks),
+                                         fixedCostOfSelect(reversal.itemId)});
+    const qint64 issued = sums[0].field(0).toLong();
+    const qint64 stocked = sums[1].field(0).toLong();
     if (reversal.updateQuantity && (issued != 0 || stocked != 0)) {
         database.execute(u"UPDATE Items SET Quantity = [Quantity] + "_s + num(issued) + u" - "_s +
                          num(stocked) + here);
     }
     removeRows(database, u"ItemIssue"_s, reversal.issues);
     removeRows(database, u"ItemReStock"_s, reversal.restocks);
-    if (reversal.updateJobs && issued != 0) {
-        // No job is named, so it falls on every job that holds the item.
-        const qint64 itemNo =
-            database
-                .lookup(u"SELECT MiscItems.itemNo FROM MiscItems INNER JOIN Items ON "
-                        "MiscItems.Description = Items.Description WHERE Items.ID = "_s +
-                        num(reversal.itemId))
-                .toLong();
-        if (itemNo != 0)
-            database.execute(u"UPDATE JobMiscCost SET Quantity = [Quantity] - "_s + num(issued) +
-                             u" WHERE itemNo = "_s + num(itemNo));
-    }
+    // No job is named, so it falls on every job that holds the item.
+    if (reversal.updateJobs && issued != 0 && !sums[2].isEmpty())
+        database.execute(u"UPDATE JobMiscCost SET Quantity = [Quantity] - "_s + num(issued) +
+                         u" WHERE itemNo = "_s + sums[2].field(0).toText());
     database.execute(u"UPDATE Items SET Quantity = 0 WHERE Quantity < 0"_s);
     transaction.commit();
 }

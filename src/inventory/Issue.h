@@ -4,6 +4,8 @@
 
 #include <QDate>
 
+#include <functional>
+
 namespace inventory {
 
 /// What goes out of stock: one row of the item's history.
@@ -19,10 +21,12 @@ struct Issue {
 enum class Issued { Done, NotEnough, Gone };
 /// Takes the quantity out of stock and writes the history row, in one transaction. What is there is
 /// tested by the statement that takes it, so that stations that issue at once never take more than
-/// there is.
-Issued issue(jet::Database& database, const Issue& movement);
+/// there is. `alsoWrite` is done in the same transaction, if anything was taken.
+Issued issue(jet::Database& database, const Issue& movement,
+             const std::function<void()>& alsoWrite = {});
 
-/// Posts what was issued as a fixed cost of a job: more of one that the job holds, or a new one.
+/// Posts what was issued as a fixed cost of a job: more of one that the job holds, or a new one of
+/// that fixed cost item.
 void postFixedCost(jet::Database& database, qint64 jobNo, qint64 itemNo, const QString& units,
                    values::Currency price, qint64 quantity);
 
@@ -36,8 +40,11 @@ struct Movement {
     qint64 quantity = 0;
     QString employee;
 };
-std::vector<Movement> issuesOf(jet::Database& database, qint64 itemId);
-std::vector<Movement> restocksOf(jet::Database& database, qint64 itemId);
+struct ItemHistory {
+    std::vector<Movement> issues, restocks; ///< by their dates
+};
+/// One wait on a server.
+ItemHistory historyOf(jet::Database& database, qint64 itemId);
 
 /// Rows of an item's history that are to be taken back.
 struct Reversal {

@@ -95,19 +95,6 @@ std::vector<ItemRow> findItems(jet::Database& database, const QString& descripti
                         u" ORDER BY Items.Description"_s);
 }
 
-std::vector<ItemRow> itemsLike(jet::Database& database, const QString& description,
-                               const QString& partNumber) {
-    QStringList criteria;
-    if (!description.isEmpty())
-        criteria << u"Items.Description = "_s + sqlText(description);
-    if (!partNumber.isEmpty())
-        criteria << u"Items.PartNumber = "_s + sqlText(partNumber);
-    if (criteria.isEmpty())
-        return {};
-    return readRows(database,
-                    u"WHERE "_s + criteria.join(u" OR "_s) + u" ORDER BY Items.Description"_s);
-}
-
 std::vector<ItemRow> itemsOfPart(jet::Database& database, const QString& partNumber,
                                  const QString& description) {
     return readRows(database, u"WHERE Items.PartNumber = "_s + sqlText(partNumber) +
@@ -120,8 +107,12 @@ std::vector<ItemRow> flaggedItems(jet::Database& database) {
                     u"WHERE Items.FlagQuantity > Items.Quantity ORDER BY Items.Description"_s);
 }
 
+QString itemRowSelect(qint64 id) {
+    return itemSelect(u"WHERE Items.ID = "_s + num(id));
+}
+
 std::optional<ItemRow> itemRow(jet::Database& database, qint64 id) {
-    auto rows = readRows(database, u"WHERE Items.ID = "_s + num(id));
+    auto rows = readItems(database, itemRowSelect(id));
     return rows.empty() ? std::nullopt : std::optional(std::move(rows.front()));
 }
 
@@ -245,6 +236,12 @@ qint64 fixedCostItem(jet::Database& database, const QString& description) {
         .lookup(u"SELECT ItemNo FROM MiscItems WHERE Description = "_s + sqlText(description) +
                 u" ORDER BY ItemNo"_s)
         .toLong();
+}
+
+QString fixedCostOfSelect(qint64 itemId) {
+    return u"SELECT MiscItems.ItemNo FROM MiscItems INNER JOIN Items ON MiscItems.Description = "
+           "Items.Description WHERE Items.ID = "_s +
+           num(itemId) + u" ORDER BY MiscItems.ItemNo"_s;
 }
 
 qint64 addFixedCostItem(jet::Database& database, const QString& description, const QString& units,

@@ -51,15 +51,14 @@ std::vector<jet::WantedSet> contentsSelects(const View& view, qint64 folder);
 /// texts are no criteria.
 std::vector<ItemRow> findItems(jet::Database& database, const QString& description,
                                const QString& partNumber);
-/// The items of that description or that part number; an empty text meets none.
-std::vector<ItemRow> itemsLike(jet::Database& database, const QString& description,
-                               const QString& partNumber);
 /// The items of that part number and that description, the newest first.
 std::vector<ItemRow> itemsOfPart(jet::Database& database, const QString& partNumber,
                                  const QString& description);
 /// Items below their minimum.
 std::vector<ItemRow> flaggedItems(jet::Database& database);
 std::optional<ItemRow> itemRow(jet::Database& database, qint64 id);
+/// Its select, to be expected by who opens others beside it.
+QString itemRowSelect(qint64 id);
 
 /// The item to be edited. A minimum that was never set counts as none, in the whole table.
 std::optional<Item> loadItem(jet::Database& database, qint64 id);
@@ -83,6 +82,8 @@ void deleteItem(jet::Database& database, qint64 id);
 
 /// The fixed cost item of a description; 0 if there is none.
 qint64 fixedCostItem(jet::Database& database, const QString& description);
+/// Selects the fixed cost item of an item's description.
+QString fixedCostOfSelect(qint64 itemId);
 /// Adds a fixed cost item (its number), or gives the one of that description unit and price.
 qint64 addFixedCostItem(jet::Database& database, const QString& description, const QString& units,
                         values::Currency price);

@@ -195,6 +195,11 @@ Item itemOfLine(jet::Database& database, qint64 lineId) {
 }
 
 std::optional<JobGoods> goodsOfJob(jet::Database& database, qint64 jobNo) {
+    const QString like = u"Items.%1 IN (SELECT %2 FROM Job WHERE JobNo = %3 AND %2 <> '')"_s;
+    const QString matching = itemSelect(
+        u"WHERE "_s + like.arg(u"Description"_s, u"Description"_s, num(jobNo)) + u" OR "_s +
+        like.arg(u"PartNumber"_s, u"PartNo"_s, num(jobNo)) + u" ORDER BY Items.Description"_s);
+    database.expect({matching});
     const jet::Recordset job = database.openRecordset(
         u"SELECT Description, PartNo, InvoiceEach, Quantity FROM Job WHERE JobNo = "_s +
             num(jobNo) + u" ORDER BY JobNo"_s,
@@ -206,7 +211,7 @@ std::optional<JobGoods> goodsOfJob(jet::Database& database, qint64 jobNo) {
     goods.item.partNumber = job.text(u"PartNo");
     goods.item.quantity = job[u"Quantity"].toLong();
     goods.item.price = job[u"InvoiceEach"].toCurrency();
-    goods.matching = itemsLike(database, goods.item.description, goods.item.partNumber);
+    goods.matching = readItems(database, matching);
     return goods;
 }
 

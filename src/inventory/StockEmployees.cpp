@@ -5,11 +5,14 @@
 
 namespace inventory {
 
+QString activeEmployeesSelect() {
+    return u"SELECT EmpID AS ID, (LastName + ', ' + FirstName) AS [Name] FROM Employee WHERE "
+           "EmpStatus = 'Active' ORDER BY LastName, FirstName"_s;
+}
+
 bool fillActiveEmployees(controls::DataCombo* combo) {
-    jet::Recordset set = core::MainDatabase().openRecordset(
-        u"SELECT EmpID AS ID, (LastName + ', ' + FirstName) AS [Name] FROM Employee WHERE "
-        "EmpStatus = 'Active' ORDER BY LastName, FirstName"_s,
-        jet::RecordsetType::Snapshot);
+    jet::Recordset set =
+        core::MainDatabase().openRecordset(activeEmployeesSelect(), jet::RecordsetType::Snapshot);
     combo->setRows(set, u"Name"_s, u"ID"_s);
     return !set.isEmpty();
 }

@@ -65,10 +65,12 @@ void frmItemActivity::showFor(qint64 itemId) {
     {
         const screen::BusyPointer busy;
         jet::Database& database = core::MainDatabase();
+        database.expect({itemRowSelect(itemId)});
+        ItemHistory history = historyOf(database, itemId);
+        m_issues.rows = std::move(history.issues);
+        m_stock.rows = std::move(history.restocks);
         if (const auto item = itemRow(database, itemId))
             setWindowTitle(u"Item Activity - "_s + item->item.description);
-        m_issues.rows = issuesOf(database, itemId);
-        m_stock.rows = restocksOf(database, itemId);
         showSide(m_issues);
         showSide(m_stock);
     }

@@ -75,6 +75,11 @@ frmItemIssueInv::frmItemIssueInv()
 void frmItemIssueInv::showFor(qint64 itemId) {
     m_itemId = itemId;
     jet::Database& database = core::MainDatabase();
+    const QString employees =
+        u"SELECT EmpID AS ID, (LastName + ',' + FirstName) AS Name FROM Employee WHERE EmpStatus = "
+        "'Active' ORDER BY LastName, FirstName"_s;
+    const QString highest = u"SELECT DISTINCT Employee FROM ItemIssue ORDER BY Employee DESC"_s;
+    database.expect({employees, highest});
     const auto row = itemRow(database, itemId);
     if (!row) {
         screen::MsgBox(u"This item has been deleted by another user."_s, screen::Buttons::Ok,
@@ -84,14 +89,9 @@ void frmItemIssueInv::showFor(qint64 itemId) {
     const QStringList texts = row->texts();
     for (int i = 0; i < 6; ++i)
         m_shown[i]->setText(texts[i]);
-    dbcEmployee->setRows(
-        database.openRecordset(u"SELECT EmpID AS ID, (LastName + ',' + FirstName) AS Name FROM "
-                               "Employee WHERE EmpStatus = 'Active' ORDER BY LastName, FirstName"_s,
-                               jet::RecordsetType::Snapshot),
-        u"Name"_s, u"ID"_s);
-    dbcEmployee->setBoundText(
-        database.lookup(u"SELECT DISTINCT Employee FROM ItemIssue ORDER BY Employee DESC"_s)
-            .toText());
+    dbcEmployee->setRows(database.openRecordset(employees, jet::RecordsetType::Snapshot), u"Name"_s,
+                         u"ID"_s);
+    dbcEmployee->setBoundText(database.lookup(highest).toText());
     txtDate->setValue(jet::Value(values::today()));
     chkFixedCost->hide();
     cboIssueType->setFocus();
@@ -136,12 +136,21 @@ void frmItemIssueInv::cmdOK_Click() {
     const auto quantity = static_cast<qint64>(values::val(txtQuantity->text()));
     const qint64 to = dbcInfo->boundText().toLongLong();
     const bool post = chkFixedCost->isVisible() && chkFixedCost->isChecked();
-    const auto item = loadItem(database, m_itemId);
+    std::optional<Item> item;
+    qint64 costItem = 0;
+    if (post) {
+        database.expect({fixedCostOfSelect(m_itemId)});
+        item = loadItem(database, m_itemId);
+        costItem = database.lookup(fixedCostOfSelect(m_itemId)).toLong();
+    }
     const Issued done =
-        item ? issue(database, {m_itemId, quantity, dbcEmployee->boundText().toLongLong(),
-                                txtDate->value().toDate().value_or(values::today()), to,
-                                cboIssueType->text()})
-             : Issued::Gone;
+        issue(database,
+              {m_itemId, quantity, dbcEmployee->boundText().toLongLong(),
+               txtDate->value().toDate().value_or(values::today()), to, cboIssueType->text()},
+              [&] {
+                  if (item && costItem != 0)
+                      postFixedCost(database, to, costItem, item->units, item->price, quantity);
+              });
     if (done == Issued::NotEnough) {
         complain(u"Issue quantity cannot be larger than item inventory quantity."_s, txtQuantity,
                  screen::Icon::Critical, system);
@@ -150,24 +159,24 @@ void frmItemIssueInv::cmdOK_Click() {
     if (done == Issued::Gone) {
         screen::MsgBox(u"This item has been deleted by another user."_s, screen::Buttons::Ok,
                        screen::Icon::Critical, system);
-    } else if (post) {
-        postCost(*item, to, quantity);
+    } else if (item && costItem == 0) {
+        postNewCost(*item, to, quantity);
     }
     if (auto* explorer = screen::Forms::find<Explorer>(u"frmInventory"_s))
         explorer->itemChanged(m_itemId);
     hideModal();
 }
 
-void frmItemIssueInv::postCost(const Item& item, qint64 jobNo, qint64 quantity) {
-    jet::Database& database = core::MainDatabase();
-    qint64 itemNo = fixedCostItem(database, item.description);
-    if (itemNo == 0 &&
-        screen::MsgBox(u"Inventory Item is not an Item in the Fixed Cost Table. Create a new "
+void frmItemIssueInv::postNewCost(const Item& item, qint64 jobNo, qint64 quantity) {
+    if (screen::MsgBox(u"Inventory Item is not an Item in the Fixed Cost Table. Create a new "
                        "Fixed Cost Item?"_s,
                        screen::Buttons::OkCancel, screen::Icon::Question,
                        system) != screen::Answer::Ok)
         return;
+    jet::Database& database = core::MainDatabase();
     jet::Transaction transaction(database);
+    qint64 itemNo =
+        fixedCostItem(database, item.description); // somebody else may have been quicker
     if (itemNo == 0)
         itemNo = addFixedCostItem(database, item.description, item.units, item.price);
     postFixedCost(database, jobNo, itemNo, item.units, item.price, quantity);

@@ -23,7 +23,7 @@ class frmItemIssueInv : public screen::Form, public ItemAction {
     void cmdOK_Click();
     bool isComplete();
     /// Posts the cost of what was issued to the job; asks where the item is no fixed cost item yet.
-    void postCost(const Item& item, qint64 jobNo, qint64 quantity);
+    void postNewCost(const Item& item, qint64 jobNo, qint64 quantity);
 
     QLabel* m_shown[6];
     controls::DataCombo* dbcEmployee;

@@ -21,6 +21,12 @@ bool is(const controls::ListCombo* combo, const QString& type) {
     return combo->text() == type;
 }
 
+std::vector<jet::WantedSet> lists() {
+    return {u"SELECT VendID, Company FROM Vendor ORDER BY Company"_s,
+            u"SELECT TOP 1000 PO.PONumber, POVendor.Company FROM PO LEFT JOIN POVendor ON "
+            "PO.PONumber = POVendor.OrderNumber ORDER BY PO.PONumber DESC"_s};
+}
+
 } // namespace
 
 frmItemOrder::frmItemOrder() : Form(QString::fromLatin1(formName), u"Order Item"_s) {
@@ -70,10 +76,7 @@ void frmItemOrder::addLineFields(Line& line, screen::Fields& fields, const QStri
 }
 
 void frmItemOrder::fillLists() {
-    auto sets = core::MainDatabase().together(
-        {u"SELECT VendID, Company FROM Vendor ORDER BY Company"_s,
-         u"SELECT TOP 1000 PO.PONumber, POVendor.Company FROM PO LEFT JOIN POVendor ON "
-         "PO.PONumber = POVendor.OrderNumber ORDER BY PO.PONumber DESC"_s});
+    auto sets = core::MainDatabase().together(lists());
     dbcVendor->setRows(sets[0], u"Company"_s, u"VendID"_s);
     for (jet::Recordset orders = sets[1]; !orders.eof(); orders.moveNext())
         m_vendors.insert(orders.field(0).toText(), orders.field(1).toText());
@@ -81,6 +84,7 @@ void frmItemOrder::fillLists() {
 }
 
 void frmItemOrder::order(qint64 itemId, qint64 quantity) {
+    core::MainDatabase().expect(lists());
     const auto item = loadItem(core::MainDatabase(), itemId);
     if (!item || item->description.isEmpty() || item->partNumber.isEmpty()) {
         screen::MsgBox(item ? u"An Item must have both a description and a part number to be "

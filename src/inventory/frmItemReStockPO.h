@@ -2,8 +2,7 @@
 
 #include "inventory/InventoryDialogs.h"
 #include "inventory/Restock.h"
-#include "platform/controls/LineGrid.h"
-#include "platform/screen/Form.h"
+#include "inventory/TickedLines.h"
 
 namespace inventory {
 
@@ -16,14 +15,11 @@ class frmItemReStockPO : public screen::Form, public RestockFrom {
     bool stock(qint64 poNumber, qint64 employee, const QDate& date) override;
 
   private:
-    void selectAll(bool selected);
     void cmdOK_Click();
     /// Asks which item a line is, or makes one.
     void restockItem(const LeftLine& left);
 
-    std::shared_ptr<controls::LineModel<ReceivedLine>> m_lines =
-        std::make_shared<controls::LineModel<ReceivedLine>>();
-    controls::LineGrid<ReceivedLine>* vaSpread1;
+    TickedLines<ReceivedLine> m_lines;
     Restock m_how;
     bool m_done = false;
 };

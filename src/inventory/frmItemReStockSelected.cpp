@@ -35,14 +35,14 @@ frmItemReStockSelected::frmItemReStockSelected()
 bool frmItemReStockSelected::stock(qint64 itemId, qint64 employee, const QDate& date) {
     jet::Database& database = core::MainDatabase();
     m_itemId = itemId;
+    const QString vendors = u"SELECT DISTINCT VendID, Company FROM Vendor ORDER BY Company"_s;
+    database.expect({activeEmployeesSelect(), vendors});
     const auto row = itemRow(database, itemId);
     lblItem->setText(row ? row->item.description : QString());
     fillActiveEmployees(dbcEmployee);
     dbcEmployee->setBoundText(QString::number(employee));
-    dbcVendor->setRows(
-        database.openRecordset(u"SELECT DISTINCT VendID, Company FROM Vendor ORDER BY Company"_s,
-                               jet::RecordsetType::Snapshot),
-        u"Company"_s, u"VendID"_s);
+    dbcVendor->setRows(database.openRecordset(vendors, jet::RecordsetType::Snapshot), u"Company"_s,
+                       u"VendID"_s);
     txtDate->setValue(jet::Value(date));
     dbcVendor->setFocus();
     showModal();

@@ -5,8 +5,6 @@
 #include "platform/screen/Forms.h"
 #include "platform/values/Clock.h"
 
-#include <QHBoxLayout>
-#include <QPushButton>
 #include <QVBoxLayout>
 
 namespace purchasing {
@@ -21,16 +19,6 @@ namespace {
 
 using Column = controls::LineColumn<ReceiveLine>;
 
-Column checkColumn(const QString& title, int characters, bool ReceiveLine::*member) {
-    return {.look = {title, characters, Kind::Check},
-            .text = [member](const ReceiveLine& line) { return line.*member ? u"1"_s : u"0"_s; },
-            .take =
-                [member](ReceiveLine& line, const QString& typed) {
-                    line.*member = typed == u"1";
-                    return QString();
-                }};
-}
-
 QString takeQuantity(ReceiveLine& line, const QString& typed) {
     const QString text = typed.trimmed();
     bool whole = text.isEmpty();
@@ -44,13 +32,9 @@ QString takeQuantity(ReceiveLine& line, const QString& typed) {
 } // namespace
 
 std::vector<Column> frmPOaddRec::columns() {
-    const auto number = [](const QString& title, int characters, qint64 ReceiveLine::*member) {
-        return Column{
-            .look = {title, characters, Kind::Number},
-            .text = [member](const ReceiveLine& line) { return QString::number(line.*member); }};
-    };
-    return {checkColumn(u"Select"_s, 7, &ReceiveLine::selected),
-            checkColumn(u"Stock Inv."_s, 10, &ReceiveLine::stock),
+    using Lines = inventory::TickedLines<ReceiveLine>;
+    return {Lines::tick(u"Select"_s, 7, &ReceiveLine::selected),
+            Lines::tick(u"Stock Inv."_s, 10, &ReceiveLine::stock),
             {.look = {u"Part Number"_s, 16},
              .text = [](const ReceiveLine& line) { return line.partNumber; }},
             {.look = {.title = u"Description"_s, .characters = 26, .stretches = true},
@@ -58,8 +42,8 @@ std::vector<Column> frmPOaddRec::columns() {
             {.look = {u"Receive"_s, 9, Kind::Number, true, values::keys::digits(), {}, 9},
              .text = [](const ReceiveLine& line) { return QString::number(line.quantity); },
              .take = takeQuantity},
-            number(u"Total Received"_s, 13, &ReceiveLine::received),
-            number(u"Ordered"_s, 9, &ReceiveLine::ordered),
+            Lines::number(u"Total Received"_s, 13, &ReceiveLine::received),
+            Lines::number(u"Ordered"_s, 9, &ReceiveLine::ordered),
             {.look = {.title = u"ID"_s, .hidden = true},
              .text = [](const ReceiveLine& line) { return QString::number(line.itemId); }}};
 }
@@ -74,21 +58,7 @@ frmPOaddRec::frmPOaddRec()
     fields.nextColumn();
     txtDate = fields.date(u"txtDate"_s, u"&Date Received:"_s);
     fields.grid()->setColumnStretch(4, 1);
-    vaSpread1 = screen::named(new controls::LineGrid<ReceiveLine>(m_lines, columns(), this),
-                              u"vaSpread1"_s, u"Open lines of the order"_s);
-    vaSpread1->setMovable(false);
-    outside->addWidget(vaSpread1, 1);
-    auto* foot = new QHBoxLayout;
-    outside->addLayout(foot);
-    const auto button = [&](const QString& name, const QString& caption) {
-        auto* made = screen::named(new QPushButton(caption, this), name);
-        made->setAutoDefault(false);
-        foot->addWidget(made);
-        return made;
-    };
-    on(button(u"cmdSelAll"_s, u"Select &All"_s), [this] { selectAll(true); });
-    on(button(u"cmdSelNone"_s, u"Select &None"_s), [this] { selectAll(false); });
-    foot->addStretch();
+    auto* foot = m_lines.make(*this, outside, columns(), u"Open lines of the order"_s);
     on(addOkCancel(foot, u"Receive &Selected"_s), &frmPOaddRec::cmdOK_Click);
     on(dbcEmp->chosen, [this] { txtName->setText(dbcEmp->boundText()); });
     on(dbcEmp->left, [this] { txtName->setText(dbcEmp->boundText()); });
@@ -112,34 +82,16 @@ bool frmPOaddRec::receiveInto(qint64 poNumber) {
                Buttons::Ok, Icon::Exclamation, u"Error"_s);
         return false;
     }
-    m_lines->setRows(openLines(core::MainDatabase(), poNumber));
+    m_lines.model->setRows(openLines(core::MainDatabase(), poNumber));
     txtDate->setDate(values::today());
     dbcEmp->setFocus();
     showModal();
     return m_received;
 }
 
-void frmPOaddRec::selectAll(bool selected) {
-    const controls::LineModel<ReceiveLine>::Group group(*m_lines);
-    for (int place = 0; place < m_lines->count(); ++place) {
-        ReceiveLine line = m_lines->row(place);
-        line.selected = selected;
-        m_lines->change(place, std::move(line));
-    }
-}
-
 void frmPOaddRec::cmdOK_Click() {
-    vaSpread1->setFocus(); // what is being typed counts
-    if (const QString why = vaSpread1->complaint(); !why.isEmpty()) {
-        MsgBox(why, Buttons::Ok, Icon::Exclamation);
+    if (!m_lines.areReady())
         return;
-    }
-    const auto& lines = m_lines->rows();
-    if (std::none_of(lines.begin(), lines.end(),
-                     [](const ReceiveLine& line) { return line.selected; })) {
-        MsgBox(u"No Records Selected."_s, Buttons::Ok, Icon::Exclamation, u"Nothing Selected"_s);
-        return;
-    }
     txtName->setText(dbcEmp->boundText());
     if (txtName->text().isEmpty()) {
         complain(u"Employee field cannot be blank."_s, dbcEmp, Icon::Critical, u"System Message"_s);
@@ -152,7 +104,7 @@ void frmPOaddRec::cmdOK_Click() {
     const Receipt receipt{m_po, *txtDate->date(), txtName->text().toLongLong()};
     std::vector<Unstocked> left;
     try {
-        left = receive(core::MainDatabase(), receipt, lines);
+        left = receive(core::MainDatabase(), receipt, m_lines.model->rows());
     } catch (const LineGone& gone) {
         MsgBox(u"Part number "_s + gone.partNumber +
                    u" is not on this purchase order any more: its lines have been changed at "

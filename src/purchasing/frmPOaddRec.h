@@ -1,7 +1,6 @@
 #pragma once
 
-#include "platform/controls/LineGrid.h"
-#include "platform/screen/Form.h"
+#include "inventory/TickedLines.h"
 #include "platform/screen/Layout.h"
 #include "purchasing/Dialogs.h"
 #include "purchasing/Receiving.h"
@@ -19,13 +18,10 @@ class frmPOaddRec : public screen::Form, public ReceiveDialog {
 
   private:
     std::vector<controls::LineColumn<ReceiveLine>> columns();
-    void selectAll(bool selected);
     void fillEmployees();
     void stockLeft(const Receipt& receipt, const std::vector<Unstocked>& left);
 
-    std::shared_ptr<controls::LineModel<ReceiveLine>> m_lines =
-        std::make_shared<controls::LineModel<ReceiveLine>>();
-    controls::LineGrid<ReceiveLine>* vaSpread1;
+    inventory::TickedLines<ReceiveLine> m_lines;
     controls::DataCombo* dbcEmp;
     controls::TextField* txtName;
     controls::DateField* txtDate;

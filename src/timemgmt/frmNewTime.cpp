@@ -20,6 +20,11 @@ QString jobList() {
     return u"Select TOP 1000 JobNo from Job order by JobNo desc"_s;
 }
 
+QString signInsOf(qint64 employee) {
+    return u"Select sign_in.Sign_in, Sign_in.Id from Sign_in where empid = "_s +
+           QString::number(employee) + u" order by sign_in DESC"_s;
+}
+
 QString typeName(const QString& type) {
     if (type.isEmpty())
         return {};
@@ -63,6 +68,7 @@ void frmNewTime::Form_Load() {
 }
 
 bool frmNewTime::ShowForm(qint64 empId) {
+    core::MainDatabase().expect({signInsOf(empId)});
     if (!load())
         return false;
     m_employee->choose(empId);
@@ -90,11 +96,9 @@ void frmNewTime::employeeSettled() {
         return;
     m_datesOf = employee;
     dbcDate->clear();
-    dbcDate->setRows(core::MainDatabase().openRecordset(
-                         u"Select sign_in.Sign_in, Sign_in.Id from Sign_in where empid = "_s +
-                             QString::number(employee) + u" order by sign_in DESC"_s,
-                         jet::RecordsetType::Snapshot),
-                     u"Sign_in"_s, u"Id"_s);
+    dbcDate->setRows(
+        core::MainDatabase().openRecordset(signInsOf(employee), jet::RecordsetType::Snapshot),
+        u"Sign_in"_s, u"Id"_s);
 }
 
 void frmNewTime::fillOperations(jet::Recordset byNumber, const jet::Recordset& byName) {

@@ -1,6 +1,8 @@
 #include "app/Screens.h"
 #include "core/MirsaMain.h"
 #include "core/records/RecordScreen.h"
+#include "inventory/InventoryDialogs.h"
+#include "platform/controls/DataCombo.h"
 #include "platform/values/Clock.h"
 #include "platform/values/Literals.h"
 #include "sample/Sample.h"
@@ -9,6 +11,7 @@
 #include "support/ScreenFixture.h"
 
 #include <QDir>
+#include <QTabWidget>
 #include <QTemporaryDir>
 
 #include <functional>
@@ -54,6 +57,18 @@ class WaitsTest : public testsupport::ScreenFixture {
         work();
         const quint64 took = core::MainDatabase().waits() - before;
         EXPECT_LE(took, budget) << step;
+    }
+
+    /// What begins with a text, of a combo's list.
+    void typeSome(const QString& combo, const QString& beginning) {
+        auto* field = control<controls::DataCombo>(combo);
+        for (int i = 0; i < field->count(); ++i) {
+            if (field->itemText(i).startsWith(beginning)) {
+                type(combo, field->itemText(i));
+                return;
+            }
+        }
+        ADD_FAILURE() << "nothing begins with " << beginning.toStdString();
     }
 
     std::unique_ptr<testsupport::TestDatabase> m_test;
@@ -118,6 +133,113 @@ TEST_F(WaitsTest, TheScheduleOfAJobStaysWithinItsBudgets) {
     within(1, "by department", [&] { check(u"chkGroup"_s); });
     within(2, "another range", [&] { press(u"cmdRefresh"_s); });
     press(u"cmdDone"_s);
+}
+
+TEST_F(WaitsTest, StockAndTimeStayWithinTheirBudgets) {
+    const auto lookup = [](const QString& select) {
+        return core::MainDatabase().lookup(select).toText();
+    };
+    /// What a press opens a dialog with, and what is done in it.
+    const auto dialog = [this](const QString& button, const QString& name, quint64 budget,
+                               const std::function<void()>& work) {
+        SCOPED_TRACE(name.toStdString());
+        core::MainDatabase().execute(u"UPDATE SystemSettings SET FOB = 'Dock'"_s);
+        const quint64 before = core::MainDatabase().waits();
+        bool shown = false;
+        whenShown(name, [&, before] {
+            shown = true;
+            EXPECT_LE(core::MainDatabase().waits() - before, budget) << "open";
+            work();
+        });
+        press(button);
+        EXPECT_TRUE(shown);
+    };
+    const auto ok = [this] { within(4, "OK", [this] { press(u"cmdOK"_s); }); };
+    const auto cancel = [this] { press(u"cmdCancel"_s); };
+
+    screen::Form* stock = nullptr;
+    within(2, "open", [&] { stock = open(u"frmInventory"_s); });
+    ASSERT_TRUE(stock);
+    const QString item =
+        lookup(u"SELECT TOP 1 ItemID FROM ItemIssue INNER JOIN Items ON ItemIssue.ItemID = "
+               "Items.ID WHERE Items.Quantity > 2 AND PartNumber <> ''"_s);
+    const QString employee = lookup(u"SELECT TOP 1 LastName FROM Employee WHERE EmpStatus = "
+                                    "'Active' ORDER BY LastName, FirstName"_s);
+    auto* explorer = dynamic_cast<inventory::Explorer*>(stock);
+    within(2, "go to an item", [&] { explorer->goToItem(item.toLongLong()); });
+    within(2, "change the view", [&] { press(u"Toolbar1"_s); });
+    within(2, "change it back", [&] { press(u"Toolbar1"_s); });
+    dialog(u"cmdEdit"_s, u"frmItemNewEdit"_s, 2, [&] {
+        type(u"fpCost"_s, u"7.25"_s);
+        ok();
+    });
+    use(stock);
+    dialog(u"cmdIssue"_s, u"frmItemIssueInv"_s, 2, [&] {
+        typeSome(u"dbcEmployee"_s, employee);
+        choose(u"cboIssueType"_s, u"Job"_s);
+        type(u"dbcInfo"_s, lookup(u"SELECT MAX(JobNo) FROM Job WHERE Shipped = False"_s));
+        type(u"txtQuantity"_s, u"1"_s);
+        ok();
+    });
+    use(stock);
+    dialog(u"cmdReStock"_s, u"frmItemReStock"_s, 2, [&] {
+        screen::Form* first = &form();
+        typeSome(u"dbcEmployee"_s, employee);
+        dialog(u"cmdOK"_s, u"frmItemReStockSelected"_s, 2, [&] {
+            type(u"dbcVendor"_s, u"Company 1"_s);
+            type(u"txtQuantity"_s, u"3"_s);
+            ok();
+        });
+        use(first);
+    });
+    use(stock);
+    dialog(u"cmdOrder"_s, u"frmItemOrder"_s, 2, [&] {
+        type(u"dbcVendor"_s, u"Company 1"_s);
+        type(u"txtQuantity"_s, u"3"_s);
+        choose(u"cboType"_s, u"Stock"_s);
+        ok();
+    });
+    use(stock);
+    dialog(u"cmdActivity"_s, u"frmItemActivity"_s, 2, [&] {
+        selectRow(u"sprIssue"_s, 0);
+        press(u"cmdDelete"_s);
+        check(u"chkQuantity"_s);
+        check(u"chkFixed"_s);
+        within(4, "Save", [this] { press(u"cmdSave"_s); });
+    });
+    stock->unload();
+
+    screen::Form* time = nullptr;
+    within(2, "open", [&] { time = open(u"frmTM"_s); });
+    ASSERT_TRUE(time);
+    type(u"dbcEmpNum"_s, lookup(u"SELECT TOP 1 EmpID FROM Timelog WHERE Status = 'D' AND JobNo > 0 "
+                                "ORDER BY ID DESC"_s));
+    type(u"dbcDate1"_s, u"1/1/2025"_s);
+    check(u"chkTO"_s);
+    type(u"dbcDate2"_s, u"3/1/2026"_s);
+    within(1, "show", [&] { check(u"chkShow"_s); });
+    dialog(u"cmdNew"_s, u"frmNewTime"_s, 2, [&] {
+        const QString job = lookup(u"SELECT MAX(JobNo) FROM JobOper"_s);
+        within(1, "a job", [&] {
+            type(u"dbcJobNo"_s, job);
+            leave();
+        });
+        cancel();
+    });
+    use(time);
+    selectRow(u"sprMain"_s, 0);
+    dialog(u"cmdEditParts"_s, u"frmTimeEdit"_s, 2, [&] {
+        type(u"txtPartsQty"_s, u"17"_s);
+        ok();
+    });
+    use(time);
+    control<QTabWidget>(u"tab1"_s)->setCurrentIndex(1);
+    selectRow(u"sprMain2"_s, 0);
+    dialog(u"cmdEdit"_s, u"frmSignAddEdit"_s, 2, [&] {
+        type(u"fpSignoutTime"_s, u"11:59p"_s);
+        ok();
+    });
+    use(time);
 }
 
 TEST_F(WaitsTest, ScreensOpenWithinTwoWaits) {

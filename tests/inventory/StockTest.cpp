@@ -170,8 +170,7 @@ TEST_P(Stock, ReversalGivesBackAndStopsAtZero) {
     const qint64 cost = addFixedCostItem(db, u"Nut"_s, u"EA"_s, Currency::fromInteger(2));
     postFixedCost(db, 7, cost, u"EA"_s, Currency::fromInteger(2), 25);
     postFixedCost(db, 8, cost, u"EA"_s, Currency::fromInteger(2), 1);
-    auto issued = issuesOf(db, nut);
-    auto stocked = restocksOf(db, nut);
+    const auto [issued, stocked] = historyOf(db, nut);
     ASSERT_EQ(issued.size(), 1U);
     ASSERT_EQ(stocked.size(), 1U);
     EXPECT_EQ(issued[0].employee, u"Pat Miller"_s);
@@ -185,9 +184,9 @@ TEST_P(Stock, ReversalGivesBackAndStopsAtZero) {
     EXPECT_EQ(rows(u"SELECT JobNo, Quantity FROM JobMiscCost ORDER BY JobNo"_s),
               QStringList({u"7|0"_s, u"8|-24"_s}));
     ASSERT_EQ(issue(db, issueOf(nut, 4)), Issued::Done);
-    reverse(db, {nut, {issuesOf(db, nut)[0].id}, {}, false, false});
+    reverse(db, {nut, {historyOf(db, nut).issues[0].id}, {}, false, false});
     EXPECT_EQ(stock(nut), 21);
-    EXPECT_TRUE(issuesOf(db, nut).empty());
+    EXPECT_TRUE(historyOf(db, nut).issues.empty());
 }
 
 TEST_P(Stock, TheHistorySaysWhoItWentToAndCameFrom) {
@@ -210,7 +209,7 @@ TEST_P(Stock, TheHistorySaysWhoItWentToAndCameFrom) {
     out.issueTo = cleaning;
     issue(db, out);
     QStringList who;
-    for (const Movement& row : issuesOf(db, nut))
+    for (const Movement& row : historyOf(db, nut).issues)
         who << row.type + u' ' + row.company;
     EXPECT_EQ(who.join(u'|'), u"Job Fjord Marine|Sales Fjord Marine|OverHead Cleaning"_s);
     Restock in = restockOf(nut, 2);
@@ -222,7 +221,7 @@ TEST_P(Stock, TheHistorySaysWhoItWentToAndCameFrom) {
     in.number = 31;
     restock(db, in);
     who.clear();
-    for (const Movement& row : restocksOf(db, nut))
+    for (const Movement& row : historyOf(db, nut).restocks)
         who << row.type + u' ' + row.company;
     EXPECT_EQ(who.join(u'|'), u"Manual Brass Co|Manual |PO Brass Co"_s);
 }

@@ -3,6 +3,7 @@
 #include "platform/values/Format.h"
 #include "platform/values/Literals.h"
 #include "timemgmt/exceptions/RecordSieve.h"
+#include "timemgmt/exceptions/ServerSieve.h"
 
 #include <QSet>
 
@@ -152,6 +153,14 @@ bool ExceptionList::readAll(jet::Database& database, const QDateTime& now, const
         ofFile = WholeFile(facts, lastWork, stop).read(database, connect);
     if (ofFile) {
         found = std::move(*ofFile);
+    } else if (database.isServer()) {
+        found = checkList(database, facts, checkWork, timelog, workInQuestion(database));
+        append(found, checkManual(database, facts));
+        append(found, checkWork(database, facts, {u"Timelog.Status = 'A'"_s, false}));
+        append(found, checkOperations(database, facts));
+        if (!stop || !stop())
+            append(found, checkList(database, facts, checkAttendance, signIn,
+                                    attendanceInQuestion(database)));
     } else {
         for (qint64 from = 1; from <= lastWork && !(stop && stop()); from += atATime)
             append(found,
