@@ -13,8 +13,32 @@
 #include "platform/system/Locale.h"
 #include "platform/system/SingleInstance.h"
 #include "platform/values/Literals.h"
+#include "setup/Setup.h"
 
 namespace app {
+
+namespace {
+
+/// Why this program can't work with a database; empty if it can.
+QString unfit(const jet::Database& database, const QString& programFolder) {
+    bool foreign = false;
+    QStringList lacking = setup::lacking(database.schema(), foreign);
+    const QString name = jet::withoutPassword(database.name());
+    if (foreign)
+        return u"'%1' is no database of Mirsa Project Manager: it has none of its tables."_s.arg(
+            name);
+    if (lacking.isEmpty())
+        return {};
+    constexpr qsizetype most = 6;
+    if (const qsizetype more = lacking.size() - most; more > 0)
+        lacking = lacking.mid(0, most) << u"and %1 more"_s.arg(more);
+    return u"The database '%1' was made for an earlier release. It lacks:\n\n%2\n\nAn "
+           "administrator brings it up to date with this command. It changes nothing that is in "
+           "the database:\n\nmirsa-setup upgrade \"%3\""_s.arg(name, lacking.join(u'\n'),
+                                                             programFolder);
+}
+
+} // namespace
 
 Program::Program(screen::Application& application) {
     application.setApplicationName(u"Mirsa"_s);
@@ -25,7 +49,8 @@ Program::Program(screen::Application& application) {
 Program::~Program() = default;
 
 bool Program::openShop(const QString& programFolder) {
-    return screen::guardedCall([&] {
+    QString wrong;
+    const bool opened = screen::guardedCall([&] {
         core::SharedState& state = core::shared();
         state.CurrencySymbol = platform::localeCurrencySymbol();
         state.ProgramFolder = programFolder;
@@ -33,7 +58,13 @@ bool Program::openShop(const QString& programFolder) {
         state.DatabasePath = state.MainDatabase->name();
         // A file that was closed is whole by itself: no log beside it that a copy would miss.
         screen::seams().beforeEnd = [&state] { state.MainDatabase.reset(); };
+        wrong = unfit(*state.MainDatabase, programFolder);
     });
+    if (!opened || wrong.isEmpty())
+        return opened;
+    screen::MsgBox(wrong, screen::Buttons::Ok, screen::Icon::Critical, u"Mirsa"_s);
+    core::shared().MainDatabase.reset();
+    return false;
 }
 
 bool Program::Main(const QString& programFolder) {

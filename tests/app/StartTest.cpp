@@ -70,6 +70,26 @@ TEST_F(Start, AMissingOrUnreadableDatabaseEndsItBeforeAnyWindow) {
     EXPECT_EQ(m_program->shell(), nullptr);
 }
 
+TEST_F(Start, ADatabaseOfAnEarlierReleaseOrAnotherProgramIsNamed) {
+    const auto change = [this](const QString& statement) {
+        jet::Database::openFile(path("Mirsa.mdb"))->execute(statement);
+    };
+    deliver();
+    change(u"DROP TABLE JobShip"_s);
+    change(u"ALTER TABLE SystemSettings DROP COLUMN HoursOverPercent"_s);
+    expectBoxContaining(u"It lacks:\n\ncolumn SystemSettings.HoursOverPercent\ntable JobShip\n\nAn "
+                        "administrator brings it up to date with this command. It changes nothing "
+                        "that is in the database:\n\nmirsa-setup upgrade \""_s +
+                        m_folder.path());
+    EXPECT_FALSE(main());
+    EXPECT_EQ(windows(), 0);
+
+    QFile::remove(path("Mirsa.mdb"));
+    jet::Database::createFile(path("Mirsa.mdb"))->execute(u"CREATE TABLE Songs (Title TEXT(9))"_s);
+    expectBoxContaining(u"Mirsa.mdb' is no database of Mirsa Project Manager"_s);
+    EXPECT_FALSE(main());
+}
+
 TEST_F(Start, ASecondInstanceIsToldAndEnds) {
     deliver();
     const platform::SingleInstance running(m_folder.path());

@@ -227,6 +227,38 @@ void install(jet::Database& database) {
     transaction.commit();
 }
 
+namespace {
+
+QStringList missingColumns(const jet::Table& table, const jet::Table& wanted) {
+    QStringList missing;
+    for (const jet::Column& column : wanted.columns) {
+        if (!table.column(column.name))
+            missing += column.name;
+    }
+    return missing;
+}
+
+} // namespace
+
+QStringList lacking(const jet::Schema& schema, bool& foreign) {
+    QStringList lines;
+    foreign = true;
+    for (const QString& statement : definitions()) {
+        if (!isTable(statement))
+            continue;
+        const jet::Table wanted = jet::tableFromDefinition(statement);
+        const jet::Table* table = schema.table(wanted.name);
+        if (!table) {
+            lines += u"table "_s + wanted.name;
+            continue;
+        }
+        foreign = false;
+        for (const QString& column : missingColumns(*table, wanted))
+            lines += u"column "_s + wanted.name + u'.' + column;
+    }
+    return lines;
+}
+
 QStringList upgrade(jet::Database& database) {
     QStringList added;
     jet::Transaction transaction(database);
@@ -245,12 +277,7 @@ QStringList upgrade(jet::Database& database) {
             added += u"added table "_s + wanted.name;
             continue;
         }
-        QStringList missing;
-        for (const jet::Column& column : wanted.columns) {
-            if (!table->column(column.name))
-                missing += column.name;
-        }
-        for (const QString& column : missing) {
+        for (const QString& column : missingColumns(*table, wanted)) {
             database.execute(u"ALTER TABLE [%1] ADD COLUMN %2"_s.arg(
                 wanted.name, columnDefinition(statement, column)));
             added += u"added column "_s + wanted.name + u'.' + column;

@@ -27,6 +27,11 @@ void install(jet::Database& database);
 /// Only the tables and indexes.
 void createTables(jet::Database& database);
 
+/// The tables and columns that a database of today has and this one lacks, a line each ("table
+/// Terms", "column Job.PONo"); nothing in a database of today. One that has none of the tables
+/// belongs to another program: `foreign` says so.
+QStringList lacking(const jet::Schema& schema, bool& foreign);
+
 /// Adds the tables, columns and indexes that an older database lacks, and the security objects and
 /// reports that its delivered rows lack, and drops the indexes that others have replaced. Loses and
 /// changes no row that is there. Returns what was done, a line each ("added table Terms").
