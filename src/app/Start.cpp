@@ -35,7 +35,7 @@ QString unfit(const jet::Database& database, const QString& programFolder) {
     return u"The database '%1' was made for an earlier release. It lacks:\n\n%2\n\nAn "
            "administrator brings it up to date with this command. It changes nothing that is in "
            "the database:\n\nmirsa-setup upgrade \"%3\""_s.arg(name, lacking.join(u'\n'),
-                                                             programFolder);
+                                                               programFolder);
 }
 
 } // namespace

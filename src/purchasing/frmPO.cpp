@@ -105,13 +105,13 @@ frmPO::frmPO()
               .noneIcon = Icon::Exclamation});
     beside->addLayout(state);
     makeHead(down, beside);
+    makeTabs(down, [](screen::Fields&) {});
     fields().bind({u"Active"_s,
                    [this](const jet::Value& value) { chkActive->setChecked(value.toBool()); },
                    {},
                    [this] { chkActive->setChecked(false); },
                    [this](bool locked) { chkActive->setEnabled(!locked); },
                    chkActive});
-    makeTabs(down, [](screen::Fields&) {});
     makeFoot(down, {{Role::New, u"cmdAdd"_s, u"&New"_s},
                     {Role::Edit, u"cmdEdit"_s, u"&Edit"_s},
                     {Role::Delete, u"cmdDelete"_s, u"&Delete"_s},

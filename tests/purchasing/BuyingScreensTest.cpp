@@ -389,6 +389,7 @@ TEST_P(Buying, AnOrderIsWrittenWhenItIsSaved) {
 
     // Lines move by keys and get their numbers; another vendor's address replaces the first's.
     press(u"cmdEdit"_s);
+    EXPECT_EQ(focusName(), u"txtTitle"_s);
     clickCell(u"sprPOItem"_s, 1, Part);
     key(Qt::Key_Up, Qt::ControlModifier | Qt::ShiftModifier);
     EXPECT_EQ(cell(u"sprPOItem"_s, 0, Item) + cell(u"sprPOItem"_s, 0, Part), u"1B"_s);
