@@ -19,7 +19,6 @@ using screen::Answer;
 using screen::Buttons;
 using screen::Icon;
 using screen::MsgBox;
-using values::Currency;
 
 namespace {
 
