@@ -81,6 +81,13 @@ class StockSource {
     virtual const std::vector<ItemRow>& found() const = 0;
 };
 
+/// "frmReportAllItemsQresults": items to be printed, also those that another screen has found.
+class StockResults {
+  public:
+    virtual ~StockResults() = default;
+    virtual void showItems(const std::vector<ItemRow>& items) = 0;
+};
+
 /// "frmItemOrder".
 class OrderDialog {
   public:

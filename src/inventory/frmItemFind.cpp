@@ -50,16 +50,19 @@ frmItemFind::frmItemFind() : Form(QString::fromLatin1(formName), u"Item Find"_s)
     screen::ButtonBar bar(this, outside);
     QPushButton* cmdFind = bar.button(u"cmdFind"_s, u"&Find"_s);
     cmdGoto = bar.button(u"cmdGoto"_s, u"&Goto"_s);
+    cmdQuery = bar.button(u"cmdQuery"_s, u"&Query/Report"_s);
     bar.stretch();
     QPushButton* cmdClose = bar.button(u"cmdClose"_s, u"&Close"_s);
     setDefaultButton(cmdFind);
     setCancelButton(cmdClose);
     cmdGoto->setEnabled(false);
+    cmdQuery->setEnabled(false);
     on(cmdFind, &frmItemFind::cmdFind_Click);
     on(cmdGoto, &frmItemFind::cmdGoto_Click);
+    on(cmdQuery, &frmItemFind::cmdQuery_Click);
     on(cmdClose, [this] { hideModal(); });
     on(sprFound->rowDoubleClicked, [this](int) { cmdGoto_Click(); });
-    controls::offerInMenu(sprFound, {cmdGoto});
+    controls::offerInMenu(sprFound, {cmdGoto, cmdQuery});
     resize(820, 460);
 }
 
@@ -71,15 +74,16 @@ void frmItemFind::cmdFind_Click() {
     std::vector<controls::ListRow> rows;
     {
         const screen::BusyPointer busy;
-        const auto found = findItems(
-            core::MainDatabase(), chkDescription->isChecked() ? txtDescription->text() : QString(),
-            chkPartNumber->isChecked() ? txtPartNumber->text() : QString());
-        for (const ItemRow& item : found)
+        m_found = findItems(core::MainDatabase(),
+                            chkDescription->isChecked() ? txtDescription->text() : QString(),
+                            chkPartNumber->isChecked() ? txtPartNumber->text() : QString());
+        for (const ItemRow& item : m_found)
             rows.push_back(listRow(item));
     }
     const auto count = rows.size();
     sprFound->setRows(std::move(rows));
     cmdGoto->setEnabled(count > 0);
+    cmdQuery->setEnabled(count > 0);
     txtCount->setText(count == 0   ? QString()
                       : count == 1 ? u"1 Item Record Found."_s
                                    : QString::number(count) + u" Item Records Found."_s);
@@ -88,6 +92,14 @@ void frmItemFind::cmdFind_Click() {
                        screen::Icon::Exclamation, u"No Records Found"_s);
     else
         sprFound->setFocus();
+}
+
+/// What was found, to be printed by a report.
+void frmItemFind::cmdQuery_Click() {
+    if (auto* results =
+            dynamic_cast<StockResults*>(screen::Forms::show(u"frmReportAllItemsQresults"_s)))
+        results->showItems(m_found);
+    hideModal();
 }
 
 void frmItemFind::cmdGoto_Click() {

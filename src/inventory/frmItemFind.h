@@ -1,5 +1,6 @@
 #pragma once
 
+#include "inventory/Items.h"
 #include "platform/controls/ListView.h"
 #include "platform/controls/TextField.h"
 #include "platform/screen/Form.h"
@@ -9,7 +10,8 @@ class QLabel;
 
 namespace inventory {
 
-/// Finds items by a piece of their description or part number, and goes to one in the explorer.
+/// Finds items by a piece of their description or part number, and goes to one in the explorer
+/// or takes all to the reports.
 class frmItemFind : public screen::Form {
   public:
     static constexpr char formName[] = "frmItemFind";
@@ -19,6 +21,7 @@ class frmItemFind : public screen::Form {
   private:
     void cmdFind_Click();
     void cmdGoto_Click();
+    void cmdQuery_Click();
 
     QCheckBox* chkDescription;
     controls::TextField* txtDescription;
@@ -27,6 +30,8 @@ class frmItemFind : public screen::Form {
     controls::ListView* sprFound;
     QLabel* txtCount;
     QPushButton* cmdGoto;
+    QPushButton* cmdQuery;
+    std::vector<ItemRow> m_found;
 };
 
 } // namespace inventory

@@ -65,15 +65,22 @@ void frmReportAllItemsQresults::Form_Load() {
     const auto* source = screen::Forms::find<StockSource>(query);
     if (!source)
         return;
-    const screen::BusyPointer busy;
+    showItems(source->found());
     m_question = source->question();
+    m_allItems = m_question.isEmpty();
+}
+
+void frmReportAllItemsQresults::showItems(const std::vector<ItemRow>& items) {
+    const screen::BusyPointer busy;
+    m_question = {};
+    m_allItems = false;
     std::vector<QStringList> rows;
-    for (const ItemRow& row : source->found())
+    for (const ItemRow& row : items)
         rows.push_back({row.item.description, row.locationName, row.typeName, row.item.partNumber,
                         row.item.manufacturer, QString::number(row.item.quantity)});
     sprItemFound->setRows(std::move(rows));
     int place = 0;
-    for (const ItemRow& row : source->found())
+    for (const ItemRow& row : items)
         sprItemFound->setRowKey(place++, row.item.id);
     fraMain->setTitle(QString::number(place) + u" Records Found Matching Query."_s);
 }
@@ -109,11 +116,10 @@ void frmReportAllItemsQresults::print(const std::vector<int>& rows, const QStrin
     items.reserve(rows.size());
     for (const int row : rows)
         items.push_back(sprItemFound->rowKey(row));
-    core::launchReportFile(m_reports.text(u"FileName"),
-                           all && m_question.isEmpty()
-                               ? QString()
-                               : stockFormula(m_question, m_reports.text(u"Module"), items),
-                           title, this);
+    core::launchReportFile(
+        m_reports.text(u"FileName"),
+        all && m_allItems ? QString() : stockFormula(m_question, m_reports.text(u"Module"), items),
+        title, this);
 }
 
 void frmReportAllItemsQresults::cmdPrintScr_Click() {

@@ -15,11 +15,12 @@ namespace inventory {
 
 /// The items that the query over stock found: a report of the catalogue prints all of them or those
 /// that are selected, a double click goes to one in the explorer.
-class frmReportAllItemsQresults : public screen::Form {
+class frmReportAllItemsQresults : public screen::Form, public StockResults {
   public:
     static constexpr char formName[] = "frmReportAllItemsQresults";
     frmReportAllItemsQresults();
     void Form_Load() override;
+    void showItems(const std::vector<ItemRow>& items) override;
 
   private:
     void openReports();
@@ -35,6 +36,7 @@ class frmReportAllItemsQresults : public screen::Form {
     controls::DataCombo* dbcReport;
     jet::Recordset m_reports;
     StockQuestion m_question;
+    bool m_allItems = false; ///< that there are are shown
 };
 
 } // namespace inventory

@@ -286,10 +286,22 @@ TEST_P(Explorers, FindAndTheFlaggedListGoToTheItem) {
         expectBox(u"No Records satisfy your Criteria!"_s, Answer::Ok, u"No Records Found"_s);
         type(u"txtDescription"_s, u"zzz"_s);
         press(u"cmdFind"_s);
-        EXPECT_FALSE(isEnabled(u"cmdGoto"_s));
+        EXPECT_FALSE(isEnabled(u"cmdGoto"_s) || isEnabled(u"cmdQuery"_s));
         type(u"txtDescription"_s, u"u"_s);
         press(u"cmdFind"_s);
         EXPECT_EQ(text(u"txtCount"_s), u"1 Item Record Found."_s);
+        press(u"cmdQuery"_s);
+    });
+    press(u"cmdFind"_s);
+    screen::Form* results = screen::Forms::find(u"frmReportAllItemsQresults"_s);
+    ASSERT_TRUE(results);
+    use(results);
+    EXPECT_EQ(rowCount(u"sprItemFound"_s), 1);
+    results->unload();
+    use(screen::Forms::find(u"frmInventory"_s));
+    whenShown(u"frmItemFind"_s, [this] {
+        type(u"txtDescription"_s, u"u"_s);
+        press(u"cmdFind"_s);
         press(u"cmdGoto"_s);
     });
     press(u"cmdFind"_s);
