@@ -96,10 +96,10 @@ void frmItemFind::cmdFind_Click() {
 
 /// What was found, to be printed by a report.
 void frmItemFind::cmdQuery_Click() {
+    hideModal(); // first, or the explorer would come to lie over the results
     if (auto* results =
             dynamic_cast<StockResults*>(screen::Forms::show(u"frmReportAllItemsQresults"_s)))
         results->showItems(m_found);
-    hideModal();
 }
 
 void frmItemFind::cmdGoto_Click() {
