@@ -1,5 +1,6 @@
-#include "platform/gantt/ChartView.h"
+#include "platform/gantt/LoadStrip.h"
 #include "platform/values/Literals.h"
+#include "scheduling/Load.h"
 #include "scheduling/MultiMove.h"
 
 #include <benchmark/benchmark.h>
@@ -75,6 +76,40 @@ void dragWithFollowers(benchmark::State& state) {
     state.counters["moving"] = static_cast<double>(moving);
 }
 BENCHMARK(dragWithFollowers)->Unit(benchmark::kMillisecond);
+
+/// What the band of loads takes to follow such a drag: the hours of 10,000 entries in twenty
+/// departments, summed up anew and painted.
+void loadOfDrag(benchmark::State& state) {
+    const auto chart = makeChart();
+    gantt::LoadStrip strip(chart.get());
+    strip.resize(1600, 120);
+    strip.show();
+    scheduling::Capacity capacity;
+    std::vector<qint64> departments;
+    for (int i = 1; i <= 20; ++i) {
+        departments.push_back(i);
+        for (int day = 0; day < 5; ++day)
+            capacity.open[i][static_cast<size_t>(day)] = {{420, 900}};
+        capacity.hours[i].fill(16);
+    }
+    const gantt::Model& model = chart->model();
+    for (auto _ : state) {
+        scheduling::LoadTable table(capacity, departments, model.firstDay(), model.lastDay());
+        for (int row = 1; row <= model.rowCount(); ++row) {
+            for (const gantt::Bar& bar : model.bars(row))
+                table.add({1 + row % 20, row, u"Milling"_s, bar.span});
+        }
+        std::vector<gantt::LoadLine> lines;
+        for (const qint64 department : departments) {
+            lines.push_back({QString::number(department), {}});
+            for (const scheduling::DayLoad& day : table.days(department))
+                lines.back().days.push_back({day.planned, day.available});
+        }
+        strip.setLines(model.firstDay(), std::move(lines));
+        strip.viewport()->repaint();
+    }
+}
+BENCHMARK(loadOfDrag)->Unit(benchmark::kMillisecond);
 
 /// One frame of scrolling through all rows.
 void scrollRows(benchmark::State& state) {

@@ -8,10 +8,14 @@
 #include "platform/screen/Pointer.h"
 #include "platform/values/Literals.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QGridLayout>
 #include <QLineEdit>
+#include <QTimer>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace reporting {
 
@@ -154,6 +158,17 @@ Given QueryForm::given(std::size_t index) const {
     if (const auto* combo = dynamic_cast<const DataCombo*>(row.first))
         value.key = combo->boundText();
     return value;
+}
+
+void QueryForm::Form_Activate() {
+    // When the frame around has put the focus where it had been: on a button.
+    QTimer::singleShot(0, this, [this] {
+        const auto asked = std::find_if(m_rows.begin(), m_rows.end(),
+                                        [](const Row& row) { return row.use->isChecked(); });
+        const QWidget* now = QApplication::focusWidget();
+        if (asked != m_rows.end() && now && isAncestorOf(now))
+            asked->first->widget()->setFocus(Qt::OtherFocusReason);
+    });
 }
 
 void QueryForm::cmdGenerate_Click() {

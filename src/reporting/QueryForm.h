@@ -27,6 +27,9 @@ class QueryForm : public screen::Form, public QuerySource {
   public:
     explicit QueryForm(const QueryDescriptor& query);
 
+    /// Back from the results, to what was asked.
+    void Form_Activate() override;
+
     QString findsql() const override { return m_texts.statement; }
     QString formula() const override { return m_texts.formula; }
 

@@ -319,8 +319,12 @@ void Form::pressDefault() {
     const QPointer<QWidget> before(focusWidget());
     const QPointer<QPushButton> button(m_default);
     button->click();
+    // Another screen that the handler opened keeps the focus, and the front.
+    const QWidget* now = QApplication::focusWidget();
+    if (!self || (now && !isAncestorOf(now)))
+        return;
     // Enter doesn't move the focus unless the handler did.
-    if (self && button && before && before != button && isVisible() && before->isVisible() &&
+    if (button && before && before != button && isVisible() && before->isVisible() &&
         before->isEnabled() && (focusWidget() == button || !focusWidget()))
         before->setFocus(Qt::OtherFocusReason);
 }
