@@ -43,6 +43,14 @@ class Document : public screen::Form {
         for (QWidget* widget : std::initializer_list<QWidget*>{field, locked, button})
             layout->addWidget(widget);
     }
+    /// Enter opens another document from now on.
+    void openByEnter(const QString& other) {
+        auto* button = new QPushButton(u"Open"_s, this);
+        on(button, [other] { screen::Forms::show(other); });
+        layout()->addWidget(button);
+        button->show();
+        setDefaultButton(button);
+    }
     controls::TextField* field;
     controls::TextField* locked;
     int moved = 0;
@@ -52,7 +60,7 @@ class Shell : public testsupport::ScreenFixture {
   protected:
     void SetUp() override {
         core::registerScreens();
-        for (const char* name : {"frmFirst", "frmSecond"}) {
+        for (const char* name : {"frmFirst", "frmSecond", "frmThird"}) {
             const QString form = QString::fromLatin1(name);
             screen::Forms::add(form, [form] { return std::make_unique<Document>(form); });
         }
@@ -182,6 +190,22 @@ TEST_F(Shell, ADocumentStandsOnceAndTheWindowMenuListsIt) {
         listed << action->text() + (action->isChecked() ? u" *"_s : QString());
     windows->close();
     EXPECT_EQ(listed.mid(3), QStringList({u"&1 frmFirst *"_s, u"&2 frmSecond"_s}));
+}
+
+TEST_F(Shell, WhatEnterOpenedKeepsTheFrontAndItsEndLeadsBack) {
+    show("frmFirst");
+    auto* second = show("frmSecond");
+    second->openByEnter(u"frmThird"_s);
+    second->field->setFocus();
+    QTest::keyClick(second->field, Qt::Key_Return);
+    settle();
+    auto* third = dynamic_cast<Document*>(screen::Forms::find(u"frmThird"_s));
+    ASSERT_TRUE(third);
+    EXPECT_EQ(m_shell->area()->activeSubWindow()->widget(), third);
+    EXPECT_TRUE(third->isAncestorOf(QApplication::focusWidget()));
+    third->unload();
+    settle();
+    EXPECT_EQ(m_shell->area()->activeSubWindow()->widget(), second);
 }
 
 TEST_F(Shell, TheKeyboardReachesChildrenAndTheirLettersComeBeforeTheMenus) {
