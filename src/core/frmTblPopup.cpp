@@ -29,8 +29,8 @@ frmTblPopup::frmTblPopup() : Form(QString::fromLatin1(formName), u"Select"_s) {
     resize(400, 420);
 }
 
-QString frmTblPopup::pick(const QString& caption, const QStringList& items,
-                          const QString& emptyMessage) {
+std::optional<QString> frmTblPopup::pick(const QString& caption, const QStringList& items,
+                                         const QString& emptyMessage) {
     if (items.isEmpty()) {
         screen::MsgBox(emptyMessage.isEmpty() ? u"No items to show for the selected lookup!"_s
                                               : emptyMessage,
@@ -50,7 +50,8 @@ void frmTblPopup::btnsel_Click() {
     const int row = lstItems->selectedRow();
     if (row < 0)
         return;
-    m_chosen = lstItems->rowText(row, 0);
+    if (const QString text = lstItems->rowText(row, 0); !text.isEmpty())
+        m_chosen = text;
     hideModal();
 }
 

@@ -11,13 +11,13 @@ class frmTblPopup : public screen::Form, public TablePopup {
   public:
     static constexpr char formName[] = "frmTblPopup";
     frmTblPopup();
-    QString pick(const QString& caption, const QStringList& items,
-                 const QString& emptyMessage) override;
+    std::optional<QString> pick(const QString& caption, const QStringList& items,
+                                const QString& emptyMessage) override;
 
   private:
     void btnsel_Click();
     controls::ListView* lstItems;
-    QString m_chosen;
+    std::optional<QString> m_chosen;
 };
 
 } // namespace core

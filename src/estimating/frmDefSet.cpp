@@ -55,7 +55,7 @@ void frmDefSet::Form_Load() {
     showSets(0);
 }
 
-qint64 frmDefSet::pickSet() {
+std::optional<qint64> frmDefSet::pickSet() {
     cmdSelect->show();
     setDefaultButton(cmdSelect);
     showModal();

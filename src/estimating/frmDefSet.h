@@ -15,7 +15,7 @@ class frmDefSet : public screen::Form, public DefaultSetDialog {
     static constexpr char formName[] = "frmDefSet";
     frmDefSet();
     void Form_Load() override;
-    qint64 pickSet() override;
+    std::optional<qint64> pickSet() override;
 
   private:
     void cmdNew_Click();
@@ -31,7 +31,7 @@ class frmDefSet : public screen::Form, public DefaultSetDialog {
     controls::ListView* sprDef;
     QPushButton* cmdSelect;
     std::vector<QPushButton*> m_needSet; ///< buttons that act on the chosen set
-    qint64 m_picked = 0;
+    std::optional<qint64> m_picked;
 };
 
 } // namespace estimating

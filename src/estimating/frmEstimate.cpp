@@ -149,11 +149,11 @@ void frmEstimate::cmdGotoPart_Click() {
 void frmEstimate::cmdPartno_Click() {
     const QStringList parts =
         column(u"SELECT DISTINCT PartNo FROM Estimate ORDER BY PartNo"_s, u"PartNo"_s);
-    const QString part =
+    const auto part =
         Forms::dialog<core::TablePopup>(u"frmTblPopup"_s)
             ->pick(u"Select Part No."_s, parts, u"There is no Part No. list to select from!"_s);
-    if (!part.isEmpty())
-        txtPartno->setText(part);
+    if (part)
+        txtPartno->setText(*part);
 }
 
 void frmEstimate::cmdRfqno_Click() {
@@ -161,12 +161,12 @@ void frmEstimate::cmdRfqno_Click() {
         column(u"SELECT DISTINCT RFQNo FROM Estimate WHERE CustID="_s +
                    QString::number(m_header.now().custId) + u"  ORDER BY RFQNo"_s,
                u"RFQNo"_s);
-    const QString rfqNo =
+    const auto rfqNo =
         Forms::dialog<core::TablePopup>(u"frmTblPopup"_s)
             ->pick(u"Select RFQ No."_s, numbers, u"No RFQs for the selected Customer!"_s);
-    if (rfqNo.isEmpty())
+    if (!rfqNo)
         return;
-    txtRfqno->setText(rfqNo);
+    txtRfqno->setText(*rfqNo);
     txtRfqno_LostFocus();
 }
 

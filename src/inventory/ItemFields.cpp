@@ -98,10 +98,10 @@ void ItemFields::showPath(const View& view, qint64 folder, const std::vector<Fol
 }
 
 void ItemFields::pickFolder(const View& view) {
-    const auto [folder, path] =
+    const auto picked =
         screen::Forms::dialog<FolderPicker>(u"frmItemTreeSelect"_s)->pickFolder(view.word);
-    if (folder != 0)
-        showFolder(view, folder);
+    if (picked)
+        showFolder(view, picked->folder);
 }
 
 Item ItemFields::typed() const {

@@ -22,17 +22,21 @@ class StockNewItem {
 class FolderPicker {
   public:
     virtual ~FolderPicker() = default;
-    /// The folder's number and its path, parted by backslashes; 0 for none. `view` is "Type" or
-    /// "Location".
-    virtual std::pair<qint64, QString> pickFolder(const QString& view) = 0;
+    struct Picked {
+        qint64 folder = 0;
+        QString path; ///< parted by backslashes
+    };
+    /// `view` is "Type" or "Location".
+    virtual std::optional<Picked> pickFolder(const QString& view) = 0;
 };
 
 /// What "frmItemReStockPOMulti" offers: which of several items a part is.
 class ItemPicker {
   public:
     virtual ~ItemPicker() = default;
-    /// Says that there are several and asks; 0 for none of them.
-    virtual qint64 pickItem(const QString& partNumber, const QString& description) = 0;
+    /// Says that there are several and asks; nothing for none of them.
+    virtual std::optional<qint64> pickItem(const QString& partNumber,
+                                           const QString& description) = 0;
 };
 
 } // namespace inventory

@@ -123,10 +123,10 @@ void frmItemCount::pickLocation() {
     if (hasCounts() && MsgBox(u"What you have counted is not posted and will be lost. Continue?"_s,
                               Buttons::YesNo, Icon::Question, system) != screen::Answer::Yes)
         return;
-    const auto [folder, path] =
+    const auto picked =
         screen::Forms::dialog<FolderPicker>(u"frmItemTreeSelect"_s)->pickFolder(u"Location"_s);
-    if (folder != 0)
-        read(folder);
+    if (picked)
+        read(picked->folder);
 }
 
 void frmItemCount::read(qint64 location) {

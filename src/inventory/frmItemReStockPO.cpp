@@ -90,11 +90,14 @@ void frmItemReStockPO::restockItem(const LeftLine& left) {
     jet::Database& database = core::MainDatabase();
     const ReceivedLine& line = left.line;
     if (!left.items.empty()) {
-        Restock movement = m_how;
-        movement.itemId = screen::Forms::dialog<ItemPicker>(u"frmItemReStockPOMulti"_s)
+        const auto item = screen::Forms::dialog<ItemPicker>(u"frmItemReStockPOMulti"_s)
                               ->pickItem(line.partNumber, line.description);
+        if (!item)
+            return;
+        Restock movement = m_how;
+        movement.itemId = *item;
         movement.quantity = line.stock;
-        if (movement.itemId != 0 && !restock(database, movement))
+        if (!restock(database, movement))
             MsgBox(u"This item has been deleted by another user."_s, Buttons::Ok, Icon::Critical,
                    system);
         tellExplorer(movement.itemId);

@@ -26,13 +26,14 @@ frmItemReStockPOMulti::frmItemReStockPOMulti()
     resize(820, 360);
 }
 
-qint64 frmItemReStockPOMulti::pickItem(const QString& partNumber, const QString& description) {
+std::optional<qint64> frmItemReStockPOMulti::pickItem(const QString& partNumber,
+                                                      const QString& description) {
     if (screen::MsgBox(u"Multiple Inventory items were found matching the partnumber and "
                        "description. Click OK to select from a list or click CANCEL to move to "
                        "the next item on the PO."_s,
                        screen::Buttons::OkCancel, screen::Icon::Question,
                        u"System Message"_s) != screen::Answer::Ok)
-        return 0;
+        return std::nullopt;
     showItems(*sprItems, itemsOfPart(core::MainDatabase(), partNumber, description));
     sprItems->setActiveRow(0);
     sprItems->setFocus();
@@ -41,9 +42,11 @@ qint64 frmItemReStockPOMulti::pickItem(const QString& partNumber, const QString&
 }
 
 void frmItemReStockPOMulti::cmdSelect_Click() {
-    m_item = sprItems->rowKey(sprItems->activeRow());
-    if (m_item != 0)
-        hideModal();
+    const qint64 item = sprItems->rowKey(sprItems->activeRow());
+    if (item == 0)
+        return;
+    m_item = item;
+    hideModal();
 }
 
 } // namespace inventory

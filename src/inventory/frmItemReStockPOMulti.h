@@ -11,12 +11,12 @@ class frmItemReStockPOMulti : public screen::Form, public ItemPicker {
   public:
     static constexpr char formName[] = "frmItemReStockPOMulti";
     frmItemReStockPOMulti();
-    qint64 pickItem(const QString& partNumber, const QString& description) override;
+    std::optional<qint64> pickItem(const QString& partNumber, const QString& description) override;
 
   private:
     void cmdSelect_Click();
     controls::Grid* sprItems;
-    qint64 m_item = 0;
+    std::optional<qint64> m_item;
 };
 
 } // namespace inventory

@@ -36,7 +36,7 @@ frmItemTreeSelect::frmItemTreeSelect(const QString& name) : Form(name, u"Select 
     resize(420, 420);
 }
 
-std::pair<qint64, QString> frmItemTreeSelect::pickFolder(const QString& word) {
+std::optional<FolderPicker::Picked> frmItemTreeSelect::pickFolder(const QString& word) {
     const View& view = viewOf(word);
     setWindowTitle(u"Select a "_s + view.word);
     showFolders(*tvItem, view);
@@ -60,7 +60,7 @@ void frmItemTreeSelect::cmdSelect_Click() {
     const QString key = tvItem->selectedKey();
     if (key.isEmpty() || key == rootKey)
         return;
-    m_chosen = {folderIn(key), txtPath->text()};
+    m_chosen = Picked{folderIn(key), txtPath->text()};
     hideModal();
 }
 

@@ -17,7 +17,7 @@ class frmItemTreeSelect : public screen::Form, public FolderPicker {
   public:
     static constexpr char formName[] = "frmItemTreeSelect";
     explicit frmItemTreeSelect(const QString& name = QString::fromLatin1(formName));
-    std::pair<qint64, QString> pickFolder(const QString& word) override;
+    std::optional<Picked> pickFolder(const QString& word) override;
 
   private:
     void tvItem_Click();
@@ -26,7 +26,7 @@ class frmItemTreeSelect : public screen::Form, public FolderPicker {
     controls::Tree* tvItem;
     controls::TextField* txtPath;
     QPushButton* cmdSelect;
-    std::pair<qint64, QString> m_chosen{0, {}};
+    std::optional<Picked> m_chosen;
 };
 
 } // namespace inventory

@@ -144,12 +144,12 @@ void frmQueryTypeLoc::readList(Row& row) {
 }
 
 void frmQueryTypeLoc::pickFolder(Row& row, std::size_t which) {
-    const auto [folder, path] =
+    const auto picked =
         screen::Forms::dialog<FolderPicker>(u"frmItemQueryTree"_s)->pickFolder(row.view->word);
-    if (folder == 0)
+    if (!picked)
         return;
-    row.folders[which] = folder;
-    row.fields[which]->setText(path);
+    row.folders[which] = picked->folder;
+    row.fields[which]->setText(picked->path);
     row.use->setChecked(true);
 }
 

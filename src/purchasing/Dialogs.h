@@ -21,17 +21,17 @@ class ItemDialog {
 class NewOrderDialog {
   public:
     virtual ~NewOrderDialog() = default;
-    /// "allnew", "newgroupcopy", "newvendor" or "newvendorcopy"; empty for Cancel. Without a
-    /// document on the screen the first way is taken unasked.
-    virtual QString choose(bool hasDocument) = 0;
+    /// "allnew", "newgroupcopy", "newvendor" or "newvendorcopy". Without a document on the screen
+    /// the first way is taken unasked.
+    virtual std::optional<QString> choose(bool hasDocument) = 0;
 };
 
 /// What "frmRfqVendorSelect" offers.
 class VendorSelector {
   public:
     virtual ~VendorSelector() = default;
-    /// A vendor for a new group (0), or one who isn't in that group yet; 0 if none was chosen.
-    virtual qint64 pick(qint64 group) = 0;
+    /// A vendor for a new group (0), or one who isn't in that group yet.
+    virtual std::optional<qint64> pick(qint64 group) = 0;
 };
 
 /// What "frmRFQCopyTree", "frmPOcopyTree" and "frmRFQ2POtree" offer: which lines of a document go
@@ -51,16 +51,16 @@ class CopyTreeDialog {
 class MatrixDialog {
   public:
     virtual ~MatrixDialog() = default;
-    /// The key of the request that is to become an order; empty for none.
-    virtual QString choose(qint64 group) = 0;
+    /// The key of the request that is to become an order.
+    virtual std::optional<QString> choose(qint64 group) = 0;
 };
 
 /// What "frmRFQDelete" offers.
 class DeleteRequestDialog {
   public:
     virtual ~DeleteRequestDialog() = default;
-    enum class What { Nothing, Group, Vendor };
-    virtual What choose(int vendors) = 0;
+    enum class What { Group, Vendor };
+    virtual std::optional<What> choose(int vendors) = 0;
 };
 
 /// What "frmRecHistory" offers: the receipts of an order.

@@ -182,14 +182,14 @@ void ItemForm::cmdOK_Click() {
 }
 
 void ItemForm::cmdPartno_Click() {
-    const QString part =
+    const auto part =
         screen::Forms::dialog<core::TablePopup>(u"frmTblPopup"_s)
             ->pick(u"Select Part No."_s,
                    usedBefore(core::MainDatabase(), m_kind, m_vendor, u"PartNumber"_s),
                    u"There is no Part No. list to select from!"_s);
-    if (part.isEmpty())
+    if (!part)
         return;
-    txtPartNumber->setText(part);
+    txtPartNumber->setText(*part);
     takeUsed(u"Description"_s, u"description"_s, txtDescription);
     takeUsed(u"UnitOfMeasure"_s, u"Unit of Measure"_s, dbcUnits);
 }
@@ -207,15 +207,15 @@ void ItemForm::takeUsed(const QString& column, const QString& what, controls::Fi
         u"Multiple "_s + several +
             u" where found for this part number.\r\nPlease choose one from the following list."_s,
         Buttons::Ok, Icon::Information, u"Mirsa"_s);
-    const QString text = screen::Forms::dialog<core::TablePopup>(u"frmTblPopup"_s)
-                             ->pick(u"Select Description"_s, texts);
-    if (text.isEmpty())
+    const auto text = screen::Forms::dialog<core::TablePopup>(u"frmTblPopup"_s)
+                          ->pick(u"Select Description"_s, texts);
+    if (!text)
         return;
-    into->setText(text);
+    into->setText(*text);
     if (MsgBox(u"Do you want to use this "_s + what + u" as the common\r\n"_s + what +
                    u" for this part number?"_s,
                Buttons::YesNo, Icon::Question) == Answer::Yes)
-        makeCommon(database, m_kind, m_vendor, column, part, text);
+        makeCommon(database, m_kind, m_vendor, column, part, *text);
 }
 
 } // namespace purchasing

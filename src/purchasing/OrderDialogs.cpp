@@ -40,20 +40,20 @@ NewOrderForm::NewOrderForm(Descriptor descriptor)
     });
 }
 
-QString NewOrderForm::choose(bool hasDocument) {
+std::optional<QString> NewOrderForm::choose(bool hasDocument) {
     if (!hasDocument)
         return m_descriptor.ways.front().method;
     m_options.front()->setFocus();
     showModal();
     if (!m_ok)
-        return {};
+        return std::nullopt;
     if (Check1 && m_options.back()->isChecked() && Check1->isChecked())
         return m_descriptor.carryMethod;
     for (std::size_t i = 0; i < m_options.size(); ++i) {
         if (m_options[i]->isChecked())
             return m_descriptor.ways[i].method;
     }
-    return {};
+    return std::nullopt;
 }
 
 GotoForm::GotoForm(Descriptor descriptor)
@@ -101,7 +101,7 @@ frmRfqVendorSelect::frmRfqVendorSelect()
     on(dbcVendor->left, &frmRfqVendorSelect::dbcVendor_Change);
 }
 
-qint64 frmRfqVendorSelect::pick(qint64 group) {
+std::optional<qint64> frmRfqVendorSelect::pick(qint64 group) {
     const jet::Recordset vendors = core::MainDatabase().openRecordset(
         group == 0 ? u"SELECT * FROM Vendor ORDER BY Company"_s
                    : u"SELECT * FROM Vendor WHERE VendID NOT IN (SELECT VendorID FROM RFQvendor "
@@ -111,7 +111,7 @@ qint64 frmRfqVendorSelect::pick(qint64 group) {
     if (vendors.isEmpty()) {
         MsgBox(u"All available Vendors have already been included in this RFQ group!"_s,
                Buttons::Ok, Icon::Exclamation, u"Error!"_s);
-        return 0;
+        return std::nullopt;
     }
     const QString first = vendors.text(u"VendID");
     dbcVendor->setRows(vendors, u"Company"_s, u"VendID"_s);
@@ -119,7 +119,7 @@ qint64 frmRfqVendorSelect::pick(qint64 group) {
     dbcVendor_Change();
     dbcVendor->setFocus();
     showModal();
-    return m_vendor;
+    return m_vendor == 0 ? std::nullopt : std::optional(m_vendor);
 }
 
 void frmRfqVendorSelect::dbcVendor_Change() {
@@ -152,13 +152,13 @@ frmRFQDelete::frmRFQDelete() : Form(QString::fromLatin1(formName), u"Delete RFQ"
     });
 }
 
-DeleteRequestDialog::What frmRFQDelete::choose(int vendors) {
+std::optional<DeleteRequestDialog::What> frmRFQDelete::choose(int vendors) {
     m_options[1]->setEnabled(vendors > 1);
     m_options[vendors > 1 ? 1 : 0]->setChecked(true);
     m_options[vendors > 1 ? 1 : 0]->setFocus();
     showModal();
     if (!m_ok)
-        return What::Nothing;
+        return std::nullopt;
     return m_options[0]->isChecked() ? What::Group : What::Vendor;
 }
 

@@ -28,7 +28,7 @@ class NewOrderForm : public screen::Form, public NewOrderDialog {
         QString carryCaption = {};
     };
     explicit NewOrderForm(Descriptor descriptor);
-    QString choose(bool hasDocument) override;
+    std::optional<QString> choose(bool hasDocument) override;
 
   private:
     Descriptor m_descriptor;
@@ -61,7 +61,7 @@ class frmRfqVendorSelect : public screen::Form, public VendorSelector {
   public:
     static constexpr char formName[] = "frmRfqVendorSelect";
     frmRfqVendorSelect();
-    qint64 pick(qint64 group) override;
+    std::optional<qint64> pick(qint64 group) override;
 
   private:
     void dbcVendor_Change();
@@ -76,7 +76,7 @@ class frmRFQDelete : public screen::Form, public DeleteRequestDialog {
   public:
     static constexpr char formName[] = "frmRFQDelete";
     frmRFQDelete();
-    What choose(int vendors) override;
+    std::optional<What> choose(int vendors) override;
 
   private:
     QRadioButton* m_options[2];

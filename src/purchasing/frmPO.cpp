@@ -204,7 +204,7 @@ void frmPO::dbcVend_Change() {
 // Beginning
 
 void frmPO::cmdNew_Click() {
-    const QString way = Forms::dialog<NewOrderDialog>(u"frmPONew"_s)->choose(currentKey() != 0);
+    const auto way = Forms::dialog<NewOrderDialog>(u"frmPONew"_s)->choose(currentKey() != 0);
     if (way == u"allnew"_s)
         OrderModule::cmdNew_Click();
     else if (way == u"copy"_s)

@@ -122,11 +122,11 @@ void frmPOaddRec::stockLeft(const Receipt& receipt, const std::vector<Unstocked>
     for (const Unstocked& one : left) {
         const ReceiveLine& line = one.line;
         if (!one.items.empty()) {
-            const qint64 item =
+            const auto item =
                 screen::Forms::dialog<inventory::ItemPicker>(u"frmItemReStockPOMulti"_s)
                     ->pickItem(line.partNumber, line.description);
-            if (item != 0)
-                stockReceipt(database, receipt, one.receiptId, item, line.quantity);
+            if (item)
+                stockReceipt(database, receipt, one.receiptId, *item, line.quantity);
             continue;
         }
         if (MsgBox(u"Part number "_s + line.partNumber +

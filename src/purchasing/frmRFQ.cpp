@@ -197,21 +197,21 @@ void frmRFQ::startAdding() {
 }
 
 void frmRFQ::cmdNew_Click() {
-    const QString way = Forms::dialog<NewOrderDialog>(u"frmRFQNew"_s)->choose(currentKey() != 0);
+    const auto way = Forms::dialog<NewOrderDialog>(u"frmRFQNew"_s)->choose(currentKey() != 0);
     if (way == u"allnew"_s)
         newGroup();
     else if (way == u"newgroupcopy"_s)
         newGroupCopy();
-    else if (!way.isEmpty())
+    else if (way)
         newVendor(way == u"newvendorcopy"_s);
 }
 
 void frmRFQ::newGroup() {
-    const qint64 vendor = Forms::dialog<VendorSelector>(u"frmRfqVendorSelect"_s)->pick(0);
-    if (vendor == 0)
+    const auto vendor = Forms::dialog<VendorSelector>(u"frmRfqVendorSelect"_s)->pick(0);
+    if (!vendor)
         return;
     const screen::BusyPointer busy;
-    const qint64 group = createGroup(core::MainDatabase(), vendor);
+    const qint64 group = createGroup(core::MainDatabase(), *vendor);
     reopen(mainSelect(), group);
     cmdEdit_Click();
     m_begun = Begun::Group;
@@ -220,8 +220,8 @@ void frmRFQ::newGroup() {
 
 void frmRFQ::newVendor(bool carryLines) {
     const qint64 group = currentKey();
-    const qint64 vendor = Forms::dialog<VendorSelector>(u"frmRfqVendorSelect"_s)->pick(group);
-    if (vendor == 0)
+    const auto vendor = Forms::dialog<VendorSelector>(u"frmRfqVendorSelect"_s)->pick(group);
+    if (!vendor)
         return;
     const screen::BusyPointer busy;
     std::vector<OrderLine> carried = carryLines ? lines() : std::vector<OrderLine>();
@@ -230,8 +230,8 @@ void frmRFQ::newVendor(bool carryLines) {
     cmdEdit_Click();
     if (isBrowse())
         return; // another station has deleted the group
-    addVendor(core::MainDatabase(), group, vendor);
-    m_key = vendorKey(group, vendor);
+    addVendor(core::MainDatabase(), group, *vendor);
+    m_key = vendorKey(group, *vendor);
     showParts();
     keepBefore();
     showLines(std::move(carried));
@@ -303,9 +303,9 @@ void frmRFQ::cmdDelete_Click() {
         return;
     }
     using What = DeleteRequestDialog::What;
-    const What what =
+    const auto what =
         Forms::dialog<DeleteRequestDialog>(u"frmRFQDelete"_s)->choose(sprVendor->rowCount());
-    if (what == What::Nothing)
+    if (!what)
         return;
     if (MsgBox(what == What::Group ? u"Delete Current Group?"_s : u"Delete Current RFQ (Vendor)?"_s,
                Buttons::YesNo, Icon::Question, u"Delete"_s) != Answer::Yes)
@@ -362,10 +362,10 @@ void frmRFQ::cmdSendAll_Click() {
 void frmRFQ::cmdMatrix_Click() {
     if (!hasRecord())
         return;
-    const QString key = Forms::dialog<MatrixDialog>(u"frmRFQMatrix"_s)->choose(currentKey());
-    if (key.isEmpty())
+    const auto key = Forms::dialog<MatrixDialog>(u"frmRFQMatrix"_s)->choose(currentKey());
+    if (!key)
         return;
-    m_key = key;
+    m_key = *key;
     showParts();
     cmdCreatePO_Click();
 }

@@ -63,7 +63,7 @@ frmRFQMatrix::frmRFQMatrix() : Form(QString::fromLatin1(formName), u"Vendor Comp
     resize(1100, 520);
 }
 
-QString frmRFQMatrix::choose(qint64 group) {
+std::optional<QString> frmRFQMatrix::choose(qint64 group) {
     m_group = group;
     m_matrix = loadMatrix(core::MainDatabase(), group);
     setWindowTitle(u"Vendor Comparison of RFQ Group "_s + QString::number(group));

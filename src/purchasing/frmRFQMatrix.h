@@ -13,7 +13,7 @@ class frmRFQMatrix : public screen::Form, public MatrixDialog {
   public:
     static constexpr char formName[] = "frmRFQMatrix";
     frmRFQMatrix();
-    QString choose(qint64 group) override;
+    std::optional<QString> choose(qint64 group) override;
 
   private:
     void fill();
@@ -25,7 +25,7 @@ class frmRFQMatrix : public screen::Form, public MatrixDialog {
     controls::Grid* sprMatrix;
     qint64 m_group = 0;
     VendorMatrix m_matrix;
-    QString m_chosen;
+    std::optional<QString> m_chosen;
 };
 
 } // namespace purchasing

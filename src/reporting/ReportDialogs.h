@@ -2,14 +2,16 @@
 
 #include <QString>
 
+#include <optional>
+
 namespace reporting {
 
 /// What the dialog "frmNewReport" offers: a report file of the program folder is chosen.
 class NewReportDialog {
   public:
     virtual ~NewReportDialog() = default;
-    /// The file's name without a path; empty if none was chosen.
-    virtual QString choose() = 0;
+    /// The file's name without a path.
+    virtual std::optional<QString> choose() = 0;
 };
 
 /// What the dialog "frmImportSelected" offers: a chosen file is given its place in the catalogue.

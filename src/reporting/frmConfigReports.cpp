@@ -107,9 +107,9 @@ void frmConfigReports::cmdRemove_Click() {
 }
 
 void frmConfigReports::cmdAdd_Click() {
-    const QString file = screen::Forms::dialog<NewReportDialog>(u"frmNewReport"_s)->choose();
-    if (!file.isEmpty() && screen::Forms::dialog<ImportReportDialog>(u"frmImportSelected"_s)
-                               ->import(file, dbcRtype->text()))
+    const auto file = screen::Forms::dialog<NewReportDialog>(u"frmNewReport"_s)->choose();
+    if (file && screen::Forms::dialog<ImportReportDialog>(u"frmImportSelected"_s)
+                    ->import(*file, dbcRtype->text()))
         dbcRtype_Change();
 }
 

@@ -39,7 +39,7 @@ void frmNewReport::Form_Load() {
         filReport->addRow(u'F' + file, {file});
 }
 
-QString frmNewReport::choose() {
+std::optional<QString> frmNewReport::choose() {
     showModal();
     return m_chosen;
 }

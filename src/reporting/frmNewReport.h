@@ -13,12 +13,12 @@ class frmNewReport : public screen::Form, public NewReportDialog {
     frmNewReport();
     void Form_Load() override;
 
-    QString choose() override;
+    std::optional<QString> choose() override;
     void cmdSelect_Click();
 
   private:
     controls::ListView* filReport;
-    QString m_chosen;
+    std::optional<QString> m_chosen;
 };
 
 } // namespace reporting

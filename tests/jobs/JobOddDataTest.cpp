@@ -14,7 +14,7 @@ namespace {
 class OneSet : public screen::Form, public estimating::DefaultSetDialog {
   public:
     OneSet() : Form(u"frmDefSet"_s, u"Sets"_s) {}
-    qint64 pickSet() override { return 1; }
+    std::optional<qint64> pickSet() override { return 1; }
 };
 
 /// What other programs wrote, what other stations do meanwhile, and what is beyond measure.

@@ -21,8 +21,8 @@ class SelectOperationsDialog {
 class DefaultSetDialog {
   public:
     virtual ~DefaultSetDialog() = default;
-    /// Number of the set chosen; 0 if the user chose none.
-    virtual qint64 pickSet() = 0;
+    /// Number of the set chosen.
+    virtual std::optional<qint64> pickSet() = 0;
 };
 
 struct InsertedOperation {

@@ -307,10 +307,10 @@ void RoutedModule::showCarried(const Carried& customer) {
 }
 
 std::optional<std::vector<ChosenOperation>> RoutedModule::pickSet(bool useDefaultNotes) {
-    const qint64 setNo = screen::Forms::dialog<DefaultSetDialog>(u"frmDefSet"_s)->pickSet();
-    if (setNo == 0)
+    const auto setNo = screen::Forms::dialog<DefaultSetDialog>(u"frmDefSet"_s)->pickSet();
+    if (!setNo)
         return std::nullopt;
-    return operationsOfSet(core::MainDatabase(), setNo, useDefaultNotes);
+    return operationsOfSet(core::MainDatabase(), *setNo, useDefaultNotes);
 }
 
 std::optional<std::vector<ChosenOperation>> RoutedModule::pickOperations() {
