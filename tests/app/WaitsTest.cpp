@@ -9,6 +9,7 @@
 #include "support/DatabaseFixture.h"
 #include "support/Paths.h"
 #include "support/ScreenFixture.h"
+#include "timemgmt/exceptions/ExceptionWatch.h"
 
 #include <QDir>
 #include <QTabWidget>
@@ -46,6 +47,7 @@ class WaitsTest : public testsupport::ScreenFixture {
         m_test->database().insertRows(u"Vendor"_s, {u"company"_s}, names);
     }
     void TearDown() override {
+        timemgmt::ExceptionWatch::end();
         ScreenFixture::TearDown();
         core::shared().MainDatabase.reset();
         values::setNow(std::nullopt);

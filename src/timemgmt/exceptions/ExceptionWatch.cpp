@@ -4,6 +4,7 @@
 #include "platform/system/Remembered.h"
 #include "platform/values/Literals.h"
 
+#include <QCoreApplication>
 #include <QCryptographicHash>
 #include <QDir>
 #include <QFile>
@@ -142,6 +143,8 @@ ExceptionWatch& ExceptionWatch::on(const QString& location) {
     auto& watch = theOne();
     if (!watch || watch->location() != location) {
         watch.reset();
+        // Its last query must not come when what the queries need is gone already.
+        qAddPostRoutine(&ExceptionWatch::end);
         watch = std::make_unique<ExceptionWatch>(location, platform::rememberedFolder());
     }
     return *watch;
