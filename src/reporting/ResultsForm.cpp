@@ -20,9 +20,16 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
-#include <numeric>
 
 namespace reporting {
+
+namespace {
+
+qint64 numberOf(const jet::Value& key) {
+    return key.kind() == jet::Value::Kind::Integer ? key.toInteger() : key.toText().toLongLong();
+}
+
+} // namespace
 
 using screen::Buttons;
 using screen::Icon;
@@ -156,6 +163,13 @@ QString ResultsForm::shownColumns(const QString& statement) const {
     return u"SELECT "_s + fields.join(u", "_s) + u' ' + statement.mid(all.size());
 }
 
+jet::Value ResultsForm::valueAt(qint64 row, int field) {
+    const int place = m_order[static_cast<std::size_t>(row)];
+    if (m_found.absolutePosition() != place)
+        m_found.moveTo(place);
+    return m_found.field(field);
+}
+
 bool ResultsForm::showRows() {
     const auto* source = screen::Forms::find<QuerySource>(m_query.queryForm);
     if (!source || source->findsql().isEmpty())
@@ -184,51 +198,39 @@ bool ResultsForm::showRows() {
     std::vector<int> places;
     for (const ResultColumn& column : m_query.columns)
         places.push_back(placeOf(column.field));
-    const int key = placeOf(m_query.keyField);
-    const int module = m_query.moduleKey.isEmpty() ? key : placeOf(m_query.moduleKey);
-    const int part = m_query.belowKey.isEmpty() ? -1 : placeOf(m_query.belowKey);
+    m_key = placeOf(m_query.keyField);
+    m_module = m_query.moduleKey.isEmpty() ? m_key : placeOf(m_query.moduleKey);
+    m_below = m_query.belowKey.isEmpty() ? -1 : placeOf(m_query.belowKey);
 
+    // The statement says no order: by number, as the modules have them.
     struct Line {
-        QStringList texts;
-        QString key, below;
-        qint64 place = 0;
+        qint64 number;
+        QString key;
+        int place;
     };
     std::vector<Line> lines;
     lines.reserve(static_cast<std::size_t>(found.recordCount()));
-    for (; !found.eof(); found.moveNext()) {
-        Line line;
-        line.texts.reserve(static_cast<qsizetype>(places.size()));
-        for (std::size_t i = 0; i < places.size(); ++i)
-            line.texts << cellText(m_query.columns[i], found.field(places[i]));
-        line.key = found.field(key).toText();
-        line.place = found.field(module).toText().toLongLong();
-        if (part >= 0)
-            line.below = found.field(part).toText();
-        lines.push_back(std::move(line));
-    }
-    // The statement says no order: by number, as the modules have them.
-    std::stable_sort(lines.begin(), lines.end(), [this](const Line& a, const Line& b) {
-        if (a.place != b.place)
-            return a.place < b.place;
-        return m_query.textKey && a.key < b.key;
+    for (int place = 0; !found.eof(); found.moveNext(), ++place)
+        lines.push_back({numberOf(found.field(m_module)),
+                         m_query.textKey ? found.field(m_key).toText() : QString(), place});
+    std::stable_sort(lines.begin(), lines.end(), [](const Line& a, const Line& b) {
+        return a.number != b.number ? a.number < b.number : a.key < b.key;
     });
+    std::vector<int> order;
+    order.reserve(lines.size());
+    for (const Line& line : lines)
+        order.push_back(line.place);
 
-    std::vector<QStringList> rows;
-    rows.reserve(lines.size());
-    m_keys.clear();
-    m_places.clear();
-    for (Line& line : lines) {
-        rows.push_back(std::move(line.texts));
-        m_keys << line.key;
-        m_places.emplace_back(line.place, line.below);
-    }
-    m_grid->setRows(std::move(rows));
-    // Sorting moves the rows, their numbers stay with them.
-    for (int row = 0; row < m_grid->rowCount(); ++row)
-        m_grid->setRowKey(row, row);
+    m_found = std::move(found);
+    m_order = std::move(order);
+    // Of many rows few are ever looked at: their texts are made when they are.
+    m_grid->setRows(static_cast<int>(m_order.size()), [this, places](qint64 row, int column) {
+        const auto at = static_cast<std::size_t>(column);
+        return cellText(m_query.columns[at], valueAt(row, places[at]));
+    });
     m_grid->setActiveRow(0);
     m_grid->clearSelection();
-    fraMain->setTitle(QString::number(m_keys.size()) + u" Records Found Matching Query."_s);
+    fraMain->setTitle(QString::number(m_order.size()) + u" Records Found Matching Query."_s);
     return true;
 }
 
@@ -265,7 +267,7 @@ void ResultsForm::cmdPrintSel_Click() {
     std::sort(rows.begin(), rows.end());
     QStringList keys;
     for (const int row : rows)
-        keys << m_keys[static_cast<qsizetype>(m_grid->rowKey(row))];
+        keys << valueAt(m_grid->rowKey(row), m_key).toText();
     core::launchReportFile(file, selectionOf(m_query, keys), u"Selected Records"_s, this);
 }
 
@@ -284,7 +286,9 @@ void ResultsForm::cmdCancel_Click() {
 void ResultsForm::goToRow(int row) {
     if (m_query.module.isEmpty() || row < 0 || row >= m_grid->rowCount())
         return;
-    const auto& [key, below] = m_places[static_cast<std::size_t>(m_grid->rowKey(row))];
+    const qint64 line = m_grid->rowKey(row);
+    const qint64 key = numberOf(valueAt(line, m_module));
+    const QString below = m_below < 0 ? QString() : valueAt(line, m_below).toText();
     if (key == 0 || !screen::Forms::isKnown(m_query.module))
         return;
     // The rows outlive a module that was closed meanwhile: it opens again.

@@ -32,6 +32,8 @@ class ResultsForm : public screen::Form {
     void openReports();
     /// False if there is none; nothing is shown then.
     bool showRows();
+    /// A field of a row of the grid, by the row's key.
+    jet::Value valueAt(qint64 row, int field);
     QString shownColumns(const QString& statement) const;
     QString cellText(const ResultColumn& column, const jet::Value& value) const;
     /// File of the chosen report; empty after a message.
@@ -45,8 +47,10 @@ class ResultsForm : public screen::Form {
     QPushButton* cmdPrintScr;
     jet::Recordset m_reports;
     QString m_formula; ///< of the query, as it was when the rows were read
-    QStringList m_keys;
-    std::vector<std::pair<qint64, QString>> m_places; ///< key in the module, and below it
+    jet::Recordset m_found;
+    std::vector<int> m_order; ///< of each row of the grid as filled, its place in m_found
+    int m_key = 0, m_module = 0,
+        m_below = -1; ///< fields of m_found; below: the key within a record
 };
 
 } // namespace reporting

@@ -59,6 +59,11 @@ void Grid::setRows(std::vector<QStringList> rows) {
     activateFirst();
 }
 
+void Grid::setRows(int count, std::function<QString(qint64, int)> textOf) {
+    cells().replace(count, std::move(textOf));
+    activateFirst();
+}
+
 void Grid::activateFirst() {
     if (rowCount() == 0 || currentIndex().isValid())
         return;
@@ -88,7 +93,7 @@ std::vector<int> Grid::selectedRows() const {
 }
 
 QString Grid::text(int row, int column) const {
-    return cells().has(row, column) ? cells().row(row).texts.value(column) : QString();
+    return cells().has(row, column) ? cells().text(row, column) : QString();
 }
 
 void Grid::setText(int row, int column, const QString& text) {

@@ -8,6 +8,7 @@
 #include <QIcon>
 #include <QString>
 
+#include <functional>
 #include <vector>
 
 namespace controls {
@@ -33,6 +34,9 @@ class Grid : public ToolTable {
     void clearRows() { setRowCount(0); }
     /// Replaces all rows at once; the way for long lists.
     void setRows(std::vector<QStringList> rows);
+    /// Rows with the keys 0 to count - 1, whose texts are asked for only when they are shown,
+    /// sorted or written; the way for very long ones.
+    void setRows(int count, std::function<QString(qint64 key, int column)> textOf);
 
     QString text(int row, int column) const;
     void setText(int row, int column, const QString& text);

@@ -65,7 +65,23 @@ void GridModel::resize(int count) {
 void GridModel::replace(std::vector<GridRow> rows) {
     beginResetModel();
     m_rows = std::move(rows);
+    m_source = {};
     endResetModel();
+}
+
+void GridModel::replace(int count, std::function<QString(qint64, int)> source) {
+    std::vector<GridRow> rows(size_t(std::max(count, 0)));
+    for (size_t i = 0; i < rows.size(); ++i)
+        rows[i].key = qint64(i);
+    beginResetModel();
+    m_rows = std::move(rows);
+    m_source = std::move(source);
+    endResetModel();
+}
+
+QString GridModel::text(int row, int column) const {
+    const GridRow& held = m_rows[size_t(row)];
+    return held.texts.isEmpty() && m_source ? m_source(held.key, column) : held.texts.value(column);
 }
 
 void GridModel::setRow(int row, GridRow content) {
@@ -155,7 +171,7 @@ void GridModel::refuse(int row, int column, const QString& why) {
         return;
     CellExtra& cell = makeExtra(row, column);
     if (!was)
-        cell.before = m_rows[size_t(row)].texts.value(column);
+        cell.before = this->text(row, column);
     cell.refusal = why;
     touched(row, column);
 }
@@ -187,6 +203,12 @@ CellExtra& GridModel::makeExtra(int row, int column) {
 
 void GridModel::setText(int row, int column, const QString& text) {
     auto& texts = m_rows[size_t(row)].texts;
+    if (m_source && texts.isEmpty()) {
+        QStringList all;
+        for (int i = 0; i < columnCount(); ++i)
+            all << this->text(row, i);
+        texts = std::move(all);
+    }
     while (texts.size() <= column)
         texts << QString();
     texts[column] = text;
@@ -197,7 +219,7 @@ QString GridModel::plainText(int row, int column) const {
     const CellExtra* cell = extra(row, column);
     if (cell && cell->hidden)
         return {};
-    const QString text = m_rows[size_t(row)].texts.value(column);
+    const QString text = this->text(row, column);
     return text.isEmpty() && cell ? cell->pictureText : text;
 }
 
@@ -211,7 +233,7 @@ GridModel::valuesOf(int column,
     std::vector<double> found(m_rows.size(), std::numeric_limits<double>::lowest());
     bool any = false;
     for (size_t i = 0; i < m_rows.size(); ++i) {
-        const QString text = m_rows[i].texts.value(column);
+        const QString text = this->text(int(i), column);
         if (QStringView(text).trimmed().isEmpty())
             continue;
         const auto value = valueOf(text);
@@ -224,7 +246,7 @@ GridModel::valuesOf(int column,
 }
 
 bool GridModel::isChecked(int row, int column) const {
-    const QString text = m_rows[size_t(row)].texts.value(column);
+    const QString text = this->text(row, column);
     return values::val(text) != 0 || text.compare(u"true", Qt::CaseInsensitive) == 0;
 }
 
@@ -272,9 +294,9 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
     const bool firstIcon = index.column() == 0 && !row.icon.isNull();
     switch (role) {
     case Qt::DisplayRole:
-        return hidden || column.kind == Kind::Check ? QString() : row.texts.value(index.column());
+        return hidden || column.kind == Kind::Check ? QString() : text(index.row(), index.column());
     case Qt::EditRole:
-        return row.texts.value(index.column());
+        return text(index.row(), index.column());
     case Qt::ToolTipRole:
         if (refused)
             return cell->refusal;
@@ -282,7 +304,7 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
             return cell->pictureText;
         if (firstIcon && !row.iconText.isEmpty())
             return row.iconText;
-        return hidden || column.kind == Kind::Check ? QString() : row.texts.value(index.column());
+        return hidden || column.kind == Kind::Check ? QString() : text(index.row(), index.column());
     case Qt::AccessibleTextRole: {
         QStringList said;
         if (refused)
@@ -294,7 +316,7 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
         if (column.kind == Kind::Check)
             said << (isChecked(index.row(), index.column()) ? u"checked"_s : u"not checked"_s);
         else if (!hidden)
-            said << row.texts.value(index.column());
+            said << text(index.row(), index.column());
         said.removeAll(QString());
         return said.join(u' ');
     }
@@ -332,7 +354,7 @@ bool GridModel::setData(const QModelIndex& index, const QVariant& value, int rol
         text = value.toInt() == Qt::Checked ? u"1"_s : u"0"_s;
     else if (role != Qt::EditRole)
         return false;
-    if (m_rows[size_t(index.row())].texts.value(index.column()) == text)
+    if (this->text(index.row(), index.column()) == text)
         return true;
     const int row = index.row();
     const int column = index.column();
@@ -386,8 +408,8 @@ void GridModel::sort(int column, Qt::SortOrder order) {
     std::vector<QString> texts;
     if (numbers.empty()) {
         texts.reserve(m_rows.size());
-        for (const GridRow& row : m_rows)
-            texts.push_back(row.texts.value(column).trimmed().toCaseFolded());
+        for (int row = 0; row < rows(); ++row)
+            texts.push_back(text(row, column).trimmed().toCaseFolded());
     }
 
     std::vector<size_t> places(m_rows.size());

@@ -52,6 +52,9 @@ class GridModel : public QAbstractTableModel {
     void remove(int row);
     void resize(int count);
     void replace(std::vector<GridRow> rows);
+    /// Rows with the keys 0 to count - 1 whose texts are asked for (by key and column) when
+    /// somebody wants them.
+    void replace(int count, std::function<QString(qint64 key, int column)> source);
     /// Makes these the rows, by their tags: what stays keeps its marks in the views, and only what
     /// changed is told. False where tags aren't unique or so much went that all was replaced.
     bool patch(std::vector<GridRow> rows);
@@ -61,6 +64,7 @@ class GridModel : public QAbstractTableModel {
 
     const GridRow& row(int row) const { return m_rows[size_t(row)]; }
     GridRow& row(int row) { return m_rows[size_t(row)]; }
+    QString text(int row, int column) const;
     const CellExtra* extra(int row, int column) const;
     CellExtra& makeExtra(int row, int column);
     void setText(int row, int column, const QString& text);
@@ -72,7 +76,7 @@ class GridModel : public QAbstractTableModel {
     bool isChecked(int row, int column) const;
     bool isEditable(int row, int column) const;
     bool isShown(int row, int column, const QString& text) const {
-        return m_rows[size_t(row)].texts.value(column) == text;
+        return this->text(row, column) == text;
     }
     /// Marks what is about to stand in a cell as refused; an empty reason takes the mark away.
     void refuse(int row, int column, const QString& why);
@@ -107,6 +111,7 @@ class GridModel : public QAbstractTableModel {
     void reorder(const std::vector<size_t>& places);
     std::vector<GridColumn> m_columns;
     std::vector<GridRow> m_rows;
+    std::function<QString(qint64, int)> m_source; ///< texts of the rows that hold none
     bool m_locked = false;
 };
 

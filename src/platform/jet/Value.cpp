@@ -4,6 +4,9 @@
 #include "platform/values/Literals.h"
 #include "platform/values/Numbers.h"
 
+#include <array>
+#include <charconv>
+
 namespace jet {
 
 namespace {
@@ -14,21 +17,35 @@ QDateTime zoneless(const QDateTime& moment) {
     return moment.timeSpec() == Qt::UTC ? moment : QDateTime(moment.date(), moment.time(), Qt::UTC);
 }
 
+/// Appends a number with two digits at least where padded.
+void append(QString& text, int number, bool padded = false) {
+    if (padded && number < 10)
+        text += u'0';
+    std::array<char, 12> digits;
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
+    text += QLatin1StringView(digits.data(), end);
+}
+
 QString momentText(const QDateTime& moment) {
     const QDate date = moment.date();
     const QTime time = moment.time();
     QString text;
-    if (date != dayZero || time == QTime(0, 0))
-        text = u"%1/%2/%3"_s.arg(date.month()).arg(date.day()).arg(date.year());
+    text.reserve(22);
+    if (date != dayZero || time == QTime(0, 0)) {
+        int year = 0, month = 0, day = 0;
+        date.getDate(&year, &month, &day);
+        append(text, month);
+        append(text += u'/', day);
+        append(text += u'/', year);
+    }
     if (time == QTime(0, 0))
         return text;
     if (!text.isEmpty())
         text += u' ';
-    const int hour = time.hour() % 12 == 0 ? 12 : time.hour() % 12;
-    return text + u"%1:%2:%3 %4"_s.arg(hour)
-                      .arg(time.minute(), 2, 10, QChar(u'0'))
-                      .arg(time.second(), 2, 10, QChar(u'0'))
-                      .arg(time.hour() < 12 ? u"AM"_s : u"PM"_s);
+    append(text, time.hour() % 12 == 0 ? 12 : time.hour() % 12);
+    append(text += u':', time.minute(), true);
+    append(text += u':', time.second(), true);
+    return text += time.hour() < 12 ? u" AM"_s : u" PM"_s;
 }
 
 } // namespace
