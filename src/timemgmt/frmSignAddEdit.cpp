@@ -31,6 +31,8 @@ frmSignAddEdit::frmSignAddEdit() : AddEditForm(QString::fromLatin1(formName), u"
     fields.nextColumn();
     fpSigninTime = time(u"fpSigninTime"_s, u"Sign In &Time"_s);
     fpSignoutTime = time(u"fpSignoutTime"_s, u"Sign Out Ti&me"_s);
+    for (controls::DateField* field : {fpSigninDate, fpSignoutDate})
+        field->setLatest(values::today());
     setTabOrder(fpSigninDate, fpSigninTime);
     setTabOrder(fpSigninTime, fpSignoutDate);
     setTabOrder(fpSignoutDate, fpSignoutTime);

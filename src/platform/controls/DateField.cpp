@@ -121,8 +121,11 @@ void DateField::takeText() {
 void DateField::mark() {
     // While somebody is still typing, half a date is no mistake.
     const bool wrong = !isValid() && !m_editing;
-    setTextColour(this, wrong ? redText(palette()) : QColor());
-    setToolTip(wrong ? u"This isn't a date."_s : QString());
+    const bool late = m_latest && m_date && *m_date > *m_latest && !m_editing;
+    setTextColour(this, wrong || late ? redText(palette()) : QColor());
+    setToolTip(wrong  ? u"This isn't a date."_s
+               : late ? u"This is later than "_s + values::format(*m_latest, u"Short Date") + u'.'
+                      : QString());
     setAccessibleDescription(toolTip());
 }
 
@@ -181,7 +184,8 @@ void DateField::keyPressEvent(QKeyEvent* event) {
         setDate(values::today());
         selectAll();
     } else if ((typed == u'+' || typed == u'-') && m_date) {
-        setDate(m_date->addDays(typed == u'+' ? 1 : -1));
+        if (typed == u'-' || !m_latest || *m_date < *m_latest)
+            setDate(m_date->addDays(typed == u'+' ? 1 : -1));
         selectAll();
     } else if (typed.isDigit() || typed == u'/' || typed == u'-') {
         QLineEdit::keyPressEvent(event);
@@ -200,6 +204,8 @@ void DateField::openCalendar() {
     auto* calendar = new QCalendarWidget(popup);
     calendar->setObjectName(u"calendar"_s);
     calendar->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
+    if (m_latest)
+        calendar->setMaximumDate(*m_latest);
     calendar->setSelectedDate(m_date.value_or(values::today()));
     layout->addWidget(calendar);
     const auto take = [this, popup = QPointer<QFrame>(popup)](const QDate& date) {

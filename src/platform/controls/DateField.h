@@ -21,6 +21,9 @@ class DateField : public QLineEdit, public Field {
     std::optional<QDate> date() const;
     void setDate(const std::optional<QDate>& date);
     void setShown(Shown shown); ///< how it shows while it doesn't have the focus
+    /// Neither the calendar nor + goes past this date; a later one that is typed is marked, and
+    /// stays for the screen to speak about.
+    void setLatest(const QDate& latest) { m_latest = latest; }
     /// False while the field holds text that is no date.
     bool isValid() const;
 
@@ -47,6 +50,7 @@ class DateField : public QLineEdit, public Field {
     void openCalendar();
     std::optional<QDate> m_date;
     std::optional<QDate> m_atEntry;
+    std::optional<QDate> m_latest;
     QString m_told;
     bool m_editing = false;
     Shown m_shown = Shown::Short;

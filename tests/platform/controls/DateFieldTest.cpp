@@ -88,6 +88,20 @@ TEST_F(DateFieldTest, PicksFromACalendarUnlessLocked) {
     settle();
     EXPECT_EQ(due->text(), u"3/9/2026"_s);
     EXPECT_FALSE(due->findChild<QCalendarWidget*>());
+
+    due->setLatest(QDate(2026, 3, 10));
+    typeOn(u"++"_s);
+    EXPECT_EQ(due->text(), u"3/10/2026"_s);
+    key(Qt::Key_F4);
+    EXPECT_EQ(due->findChild<QCalendarWidget*>()->maximumDate(), QDate(2026, 3, 10));
+    key(Qt::Key_Escape);
+    due->setText(u"3/11/2026"_s);
+    go(u"txtNext"_s);
+    EXPECT_EQ(due->text(), u"3/11/2026"_s);
+    EXPECT_TRUE(due->toolTip().contains(u"3/10/2026"_s));
+    due->setText(u"3/9/2026"_s);
+    go(u"txtDue"_s);
+
     due->setLocked(true);
     key(Qt::Key_F4);
     typeOn(u"t+"_s);
