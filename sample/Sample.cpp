@@ -1,5 +1,6 @@
 #include "sample/Sample.h"
 
+#include "core/journal/JournalTriggers.h"
 #include "platform/values/Clock.h"
 #include "sample/Shop.h"
 
@@ -26,6 +27,7 @@ void fill(jet::Database& database, const Options& options) {
               {},
               {}};
     jet::Transaction transaction(database);
+    core::removeJournal(database); // rows that nobody entered are no changes
     makeCatalogue(shop);
     makeMasters(shop);
     makeWork(shop);
@@ -33,6 +35,7 @@ void fill(jet::Database& database, const Options& options) {
     makeInventory(shop);
     makeSent(shop);
     makeUsers(shop);
+    core::installJournal(database);
     transaction.commit();
 }
 

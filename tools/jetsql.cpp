@@ -1,4 +1,5 @@
 #include "platform/jet/Location.h"
+#include "platform/jet/Native.h"
 #include "platform/values/Literals.h"
 
 #include <QCoreApplication>
@@ -120,6 +121,7 @@ int main(int argc, char* argv[]) {
     std::unique_ptr<jet::Database> database;
     try {
         database = openAt(arguments.first());
+        jet::Native(*database).setWriter(u"jetsql "_s + qEnvironmentVariable("USER"));
         if (schema)
             printSchema(*database, out);
     } catch (const jet::Error& error) {

@@ -17,6 +17,7 @@ bool LoginUser() {
     state.CurrentUserName = login->userName();
     state.CurrentUserNo = login->userNo();
     state.CurrentGroupNo = login->groupNo();
+    signChanges();
     platform::setPerson(state.CurrentUserName);
     return true;
 }

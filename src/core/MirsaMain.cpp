@@ -1,6 +1,7 @@
 #include "core/MirsaMain.h"
 
 #include "core/Shell.h"
+#include "platform/jet/Native.h"
 #include "platform/values/Literals.h"
 
 namespace core {
@@ -30,6 +31,10 @@ SharedState& shared() {
 jet::Database& MainDatabase() {
     Q_ASSERT_X(shared().MainDatabase, "MainDatabase", "no database is open");
     return *shared().MainDatabase;
+}
+
+void signChanges() {
+    jet::Native(MainDatabase()).setWriter(shared().CurrentUserName);
 }
 
 jet::Workspace MainWorkspace() {

@@ -26,6 +26,9 @@ SharedState& shared();
 
 /// The one open database. Asserts that it is open.
 jet::Database& MainDatabase();
+/// Lets the one open database know whose changes they are from now on, for its journal: after a
+/// login, and where the database was opened anew.
+void signChanges();
 /// Transactions of the one open database.
 jet::Workspace MainWorkspace();
 

@@ -143,6 +143,7 @@ void frmDBMaint::runOnFile() {
     }
     keeping::removeDatabase(fresh);
     shared().MainDatabase = jet::Database::openFile(path);
+    signChanges();
     if (failure)
         std::rethrow_exception(failure);
 }

@@ -63,7 +63,8 @@ CREATE TABLE SystemSettings (
     SecurityCode TEXT(2),
     partsqtyon YESNO,
     HoursOverPercent INTEGER DEFAULT 25,
-    LargeNumbers YESNO
+    LargeNumbers YESNO,
+    JournalDays INTEGER DEFAULT 365
 );
 
 CREATE TABLE History (
@@ -116,6 +117,24 @@ CREATE TABLE States (
     code TEXT(40)
 );
 
+CREATE TABLE Journal (
+    ID COUNTER PRIMARY KEY,
+    [At] DATETIME,
+    Who TEXT(60),
+    TableName TEXT(30),
+    RowKey TEXT(40),
+    Record LONG,
+    [Action] TEXT(1),
+    Changes MEMO
+);
+
+CREATE TABLE Writer (
+    ID LONG PRIMARY KEY,
+    Who TEXT(60)
+);
+
+CREATE INDEX Journal_Record_TableName ON Journal (Record, TableName);
+CREATE INDEX Journal_At ON Journal ([At]);
 CREATE INDEX Users_UserID ON Users (UserID);
 CREATE INDEX SecurityUsers_id ON SecurityUsers (id);
 CREATE INDEX SecurityGroups_groupid ON SecurityGroups (groupid);

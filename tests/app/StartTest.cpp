@@ -76,8 +76,8 @@ TEST_F(Start, ADatabaseOfAnEarlierReleaseOrAnotherProgramIsNamed) {
     };
     deliver();
     change(u"DROP TABLE JobShip"_s);
-    change(u"ALTER TABLE SystemSettings DROP COLUMN HoursOverPercent"_s);
-    expectBoxContaining(u"It lacks:\n\ncolumn SystemSettings.HoursOverPercent\ntable JobShip\n\nAn "
+    change(u"ALTER TABLE Terms DROP COLUMN QBSent"_s);
+    expectBoxContaining(u"It lacks:\n\ncolumn Terms.QBSent\ntable JobShip\n\nAn "
                         "administrator brings it up to date with this command. It changes nothing "
                         "that is in the database:\n\nmirsa-setup upgrade \""_s +
                         m_folder.path());

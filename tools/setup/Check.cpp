@@ -1,5 +1,6 @@
 #include "setup/Check.h"
 
+#include "core/journal/JournalTriggers.h"
 #include "jobs/JobCosting.h"
 #include "platform/jet/Native.h"
 #include "platform/jet/Translate.h"
@@ -58,6 +59,15 @@ class Checker {
                          {},
                          u"the column "_s + column.name + u" is missing: upgrade adds it"_s});
         }
+    }
+
+    void journal() {
+        if (core::isJournalKept(m_database))
+            return;
+        if (m_mend)
+            core::installJournal(m_database);
+        findings.push_back(
+            {u"Journal"_s, {}, u"not every change is kept there: triggers are missing"_s, m_mend});
     }
 
     void orphans() {
@@ -246,6 +256,7 @@ std::vector<Finding> check(jet::Database& database, const CheckOptions& options)
     checker.notes(u"JobOperNote"_s, u"JobOper"_s, u"JobNo"_s);
     checker.notes(u"EstOperNote"_s, u"EstOper"_s, u"EstNo"_s);
     checker.counters();
+    checker.journal();
     checker.hours();
     if (transaction)
         transaction->commit();

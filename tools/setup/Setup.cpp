@@ -1,5 +1,6 @@
 #include "setup/Setup.h"
 
+#include "core/journal/JournalTriggers.h"
 #include "platform/jet/Native.h"
 #include "platform/jet/Translate.h"
 #include "platform/values/Literals.h"
@@ -224,6 +225,7 @@ void install(jet::Database& database) {
     createTables(database);
     for (const QString& statement : statementsOf(deliveredTexts()))
         database.execute(statement);
+    core::installJournal(database);
     transaction.commit();
 }
 
@@ -296,6 +298,10 @@ QStringList upgrade(jet::Database& database) {
         QString what;
         if (addIfMissing(database, statement, what))
             added += u"added row "_s + what;
+    }
+    if (!core::isJournalKept(database)) {
+        core::installJournal(database);
+        added += u"added what keeps the journal of changes"_s;
     }
     transaction.commit();
     return added;

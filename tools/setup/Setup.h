@@ -20,8 +20,8 @@ QStringList replacedIndexes();
 /// The statements that make a table's rows of a delivered database.
 QStringList deliveredRows(const QString& table);
 
-/// Makes all tables and indexes in an empty database and fills in the rows of a delivered one, in
-/// one transaction.
+/// Makes all tables and indexes in an empty database, fills in the rows of a delivered one and lets
+/// its journal of changes begin, in one transaction.
 void install(jet::Database& database);
 
 /// Only the tables and indexes.
@@ -33,8 +33,9 @@ void createTables(jet::Database& database);
 QStringList lacking(const jet::Schema& schema, bool& foreign);
 
 /// Adds the tables, columns and indexes that an older database lacks, and the security objects and
-/// reports that its delivered rows lack, and drops the indexes that others have replaced. Loses and
-/// changes no row that is there. Returns what was done, a line each ("added table Terms").
+/// reports that its delivered rows lack, lets its journal of changes be kept as it is today, and
+/// drops the indexes that others have replaced. Loses and changes no row that is there. Returns
+/// what was done, a line each ("added table Terms").
 QStringList upgrade(jet::Database& database);
 
 /// The last number that a table's counter has given, also where that row was deleted since.

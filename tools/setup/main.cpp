@@ -1,6 +1,7 @@
 #include "core/keeping/Backup.h"
 #include "core/keeping/Files.h"
 #include "platform/jet/Location.h"
+#include "platform/jet/Native.h"
 #include "platform/values/Literals.h"
 #include "sample/PracticeCompany.h"
 #include "sample/Sample.h"
@@ -76,6 +77,7 @@ int fillSample(const QString& folder, const sample::Options& options, QTextStrea
 /// 0 where all is well or was mended, 1 where something is left.
 int checkFolder(const QString& folder, bool mend, QTextStream& out) {
     const auto database = jet::openProgramFolder(folder);
+    jet::Native(*database).setWriter(u"mirsa-setup "_s + qEnvironmentVariable("USER"));
     const std::vector<setup::Finding> findings = setup::check(*database, {.mend = mend});
     int left = 0;
     for (const setup::Finding& finding : findings) {

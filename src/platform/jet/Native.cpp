@@ -48,6 +48,10 @@ Value Native::value(const QByteArray& sql) {
     return all.empty() || all.front().empty() ? Value() : all.front().front();
 }
 
+void Native::setWriter(const QString& who) {
+    m_connection.engine().setWriter(who);
+}
+
 QByteArray Native::quoted(const QString& name) const {
     return m_connection.dialect().quoted(name);
 }

@@ -36,6 +36,9 @@ class Native {
                const std::function<void(const std::vector<Cell>&)>& look);
     /// The first value of the first row; Null where there is none.
     Value value(const QByteArray& sql);
+    /// Whose writes they are from now on, on this connection: what the journal of changes says of
+    /// them. Empty: nobody's.
+    void setWriter(const QString& who);
     /// A name, and the n-th parameter (from 1), as this engine writes them.
     QByteArray quoted(const QString& name) const;
     QByteArray parameter(int number) const;

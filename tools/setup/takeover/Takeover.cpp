@@ -114,6 +114,11 @@ const OldTable* tableOf(const OldCatalogue& catalogue, const QString& name) {
     return nullptr;
 }
 
+/// Tables that no old database can have had.
+bool isOwnKeeping(const QString& table) {
+    return table == u"Journal" || table == u"Writer";
+}
+
 /// One takeover into an open, empty database.
 class Run {
   public:
@@ -151,7 +156,8 @@ class Run {
         for (const jet::Table& table : today) {
             const OldTable* old = tableOf(m_catalogue, table.name);
             if (!old) {
-                m_remarks.count(u"table missing"_s, table.name, {});
+                if (!isOwnKeeping(table.name))
+                    m_remarks.count(u"table missing"_s, table.name, {});
                 taker.pass({}, table.name);
                 continue;
             }

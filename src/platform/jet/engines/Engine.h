@@ -104,6 +104,11 @@ class Engine {
     /// False: the engine has given up the open transaction by itself.
     virtual bool inTransaction() const = 0;
 
+    /// Whose writes they are from now on, for triggers that ask; empty: nobody's. They find it in
+    /// the table Writer of a file that has one, as long as a transaction is open, and on a server
+    /// in the setting mirsa.who. A write without a transaction gets one of its own.
+    virtual void setWriter(const QString& who) = 0;
+
     /// Gives back what deleted rows took, as far as other stations may go on working.
     virtual void tidy() {}
 

@@ -18,6 +18,8 @@ namespace {
 /// does where a file's only writer is meant.
 constexpr char lockAlone[] = "SELECT pg_advisory_xact_lock(774411)";
 constexpr char lockShared[] = "SELECT pg_advisory_xact_lock_shared(774411)";
+/// Behind one of them: for its transaction, so that it needs no wait and outlives no connection.
+constexpr char signature[] = ", set_config('mirsa.who', E'%1', true)";
 
 constexpr std::chrono::seconds rowsAreFreshFor(1);
 constexpr std::chrono::seconds reconnectFor(3);
@@ -236,7 +238,7 @@ Postgres::Flight Postgres::fly(std::vector<Command>& commands) {
         m_line.command("SAVEPOINT mirsa_guard");
         flight.add(Part::Guard);
     } else if (kind == Kind::Write) {
-        m_line.command(lockShared);
+        m_line.command(lockShared + m_sign);
         flight.add(Part::Word);
     }
     for (Command& command : commands)
@@ -506,7 +508,7 @@ void Postgres::begin(int depth, const QString& step) {
         return;
     }
     m_waiting.push_back({Kind::Begin, "BEGIN"});
-    m_waiting.push_back({Kind::Begin, lockAlone});
+    m_waiting.push_back({Kind::Begin, lockAlone + m_sign});
     m_waiting.back().step = step;
     m_transaction = Transaction::Waiting;
     m_hasWritten = false;
@@ -555,6 +557,13 @@ void Postgres::endUnheard(const char* sql) {
     m_line.command(sql);
     m_line.endGroup();
     m_line.forgetReplies();
+}
+
+void Postgres::setWriter(const QString& who) {
+    QString name = who;
+    name.remove(QChar::Null);
+    name.replace(u'\\', u"\\\\"_s).replace(u'\'', u"''"_s);
+    m_sign = who.isEmpty() ? QByteArray() : QString::fromLatin1(signature).arg(name).toUtf8();
 }
 
 void Postgres::tidy() {

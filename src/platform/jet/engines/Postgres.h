@@ -29,6 +29,7 @@ class Postgres : public Engine {
     void begin(int depth, const QString& step) override;
     void commit(int depth) override;
     void rollback(int depth) override;
+    void setWriter(const QString& who) override;
     bool inTransaction() const override { return m_transaction != Transaction::None; }
     void tidy() override;
     Schema readSchema() override;
@@ -73,6 +74,7 @@ class Postgres : public Engine {
     std::vector<Command> m_waiting; ///< to be sent with the next trip
     Transaction m_transaction = Transaction::None;
     bool m_hasWritten = false; ///< in the open transaction
+    QByteArray m_sign;         ///< what a lock's select asks for besides, to tell the writer
     qint64 m_names = 0;
     qint64 m_writes = 0;
     /// Names of statements that have been let go and are still to be closed on the server.

@@ -17,16 +17,19 @@ constexpr int busyMilliseconds = 20000;
 
 class SqlitePrepared : public Prepared {
   public:
-    SqlitePrepared(sqlite3_stmt* statement, std::shared_ptr<bool> open)
-        : m_statement(statement), m_open(std::move(open)) {}
+    SqlitePrepared(sqlite3_stmt* statement, Engine::Access access, std::shared_ptr<bool> open)
+        : m_statement(statement), m_writes(access != Engine::Access::Reads),
+          m_open(std::move(open)) {}
     ~SqlitePrepared() override {
         if (*m_open)
             sqlite3_finalize(m_statement);
     }
     sqlite3_stmt* statement() const { return m_statement; }
+    bool writes() const { return m_writes; }
 
   private:
     sqlite3_stmt* m_statement;
+    bool m_writes;
     std::shared_ptr<bool> m_open; ///< false: the engine is closed, its statements with it
 };
 
@@ -202,13 +205,13 @@ void Sqlite::configure() {
     execute(logged ? "PRAGMA synchronous = NORMAL" : "PRAGMA synchronous = FULL");
 }
 
-PreparedPtr Sqlite::prepare(const QByteArray& sql, Access) {
+PreparedPtr Sqlite::prepare(const QByteArray& sql, Access access) {
     sqlite3_stmt* statement = nullptr;
     const int code = sqlite3_prepare_v3(m_db, sql.constData(), static_cast<int>(sql.size()) + 1,
                                         SQLITE_PREPARE_PERSISTENT, &statement, nullptr);
     if (code != SQLITE_OK)
         fail(code);
-    return std::make_shared<SqlitePrepared>(statement, m_open);
+    return std::make_shared<SqlitePrepared>(statement, access, m_open);
 }
 
 PreparedPtr Sqlite::prepareFirst(const QByteArray& sql, int) {
@@ -217,6 +220,28 @@ PreparedPtr Sqlite::prepareFirst(const QByteArray& sql, int) {
 
 Outcome Sqlite::run(const PreparedPtr& prepared, const Arguments& arguments, Rows* rows,
                     int limit) {
+    if (m_writer.isEmpty() || inTransaction() ||
+        !static_cast<const SqlitePrepared&>(*prepared).writes())
+        return step(prepared, arguments, rows, limit);
+    begin(0, {});
+    try {
+        const Outcome outcome = step(prepared, arguments, rows, limit);
+        commit(0);
+        return outcome;
+    } catch (...) {
+        rollback(0);
+        throw;
+    }
+}
+
+void Sqlite::step(PreparedPtr& slot, const char* sql, const Arguments& arguments) {
+    if (!slot)
+        slot = prepare(sql, Access::Writes);
+    step(slot, arguments, nullptr, -1);
+}
+
+Outcome Sqlite::step(const PreparedPtr& prepared, const Arguments& arguments, Rows* rows,
+                     int limit) {
     sqlite3_stmt* statement = static_cast<const SqlitePrepared&>(*prepared).statement();
     for (int i = 0; i < arguments.count(); ++i) {
         const Arguments::Argument& argument = arguments.at(i);
@@ -305,9 +330,19 @@ void Sqlite::begin(int depth, const QString&) {
     }
     // Begun as a writer: stations then wait here for each other. One that read first and wrote
     // later would be refused as soon as another had written in between.
-    if (!m_begin)
-        m_begin = prepare("BEGIN IMMEDIATE", Access::Writes);
-    run(m_begin, Arguments(), nullptr, -1);
+    step(m_begin, "BEGIN IMMEDIATE");
+    m_signed = !m_writer.isEmpty();
+    if (!m_signed)
+        return;
+    // There is one writer at a time, and nobody else sees what isn't committed: the row is exact.
+    try {
+        Arguments who;
+        who.addText(m_writer);
+        step(m_sign, "INSERT OR REPLACE INTO Writer (ID, Who) VALUES (1, ?1)", who);
+    } catch (...) {
+        rollback(0);
+        throw;
+    }
 }
 
 void Sqlite::commit(int depth) {
@@ -315,9 +350,17 @@ void Sqlite::commit(int depth) {
         execute("RELEASE level" + QByteArray::number(depth));
         return;
     }
-    if (!m_commit)
-        m_commit = prepare("COMMIT", Access::Writes);
-    run(m_commit, Arguments(), nullptr, -1);
+    if (m_signed)
+        step(m_unsign, "DELETE FROM Writer");
+    step(m_commit, "COMMIT");
+}
+
+void Sqlite::setWriter(const QString& who) {
+    const auto table = prepare(
+        "SELECT 1 FROM sqlite_schema WHERE type = 'table' AND name = 'Writer'", Access::Reads);
+    Rows rows;
+    step(table, Arguments(), &rows, -1);
+    m_writer = rows.isEmpty() ? QString() : who;
 }
 
 void Sqlite::rollback(int depth) {

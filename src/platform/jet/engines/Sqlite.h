@@ -25,6 +25,7 @@ class Sqlite : public Engine {
     void begin(int depth, const QString& step) override;
     void commit(int depth) override;
     void rollback(int depth) override;
+    void setWriter(const QString& who) override;
     bool inTransaction() const override { return sqlite3_get_autocommit(m_db) == 0; }
     Schema readSchema() override;
     bool schemaMayHaveChanged() override;
@@ -38,6 +39,8 @@ class Sqlite : public Engine {
     void openFile(Mode mode);
     void configure();
     void close();
+    Outcome step(const PreparedPtr& statement, const Arguments& arguments, Rows* rows, int limit);
+    void step(PreparedPtr& slot, const char* sql, const Arguments& arguments = Arguments());
     qint64 number(const char* pragma, PreparedPtr& statement);
     qint64 lastReadVersion() const;
     Error notFound() const;
@@ -46,7 +49,9 @@ class Sqlite : public Engine {
     QString m_path;
     sqlite3* m_db = nullptr;
     std::shared_ptr<bool> m_open = std::make_shared<bool>(true);
-    PreparedPtr m_begin, m_commit, m_dataVersion, m_schemaVersion;
+    PreparedPtr m_begin, m_commit, m_sign, m_unsign, m_dataVersion, m_schemaVersion;
+    QString m_writer;
+    bool m_signed = false; ///< the open transaction tells it
     qint64 m_readSchemaVersion = -1;
 };
 
