@@ -4,6 +4,8 @@
 #include "core/MDIMain.h"
 #include "core/MirsaMain.h"
 #include "core/ToolIcons.h"
+#include "core/drafts/Draft.h"
+#include "core/drafts/DraftOffer.h"
 #include "platform/jet/Location.h"
 #include "platform/screen/Application.h"
 #include "platform/screen/Forms.h"
@@ -57,7 +59,10 @@ bool Program::openShop(const QString& programFolder) {
         state.MainDatabase = jet::openProgramFolder(programFolder);
         state.DatabasePath = state.MainDatabase->name();
         // A file that was closed is whole by itself: no log beside it that a copy would miss.
-        screen::seams().beforeEnd = [&state] { state.MainDatabase.reset(); };
+        screen::seams().beforeEnd = [&state] {
+            core::drafts::finish();
+            state.MainDatabase.reset();
+        };
         wrong = unfit(*state.MainDatabase, programFolder);
     });
     if (!opened || wrong.isEmpty())
@@ -100,6 +105,7 @@ bool Program::Main(const QString& programFolder) {
         m_shell->showToolBar(true);
         m_shell->bringToFront();
         m_shell->openOnlyModule();
+        core::offerDrafts();
     });
     return ended && signedIn;
 }

@@ -2,6 +2,7 @@
 
 #include "core/MirsaMain.h"
 #include "core/Shell.h"
+#include "core/drafts/DraftOffer.h"
 #include "platform/screen/Forms.h"
 #include "platform/system/Remembered.h"
 #include "platform/values/Literals.h"
@@ -36,6 +37,7 @@ void SwitchUser() {
         main->bringToFront();
         main->openOnlyModule();
     }
+    offerDrafts();
 }
 
 } // namespace core

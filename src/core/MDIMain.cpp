@@ -197,6 +197,14 @@ void MDIMain::openOnlyModule() {
         screen::Forms::show(only);
 }
 
+bool MDIMain::mayOpen(const QString& screen) const {
+    const QStringList names = menuNames();
+    return std::any_of(names.begin(), names.end(), [&](const QString& name) {
+        return menuEntry(name)->screen.compare(screen, Qt::CaseInsensitive) == 0 &&
+               menuAction(name)->isEnabled();
+    });
+}
+
 void MDIMain::bringToFront() {
     raise();
     activateWindow();

@@ -33,6 +33,7 @@ class MDIMain : public QMainWindow, public Shell {
     void showToolBar(bool shown) override;
     void bringToFront() override;
     void openOnlyModule() override;
+    bool mayOpen(const QString& screen) const override;
     QString popUp(const QString& menu, const QPoint& globalPlace) override;
 
     /// The action of a menu entry; nullptr if there is none of that name.

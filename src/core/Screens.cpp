@@ -1,5 +1,6 @@
 #include "core/Screens.h"
 
+#include "core/drafts/frmDraft.h"
 #include "core/frmAbout.h"
 #include "core/frmBackup.h"
 #include "core/frmDBMaint.h"
@@ -24,6 +25,7 @@ void registerScreens() {
     Forms::add<frmPass>();
     Forms::add<frmAbout>();
     Forms::add<frmTblPopup>();
+    Forms::add<frmDraft>();
     Forms::add<frmUser_Group>();
     Forms::add<frmUserAddEdit>();
     Forms::add<frmGroupAddEdit>();

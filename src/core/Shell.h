@@ -16,6 +16,8 @@ class Shell {
     virtual void bringToFront() = 0;
     /// After a sign-in: whoever may use one module only finds it open.
     virtual void openOnlyModule() = 0;
+    /// Whether the signed-in user may open a document screen from the menu.
+    virtual bool mayOpen(const QString& screen) const = 0;
     /// Shows one of the shell's popup menus ("InventoryNewPopup", "mnuTravelPopup") and does what
     /// the shell does for the entry that was chosen. The entry's name; empty if none was chosen.
     virtual QString popUp(const QString& menu, const QPoint& globalPlace) = 0;

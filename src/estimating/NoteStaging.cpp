@@ -170,6 +170,52 @@ void NoteStaging::restart() {
     transaction.commit();
 }
 
+void NoteStaging::takeUp(const std::vector<OperRow>& stored, std::vector<OperRow>& rows) {
+    const QString& table = m_kind.noteTable;
+    jet::Transaction transaction(m_database);
+    if (m_documentNo == 0)
+        m_database.execute(u"Delete * from "_s + table + u" where "_s + m_kind.documentKey +
+                           u" = 0"_s);
+    else
+        restart();
+
+    std::vector<std::vector<jet::Value>> places, schedule;
+    QHash<qint64, qint64> placeOf;
+    for (std::size_t i = 0; i < rows.size(); ++i)
+        placeOf.insert(rows[i].operNo, static_cast<qint64>(i) + 1);
+    for (const OperRow& row : stored) {
+        const qint64 place = placeOf.value(row.operNo, 0); // 0: it is parked
+        places.push_back({row.id, place});
+        schedule.push_back({m_documentNo, row.operNo, place});
+    }
+    m_database.updateRows(table, {u"ID"_s, u"SeqNo"_s}, 1, places);
+    if (m_documentNo != 0 && !m_kind.scheduleTable.isEmpty()) {
+        m_database.updateRows(m_kind.scheduleTable, {m_kind.documentKey, u"OperNo"_s, u"SeqNo"_s},
+                              2, schedule);
+    }
+
+    QHash<qint64, QString> bound;
+    jet::Recordset set = m_database.openRecordset(u"Select ID, OperNotes from "_s + table +
+                                                      u" where "_s + m_kind.documentKey + u" = "_s +
+                                                      num(m_documentNo) + u" and ID <> 0"_s,
+                                                  jet::RecordsetType::Snapshot);
+    for (; !set.eof(); set.moveNext())
+        bound.insert(set[u"ID"].toLong(), set.text(u"OperNotes"));
+    std::vector<std::vector<jet::Value>> changed, added;
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        OperRow& row = rows[i];
+        const bool isBound = row.id != 0 && bound.contains(row.id);
+        if (!row.newNote.isEmpty() && isBound)
+            changed.push_back({row.id, row.newNote});
+        else if (!row.newNote.isEmpty())
+            added.push_back({0, m_documentNo, static_cast<qint64>(i) + 1, row.newNote});
+        row.hasNote = isBound || !row.newNote.isEmpty();
+    }
+    m_database.updateRows(table, {u"ID"_s, u"OperNotes"_s}, 1, changed);
+    m_database.insertRows(table, {u"ID"_s, m_kind.documentKey, u"SeqNo"_s, u"OperNotes"_s}, added);
+    transaction.commit();
+}
+
 void NoteStaging::cancel() {
     const QString& table = m_kind.noteTable;
     jet::Transaction transaction(m_database);
@@ -211,6 +257,7 @@ void stageAll(jet::Database& database, const RoutingKind& kind, const QStringLis
     for (std::size_t i = 0; i < rows.size(); ++i) {
         const QString& note = notes[static_cast<qsizetype>(i)];
         rows[i].hasNote = !note.isEmpty();
+        rows[i].newNote = note;
         if (note.isEmpty())
             continue;
         staged += (staged.isEmpty() ? QString() : u" UNION ALL "_s) + u"SELECT 0, 0, "_s +

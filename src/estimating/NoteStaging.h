@@ -48,6 +48,10 @@ class NoteStaging {
     void cancel();
     /// Throws away what is new in this document alone, and puts the others back.
     void restart();
+    /// An entry goes on that another run began: the notes of `stored`, the rows as they are saved,
+    /// go to the places that they have among `rows`, and what was newly written there is staged
+    /// again. Marks the rows that have a note.
+    void takeUp(const std::vector<OperRow>& stored, std::vector<OperRow>& rows);
     /// Puts the notes of a saved document back to the rows that they are bound to: a station that
     /// ended inside an edit has left them elsewhere.
     void putBack();

@@ -44,6 +44,7 @@ class RfqNotesField {
     /// The pair as it is shown in Browse, or at the beginning of an entry. Returns the text to
     /// show.
     QString show(const RfqPair& pair, const std::optional<QString>& stored);
+    const RfqPair& pair() const { return m_pair; }
     bool isOther(const RfqPair& pair) const { return !(pair == m_pair); }
     /// Another pair was typed or chosen, with `shown` in the field. Returns the text to show
     /// instead; nothing if the new pair has no notes: the text then goes with the estimate. What

@@ -23,6 +23,8 @@ struct OperRow {
     std::optional<double> time;
     values::Currency rate; ///< per hour; means nothing on a contractor row
     bool hasNote = false;
+    /// The note, where it was written in the entry that is open: it stands in no saved row yet.
+    QString newNote;
     // Jobs only:
     int located = 0;
     QString status = u" "_s;

@@ -131,6 +131,41 @@ void frmEstimate::deleteDocument(qint64 estNo) {
     deleteEstimate(core::MainDatabase(), estNo);
 }
 
+// The draft: notes of the RFQ number stand in a table of their own
+
+QJsonObject frmEstimate::packedEntry() {
+    QJsonObject entry = RoutedDocument::packedEntry();
+    const RfqNotesEntry notes = m_rfqNotes.entry(txtNotes[2]->text());
+    if (notes.now != notes.shown) {
+        entry[u"rfqNotes"_s] = QJsonObject{{u"CustID"_s, m_rfqNotes.pair().custId},
+                                           {u"RFQNo"_s, m_rfqNotes.pair().rfqNo},
+                                           {u"shown"_s, notes.shown},
+                                           {u"now"_s, notes.now}};
+    }
+    return entry;
+}
+
+void frmEstimate::takeEntry(const QJsonObject& entry) {
+    RoutedDocument::takeEntry(entry);
+    const QJsonObject notes = entry[u"rfqNotes"_s].toObject();
+    if (notes.isEmpty()) {
+        txtRfqno_LostFocus();
+        return;
+    }
+    m_rfqNotes.show({notes[u"CustID"_s].toInteger(), notes[u"RFQNo"_s].toString()},
+                    notes[u"shown"_s].toString());
+    txtNotes[2]->setText(notes[u"now"_s].toString());
+}
+
+bool frmEstimate::holdsEntry(const QJsonObject& entry, const jet::Recordset& row) {
+    if (!RoutedDocument::holdsEntry(entry, row))
+        return false;
+    const QJsonObject notes = entry[u"rfqNotes"_s].toObject();
+    return notes.isEmpty() ||
+           rfqNotes(core::MainDatabase(), RfqPair{row[u"CustID"].toLong(), row.text(u"RFQNo")})
+                   .value_or(QString()) == notes[u"now"_s].toString();
+}
+
 // Going to a record
 
 void frmEstimate::cmdFind_Click() {

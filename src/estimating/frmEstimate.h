@@ -38,6 +38,9 @@ class frmEstimate : public RoutedDocument<EstimateDraft, EstimateHeader> {
     SaveOutcome store(qint64 estNo, EstimateDraft& draft, const EstimateDraft* before,
                       const QStringList& settled) override;
     void deleteDocument(qint64 estNo) override;
+    QJsonObject packedEntry() override;
+    void takeEntry(const QJsonObject& entry) override;
+    bool holdsEntry(const QJsonObject& entry, const jet::Recordset& row) override;
     void reckon() override;
     void customerTaken() override { txtRfqno_LostFocus(); }
 

@@ -36,6 +36,9 @@ class frmEmployee : public core::RecordModule {
     void clearFields() override;
     void lockFields(bool locked) override;
     bool validate() override;
+    QStringList unboundEntries() const override {
+        return isAdding() ? QStringList{u"txtNewSalary"_s, u"cboNewFreq"_s} : QStringList();
+    }
     QString recordName() const override;
     void newRowColumns(jet::Recordset& row) override;
     void alsoWrite(qint64 key, bool adding) override;

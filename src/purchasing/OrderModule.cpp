@@ -310,6 +310,35 @@ bool OrderModule::isSame(const OrderDocument& a, const OrderDocument& b) const {
     return sameOrder(m_kind, a, b);
 }
 
+QJsonObject OrderModule::pack(const OrderDocument& document, const OrderDocument* before) const {
+    const core::DocumentLines<OrderLine>& how = orderLines();
+    return {{u"header"_s, core::packDocument(orderColumns(), document.header,
+                                             before ? &before->header : nullptr)},
+            {u"vendor"_s, core::packDocument(m_vendor.columns(), document.vendor,
+                                             before ? &before->vendor : nullptr)},
+            {u"lines"_s, core::packLines(how.columns, how.id, document.lines,
+                                         before ? before->lines : std::vector<OrderLine>())}};
+}
+
+OrderDocument OrderModule::unpack(const QJsonObject& packed, const OrderDocument& stored) const {
+    const core::DocumentLines<OrderLine>& how = orderLines();
+    OrderDocument document{
+        stored.documentNo,
+        core::unpackDocument(orderColumns(), packed[u"header"_s].toObject(), stored.header),
+        core::unpackDocument(m_vendor.columns(), packed[u"vendor"_s].toObject(), stored.vendor),
+        core::unpackLines(how.columns, how.id, packed[u"lines"_s].toObject(), stored.lines)};
+    int number = 0;
+    for (OrderLine& line : document.lines)
+        line.itemNumber = ++number;
+    return document;
+}
+
+void OrderModule::showEntry(const OrderDocument& document) {
+    m_header.show(document.header);
+    m_vendor.show(document.vendor);
+    showLines(document.lines);
+}
+
 void OrderModule::reloadLines() {
     showLines(storedLines());
     m_before.lines = lines();

@@ -51,6 +51,9 @@ class OrderModule : public core::DocumentOf<OrderDocument> {
     bool validate() override;
     OrderDocument document() override;
     bool isSame(const OrderDocument& a, const OrderDocument& b) const override;
+    QJsonObject pack(const OrderDocument& document, const OrderDocument* before) const override;
+    OrderDocument unpack(const QJsonObject& packed, const OrderDocument& stored) const override;
+    void showEntry(const OrderDocument& document) override;
     void takeRecord(const jet::Recordset* row) override;
     void reloadLines() override;
     void afterLastDelete() override { offerFirstRecord(); }

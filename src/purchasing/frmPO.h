@@ -36,6 +36,7 @@ class frmPO : public OrderModule {
     void afterSave(qint64 key, bool adding) override;
     void deleteDocument(qint64 key) override;
     void tellNeighbours() override;
+    QStringList unboundEntries() const override { return {u"chkActive"_s}; }
     QString shownFormula() const override;
     bool askDeleteLine(const OrderLine& line) override;
     qint64 vendorNo() const override;

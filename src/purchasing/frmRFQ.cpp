@@ -297,6 +297,29 @@ void frmRFQ::tellNeighbours() {
     core::refreshNeighbours({u"frmhistory"_s}, u"RFQ"_s);
 }
 
+// The draft: which vendor's request it is of, and how it began
+
+QJsonObject frmRFQ::packedEntry() {
+    QJsonObject entry = OrderModule::packedEntry();
+    entry[u"request"_s] = m_key;
+    entry[u"begun"_s] = static_cast<int>(m_begun);
+    return entry;
+}
+
+void frmRFQ::takeEntry(const QJsonObject& entry) {
+    OrderModule::takeEntry(entry);
+    m_begun = static_cast<Begun>(entry[u"begun"_s].toInt());
+}
+
+bool frmRFQ::holdsEntry(const QJsonObject& entry, const jet::Recordset& row) {
+    m_key = entry[u"request"_s].toString();
+    return OrderModule::holdsEntry(entry, row);
+}
+
+bool frmRFQ::goToEntry(const QJsonObject& entry) {
+    return goToPart(entry[u"request"_s].toString());
+}
+
 void frmRFQ::cmdDelete_Click() {
     if (!hasRecord()) {
         offerFirstRecord();

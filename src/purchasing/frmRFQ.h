@@ -41,6 +41,10 @@ class frmRFQ : public OrderModule, public core::PartScreen {
     void cancelStaged() override;
     void closeStaged() override;
     void tellNeighbours() override;
+    QJsonObject packedEntry() override;
+    void takeEntry(const QJsonObject& entry) override;
+    bool holdsEntry(const QJsonObject& entry, const jet::Recordset& row) override;
+    bool goToEntry(const QJsonObject& entry) override;
     QString shownFormula() const override;
     bool askDeleteLine(const OrderLine& line) override;
     qint64 vendorNo() const override;

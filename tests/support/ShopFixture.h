@@ -19,6 +19,9 @@ class ShopTest : public ScreenFixture, public ::testing::WithParamInterface<Engi
     /// A second connection to the same database: another station.
     std::unique_ptr<jet::Database> anotherStation() const { return m_test->station(); }
 
+    /// For a station that is a process of its own.
+    QString databaseLocation() const { return m_test->location(); }
+
   private:
     std::unique_ptr<TestDatabase> m_test;
 };

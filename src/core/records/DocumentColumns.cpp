@@ -1,9 +1,11 @@
 #include "core/records/DocumentColumns.h"
 
+#include "core/drafts/Draft.h"
 #include "platform/values/Format.h"
 #include "platform/values/Literals.h"
 
 #include <algorithm>
+#include <climits>
 #include <cmath>
 
 namespace core {
@@ -39,6 +41,16 @@ qint64 memberOf(const jet::Value& value) {
     // typed.
     constexpr double most = 1e15;
     return std::llrint(std::clamp(value.toDouble(), -most, most));
+}
+
+template <>
+int memberOf(const jet::Value& value) {
+    return static_cast<int>(std::clamp<qint64>(memberOf<qint64>(value), INT_MIN, INT_MAX));
+}
+
+template <>
+std::optional<double> memberOf(const jet::Value& value) {
+    return value.isNull() ? std::nullopt : std::optional(value.toDouble());
 }
 
 template <>
@@ -160,6 +172,30 @@ void ColumnTable::carry(const void* from, void* into) const {
         if (column.carried)
             column.set(into, column.get(from));
     }
+}
+
+QJsonArray ColumnTable::pack(const void* document, const void* before, bool withMoney) const {
+    QJsonArray packed;
+    for (const DocumentColumn& column : m_columns) {
+        const jet::Value value = column.get(document);
+        const bool hidden =
+            column.hidesMoney && !withMoney && (!before || equal(value, column.get(before)));
+        packed.append(hidden ? QJsonValue(QJsonArray()) : packedValue(value));
+    }
+    return packed;
+}
+
+void ColumnTable::unpack(const QJsonArray& packed, const QStringList& columns,
+                         void* document) const {
+    for (const DocumentColumn& column : m_columns) {
+        const qsizetype place = columns.indexOf(column.name);
+        if (place >= 0 && place < packed.size() && !packed[place].isArray())
+            column.set(document, unpackedValue(packed[place]));
+    }
+}
+
+QStringList packedColumns(const QJsonObject& packed) {
+    return packed[u"columns"_s].toVariant().toStringList();
 }
 
 std::optional<ChangedElsewhere> ColumnTable::join(const void* before, const void* theirs,

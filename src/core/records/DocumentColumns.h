@@ -6,6 +6,9 @@
 #include "platform/values/Literals.h"
 
 #include <QDate>
+#include <QHash>
+#include <QJsonArray>
+#include <QJsonObject>
 #include <QString>
 #include <QStringList>
 
@@ -44,7 +47,11 @@ QString memberOf(const jet::Value& value);
 template <>
 qint64 memberOf(const jet::Value& value);
 template <>
+int memberOf(const jet::Value& value);
+template <>
 double memberOf(const jet::Value& value);
+template <>
+std::optional<double> memberOf(const jet::Value& value);
 template <>
 bool memberOf(const jet::Value& value);
 template <>
@@ -115,6 +122,8 @@ class ColumnTable {
     void carry(const void* from, void* into) const;
     std::optional<ChangedElsewhere> join(const void* before, const void* theirs, void* mine,
                                          const QStringList& settled) const;
+    QJsonArray pack(const void* document, const void* before, bool withMoney) const;
+    void unpack(const QJsonArray& packed, const QStringList& columns, void* document) const;
 
   private:
     std::vector<DocumentColumn> m_columns;
@@ -161,6 +170,15 @@ class DocumentColumns : public ColumnTable {
     }
     /// Letter by letter: a change of case is one. Computed columns don't count.
     bool same(const Doc& a, const Doc& b) const { return ColumnTable::same(&a, &b); }
+    /// For a draft, with the columns in the order of names(). What hides money is left out where
+    /// its user may not see it and it is as it was `before`.
+    QJsonArray pack(const Doc& document, const Doc* before, bool withMoney) const {
+        return ColumnTable::pack(&document, before, withMoney);
+    }
+    /// What was packed goes into a document; what was left out stays there as it is.
+    void unpack(const QJsonArray& packed, const QStringList& columns, Doc& document) const {
+        ColumnTable::unpack(packed, columns, &document);
+    }
     /// What the next document takes from this one.
     Doc copy(const Doc& from) const {
         Doc next;
@@ -175,5 +193,56 @@ class DocumentColumns : public ColumnTable {
         return ColumnTable::join(&before, &theirs, &mine, settled);
     }
 };
+
+/// A header for a draft, and back into what is stored.
+template <class Doc>
+QJsonObject packDocument(const DocumentColumns<Doc>& columns, const Doc& document,
+                         const Doc* before, bool withMoney = true) {
+    return {{u"columns"_s, QJsonArray::fromStringList(columns.names())},
+            {u"values"_s, columns.pack(document, before, withMoney)}};
+}
+QStringList packedColumns(const QJsonObject& packed);
+template <class Doc>
+Doc unpackDocument(const DocumentColumns<Doc>& columns, const QJsonObject& packed, Doc stored) {
+    columns.unpack(packed[u"values"_s].toArray(), packedColumns(packed), stored);
+    return stored;
+}
+
+/// The same for lines that are told apart by `key`; 0 in lines that only this entry has.
+template <class Row>
+QJsonObject packLines(const DocumentColumns<Row>& columns, qint64 Row::*key,
+                      const std::vector<Row>& rows, const std::vector<Row>& before,
+                      bool withMoney = true) {
+    QHash<qint64, const Row*> was;
+    for (const Row& row : before)
+        was.insert(row.*key, &row);
+    QJsonArray keys, values;
+    for (const Row& row : rows) {
+        keys.append(row.*key);
+        values.append(columns.pack(row, row.*key == 0 ? nullptr : was.value(row.*key), withMoney));
+    }
+    return {{u"columns"_s, QJsonArray::fromStringList(columns.names())},
+            {u"keys"_s, keys},
+            {u"values"_s, values}};
+}
+template <class Row>
+std::vector<Row> unpackLines(const DocumentColumns<Row>& columns, qint64 Row::*key,
+                             const QJsonObject& packed, const std::vector<Row>& stored) {
+    QHash<qint64, const Row*> there;
+    for (const Row& row : stored)
+        there.insert(row.*key, &row);
+    const QStringList names = packedColumns(packed);
+    const QJsonArray keys = packed[u"keys"_s].toArray(), values = packed[u"values"_s].toArray();
+    std::vector<Row> rows;
+    for (qsizetype i = 0; i < keys.size(); ++i) {
+        const qint64 number = keys[i].toInteger();
+        const Row* stands = number == 0 ? nullptr : there.value(number);
+        Row row = stands ? *stands : Row();
+        row.*key = number;
+        columns.unpack(values[i].toArray(), names, row);
+        rows.push_back(std::move(row));
+    }
+    return rows;
+}
 
 } // namespace core

@@ -72,7 +72,46 @@ class DocumentOf : public Base {
     virtual SaveOutcome store(qint64 key, Doc& document, const Doc* before,
                               const QStringList& settled) = 0;
 
-    void keepBefore() override { m_before = document(); }
+    /// For a draft: without what its user may not see and has not changed since `before`.
+    virtual QJsonObject pack(const Doc& document, const Doc* before) const = 0;
+    /// What was packed goes into what is stored, or into a new document.
+    virtual Doc unpack(const QJsonObject& packed, const Doc& stored) const = 0;
+    /// Shows it as what was typed.
+    virtual void showEntry(const Doc& document) = 0;
+
+    QJsonObject packedEntry() override {
+        QJsonObject entry = Base::packedEntry();
+        const Doc now = document();
+        if (this->isEditing()) {
+            entry[u"before"_s] = m_packedBefore;
+            entry[u"now"_s] = pack(now, &m_before);
+        } else {
+            entry[u"now"_s] = pack(now, nullptr);
+        }
+        return entry;
+    }
+    void takeEntry(const QJsonObject& entry) override {
+        // The entry goes on from where it began, so that the save joins what others stored since.
+        const Doc stored = document();
+        if (this->isEditing()) {
+            m_packedBefore = entry[u"before"_s].toObject();
+            m_before = unpack(m_packedBefore, stored);
+        }
+        showEntry(unpack(entry[u"now"_s].toObject(), stored));
+        Base::takeEntry(entry);
+    }
+    bool holdsEntry(const QJsonObject& entry, const jet::Recordset& row) override {
+        if (!Base::holdsEntry(entry, row))
+            return false;
+        const qint64 key = row[this->descriptor().keyColumn].toLong();
+        const auto stored = load(key);
+        return stored && isSame(unpack(entry[u"now"_s].toObject(), *stored), *stored);
+    }
+
+    void keepBefore() override {
+        m_before = document();
+        m_packedBefore = pack(m_before, &m_before);
+    }
     SaveOutcome save(qint64 key, const QStringList& settled) override {
         m_written = document();
         m_written.documentNo = 0;
@@ -88,6 +127,7 @@ class DocumentOf : public Base {
     Doc m_before; ///< what the entry began with
 
   private:
+    QJsonObject m_packedBefore;
     Doc m_written; ///< by the last save
 };
 

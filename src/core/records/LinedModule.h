@@ -107,6 +107,22 @@ class LinedModule : public DocumentOf<LinedDocument<Header, Row>> {
                               return m_how.columns.same(one, other);
                           });
     }
+    QJsonObject pack(const Doc& document, const Doc* before) const override {
+        return {{u"header"_s, packDocument(m_header.columns(), document.header,
+                                           before ? &before->header : nullptr)},
+                {u"lines"_s, packLines(m_how.columns, m_how.id, document.lines,
+                                       before ? before->lines : std::vector<Row>())}};
+    }
+    Doc unpack(const QJsonObject& packed, const Doc& stored) const override {
+        return {stored.documentNo,
+                unpackDocument(m_header.columns(), packed[u"header"_s].toObject(), stored.header),
+                unpackLines(m_how.columns, m_how.id, packed[u"lines"_s].toObject(), stored.lines)};
+    }
+    void showEntry(const Doc& document) override {
+        m_header.show(document.header);
+        m_lines->setRows(document.lines);
+        linesChanged();
+    }
     SaveOutcome store(qint64 key, Doc& document, const Doc* before,
                       const QStringList& settled) override {
         jet::Transaction transaction(MainDatabase());

@@ -59,6 +59,7 @@ void RecordModule::cmdSave_Click() {
     qint64 key = 0;
     {
         const screen::BusyPointer busy;
+        keepDraftForSave();
         try {
             if (!writeRecord(adding, key))
                 return;

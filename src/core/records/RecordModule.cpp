@@ -15,6 +15,7 @@
 #include <QRadioButton>
 #include <QScopedValueRollback>
 #include <QShortcut>
+#include <QTimer>
 
 #include <cmath>
 
@@ -35,7 +36,9 @@ void expect(const QStringList& selects) {
 
 RecordModule::RecordModule(ModuleDescriptor descriptor)
     : Form(descriptor.formName, descriptor.caption), m_descriptor(std::move(descriptor)),
-      m_data(new controls::DataControl(this)), m_modeLabel(new QLabel(this)) {
+      m_data(new controls::DataControl(this)), m_modeLabel(new QLabel(this)),
+      m_draftTimer(new QTimer(this)) {
+    on(m_draftTimer, &QTimer::timeout, [this] { keepDraft(); });
     screen::named(m_data, m_descriptor.dataControlName, u"Records"_s);
     screen::named(m_modeLabel, m_descriptor.modeLabelName);
     QFont bold = m_modeLabel->font();
@@ -243,6 +246,7 @@ QString RecordModule::modeWord(Mode mode) const {
 void RecordModule::setMode(Mode mode) {
     m_mode = mode;
     setProperty("mode", modeWord(mode));
+    arrangeDraft();
 }
 
 void RecordModule::showTitle() {
@@ -289,6 +293,8 @@ void RecordModule::ShowModuleMode(Mode mode) {
             m_showKey(m_descriptor.newKeyText);
     }
     showTitle();
+    if (isAdding())
+        beginDraft();
     if (QWidget* first = m_fields.firstEntry())
         first->setFocus();
 }

@@ -8,6 +8,7 @@
 #include "platform/screen/Layout.h"
 #include "platform/values/Literals.h"
 
+#include <QJsonObject>
 #include <QString>
 
 #include <vector>
@@ -16,6 +17,7 @@ class QBoxLayout;
 class QLabel;
 class QPushButton;
 class QRadioButton;
+class QTimer;
 
 namespace controls {
 class DataCombo;
@@ -105,7 +107,14 @@ struct ActiveView {
 ///
 /// A copy leaves the fields filled and unlocked, and turns into Add once the screen is arranged,
 /// while the mode label keeps its own word ("CopyEst").
-class RecordModule : public screen::Form, public RecordScreen, public LookupUser {
+///
+/// What stands in Add and Edit is written aside every few seconds where it has changed, as a draft
+/// (core/drafts/Draft.h). A member that holds more than its bound columns says so in
+/// packedEntry, takeEntry and holdsEntry, or names the controls in unboundEntries.
+class RecordModule : public screen::Form,
+                     public RecordScreen,
+                     public LookupUser,
+                     public DraftScreen {
   public:
     enum class Mode { Browse, Add, Edit, Copy };
 
@@ -115,6 +124,10 @@ class RecordModule : public screen::Form, public RecordScreen, public LookupUser
     qint64 currentKey() const override;
     bool goToRecord(qint64 key) override;
     void refreshLookup(const QString& table) override;
+    bool isStored(const Draft& draft) override;
+    DraftOpening openDraft(const Draft& draft) override;
+    /// Writes the draft of the open entry, if that has changed since.
+    void keepDraft();
 
     void Form_Load() override;
     /// In Browse: reads the set again and shows the same row, or its neighbour if it has gone.
@@ -234,6 +247,21 @@ class RecordModule : public screen::Form, public RecordScreen, public LookupUser
     virtual void closeStaged() {}
     /// After a save and a delete: lets the open neighbours read their lists again.
     virtual void tellNeighbours() {}
+    // What a draft holds.
+    /// What was entered; without what its user may not see.
+    virtual QJsonObject packedEntry();
+    /// Puts it on the screen as if it had been typed, in Add or Edit.
+    virtual void takeEntry(const QJsonObject& entry);
+    /// Whether a stored record, whose row that is, holds just this.
+    virtual bool holdsEntry(const QJsonObject& entry, const jet::Recordset& row);
+    /// Goes to the part of the record shown that was edited; false if it has gone.
+    virtual bool goToEntry(const QJsonObject& entry) {
+        (void)entry;
+        return true;
+    }
+    /// Names of fields and boxes that are entered and stand for no column of the table.
+    virtual QStringList unboundEntries() const { return {}; }
+
     /// What the window's title says of the record besides its number: a company's name.
     virtual QString recordName() const { return {}; }
     /// The formula of the report on the record shown.
@@ -258,6 +286,10 @@ class RecordModule : public screen::Form, public RecordScreen, public LookupUser
     void giveShortcut(QPushButton* push, Role role);
     bool tellSaveFailed(const jet::Error& error);
     void arrangeButtons();
+    void arrangeDraft();
+    void beginDraft();
+    void writeDraft(const QJsonObject& entry, bool saving);
+    void keepDraftForSave();
     /// Tab goes as the layouts are read.
     void orderTabs() const;
 
@@ -274,7 +306,11 @@ class RecordModule : public screen::Form, public RecordScreen, public LookupUser
     qint64 m_key = 0;      ///< of the record shown
     qint64 m_expected = 0; ///< whose parts are on their way
     bool m_quiet = false;  ///< the main set moves without being shown
-    bool m_fresh = false;  ///< opened and not yet activated, so that nothing needs reading again
+    QTimer* m_draftTimer;
+    QJsonObject m_draft; ///< as it was written last; as the entry began, before that
+    bool m_draftBegun = false;
+    bool m_draftStands = false; ///< as a file
+    bool m_fresh = false; ///< opened and not yet activated, so that nothing needs reading again
 };
 
 } // namespace core

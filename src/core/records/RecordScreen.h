@@ -30,6 +30,24 @@ class PartScreen {
     virtual bool goToPart(const QString& key) = 0;
 };
 
+struct Draft;
+
+/// What becomes of a draft that its user wants to open.
+enum class DraftOpening {
+    Opened, ///< it is the entry on the screen
+    Gone,   ///< its record has been deleted
+    Kept    ///< the module takes no entry just now, which has been told
+};
+
+/// A screen whose open entry is kept aside as a draft.
+class DraftScreen {
+  public:
+    virtual ~DraftScreen() = default;
+    /// Whether what the draft says is stored. The screen needn't be loaded.
+    virtual bool isStored(const Draft& draft) = 0;
+    virtual DraftOpening openDraft(const Draft& draft) = 0;
+};
+
 /// A screen with lists from a table that other screens change.
 class LookupUser {
   public:

@@ -63,8 +63,9 @@ struct NoteRequest {
 class OperationNoteDialog {
   public:
     virtual ~OperationNoteDialog() = default;
-    /// Whether the row has a note after the dialog; nothing if it was left unchanged.
-    virtual std::optional<bool> edit(const NoteRequest& request) = 0;
+    /// The note that the row has after the dialog, empty for none; nothing if it was left
+    /// unchanged.
+    virtual std::optional<QString> edit(const NoteRequest& request) = 0;
 };
 
 } // namespace estimating

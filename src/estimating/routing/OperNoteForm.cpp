@@ -70,7 +70,7 @@ OperNoteForm::OperNoteForm(const RoutingKind& kind)
     resize(520, 380);
 }
 
-std::optional<bool> OperNoteForm::edit(const NoteRequest& request) {
+std::optional<QString> OperNoteForm::edit(const NoteRequest& request) {
     m_request = request;
     jet::Database& database = core::MainDatabase();
     lblDocument->setText(m_kind.documentLabel + (request.documentNo == 0
@@ -93,7 +93,7 @@ std::optional<bool> OperNoteForm::edit(const NoteRequest& request) {
     }
     Text1->setFocus();
     showModal();
-    return m_hasNote;
+    return m_written;
 }
 
 void OperNoteForm::mnuEditInsert_Click() {
@@ -102,8 +102,9 @@ void OperNoteForm::mnuEditInsert_Click() {
 
 void OperNoteForm::cmdOK_Click() {
     if (!m_request.locked) {
-        m_hasNote = NoteStaging(core::MainDatabase(), m_kind, m_request.documentNo)
-                        .write(m_request.seqNo, Text1->text());
+        NoteStaging(core::MainDatabase(), m_kind, m_request.documentNo)
+            .write(m_request.seqNo, Text1->text());
+        m_written = Text1->text();
     }
     hideModal();
 }

@@ -14,7 +14,7 @@ namespace estimating {
 class OperNoteForm : public screen::Form, public OperationNoteDialog {
   public:
     explicit OperNoteForm(const RoutingKind& kind);
-    std::optional<bool> edit(const NoteRequest& request) override;
+    std::optional<QString> edit(const NoteRequest& request) override;
 
   private:
     void cmdOK_Click();
@@ -31,7 +31,7 @@ class OperNoteForm : public screen::Form, public OperationNoteDialog {
     QPushButton* cmdCancel;
     QAction* mnuEditInsert;
     std::vector<QAction*> m_changing; ///< menu entries that change the text
-    std::optional<bool> m_hasNote;
+    std::optional<QString> m_written;
 };
 
 } // namespace estimating

@@ -68,11 +68,11 @@ bool RoutedModule::mayOpen() {
                        screen::Buttons::Ok, screen::Icon::Critical, u"Error"_s);
         return false;
     }
-    const bool showDollar = core::HasAccess(u"ShowDollar"_s);
-    header().setMoneyShown(showDollar);
+    m_showDollar = core::HasAccess(u"ShowDollar"_s);
+    header().setMoneyShown(m_showDollar);
     for (QWidget* widget : m_secured)
-        widget->setVisible(showDollar);
-    m_routing->setShowDollar(showDollar);
+        widget->setVisible(m_showDollar);
+    m_routing->setShowDollar(m_showDollar);
     return true;
 }
 
@@ -371,6 +371,31 @@ void RoutedModule::reloadLines() {
     keepLinesBefore();
     m_routing->setOneShopRate(oneShopRate);
     calculate();
+}
+
+void RoutedModule::takeUpLines(RoutedLines lines, bool oneShopRate) {
+    jet::Database& database = core::MainDatabase();
+    const RoutedLines stored = this->lines();
+    if (!m_showDollar)
+        completeFromCatalogue(database, stored, lines);
+    const qint64 documentNo = isAdding() ? 0 : currentKey();
+    NoteStaging(database, m_kind, documentNo).takeUp(stored.operations, lines.operations);
+    m_routing->showRows(documentNo, std::move(lines.operations), std::move(lines.fixedCosts),
+                        oneShopRate);
+}
+
+bool RoutedModule::holdsNotes(const QJsonObject& entry, qint64 documentNo) const {
+    jet::Database& database = core::MainDatabase();
+    const RoutedLines stored = loadLines(database, m_kind, documentNo);
+    const RoutedLines typed =
+        unpackRouting(entry[u"now"_s].toObject()[u"lines"_s].toObject(), stored);
+    const QStringList notes = notesOf(database, m_kind, documentNo, stored.operations);
+    for (std::size_t i = 0; i < typed.operations.size(); ++i) {
+        const QString& note = typed.operations[i].newNote;
+        if (!note.isEmpty() && notes.value(static_cast<qsizetype>(i)) != note)
+            return false;
+    }
+    return true;
 }
 
 void RoutedModule::cancelStaged() {

@@ -2,6 +2,7 @@
 
 #include "core/records/DocumentModule.h"
 #include "estimating/RoutedSave.h"
+#include "estimating/RoutingDraft.h"
 #include "estimating/routing/RoutingPanel.h"
 #include "inventory/NewWork.h"
 
@@ -43,6 +44,10 @@ class RoutedModule : public core::DocumentModule, public inventory::NewWork {
     void tellTooLarge() override;
     void cancelStaged() override;
     void tellNeighbours() override;
+    /// Shows the lines of an entry that another run began, their notes staged again.
+    void takeUpLines(RoutedLines lines, bool oneShopRate);
+    /// Whether the notes that were written in an entry are stored.
+    bool holdsNotes(const QJsonObject& entry, qint64 documentNo) const;
 
     // What the document of a member is.
     virtual core::DocumentFields& header() = 0;
@@ -99,6 +104,7 @@ class RoutedModule : public core::DocumentModule, public inventory::NewWork {
     controls::DataCombo* dbcCustomer = nullptr;
     QLabel* lblAssembly = nullptr;
     RoutingPanel* m_routing = nullptr;
+    bool m_showDollar = true;
     std::vector<QWidget*> m_secured; ///< hidden from users who may not see money
 
   private:
@@ -141,6 +147,28 @@ class RoutedDocument : public core::DocumentOf<Draft, RoutedModule> {
     void keepLinesBefore() override { static_cast<RoutedLines&>(Base::m_before) = this->lines(); }
     bool isSame(const Draft& a, const Draft& b) const override {
         return m_header.columns().same(a.header, b.header) && sameLines(this->m_kind, a, b);
+    }
+    QJsonObject pack(const Draft& document, const Draft* before) const override {
+        return {{u"header"_s,
+                 core::packDocument(m_header.columns(), document.header,
+                                    before ? &before->header : nullptr, this->m_showDollar)},
+                {u"lines"_s, packRouting(document, before, this->m_showDollar)}};
+    }
+    Draft unpack(const QJsonObject& packed, const Draft& stored) const override {
+        Draft draft;
+        static_cast<RoutedLines&>(draft) = unpackRouting(packed[u"lines"_s].toObject(), stored);
+        draft.header =
+            core::unpackDocument(m_header.columns(), packed[u"header"_s].toObject(), stored.header);
+        return draft;
+    }
+    void showEntry(const Draft& document) override {
+        m_header.show(document.header);
+        this->takeUpLines(document, document.header.oneShopRate);
+        this->calculate();
+    }
+    bool holdsEntry(const QJsonObject& entry, const jet::Recordset& row) override {
+        return Base::holdsEntry(entry, row) &&
+               this->holdsNotes(entry, row[this->descriptor().keyColumn].toLong());
     }
     Draft document() override {
         Draft result;

@@ -95,7 +95,10 @@ QWidget* RoutingPanel::operPane() {
     m_operations->staging = [this](const controls::LineStep& step, OperRow& row) {
         stage(step, row);
     };
-    m_operations->keep = [](const OperRow& stands, OperRow& put) { put.hasNote = stands.hasNote; };
+    m_operations->keep = [](const OperRow& stands, OperRow& put) {
+        put.hasNote = stands.hasNote;
+        put.newNote = stands.newNote;
+    };
     m_operations->restored.connect([this] { m_form.guarded([this] { costChanged(); }); });
     m_oper->entryTaken.connect([this](int, int) { m_form.guarded([this] { costChanged(); }); });
     m_oper->cellClicked.connect([this](int row, int column) {
@@ -323,7 +326,7 @@ void RoutingPanel::stage(const controls::LineStep& step, OperRow& row) {
         if (kept.comesBack)
             staging.rowRestored(step.place + 1, step.rows, row.id, row.operNo, kept.text);
         else
-            staging.rowInserted(step.place + 1, step.rows, kept.text);
+            staging.rowInserted(step.place + 1, step.rows, row.newNote = kept.text);
         row.hasNote = !kept.text.isEmpty();
         break;
     }
@@ -415,10 +418,14 @@ void RoutingPanel::openNote(int row) {
         return;
     m_oper->setActiveRow(row);
     auto dialog = screen::Forms::dialog<OperationNoteDialog>(m_kind.noteDialog);
-    const auto hasNote = dialog->edit(
+    const auto note = dialog->edit(
         {m_documentNo, row + 1, m_operations->row(row).description, m_mode == RoutingMode::Browse});
-    if (hasNote)
-        m_operations->patch(row, [&](OperRow& oper) { oper.hasNote = *hasNote; });
+    if (!note)
+        return;
+    m_operations->patch(row, [&](OperRow& oper) {
+        oper.hasNote = !note->isEmpty();
+        oper.newNote = *note;
+    });
 }
 
 } // namespace estimating

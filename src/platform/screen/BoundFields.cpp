@@ -88,6 +88,13 @@ void BoundFields::fill(const jet::Recordset& row) const {
     }
 }
 
+void BoundFields::fill(const QString& column, const jet::Value& value) const {
+    for (const Column& one : m_columns) {
+        if (one.read && one.name.compare(column, Qt::CaseInsensitive) == 0)
+            one.show(value);
+    }
+}
+
 std::vector<std::pair<QString, jet::Value>> BoundFields::contents(bool changedOnly) const {
     std::vector<std::pair<QString, jet::Value>> found;
     for (const Column& column : m_columns) {

@@ -48,6 +48,7 @@ class BoundFields {
     void show(const jet::Recordset& row);
     /// Shows the columns that the row has as if they had been typed: they count as changed.
     void fill(const jet::Recordset& row) const;
+    void fill(const QString& column, const jet::Value& value) const;
     /// All columns that are written and what they hold now; or those that were changed alone.
     std::vector<std::pair<QString, jet::Value>> contents(bool changedOnly) const;
     /// All columns, for a new row.

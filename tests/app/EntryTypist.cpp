@@ -1,0 +1,50 @@
+#include "app/Screens.h"
+#include "core/MirsaMain.h"
+#include "core/records/RecordModule.h"
+#include "platform/controls/Field.h"
+#include "platform/jet/Location.h"
+#include "platform/screen/Application.h"
+#include "platform/screen/Forms.h"
+#include "platform/system/Remembered.h"
+#include "platform/values/Literals.h"
+
+#include <QTimer>
+
+#include <cstdio>
+
+// A station whose user types until somebody kills it: EntryTypist DATABASE REMEMBERED MODULE KEY
+// FIELD opens an entry (a new one for key 0), and types letter after letter into the field.
+
+int main(int argc, char* argv[]) {
+    screen::Application application(argc, argv);
+    const QStringList words = QCoreApplication::arguments();
+    platform::keepRememberedIn(words[2]);
+    app::registerAllScreens();
+    core::SharedState& state = core::shared();
+    state.MainDatabase = jet::isServerUri(words[1]) ? jet::Database::openServer(words[1])
+                                                    : jet::Database::openFile(words[1]);
+    state.DatabasePath = state.MainDatabase->name();
+    state.CurrentUserName = u"Admin"_s;
+
+    auto* module = dynamic_cast<core::RecordModule*>(screen::Forms::show(words[3]));
+    if (!module)
+        return 1;
+    if (const qint64 key = words[4].toLongLong(); key == 0) {
+        module->ShowModuleMode(core::RecordModule::Mode::Add);
+    } else {
+        module->goToRecord(key);
+        module->cmdEdit_Click();
+    }
+    auto* field = dynamic_cast<controls::Field*>(module->control(words[5]));
+    if (!field)
+        return 1;
+    QTimer typing;
+    QObject::connect(&typing, &QTimer::timeout, module, [&] {
+        if (field->text().size() < 30)
+            field->setText(field->text() + QString::number(field->text().size() % 10));
+        std::printf("%s\n", qPrintable(field->text()));
+        std::fflush(stdout);
+    });
+    typing.start(150);
+    return QCoreApplication::exec();
+}
