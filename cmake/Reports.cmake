@@ -14,6 +14,7 @@ set(MIRSA_REPORT_FILES
   reports/Invoices_Sent.rpt
   reports/History.rpt
   reports/Job_Report.rpt
+  reports/Journal.rpt
   reports/Job_Schedule.rpt
   reports/Job_Traveler.rpt
   reports/Job_Traveler_Notes.rpt

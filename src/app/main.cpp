@@ -1,4 +1,5 @@
 #include "app/DailyBackup.h"
+#include "app/JournalKeeping.h"
 #include "app/Screens.h"
 #include "app/ServerWait.h"
 #include "app/Start.h"
@@ -16,6 +17,7 @@ int main(int argc, char** argv) {
     if (!program.Main(screen::Application::applicationDirPath()))
         return 1;
     app::keepBackups(*program.shell());
+    app::keepJournalShort(*program.shell());
     app::watchTimeRecords(*program.shell());
     return screen::Application::exec();
 }

@@ -8,10 +8,13 @@
 #include "core/ReportLaunch.h"
 #include "core/Spelling.h"
 #include "core/ToolIcons.h"
+#include "core/journal/JournalTables.h"
+#include "core/journal/RecordHistory.h"
 #include "core/records/RecordScreen.h"
 #include "platform/jet/Location.h"
 #include "platform/screen/Forms.h"
 #include "platform/screen/Layout.h"
+#include "platform/screen/MsgBox.h"
 #include "platform/screen/Seams.h"
 #include "platform/system/Remembered.h"
 #include "platform/values/Literals.h"
@@ -267,6 +270,8 @@ void MDIMain::performHandler(const QString& name) {
         m_area->cascadeSubWindows();
     else if (is(u"mnuHelp32"))
         openHelp();
+    else if (is(u"mnuUtilitiesRecordHistory"))
+        showRecordHistory();
     else if (is(u"mnuTravel"))
         launchTraveler(false);
     else if (is(u"mnuTravelwNotes"))
@@ -277,6 +282,25 @@ QString MDIMain::popUp(const QString& menu, const QPoint& globalPlace) {
     QMenu* popup = m_popups.value(menu.toLower());
     const QAction* chosen = popup ? popup->exec(globalPlace) : nullptr;
     return chosen ? chosen->objectName() : QString();
+}
+
+void MDIMain::showRecordHistory() {
+    const screen::Form* active = screen::Forms::active();
+    qint64 key = 0;
+    if (const auto* module = dynamic_cast<const RecordScreen*>(active))
+        key = module->currentKey();
+    else if (const auto* other = dynamic_cast<const ShownRecord*>(active))
+        key = other->shownRecord();
+    if (key == 0 || journalTablesOf(active->name()).isEmpty()) {
+        screen::MsgBox(u"Open a record first, a job or a customer for instance: the history is "
+                       "that of the record in front."_s,
+                       screen::Buttons::Ok, screen::Icon::Information, u"System Message"_s);
+        return;
+    }
+    const QString name = active->name();
+    screen::Forms::show(u"frmRecordHistory"_s);
+    if (auto* history = screen::Forms::find<RecordHistory>(u"frmRecordHistory"_s))
+        history->showRecord(name, key);
 }
 
 void MDIMain::launchTraveler(bool withNotes) {
@@ -291,6 +315,10 @@ void MDIMain::place(screen::Form& form) {
     QMdiSubWindow* frame = m_area->addSubWindow(&form);
     frame->setWindowIcon(windowIcon());
     form.installEventFilter(this);
+    if (!journalTablesOf(form.name()).isEmpty()) {
+        form.addAction(menuAction(u"mnuUtilitiesRecordHistory"_s));
+        form.setContextMenuPolicy(Qt::ActionsContextMenu);
+    }
     if (form.opensMaximized())
         frame->showMaximized();
     form.show();

@@ -62,6 +62,7 @@ class MDIMain : public QMainWindow, public Shell {
     void arrangeIcons();
     void showStatus();
     void launchTraveler(bool withNotes);
+    void showRecordHistory();
 
     QMdiArea* m_area;
     QToolBar* ToolBarMainMenu;

@@ -93,7 +93,9 @@ std::vector<MenuEntry> utilityEntries() {
             dialog("mnuUtilitiesLoginSetup", "&Security Setup", "frmUser_Group"),
             menu("mnuUtilitiesDatabaseMaintenance", "&Database Maintenance",
                  {dialog("mnuUtilitiesDMCompact", "Compact/Repair Database", "frmDBMaint")}),
-            dialog("mnuUtilitiesBackup", "&Backup", "frmBackup")};
+            dialog("mnuUtilitiesBackup", "&Backup", "frmBackup"),
+            document("mnuUtilitiesJournal", "&Journal of Changes", "frmJournal"),
+            handler("mnuUtilitiesRecordHistory", "&History of this Record", "Ctrl+H")};
 }
 
 void collectNames(const std::vector<MenuEntry>& entries, QStringList& names) {

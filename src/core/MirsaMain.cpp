@@ -61,6 +61,23 @@ bool HasAccess(const QString& code) {
     return MainDatabase().hasRows(sql);
 }
 
+Access readAccess() {
+    const SharedState& state = shared();
+    Access access{state.CurrentUserName.toUpper() == u"ADMIN"_s, {}};
+    if (access.all)
+        return access;
+    jet::Recordset rows = MainDatabase().openRecordset(
+        u"SELECT securitycode FROM securityobjects a INNER JOIN securityusers b ON "
+        "a.objectid=b.objectid WHERE b.id=%1 UNION SELECT securitycode FROM securityobjects a "
+        "INNER JOIN securitygroups b ON a.objectid=b.objectid WHERE b.groupid=%2"_s
+            .arg(state.CurrentUserNo)
+            .arg(state.CurrentGroupNo),
+        jet::RecordsetType::Snapshot);
+    for (; !rows.eof(); rows.moveNext())
+        access.codes.insert(rows.text(u"securitycode").toLower());
+    return access;
+}
+
 QString moneyMask(const QString& mask) {
     return shared().CurrencySymbol + mask;
 }

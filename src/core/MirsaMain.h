@@ -3,6 +3,7 @@
 #include "platform/jet/Database.h"
 #include "platform/values/Literals.h"
 
+#include <QSet>
 #include <QString>
 
 #include <memory>
@@ -38,6 +39,14 @@ QString programFile(const QString& fileName);
 /// Whether the signed-in user may do what the security code names: the administrator may do all,
 /// others what they or their group were given.
 bool HasAccess(const QString& code);
+
+/// The same for many codes, read in one wait.
+struct Access {
+    bool all = false;
+    QSet<QString> codes; ///< in small letters
+    bool has(const QString& code) const { return all || codes.contains(code.toLower()); }
+};
+Access readAccess();
 
 /// CurrencySymbol in front of a number mask.
 QString moneyMask(const QString& mask);

@@ -6,8 +6,10 @@
 #include "core/frmDBMaint.h"
 #include "core/frmGroupAddEdit.h"
 #include "core/frmHistory.h"
+#include "core/frmJournal.h"
 #include "core/frmLogin.h"
 #include "core/frmPass.h"
+#include "core/frmRecordHistory.h"
 #include "core/frmSplash.h"
 #include "core/frmSystemSettings.h"
 #include "core/frmTblPopup.h"
@@ -31,6 +33,8 @@ void registerScreens() {
     Forms::add<frmGroupAddEdit>();
     Forms::add<frmSystemSettings>();
     Forms::add<frmHistory>();
+    Forms::add<frmJournal>();
+    Forms::add<frmRecordHistory>();
     Forms::add<frmDBMaint>();
     Forms::add<frmBackup>();
     registerReferenceScreens();

@@ -41,6 +41,8 @@ INSERT INTO SecurityObjects (objectid, objectname, securitycode, displayorder) V
 INSERT INTO SecurityObjects (objectid, objectname, securitycode, displayorder) VALUES (40, 'Database maintenance', 'mnuUtilitiesDatabaseMaintenance', 400);
 INSERT INTO SecurityObjects (objectid, objectname, securitycode, displayorder) VALUES (41, 'Compact and repair the database', 'mnuUtilitiesDMCompact', 410);
 INSERT INTO SecurityObjects (objectid, objectname, securitycode, displayorder) VALUES (60, 'Backup of the database', 'mnuUtilitiesBackup', 412);
+INSERT INTO SecurityObjects (objectid, objectname, securitycode, displayorder) VALUES (61, 'Journal of changes', 'mnuUtilitiesJournal', 414);
+INSERT INTO SecurityObjects (objectid, objectname, securitycode, displayorder) VALUES (62, 'History of a record', 'mnuUtilitiesRecordHistory', 416);
 INSERT INTO SecurityObjects (objectid, objectname, securitycode, displayorder) VALUES (42, 'Options menu', 'mnuOptions', 420);
 INSERT INTO SecurityObjects (objectid, objectname, securitycode, displayorder) VALUES (43, 'System preferences', 'mnuUtilitiesSystemParameters', 430);
 INSERT INTO SecurityObjects (objectid, objectname, securitycode, displayorder) VALUES (44, 'Reports menu', 'mnuOptionsReports', 440);

@@ -181,6 +181,10 @@ void frmSystemSettings::buildSecurity(QWidget* page) {
     chkLargeNumbers = fields.check(u"chkLargeNumbers"_s, u"Allo&w numbers above 32,767"_s);
     fields.note(u"Leave this off while other programs that know no larger numbers work on this "
                 "database: requests and orders then stop at 32,767."_s);
+    txtJournalDays =
+        fields.text(u"txtJournalDays"_s, u"&Days that the journal of changes goes back:"_s,
+                    {.limit = 4, .filter = values::keys::digits(), .characters = 6});
+    fields.note(u"Empty means a year, 0 for ever."_s);
     keepTogether(fields);
 }
 
@@ -277,6 +281,7 @@ void frmSystemSettings::showRow() {
     chkLargeNumbers->setEnabled(keepsLargeNumbers(MainDatabase()));
     if (chkLargeNumbers->isEnabled())
         chkLargeNumbers->setChecked(row[u"LargeNumbers"].toBool());
+    txtJournalDays->setValue(row[u"JournalDays"]);
     txtHoursOver->setEnabled(keepsHoursOver());
     if (keepsHoursOver())
         txtHoursOver->setValue(row[u"HoursOverPercent"]);
@@ -307,6 +312,8 @@ void frmSystemSettings::saveRow() {
     row.set(u"Securityon", chkSec->isChecked());
     row.set(u"SecurityCode", txtSec0->text() + txtSec1->text());
     row.set(u"partsqtyon", chkPartsQty->isChecked());
+    const QString days = txtJournalDays->text().trimmed();
+    row.set(u"JournalDays", days.isEmpty() ? jet::Value() : jet::Value(days.toInt()));
     if (keepsLargeNumbers(MainDatabase()))
         row.set(u"LargeNumbers", chkLargeNumbers->isChecked());
     if (const QString percent = txtHoursOver->text().trimmed(); keepsHoursOver())

@@ -67,6 +67,7 @@ class frmSystemSettings : public screen::Form {
     controls::TextField* txtSec1;
     QCheckBox* chkPartsQty;
     QCheckBox* chkLargeNumbers;
+    controls::TextField* txtJournalDays;
     controls::TextField* txtHoursOver;
     std::vector<std::pair<QCheckBox*, bool spelling::Options::*>> m_spelling;
     QProgressBar* PB;

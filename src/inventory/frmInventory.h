@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/journal/RecordHistory.h"
 #include "inventory/InventoryDialogs.h"
 #include "platform/screen/Form.h"
 
@@ -14,13 +15,14 @@ namespace inventory {
 
 /// The explorer over stock: the folders of one of the two trees to the left, the selected folder's
 /// sub-folders and items to the right. A change of view keeps the selected item in sight.
-class frmInventory : public screen::Form, public Explorer {
+class frmInventory : public screen::Form, public Explorer, public core::ShownRecord {
   public:
     static constexpr char formName[] = "frmInventory";
     frmInventory();
     void Form_Load() override;
     QSize sizeHint() const override;
 
+    qint64 shownRecord() const override { return selectedItem(); }
     const View& view() const override { return *m_view; }
     void itemChanged(qint64 itemId) override;
     void showAgain() override;

@@ -1,5 +1,7 @@
+#include "core/journal/JournalSearch.h"
 #include "core/journal/JournalTables.h"
 #include "core/journal/JournalTriggers.h"
+#include "core/journal/JournalTrim.h"
 #include "estimating/EstimateStore.h"
 #include "inventory/Issue.h"
 #include "inventory/Items.h"
@@ -298,6 +300,59 @@ TEST_P(Journal, DoneAgainInAnEmptyShopGivesTheSameRows) {
     }
     EXPECT_GT(filled, 18);
     EXPECT_GT(db().lookup(u"SELECT COUNT(*) FROM Journal WHERE [Action] = 'D'"_s).toLong(), 10);
+}
+
+TEST_P(Journal, IsSearchedByPersonDayTableAndRecordAndTrimmed) {
+    jet::Native native(db());
+    native.setWriter(u"Anna"_s);
+    execute(u"INSERT INTO Job (PartNo, QtyQuotedPrice) VALUES ('AX', 12.5)");
+    execute(u"INSERT INTO JobOper (JobNo, OperTime_Amount, Status) VALUES (1, 0.1, 'A')");
+    native.setWriter(u"Bob"_s);
+    execute(u"UPDATE Job SET Shipped = True, JobDueDate = #6/13/2007#, QtyQuotedPrice = 13");
+    execute(u"DELETE FROM JobOper");
+    const auto found = [this](const core::JournalCriteria& criteria, bool money = true) {
+        QStringList lines;
+        for (const core::JournalLine& line :
+             core::journalLines(core::searchJournal(db(), criteria, 100), money))
+            lines += line.mid(1).join(u'|');
+        return lines;
+    };
+    QStringList wanted{
+        u"Bob|Jobs' operations|1|Deleted||ID 1, JobNo 1, OperTime_Amount 0.1, OperLocated 0, "
+        u"Status "
+        "A|"_s,
+        u"Bob|Jobs|1|Changed|QtyQuotedPrice|12.5|13"_s,
+        u"Bob|Jobs|1|Changed|JobDueDate||6/13/2007"_s,
+        u"Bob|Jobs|1|Changed|Shipped|No|Yes"_s,
+        u"Anna|Jobs' operations|1|Added|||ID 1, JobNo 1, OperTime_Amount 0.1, OperLocated 0, "
+        u"Status "
+        "A"_s,
+        u"Anna|Jobs|1|Added|||JobNo 1, PartNo AX, OneShopRate No, OrderRequired No, QtyQuotedPrice "
+        "12.5, Shipped No, EstNo 0, AssemblyJobNo 0"_s};
+    QStringList all = found({.tables = core::journalTablesOf(u"frmJob"_s), .record = 1});
+    for (QStringList* lines : {&wanted, &all}) // a server has its columns' names in small letters
+        for (QString& line : *lines)
+            line = line.toLower();
+    EXPECT_EQ(all, wanted);
+    const QStringList secret = found({.tables = QStringList{u"Job"_s}}, false);
+    EXPECT_TRUE(secret[0].endsWith(u"|(hidden)|(hidden)")) << secret[0].toStdString();
+    EXPECT_FALSE(secret.last().contains(u"12.5"));
+    const QDate today = QDate::currentDate();
+    EXPECT_EQ(found({.who = u"an"_s, .from = today.addDays(-1), .until = today.addDays(1)}).size(),
+              2);
+    EXPECT_EQ(found({.until = today.addDays(-2)}).size(), 0);
+    EXPECT_EQ(found({.tables = QStringList{}}).size(), 0) << "somebody without a right";
+
+    const QDateTime now = QDateTime::currentDateTime();
+    EXPECT_FALSE(core::trimJournal(db(), now.addDays(360)));
+    EXPECT_EQ(told().size(), 4);
+    execute(u"UPDATE SystemSettings SET JournalDays = 0");
+    core::trimJournal(db(), now.addDays(9999));
+    EXPECT_EQ(told().size(), 5) << "for ever";
+    execute(u"UPDATE SystemSettings SET JournalDays = 30");
+    core::JournalTrim(testDatabase().location(), now.addDays(31));
+    core::trimJournal(db(), now.addDays(31));
+    EXPECT_EQ(told().size(), 0);
 }
 
 TEST_P(Journal, IsMendedWhereItIsNoLongerKept) {
