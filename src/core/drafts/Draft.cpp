@@ -6,6 +6,7 @@
 #include "platform/system/Remembered.h"
 #include "platform/values/Clock.h"
 #include "platform/values/Literals.h"
+#include "platform/values/Numbers.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -93,8 +94,13 @@ jet::Value unpackedValue(const QJsonValue& packed) {
         return packed.toString();
     case QJsonValue::Object: {
         const QJsonObject kept = packed.toObject();
-        if (kept.contains(u"money"_s))
-            return values::Currency::fromText(kept[u"money"_s].toString());
+        if (kept.contains(u"money"_s)) {
+            try {
+                return values::Currency::fromText(kept[u"money"_s].toString());
+            } catch (const values::Overflow&) {
+                return {}; // the file was damaged
+            }
+        }
         QDateTime moment = QDateTime::fromString(kept[u"date"_s].toString(), Qt::ISODate);
         moment.setTimeSpec(Qt::UTC);
         return moment.isValid() ? jet::Value(moment) : jet::Value();
