@@ -2,6 +2,7 @@
 
 #include "accounting/Literals.h"
 #include "platform/values/Format.h"
+#include "platform/values/Letters.h"
 #include "platform/values/Literals.h"
 
 #include <QSet>
@@ -56,7 +57,7 @@ QSet<QString> knownTexts(jet::Database& database, const QString& select) {
     const auto fields = rows.fieldNames().size();
     for (; !rows.eof(); rows.moveNext()) {
         for (int i = 0; i < fields; ++i)
-            known.insert(rows.field(i).toText().toCaseFolded());
+            known.insert(values::lowered(rows.field(i).toText()));
     }
     return known;
 }
@@ -93,12 +94,12 @@ std::vector<QStringList> offeredRecords(jet::Database& database, const ImportMem
     QSet<QString> known;
     jet::Recordset rows = namedRows(database, member, {});
     for (; !rows.eof(); rows.moveNext())
-        known.insert(joinedName(rows, member).toCaseFolded());
+        known.insert(values::lowered(joinedName(rows, member)));
     std::vector<QStringList> offered;
     for (const QDomElement& record : records) {
         // Below a customer stand his jobs, which are no customers.
         if (textAt(record, u"Sublevel"_s).toInt() > 0 ||
-            known.contains(textAt(record, u"Name"_s).trimmed().toCaseFolded()))
+            known.contains(values::lowered(textAt(record, u"Name"_s).trimmed())))
             continue;
         QStringList texts;
         for (const ImportColumn& column : member.columns) {
@@ -129,9 +130,9 @@ QStringList unknownTexts(jet::Database& database, const ImportMember& member, Ki
                                                  ? u"Select code, country from country"_s
                                                  : u"Select description from terms"_s);
             read = true;
-            if (known.contains(text.toCaseFolded()))
+            if (known.contains(values::lowered(text)))
                 continue;
-            known.insert(text.toCaseFolded());
+            known.insert(values::lowered(text));
             unknown += text;
         }
     }

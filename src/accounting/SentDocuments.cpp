@@ -3,6 +3,7 @@
 #include "accounting/Answer.h"
 #include "accounting/Literals.h"
 #include "platform/values/Format.h"
+#include "platform/values/Letters.h"
 #include "platform/values/Literals.h"
 #include "platform/values/Numbers.h"
 
@@ -47,7 +48,7 @@ SentDocument documentOf(const QJsonObject& json) {
 
 /// Descriptions are compared as the database compares text.
 QString key(const QString& description) {
-    return description.simplified().toCaseFolded();
+    return values::lowered(description.simplified());
 }
 
 } // namespace

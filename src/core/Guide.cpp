@@ -1,5 +1,6 @@
 #include "core/Guide.h"
 
+#include "platform/values/Letters.h"
 #include "platform/values/Literals.h"
 
 #include <QRegularExpression>
@@ -68,14 +69,14 @@ std::vector<Guide::Hit> Guide::search(const QString& text) const {
     for (const Page& page : m_pages) {
         const auto in = [&](const QString& where) {
             return std::all_of(words.begin(), words.end(), [&](const QString& word) {
-                return where.contains(word, Qt::CaseInsensitive);
+                return values::containsText(where, word);
             });
         };
         if (!in(page.title + u' ' + page.text))
             continue;
         qsizetype place = -1;
         for (const QString& word : words)
-            place = place < 0 ? page.text.indexOf(word, 0, Qt::CaseInsensitive) : place;
+            place = place < 0 ? values::indexOfText(page.text, word) : place;
         Hit hit{page.file, page.title, place < 0 ? QString() : excerptAt(page.text, place)};
         (in(page.title) ? titles : texts).push_back(std::move(hit));
     }

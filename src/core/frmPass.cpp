@@ -2,6 +2,7 @@
 
 #include "core/MirsaMain.h"
 #include "platform/screen/Layout.h"
+#include "platform/values/Letters.h"
 #include "platform/values/Literals.h"
 #include "platform/values/Text.h"
 
@@ -45,13 +46,12 @@ void frmPass::Form_Load() {
 }
 
 void frmPass::cmdOK_Click() {
-    const QString oldOne = txtOldPassword->text().toUpper();
-    const QString newOne = txtNewPassword->text().toUpper();
-    if (oldOne.trimmed() != m_stored.toUpper().trimmed()) {
+    const QString newOne = values::uppered(txtNewPassword->text());
+    if (!values::sameText(txtOldPassword->text().trimmed(), m_stored.trimmed())) {
         complain(u"Invalid Old Password. Please try again!"_s, txtOldPassword);
         return;
     }
-    if (newOne != txtVerify->text().toUpper()) {
+    if (newOne != values::uppered(txtVerify->text())) {
         complain(u"New Password is not verified correctly. Please try again!"_s, txtVerify);
         return;
     }
@@ -59,7 +59,7 @@ void frmPass::cmdOK_Click() {
         complain(u"A password may not contain an apostrophe. Please try again!"_s, txtNewPassword);
         return;
     }
-    if (newOne == oldOne) {
+    if (values::sameText(newOne, txtOldPassword->text())) {
         complain(u"New Password may not be the same as the old one. Please try again!"_s,
                  txtNewPassword);
         return;

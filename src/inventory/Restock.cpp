@@ -1,6 +1,7 @@
 #include "inventory/Restock.h"
 
 #include "inventory/Sql.h"
+#include "platform/values/Letters.h"
 
 #include <QHash>
 
@@ -25,7 +26,7 @@ void writeHistory(jet::Database& database, const std::vector<Restock>& movements
 }
 
 bool same(const QString& a, const QString& b) {
-    return a.compare(b, Qt::CaseInsensitive) == 0;
+    return values::sameText(a, b);
 }
 
 } // namespace

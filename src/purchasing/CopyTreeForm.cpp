@@ -6,6 +6,7 @@
 #include "platform/controls/Tree.h"
 #include "platform/screen/Layout.h"
 #include "platform/values/Clock.h"
+#include "platform/values/Letters.h"
 #include "platform/values/Literals.h"
 
 #include <QPushButton>
@@ -74,7 +75,7 @@ void CopyTreeForm::fill(qint64 number, const QString& key) {
                          .picture = controls::pictures::openFolder()});
     std::map<QString, std::vector<controls::TreeNode>> ofVendor;
     for (; !items.eof(); items.moveNext()) {
-        ofVendor[items.text(owner).toCaseFolded()].push_back(
+        ofVendor[values::lowered(items.text(owner))].push_back(
             {.key = u"i"_s + items.text(u"ItemKey"),
              .text = items.text(u"PartNumber") + u" - "_s + items.text(u"Description"),
              .chosen = true});
@@ -83,7 +84,7 @@ void CopyTreeForm::fill(qint64 number, const QString& key) {
         const QString vendor = vendors.field(2).toText();
         const QString folder = u"v"_s + vendor;
         tvMain->addNode(rootKey, {.key = folder, .text = vendors.text(u"Company")});
-        tvMain->addNodes(folder, ofVendor[vendor.toCaseFolded()]);
+        tvMain->addNodes(folder, ofVendor[values::lowered(vendor)]);
         tvMain->open(folder);
         showFolder(folder);
     }

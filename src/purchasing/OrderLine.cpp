@@ -1,6 +1,7 @@
 #include "purchasing/OrderLine.h"
 
 #include "platform/values/Format.h"
+#include "platform/values/Letters.h"
 #include "platform/values/Text.h"
 
 #include <map>
@@ -89,13 +90,13 @@ void copyIntoOrder(jet::Database& database, const QString& table, const QStringL
                                jet::RecordsetType::Snapshot);
     std::map<QString, std::vector<jet::Value>> there;
     for (; !set.eof(); set.moveNext()) {
-        std::vector<jet::Value>& values = there[set.text(u"ItemKey").toCaseFolded()];
+        std::vector<jet::Value>& values = there[values::lowered(set.text(u"ItemKey"))];
         for (int i = 1; i <= columns.size(); ++i)
             values.push_back(set.field(i));
     }
     std::vector<std::vector<jet::Value>> rows;
     for (const QString& key : keys) {
-        const auto found = there.find(key.toCaseFolded());
+        const auto found = there.find(values::lowered(key));
         if (found == there.end())
             continue;
         const auto number = static_cast<qint64>(rows.size()) + 1;

@@ -3,6 +3,7 @@
 #include "core/records/RecordNumbers.h"
 #include "platform/values/Clock.h"
 #include "platform/values/Format.h"
+#include "platform/values/Letters.h"
 
 #include <algorithm>
 #include <utility>
@@ -142,7 +143,7 @@ NewIds recognise(const std::vector<OrderLine>& before, std::vector<OrderLine>& s
         if (orderLines().find(before, line.id))
             continue;
         const auto was = std::find_if(missing.begin(), missing.end(), [&](const OrderLine* one) {
-            return one->partNumber.compare(line.partNumber, Qt::CaseInsensitive) == 0;
+            return values::sameText(one->partNumber, line.partNumber);
         });
         if (was == missing.end())
             continue;

@@ -3,6 +3,7 @@
 #include "core/records/RecordNumbers.h"
 #include "platform/values/Clock.h"
 #include "platform/values/Format.h"
+#include "platform/values/Letters.h"
 
 namespace purchasing {
 
@@ -210,7 +211,7 @@ qint64 orderFromRequest(jet::Database& database, qint64 group, const ChosenReque
         QStringList items;
         for (; !lines.eof(); lines.moveNext()) {
             const QString key = lines.text(u"ItemKey");
-            if (chosen.items.contains(key, Qt::CaseInsensitive))
+            if (values::indexOfText(chosen.items, key) >= 0)
                 items << key;
         }
         copyIntoOrder(database, u"RFQItem"_s, items, order);

@@ -1,6 +1,7 @@
 #include "purchasing/VendorMatrix.h"
 
 #include "platform/values/Format.h"
+#include "platform/values/Letters.h"
 #include "platform/values/Literals.h"
 
 #include <algorithm>
@@ -54,7 +55,7 @@ VendorMatrix compare(std::vector<Bidder> vendors, const std::vector<QuotedItem>&
     std::map<std::pair<QString, int>, std::size_t> places;
     std::map<std::pair<QString, std::size_t>, int> seen;
     for (const QuotedItem& item : items) {
-        const QString part = item.partNumber.trimmed().toCaseFolded();
+        const QString part = values::lowered(item.partNumber.trimmed());
         const int nth = seen[{part, item.vendor}]++;
         const auto [place, fresh] = places.try_emplace({part, nth}, matrix.lines.size());
         if (fresh) {

@@ -1,6 +1,7 @@
 #include "scheduling/ScheduleStore.h"
 
 #include "platform/values/Format.h"
+#include "platform/values/Letters.h"
 #include "platform/values/Literals.h"
 #include "platform/values/Text.h"
 
@@ -105,11 +106,11 @@ QString operationsSelect(const std::vector<EntryChange>& changes, bool asTyped) 
 void lookUpOperations(jet::Recordset row, std::vector<EntryChange>& changes) {
     QHash<QString, QSet<qint64>> numbers;
     for (; !row.eof(); row.moveNext())
-        numbers[row.text(u"Description").toLower()].insert(row[u"OperNo"].toLong());
+        numbers[values::lowered(row.text(u"Description"))].insert(row[u"OperNo"].toLong());
     for (EntryChange& change : changes) {
         if (!change.now || change.operation.isEmpty())
             continue;
-        const QSet<qint64> found = numbers.value(change.operation.toLower());
+        const QSet<qint64> found = numbers.value(values::lowered(change.operation));
         // Where the text means several, or none any more, the row knows its own.
         if (!found.isEmpty() && !found.contains(change.now->operNo))
             change.now->operNo = *std::min_element(found.begin(), found.end());

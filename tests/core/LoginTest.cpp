@@ -73,6 +73,19 @@ TEST_P(Login, EveryWrongTurnLeavesTheDialogUpAndThenTheRightOneEndsIt) {
     EXPECT_EQ(core::shared().CurrentGroupNo, 3);
 }
 
+TEST_P(Login, LettersOfAnyLanguageAreTypedInAnyCase) {
+    database().execute(u"INSERT INTO Users (UserID, username, [password], usergroupid) "
+                       "VALUES ('Müller', 'Jörg', 'BÄUME', 0)"_s);
+    signIn(u"MÜLLER"_s, u"bäume"_s);
+    EXPECT_EQ(core::shared().CurrentUserNo, numberOf(u"müller"_s));
+    onLogin([this] {
+        expectBox(u"This is not a valid login."_s);
+        enter(u"Muller"_s, u"bäume"_s);
+        press(u"cmdCancel"_s);
+    });
+    EXPECT_FALSE(core::LoginUser());
+}
+
 TEST_P(Login, TheNextSignInBeginsWithWhoWasThereLast) {
     signIn(u"pat"_s, u"Lathe"_s);
     onLogin([this] {

@@ -95,6 +95,8 @@ TEST_P(Customer, AddTakesTheShopsDefaultsAndLandsOnTheNewRow) {
     expectBox(u"State/Province Nowhere does not exist in the Mirsa states table. Add?"_s,
               Answer::No, u"State/Province not Found"_s, Buttons::YesNo);
     type(u"dbcState"_s, u"Nowhere"_s);
+    database().execute(u"INSERT INTO Country (country, code) VALUES ('Österreich', 'AT')"_s);
+    type(u"dbcCountry"_s, u"österREICH"_s); // no second country
     expectBox(u"Country O'Land does not exist in the Mirsa country table. Add?"_s, Answer::Yes,
               u"Country not Found"_s, Buttons::YesNo);
     type(u"dbcCountry"_s, u"O'Land"_s);

@@ -3,6 +3,7 @@
 #include "estimating/routing/Pictures.h"
 #include "platform/controls/ListView.h"
 #include "platform/screen/Layout.h"
+#include "platform/values/Letters.h"
 #include "platform/values/Literals.h"
 
 #include <QCheckBox>
@@ -126,7 +127,7 @@ void OperationPicker::moveAcross(controls::ListView* list, std::vector<Entry>& f
     for (auto row = rows.rbegin(); row != rows.rend(); ++row)
         from.erase(from.begin() + *row);
     std::stable_sort(m_available.begin(), m_available.end(), [](const Entry& a, const Entry& b) {
-        return a.description.compare(b.description, Qt::CaseInsensitive) < 0;
+        return values::textLess(a.description, b.description);
     });
     showLists();
     list->selectRow(rows.front());

@@ -2,6 +2,7 @@
 
 #include "platform/controls/EntryRule.h"
 #include "platform/controls/Look.h"
+#include "platform/values/Letters.h"
 
 #include <QCompleter>
 #include <QContextMenuEvent>
@@ -62,7 +63,7 @@ void DataCombo::setList(const QStringList& texts, const QStringList& keys) {
     m_rowOfText.clear();
     m_rowOfText.reserve(texts.size());
     for (int row = 0; row < texts.size(); ++row) {
-        const QString folded = texts.at(row).toCaseFolded();
+        const QString folded = values::lowered(texts.at(row));
         if (!m_rowOfText.contains(folded))
             m_rowOfText.insert(folded, row);
     }
@@ -77,7 +78,7 @@ void DataCombo::setList(const QStringList& texts, const QStringList& keys) {
     lineEdit()->setCompleter(numbers ? nullptr : m_completer);
     // The same row again if it still stands with its text, otherwise what the text says.
     const auto same = key.isEmpty() ? -1 : int(m_keys.indexOf(key));
-    if (same >= 0 && m_texts.at(same).compare(shown, Qt::CaseInsensitive) == 0)
+    if (same >= 0 && values::sameText(m_texts.at(same), shown))
         setCurrentIndex(same);
     else
         setCurrentIndex(rowOf(shown));
@@ -86,10 +87,9 @@ void DataCombo::setList(const QStringList& texts, const QStringList& keys) {
 
 int DataCombo::rowOf(const QString& text) const {
     const int current = currentIndex();
-    if (current >= 0 && current < m_texts.size() &&
-        m_texts.at(current).compare(text, Qt::CaseInsensitive) == 0)
+    if (current >= 0 && current < m_texts.size() && values::sameText(m_texts.at(current), text))
         return current;
-    return text.isEmpty() ? -1 : m_rowOfText.value(text.toCaseFolded(), -1);
+    return text.isEmpty() ? -1 : m_rowOfText.value(values::lowered(text), -1);
 }
 
 QString DataCombo::text() const {

@@ -1,6 +1,7 @@
 #include "platform/controls/FindBar.h"
 
 #include "platform/controls/GridModel.h"
+#include "platform/values/Letters.h"
 #include "platform/values/Literals.h"
 
 #include <QHBoxLayout>
@@ -49,7 +50,7 @@ void FindBar::place() {
 bool FindBar::holds(int row, const QString& text) const {
     for (int column = 0; column < m_model.columnCount(); ++column) {
         if (!m_view.isColumnHidden(column) &&
-            m_model.plainText(row, column).contains(text, Qt::CaseInsensitive))
+            values::containsText(m_model.plainText(row, column), text))
             return true;
     }
     return false;

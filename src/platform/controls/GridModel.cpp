@@ -1,6 +1,7 @@
 #include "platform/controls/GridModel.h"
 
 #include "platform/values/Csv.h"
+#include "platform/values/Letters.h"
 #include "platform/values/Literals.h"
 #include "platform/values/Numbers.h"
 
@@ -405,11 +406,11 @@ void GridModel::sort(int column, Qt::SortOrder order) {
     });
     if (numbers.empty())
         numbers = valuesOf(column, values::dayNumber);
-    std::vector<QString> texts;
+    std::vector<QByteArray> texts;
     if (numbers.empty()) {
         texts.reserve(m_rows.size());
         for (int row = 0; row < rows(); ++row)
-            texts.push_back(text(row, column).trimmed().toCaseFolded());
+            texts.push_back(values::sortKey(text(row, column).trimmed().toUtf8()));
     }
 
     std::vector<size_t> places(m_rows.size());

@@ -1,6 +1,7 @@
 #include "platform/controls/ListView.h"
 
 #include "platform/controls/GridModel.h"
+#include "platform/values/Letters.h"
 
 #include <QDateTime>
 #include <QKeyEvent>
@@ -199,7 +200,7 @@ void ListView::keyboardSearch(const QString& typed) {
     const int start = std::max(0, selectedRow()) + (goesOn && !repeats ? 0 : 1);
     for (int i = 0; i < rows; ++i) {
         const int row = (start + i) % rows;
-        if (!rowText(row, 0).startsWith(m_typed, Qt::CaseInsensitive))
+        if (!values::startsWithText(rowText(row, 0), m_typed))
             continue;
         const auto cell = cells().index(row, 0);
         selectionModel()->setCurrentIndex(cell, QItemSelectionModel::ClearAndSelect |

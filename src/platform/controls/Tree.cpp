@@ -3,6 +3,7 @@
 #include "platform/controls/DropMenu.h"
 #include "platform/controls/Guard.h"
 #include "platform/controls/Pictures.h"
+#include "platform/values/Letters.h"
 #include "platform/values/Literals.h"
 
 #include <QContextMenuEvent>
@@ -140,7 +141,7 @@ void Tree::addNodeInOrder(const QString& parent, const TreeNode& node) {
     QTreeWidgetItem* above = item->parent() ? item->parent() : invisibleRootItem();
     int place = 0;
     while (place < above->childCount() - 1 &&
-           above->child(place)->text(0).compare(node.text, Qt::CaseInsensitive) <= 0)
+           values::compareText(above->child(place)->text(0), node.text) <= 0)
         ++place;
     const QScopedValueRollback quiet(m_byProgram, m_byProgram + 1);
     above->removeChild(item);

@@ -2,7 +2,11 @@
 
 #include "platform/values/Clock.h"
 #include "platform/values/Format.h"
+#include "platform/values/Letters.h"
 #include "platform/values/Numbers.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
 
 #include <cmath>
 #include <limits>
@@ -83,6 +87,11 @@ QString patternOf(const QString& text) {
         pattern += c == u'*' ? QChar(u'%') : c == u'?' ? QChar(u'_') : c;
     }
     return pattern;
+}
+
+QString spellingList(const QString& text) {
+    return QString::fromUtf8(QJsonDocument(QJsonArray::fromStringList(values::spellings(text)))
+                                 .toJson(QJsonDocument::Compact));
 }
 
 void twoDigits(char* at, int value) {
@@ -199,6 +208,15 @@ void Arguments::add(const Value& value, Conversion conversion) {
         break;
     case Conversion::ToText:
         addText(value.toText());
+        break;
+    case Conversion::ToSpellings:
+        addText(spellingList(value.toText()));
+        break;
+    case Conversion::ToLowered:
+        addText(values::lowered(value.toText()));
+        break;
+    case Conversion::ToFolded:
+        addText(values::folded(value.toText()));
         break;
     case Conversion::ToPattern:
         addText(patternOf(value.toText()));

@@ -1,6 +1,7 @@
 #include "platform/jet/Parser.h"
 #include "platform/values/Literals.h"
 
+#include "platform/values/Letters.h"
 #include "platform/values/Numbers.h"
 
 #include <cmath>
@@ -21,9 +22,17 @@ struct Criteria::Data {
 
 namespace {
 
+/// Equality tells accents apart, a range doesn't: so do the engines.
+enum class Asked { Same, Range };
+int compareTexts(const QString& a, const QString& b, Asked asked) {
+    if (asked == Asked::Same)
+        return values::sameText(a, b) ? 0 : 1;
+    return values::folded(a).toUtf8().compare(values::folded(b).toUtf8());
+}
+
 /// Less than 0, 0 or greater, nothing for Null. Text against a number is compared as text, text
 /// against a date as a date.
-std::optional<int> compare(const Value& a, const Value& b) {
+std::optional<int> compare(const Value& a, const Value& b, Asked asked) {
     if (a.isNull() || b.isNull())
         return std::nullopt;
     const auto order = [](auto x, auto y) { return x < y ? -1 : y < x ? 1 : 0; };
@@ -37,10 +46,14 @@ std::optional<int> compare(const Value& a, const Value& b) {
         return order(*x, *y);
     }
     if (a.kind() == Value::Kind::Text || b.kind() == Value::Kind::Text)
-        return a.toText().compare(b.toText(), Qt::CaseInsensitive);
+        return compareTexts(a.toText(), b.toText(), asked);
     if (a.kind() == Value::Kind::Boolean || b.kind() == Value::Kind::Boolean)
         return order(b.toBool(), a.toBool()); // True is -1
     return order(a.toDouble(), b.toDouble());
+}
+
+QChar small(QChar letter) {
+    return values::lowered(QStringView(&letter, 1)).at(0);
 }
 
 bool matchesPattern(QStringView text, QStringView pattern) {
@@ -55,7 +68,7 @@ bool matchesPattern(QStringView text, QStringView pattern) {
     }
     if (text.isEmpty())
         return false;
-    const QChar c = text[0].toLower();
+    const QChar c = small(text[0]);
     if (p == u'[') {
         const qsizetype end = pattern.indexOf(u']');
         if (end < 0)
@@ -67,15 +80,15 @@ bool matchesPattern(QStringView text, QStringView pattern) {
         bool inside = false;
         for (qsizetype i = 0; i < set.size(); ++i) {
             if (i + 2 < set.size() && set[i + 1] == u'-') {
-                inside = inside || (c >= set[i].toLower() && c <= set[i + 2].toLower());
+                inside = inside || (c >= small(set[i]) && c <= small(set[i + 2]));
                 i += 2;
             } else {
-                inside = inside || c == set[i].toLower();
+                inside = inside || c == small(set[i]);
             }
         }
         return inside != negated && matchesPattern(text.mid(1), pattern.mid(end + 1));
     }
-    const bool fits = p == u'?' || (p == u'#' ? c.isDigit() : p.toLower() == c);
+    const bool fits = p == u'?' || (p == u'#' ? c.isDigit() : small(p) == c);
     return fits && matchesPattern(text.mid(1), pattern.mid(1));
 }
 
@@ -173,12 +186,15 @@ std::optional<bool> Criteria::Data::test(const Expression& expression, const Fie
     case Node::Not:
         return negated(test(*expression.children[0], field), true);
     case Node::Comparison: {
-        const auto order = compare(child(0), child(1));
+        const bool equality =
+            expression.op == Operator::Equal || expression.op == Operator::NotEqual;
+        const auto order = compare(child(0), child(1), equality ? Asked::Same : Asked::Range);
         return order ? std::optional<bool>(compares(expression.op, *order)) : std::nullopt;
     }
     case Node::Between: {
         const Value subject = child(0);
-        const auto low = compare(subject, child(1)), high = compare(subject, child(2));
+        const auto low = compare(subject, child(1), Asked::Range),
+                   high = compare(subject, child(2), Asked::Range);
         if (!low || !high)
             return std::nullopt;
         return negated(*low >= 0 && *high <= 0, expression.flag);
@@ -195,7 +211,7 @@ std::optional<bool> Criteria::Data::test(const Expression& expression, const Fie
         const Value subject = child(0);
         bool open = subject.isNull();
         for (std::size_t i = 1; i < expression.children.size(); ++i) {
-            const auto order = compare(subject, child(i));
+            const auto order = compare(subject, child(i), Asked::Same);
             if (order && *order == 0)
                 return !expression.flag;
             open = open || !order;

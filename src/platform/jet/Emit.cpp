@@ -1,6 +1,7 @@
 #include "platform/jet/Emit.h"
 
 #include "platform/jet/Parser.h"
+#include "platform/values/Letters.h"
 #include "platform/values/Literals.h"
 #include "platform/values/Numbers.h"
 
@@ -151,6 +152,9 @@ QByteArray Emitter::inlined(const Value& value, LiteralKind kind, Conversion con
         return values::numberText(value.toDouble()).toLatin1();
     case Conversion::AsIs:
     case Conversion::ToText:
+    case Conversion::ToSpellings:
+    case Conversion::ToLowered:
+    case Conversion::ToFolded:
     case Conversion::ToPattern:
         break;
     }
@@ -167,6 +171,10 @@ QByteArray Emitter::inlined(const Value& value, LiteralKind kind, Conversion con
             pattern += c == u'*' ? u'%' : c == u'?' ? u'_' : c;
         }
         text = pattern;
+    } else if (conversion == Conversion::ToLowered) {
+        text = values::lowered(text);
+    } else if (conversion == Conversion::ToFolded) {
+        text = values::folded(text);
     }
     const QByteArray sql = '\'' + text.replace(u'\'', u"''"_s).toUtf8() + '\'';
     return m_postgres ? sql + "::" + postgresType : sql;
@@ -244,6 +252,17 @@ QByteArray Emitter::unusedParameters(const QByteArray& sql) const {
     return extra;
 }
 
+namespace {
+
+/// DISTINCT, or a UNION that isn't of all rows.
+bool dropsRepeated(const Query& query) {
+    return query.selects.size() == 1
+               ? query.selects.front().distinct
+               : std::find(query.all.begin(), query.all.end(), false) != query.all.end();
+}
+
+} // namespace
+
 Translation Emitter::emit(const Statement& statement) {
     Translation result;
     switch (statement.kind) {
@@ -259,6 +278,11 @@ Translation Emitter::emit(const Statement& statement) {
             if (const Table* table = m_schema.table(leading->name))
                 result.table = table->name;
         }
+        result.sorted = m_sorted;
+        result.dropsRepeated =
+            !m_postgres && dropsRepeated(statement.query) &&
+            std::any_of(result.columns.begin(), result.columns.end(),
+                        [](const ResultColumn& column) { return isText(column.type); });
         if (statement.query.selects.size() == 1) {
             const SelectParts parts = select(first, nullptr);
             result.dynaset = plan(statement.query, parts);

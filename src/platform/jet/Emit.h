@@ -99,6 +99,19 @@ class Emitter {
     QByteArray rounded(const QByteArray& sql, int decimals) const;
     QByteArray assigned(const Expression& expression, const Scope& scope, const Column& column);
 
+    // EmitLetters.cpp: texts by values::Letters, where the engines have a rule of their own
+    static bool hasSpellings(const Expression& expression);
+    bool comparesTexts(const Expression& a, const Expression& b, const Scope& scope);
+    QByteArray sameText(const Expression& subject, const Expression& literal, const Scope& scope,
+                        bool negated);
+    QByteArray foldedSide(const Expression& expression, const Scope& scope);
+    QByteArray lowered(const QByteArray& sql) const;
+    QByteArray folded(const QByteArray& sql) const;
+    QByteArray sortedText(const QByteArray& sql, bool descending, bool nullable) const;
+    int placeOfColumn(const Resolved& wanted, const SelectParts& parts) const;
+    std::vector<SortTerm> sortTerms(const Query& query, const SelectParts& parts,
+                                    QByteArrayList* hidden, QByteArrayList* all);
+
     // Functions.cpp
     Type typeOfCall(const Expression& call, const Scope& scope);
     QByteArray call(const Expression& call, const Scope& scope);
@@ -140,6 +153,7 @@ class Emitter {
     std::vector<QByteArray> m_parameterTypes; ///< PostgreSQL's type of each
     std::vector<bool> m_used;
     QSet<QString> m_unknown;
+    std::vector<SortTerm> m_sorted; ///< of the whole select
     const SelectParts* m_criteriaColumns =
         nullptr; ///< names that the criterion of FindFirst may use
 };

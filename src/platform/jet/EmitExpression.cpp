@@ -1,4 +1,5 @@
 #include "platform/jet/Emit.h"
+#include "platform/values/Letters.h"
 #include "platform/values/Literals.h"
 
 namespace jet {
@@ -335,6 +336,12 @@ QByteArray Emitter::condition(const Expression& expression, const Scope& scope) 
         const Type types[3] = {typeOf(*expression.children[0], scope),
                                typeOf(*expression.children[1], scope),
                                typeOf(*expression.children[2], scope)};
+        if (comparesTexts(*expression.children[0], *expression.children[1], scope) &&
+            comparesTexts(*expression.children[0], *expression.children[2], scope))
+            return foldedSide(*expression.children[0], scope) +
+                   (expression.flag ? " NOT BETWEEN " : " BETWEEN ") +
+                   foldedSide(*expression.children[1], scope) + " AND " +
+                   foldedSide(*expression.children[2], scope);
         // A literal is read by the column among the three.
         Type subject = isConstant(*expression.children[0]) ? Type() : types[0];
         Type bounds = subject;
@@ -461,6 +468,16 @@ QByteArray Emitter::comparison(const Expression& expression, const Scope& scope)
         };
         return test(left) + ' ' + operatorSql(expression.op) + ' ' + test(right);
     }
+    if (!equality && comparesTexts(left, right, scope))
+        return foldedSide(left, scope) + ' ' + operatorSql(expression.op) + ' ' +
+               foldedSide(right, scope);
+    if (equality && !m_postgres && comparesTexts(left, right, scope)) {
+        const bool negated = expression.op == Operator::NotEqual;
+        if (hasSpellings(right))
+            return sameText(left, right, scope, negated);
+        if (hasSpellings(left))
+            return sameText(right, left, scope, negated);
+    }
     // A constant is read by what it is compared with; of two constants the text decides.
     Type target;
     if (isConstant(left) && isConstant(right))
@@ -479,7 +496,7 @@ QByteArray Emitter::comparison(const Expression& expression, const Scope& scope)
 QByteArray Emitter::in(const Expression& expression, const Scope& scope) {
     const Expression& subject = *expression.children[0];
     Type type = isConstant(subject) ? Type() : typeOf(subject, scope);
-    QByteArray list;
+    QByteArray list, spelled;
     Type listType = type;
     if (expression.query) {
         const auto columns = columnsOf(*expression.query, &scope);
@@ -492,15 +509,24 @@ QByteArray Emitter::in(const Expression& expression, const Scope& scope) {
         list = query(*expression.query, &scope);
     } else {
         for (std::size_t i = 1; i < expression.children.size(); ++i) {
+            const Expression& one = *expression.children[i];
+            if (!m_postgres && hasSpellings(one) && comparesTexts(subject, one, scope)) {
+                spelled += (expression.flag ? " AND " : " OR ") +
+                           sameText(subject, one, scope, expression.flag);
+                continue;
+            }
             if (!list.isEmpty())
                 list += ", ";
-            list += compared(*expression.children[i], scope, type, false);
+            list += compared(one, scope, type, false);
             if (!listType)
-                listType = typeOf(*expression.children[i], scope);
+                listType = typeOf(one, scope);
         }
+        if (list.isEmpty())
+            return '(' + spelled.mid(spelled.indexOf(' ', 1) + 1) + ')';
     }
-    return compared(subject, scope, listType, true) + (expression.flag ? " NOT IN (" : " IN (") +
-           list + ')';
+    const QByteArray sql = compared(subject, scope, listType, true) +
+                           (expression.flag ? " NOT IN (" : " IN (") + list + ')';
+    return spelled.isEmpty() ? sql : '(' + sql + spelled + ')';
 }
 
 namespace {
@@ -536,14 +562,14 @@ ClassPattern classPattern(const QString& text) {
             const bool negated = inner.size() > 1 && inner.startsWith(u'!');
             if (negated)
                 inner.remove(0, 1);
-            result.glob += (negated ? u"[^"_s : u"["_s) + inner.toLower() + u']';
+            result.glob += (negated ? u"[^"_s : u"["_s) + values::lowered(inner) + u']';
             result.regex += negated ? u"[^"_s : u"["_s;
             for (const QChar in : inner)
                 result.regex +=
                     in == u'\\' || in == u'[' || in == u'^' ? u"\\"_s + in : QString(in);
             result.regex += u']';
         } else {
-            result.glob += c.toLower();
+            result.glob += values::lowered(QStringView(&c, 1));
             if (!c.isLetterOrNumber() && !c.isSpace() && c.unicode() < 128)
                 result.regex += u'\\';
             result.regex += c;
@@ -569,8 +595,10 @@ QByteArray Emitter::like(const Expression& expression, const Scope& scope) {
             const ClassPattern classes = classPattern(raw);
             QString escaped = m_postgres ? classes.regex : classes.glob;
             const QByteArray quotedPattern = '\'' + escaped.replace(u'\'', u"''"_s).toUtf8() + '\'';
-            const QByteArray test = m_postgres ? text + "::text ~* " + quotedPattern
-                                               : "lower(" + text + ") GLOB " + quotedPattern;
+            const QByteArray test =
+                m_postgres ? text + "::text ~* " + quotedPattern
+                           : (hasSpellings(pattern) ? lowered(text) : "lower(" + text + ')') +
+                                 " GLOB " + quotedPattern;
             return expression.flag ? "NOT (" + test + ')' : test;
         }
     }
@@ -587,6 +615,8 @@ QByteArray Emitter::like(const Expression& expression, const Scope& scope) {
             mask = "replace(" + mask + ", " + step + ')';
     }
     const QByteArray negation = expression.flag ? " NOT" : "";
+    if (!m_postgres && (hasSpellings(pattern) || !pattern.is(Node::Literal)))
+        return (expression.flag ? "NOT " : "") + ("letters_like(" + mask + ", " + text + ')');
     if (!m_postgres)
         return text + negation + " LIKE " + mask + " ESCAPE '\\'";
     if (!text.endsWith("::text"))

@@ -140,9 +140,8 @@ SelectParts Emitter::select(const Select& select, const Scope* parent,
     for (const ExpressionPtr& group : select.groupBy) {
         if (!parts.groupBy.isEmpty())
             parts.groupBy += ", ";
-        parts.groupBy += value(*group, parts.scope);
-        if (!m_postgres && !group->is(Node::Column) && isText(typeOf(*group, parts.scope)))
-            parts.groupBy += " COLLATE NOCASE";
+        const QByteArray sql = value(*group, parts.scope);
+        parts.groupBy += !m_postgres && isText(typeOf(*group, parts.scope)) ? lowered(sql) : sql;
     }
     if (select.having)
         parts.having = condition(*select.having, parts.scope);
@@ -231,10 +230,20 @@ QByteArray Emitter::orderBy(const Query& query, const SelectParts& parts, bool e
                 isText(typeOf(expression, parts.scope)))
                 term = '(' + term + ") COLLATE NOCASE";
         }
-        if (order.descending)
-            term += " DESC";
-        if (m_postgres && nullable)
-            term += order.descending ? " NULLS LAST" : " NULLS FIRST";
+        const Type type = place >= 0 ? parts.columns[static_cast<std::size_t>(place)].type
+                                     : typeOf(expression, parts.scope);
+        if (parts.top >= 0 && isText(type) && !compound && !parts.distinct) {
+            // The first rows have to be the right ones.
+            const Expression* item =
+                place >= 0 ? parts.expressions[static_cast<std::size_t>(place)] : &expression;
+            term = sortedText(item != nullptr ? value(*item, parts.scope) : parts.list[place],
+                              order.descending, nullable);
+        } else {
+            if (order.descending)
+                term += " DESC";
+            if (m_postgres && nullable)
+                term += order.descending ? " NULLS LAST" : " NULLS FIRST";
+        }
         sql += sql.isEmpty() ? term : ", " + term;
     }
     return sql;
@@ -262,7 +271,10 @@ QByteArray Emitter::query(const Query& query, const Scope* parent,
             const QByteArray order = query.orderBy.empty() && (outermost || parts.top >= 0)
                                          ? naturalOrder(parts)
                                          : orderBy(query, parts, false);
-            sql = joined(parts, parts.list.join(", "), order);
+            QByteArrayList list = parts.list;
+            if (outermost)
+                m_sorted = sortTerms(query, parts, &list, nullptr);
+            sql = joined(parts, list.join(", "), order);
         } else {
             QByteArray part = joined(parts, parts.list.join(", "),
                                      parts.top >= 0 ? naturalOrder(parts) : QByteArray());
@@ -283,6 +295,8 @@ QByteArray Emitter::query(const Query& query, const Scope* parent,
     }
     if (query.selects.size() > 1 && !query.orderBy.empty())
         sql += " ORDER BY " + orderBy(query, first, false);
+    if (query.selects.size() > 1 && parent == nullptr && columns != nullptr && targets == nullptr)
+        m_sorted = sortTerms(query, first, nullptr, nullptr);
     if (columns != nullptr)
         *columns = first.columns;
     return sql;
@@ -329,7 +343,10 @@ std::optional<DynasetPlan> Emitter::plan(const Query& query, const SelectParts& 
     plan.singleTable = parts.scope.sources.size() == 1;
     const QByteArray shownOrder =
         query.orderBy.empty() ? naturalOrder(parts) : orderBy(query, parts, false);
-    const QByteArray whole = joined(parts, parts.list.join(", "), shownOrder, {}, ", " + key);
+    QByteArrayList behindKey{key}, terms;
+    sortTerms(query, parts, &behindKey, &terms);
+    const QByteArray whole =
+        joined(parts, parts.list.join(", "), shownOrder, {}, ", " + behindKey.join(", "));
     if (!plan.singleTable) {
         plan.keysSql = whole;
         return plan;
@@ -337,8 +354,9 @@ std::optional<DynasetPlan> Emitter::plan(const Query& query, const SelectParts& 
     plan.keyedSql = whole;
     const QByteArray order =
         query.orderBy.empty() ? naturalOrder(parts) : orderBy(query, parts, true);
-    const QByteArray unused = unusedParameters(joined(parts, key, order));
-    plan.keysSql = joined(parts, key, order, {}, unused);
+    terms.prepend(key);
+    const QByteArray keyed = terms.join(", ");
+    plan.keysSql = joined(parts, keyed, order, {}, unusedParameters(joined(parts, keyed, order)));
 
     SelectParts row = parts;
     row.where.clear();

@@ -62,8 +62,13 @@ class Lexer {
     void readPlaceholder(Token& token) {
         token.kind = Token::Kind::Literal;
         switch (peek().unicode()) {
-        case u't':
+        case textMark(values::Spellings::One):
+        case textMark(values::Spellings::Few):
+        case textMark(values::Spellings::Many):
             token.literalKind = LiteralKind::Text;
+            token.spellings = peek() == u't'   ? values::Spellings::One
+                              : peek() == u'u' ? values::Spellings::Few
+                                               : values::Spellings::Many;
             break;
         case u'i':
             token.literalKind = LiteralKind::Integer;
@@ -107,6 +112,7 @@ class Lexer {
         ++m_at;
         token.kind = Token::Kind::Literal;
         token.literalKind = LiteralKind::Text;
+        token.spellings = values::spellingsOf(text);
         token.value = Value(text);
     }
 
@@ -192,7 +198,7 @@ QString textOfKey(QStringView key, const std::vector<Value>& literals, int posit
         } else if (c == u'?' && i + 1 < key.size() && literal < literals.size()) {
             const Value& value = literals[literal++];
             piece = value.toText();
-            if (key[i + 1] == u't')
+            if (isTextMark(key[i + 1].unicode()))
                 piece = u'\'' + piece.replace(u'\'', u"''"_s) + u'\'';
             else if (key[i + 1] == u'm')
                 piece = u'#' + piece + u'#';

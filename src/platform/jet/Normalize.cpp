@@ -1,4 +1,7 @@
 #include "platform/jet/Translate.h"
+
+#include "platform/jet/Lexer.h"
+#include "platform/values/Letters.h"
 #include "platform/values/Literals.h"
 
 #include <QVarLengthArray>
@@ -204,7 +207,7 @@ class Normalizer {
     bool text(Normalized& result, char16_t quote) {
         const char16_t* start = m_at++;
         qsizetype doubled = 0;
-        bool hasClass = false;
+        bool hasClass = false, isAscii = true;
         while (true) {
             if (m_at >= m_end)
                 throw Error(
@@ -217,6 +220,8 @@ class Normalizer {
                 ++m_at;
             } else if (*m_at == u'[' || *m_at == u'#') {
                 hasClass = true;
+            } else if (*m_at >= 128) {
+                isAscii = false;
             }
             ++m_at;
         }
@@ -232,8 +237,9 @@ class Normalizer {
         QString value(reinterpret_cast<const QChar*>(start + 1), end - start - 1);
         if (doubled > 0)
             value.replace(QString(2, QChar(quote)), QString(1, QChar(quote)));
+        const char16_t mark = isAscii ? u't' : textMark(values::spellingsOf(value));
         result.literals.emplace_back(std::move(value));
-        return lifted(u't');
+        return lifted(mark);
     }
 
     /// A pattern with a class, and the unit of DateAdd, DateDiff and DatePart.

@@ -598,6 +598,7 @@ ExpressionPtr Parser::literal() {
     const Token& token = take();
     ExpressionPtr result = make(Node::Literal);
     result->kind = token.literalKind;
+    result->spellings = token.spellings;
     result->literal = token.literal;
     result->value = token.value;
     return result;

@@ -1,5 +1,7 @@
 #include "platform/jet/RecordsetData.h"
 
+#include "platform/jet/Lexer.h"
+#include "platform/jet/Sorting.h"
 #include "platform/values/Literals.h"
 
 namespace jet {
@@ -71,6 +73,11 @@ Read RecordsetData::request() {
 
 void RecordsetData::received(const Outcome& outcome) {
     m_readIn = m_connection.transaction();
+    if (outcome.complete)
+        sortRows(m_rows, translation().sorted, columnCount() + (m_kind == Kind::Whole ? 0 : 1),
+                 m_connection.engine().order());
+    if (translation().dropsRepeated)
+        dropRepeated(m_rows, columnCount());
     if (m_kind == Kind::Keyed) {
         m_rowsStand = outcome.complete;
         if (outcome.complete) {
@@ -118,6 +125,10 @@ void RecordsetData::readKeys() const {
     Rows rows;
     m_connection.run(m_statement->keys, translation().dynaset->keysSql, Engine::Access::Reads,
                      m_connection.argumentsOf(*m_statement, m_select.literals), &rows);
+    std::vector<SortTerm> terms = translation().sorted;
+    for (SortTerm& term : terms)
+        term.column = -1;
+    sortRows(rows, terms, 1, m_connection.engine().order());
     m_keys.take(rows, 0, keyType());
     m_keysRead = true;
     // What was added here stands at the end, and once.
@@ -495,7 +506,8 @@ bool RecordsetData::findByKey(const Normalized& criteria) {
     QStringView left = key.left(key.indexOf(u'=')).trimmed();
     const QStringView right = key.mid(key.indexOf(u'=') + 1).trimmed();
     if (!key.contains(u'=') || right.size() != 2 || right[0] != u'?' ||
-        (right[1] == u't') != (keyType() == ColumnType::Text || keyType() == ColumnType::Memo))
+        isTextMark(right[1].unicode()) !=
+            (keyType() == ColumnType::Text || keyType() == ColumnType::Memo))
         return false;
     if (left.startsWith(u'[') && left.endsWith(u']'))
         left = left.mid(1, left.size() - 2);
@@ -534,6 +546,7 @@ bool RecordsetData::findByQuery(const Normalized& criteria) {
         const Outcome outcome =
             m_connection.run(limit > 0 ? finder->firstRow : finder->whole, finder->translation.sql,
                              Engine::Access::Reads, arguments, &rows, limit);
+        int first = -1;
         for (int row = 0; row < rows.count(); ++row) {
             const Value key = valueOf(rows.cell(row, 0), keyType());
             const int place = keys().find(key);
@@ -541,10 +554,15 @@ bool RecordsetData::findByQuery(const Normalized& criteria) {
                 m_noMatch = false;
                 return true;
             }
-            if (place >= 0 && !(place == m_position && m_removed)) {
-                found(place);
-                return true;
-            }
+            if (place < 0 || (place == m_position && m_removed))
+                continue;
+            first = first < 0 ? place : std::min(first, place);
+            if (translation().sorted.empty()) // the engine has them in their order
+                break;
+        }
+        if (first >= 0) {
+            found(first);
+            return true;
         }
         if (outcome.complete)
             break;

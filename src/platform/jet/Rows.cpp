@@ -206,6 +206,14 @@ void Rows::read(int row, std::vector<Cell>& cells) const {
         cells.push_back(next(at));
 }
 
+void Rows::pick(const std::vector<int>& rows) {
+    std::vector<const char*> picked;
+    picked.reserve(rows.size());
+    for (const int row : rows)
+        picked.push_back(m_rows[static_cast<std::size_t>(row)]);
+    m_rows = std::move(picked);
+}
+
 Cell Rows::cell(int row, int column) const {
     const char* at = m_rows[static_cast<std::size_t>(row)];
     while (column-- > 0)

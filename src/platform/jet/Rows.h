@@ -47,6 +47,8 @@ class Rows {
     void read(int row, std::vector<Cell>& cells) const;
     /// A single cell; walks over those before it.
     Cell cell(int row, int column) const;
+    /// Keeps these rows, in this order.
+    void pick(const std::vector<int>& rows);
     void erase(int row) { m_rows.erase(m_rows.begin() + row); }
 
   private:

@@ -46,7 +46,10 @@ enum class Conversion {
     ToMoney, ///< four decimals, ties to even
     ToReal,
     ToText,
-    ToPattern, ///< LIKE's * and ? to % and _, the rest escaped with a backslash
+    ToSpellings, ///< all spellings of a text that are the same, as a JSON list
+    ToLowered,   ///< values::lowered of a text
+    ToFolded,    ///< values::folded of a text
+    ToPattern,   ///< LIKE's * and ? to % and _, the rest escaped with a backslash
 };
 
 struct Parameter {
@@ -76,6 +79,13 @@ enum class StatementKind {
     CreateIndex,
     DropTable,
     AlterTable
+};
+
+/// A term of a select's order.
+struct SortTerm {
+    int column = -1; ///< of the select; -1 if it stands behind them, and behind a key
+    std::optional<ColumnType> type;
+    bool descending = false;
 };
 
 /// How a select is held by its keys. Selects that are no single select (UNION), are DISTINCT,
@@ -110,6 +120,13 @@ struct Translation {
     QByteArray sql; ///< parameters as ?1, ?2 ... on SQLite, $1, $2 ... on PostgreSQL
     std::vector<Parameter> parameters; ///< one for each engine parameter, in number order
     std::vector<ResultColumn> columns; ///< of a select
+    /// Of a select that is ordered by texts: its terms. The engine's own order has letters beyond
+    /// ASCII at other places than values::compareText; who reads the rows puts them in order.
+    /// Terms that are no column of the select are read behind its columns; by `keysSql` of a single
+    /// table all are.
+    std::vector<SortTerm> sorted;
+    /// SQLite only: rows that differ only in the case of letters beyond ASCII are to be dropped.
+    bool dropsRepeated = false;
     /// Of a select: whether it has a row, in its one field, with the select's parameters.
     QByteArray existsSql;
     QString table;                      ///< target of a write; first table of a select

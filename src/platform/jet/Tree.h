@@ -2,6 +2,7 @@
 
 #include "platform/jet/Schema.h"
 #include "platform/jet/Value.h"
+#include "platform/values/Letters.h"
 
 #include <QString>
 
@@ -59,8 +60,9 @@ struct Expression {
     QString qualifier;
     QString name;
     LiteralKind kind = LiteralKind::Text;
-    int literal = -1; ///< index into Normalized::literals
-    Value value;      ///< of a literal that stayed in the key
+    values::Spellings spellings = values::Spellings::One; ///< of a text
+    int literal = -1;                                     ///< index into Normalized::literals
+    Value value;                                          ///< of a literal that stayed in the key
     bool flag = false;
     Operator op = Operator::Equal;
     std::vector<ExpressionPtr> children;

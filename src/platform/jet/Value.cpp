@@ -1,6 +1,7 @@
 #include "platform/jet/Value.h"
 
 #include "platform/jet/Types.h"
+#include "platform/values/Letters.h"
 #include "platform/values/Literals.h"
 #include "platform/values/Numbers.h"
 
@@ -148,7 +149,7 @@ bool operator==(const Value& a, const Value& b) {
     if (left == Kind::Null || right == Kind::Null)
         return left == right;
     if (left == Kind::Text && right == Kind::Text)
-        return a.textView().compare(b.textView(), Qt::CaseInsensitive) == 0;
+        return values::sameText(a.textView(), b.textView());
     if (left == Kind::Date || right == Kind::Date)
         return a.toDateTime() == b.toDateTime() && a.toDateTime().has_value();
     if (left == Kind::Text || right == Kind::Text) {

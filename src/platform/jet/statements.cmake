@@ -4,6 +4,7 @@ set(JET_STATEMENT_SOURCES
     Definition.cpp
     Emit.cpp
     EmitExpression.cpp
+    EmitLetters.cpp
     EmitSelect.cpp
     EmitWrite.cpp
     Functions.cpp

@@ -1,6 +1,7 @@
 #include "platform/report/Expression.h"
 
 #include "platform/values/Format.h"
+#include "platform/values/Letters.h"
 #include "platform/values/Literals.h"
 #include "platform/values/Numbers.h"
 #include "platform/values/Text.h"
@@ -320,7 +321,7 @@ int compare(const Value& a, const Value& b) {
         const double right = b.toDouble();
         return left < right ? -1 : left > right ? 1 : 0;
     }
-    return a.toText().compare(b.toText(), Qt::CaseInsensitive);
+    return values::compareText(a.toText(), b.toText());
 }
 
 /// Days since the beginning of 1900, with the part of the day of the moment or of a time as text.

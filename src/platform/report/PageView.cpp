@@ -1,5 +1,6 @@
 #include "platform/report/PageView.h"
 
+#include "platform/values/Letters.h"
 #include "platform/values/Literals.h"
 
 #include <QGuiApplication>
@@ -185,8 +186,8 @@ std::vector<QRectF> PageView::hitsOn(int index) {
     for (const auto& item : page(index).items) {
         if (item.kind != PageItem::Kind::Text)
             continue;
-        for (auto at = item.text.indexOf(m_wanted, 0, Qt::CaseInsensitive); at >= 0;
-             at = item.text.indexOf(m_wanted, at + m_wanted.size(), Qt::CaseInsensitive))
+        for (auto at = values::indexOfText(item.text, m_wanted); at >= 0;
+             at = values::indexOfText(item.text, m_wanted, at + m_wanted.size()))
             hits.push_back(m_painter.textRect(item, at, m_wanted.size()));
     }
     std::stable_sort(hits.begin(), hits.end(), [](const QRectF& a, const QRectF& b) {
@@ -196,7 +197,7 @@ std::vector<QRectF> PageView::hitsOn(int index) {
 }
 
 bool PageView::find(const QString& text, bool backward) {
-    if (m_wanted.compare(text, Qt::CaseInsensitive) != 0)
+    if (!values::sameText(m_wanted, text))
         m_hit = {};
     m_wanted = text;
     viewport()->update();

@@ -1,5 +1,8 @@
 #include "platform/jet/StatementEngines.h"
 
+#include "platform/jet/engines/SqliteLetters.h"
+
+#include "platform/values/Letters.h"
 #include "platform/values/Literals.h"
 #include "platform/values/Numbers.h"
 
@@ -47,6 +50,12 @@ std::optional<QString> boundText(const Parameter& parameter, const Normalized& s
         }
         return pattern;
     }
+    case Conversion::ToLowered:
+        return values::lowered(value.toText());
+    case Conversion::ToFolded:
+        return values::folded(value.toText());
+    case Conversion::ToSpellings:
+        return u"[\""_s + values::spellings(value.toText()).join(u"\",\""_s) + u"\"]"_s;
     case Conversion::AsIs:
     case Conversion::ToText:
         break;
@@ -58,7 +67,8 @@ std::optional<QString> boundText(const Parameter& parameter, const Normalized& s
 
 bool isTextParameter(const Parameter& parameter, const Normalized& statement) {
     if (parameter.literal < 0 || parameter.conversion == Conversion::ToText ||
-        parameter.conversion == Conversion::ToPattern || parameter.conversion == Conversion::ToDate)
+        parameter.conversion >= Conversion::ToSpellings ||
+        parameter.conversion == Conversion::ToDate)
         return true;
     const auto kind = statement.literals[static_cast<std::size_t>(parameter.literal)].kind();
     return parameter.conversion == Conversion::AsIs &&
@@ -81,6 +91,7 @@ class SqliteEngine : public Engine {
   public:
     SqliteEngine() : Engine(Dialect::sqlite()) {
         sqlite3_open(":memory:", &m_database);
+        addLetters(m_database);
         sqlite3_db_config(m_database, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
     }
     ~SqliteEngine() override { sqlite3_close(m_database); }

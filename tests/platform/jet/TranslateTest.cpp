@@ -59,11 +59,12 @@ TEST_F(StatementText, SelectsShowTheSchemasColumns) {
             R"("job"."description", "job"."partno", "job"."quantity", )"
             R"("job"."jobdatein", "job"."shipped", "job"."invoiceeach", )"
             R"("job"."totalhours" FROM "job" ORDER BY "job"."jobno")");
-    becomes(u"SELECT TOP 20 JobNo AS Info FROM Job WHERE CustID = 12 ORDER BY PONo DESC, jobno",
-            R"(SELECT "Job"."JobNo" AS "Info" FROM "Job" WHERE "Job"."CustID" = ?1 )"
-            R"(ORDER BY "Job"."PONo" DESC, "Job"."JobNo" LIMIT 20)",
-            R"(SELECT "job"."jobno" AS "info" FROM "job" WHERE "job"."custid" = )"
-            R"($1::integer ORDER BY "job"."pono" DESC NULLS LAST, "job"."jobno" LIMIT 20)");
+    becomes(
+        u"SELECT TOP 20 JobNo AS Info FROM Job WHERE CustID = 12 ORDER BY JobDateIn DESC, jobno",
+        R"(SELECT "Job"."JobNo" AS "Info" FROM "Job" WHERE "Job"."CustID" = ?1 )"
+        R"(ORDER BY "Job"."JobDateIn" DESC, "Job"."JobNo" LIMIT 20)",
+        R"(SELECT "job"."jobno" AS "info" FROM "job" WHERE "job"."custid" = )"
+        R"($1::integer ORDER BY "job"."jobdatein" DESC NULLS LAST, "job"."jobno" LIMIT 20)");
     becomes(u"SELECT DISTINCT PartNo FROM Job WHERE CustID = 12 UNION SELECT PartNo FROM Estimate "
             u"ORDER BY Job.PartNo",
             R"(SELECT DISTINCT "Job"."PartNo" FROM "Job" WHERE "Job"."CustID" = ?1 UNION )"
@@ -254,8 +255,8 @@ TEST_F(StatementText, DynasetsAreKeptByTheFirstTablesKey) {
         translated(u"SELECT PONo AS P, 'x' AS Fixed FROM Job WHERE CustID = 5 ORDER BY P").dynaset;
     ASSERT_TRUE(single && single->singleTable);
     EXPECT_EQ(single->keyColumn, u"JobNo");
-    EXPECT_EQ(single->keysSql, R"(SELECT "Job"."JobNo" FROM "Job" WHERE "Job"."CustID" = ?2 )"
-                               R"(ORDER BY "Job"."PONo")");
+    EXPECT_EQ(single->keysSql, R"(SELECT "Job"."JobNo", "Job"."PONo" FROM "Job" )"
+                               R"(WHERE "Job"."CustID" = ?2 ORDER BY "Job"."PONo")");
     EXPECT_EQ(single->rowSql,
               R"(SELECT "Job"."PONo" AS "P", (?1) COLLATE NOCASE AS "Fixed" FROM "Job" )"
               R"(WHERE "Job"."JobNo" = ?3)");

@@ -22,6 +22,10 @@ class Prepared {
 };
 using PreparedPtr = std::shared_ptr<Prepared>;
 
+/// Whether an engine's order of texts is that of their small letters' bytes, as values::compareText
+/// has it for texts of ASCII alone.
+enum class EngineOrder { ByBytes, Other };
+
 /// What a database was like at a moment, to tell later whether rows read then still stand.
 struct ChangeMark {
     qint64 others = 0; ///< counts what other connections wrote
@@ -83,6 +87,8 @@ class Engine {
     virtual void runTogether(std::vector<Read>& reads);
     /// Runs a statement without parameters once, such as a definition.
     virtual void execute(const QByteArray& sql) = 0;
+
+    virtual EngineOrder order() const = 0;
 
     /// Whether writeLater() and readLater() may be called: statements have far to go.
     virtual bool defers() const { return false; }

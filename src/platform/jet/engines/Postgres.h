@@ -32,6 +32,7 @@ class Postgres : public Engine {
     void setWriter(const QString& who) override;
     bool inTransaction() const override { return m_transaction != Transaction::None; }
     void tidy() override;
+    EngineOrder order() const override { return m_order; }
     Schema readSchema() override;
     bool schemaMayHaveChanged() override { return true; }
     ChangeMark mark() override;
@@ -72,6 +73,7 @@ class Postgres : public Engine {
 
     PostgresLine m_line;
     std::vector<Command> m_waiting; ///< to be sent with the next trip
+    EngineOrder m_order = EngineOrder::Other;
     Transaction m_transaction = Transaction::None;
     bool m_hasWritten = false; ///< in the open transaction
     QByteArray m_sign;         ///< what a lock's select asks for besides, to tell the writer

@@ -35,6 +35,11 @@ constexpr char indexesSql[] =
     "AND NOT EXISTS (SELECT 1 FROM pg_constraint c WHERE c.conindid = i.indexrelid) "
     "ORDER BY i.indrelid, i.indexrelid, k.place";
 
+/// Whether the database sorts by bytes. Its collation can't change.
+constexpr char orderSql[] =
+    "SELECT datlocprovider = 'c' AND datcollate IN ('C', 'POSIX', 'C.UTF-8', 'C.utf8') "
+    "FROM pg_database WHERE datname = current_database()";
+
 /// 'EA'::citext as the dialect writes it.
 QString plainDefault(const QString& expression) {
     const qsizetype cast = expression.lastIndexOf(u"::"_s);
@@ -47,13 +52,17 @@ Schema Postgres::readSchema() {
     Schema schema;
     std::vector<Table> tables;
     QHash<QString, std::size_t> places;
-    Rows columns, indexes;
-    std::vector<Read> reads(2);
+    Rows columns, indexes, order;
+    std::vector<Read> reads(3);
     reads[0].statement = prepare(columnsSql, Access::Reads);
     reads[0].rows = &columns;
     reads[1].statement = prepare(indexesSql, Access::Reads);
     reads[1].rows = &indexes;
+    reads[2].statement = prepare(orderSql, Access::Reads);
+    reads[2].rows = &order;
     runTogether(reads);
+    m_order = valueOf(order.cell(0, 0), ColumnType::YesNo).toBool() ? EngineOrder::ByBytes
+                                                                    : EngineOrder::Other;
 
     std::vector<Cell> cells;
     for (int row = 0; row < columns.count(); ++row) {

@@ -2,6 +2,7 @@
 
 #include "platform/jet/Error.h"
 #include "platform/jet/Types.h"
+#include "platform/jet/engines/SqliteLetters.h"
 #include "platform/values/Literals.h"
 
 #include <QFileInfo>
@@ -183,6 +184,7 @@ void Sqlite::openFile(Mode mode) {
 void Sqlite::configure() {
     sqlite3_extended_result_codes(m_db, 1);
     sqlite3_busy_timeout(m_db, busyMilliseconds);
+    addLetters(m_db);
     sqlite3_db_config(m_db, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
     sqlite3_db_config(m_db, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
     execute("PRAGMA foreign_keys = OFF");

@@ -27,6 +27,7 @@ class Sqlite : public Engine {
     void rollback(int depth) override;
     void setWriter(const QString& who) override;
     bool inTransaction() const override { return sqlite3_get_autocommit(m_db) == 0; }
+    EngineOrder order() const override { return EngineOrder::ByBytes; }
     Schema readSchema() override;
     bool schemaMayHaveChanged() override;
     ChangeMark mark() override;
