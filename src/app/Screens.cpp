@@ -2,6 +2,7 @@
 
 #include "accounting/Screens.h"
 #include "core/Screens.h"
+#include "desk/Screens.h"
 #include "estimating/Screens.h"
 #include "inventory/Screens.h"
 #include "jobs/Screens.h"
@@ -24,6 +25,7 @@ void registerAllScreens() {
     purchasing::registerScreens();
     inventory::registerScreens();
     accounting::registerScreens();
+    desk::registerScreens();
 }
 
 } // namespace app

@@ -3,6 +3,7 @@
 #include "app/Screens.h"
 #include "app/ServerWait.h"
 #include "app/Start.h"
+#include "app/StartPage.h"
 #include "app/TimeWatch.h"
 #include "core/MDIMain.h"
 #include "platform/screen/Application.h"
@@ -19,5 +20,6 @@ int main(int argc, char** argv) {
     app::keepBackups(*program.shell());
     app::keepJournalShort(*program.shell());
     app::watchTimeRecords(*program.shell());
+    app::showStartPages(*program.shell());
     return screen::Application::exec();
 }

@@ -25,6 +25,7 @@
 #include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QMenu>
 #include <QMenuBar>
 #include <QScreen>
 #include <QShortcut>
@@ -272,10 +273,31 @@ void MDIMain::performHandler(const QString& name) {
         openHelp();
     else if (is(u"mnuUtilitiesRecordHistory"))
         showRecordHistory();
+    else if (is(u"mnuListHere"))
+        showListHere();
     else if (is(u"mnuTravel"))
         launchTraveler(false);
     else if (is(u"mnuTravelwNotes"))
         launchTraveler(true);
+}
+
+/// The list of the module that is active; where it has none, the menu of all lists.
+void MDIMain::showListHere() {
+    const screen::Form* active = screen::Forms::active();
+    for (const MenuEntry& list : menuEntry(u"mnuLists"_s)->children) {
+        const MenuEntry* module = list.right.isEmpty() ? nullptr : menuEntry(list.right);
+        if (!active || !module || !menuAction(list.name)->isEnabled())
+            continue;
+        if (active->name() == module->screen || active->name() == list.screen) {
+            screen::Forms::show(list.screen);
+            return;
+        }
+    }
+    QMenu* lists = menuAction(u"mnuLists"_s)->menu();
+    const QSize size = lists->sizeHint();
+    lists->popup(
+        m_area->mapToGlobal(m_area->rect().center() - QPoint(size.width() / 2, size.height() / 2)));
+    lists->setActiveAction(lists->actions().value(1));
 }
 
 QString MDIMain::popUp(const QString& menu, const QPoint& globalPlace) {

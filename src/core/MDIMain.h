@@ -63,6 +63,7 @@ class MDIMain : public QMainWindow, public Shell {
     void showStatus();
     void launchTraveler(bool withNotes);
     void showRecordHistory();
+    void showListHere();
 
     QMdiArea* m_area;
     QToolBar* ToolBarMainMenu;

@@ -30,17 +30,40 @@ MenuEntry ofModule(const char* module, MenuEntry entry) {
     return entry;
 }
 
-MenuEntry dialog(const char* name, const char* caption, const char* screen) {
+MenuEntry dialog(const char* name, const char* caption, const char* screen,
+                 const char* shortcut = "") {
     return {QString::fromLatin1(name),
             QString::fromLatin1(caption),
             Does::Dialog,
             QString::fromLatin1(screen),
-            {}};
+            {},
+            QString::fromLatin1(shortcut)};
 }
 
 MenuEntry handler(const char* name, const char* caption, const char* shortcut = "") {
     return {QString::fromLatin1(name),    QString::fromLatin1(caption), Does::Handler, {}, {},
             QString::fromLatin1(shortcut)};
+}
+
+/// The list of a module's records.
+MenuEntry listOf(const char* module, const char* name, const char* caption, const char* screen) {
+    return ofModule(module, document(name, caption, screen));
+}
+
+MenuEntry moduleLists() {
+    return ofModule(
+        "mnuAddOns",
+        menu("mnuLists", "&Lists",
+             {handler("mnuListHere", "Of the Active &Screen", "Ctrl+L"),
+              listOf("mnuFileCustomer", "mnuListCustomers", "&Customers", "frmCustomerList"),
+              listOf("mnuFileVendor", "mnuListVendors", "&Vendors", "frmVendorList"),
+              listOf("mnuFileEmployee", "mnuListEmployees", "E&mployees", "frmEmployeeList"),
+              listOf("mnuFileEstimate", "mnuListEstimates", "&Estimates", "frmEstimateList"),
+              listOf("mnuFileJob", "mnuListJobs", "&Jobs", "frmJobList"),
+              listOf("mnuFileRequest", "mnuListRequests", "&Requests for Quotation", "frmRFQList"),
+              listOf("mnuFilePurchaseOrder", "mnuListOrders", "&Purchase Orders", "frmPOList"),
+              listOf("mnuInventory", "mnuListItems", "&Items", "frmItemList"),
+              listOf("mnuFileSpareParts", "mnuListSpares", "Spare P&arts", "frmSpareList")}));
 }
 
 std::vector<MenuEntry> moduleEntries() {
@@ -63,6 +86,7 @@ std::vector<MenuEntry> moduleEntries() {
             document("mnuFileVendor", "&Vendor/Contractor", "frmVendor", "Ctrl+Shift+V"),
             document("mnuInventory", "Inventory", "frmInventory", "Ctrl+Shift+Y"),
             document("mnuFileSpareParts", "&Spare Parts", "frmSpareParts", "Ctrl+Shift+B"),
+            moduleLists(),
             menu("mnuExternal", "E&xternal",
                  {handler("mnuFileAutoMirsa", "&Auto-Mirsa"),
                   handler("mnuFileBarcode", "&Time Tracking")})};
@@ -132,9 +156,12 @@ const std::vector<MenuEntry>& mainMenu() {
         menu("mnuOptionsReports", "&Reports",
              {dialog("mnuOptionsReportsConfigure", "&Configure Reports", "frmConfigReports"),
               dialog("mnuCreports", "C&ommon Reports", "frmCreports")}),
-        menu("mnuTools", "&Tools", {handler("mnuSpellCheck", "&Spelling...")}),
+        menu("mnuTools", "&Tools",
+             {dialog("mnuFind", "&Find Anything...", "frmFind", "Ctrl+K"),
+              handler("mnuSpellCheck", "&Spelling...")}),
         menu("mnuWindow", "&Window",
-             {handler("mnuArrange", "Arrange Icons"), handler("mnuCascade", "Cascade")}),
+             {document("mnuStartPage", "&Start Page", "frmStart"),
+              handler("mnuArrange", "Arrange Icons"), handler("mnuCascade", "Cascade")}),
         menu("mnuHelp", "Hel&p",
              {handler("mnuHelp32", "&Mirsa Help", "F1"), dialog("mnuAbout", "&About", "frmAbout")}),
     };

@@ -73,14 +73,19 @@ bool sendDefaultReport(const QString& module, const QString& formula, QWidget* p
 
 void launchReportFile(const QString& fileName, const QString& formula, const QString& title,
                       QWidget* parent, report::RowSource* source) {
-    screen::BusyPointer pointer(screen::BusyPointer::ArrowAndHourglass);
     // Catalogued names and fixed ones may carry the separator in front.
     QString name = fileName;
     while (name.startsWith(u'\\') || name.startsWith(u'/'))
         name.remove(0, 1);
+    launchReportAt(programFile(name), formula, title, parent, source);
+}
+
+void launchReportAt(const QString& path, const QString& formula, const QString& title,
+                    QWidget* parent, report::RowSource* source) {
+    screen::BusyPointer pointer(screen::BusyPointer::ArrowAndHourglass);
     report::DatabaseRowSource database(MainDatabase());
     report::Report report(source ? *source : database);
-    report.reportFileName = programFile(name);
+    report.reportFileName = path;
     report.selectionFormula = formula;
     report.windowTitle = title;
     report.currencySymbol = shared().CurrencySymbol;

@@ -27,6 +27,10 @@ bool sendDefaultReport(const QString& module, const QString& formula, QWidget* p
 void launchReportFile(const QString& fileName, const QString& formula, const QString& title,
                       QWidget* parent, report::RowSource* source = nullptr);
 
+/// The same with a report file anywhere.
+void launchReportAt(const QString& path, const QString& formula, const QString& title,
+                    QWidget* parent, report::RowSource* source = nullptr);
+
 /// Prints a job's traveler, with the notes of its operations if wanted.
 void launchTraveler(qint64 jobNo, bool withNotes, QWidget* parent);
 

@@ -112,6 +112,7 @@ CREATE INDEX Operation_Description ON Operation (Description);
 CREATE INDEX Operation_operdepartment_id ON Operation (operdepartment_id);
 CREATE INDEX OperNote_OperNo ON OperNote (OperNo);
 CREATE INDEX Estimate_CustID_RFQNo ON Estimate (CustID, RFQNo);
+CREATE INDEX Estimate_EstDate ON Estimate (EstDate);
 CREATE INDEX Estimate_PartNo ON Estimate (PartNo);
 CREATE INDEX Estimate_AssemblyEstno ON Estimate (AssemblyEstno);
 CREATE INDEX RfqNotes_CustID_RFQNo ON RfqNotes (CustID, RFQNo);

@@ -68,6 +68,7 @@ CREATE INDEX Job_PartNo ON Job (PartNo);
 CREATE INDEX Job_EstNo ON Job (EstNo);
 CREATE INDEX Job_Shipped_JobNo ON Job (Shipped, JobNo);
 CREATE INDEX Job_JobDueDate ON Job (JobDueDate);
+CREATE INDEX Job_ShipDate ON Job (ShipDate);
 CREATE INDEX Job_JobDateIn ON Job (JobDateIn);
 CREATE INDEX Job_AssemblyJobNo ON Job (AssemblyJobNo);
 CREATE INDEX JobOper_JobNo_SeqNo ON JobOper (JobNo, SeqNo);

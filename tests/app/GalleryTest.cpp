@@ -2,6 +2,7 @@
 #include "app/Screens.h"
 #include "core/MirsaMain.h"
 #include "core/records/RecordScreen.h"
+#include "desk/find/Indexer.h"
 #include "platform/values/Clock.h"
 #include "platform/values/Literals.h"
 #include "sample/PracticeCompany.h"
@@ -16,6 +17,7 @@
 #include <QRadioButton>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTreeWidget>
 
 namespace {
 
@@ -47,6 +49,7 @@ class GalleryTest : public testsupport::ScreenFixture {
         for (screen::Form* form : open)
             delete form;
         timemgmt::ExceptionWatch::end();
+        desk::Indexer::end();
         core::shared().MainDatabase.reset();
         values::setNow(std::nullopt);
     }
@@ -131,6 +134,47 @@ TEST_F(GalleryTest, TheRoutingGetsTheHeightOfEachDisplay) {
         }
     }
     QApplication::setFont(usual);
+}
+
+TEST_F(GalleryTest, TheDeskShowsTheShopInLightAndDarkAndInEachDisplay) {
+    const QDir folder(testsupport::builtFile(u"../gallery"_s));
+    const QPalette usual = QApplication::palette();
+    QPalette dark(QColor(45, 45, 48), QColor(30, 30, 30));
+    dark.setColor(QPalette::Highlight, QColor(42, 100, 160));
+    const auto save = [&](const char* how) {
+        EXPECT_EQ(testsupport::gallery(form()), QStringList());
+        form().grab().save(folder.filePath(form().name() + QString::fromLatin1(how) + u".png"_s));
+    };
+    for (const auto& [how, palette, inside] : {std::tuple{"-dark", dark, QSize(1297, 605)},
+                                               {"-4k", usual, QSize(3830, 2000)},
+                                               {"", usual, QSize(1297, 605)}}) {
+        QApplication::setPalette(palette);
+        const auto fit = [this, size = inside] {
+            QWidget* window = form().parentWidget();
+            window->resize(size + window->size() - form().size());
+            settle();
+        };
+        open(u"frmStart"_s);
+        fit();
+        auto* today = control<QTreeWidget>(u"tvwToday"_s);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return today->topLevelItemCount() > 4; }));
+        save(how);
+        form().unload();
+        open(u"frmJobList"_s);
+        fit();
+        ASSERT_TRUE(QTest::qWaitFor([this] { return text(u"lblTotals"_s).contains(u"Hours"); }));
+        save(how);
+        form().unload();
+        whenShown(u"frmFind"_s, [&, suffix = how] {
+            auto* found = control<QTreeWidget>(u"tvwFound"_s);
+            type(u"txtFind"_s, u"bracket"_s);
+            EXPECT_TRUE(QTest::qWaitFor([&] { return found->topLevelItemCount() > 0; }));
+            save(suffix);
+            press(u"cmdClose"_s);
+        });
+        screen::Forms::showModal(u"frmFind"_s);
+    }
+    QApplication::setPalette(usual);
 }
 
 TEST_F(GalleryTest, TheMistakesOfTheSampleShopAreListed) {

@@ -144,7 +144,7 @@ void RecordModule::giveShortcut(QPushButton* push, Role role) {
                                                 : QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_G);
         break;
     case Role::List:
-        key = Qt::CTRL | Qt::Key_L;
+        key = Qt::CTRL | Qt::Key_Q;
         break;
     case Role::PrintShown:
         key = Qt::CTRL | Qt::Key_P;

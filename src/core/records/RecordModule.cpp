@@ -176,6 +176,13 @@ void RecordModule::chooseView() {
     leaveEmptyView();
 }
 
+void RecordModule::showAllRecords() {
+    if (!isBrowse() || !activeOnly())
+        return;
+    m_view.all->setChecked(true);
+    reopen(mainSelect(), currentKey());
+}
+
 void RecordModule::leaveEmptyView() {
     if (!isBrowse() || hasRecord() || !activeOnly())
         return;

@@ -123,6 +123,9 @@ class RecordModule : public screen::Form,
     QString mode() const override { return modeWord(m_mode); }
     qint64 currentKey() const override;
     bool goToRecord(qint64 key) override;
+    bool showsActiveOnly() const override { return activeOnly(); }
+    /// In Browse; the record stays the same.
+    void showAllRecords() override;
     void refreshLookup(const QString& table) override;
     bool isStored(const Draft& draft) override;
     DraftOpening openDraft(const Draft& draft) override;

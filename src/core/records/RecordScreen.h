@@ -19,6 +19,9 @@ class RecordScreen {
     /// Shows the record with that key. False if it isn't among the rows that the screen shows, or
     /// if the screen is not in Browse; the screen then stays as it is.
     virtual bool goToRecord(qint64 key) = 0;
+    /// Whether it shows the active records alone, and may show all of them.
+    virtual bool showsActiveOnly() const { return false; }
+    virtual void showAllRecords() {}
 };
 
 /// A record module whose records have parts that are gone to by a text key (the vendors of a

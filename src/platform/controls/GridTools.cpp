@@ -20,7 +20,7 @@ namespace controls {
 
 namespace {
 
-FileSaver& fileSaver() {
+FileSaver& theSaver() {
     static FileSaver saver;
     return saver;
 }
@@ -45,7 +45,11 @@ QString flat(QString text) {
 } // namespace
 
 void setFileSaver(FileSaver saver) {
-    fileSaver() = std::move(saver);
+    theSaver() = std::move(saver);
+}
+
+const FileSaver& fileSaver() {
+    return theSaver();
 }
 
 GridTools::GridTools(QTableView& view, GridModel& model) : m_view(view), m_model(model) {}

@@ -21,6 +21,7 @@ class GridModel;
 using FileSaver =
     std::function<void(const QString& suggested, const std::function<QByteArray()>& content)>;
 void setFileSaver(FileSaver saver);
+const FileSaver& fileSaver();
 
 /// What every grid and list can do with its rows beside showing them: copy them with their headers
 /// (Ctrl+C), search in them (Ctrl+F, F3 for the next place), write them as CSV, and offer all that

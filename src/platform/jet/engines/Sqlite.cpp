@@ -18,11 +18,13 @@ constexpr int busyMilliseconds = 20000;
 
 class SqlitePrepared : public Prepared {
   public:
-    SqlitePrepared(sqlite3_stmt* statement, Engine::Access access, std::shared_ptr<bool> open)
-        : m_statement(statement), m_writes(access != Engine::Access::Reads),
-          m_open(std::move(open)) {}
+    using Statements = std::shared_ptr<std::unordered_set<sqlite3_stmt*>>;
+    SqlitePrepared(sqlite3_stmt* statement, Engine::Access access, Statements all)
+        : m_statement(statement), m_writes(access != Engine::Access::Reads), m_all(std::move(all)) {
+        m_all->insert(statement);
+    }
     ~SqlitePrepared() override {
-        if (*m_open)
+        if (m_all->erase(m_statement) > 0)
             sqlite3_finalize(m_statement);
     }
     sqlite3_stmt* statement() const { return m_statement; }
@@ -31,7 +33,7 @@ class SqlitePrepared : public Prepared {
   private:
     sqlite3_stmt* m_statement;
     bool m_writes;
-    std::shared_ptr<bool> m_open; ///< false: the engine is closed, its statements with it
+    Statements m_all; ///< of the engine; none once it is closed
 };
 
 /// Ends a statement on the way out, so that no read or lock outlives its call.
@@ -157,9 +159,9 @@ Sqlite::~Sqlite() {
 void Sqlite::close() {
     if (m_db == nullptr)
         return;
-    while (sqlite3_stmt* statement = sqlite3_next_stmt(m_db, nullptr))
+    for (sqlite3_stmt* statement : *m_statements)
         sqlite3_finalize(statement);
-    *m_open = false;
+    m_statements->clear();
     sqlite3_close(m_db);
 }
 
@@ -213,7 +215,7 @@ PreparedPtr Sqlite::prepare(const QByteArray& sql, Access access) {
                                         SQLITE_PREPARE_PERSISTENT, &statement, nullptr);
     if (code != SQLITE_OK)
         fail(code);
-    return std::make_shared<SqlitePrepared>(statement, access, m_open);
+    return std::make_shared<SqlitePrepared>(statement, access, m_statements);
 }
 
 PreparedPtr Sqlite::prepareFirst(const QByteArray& sql, int) {

@@ -4,6 +4,8 @@
 
 #include <sqlite3.h>
 
+#include <unordered_set>
+
 namespace jet {
 
 /// A database file.
@@ -49,7 +51,9 @@ class Sqlite : public Engine {
 
     QString m_path;
     sqlite3* m_db = nullptr;
-    std::shared_ptr<bool> m_open = std::make_shared<bool>(true);
+    /// What was prepared here; in the connection a virtual table has statements of its own, too.
+    std::shared_ptr<std::unordered_set<sqlite3_stmt*>> m_statements =
+        std::make_shared<std::unordered_set<sqlite3_stmt*>>();
     PreparedPtr m_begin, m_commit, m_sign, m_unsign, m_dataVersion, m_schemaVersion;
     QString m_writer;
     bool m_signed = false; ///< the open transaction tells it

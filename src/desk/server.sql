@@ -1,0 +1,13 @@
+CREATE INDEX Customer_Find ON Customer USING gin ((coalesce(company::text,'') || ' ' || coalesce(Contact::text,'') || ' ' || coalesce(City::text,'') || ' ' || coalesce(Phone::text,'') || ' ' || coalesce(Email::text,'') || ' ' || coalesce(Address1::text,'') || ' ' || coalesce(OurNotes::text,'')) gin_trgm_ops);
+CREATE INDEX Vendor_Find ON Vendor USING gin ((coalesce(company::text,'') || ' ' || coalesce(Contact::text,'') || ' ' || coalesce(City::text,'') || ' ' || coalesce(Phone::text,'') || ' ' || coalesce(Email::text,'') || ' ' || coalesce(Address1::text,'') || ' ' || coalesce(OurNotes::text,'')) gin_trgm_ops);
+CREATE INDEX Employee_Find ON Employee USING gin ((coalesce(lastname::text,'') || ', ' || coalesce(firstname::text,'') || ' ' || coalesce("position"::text,'') || ' ' || coalesce(Phone::text,'')) gin_trgm_ops);
+CREATE INDEX Job_Find ON Job USING gin ((coalesce(PartNo::text,'') || ' ' || coalesce(Description::text,'') || ' ' || coalesce(PONo::text,'') || ' ' || coalesce(JobNotes::text,'') || ' ' || coalesce(TravelerNotes::text,'') || ' ' || coalesce(Material::text,'')) gin_trgm_ops);
+CREATE INDEX Estimate_Find ON Estimate USING gin ((coalesce(PartNo::text,'') || ' ' || coalesce(Description::text,'') || ' ' || coalesce(RFQNo::text,'') || ' ' || coalesce(PONo::text,'') || ' ' || coalesce(EstNotes::text,'') || ' ' || coalesce(JobNotes::text,'') || ' ' || coalesce(TravelerNotes::text,'') || ' ' || coalesce(Material::text,'')) gin_trgm_ops);
+CREATE INDEX PO_Find ON PO USING gin ((coalesce(Title::text,'')) gin_trgm_ops);
+CREATE INDEX POVendor_Find ON POVendor USING gin ((coalesce(Company::text,'')) gin_trgm_ops);
+CREATE INDEX POItem_Find ON POItem USING gin ((coalesce(PartNumber::text,'') || ' ' || coalesce(Description::text,'') || ' ' || coalesce(Manufacturer::text,'') || ' ' || coalesce(ItemNotes::text,'')) gin_trgm_ops);
+CREATE INDEX RFQ_Find ON RFQ USING gin ((coalesce(Title::text,'')) gin_trgm_ops);
+CREATE INDEX RFQVendor_Find ON RFQVendor USING gin ((coalesce(Company::text,'')) gin_trgm_ops);
+CREATE INDEX RFQItem_Find ON RFQItem USING gin ((coalesce(PartNumber::text,'') || ' ' || coalesce(Description::text,'') || ' ' || coalesce(Manufacturer::text,'') || ' ' || coalesce(ItemNotes::text,'')) gin_trgm_ops);
+CREATE INDEX Items_Find ON Items USING gin ((coalesce(Description::text,'') || ' ' || coalesce(PartNumber::text,'') || ' ' || coalesce(Manufacturer::text,'')) gin_trgm_ops);
+CREATE INDEX SpareParts_Find ON SpareParts USING gin ((coalesce(SPartNo::text,'') || ' ' || coalesce(SLocation::text,'') || ' ' || coalesce(SPoNo::text,'') || ' ' || coalesce(Notes::text,'')) gin_trgm_ops);
