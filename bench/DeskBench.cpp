@@ -3,9 +3,9 @@
 // twenty years, of a file or a server; records are added to it until there are a million.
 
 #include "ShopBench.h"
-#include "app/Screens.h"
 #include "desk/ListReader.h"
 #include "desk/ListScreen.h"
+#include "desk/Screens.h"
 #include "desk/StartFacts.h"
 #include "desk/find/FindKinds.h"
 #include "desk/find/Finder.h"
@@ -229,5 +229,5 @@ BENCHMARK_CAPTURE(Find, written, true)->Unit(benchmark::kMillisecond)->Iteration
 } // namespace
 
 int main(int argc, char* argv[]) {
-    return shopbench::run(argc, argv, app::registerAllScreens);
+    return shopbench::run(argc, argv, desk::registerScreens);
 }

@@ -54,7 +54,7 @@ MenuEntry moduleLists() {
     return ofModule(
         "mnuAddOns",
         menu("mnuLists", "&Lists",
-             {handler("mnuListHere", "Of the Active &Screen", "Ctrl+L"),
+             {ofModule("mnuAddOns", handler("mnuListHere", "Of the Active &Screen", "Ctrl+L")),
               listOf("mnuFileCustomer", "mnuListCustomers", "&Customers", "frmCustomerList"),
               listOf("mnuFileVendor", "mnuListVendors", "&Vendors", "frmVendorList"),
               listOf("mnuFileEmployee", "mnuListEmployees", "E&mployees", "frmEmployeeList"),

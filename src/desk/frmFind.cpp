@@ -42,7 +42,6 @@ frmFind::frmFind() : Form(QString::fromLatin1(formName), u"Find Anything"_s) {
         tvwFound->setColumnWidth(column, character * characters + 12);
     outside->addWidget(tvwFound, 1);
     lblState = screen::named(new QLabel(this), u"lblState"_s, u"What was found"_s);
-    lblState->setWordWrap(true);
     outside->addWidget(lblState);
     screen::ButtonBar bar(this, outside);
     bar.stretch();
@@ -156,12 +155,13 @@ void frmFind::showState() {
     else if (!m_answered.isEmpty() && m_found.empty() && txtFind->text() == m_answered)
         state = u"Nothing was found."_s;
     else if (m_found.empty())
-        state = u"Type a number, or words that stand in the record: a name, a part number, a "
-                "purchase order, a note."_s;
+        state = u"Type a number, or any words of a record."_s;
     if (indexer && indexer->percent() < 100)
-        state += u" Words are still being read in: %1 %."_s.arg(indexer->percent());
-    if (lblState->text() != state)
-        lblState->setText(state);
+        state += u" Words are being read in: %1 %."_s.arg(indexer->percent());
+    if (lblState->text() == state)
+        return;
+    lblState->setWordWrap(!m_failure.isEmpty());
+    lblState->setText(state);
 }
 
 bool frmFind::eventFilter(QObject* object, QEvent* event) {

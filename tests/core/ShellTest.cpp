@@ -189,7 +189,7 @@ TEST_F(Shell, ADocumentStandsOnceAndTheWindowMenuListsIt) {
     for (QAction* action : windows->actions())
         listed << action->text() + (action->isChecked() ? u" *"_s : QString());
     windows->close();
-    EXPECT_EQ(listed.mid(3), QStringList({u"&1 frmFirst *"_s, u"&2 frmSecond"_s}));
+    EXPECT_EQ(listed.mid(4), QStringList({u"&1 frmFirst *"_s, u"&2 frmSecond"_s}));
 }
 
 TEST_F(Shell, WhatEnterOpenedKeepsTheFrontAndItsEndLeadsBack) {

@@ -8,6 +8,7 @@
 #include "platform/values/Clock.h"
 #include "platform/values/Literals.h"
 #include "sample/Sample.h"
+#include "support/Paths.h"
 #include "support/ShopFixture.h"
 
 #include <QFile>
@@ -246,6 +247,19 @@ TEST_P(FindTest, AKindWhoseModuleMayNotBeOpenedIsNotShown) {
         press(u"cmdClose"_s);
     });
     Forms::showModal(u"frmFind"_s);
+}
+
+/// In the words that are asked: in others it would be of no use.
+TEST(FindKinds, AServerHasAnIndexOverEachText) {
+    QFile file(testsupport::sourceFile(u"src/desk/server.sql"_s));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray indexes = file.readAll();
+    for (const desk::FindKind& kind : desk::findKinds()) {
+        for (const desk::FindKind::Pieces& pieces : kind.pieces)
+            EXPECT_TRUE(indexes.contains(" ON " + pieces.table + " USING gin ((" + pieces.text +
+                                         ") gin_trgm_ops)"))
+                << pieces.table.toStdString();
+    }
 }
 
 MIRSA_BOTH_ENGINES(FindTest);

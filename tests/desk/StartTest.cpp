@@ -33,9 +33,8 @@ class StartPageTest : public testsupport::ShopTest {
         values::setNow(QDateTime(today, QTime(9, 0)));
         sample::fill(database(), {.years = 1, .jobs = 60});
         // What the sample may not have: without a price, not invoiced, not stocked, unanswered.
-        database().execute(u"UPDATE Estimate SET QtyQPA = 0, EstDate = #02/20/2026# WHERE EstNo IN "
-                           "(SELECT TOP 5 EstNo FROM Estimate WHERE EstNo NOT IN (SELECT EstNo "
-                           "FROM Job) ORDER BY EstNo DESC)"_s);
+        database().execute(u"INSERT INTO Estimate (CustID, RFQNo, PartNo, EstDate, QtyQPA) VALUES "
+                           "(1, 'R-9', 'P-9', #02/20/2026#, 0)"_s);
         database().execute(u"UPDATE Job SET ShipDate = #02/10/2026# WHERE Shipped = True AND "
                            "JobNo IN (SELECT TOP 9 JobNo FROM Job WHERE Shipped = True ORDER BY "
                            "JobNo)"_s);
