@@ -62,7 +62,9 @@ ModuleList::ModuleList(const ListKind& kind)
     screen::Fields fields(this, head);
     cboView = fields.listCombo(u"cboView"_s, u"&View:"_s);
     cboView->setMinimumWidth(260);
-    screen::ButtonBar views(this, head);
+    auto* beside = new QVBoxLayout;
+    head->addLayout(beside);
+    screen::ButtonBar views(this, beside);
     QPushButton* cmdSaveView = views.button(u"cmdSaveView"_s, u"&Save View..."_s);
     cmdDeleteView = views.button(u"cmdDeleteView"_s, u"&Delete View"_s);
     QPushButton* cmdClear = views.button(u"cmdClear"_s, u"Show &All"_s);

@@ -8,11 +8,14 @@
 #include "desk/find/Indexer.h"
 #include "platform/controls/TextField.h"
 #include "platform/screen/Layout.h"
+#include "platform/screen/Seams.h"
 #include "platform/values/Literals.h"
 
+#include <QApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QPointer>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
@@ -23,6 +26,17 @@ namespace {
 constexpr int stateMilliseconds = 500;
 constexpr int indexRole = Qt::UserRole;
 
+/// Once the dialog has gone: at its end the window below gets its focus back, and with it the
+/// front.
+void openAfter(const QPointer<frmFind>& dialog, const QString& module, qint64 key) {
+    QTimer::singleShot(0, qApp, [dialog, module, key] {
+        if (dialog)
+            openAfter(dialog, module, key);
+        else
+            screen::guardedCall([&] { openRecord(module, key); });
+    });
+}
+
 } // namespace
 
 frmFind::frmFind() : Form(QString::fromLatin1(formName), u"Find Anything"_s) {
@@ -32,7 +46,8 @@ frmFind::frmFind() : Form(QString::fromLatin1(formName), u"Find Anything"_s) {
     txtFind->setToolTip(u"A number, or words: names, part numbers, purchase orders, notes"_s);
     txtFind->installEventFilter(this);
     tvwFound = screen::named(new QTreeWidget(this), u"tvwFound"_s, u"Records found"_s);
-    tvwFound->setHeaderLabels({u"Record"_s, u"Name or part"_s, u"Description"_s, u"Company"_s});
+    tvwFound->setHeaderLabels(
+        {u"Record"_s, u"Name or part"_s, u"Description"_s, u"Company or place"_s});
     tvwFound->setRootIsDecorated(false);
     tvwFound->setUniformRowHeights(true);
     tvwFound->setAllColumnsShowFocus(true);
@@ -203,8 +218,8 @@ void frmFind::cmdOpen_Click() {
         return;
     const FoundRecord record =
         m_found[static_cast<std::size_t>(current->data(0, indexRole).toInt())];
+    openAfter(this, findKinds()[static_cast<std::size_t>(record.kind)].module, record.key);
     unload();
-    openRecord(findKinds()[static_cast<std::size_t>(record.kind)].module, record.key);
 }
 
 } // namespace desk

@@ -203,7 +203,7 @@ void frmStart::show(const std::vector<StartSection>& read) {
     const auto add = [&](QTreeWidgetItem* item, const StartTarget& target) {
         item->setData(0, targetRole, static_cast<int>(m_targets.size()));
         m_targets.push_back(target);
-        if (!chosen && stays && *stays == target)
+        if (!chosen && stays && *stays != StartTarget() && *stays == target)
             chosen = item;
         for (int column = 1; column < 5; ++column)
             item->setToolTip(column, item->text(column));

@@ -13,6 +13,8 @@
 
 #include <QFile>
 #include <QLabel>
+#include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QTest>
 #include <QTreeWidget>
 
@@ -208,7 +210,8 @@ TEST_P(FindTest, ANewUserFindsAJobByTheCustomersOrderWithFewKeys) {
                        "Job WHERE Shipped = False)"_s);
     const qint64 job =
         database().lookup(u"SELECT JobNo FROM Job WHERE PONo = 'KX-40817'"_s).toLong();
-    int keys = 2; // Ctrl+K and Enter
+    open(u"frmCustomer"_s); // where he is
+    int keys = 2;           // Ctrl+K and Enter
     whenShown(u"frmFind"_s, [&] {
         EXPECT_EQ(focusName(), u"txtFind"_s);
         for (const QChar letter : u"kx-408"_s) {
@@ -219,9 +222,13 @@ TEST_P(FindTest, ANewUserFindsAJobByTheCustomersOrderWithFewKeys) {
         EXPECT_TRUE(QTest::qWaitFor([] { return !Forms::isLoaded(u"frmFind"_s); }));
     });
     Forms::showModal(u"frmFind"_s);
-    auto* jobs = Forms::find<core::RecordScreen>(u"frmJob"_s);
-    ASSERT_TRUE(jobs);
-    EXPECT_EQ(jobs->currentKey(), job);
+    core::RecordScreen* jobs = nullptr;
+    ASSERT_TRUE(QTest::qWaitFor([&] {
+        jobs = Forms::find<core::RecordScreen>(u"frmJob"_s);
+        return jobs && jobs->currentKey() == job;
+    }));
+    EXPECT_EQ(Forms::active()->name(), u"frmJob"_s);
+    EXPECT_EQ(shellArea().activeSubWindow()->widget(), Forms::find(u"frmJob"_s));
     EXPECT_LE(keys, 8);
 }
 

@@ -116,7 +116,7 @@ const std::vector<FindKind>& findKinds() {
              "Items",
              "ID",
              {"Description", "PartNumber", "Manufacturer"},
-             "Units",
+             "Manufacturer",
              {{"Items", "ID", "PartNumber"}, {"Items", "ID", "Description"}},
              {{"Items", "ID",
                "coalesce(Description::text,'') || ' ' || coalesce(PartNumber::text,'') || ' ' || "

@@ -1,46 +1,13 @@
 #include "platform/rows/Fold.h"
 
-#include <QString>
+#include "platform/values/Letters.h"
 
 #include <algorithm>
 
 namespace rows {
 
-namespace {
-
-/// Letters whose mark no decomposition takes off.
-QString plainLetter(char16_t letter) {
-    switch (letter) {
-    case u'ø':
-        return QStringLiteral("o");
-    case u'ł':
-        return QStringLiteral("l");
-    case u'đ':
-        return QStringLiteral("d");
-    case u'æ':
-        return QStringLiteral("ae");
-    case u'œ':
-        return QStringLiteral("oe");
-    case u'þ':
-        return QStringLiteral("th");
-    case u'ß':
-        return QStringLiteral("ss");
-    default:
-        return QString(QChar(letter));
-    }
-}
-
-} // namespace
-
 QByteArray folded(QStringView text) {
-    const QString small = text.toString().toCaseFolded().normalized(QString::NormalizationForm_KD);
-    QString plain;
-    plain.reserve(small.size());
-    for (const QChar letter : small) {
-        if (!letter.isMark())
-            plain += letter.unicode() < 128 ? QString(letter) : plainLetter(letter.unicode());
-    }
-    return plain.toUtf8();
+    return values::folded(text).toUtf8();
 }
 
 void appendFolded(std::string& to, std::string_view utf8) {
