@@ -124,7 +124,7 @@ std::vector<Reason> reasons(const QDate& today) {
          list(u"frmJobList"_s, u"Shipped in the last 60 days"_s),
          u"Job.JobNo AS Key, "_s + company.arg(u"Job.CustID"_s) +
              u", Job.PartNo AS Subject, Job.ShipDate AS Due, Job.PONo AS OrderNo"_s,
-         u"Job WHERE Job.Shipped = True AND Job.ShipDate >= "_s + day(today.addDays(-60)) +
+         u"Job WHERE Job.Shipped <> False AND Job.ShipDate >= "_s + day(today.addDays(-60)) +
              u" AND NOT EXISTS (SELECT s.ID FROM SentInvoice s WHERE s.POID = Job.PONo AND "
              "s.Description = Left(Job.PartNo & ' ' & Job.Description, 255))"_s,
          u"Job.ShipDate, Job.JobNo"_s, u"Job"_s,
