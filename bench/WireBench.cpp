@@ -222,7 +222,8 @@ class Desk {
         step(u"Cancel, "_s + record, [&] { press(form, u"cmdCancel"_s); });
         press(form, u"cmdEdit"_s);
         set(form, field, u"Changed at %1"_s.arg(Clock::now().time_since_epoch().count() % 100'000));
-        step(u"Save "_s + record, [&] { press(form, u"cmdSave"_s); }, true);
+        step(
+            u"Save "_s + record, [&] { press(form, u"cmdSave"_s); }, true);
         if (records->mode() != u"Browse")
             std::fprintf(stderr, "%s was not saved\n", qPrintable(record));
         if (name == u"frmEstimate") { // its delete, on a copy of its own
@@ -232,7 +233,8 @@ class Desk {
             form->Form_Activate();
             records->goToRecord(passing);
             if (records->currentKey() == passing)
-                step(u"Delete "_s + record, [&] { press(form, u"cmdDelete"_s); }, true);
+                step(
+                    u"Delete "_s + record, [&] { press(form, u"cmdDelete"_s); }, true);
         }
         close(name);
     }

@@ -19,7 +19,8 @@ namespace {
 
 /// File name of the catalogue's row that meets the criterion; empty if there is none.
 QString catalogued(const QString& criteria) {
-    auto reports = MainDatabase().openRecordset(u"Select * from Reports"_s);
+    auto reports =
+        MainDatabase().openRecordset(u"Select * from Reports"_s, jet::RecordsetType::Snapshot);
     if (reports.isEmpty())
         return {};
     reports.moveFirst();

@@ -133,25 +133,25 @@ ShellRights readShellRights(jet::Database& database, const QStringList& menuName
         if (entry && !entry->right.isEmpty())
             input.sharedRights.insert(name, entry->right);
     }
-    input.catalogueCodes =
-        codes(database.openRecordset(u"SELECT securitycode, displayorder FROM securityobjects"
-                                     " WHERE LEFT(securitycode,3)='mnu' ORDER BY displayorder"_s,
-                                     jet::RecordsetType::Snapshot));
-    if (!input.catalogueCodes.isEmpty() && !isAdministrator(state.CurrentUserName)) {
-        input.grantedCodes = codes(database.openRecordset(
-            u"SELECT a.securitycode, a.displayorder FROM securityobjects a"
-            " INNER JOIN securityusers b ON a.objectid=b.objectid"
-            " WHERE LEFT(a.securitycode,3)='mnu'"
-            " AND b.id="_s +
-                QString::number(state.CurrentUserNo) +
-                u" UNION "
-                "SELECT securitycode, displayorder FROM securityobjects a"
-                " INNER JOIN securitygroups b ON a.objectid=b.objectid"
-                " WHERE LEFT(a.securitycode,3)='mnu'"
-                " AND b.groupid="_s +
-                QString::number(state.CurrentGroupNo) + u" ORDER BY a.displayorder"_s,
-            jet::RecordsetType::Snapshot));
-    }
+    const QString catalogue = u"SELECT securitycode, displayorder FROM securityobjects"
+                              " WHERE LEFT(securitycode,3)='mnu' ORDER BY displayorder"_s;
+    const QString granted = u"SELECT a.securitycode, a.displayorder FROM securityobjects a"
+                            " INNER JOIN securityusers b ON a.objectid=b.objectid"
+                            " WHERE LEFT(a.securitycode,3)='mnu'"
+                            " AND b.id="_s +
+                            QString::number(state.CurrentUserNo) +
+                            u" UNION "
+                            "SELECT securitycode, displayorder FROM securityobjects a"
+                            " INNER JOIN securitygroups b ON a.objectid=b.objectid"
+                            " WHERE LEFT(a.securitycode,3)='mnu'"
+                            " AND b.groupid="_s +
+                            QString::number(state.CurrentGroupNo) + u" ORDER BY a.displayorder"_s;
+    const bool asksGranted = !isAdministrator(state.CurrentUserName);
+    if (asksGranted)
+        database.expect({catalogue, granted});
+    input.catalogueCodes = codes(database.openRecordset(catalogue, jet::RecordsetType::Snapshot));
+    if (!input.catalogueCodes.isEmpty() && asksGranted)
+        input.grantedCodes = codes(database.openRecordset(granted, jet::RecordsetType::Snapshot));
     return ShellRights(input);
 }
 

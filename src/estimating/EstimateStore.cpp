@@ -174,13 +174,7 @@ SaveOutcome saveEstimate(jet::Database& database, qint64 estNo, EstimateDraft& d
 }
 
 void deleteEstimate(jet::Database& database, qint64 estNo) {
-    const jet::Recordset row = database.openRecordset(
-        u"SELECT CustID, RFQNo FROM Estimate WHERE EstNo = "_s + QString::number(estNo),
-        jet::RecordsetType::Snapshot);
-    deleteRouted(database, estimateRouting(), estNo, [&] {
-        if (!row.isEmpty())
-            dropUnusedRfqNotes(database, {row[u"CustID"].toLong(), row.text(u"RFQNo")});
-    });
+    deleteRouted(database, estimateRouting(), estNo, [&] { dropRfqNotesOf(database, estNo); });
 }
 
 std::optional<EstimateDraft> draftFromJob(jet::Database& database, qint64 jobNo) {

@@ -57,8 +57,22 @@ std::optional<core::ChangedElsewhere> saveRfqNotes(jet::Database& database, cons
 void dropUnusedRfqNotes(jet::Database& database, const RfqPair& pair, const RfqPair& kept) {
     if (pair == kept)
         return;
-    if (database.lookup(u"SELECT COUNT(*) FROM Estimate WHERE "_s + where(pair)).toLong() == 0)
-        database.execute(u"DELETE FROM RfqNotes WHERE "_s + where(pair));
+    database.execute(u"DELETE FROM RfqNotes WHERE "_s + where(pair) +
+                     u" AND NOT EXISTS (SELECT EstNo FROM Estimate WHERE "_s + where(pair) + u')');
+}
+
+void dropRfqNotesOf(jet::Database& database, qint64 estNo) {
+    const QString number = QString::number(estNo);
+    const auto own = [&number](const QString& column) {
+        return column + u" = (SELECT "_s + column + u" FROM Estimate WHERE EstNo = "_s + number +
+               u')';
+    };
+    database.execute(u"DELETE FROM RfqNotes WHERE "_s + own(u"CustID"_s) + u" AND "_s +
+                     own(u"RFQNo"_s) +
+                     u" AND NOT EXISTS (SELECT EstNo FROM Estimate AS Other WHERE "
+                     "Other.CustID = RfqNotes.CustID AND Other.RFQNo = RfqNotes.RFQNo AND "
+                     "Other.EstNo <> "_s +
+                     number + u')');
 }
 
 QString RfqNotesField::show(const RfqPair& pair, const std::optional<QString>& stored) {

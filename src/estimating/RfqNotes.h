@@ -36,6 +36,8 @@ std::optional<core::ChangedElsewhere> saveRfqNotes(jet::Database& database, cons
                                                    const RfqNotesEntry& entry);
 /// Removes the notes of a pair that no estimate names any more, unless it is the one that is kept.
 void dropUnusedRfqNotes(jet::Database& database, const RfqPair& pair, const RfqPair& kept = {});
+/// The same for the pair of an estimate that is about to be deleted.
+void dropRfqNotesOf(jet::Database& database, qint64 estNo);
 
 /// The notes field of an estimate that is being entered: which text it has to show. `stored` is
 /// what the database has for the pair.

@@ -60,17 +60,17 @@ void expectLines(jet::Database& database, const RoutingKind& kind, qint64 docume
 }
 
 void deleteRouted(jet::Database& database, const RoutingKind& kind, qint64 documentNo,
-                  const std::function<void()>& alsoDelete) {
+                  const std::function<void()>& deleteFirst) {
     const QString ofDocument =
         u" WHERE "_s + kind.documentKey + u"="_s + QString::number(documentNo);
     jet::Transaction transaction(database);
+    if (deleteFirst)
+        deleteFirst();
     for (const QString& table :
          {kind.noteTable, kind.operTable, kind.miscTable, kind.documentTable}) {
         runStep(database, kind, u"Delete "_s + table,
                 [&] { database.execute(u"DELETE FROM "_s + table + ofDocument); });
     }
-    if (alsoDelete)
-        alsoDelete();
     runStep(database, kind, u"Commit Trans"_s, [&] { transaction.commit(); });
 }
 

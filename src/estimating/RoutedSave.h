@@ -39,10 +39,10 @@ void holdFixedCosts(jet::Database& database, const RoutingKind& kind, qint64 doc
 /// Lets the lines of a document come with what is read next.
 void expectLines(jet::Database& database, const RoutingKind& kind, qint64 documentNo);
 
-/// Deletes a document with its rows and notes in one transaction, and `alsoDelete` with it. Throws
-/// jet::Error with the failed step in its text.
+/// Deletes a document with its rows and notes in one transaction, after what `deleteFirst` deletes.
+/// Throws jet::Error with the failed step in its text.
 void deleteRouted(jet::Database& database, const RoutingKind& kind, qint64 documentNo,
-                  const std::function<void()>& alsoDelete = {});
+                  const std::function<void()>& deleteFirst = {});
 
 /// Writes a document with its lines and adopts its notes, in one transaction: a new row for number
 /// 0, else over the stored one. `before` is the document as it was when its editing began: what

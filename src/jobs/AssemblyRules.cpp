@@ -19,12 +19,35 @@ const AssemblyKind& assemblyKind(const QString& mode) {
     return mode.compare(estimates.mode, Qt::CaseInsensitive) == 0 ? estimates : jobs;
 }
 
+namespace {
+
+QString ordersSelect(const AssemblyKind& kind, qint64 custId) {
+    return u"SELECT DISTINCT "_s + kind.orderColumn + u" as PoOrRfq FROM "_s +
+           kind.table.toLower() + u" WHERE custid="_s + QString::number(custId) + u" ORDER BY "_s +
+           kind.orderColumn;
+}
+
+QString nodesSelect(const AssemblyKind& kind, qint64 custId, const QString& order) {
+    QString select =
+        u"SELECT * FROM "_s + kind.table + u" WHERE custid="_s + QString::number(custId);
+    if (!order.isEmpty() && order != allOrders)
+        select += u" AND "_s + kind.orderColumn + u"='"_s + values::quoted(order) + u"'"_s;
+    if (kind.activeOnly)
+        select += u" AND shipped=false"_s;
+    return select;
+}
+
+} // namespace
+
+void expectAssembly(jet::Database& database, const AssemblyKind& kind, qint64 custId,
+                    const QString& order) {
+    database.expect({ordersSelect(kind, custId), nodesSelect(kind, custId, order)});
+}
+
 QStringList assemblyOrders(jet::Database& database, const AssemblyKind& kind, qint64 custId) {
     QStringList orders;
-    jet::Recordset set = database.openRecordset(
-        u"SELECT DISTINCT "_s + kind.orderColumn + u" as PoOrRfq FROM "_s + kind.table.toLower() +
-            u" WHERE custid="_s + QString::number(custId) + u" ORDER BY "_s + kind.orderColumn,
-        jet::RecordsetType::Snapshot);
+    jet::Recordset set =
+        database.openRecordset(ordersSelect(kind, custId), jet::RecordsetType::Snapshot);
     for (; !set.eof(); set.moveNext()) {
         const QString order = set.text(u"PoOrRfq");
         if (!order.trimmed().isEmpty())
@@ -39,15 +62,9 @@ QString AssemblyNode::text() const {
 
 Assembly Assembly::read(jet::Database& database, const AssemblyKind& kind, qint64 custId,
                         const QString& order) {
-    QString select =
-        u"SELECT * FROM "_s + kind.table + u" WHERE custid="_s + QString::number(custId);
-    if (!order.isEmpty() && order != allOrders) {
-        select += u" AND "_s + kind.orderColumn + u"='"_s + values::quoted(order) + u"'"_s;
-    }
-    if (kind.activeOnly)
-        select += u" AND shipped=false"_s;
     std::vector<AssemblyNode> nodes;
-    jet::Recordset set = database.openRecordset(select, jet::RecordsetType::Snapshot);
+    jet::Recordset set =
+        database.openRecordset(nodesSelect(kind, custId, order), jet::RecordsetType::Snapshot);
     for (; !set.eof(); set.moveNext()) {
         AssemblyNode node;
         node.number = set[kind.keyColumn].toLong();

@@ -30,6 +30,10 @@ const AssemblyKind& assemblyKind(const QString& mode);
 /// The choice of all orders of a customer.
 inline const QString allOrders = u"ALL"_s;
 
+/// Lets the two sets that an assembly's window reads come with what is read next: its customer's
+/// orders, and the records of one of them (of all where it is empty).
+void expectAssembly(jet::Database& database, const AssemblyKind& kind, qint64 custId,
+                    const QString& order);
 /// The orders of a customer, without the empty one.
 QStringList assemblyOrders(jet::Database& database, const AssemblyKind& kind, qint64 custId);
 

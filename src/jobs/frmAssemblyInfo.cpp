@@ -112,6 +112,8 @@ void frmAssemblyInfo::showTree(qint64 custId, const QString& order, qint64 numbe
     cboPoOrRfq->setAccessibleName(m_kind->orderLabel);
     lblDescription->setText(m_kind->mode + u" Number  (Part Number)"_s);
     cboCustomer->clearRows();
+    expectAssembly(core::MainDatabase(), *m_kind, custId,
+                   order.trimmed().isEmpty() ? QString() : order);
     jet::Recordset customers = core::MainDatabase().openRecordset(
         u"Select * from Customer order by Company"_s, jet::RecordsetType::Snapshot);
     for (; !customers.eof(); customers.moveNext())

@@ -1,8 +1,12 @@
 #include "app/Screens.h"
 #include "core/MirsaMain.h"
+#include "core/ReportLaunch.h"
 #include "core/records/RecordScreen.h"
+#include "estimating/AssemblyTree.h"
 #include "inventory/InventoryDialogs.h"
 #include "platform/controls/DataCombo.h"
+#include "platform/report/Document.h"
+#include "platform/report/Report.h"
 #include "platform/values/Clock.h"
 #include "platform/values/Literals.h"
 #include "sample/Sample.h"
@@ -242,6 +246,36 @@ TEST_F(WaitsTest, StockAndTimeStayWithinTheirBudgets) {
         ok();
     });
     use(time);
+}
+
+TEST_F(WaitsTest, DeletionsPapersAndTheAssemblyTreeStayWithinTheirBudgets) {
+    jet::Database& shop = core::MainDatabase();
+    ASSERT_TRUE(open(u"frmEstimate"_s));
+    expectBoxContaining(u"delete"_s, Answer::Yes);
+    within(3, "delete", [&] { press(u"cmdDelete"_s); });
+    Forms::find(u"frmEstimate"_s)->unload();
+
+    const qint64 job = shop.lookup(u"SELECT MAX(JobNo) FROM Job WHERE Shipped = False"_s).toLong();
+    const jet::Recordset row = shop.openRecordset(
+        u"SELECT CustID, PONo FROM Job WHERE JobNo = %1"_s.arg(job), jet::RecordsetType::Snapshot);
+    bool shown = false;
+    const quint64 before = shop.waits();
+    whenShown(u"frmAssemblyInfo"_s, [&] {
+        shown = true;
+        EXPECT_LE(shop.waits() - before, 1U);
+        press(u"cmdClose"_s);
+    });
+    Forms::dialog<estimating::AssemblyTree>(u"frmAssemblyInfo"_s)
+        ->showTree(row[u"CustID"].toLong(), row.text(u"PONo"), job, u"Job"_s);
+    EXPECT_TRUE(shown);
+
+    int pages = 0;
+    core::shared().ProgramFolder = testsupport::sourceFile(u"reports"_s);
+    report::setPreviewer([&](const std::shared_ptr<const report::Document>& document,
+                             const report::WindowPlacing&) { pages += document->pageCount(); });
+    within(3, "traveler", [&] { core::launchTraveler(job, true, nullptr); });
+    report::setPreviewer({});
+    EXPECT_GT(pages, 0);
 }
 
 TEST_F(WaitsTest, ScreensOpenWithinTwoWaits) {

@@ -94,6 +94,10 @@ class Composer : public Scope {
 
     void run(const QString& formula) {
         const QString sql = reportSql(m_file.query, m_source, formula);
+        QStringList queries;
+        for (const auto& parameter : m_file.parameters)
+            queries << parameter.query;
+        m_source.expect(queries << sql);
         for (const auto& parameter : m_file.parameters) {
             Level level;
             level.name = parameter.name.toLower();

@@ -41,6 +41,10 @@ class DatabaseRows : public Rows {
 
 } // namespace
 
+void DatabaseRowSource::expect(const QStringList& queries) {
+    m_database.expect({queries.cbegin(), queries.cend()});
+}
+
 std::unique_ptr<Rows> DatabaseRowSource::open(const QString& sql) {
     try {
         return std::make_unique<DatabaseRows>(

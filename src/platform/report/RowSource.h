@@ -29,6 +29,8 @@ class Rows {
 class RowSource {
   public:
     virtual ~RowSource() = default;
+    /// Says which queries will be run next, so that they may come in one wait.
+    virtual void expect(const QStringList& /*queries*/) {}
     /// Runs a query in the dialect. Throws ReportError(databaseError).
     virtual std::unique_ptr<Rows> open(const QString& sql) = 0;
     /// Type of a table's column; nothing if there is no such table or column.
@@ -40,6 +42,7 @@ class RowSource {
 class DatabaseRowSource : public RowSource {
   public:
     explicit DatabaseRowSource(jet::Database& database) : m_database(database) {}
+    void expect(const QStringList& queries) override;
     std::unique_ptr<Rows> open(const QString& sql) override;
     std::optional<jet::ColumnType> columnType(const QString& table,
                                               const QString& column) const override;
