@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 namespace {
 
 using rows::Kind;
@@ -102,6 +104,27 @@ TEST(Order, SortsByValueWithNothingFirstAndAddsUp) {
     EXPECT_EQ(order.store()->rowOf(38), 2);
     EXPECT_EQ(order.store()->rowOf(41), -1);
     EXPECT_EQ(order.placeOf(2), 1);
+}
+
+/// What is typed is looked for in what is shown.
+TEST(Order, WhatIsSearchedIsWhatIsShownWithoutCommas) {
+    auto store =
+        std::make_shared<rows::Store>(std::vector<Kind>{Kind::Number, Kind::Money, Kind::Date});
+    std::int64_t key = 20;
+    for (const double value : {0.0, 5.0, -3.0, 0.005, 0.004, -12.25, 1234567.125, 99.995, 1e9}) {
+        store->beginRow(key--);
+        store->addNumber(0, value);
+        store->addNumber(1, value);
+        store->addNumber(2, std::abs(std::floor(value / 1e5)) + 2460000);
+    }
+    for (int column = 0; column < 3; ++column) {
+        for (int row = 0; row < store->count(); ++row) {
+            const auto searched = store->searched(column).at(store->searchedIndex(column, row));
+            EXPECT_EQ(QString::fromUtf8(searched.data(), static_cast<qsizetype>(searched.size())),
+                      store->shown(column, row).remove(u','))
+                << column << ' ' << row;
+        }
+    }
 }
 
 } // namespace

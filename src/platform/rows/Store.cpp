@@ -7,6 +7,7 @@
 #include "platform/values/Numbers.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <limits>
 
@@ -15,6 +16,47 @@ namespace rows {
 namespace {
 
 constexpr double nothing = std::numeric_limits<double>::quiet_NaN();
+
+/// What is shown of a number, without commas: very many are made at the first letter in a filter.
+class Shown {
+  public:
+    std::string_view number(double value) {
+        if (value == std::floor(value) && std::abs(value) < 1e15)
+            return whole(static_cast<long long>(value), m_text);
+        m_other = values::numberText(value).toLatin1();
+        return {m_other.constData(), static_cast<std::size_t>(m_other.size())};
+    }
+    std::string_view twoDecimals(double value) {
+        const long long units = std::llround(std::abs(value) * 10000.0);
+        const long long cents = (units + 50) / 100;
+        char* at = m_text;
+        if (value < 0 && cents > 0)
+            *at++ = '-';
+        at = std::to_chars(at, std::end(m_text), cents / 100).ptr;
+        *at++ = '.';
+        *at++ = static_cast<char>('0' + cents / 10 % 10);
+        *at++ = static_cast<char>('0' + cents % 10);
+        return {m_text, static_cast<std::size_t>(at - m_text)};
+    }
+    std::string_view date(double day) {
+        int year = 0, month = 0, of = 0;
+        QDate::fromJulianDay(static_cast<qint64>(day)).getDate(&year, &month, &of);
+        char* at = m_text;
+        for (const int part : {month, of}) {
+            at = std::to_chars(at, std::end(m_text), part).ptr;
+            *at++ = '/';
+        }
+        return whole(year, at);
+    }
+
+  private:
+    std::string_view whole(long long value, char* at) {
+        at = std::to_chars(at, std::end(m_text), value).ptr;
+        return {m_text, static_cast<std::size_t>(at - m_text)};
+    }
+    char m_text[48] = {};
+    QByteArray m_other;
+};
 
 } // namespace
 
@@ -124,12 +166,18 @@ const Texts& Store::searched(int column) const {
         return *from.searched;
     }
     Texts made;
-    for (int row = 0; row < count(); ++row) {
-        QByteArray shownText = shown(column, row).toLower().toUtf8();
-        if (from.kind == Kind::Money || from.kind == Kind::Hours)
-            shownText.replace(",", ""); // nobody types them
-        made.add(
-            std::string_view(shownText.constData(), static_cast<std::size_t>(shownText.size())));
+    Shown shown;
+    for (const double value : from.numbers) {
+        if (std::isnan(value))
+            made.add({});
+        else if (from.kind == Kind::Date)
+            made.add(shown.date(value));
+        else if (from.kind == Kind::YesNo)
+            made.add(value != 0 ? "yes" : "no");
+        else if (from.kind == Kind::Number)
+            made.add(shown.number(value));
+        else
+            made.add(shown.twoDecimals(value));
     }
     from.searched = std::make_unique<Texts>(std::move(made));
     return *from.searched;
