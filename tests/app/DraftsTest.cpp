@@ -394,4 +394,38 @@ TEST_P(Drafts, OfStationsKilledWhileTypingHaveAllButTheLastSeconds) {
     core::offerDrafts();
 }
 
+TEST_P(Drafts, AndNotesOfAStationKilledWhileItMovesOperationsStayWithThem) {
+    const qint64 estNo =
+        database().lookup(u"SELECT MAX(EstNo) FROM EstOper WHERE SeqNo = 4"_s).toLong();
+    const QString where = u" WHERE EstNo = %1"_s.arg(estNo);
+    database().execute(u"DELETE * FROM EstOperNote"_s + where);
+    database().execute(u"INSERT INTO EstOperNote (ID, EstNo, SeqNo, OperNotes) SELECT ID, EstNo, "
+                       "SeqNo, 'of ' & OperNo FROM EstOper"_s +
+                       where);
+    const QString notes = u"SELECT EstOper.OperNo, OperNotes FROM EstOper INNER JOIN EstOperNote "
+                          "ON EstOper.ID = EstOperNote.ID AND EstOper.SeqNo = EstOperNote.SeqNo "
+                          "WHERE EstOper.EstNo = %1 ORDER BY EstOper.OperNo"_s.arg(estNo);
+    const QStringList whole = rows(notes);
+    ASSERT_GE(whole.size(), 4);
+    for (int round = 0; round < 3; ++round) {
+        QProcess station;
+        station.start(QStringLiteral(MIRSA_ENTRY_TYPIST),
+                      {databaseLocation(), platform::rememberedFolder() + u"/remembered.ini"_s,
+                       u"frmEstimate"_s, QString::number(estNo), u"sprOper"_s});
+        ASSERT_TRUE(station.waitForReadyRead(30000));
+        QThread::msleep(static_cast<unsigned long>(150 + 77 * round));
+        station.kill();
+        ASSERT_TRUE(station.waitForFinished());
+        RecordModule* open = begin(u"frmEstimate"_s, estNo);
+        EXPECT_EQ(rows(notes), whole) << "put back where its edit begins";
+        type(u"txtDescription"_s, u"Round %1"_s.arg(round));
+        press(u"cmdSave"_s);
+        EXPECT_EQ(rows(notes), whole);
+        EXPECT_EQ(rows(u"SELECT COUNT(*) FROM EstOperNote"_s + where),
+                  QStringList{QString::number(whole.size())});
+        open->unload();
+        settle();
+    }
+}
+
 MIRSA_BOTH_ENGINES(Drafts);

@@ -6,7 +6,6 @@
 #include "platform/system/Remembered.h"
 #include "platform/values/Clock.h"
 #include "platform/values/Literals.h"
-#include "platform/values/Numbers.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -21,27 +20,35 @@ namespace core {
 
 namespace {
 
-QString asWords(const QJsonValue& value, const QString& indent) {
-    if (value.isObject() && !value.toObject().contains(u"date"_s) &&
-        !value.toObject().contains(u"money"_s)) {
-        QString text;
-        const QJsonObject object = value.toObject();
-        for (auto one = object.begin(); one != object.end(); ++one) {
-            const QString inside = asWords(one.value(), indent + u"  "_s);
-            if (!inside.trimmed().isEmpty())
-                text += indent + one.key() + u": "_s + inside.trimmed() + u'\n';
+/// A line for each value with its name; lines of a list as their values, parted by tabs.
+QString asWords(const QJsonObject& object) {
+    QString text;
+    const auto line = [&text](const QString& name, const QJsonValue& value) {
+        if (const QString said = unpackedValue(value).toText(); !said.isEmpty())
+            text += name + u": "_s + said + u'\n';
+    };
+    const QJsonArray names = object[u"columns"_s].toArray();
+    const QJsonArray values = object[u"values"_s].toArray();
+    if (!names.isEmpty() && object.contains(u"keys"_s)) {
+        for (const QJsonValue& row : values) {
+            QStringList cells;
+            const QJsonArray cellsOfRow = row.toArray();
+            for (const QJsonValue& cell : cellsOfRow)
+                cells << unpackedValue(cell).toText();
+            text += cells.join(u'\t') + u'\n';
         }
-        return u'\n' + text;
+        return text;
     }
-    if (value.isArray()) {
-        QStringList cells;
-        const QJsonArray array = value.toArray();
-        for (const QJsonValue& one : array)
-            cells << asWords(one, indent + u"  "_s).trimmed();
-        const bool rows = !array.isEmpty() && array.first().isArray();
-        return rows ? u'\n' + indent + cells.join(u'\n' + indent) : cells.join(u'\t');
+    for (qsizetype i = 0; i < std::min(names.size(), values.size()); ++i)
+        line(names[i].toString(), values[i]);
+    for (auto one = object.begin(); one != object.end(); ++one) {
+        const QJsonObject inside = one.value().toObject();
+        if (inside.isEmpty() || inside.contains(u"money"_s) || inside.contains(u"date"_s))
+            line(one.key(), one.value());
+        else
+            text += asWords(inside);
     }
-    return unpackedValue(value).toText();
+    return text;
 }
 
 } // namespace
@@ -58,7 +65,7 @@ QString Draft::question() const {
 QString Draft::inWords() const {
     QJsonObject said = entry;
     said.remove(u"before"_s);
-    return asWords(said, {}).trimmed();
+    return asWords(said).trimmed();
 }
 
 QJsonValue packedValue(const jet::Value& value) {
@@ -97,7 +104,7 @@ jet::Value unpackedValue(const QJsonValue& packed) {
         if (kept.contains(u"money"_s)) {
             try {
                 return values::Currency::fromText(kept[u"money"_s].toString());
-            } catch (const values::Overflow&) {
+            } catch (const std::exception&) {
                 return {}; // the file was damaged
             }
         }

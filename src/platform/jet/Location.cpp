@@ -54,11 +54,15 @@ QString withoutPassword(const QString& uri) {
     if (!isServerUri(uri))
         return uri;
     QString shown = uri;
-    if (const auto before = passwordBeforeHost(shown); before.hasMatch())
-        shown.remove(before.capturedStart(1), before.capturedLength(1));
-    for (auto option = passwordOption(shown); option.hasMatch(); option = passwordOption(shown))
-        shown.remove(option.capturedStart() + 1, option.capturedLength() - 1);
-    return shown;
+    // What is left when one has gone may look like another.
+    while (true) {
+        if (const auto before = passwordBeforeHost(shown); before.hasMatch())
+            shown.remove(before.capturedStart(1), before.capturedLength(1));
+        else if (const auto option = passwordOption(shown); option.hasMatch())
+            shown.remove(option.capturedStart() + 1, option.capturedLength() - 1);
+        else
+            return shown;
+    }
 }
 
 QString withoutPassword(const QString& text, const QString& uri) {
