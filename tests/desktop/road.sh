@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
-# road.sh PROGRAM SETUP CHECKOUT: drives the built program under a virtual display with a window manager,
-# by keys alone, as a person would: from an estimate to a job, its traveler, and a PDF of it. What test
-# doubles replace elsewhere (previews, dialogs over dialogs, Alt keys, the end) is real here.
+# road.sh PROGRAM SETUP JETSQL CHECKOUT: drives the built program under a virtual display with a window
+# manager, by keys and the mouse, as a person would: from an estimate to a job, its traveler, a PDF of it,
+# and its assembly, put together by dragging. What test doubles replace elsewhere (previews, dialogs over dialogs, Alt keys, the end) is real here.
 set -euo pipefail
-program=$1 setup=$2 checkout=$3
+program=$1 setup=$2 jetsql=$3 checkout=$4
 export ASAN_OPTIONS=detect_leaks=0 # the desktop's libraries keep what they have
 work=$(mktemp -d)
 pids=()
@@ -33,6 +33,19 @@ active_begins() { [[ "$(active)" == "$1"* ]]; }
 expect() { until_true "\"$1\" should be in front" is_active "$1"; sleep 0.3; }
 key() { xdotool key --clearmodifiers --delay 40 "$@"; sleep 0.2; }
 write() { xdotool type --clearmodifiers --delay 15 "$1"; sleep 0.2; }
+sql() { "$jetsql" "$work/shop" <<<"$1"; }
+# From one row of the tree in front to another, the root being row 0, in steps as a hand moves.
+drag() {
+    local window left=100 top=100 row=18
+    window=$(xdotool getactivewindow)
+    xdotool mousemove --window "$window" $left $((top + row * $1)) sleep 0.2 mousedown 1 sleep 0.2
+    for step in 1 2 3 4 5 6 7 8; do
+        xdotool mousemove --window "$window" $((left + step)) $((top + row * $1 + row * ($2 - $1) * step / 8)) sleep 0.05
+    done
+    xdotool sleep 0.2 mouseup 1 sleep 0.5
+}
+assembly_is() { [ "$(sql "SELECT JobNo - $first, AssemblyJobNo FROM Job WHERE PONo = 'PO-4711' ORDER BY JobNo" |
+    tail -n +2 | tr '\t\n' ', ')" = "$1" ]; }
 gone() { ! kill -0 "$1" 2>/dev/null; }
 
 mkdir "$work/shop" "$work/home"
@@ -77,6 +90,22 @@ key ctrl+a; write "$work/traveler.pdf"; key Return
 until_true "the PDF should be saved" test -s "$work/traveler.pdf"
 pdftotext "$work/traveler.pdf" - | grep -q "PO-4711" || fail "the traveler should name the order"
 expect "Traveler Report"
+key Escape
+until_true "the main window should be in front again" active_begins "Mirsa Project Manager"
+# Two more jobs come to the order from elsewhere. The new one is dropped on the middle one; that one is
+# then refused below its own part.
+first=$(sql "SELECT MAX(JobNo) - 2 FROM Job" | sed -n 2p)
+sql "UPDATE Job AS J, Job AS N SET J.CustID = N.CustID, J.PONo = N.PONo, J.AssemblyJobNo = 0 WHERE \
+N.JobNo = $((first + 2)) AND J.JobNo IN ($first, $((first + 1)))" >/dev/null
+key ctrl+shift+j; sleep 1.5
+key alt+y
+expect "Job Assembly Information"
+drag 3 2
+until_true "a job should be dropped on another" assembly_is "0,0 1,0 2,$((first + 1))  "
+drag 2 3
+sleep 1
+assembly_is "0,0 1,0 2,$((first + 1))  " || fail "a job should not come below its own part"
+expect "Job Assembly Information"
 key Escape
 until_true "the main window should be in front again" active_begins "Mirsa Project Manager"
 key alt+F4
