@@ -227,4 +227,30 @@ void ReadLargeSnapshot(benchmark::State& state) {
 }
 BENCHMARK(ReadLargeSnapshot)->Unit(benchmark::kMillisecond);
 
+/// A list of all rows by a text, of which each n-th has letters beyond ASCII; 0: in the order of
+/// the key, for comparison.
+void ListByText(benchmark::State& state) {
+    jet::Database& database = *largeShop().database;
+    const auto nth = state.range(0);
+    database.execute(u"UPDATE Job SET PartNo = 'P-' & JobNo"_s);
+    if (nth > 1)
+        database.execute(u"UPDATE Job SET PartNo = 'Ö-' & JobNo WHERE JobNo MOD "_s +
+                         QString::number(nth) + u" = 0"_s);
+    const QString select =
+        u"SELECT JobNo, PartNo FROM Job ORDER BY "_s + (nth == 0 ? u"JobNo"_s : u"PartNo"_s);
+    for (auto _ : state) {
+        const jet::Recordset rs = database.openRecordset(select, jet::RecordsetType::Snapshot);
+        benchmark::DoNotOptimize(rs.recordCount());
+    }
+}
+BENCHMARK(ListByText)->Arg(0)->Arg(1)->Arg(20)->Arg(2)->Unit(benchmark::kMillisecond);
+
+void FindATextWithUmlauts(benchmark::State& state) {
+    jet::Database& database = *largeShop().database;
+    for (auto _ : state)
+        benchmark::DoNotOptimize(
+            database.lookup(u"SELECT JobNo FROM Job WHERE PartNo = 'Größe Ü-7'"_s));
+}
+BENCHMARK(FindATextWithUmlauts);
+
 } // namespace

@@ -57,7 +57,8 @@ frmItemIssueInv::frmItemIssueInv()
         cboIssueType->addRow(target.type);
     cboIssueType->setCurrentIndex(-1);
     dbcInfo = new controls::DataCombo(this);
-    lblInfo = screen::named(new QLabel(targets().front().label, this), u"lblInfo"_s);
+    lblInfo =
+        screen::named(new QLabel(screen::fieldTitle(targets().front().label), this), u"lblInfo"_s);
     lblInfo->setBuddy(dbcInfo);
     const int row = fields.grid()->rowCount();
     fields.grid()->addWidget(lblInfo, row, 0);
@@ -103,7 +104,7 @@ void frmItemIssueInv::cboIssueType_Click() {
     if (which < 0)
         return;
     const Target& target = targets()[static_cast<std::size_t>(which)];
-    lblInfo->setText(target.label);
+    lblInfo->setText(screen::fieldTitle(target.label));
     dbcInfo->setText({});
     dbcInfo->setRows(
         core::MainDatabase().openRecordset(target.select, jet::RecordsetType::Snapshot), u"Info"_s,

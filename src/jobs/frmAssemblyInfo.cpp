@@ -45,7 +45,8 @@ frmAssemblyInfo::frmAssemblyInfo()
     cboCustomer = fields.listCombo(u"cboCustomer"_s, u"C&ustomer"_s);
     fields.nextRow();
     cboPoOrRfq = new controls::ListCombo(body);
-    lblPoOrRfq = screen::named(new QLabel(m_kind->orderLabel, body), u"lblPoOrRfq"_s);
+    lblPoOrRfq =
+        screen::named(new QLabel(screen::fieldTitle(m_kind->orderLabel), body), u"lblPoOrRfq"_s);
     lblPoOrRfq->setBuddy(cboPoOrRfq);
     fields.grid()->addWidget(lblPoOrRfq, 1, 0);
     fields.grid()->addWidget(screen::named(cboPoOrRfq, u"cboPoOrRfq"_s, u"Order"_s), 1, 1);
@@ -108,7 +109,7 @@ void frmAssemblyInfo::showTree(qint64 custId, const QString& order, qint64 numbe
                                const QString& mode) {
     m_kind = &assemblyKind(mode);
     setWindowTitle(m_kind->mode + u" Assembly Information"_s);
-    lblPoOrRfq->setText(m_kind->orderLabel);
+    lblPoOrRfq->setText(screen::fieldTitle(m_kind->orderLabel));
     cboPoOrRfq->setAccessibleName(m_kind->orderLabel);
     lblDescription->setText(m_kind->mode + u" Number  (Part Number)"_s);
     cboCustomer->clearRows();

@@ -14,6 +14,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QPushButton>
 #include <QRadioButton>
 #include <QTemporaryDir>
 #include <QTest>
@@ -70,12 +71,53 @@ TEST_F(GalleryTest, EveryScreenOpensWithNothingClippedAndEverythingNamed) {
         EXPECT_TRUE(form->load());
         showInShell(*form);
         QStringList complaints = testsupport::gallery(*form);
-        // "&New" and "Do&ne" are the modules' captions as people know them.
+        // "&New" and "Do&ne" are the modules' captions as people know them; New goes first.
         complaints.removeAll(u"mnemonic: n on cmdNew and cmdClose"_s);
         complaints.removeAll(u"mnemonic: n on cmdAdd and cmdClose"_s);
         EXPECT_TRUE(complaints.isEmpty()) << complaints.join(u'\n').toStdString();
         form->hide();
     }
+}
+
+TEST_F(GalleryTest, ALetterMeansOneThingOnAllScreens) {
+    // What many screens can do. Done shares its letter with New, which goes first; it has Ctrl+W.
+    // The schedules and the spare parts have captions that claim some of these letters for
+    // themselves.
+    const QStringList others{u"frmSchedule"_s, u"frmScheduleView"_s, u"frmSpareParts"_s};
+    const QMap<QString, QChar> letters{{u"New"_s, u'n'},
+                                       {u"Edit"_s, u'e'},
+                                       {u"Delete"_s, u'd'},
+                                       {u"Save"_s, u's'},
+                                       {u"Cancel"_s, u'c'},
+                                       {u"Goto"_s, u'g'},
+                                       {u"Query/Report"_s, u'q'},
+                                       {u"Quick Report Shown"_s, u'r'},
+                                       {u"Quick Report All"_s, u'a'},
+                                       {u"Done"_s, u'n'},
+                                       {u"Close"_s, u'c'},
+                                       {u"Goto Part"_s, u'o'},
+                                       {u"Create Job"_s, u'j'}};
+    QMap<QString, int> seen;
+    for (const QString& name : screen::Forms::known()) {
+        if (others.contains(name, Qt::CaseInsensitive))
+            continue;
+        const auto form = screen::Forms::make(name);
+        EXPECT_TRUE(form->load());
+        showInShell(*form);
+        for (const auto* button : form->findChildren<QPushButton*>()) {
+            const QString caption = button->text().simplified();
+            const QString words = QString(caption).remove(u'&');
+            if (caption == words || !letters.contains(words))
+                continue;
+            EXPECT_EQ(QKeySequence::mnemonic(caption),
+                      QKeySequence::mnemonic(u'&' + QString(letters.value(words))))
+                << name.toStdString() << ": " << caption.toStdString();
+            ++seen[words];
+        }
+        form->hide();
+    }
+    EXPECT_EQ(seen.size(), letters.size());
+    EXPECT_GT(seen.value(u"New"_s), 7);
 }
 
 TEST_F(GalleryTest, TheDialogsOfAJobShowWhatBelongsToIt) {

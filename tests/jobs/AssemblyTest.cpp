@@ -170,7 +170,7 @@ TEST_P(Assemblies, AJobIsDraggedUnderAnotherAndBack) {
     ASSERT_TRUE(screen->goToRecord(m_jobs[0]));
     onTree([&] {
         EXPECT_EQ(form().windowTitle(), s(u"Job Assembly Information"));
-        EXPECT_EQ(text(s(u"lblPoOrRfq")), s(u"PO Number"));
+        EXPECT_EQ(text(s(u"lblPoOrRfq")), s(u"PO Number:"));
         EXPECT_EQ(text(s(u"lblDescription")), s(u"Job Number  (Part Number)"));
         EXPECT_EQ(text(s(u"cboCustomer")), s(u"Acme"));
         EXPECT_EQ(text(s(u"cboPoOrRfq")), s(u"PO-7"));
@@ -376,7 +376,7 @@ TEST_P(Assemblies, EstimatesHaveTheirOwnTreeAndThousandsOpenAtOnce) {
     onTree([&] {
         lap("open_500_ms", 1000);
         EXPECT_EQ(form().windowTitle(), s(u"Estimate Assembly Information"));
-        EXPECT_EQ(text(s(u"lblPoOrRfq")), s(u"RFQ Number"));
+        EXPECT_EQ(text(s(u"lblPoOrRfq")), s(u"RFQ Number:"));
         EXPECT_EQ(tree().size(), 501);
         EXPECT_EQ(item(label(numbers[499]))->parent(), item(label(numbers[49])));
         clock.restart();

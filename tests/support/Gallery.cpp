@@ -2,6 +2,7 @@
 
 #include "platform/controls/DataControl.h"
 #include "platform/screen/Form.h"
+#include "platform/screen/Layout.h"
 #include "platform/values/Literals.h"
 #include "support/Paths.h"
 
@@ -10,6 +11,7 @@
 #include <QAbstractSpinBox>
 #include <QAccessible>
 #include <QApplication>
+#include <QBoxLayout>
 #include <QCalendarWidget>
 #include <QCheckBox>
 #include <QComboBox>
@@ -141,6 +143,45 @@ QString mnemonicText(const QWidget* widget) {
     return {};
 }
 
+bool hasColonByRule(const QLabel* label) {
+    const QString text = withoutMnemonic(label->text()).trimmed();
+    return text.isEmpty() || text.endsWith(u':') || text.endsWith(u'?');
+}
+
+/// A row or column of nothing but buttons.
+QStringList complaintsOfBar(const QBoxLayout* bar, const QWidget* form) {
+    QList<const QPushButton*> buttons;
+    for (int i = 0; i < bar->count(); ++i) {
+        const auto* button = qobject_cast<const QPushButton*>(bar->itemAt(i)->widget());
+        if (button && button->isVisible() && !button->text().isEmpty())
+            buttons << button;
+        else if (!button && !bar->itemAt(i)->spacerItem())
+            return {};
+    }
+    if (buttons.isEmpty())
+        return {};
+    QStringList found;
+    const bool column = bar->direction() == QBoxLayout::TopToBottom;
+    for (const QPushButton* button : buttons) {
+        if (button->height() != buttons.first()->height() ||
+            (column && button->width() != buttons.first()->width()))
+            found << u"button size: %1 beside %2"_s.arg(nameOf(button), nameOf(buttons.first()));
+        if (button->width() < screen::buttonWidth(*button))
+            found << u"button size: %1 is %2 wide"_s.arg(nameOf(button)).arg(button->width());
+    }
+    const bool leaves = std::any_of(buttons.begin(), buttons.end(), [](const auto* button) {
+        static const QStringList words{u"OK"_s, u"Cancel"_s, u"Close"_s, u"Done"_s};
+        return words.contains(withoutMnemonic(button->text()));
+    });
+    const QRect place = bar->geometry();
+    if (leaves && !column && place.right() - buttons.last()->geometry().right() > 2)
+        found << u"button side: %1 isn't at the right"_s.arg(nameOf(buttons.last()));
+    const QPoint middle = buttons.first()->parentWidget()->mapTo(form, place.center());
+    if (leaves && column && middle.x() < form->width() / 2)
+        found << u"button side: %1 isn't at the right half"_s.arg(nameOf(buttons.first()));
+    return found;
+}
+
 QStringList lookOver(const QWidget* form, bool all) {
     QStringList found;
     QHash<QChar, QString> letters;
@@ -157,6 +198,9 @@ QStringList lookOver(const QWidget* form, bool all) {
         letters.insert(letter, name);
     };
     found << overlaps(form);
+    if (all)
+        for (const QBoxLayout* bar : form->findChildren<QBoxLayout*>())
+            found << complaintsOfBar(bar, form);
     const auto below = form->findChildren<QWidget*>();
     for (const QWidget* widget : below) {
         if (!widget->isVisible() || isPart(widget, form))
@@ -168,6 +212,13 @@ QStringList lookOver(const QWidget* form, bool all) {
         found << overlaps(widget);
         if (!all)
             continue;
+        if (const auto* label = qobject_cast<const QLabel*>(widget);
+            label && label->buddy() && takesInput(label->buddy()) &&
+            !qobject_cast<const QAbstractItemView*>(label->buddy()) && !hasColonByRule(label))
+            found << u"colon: %1 \"%2\""_s.arg(nameOf(widget), label->text());
+        if (const auto* button = qobject_cast<const QPushButton*>(widget);
+            button && button->text().trimmed().endsWith(u':'))
+            found << u"colon: %1 \"%2\""_s.arg(nameOf(widget), button->text());
         const bool control = takesInput(widget) || qobject_cast<const QAbstractButton*>(widget);
         if (control && widget->objectName().isEmpty())
             found << u"unnamed: %1"_s.arg(nameOf(widget));

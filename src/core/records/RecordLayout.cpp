@@ -59,7 +59,7 @@ void RecordModule::orderTabs() const {
 }
 
 std::vector<ModuleButton> RecordModule::standardButtons() const {
-    return {{Role::New, u"cmdNew"_s, u"Ne&w"_s},
+    return {{Role::New, u"cmdNew"_s, u"&New"_s},
             {Role::Edit, u"cmdEdit"_s, u"&Edit"_s},
             {Role::Delete, u"cmdDelete"_s, u"&Delete"_s},
             {Role::Save, u"cmdSave"_s, u"&Save"_s},

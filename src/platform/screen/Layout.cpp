@@ -74,8 +74,7 @@ void Fields::place(QWidget* control, const QString& name, const QString& label, 
     m_label = nullptr;
     if (front) {
         // A label in front of a field ends with a colon, whoever wrote it.
-        const bool closed = label.endsWith(u':') || label.endsWith(u'?');
-        m_label = new QLabel(closed ? label : label + u':', m_parent);
+        m_label = new QLabel(fieldTitle(label), m_parent);
         m_label->setBuddy(control);
         m_grid->addWidget(m_label, m_row, m_column,
                           (tall ? Qt::AlignTop : Qt::AlignVCenter) | Qt::AlignLeft);
@@ -250,15 +249,41 @@ Fields& Fields::span(int fields) {
     return *this;
 }
 
+namespace {
+
+/// One with a short caption is as wide as the others.
+class BarButton : public QPushButton {
+  public:
+    using QPushButton::QPushButton;
+    QSize sizeHint() const override {
+        return QPushButton::sizeHint().expandedTo({buttonWidth(*this), 0});
+    }
+    QSize minimumSizeHint() const override {
+        return QPushButton::minimumSizeHint().expandedTo({buttonWidth(*this), 0});
+    }
+};
+
+} // namespace
+
 ButtonBar::ButtonBar(QWidget* parent, QBoxLayout* inside) : m_parent(parent) {
     const bool inRow = inside->direction() == QBoxLayout::LeftToRight ||
                        inside->direction() == QBoxLayout::RightToLeft;
     m_layout = new QBoxLayout(inRow ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
     inside->addLayout(m_layout);
+    if (!inRow)
+        m_layout->addStretch(1);
+}
+
+int buttonWidth(const QWidget& button) {
+    return button.fontMetrics().averageCharWidth() * 12;
+}
+
+QString fieldTitle(const QString& words) {
+    return words.endsWith(u':') || words.endsWith(u'?') ? words : words + u':';
 }
 
 QPushButton* ButtonBar::button(const QString& name, const QString& caption) {
-    auto* made = new QPushButton(caption, m_parent);
+    auto* made = new BarButton(caption, m_parent);
     made->setObjectName(name);
     made->setAutoDefault(false);
     m_layout->addWidget(made);
@@ -266,6 +291,10 @@ QPushButton* ButtonBar::button(const QString& name, const QString& caption) {
 }
 
 void ButtonBar::stretch() {
+    // What stands before it goes to the other side.
+    if (m_trailing && m_layout->direction() == QBoxLayout::LeftToRight && m_layout->count() > 1)
+        delete m_layout->takeAt(0);
+    m_trailing = false;
     m_layout->addStretch(1);
 }
 

@@ -99,7 +99,13 @@ class Fields {
     int m_first = 0, m_row = 0, m_column = 0, m_top = 0, m_span = 1;
 };
 
-/// Push buttons: in a row where the layout goes down, in a column where it goes across.
+/// The words before a field as they are shown: closed by a colon.
+QString fieldTitle(const QString& words);
+/// The least width of a button in a bar, for its font.
+int buttonWidth(const QWidget& button);
+
+/// Push buttons: in a row where the layout goes down, at its right but for those before a
+/// stretch(); in a column where it goes across.
 class ButtonBar {
   public:
     ButtonBar(QWidget* parent, QBoxLayout* inside);
@@ -110,6 +116,7 @@ class ButtonBar {
   private:
     QWidget* m_parent;
     QBoxLayout* m_layout;
+    bool m_trailing = true; ///< a row's buttons stand at its right
 };
 
 /// A frame with a title; its content is laid out in the widget that is returned.
