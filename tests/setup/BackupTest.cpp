@@ -143,8 +143,6 @@ TEST_P(Backup, WhatWasChangedSinceItWasFoundGoodIsRefused) {
 }
 
 TEST_P(Backup, ADatabaseInUseIsNotReplaced) {
-    if (GetParam() == testsupport::EngineKind::Server)
-        GTEST_SKIP() << "a server's tables are replaced in one transaction";
     ASSERT_EQ(run({u"backup"_s, folder(), target()}).code, 0);
     const auto station = open();
     write(*station);
@@ -152,6 +150,33 @@ TEST_P(Backup, ADatabaseInUseIsNotReplaced) {
     EXPECT_EQ(refused.code, 1);
     EXPECT_TRUE(refused.err.contains(u"in use"_s)) << refused.err.toStdString();
     EXPECT_EQ(written(*station), 1);
+}
+
+TEST_P(Backup, AFullDiskIsToldAndLeavesWhatWasThere) {
+    write(*open());
+    ASSERT_EQ(run({u"backup"_s, folder(), target()}).code, 0);
+    const QString first = keeping::backupsIn(target()).front().path;
+    write(*open());
+    testDatabase().close();
+    int refused = 0;
+    for (const int kilobytes : {0, 1, 4, 40, 300, 900, 100000}) {
+        const auto good = keeping::backupsIn(target()).size();
+        for (const QStringList& words : {QStringList{u"backup"_s, folder(), target()},
+                                         QStringList{u"restore"_s, first, folder()}}) {
+            QString err;
+            const int code = setuptest::runOnFullDisk(kilobytes, words, err);
+            EXPECT_EQ(code == 0, err.isEmpty()) << err.toStdString();
+            refused += code == 0 ? 0 : 1;
+            EXPECT_EQ(written(*open()), code == 0 && words[0] == u"restore" ? 1 : 2)
+                << kilobytes << words[0].toStdString();
+            if (code == 0 && words[0] == u"restore")
+                write(*open());
+        }
+        EXPECT_EQ(QDir(target()).entryList({u"*.unfinished*"_s}), QStringList());
+        EXPECT_EQ(QDir(folder()).entryList({u"*.unfinished*"_s}), QStringList());
+        EXPECT_GE(keeping::backupsIn(target()).size(), good);
+    }
+    EXPECT_GE(refused, 6);
 }
 
 TEST(BackupAges, AllOfAWeekThenWeeklyThenMonthlyAreKept) {

@@ -11,21 +11,10 @@
 namespace {
 
 using setuptest::run;
+using setuptest::runOnFullDisk;
 
 QStringList filesOf(const QString& folder) {
     return QDir(folder).entryList(QDir::Files | QDir::Hidden);
-}
-
-/// mirsa-setup with no file allowed to grow beyond so many kilobytes: a disk that is full there.
-int runOnFullDisk(int kilobytes, const QStringList& words, QString& err) {
-    QProcess process;
-    process.start(u"bash"_s,
-                  QStringList{u"-c"_s, u"ulimit -f %1; exec \"$0\" \"$@\""_s.arg(kilobytes),
-                              setuptest::program()} +
-                      words);
-    EXPECT_TRUE(process.waitForFinished(60000));
-    err = QString::fromUtf8(process.readAllStandardError());
-    return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
 }
 
 class ServerFolder : public testsupport::DatabaseFixture {};

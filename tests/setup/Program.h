@@ -34,6 +34,19 @@ inline Answer run(const QStringList& words, const QByteArray& typed = {}) {
     return answer;
 }
 
+/// mirsa-setup with no file allowed to grow beyond so many kilobytes: a disk that is full there.
+inline int runOnFullDisk(int kilobytes, const QStringList& words, QString& err) {
+    QProcess process;
+    process.start(u"bash"_s,
+                  QStringList{u"-c"_s, u"ulimit -f %1; exec \"$0\" \"$@\""_s.arg(kilobytes),
+                              setuptest::program()} +
+                      words);
+    if (!process.waitForFinished(60000))
+        return -1;
+    err = QString::fromUtf8(process.readAllStandardError());
+    return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+}
+
 inline QByteArray contents(const QString& path) {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();

@@ -191,6 +191,7 @@ QString restore(const QString& backup, const QString& programFolder) {
                       "server. Nothing was changed."_s);
     if (const QMap<QString, qint64> rows = proven(backup); !rows.isEmpty())
         compareRows(rows, rowsOfDump(backup));
+    refuseWhileInUse(uri);
     const BackupFile kept =
         backUp(programFolder, QDir(programFolder).filePath(u"Before restore"_s));
     restoreDump(backup, uri);

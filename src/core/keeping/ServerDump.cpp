@@ -6,13 +6,18 @@
 #include "platform/values/Literals.h"
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QProcess>
 #include <QStandardPaths>
+#include <QThread>
 #include <QUrl>
 
 namespace keeping {
 
 namespace {
+
+/// Who has just ended his program may still have his session for a moment.
+constexpr int leavingMilliseconds = 5000;
 
 /// A program of the server's own tools, in the path or where Debian keeps its versions.
 QString serverTool(const QString& name) {
@@ -106,6 +111,29 @@ QMap<QString, qint64> rowsOfDump(const QString& path) {
     if (reading.exitStatus() != QProcess::NormalExit || reading.exitCode() != 0)
         throw Refusal(path + u" can't be read to its end: "_s + complaintOf(reading, {}));
     return rows;
+}
+
+void refuseWhileInUse(const QString& uri) {
+    const auto database = jet::Database::openServer(uri);
+    jet::Native native(*database);
+    QElapsedTimer waited;
+    waited.start();
+    while (true) {
+        const QString others =
+            native
+                .value("SELECT string_agg(DISTINCT coalesce(usename::text, '?') || ' at ' || "
+                       "coalesce(host(client_addr), 'this machine'), ', ') FROM pg_stat_activity "
+                       "WHERE datname = current_database() AND pid <> pg_backend_pid() AND "
+                       "backend_type = 'client backend'")
+                .toText();
+        if (others.isEmpty())
+            return;
+        if (waited.hasExpired(leavingMilliseconds))
+            throw Refusal(u"The database is in use ("_s + others +
+                          u"): end Mirsa and the floor's programs on all stations first. Nothing "
+                          "was changed."_s);
+        QThread::msleep(100);
+    }
 }
 
 void restoreDump(const QString& path, const QString& uri) {

@@ -13,6 +13,10 @@ QMap<QString, qint64> dumpServer(const QString& uri, const QString& to, const Pr
 /// Reads a dump through and counts the rows of each table. Throws Refusal where it is broken.
 QMap<QString, qint64> rowsOfDump(const QString& path);
 
+/// Throws Refusal where others are connected to a server's database, and goes on being so for some
+/// seconds.
+void refuseWhileInUse(const QString& uri);
+
 /// Puts what a dump holds in place of what a server's database holds, in one transaction.
 void restoreDump(const QString& path, const QString& uri);
 

@@ -5,6 +5,8 @@
 
 #include <sqlite3.h>
 
+#include <cerrno>
+
 namespace jet {
 
 namespace {
@@ -43,6 +45,9 @@ class File {
         case SQLITE_CANTOPEN:
             return {errors::cannotOpenFile, u"Could not find file '%1'."_s.arg(m_path)};
         default:
+            if (isFull(code))
+                return {errors::other, m_path + u" can't be written: the disk is full."_s,
+                        Failure::DiskFull};
             return {errors::other, m_path + u": "_s + text};
         }
     }
@@ -78,6 +83,13 @@ class File {
     }
 
   private:
+    bool isFull(int code) const {
+        const int reason = sqlite3_system_errno(m_db);
+        return (code & 0xff) == SQLITE_FULL ||
+               ((code & 0xff) == SQLITE_IOERR &&
+                (reason == ENOSPC || reason == EDQUOT || reason == EFBIG));
+    }
+
     QString m_path;
     sqlite3* m_db = nullptr;
 };
