@@ -130,6 +130,7 @@ int main(int argc, char* argv[]) {
         std::fputs("MIRSA_BENCH_SHOP has to name a program folder with a sample shop.\n", stderr);
         return 2;
     }
+    shop().execute(u"UPDATE SystemSettings SET LargeNumbers = True"_s); // each save takes numbers
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     return 0;

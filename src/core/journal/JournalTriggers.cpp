@@ -105,40 +105,42 @@ Parts fileParts(jet::Database& database) {
 
 // A server
 
-constexpr char rowFunction[] = "mirsa_journal_row";
 constexpr char rowsFunction[] = "mirsa_journal_rows";
+constexpr char changesFunction[] = "mirsa_journal_changes";
 
-/// What both functions insert. They run with their owner's rights: who writes a table may have none
-/// on the journal. Values are compared as JSON, since citext would pass over a change of case.
+/// What both functions insert, once for all rows of a statement. They run with their owner's
+/// rights: who writes a table may have none on the journal.
 QByteArray functionText(const QByteArray& name, const QByteArray& schema, const QByteArray& body) {
     return "CREATE OR REPLACE FUNCTION " + name +
            "() RETURNS trigger LANGUAGE plpgsql SECURITY DEFINER SET search_path = " + schema +
            ", pg_temp AS $body$" + body + "$body$";
 }
 
-QByteArray insertText(const QByteArray& row, const QByteArray& contents, const QByteArray& from) {
-    return "INSERT INTO journal (at, who, tablename, rowkey, record, action, changes) SELECT "
+QByteArray body(const QByteArray& changes, const QByteArray& from) {
+    return "BEGIN INSERT INTO journal (at, who, tablename, rowkey, record, action, changes) SELECT "
            "localtimestamp, left(coalesce(nullif(current_setting('mirsa.who', true), ''), "
-           "session_user), 60), TG_ARGV[1], left(" +
-           row + "->>TG_ARGV[0], 40), (" + row +
-           "->>nullif(TG_ARGV[2], ''))::integer, left(TG_OP, 1), " + contents + from;
-}
-
-QByteArray rowBody() {
-    return "DECLARE before jsonb := to_jsonb(OLD); after jsonb := to_jsonb(NEW); changed text; "
-           "BEGIN IF before = after THEN RETURN NULL; END IF; "
-           "SELECT jsonb_object_agg(n.key, jsonb_build_array(before->n.key, n.value))::text "
-           "INTO changed FROM jsonb_each(after) n WHERE before->n.key IS DISTINCT FROM n.value; " +
-           insertText("before", "changed", "") + "; RETURN NULL; END";
+           "session_user), 60), TG_ARGV[1], left(r.j->>TG_ARGV[0], 40), "
+           "(r.j->>nullif(TG_ARGV[2], ''))::integer, left(TG_OP, 1), " +
+           changes + " FROM " + from + "; RETURN NULL; END";
 }
 
 QByteArray rowsBody() {
-    return "BEGIN " +
-           insertText("s.j",
-                      "(jsonb_strip_nulls(s.j) - '" +
-                          QString::fromUtf16(jet::hiddenIdentity).toUtf8() + "')::text",
-                      " FROM (SELECT to_jsonb(c) AS j FROM changed c) s") +
-           "; RETURN NULL; END";
+    return body("(jsonb_strip_nulls(r.j) - '" + QString::fromUtf16(jet::hiddenIdentity).toUtf8() +
+                    "')::text",
+                "(SELECT to_jsonb(c) AS j FROM told c) r");
+}
+
+/// A row's two states stand at the same place of both tables, also where its key has changed.
+/// Values are compared as JSON, since citext would pass over a change of case.
+QByteArray changesBody() {
+    const auto numbered = [](const QByteArray& table) {
+        return "(SELECT row_number() OVER () AS i, to_jsonb(c) AS j FROM " + table + " c) ";
+    };
+    return body("d.t", numbered("before") + "r JOIN " + numbered("after") +
+                           "a USING (i) CROSS JOIN LATERAL (SELECT jsonb_object_agg(n.key, "
+                           "jsonb_build_array(r.j->n.key, n.value))::text AS t FROM "
+                           "jsonb_each(a.j) n WHERE r.j->n.key IS DISTINCT FROM n.value) d WHERE "
+                           "d.t IS NOT NULL");
 }
 
 Parts serverParts(jet::Database& database) {
@@ -147,23 +149,19 @@ Parts serverParts(jet::Database& database) {
     for (const auto& [journalled, table] : present(database)) {
         const QString key =
             table->key() ? table->key()->name.toLower() : QString::fromUtf16(jet::hiddenIdentity);
-        const QByteArray on = " ON " + native.quoted(table->name);
         const auto add = [&, &journalled = journalled,
                           &table = table](char event, const QByteArray& when,
-                                          const QByteArray& each, const char* function) {
+                                          const QByteArray& tables, const char* function) {
             const QString name = triggerName(table->name, event).toLower();
-            parts[name] = "CREATE TRIGGER " + native.quoted(name) + " AFTER " + when + each +
-                          " EXECUTE FUNCTION " + function + "('" + key.toUtf8() + "', '" +
-                          journalled.name.toUtf8() + "', '" + journalled.record.toLower().toUtf8() +
-                          "')";
+            parts[name] = "CREATE TRIGGER " + native.quoted(name) + " AFTER " + when + " ON " +
+                          native.quoted(table->name) + " REFERENCING " + tables +
+                          " FOR EACH STATEMENT EXECUTE FUNCTION " + function + "('" + key.toUtf8() +
+                          "', '" + journalled.name.toUtf8() + "', '" +
+                          journalled.record.toLower().toUtf8() + "')";
         };
-        // What one statement writes at once is told at once. Of an update the pairs of rows are
-        // needed, which only a trigger for each row has.
-        add('I', "INSERT" + on, " REFERENCING NEW TABLE AS changed FOR EACH STATEMENT",
-            rowsFunction);
-        add('U', "UPDATE" + on, " FOR EACH ROW", rowFunction);
-        add('D', "DELETE" + on, " REFERENCING OLD TABLE AS changed FOR EACH STATEMENT",
-            rowsFunction);
+        add('I', "INSERT", "NEW TABLE AS told", rowsFunction);
+        add('U', "UPDATE", "OLD TABLE AS before NEW TABLE AS after", changesFunction);
+        add('D', "DELETE", "OLD TABLE AS told", rowsFunction);
     }
     return parts;
 }
@@ -197,8 +195,8 @@ void installJournal(jet::Database& database) {
     if (database.isServer()) {
         const QByteArray schema =
             jet::Native(database).value("SELECT quote_ident(current_schema())").toText().toUtf8();
-        statements += functionText(rowFunction, schema, rowBody());
         statements += functionText(rowsFunction, schema, rowsBody());
+        statements += functionText(changesFunction, schema, changesBody());
     }
     const Parts parts = database.isServer() ? serverParts(database) : fileParts(database);
     perform(database, statements + parts.values());
@@ -220,8 +218,8 @@ bool isJournalKept(jet::Database& database) {
         wanted = serverParts(database);
         for (QByteArray& any : wanted)
             any.clear();
-        wanted[QString::fromLatin1(rowFunction)] = rowBody();
         wanted[QString::fromLatin1(rowsFunction)] = rowsBody();
+        wanted[QString::fromLatin1(changesFunction)] = changesBody();
         for (const jet::Native::Row& row : native.rows(
                  "SELECT tgname::text, '' FROM pg_trigger WHERE NOT tgisinternal AND tgenabled <> "
                  "'D' UNION ALL SELECT proname::text, prosrc FROM pg_proc WHERE proname LIKE "
