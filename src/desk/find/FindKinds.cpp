@@ -115,7 +115,7 @@ const std::vector<FindKind>& findKinds() {
              u"Item"_s,
              "Items",
              "ID",
-             {"Description", "PartNumber", "Manufacturer"},
+             {"PartNumber", "Description", "Manufacturer"},
              "Manufacturer",
              {{"Items", "ID", "PartNumber"}, {"Items", "ID", "Description"}},
              {{"Items", "ID",
