@@ -32,8 +32,10 @@ frmBackup::frmBackup() : Form(QString::fromLatin1(formName), u"Backup"_s) {
     lblFolder->setWordWrap(true);
     outside->addWidget(lblFolder);
     lvwBackups = screen::named(new controls::ListView(this), u"lvwBackups"_s, u"Good backups"_s);
-    lvwBackups->setColumns(
-        {{u"Date"_s, 22}, {u"Size"_s, 14, GridColumn::Kind::Number}, {u"File"_s, 34}});
+    lvwBackups->setColumns({{u"Date"_s, 22},
+                            {u"Size"_s, 14, GridColumn::Kind::Number},
+                            {u"Papers"_s, 16, GridColumn::Kind::Number},
+                            {u"File"_s, 34}});
     outside->addWidget(lvwBackups, 1);
     PB = screen::named(new QProgressBar(this), u"PB"_s, u"Progress of the backup"_s);
     PB->hide();
@@ -63,13 +65,20 @@ void frmBackup::Form_Load() {
 void frmBackup::fill() {
     lvwBackups->clearRows();
     int number = 0;
+    const auto papers = [](const keeping::BackupFile& backup) {
+        if (!backup.papersFailure.isEmpty())
+            return u"not copied"_s;
+        const QString count = values::format(backup.papers, u"#,##0"_s);
+        return backup.papersMissing == 0 ? count
+                                         : count + u", %1 missing"_s.arg(backup.papersMissing);
+    };
     for (const keeping::BackupFile& backup :
          keeping::backupsIn(keeping::backupSettings(shared().ProgramFolder).folder))
         lvwBackups->addRow(
             u"B%1"_s.arg(++number),
             {backup.made.toString(u"yyyy-MM-dd hh:mm:ss"_s),
              values::format(static_cast<double>(backup.bytes) / 1024, u"#,##0"_s) + u" KB"_s,
-             backup.path.section(u'/', -1)});
+             papers(backup), backup.path.section(u'/', -1)});
 }
 
 void frmBackup::showRunning(bool running) {

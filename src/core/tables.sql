@@ -64,7 +64,8 @@ CREATE TABLE SystemSettings (
     partsqtyon YESNO,
     HoursOverPercent INTEGER DEFAULT 25,
     LargeNumbers YESNO,
-    JournalDays INTEGER DEFAULT 365
+    JournalDays INTEGER DEFAULT 365,
+    PapersFolder TEXT(255)
 );
 
 CREATE TABLE History (
@@ -133,6 +134,19 @@ CREATE TABLE Writer (
     Who TEXT(60)
 );
 
+CREATE TABLE Papers (
+    ID COUNTER PRIMARY KEY,
+    Kind TEXT(10),
+    Record LONG,
+    FileName TEXT(255),
+    Hash TEXT(64),
+    Bytes LONG,
+    Behind YESNO,
+    Added DATETIME,
+    AddedBy TEXT(60)
+);
+
+CREATE INDEX Papers_Record_Kind ON Papers (Record, Kind);
 CREATE INDEX Journal_Record_TableName ON Journal (Record, TableName);
 CREATE INDEX Journal_At ON Journal ([At]);
 CREATE INDEX Users_UserID ON Users (UserID);

@@ -1,5 +1,6 @@
 #include "jobs/JobFromEstimate.h"
 
+#include "core/papers/Papers.h"
 #include "estimating/EstimateStore.h"
 #include "estimating/NoteStaging.h"
 #include "jobs/JobCosting.h"
@@ -104,6 +105,7 @@ qint64 createJob(jet::Database& database, qint64 estNo, const JobOrder& order) {
     if (order.useNotes)
         copyNotes(database, estNo, estimate->operations, jobNo);
     estimating::insertMiscRows(database, estimating::jobRouting(), jobNo, estimate->fixedCosts);
+    core::carryPapers(database, u"Estimate"_s, estNo, u"Job"_s, jobNo);
     UpdateJobCost(database, jobNo);
     transaction.commit();
     return jobNo;

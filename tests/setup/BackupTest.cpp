@@ -1,5 +1,7 @@
 #include "core/keeping/Backup.h"
 #include "core/keeping/Files.h"
+#include "core/keeping/PaperBackup.h"
+#include "core/papers/Papers.h"
 #include "platform/jet/Location.h"
 #include "platform/values/Literals.h"
 #include "setup/Program.h"
@@ -150,6 +152,74 @@ TEST_P(Backup, ADatabaseInUseIsNotReplaced) {
     EXPECT_EQ(refused.code, 1);
     EXPECT_TRUE(refused.err.contains(u"in use"_s)) << refused.err.toStdString();
     EXPECT_EQ(written(*station), 1);
+}
+
+TEST_P(Backup, HasThePapersOnceAndBringsThemBack) {
+    using State = keeping::PaperStore::State;
+    const keeping::PaperStore shop(folder() + u"/Drawings"_s), kept(target() + u"/Papers"_s);
+    open()->execute(u"UPDATE SystemSettings SET PapersFolder = 'Drawings'"_s);
+    const core::PaperKind& job = *core::paperKind(u"Job"_s);
+    std::vector<keeping::Content> contents;
+    for (const char* text : {"drawing", "certificate", "photo"}) {
+        const QString path = folder() + u'/' + QString::fromLatin1(text);
+        keeping::writeWhole(path, text);
+        contents.push_back(shop.add(path));
+        core::addPapers(*open(), job, 1, {{QString::fromLatin1(text), contents.back()}}, {});
+    }
+    const auto backUp = [this] {
+        const auto made = run({u"backup"_s, folder(), target()});
+        EXPECT_EQ(made.code, 0) << made.err.toStdString();
+        return made.out;
+    };
+    EXPECT_TRUE(backUp().contains(u"It has 3 papers."_s));
+    const QString first = keeping::backupsIn(target()).front().path;
+
+    // One that is removed stays until a backup has it, and for a day: somebody may be adding it.
+    core::removePapers(*open(), {3});
+    backUp();
+    const QString second = keeping::backupsIn(target()).front().path;
+    EXPECT_EQ(shop.check(contents[2]), State::Good);
+    QFile photo(shop.pathOf(contents[2].hash));
+    ASSERT_TRUE(photo.open(QIODevice::ReadOnly));
+    photo.setFileTime(QDateTime::currentDateTime().addDays(-2), QFileDevice::FileModificationTime);
+    backUp();
+    EXPECT_EQ(shop.check(contents[2]), State::Missing);
+    EXPECT_EQ(kept.contents().size(), 3U) << "each once among the backups";
+
+    // Lost and changed from outside.
+    shop.remove(contents[0].hash);
+    QFile certificate(shop.pathOf(contents[1].hash));
+    certificate.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
+    ASSERT_TRUE(certificate.open(QIODevice::ReadWrite));
+    certificate.write("CERT");
+    certificate.close();
+    const auto checked = run({u"check"_s, folder()});
+    EXPECT_TRUE(checked.out.contains(u"drawing: the file is missing"_s));
+    EXPECT_TRUE(checked.out.contains(u"certificate: the file was changed from outside"_s));
+    EXPECT_TRUE(backUp().contains(u"1 papers that records name are missing or were changed"_s));
+    QDir(target()).remove(keeping::paperListOf(first).section(u'/', -1));
+    keeping::trimPapers(target());
+    EXPECT_EQ(kept.check(contents[0]), State::Good) << "the only one there is";
+
+    testDatabase().close();
+    const auto restored = run({u"restore"_s, second, folder()});
+    ASSERT_EQ(restored.code, 0) << restored.err.toStdString();
+    EXPECT_TRUE(restored.out.contains(u"3 papers: 0 were there, 3 were put back"_s))
+        << restored.out.toStdString();
+    for (const keeping::Content& content : contents)
+        EXPECT_EQ(shop.check(content), State::Good);
+    EXPECT_EQ(rows(*open(), u"SELECT FileName FROM Papers ORDER BY ID"_s).size(), 2);
+
+    shop.remove(contents[0].hash);
+    EXPECT_EQ(run({u"check"_s, folder(), u"--mend"_s}).code, 0);
+    EXPECT_EQ(shop.check(contents[0]), State::Good) << "the backups had it";
+
+    // Where the folder is out of reach the database's backup is good all the same, and says so.
+    open()->execute(u"UPDATE SystemSettings SET PapersFolder = 'Elsewhere'"_s);
+    EXPECT_TRUE(backUp().contains(u"It has no papers: "_s));
+    keeping::writeWhole(folder() + u"/Mirsa.backup"_s, "folder=Backups\n");
+    EXPECT_TRUE(keeping::backupWarning(folder(), QDateTime::currentDateTime())
+                    .contains(u"has no papers"_s));
 }
 
 TEST_P(Backup, AFullDiskIsToldAndLeavesWhatWasThere) {

@@ -146,8 +146,8 @@ void ScreenFixture::installSeams() {
     seams.saveFile = [this, takeFile](const QString& title, const QString&, const QString&) {
         return takeFile(m_saveFiles, title);
     };
-    seams.openFile = [this, takeFile](const QString& title, const QString&, const QString&) {
-        return takeFile(m_openFiles, title);
+    seams.openFiles = [this, takeFile](const QString& title, const QString&, const QString&) {
+        return takeFile(m_openFiles, title).split(u'|', Qt::SkipEmptyParts);
     };
     seams.isInstalled = [this](const QString&) { return programsStart; };
     seams.startMaximised = [this](const QString& program, QString& error) {

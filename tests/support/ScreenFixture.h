@@ -121,6 +121,7 @@ class ScreenFixture : public ::testing::Test {
     void expectBoxContaining(const QString& part, screen::Answer answer = screen::Answer::Ok);
     void expectInput(const QString& prompt, const QString& answer);
     void expectSaveFile(const QString& path) { m_saveFiles.push_back(path); }
+    /// Several are parted by "|".
     void expectOpenFile(const QString& path) { m_openFiles.push_back(path); }
     void expectRunTimeError(int number) { m_expectedErrors.push_back(number); }
     void expectEndOfProcess() { m_endExpected = true; }

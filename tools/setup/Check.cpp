@@ -1,6 +1,7 @@
 #include "setup/Check.h"
 
 #include "core/journal/JournalTriggers.h"
+#include "core/papers/PaperTriggers.h"
 #include "jobs/JobCosting.h"
 #include "platform/jet/Native.h"
 #include "platform/jet/Translate.h"
@@ -68,6 +69,17 @@ class Checker {
             core::installJournal(m_database);
         findings.push_back(
             {u"Journal"_s, {}, u"not every change is kept there: triggers are missing"_s, m_mend});
+    }
+
+    void papers() {
+        if (core::hasPaperTriggers(m_database))
+            return;
+        if (m_mend)
+            core::installPaperTriggers(m_database);
+        findings.push_back({u"Papers"_s,
+                            {},
+                            u"papers don't go with their records: triggers are missing"_s,
+                            m_mend});
     }
 
     void orphans() {
@@ -257,6 +269,7 @@ std::vector<Finding> check(jet::Database& database, const CheckOptions& options)
     checker.notes(u"EstOperNote"_s, u"EstOper"_s, u"EstNo"_s);
     checker.counters();
     checker.journal();
+    checker.papers();
     checker.hours();
     if (transaction)
         transaction->commit();

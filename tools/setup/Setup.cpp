@@ -1,6 +1,7 @@
 #include "setup/Setup.h"
 
 #include "core/journal/JournalTriggers.h"
+#include "core/papers/PaperTriggers.h"
 #include "platform/jet/Native.h"
 #include "platform/jet/Translate.h"
 #include "platform/values/Literals.h"
@@ -226,6 +227,7 @@ void install(jet::Database& database) {
     for (const QString& statement : statementsOf(deliveredTexts()))
         database.execute(statement);
     core::installJournal(database);
+    core::installPaperTriggers(database);
     transaction.commit();
 }
 
@@ -302,6 +304,10 @@ QStringList upgrade(jet::Database& database) {
     if (!core::isJournalKept(database)) {
         core::installJournal(database);
         added += u"added what keeps the journal of changes"_s;
+    }
+    if (!core::hasPaperTriggers(database)) {
+        core::installPaperTriggers(database);
+        added += u"added what lets papers go with their records"_s;
     }
     transaction.commit();
     return added;

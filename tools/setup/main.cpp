@@ -1,5 +1,6 @@
 #include "core/keeping/Backup.h"
 #include "core/keeping/Files.h"
+#include "core/keeping/PaperBackup.h"
 #include "platform/jet/Location.h"
 #include "platform/jet/Native.h"
 #include "platform/values/Literals.h"
@@ -40,9 +41,10 @@ constexpr char usage[] = R"(mirsa-setup: makes and keeps the databases of Mirsa 
   mirsa-setup backup FOLDER [TARGET]
                                     copies the database of FOLDER while stations work, checks the copy
                                     and names it in TARGET (FOLDER/Backups, or as FOLDER/Mirsa.backup
-                                    says); old ones go as that file says
+                                    says), with the papers below TARGET/Papers; old ones go as that
+                                    file says
   mirsa-setup restore BACKUP FOLDER puts a backup in place of the database of FOLDER, which is put
-                                    aside first
+                                    aside first, and its papers where any are missing or changed
   mirsa-setup takeover OLD.mdb FOLDER [--server URI] [--damaged]
                                     takes a database of the old system over into a new one, with a
                                     report in FOLDER/Takeover.txt; --damaged: what can be read of it
@@ -78,7 +80,9 @@ int fillSample(const QString& folder, const sample::Options& options, QTextStrea
 int checkFolder(const QString& folder, bool mend, QTextStream& out) {
     const auto database = jet::openProgramFolder(folder);
     jet::Native(*database).setWriter(u"mirsa-setup "_s + qEnvironmentVariable("USER"));
-    const std::vector<setup::Finding> findings = setup::check(*database, {.mend = mend});
+    std::vector<setup::Finding> findings = setup::check(*database, {.mend = mend});
+    for (const keeping::PaperFinding& paper : keeping::checkPapers(*database, folder, mend))
+        findings.push_back({u"Papers"_s, paper.record, paper.text, paper.mended});
     int left = 0;
     for (const setup::Finding& finding : findings) {
         QStringList words;
@@ -163,14 +167,25 @@ int readOld(const QStringList& words) {
 int backUp(const QString& folder, const QString& target, QTextStream& out) {
     const keeping::BackupFile made =
         keeping::backUp(folder, target.isEmpty() ? keeping::backupSettings(folder).folder : target);
-    return tell(out, {u"%1 is good, %2 bytes."_s.arg(made.path).arg(made.bytes)});
+    QStringList told{u"%1 is good, %2 bytes."_s.arg(made.path).arg(made.bytes)};
+    if (made.papers > 0)
+        told += u"It has %1 papers."_s.arg(made.papers);
+    if (made.papersMissing > 0)
+        told += u"%1 papers that records name are missing or were changed: mirsa-setup check tells "
+                "which."_s.arg(made.papersMissing);
+    if (!made.papersFailure.isEmpty())
+        told += u"It has no papers: "_s + made.papersFailure;
+    return tell(out, told);
 }
 
 int restore(const QString& backup, const QString& folder, QTextStream& out) {
-    const QString kept = keeping::restore(backup, folder);
-    return tell(out, {backup + u" is in place."_s,
-                      kept.isEmpty() ? u"There was no database before."_s
-                                     : u"The database that was there is kept as "_s + kept});
+    const auto [kept, papers] = keeping::restore(backup, folder);
+    QStringList told{backup + u" is in place."_s,
+                     kept.isEmpty() ? u"There was no database before."_s
+                                    : u"The database that was there is kept as "_s + kept};
+    if (!papers.isEmpty())
+        told += papers;
+    return tell(out, told);
 }
 
 /// What the words ask for; -1 where they ask for nothing that there is.

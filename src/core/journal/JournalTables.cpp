@@ -44,6 +44,7 @@ const std::vector<JournalTable>& journalTables() {
         {u"SpareParts"_s, u"Index"_s, u"Spare parts"_s, u"mnuFileSpareParts"_s},
         {u"SentInvoice"_s, u"ID"_s, u"Invoices sent"_s, u"mnuInvoice"_s},
         {u"SentAP"_s, u"ID"_s, u"Payables sent"_s, u"mnuAP"_s},
+        {u"Papers"_s, u"Record"_s, u"Papers"_s, u"mnuUtilitiesJournal"_s},
         {u"SystemSettings"_s, QString(), u"Preferences"_s, u"mnuUtilitiesSystemParameters"_s},
     };
     return tables;

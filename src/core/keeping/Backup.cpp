@@ -1,6 +1,7 @@
 #include "core/keeping/Backup.h"
 
 #include "core/keeping/Files.h"
+#include "core/keeping/PaperBackup.h"
 #include "core/keeping/ServerDump.h"
 #include "core/keeping/SideFile.h"
 #include "platform/jet/Location.h"
@@ -56,7 +57,7 @@ void removeRests(const QDir& folder) {
 }
 
 void writeSide(const QString& backup, const QDateTime& made, const QMap<QString, qint64>& rows,
-               const QString& source) {
+               const QString& source, const PapersTaken& papers) {
     QString text = u"# A backup of Mirsa's database. mirsa-setup restore puts it back.\n"
                    "file=%1\nmade=%2\nsize=%3\nsha256=%4\nof=%5\n"_s
                        .arg(QFileInfo(backup).fileName(), made.toString(Qt::ISODate))
@@ -64,6 +65,11 @@ void writeSide(const QString& backup, const QDateTime& made, const QMap<QString,
                        .arg(sumOf(backup), source);
     for (auto table = rows.cbegin(); table != rows.cend(); ++table)
         text += u"rows %1=%2\n"_s.arg(table.key()).arg(table.value());
+    text += u"papers=%1\n"_s.arg(papers.count);
+    if (papers.missing > 0)
+        text += u"papers missing=%1\n"_s.arg(papers.missing);
+    if (!papers.failure.isEmpty())
+        text += u"papers failed="_s + papers.failure.simplified() + u'\n';
     writeWhole(sideOf(backup), (text + u"check=good\n"_s).toUtf8());
 }
 
@@ -129,7 +135,7 @@ QString restoreFile(const QString& backup, const QString& programFolder) {
 } // namespace
 
 BackupFile backUp(const QString& programFolder, const QString& targetFolder,
-                  const Progress& progress) {
+                  const Progress& progress, bool withPapers) {
     const FolderLock lock(targetFolder);
     const QDir folder(targetFolder);
     removeRests(folder);
@@ -149,6 +155,7 @@ BackupFile backUp(const QString& programFolder, const QString& targetFolder,
         throw Refusal(source + u" isn't there."_s);
     if (!server && freeSpace(unfinished) < QFileInfo(source).size())
         throw Refusal(u"There is no room for a backup in "_s + targetFolder + u'.');
+    PapersTaken papers;
     try {
         QMap<QString, qint64> rows;
         if (server) {
@@ -159,22 +166,46 @@ BackupFile backUp(const QString& programFolder, const QString& targetFolder,
             checkFile(unfinished, rows);
         }
         putInPlace(unfinished, path);
-        writeSide(path, made, rows, jet::withoutPassword(source));
+        if (withPapers)
+            papers =
+                takePapers(*jet::openProgramFolder(programFolder), programFolder, path, progress);
+        writeSide(path, made, rows, jet::withoutPassword(source), papers);
     } catch (...) {
         removeDatabase(unfinished);
-        if (!QFileInfo::exists(sideOf(path)))
+        if (!QFileInfo::exists(sideOf(path))) {
             QFile::remove(path);
+            QFile::remove(paperListOf(path));
+        }
         throw;
     }
     for (const QString& old :
          outdated(backupsIn(targetFolder), values::now(), backupSettings(programFolder))) {
         QFile::remove(sideOf(old)); // first: without it the other counts as none
         QFile::remove(old);
+        QFile::remove(paperListOf(old));
     }
-    return {path, made, QFileInfo(path).size()};
+    trimPapers(targetFolder);
+    if (withPapers && papers.failure.isEmpty()) {
+        try {
+            removeForsaken(*jet::openProgramFolder(programFolder), programFolder, targetFolder,
+                           QDateTime::currentDateTime());
+        } catch (const jet::Error&) {
+            // The backup is good. What is left over goes after the next one.
+        }
+    }
+    return {path, made, QFileInfo(path).size(), papers.count, papers.missing, papers.failure};
 }
 
-QString restore(const QString& backup, const QString& programFolder) {
+namespace {
+
+Restored withPapers(const QString& kept, const QString& backup, const QString& programFolder) {
+    const auto database = jet::openProgramFolder(programFolder);
+    return {kept, restorePapers(backup, *database, programFolder)};
+}
+
+} // namespace
+
+Restored restore(const QString& backup, const QString& programFolder) {
     if (!QFileInfo(backup).isFile())
         throw Refusal(backup + u" isn't there."_s);
     const FolderLock lock(programFolder);
@@ -184,7 +215,7 @@ QString restore(const QString& backup, const QString& programFolder) {
         if (dump)
             throw Refusal(u"This is the backup of a server's database, and the folder has none. "
                           "Nothing was changed."_s);
-        return restoreFile(backup, programFolder);
+        return withPapers(restoreFile(backup, programFolder), backup, programFolder);
     }
     if (!dump)
         throw Refusal(u"This is the backup of a database file, and the folder's database is on a "
@@ -193,9 +224,9 @@ QString restore(const QString& backup, const QString& programFolder) {
         compareRows(rows, rowsOfDump(backup));
     refuseWhileInUse(uri);
     const BackupFile kept =
-        backUp(programFolder, QDir(programFolder).filePath(u"Before restore"_s));
+        backUp(programFolder, QDir(programFolder).filePath(u"Before restore"_s), {}, false);
     restoreDump(backup, uri);
-    return kept.path;
+    return withPapers(kept.path, backup, programFolder);
 }
 
 } // namespace keeping

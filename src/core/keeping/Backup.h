@@ -1,10 +1,11 @@
 #pragma once
 
+#include "core/keeping/PaperStore.h"
+
 #include <QDateTime>
 #include <QString>
 #include <QStringList>
 
-#include <functional>
 #include <vector>
 
 namespace keeping {
@@ -25,6 +26,9 @@ struct BackupFile {
     QString path;
     QDateTime made;
     qint64 bytes = 0;
+    int papers = 0;             ///< stored files that it has
+    int papersMissing = 0;      ///< that records name and weren't there as they were stored
+    QString papersFailure = {}; ///< why they could not be copied; empty if they could
 };
 /// The good backups of a folder, the newest first. What has no side file that names it as good is
 /// none.
@@ -40,19 +44,22 @@ QString backupWarning(const QString& programFolder, const QDateTime& now);
 /// Whether a day's backup by itself is still to be made.
 bool isBackupDue(const QString& programFolder, const QDateTime& now);
 
-/// Told how much is done, 0 to 100; false breaks it off.
-using Progress = std::function<bool(int percent)>;
-
 /// Copies the program folder's database into a folder while stations work: a file as a file, a
 /// server's by pg_dump. The copy is opened again and checked (the engine's own check, the rows of
 /// each table against the moment of the copy), and only then named; its side file tells date, size
-/// and check. Then the outdated ones go. Throws Refusal and jet::Error, with nothing new left.
+/// and check. The papers that the folder's earlier backups haven't got are copied into its Papers;
+/// where that fails the database's copy is good all the same, and says so. Then the outdated ones
+/// go. Throws Refusal and jet::Error, with nothing new left.
 BackupFile backUp(const QString& programFolder, const QString& targetFolder,
-                  const Progress& progress = {});
+                  const Progress& progress = {}, bool withPapers = true);
 
-/// Puts a backup in place of the program folder's database, which is put aside first. Refused while
-/// anybody has that open. Returns where the database that was there is now; empty if there was
-/// none.
-QString restore(const QString& backup, const QString& programFolder);
+/// What a restoration did.
+struct Restored {
+    QString kept;   ///< where the database that was there is now; empty if there was none
+    QString papers; ///< what there is to tell of the papers; empty if the backup has none
+};
+/// Puts a backup in place of the program folder's database, which is put aside first, and its
+/// papers where any are missing or changed. Refused while anybody has the database open.
+Restored restore(const QString& backup, const QString& programFolder);
 
 } // namespace keeping

@@ -51,7 +51,9 @@ std::vector<BackupFile> backupsIn(const QString& folder) {
         if (lines.value(u"check"_s) != u"good" || !made.isValid() || !file.isFile() ||
             file.size() != lines.value(u"size"_s).toLongLong())
             continue;
-        backups.push_back({path, made, file.size()});
+        backups.push_back({path, made, file.size(), lines.value(u"papers"_s).toInt(),
+                           lines.value(u"papers missing"_s).toInt(),
+                           lines.value(u"papers failed"_s)});
     }
     std::sort(backups.begin(), backups.end(),
               [](const BackupFile& a, const BackupFile& b) { return a.made > b.made; });
@@ -93,7 +95,10 @@ QString backupWarning(const QString& programFolder, const QDateTime& now) {
     }
     const BackupFile& last = backups.front();
     if (last.made.daysTo(now) <= settings.warnAfterDays)
-        return {};
+        return last.papersFailure.isEmpty()
+                   ? QString()
+                   : u"The last backup of the database is good, but has no papers: "_s +
+                         last.papersFailure;
     return u"The last good backup of the database is of %1, %2 days ago. Make one with Utilities, "
            "Backup."_s.arg(last.made.toString(u"M/d/yyyy h:mm"_s))
                .arg(last.made.daysTo(now));

@@ -132,8 +132,8 @@ Seams desktop() {
     own.saveFile = [](const QString& title, const QString& suggested, const QString& filter) {
         return QFileDialog::getSaveFileName(QApplication::activeWindow(), title, suggested, filter);
     };
-    own.openFile = [](const QString& title, const QString& folder, const QString& filter) {
-        return QFileDialog::getOpenFileName(QApplication::activeWindow(), title, folder, filter);
+    own.openFiles = [](const QString& title, const QString& folder, const QString& filter) {
+        return QFileDialog::getOpenFileNames(QApplication::activeWindow(), title, folder, filter);
     };
     own.startProgram = platform::startProgram;
     own.startMaximised = platform::startMaximised;

@@ -22,8 +22,9 @@ struct Seams {
     /// Path of a file to save to; empty for Cancel.
     std::function<QString(const QString& title, const QString& suggested, const QString& filter)>
         saveFile;
-    std::function<QString(const QString& title, const QString& folder, const QString& filter)>
-        openFile;
+    /// Paths of the files to open; none for Cancel.
+    std::function<QStringList(const QString& title, const QString& folder, const QString& filter)>
+        openFiles;
     /// Starts a program; false and a message in `error` if it doesn't start.
     std::function<bool(const QString& program, const QStringList& arguments, QString& error)>
         startProgram;
