@@ -1,6 +1,7 @@
-// The list of all jobs of a shop: opened, filtered letter by letter, sorted; the start page; and
-// finding among a million records. MIRSA_BENCH_SHOP names a program folder with the made shop of
-// twenty years, of a file or a server; records are added to it until there are a million.
+// The list of all jobs of a shop: opened, filtered letter by letter, sorted; the start page; what a
+// part took before; and finding among a million records. MIRSA_BENCH_SHOP names a program folder
+// with the made shop of twenty years, of a file or a server; records are added to it until there
+// are a million.
 
 #include "ShopBench.h"
 #include "desk/ListReader.h"
@@ -10,6 +11,7 @@
 #include "desk/find/FindKinds.h"
 #include "desk/find/Finder.h"
 #include "desk/find/Indexer.h"
+#include "estimating/memory/Memory.h"
 #include "platform/controls/RowTable.h"
 
 #include <QElapsedTimer>
@@ -117,6 +119,54 @@ void ReadStartPage(benchmark::State& state) {
         benchmark::DoNotOptimize(desk::startSections(shop(), rights, QDate(2026, 11, 23)));
 }
 BENCHMARK(ReadStartPage)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+// The memory of the shop
+
+/// A part of 40 jobs and one of 4,000, in place of parts that were made once each.
+void repeatParts() {
+    if (shop().hasRows(u"SELECT JobNo FROM Job WHERE PartNo = 'AGAIN-1'"_s))
+        return;
+    jet::Transaction transaction(shop());
+    for (const char* table : {"Job", "Estimate"}) {
+        const QString key = table == QByteArray("Job") ? u"JobNo"_s : u"EstNo"_s;
+        shop().execute(u"UPDATE %1 SET PartNo = 'AGAIN-1' WHERE %2 MOD 5000 = 11"_s.arg(
+            QString::fromLatin1(table), key));
+        shop().execute(u"UPDATE %1 SET PartNo = 'AGAIN-2' WHERE %2 MOD 50 = 12"_s.arg(
+            QString::fromLatin1(table), key));
+    }
+    transaction.commit();
+    shop().tidy();
+}
+
+/// A look for an estimate of that part with so many operations, among the most used ones.
+void Recall(benchmark::State& state, const char* part) {
+    repeatParts();
+    estimating::MemoryQuestion question{0, QString::fromLatin1(part), {}, true};
+    jet::Recordset most = shop().openRecordset(
+        u"SELECT TOP %1 OperNo FROM JobOper GROUP BY OperNo ORDER BY COUNT(*) DESC"_s.arg(
+            state.range(0)),
+        jet::RecordsetType::Snapshot);
+    for (; !most.eof(); most.moveNext())
+        question.operations.push_back({most[u"OperNo"].toLong(), {}, true});
+    double longest = 0;
+    for (auto _ : state) {
+        QElapsedTimer timer;
+        timer.start();
+        benchmark::DoNotOptimize(estimating::recall(shop(), question, QDate(2026, 11, 23)));
+        longest = std::max(longest, static_cast<double>(timer.nsecsElapsed()) / 1e6);
+    }
+    state.counters["longest ms"] = longest;
+}
+BENCHMARK_CAPTURE(Recall, part_of_40_jobs, "AGAIN-1")
+    ->Arg(6)
+    ->Arg(20)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
+BENCHMARK_CAPTURE(Recall, part_of_4000_jobs, "AGAIN-2")
+    ->Arg(6)
+    ->Arg(20)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
 
 // Finding
 

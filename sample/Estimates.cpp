@@ -10,18 +10,11 @@ using estimating::MiscRow;
 using estimating::OperRow;
 using values::Currency;
 
-EstimateMade makeEstimate(Shop& shop, const QDate& date, const EstimateMade* parent) {
-    Random& random = shop.random;
-    EstimateMade estimate;
-    estimate.custID = parent ? parent->custID : random.of(shop.customers);
-    estimate.rfqNo =
-        parent ? parent->rfqNo : u"RFQ-"_s + QString::number(random.between(1000, 99999));
-    estimate.part = madeUpPart(random);
-    estimate.date = date;
-    estimate.oneShopRate = random.chance(30);
-    estimate.rate = Currency::fromInteger(random.between(55, 75));
-    estimate.quantity = random.of(std::vector<int>{1, 2, 5, 10, 25, 50, 100, 250});
+namespace {
 
+std::vector<OperRow> routingOf(Shop& shop) {
+    Random& random = shop.random;
+    std::vector<OperRow> routing;
     const int rows = random.between(3, 6);
     auto first = static_cast<std::size_t>(random.below(static_cast<int>(shop.inhouse.size())));
     for (int i = 0; i < rows; ++i) {
@@ -33,7 +26,7 @@ EstimateMade makeEstimate(Shop& shop, const QDate& date, const EstimateMade* par
         row.description = operation.description;
         row.rate = operation.rate;
         row.time = random.between(1, 40) * 0.25;
-        estimate.operations.push_back(row);
+        routing.push_back(row);
     }
     if (random.chance(40)) {
         const Operation& operation = random.of(shop.outside);
@@ -42,8 +35,27 @@ EstimateMade makeEstimate(Shop& shop, const QDate& date, const EstimateMade* par
         row.description = operation.description;
         row.inhouse = false;
         row.time = random.between(20, 400) + random.below(4) * 0.25;
-        estimate.operations.insert(estimate.operations.end() - 1, row);
+        routing.insert(routing.end() - 1, row);
     }
+    return routing;
+}
+
+} // namespace
+
+EstimateMade makeEstimate(Shop& shop, const QDate& date, const EstimateMade* parent,
+                          const EstimateMade* before) {
+    Random& random = shop.random;
+    EstimateMade estimate;
+    estimate.custID = parent ? parent->custID : before ? before->custID : random.of(shop.customers);
+    estimate.rfqNo =
+        parent ? parent->rfqNo : u"RFQ-"_s + QString::number(random.between(1000, 99999));
+    estimate.part = before ? before->part : madeUpPart(random);
+    estimate.date = date;
+    estimate.oneShopRate = random.chance(30);
+    estimate.rate = Currency::fromInteger(random.between(55, 75));
+    estimate.quantity = random.of(std::vector<int>{1, 2, 5, 10, 25, 50, 100, 250});
+
+    estimate.operations = before ? before->operations : routingOf(shop);
     const int items = random.below(4);
     const auto firstItem =
         static_cast<std::size_t>(random.below(static_cast<int>(shop.fixedCosts.size())));

@@ -107,10 +107,18 @@ void makeWork(Shop& shop) {
     const auto span = shop.start.daysTo(shop.today);
     const auto wanted = static_cast<std::size_t>(shop.options.jobs);
     std::vector<qint64> gone;
+    std::vector<EstimateMade> known; ///< parts that are ordered again and again
     for (int i = 0; shop.jobs.size() < wanted; ++i) {
         const QDate date = shop.start.addDays(static_cast<qint64>(shop.jobs.size()) * (span - 2) /
                                               shop.options.jobs);
-        const EstimateMade estimate = makeEstimate(shop, date);
+        const EstimateMade estimate = makeEstimate(
+            shop, date, nullptr,
+            i % 4 != 0 && i % 4 != 3 && !known.empty() ? &shop.random.of(known) : nullptr);
+        if (i % 8 == 0) {
+            if (known.size() == 12)
+                known.erase(known.begin());
+            known.push_back(estimate);
+        }
         const auto job = [&](const EstimateMade& from, Origin origin,
                              const JobMade* parent = nullptr) {
             if (shop.jobs.size() < wanted)

@@ -22,8 +22,10 @@ struct EstimateMade {
     QString material;
 };
 
-/// `parent`: the estimate of the whole assembly; a part of it goes to the same customer.
-EstimateMade makeEstimate(Shop& shop, const QDate& date, const EstimateMade* parent = nullptr);
+/// `parent`: the estimate of the whole assembly; a part of it goes to the same customer. `before`:
+/// the customer asks again for that part, in another quantity.
+EstimateMade makeEstimate(Shop& shop, const QDate& date, const EstimateMade* parent = nullptr,
+                          const EstimateMade* before = nullptr);
 
 enum class Origin { Estimate, None, Unknown }; ///< EstNo is the number, 0, Null
 

@@ -3,6 +3,7 @@
 #include "core/Companions.h"
 #include "core/EditActions.h"
 #include "core/Login.h"
+#include "core/MemoryScreen.h"
 #include "core/MirsaMain.h"
 #include "core/Mnemonics.h"
 #include "core/ReportLaunch.h"
@@ -273,6 +274,8 @@ void MDIMain::performHandler(const QString& name) {
         openHelp();
     else if (is(u"mnuUtilitiesRecordHistory"))
         showRecordHistory();
+    else if (is(u"mnuMemory"))
+        showMemory();
     else if (is(u"mnuListHere"))
         showListHere();
     else if (is(u"mnuTravel"))
@@ -323,6 +326,15 @@ void MDIMain::showRecordHistory() {
     screen::Forms::show(u"frmRecordHistory"_s);
     if (auto* history = screen::Forms::find<RecordHistory>(u"frmRecordHistory"_s))
         history->showRecord(name, key);
+}
+
+void MDIMain::showMemory() {
+    if (auto* screen = dynamic_cast<MemoryScreen*>(screen::Forms::active()))
+        screen->showMemory();
+    else
+        screen::MsgBox(u"Open an estimate first: the memory of the shop tells what its part and "
+                       "its operations took before."_s,
+                       screen::Buttons::Ok, screen::Icon::Information, u"System Message"_s);
 }
 
 void MDIMain::launchTraveler(bool withNotes) {

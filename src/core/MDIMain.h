@@ -64,6 +64,7 @@ class MDIMain : public QMainWindow, public Shell {
     void launchTraveler(bool withNotes);
     void showRecordHistory();
     void showListHere();
+    void showMemory();
 
     QMdiArea* m_area;
     QToolBar* ToolBarMainMenu;

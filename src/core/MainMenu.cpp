@@ -158,6 +158,7 @@ const std::vector<MenuEntry>& mainMenu() {
               dialog("mnuCreports", "C&ommon Reports", "frmCreports")}),
         menu("mnuTools", "&Tools",
              {dialog("mnuFind", "&Find Anything...", "frmFind", "Ctrl+K"),
+              ofModule("mnuFileEstimate", handler("mnuMemory", "&Memory of the Shop", "Ctrl+M")),
               handler("mnuSpellCheck", "&Spelling...")}),
         menu("mnuWindow", "&Window",
              {document("mnuStartPage", "&Start Page", "frmStart"),

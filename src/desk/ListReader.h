@@ -1,6 +1,6 @@
 #pragma once
 
-#include "desk/Background.h"
+#include "core/Background.h"
 #include "desk/ListKinds.h"
 
 #include <functional>

@@ -115,7 +115,7 @@ void ModuleList::Form_Load() {
     m_table->arrange(platform::remembered(place(u"columns"_s)).toString());
     m_fresh = true;
     m_allRead = false;
-    m_background = std::make_unique<Background>(core::MainDatabase().name(), this);
+    m_background = std::make_unique<core::Background>(core::MainDatabase().name(), this);
     readRows();
 }
 
@@ -163,7 +163,7 @@ void ModuleList::readRows() {
     const bool latestFirst = !m_allRead && asRead;
     m_background->run(
         [reader = m_reader, read, latestFirst, show](jet::Database& database,
-                                                     const Background& thread) {
+                                                     const core::Background& thread) {
             if (latestFirst) {
                 auto latest = reader->readLatest(database, latestRows);
                 thread.tell([show, latest] { show(latest); });

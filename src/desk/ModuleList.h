@@ -1,6 +1,6 @@
 #pragma once
 
-#include "desk/Background.h"
+#include "core/Background.h"
 #include "desk/ListReader.h"
 #include "desk/ListScreen.h"
 #include "platform/controls/DataCombo.h"
@@ -58,8 +58,8 @@ class ModuleList : public screen::Form, public ListScreen {
     QStringList m_ownViews;
     QString m_failure;
     bool m_allRead = false;
-    bool m_fresh = false;                     ///< loaded and not yet activated
-    std::unique_ptr<Background> m_background; ///< ends first
+    bool m_fresh = false;                           ///< loaded and not yet activated
+    std::unique_ptr<core::Background> m_background; ///< ends first
 };
 
 } // namespace desk

@@ -85,7 +85,7 @@ void frmFind::Form_Load() {
     const QString location = core::MainDatabase().name();
     Indexer::on(location);
     m_finder = std::make_shared<std::unique_ptr<Finder>>();
-    m_background = std::make_unique<Background>(location, this);
+    m_background = std::make_unique<core::Background>(location, this);
     showFound({});
     m_timer.start();
     txtFind->setFocus();
@@ -109,7 +109,7 @@ void frmFind::search() {
     auto found = std::make_shared<std::vector<FoundRecord>>();
     m_background->run(
         [finder = m_finder, path = indexer ? indexer->path() : QString(), text, kinds = m_kinds,
-         found](jet::Database& database, const Background&) {
+         found](jet::Database& database, const core::Background&) {
             if (!*finder)
                 *finder = std::make_unique<Finder>(database, path);
             try {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "desk/Background.h"
+#include "core/Background.h"
 #include "desk/find/Finder.h"
 #include "platform/screen/Form.h"
 
@@ -47,7 +47,7 @@ class frmFind : public screen::Form {
     bool m_opens = false; ///< Enter came before the answer
     QTimer m_timer;
     std::shared_ptr<std::unique_ptr<Finder>> m_finder; ///< of the thread
-    std::unique_ptr<Background> m_background;          ///< ends first
+    std::unique_ptr<core::Background> m_background;    ///< ends first
 };
 
 } // namespace desk

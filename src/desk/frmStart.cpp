@@ -98,7 +98,7 @@ void frmStart::Form_Load() {
     m_sections.clear();
     m_rights = Rights::read(core::MainDatabase());
     m_reading = std::make_shared<StartReading>();
-    m_background = std::make_unique<Background>(core::MainDatabase().name(), this);
+    m_background = std::make_unique<core::Background>(core::MainDatabase().name(), this);
     show(m_sections);
     readLater(true);
     m_timer.start();
@@ -133,7 +133,7 @@ void frmStart::readLater(bool evenIfUnchanged) {
     auto sections = std::make_shared<std::optional<std::vector<StartSection>>>();
     m_background->run(
         [sections, reading = m_reading, rights = m_rights, evenIfUnchanged, now = values::now(),
-         folder = core::shared().ProgramFolder](jet::Database& database, const Background&) {
+         folder = core::shared().ProgramFolder](jet::Database& database, const core::Background&) {
             // Of a server nobody tells that something was written.
             const qint64 version =
                 database.isServer()

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "desk/Background.h"
+#include "core/Background.h"
 #include "desk/StartFacts.h"
 #include "platform/screen/Form.h"
 
@@ -49,7 +49,7 @@ class frmStart : public screen::Form {
     bool m_byUser = false; ///< is being closed by the user
     bool m_fresh = false;
     std::shared_ptr<struct StartReading> m_reading;
-    std::unique_ptr<Background> m_background; ///< ends first
+    std::unique_ptr<core::Background> m_background; ///< ends first
 };
 
 } // namespace desk

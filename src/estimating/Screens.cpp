@@ -7,6 +7,7 @@
 #include "estimating/frmEstNew.h"
 #include "estimating/frmEstimate.h"
 #include "estimating/frmMIAddEdit.h"
+#include "estimating/frmMemory.h"
 #include "estimating/frmMiscItems.h"
 #include "estimating/routing/Register.h"
 #include "platform/screen/Forms.h"
@@ -20,6 +21,7 @@ void registerScreens() {
     registerCatalogue();
     Forms::add<frmEstimate>();
     Forms::add<frmEstNew>();
+    Forms::add<frmMemory>();
     core::addFind({u"frmEstFind"_s, u"Find Estimate"_s, u"Enter an Estimate No. to Find"_s,
                    u"Enter a Part No. to Find"_s},
                   {u"frmEstFound"_s,

@@ -54,6 +54,28 @@ void frmEstimate::ShowModuleMode(Mode mode) {
     cmdAssembly->setEnabled(isBrowse() && Forms::isKnown(u"frmAssemblyInfo"_s));
     if (isAdding())
         calculate();
+    m_memory.followLater();
+}
+
+void frmEstimate::Form_Activate() {
+    RoutedDocument::Form_Activate();
+    m_memory.openIfWanted();
+}
+
+void frmEstimate::showMemory() {
+    m_memory.open();
+}
+
+MemoryShown frmEstimate::forMemory() {
+    const EstimateHeader& header = m_header.now();
+    MemoryShown shown;
+    shown.question = {currentKey(), header.partNo.trimmed(), {}, m_showDollar};
+    for (const OperRow& row : m_routing->operations())
+        shown.question.operations.push_back({row.operNo, row.description, row.inhouse});
+    shown.quantity = static_cast<double>(header.quantity);
+    shown.activeOper = m_routing->activeOperation();
+    shown.isEntry = !isBrowse();
+    return shown;
 }
 
 void frmEstimate::lockFields(bool locked) {
@@ -104,6 +126,7 @@ void frmEstimate::reckon() {
     }
     m_header.show(u"QtyBreakA");
     txtQtyDiscount[0]->setText(u"0"_s);
+    m_memory.followLater();
 }
 
 // Saving and deleting
@@ -189,6 +212,7 @@ void frmEstimate::cmdPartno_Click() {
             ->pick(u"Select Part No."_s, parts, u"There is no Part No. list to select from!"_s);
     if (part)
         txtPartno->setText(*part);
+    m_memory.followLater();
 }
 
 void frmEstimate::cmdRfqno_Click() {

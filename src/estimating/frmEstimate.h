@@ -1,7 +1,9 @@
 #pragma once
 
+#include "core/MemoryScreen.h"
 #include "estimating/EstimateDialogs.h"
 #include "estimating/EstimateStore.h"
+#include "estimating/memory/MemoryBeside.h"
 #include "estimating/routing/RoutedModule.h"
 
 #include <array>
@@ -12,13 +14,16 @@ namespace estimating {
 
 /// The estimate module: header, routing, fixed costs and five price breaks of one estimate. Routing
 /// and fixed costs are working copies until the save; operation notes are staged in their table.
-class frmEstimate : public RoutedDocument<EstimateDraft, EstimateHeader> {
+class frmEstimate : public RoutedDocument<EstimateDraft, EstimateHeader>,
+                    public core::MemoryScreen {
   public:
     static constexpr char formName[] = "frmEstimate";
     frmEstimate();
 
     QSize sizeHint() const override;
+    void Form_Activate() override;
     void ShowModuleMode(Mode mode) override;
+    void showMemory() override;
 
     void cmdNew_Click() override;
     void cmdFind_Click() override;
@@ -58,6 +63,7 @@ class frmEstimate : public RoutedDocument<EstimateDraft, EstimateHeader> {
     void showJobsCreated();
     void txtRfqno_LostFocus();
     RfqPair pair();
+    MemoryShown forMemory();
 
     controls::TextField* txtRfqno = nullptr;
     controls::TextField* txtPartno = nullptr;
@@ -76,6 +82,7 @@ class frmEstimate : public RoutedDocument<EstimateDraft, EstimateHeader> {
     QPushButton* cmdAssembly = nullptr;
 
     RfqNotesField m_rfqNotes;
+    MemoryBeside m_memory;
 };
 
 } // namespace estimating

@@ -52,7 +52,11 @@ QString breakLetter(std::size_t i) {
 
 } // namespace
 
-frmEstimate::frmEstimate() : RoutedDocument(describe(), estimateRouting(), estimateColumns()) {
+frmEstimate::frmEstimate()
+    : RoutedDocument(describe(), estimateRouting(), estimateColumns()),
+      m_memory(
+          *this, [this] { return forMemory(); },
+          [this](qint64 operNo, double figure) { m_routing->bringTime(operNo, figure); }) {
     auto* outside = new QVBoxLayout(this);
     outside->setContentsMargins(6, 6, 6, 6);
     outside->setSpacing(4);
@@ -67,6 +71,11 @@ frmEstimate::frmEstimate() : RoutedDocument(describe(), estimateRouting(), estim
     jobsLabel->setBuddy(dbcJobsCreated);
     title->addWidget(jobsLabel);
     title->addWidget(dbcJobsCreated);
+    title->addSpacing(16);
+    auto* cmdMemory = named(new QPushButton(u"Memory"_s, this), u"cmdMemory"_s);
+    cmdMemory->setToolTip(u"What the shop took before for this part and its operations (Ctrl+M)"_s);
+    on(cmdMemory, &frmEstimate::showMemory);
+    title->addWidget(cmdMemory);
     title->addSpacing(16);
     title->addWidget(datMain());
 
@@ -246,6 +255,8 @@ void frmEstimate::wire() {
     }
     for (CurrencyField* field : fpQtyQP)
         on(field->left, left);
+    on(m_routing->operationsFollowed, [this] { m_memory.followLater(); });
+    on(txtPartno->left, [this] { m_memory.followLater(); });
     on(m_routing->costChanged, &frmEstimate::calculate);
     on(m_routing->fixedCostsChanged, &frmEstimate::calculate);
 }

@@ -16,6 +16,7 @@
 #include <QDir>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTreeWidget>
@@ -46,9 +47,8 @@ class GalleryTest : public testsupport::ScreenFixture {
         useDatabase(core::MainDatabase());
     }
     ~GalleryTest() override {
-        const auto open = screen::Forms::all();
-        for (screen::Form* form : open)
-            delete form;
+        while (!screen::Forms::all().isEmpty())
+            delete screen::Forms::all().first(); // one may have others with it
         timemgmt::ExceptionWatch::end();
         desk::Indexer::end();
         core::shared().MainDatabase.reset();
@@ -178,6 +178,13 @@ TEST_F(GalleryTest, TheRoutingGetsTheHeightOfEachDisplay) {
 TEST_F(GalleryTest, TheDeskShowsTheShopInLightAndDarkAndInEachDisplay) {
     const QDir folder(testsupport::builtFile(u"../gallery"_s));
     const QPalette usual = QApplication::palette();
+    // The latest estimate of a part that was made several times.
+    const qint64 again =
+        core::MainDatabase()
+            .lookup(
+                u"SELECT MAX(EstNo) FROM Estimate WHERE PartNo IN (SELECT PartNo FROM Job WHERE "
+                "Shipped = True GROUP BY PartNo HAVING COUNT(*) > 2)"_s)
+            .toLong();
     QPalette dark(QColor(45, 45, 48), QColor(30, 30, 30));
     dark.setColor(QPalette::Highlight, QColor(42, 100, 160));
     const auto save = [&](const char* how) {
@@ -212,6 +219,21 @@ TEST_F(GalleryTest, TheDeskShowsTheShopInLightAndDarkAndInEachDisplay) {
             press(u"cmdClose"_s);
         });
         screen::Forms::showModal(u"frmFind"_s);
+        screen::Form* estimate = open(u"frmEstimate"_s);
+        ASSERT_TRUE(dynamic_cast<core::RecordScreen*>(estimate)->goToRecord(again));
+        fit();
+        press(u"cmdMemory"_s);
+        screen::Form* memory = screen::Forms::find(u"frmMemory"_s);
+        ASSERT_TRUE(memory);
+        use(memory);
+        memory->resize(inside.width() > 2000 ? QSize(1600, 700) : memory->sizeHint());
+        ASSERT_TRUE(QTest::qWaitFor([this] { return rowCount(u"sprMemory"_s) > 4; }));
+        settle();
+        save(how);
+        control<QTabWidget>(u"SSTabBehind"_s)->setCurrentIndex(1);
+        EXPECT_GT(rowCount(u"sprQuotes"_s), 0);
+        press(u"cmdClose"_s);
+        estimate->unload();
     }
     QApplication::setPalette(usual);
 }

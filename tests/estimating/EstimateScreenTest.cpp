@@ -201,7 +201,7 @@ TEST_P(EstimateScreenTest, TabGoesThroughTheEstimateAsItReads) {
         u"dbcCustomer txtRfqno cmdRfqno txtPartno cmdPartno txtEstDate txtQuantity "
         "txtEstShopRate txtDescription txtMaterial qt_tabwidget_tabbar txtNotes(0) sprOper "
         "cmdOper(0) cmdOper(1) cmdOperRate(0) cmdOperRate(1) sprMisc cmdMisc(0) cmdMisc(1)"_s +
-            breaks + u" cmdSave cmdCancel dbcJobsCreated"_s)
+            breaks + u" cmdSave cmdCancel dbcJobsCreated cmdMemory"_s)
         << "figures that are only shown are passed over";
 }
 

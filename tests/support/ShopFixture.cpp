@@ -17,9 +17,8 @@ void ShopTest::SetUp() {
 
 void ShopTest::TearDown() {
     ScreenFixture::TearDown();
-    const auto open = screen::Forms::all();
-    for (screen::Form* form : open)
-        delete form;
+    while (!screen::Forms::all().isEmpty())
+        delete screen::Forms::all().first(); // one may have others with it
     core::shared() = core::SharedState();
 }
 

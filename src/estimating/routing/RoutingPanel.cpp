@@ -105,6 +105,8 @@ QWidget* RoutingPanel::operPane() {
         if (column == m_noteColumn)
             m_form.guarded([&] { openNote(row); });
     });
+    m_oper->activeRowChanged.connect([this](int) { operationsFollowed(); });
+    m_operations->touched.connect([this] { operationsFollowed(); });
     m_oper->insertAsked.connect([this] { m_form.guarded([this] { insertOperation(); }); });
     m_oper->removeAsked.connect([this] { m_form.guarded([this] { removeOperation(); }); });
 
@@ -189,6 +191,7 @@ std::vector<controls::LineColumn<OperRow>> RoutingPanel::operColumns() {
     }
     auto time = figureColumn(job ? u"Time \\ Amount"_s : u"Time/Amount"_s, 14, &OperRow::time);
     time.locked = [this](const OperRow& row) { return row.inhouse && m_kind.inhouseTimeIsBooked; };
+    m_timeColumn = static_cast<int>(columns.size());
     columns.push_back(std::move(time));
     columns.push_back({.look = {u"Unit"_s, 5}, .text = [this](const OperRow& row) -> QString {
                            if (row.inhouse)
@@ -253,6 +256,24 @@ std::vector<controls::LineColumn<MiscRow>> RoutingPanel::miscColumns() {
 QString RoutingPanel::complaint() {
     const QString why = m_oper->complaint();
     return why.isEmpty() ? m_misc->complaint() : why;
+}
+
+qint64 RoutingPanel::activeOperation() const {
+    const int row = m_oper->activeRow();
+    return row >= 0 && row < m_operations->count() ? m_operations->row(row).operNo : 0;
+}
+
+void RoutingPanel::bringTime(qint64 operNo, double figureToBring) {
+    const std::vector<OperRow>& rows = operations();
+    const auto found = std::find_if(rows.begin(), rows.end(),
+                                    [operNo](const OperRow& row) { return row.operNo == operNo; });
+    if (m_mode == RoutingMode::Browse || found == rows.end())
+        return;
+    const int place = static_cast<int>(found - rows.begin());
+    m_oper->setCurrentIndex(m_oper->model()->index(place, m_timeColumn));
+    m_oper->scrollTo(m_oper->currentIndex());
+    m_oper->setFocus(Qt::OtherFocusReason);
+    m_oper->enter(place, m_timeColumn, figure(figureToBring));
 }
 
 void RoutingPanel::setShowDollar(bool showDollar) {

@@ -46,6 +46,11 @@ class RoutingPanel : public QWidget {
     /// Why what was typed into some cell can't be saved, with that cell opened; empty if all is
     /// well.
     QString complaint();
+    /// The operation of the active row; 0 for none.
+    qint64 activeOperation() const;
+    /// Puts a figure into the time cell of an operation, as if it had been typed there, and goes to
+    /// it. Nothing in Browse.
+    void bringTime(qint64 operNo, double figure);
     bool oneShopRate() const { return m_oneShopRate; }
     void setOneShopRate(bool oneShopRate);
     qint64 documentNo() const { return m_documentNo; }
@@ -59,6 +64,8 @@ class RoutingPanel : public QWidget {
     controls::Event<> costChanged;
     /// Fixed cost rows came or went.
     controls::Event<> fixedCostsChanged;
+    /// Another operation is the active one, or operations came, went or changed.
+    controls::Event<> operationsFollowed;
 
   private:
     using OperLines = controls::LineModel<OperRow>;
@@ -94,6 +101,7 @@ class RoutingPanel : public QWidget {
     controls::LineGrid<OperRow>* m_oper = nullptr;
     controls::LineGrid<MiscRow>* m_misc = nullptr;
     int m_noteColumn = -1;
+    int m_timeColumn = -1;
     std::map<qint64, KeptNote> m_notes; ///< by operation
     QPushButton* m_operButtons[2] = {};
     QPushButton* m_miscButtons[2] = {};

@@ -40,6 +40,8 @@ class LineView : public Grid, private LineWatcher {
     /// Why what stands in some cell can't be taken; empty if all is well. To be asked before the
     /// lines are read for a save: it goes to the cell and opens it.
     QString complaint();
+    /// An entry as if it had been typed into the cell: taken, or marked as refused.
+    void enter(int place, int column, const QString& typed);
 
     Event<int, int> entryTaken; ///< an entry went into a row: its place and column
     Event<> insertAsked;
@@ -76,7 +78,6 @@ class LineView : public Grid, private LineWatcher {
     void showLine(int place);
     void showNumbers(int from);
     void showFirst();
-    void enter(int place, int column, const QString& typed);
     void paste();
     bool answers(const QKeyEvent& event) const;
 

@@ -1,10 +1,10 @@
-#include "desk/Background.h"
+#include "core/Background.h"
 
 #include "platform/jet/Location.h"
 
 #include <QCoreApplication>
 
-namespace desk {
+namespace core {
 
 Background::Background(QString location, QObject* owner)
     : m_location(std::move(location)), m_owner(owner), m_thread([this] { loop(); }) {}
@@ -79,4 +79,4 @@ void Background::loop() {
     m_database.reset();
 }
 
-} // namespace desk
+} // namespace core

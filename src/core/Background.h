@@ -13,7 +13,7 @@
 #include <mutex>
 #include <thread>
 
-namespace desk {
+namespace core {
 
 /// Reads from the database beside the program's work, on a thread and a connection of its own, so
 /// that no window waits for it. Its end breaks off what is going on.
@@ -59,4 +59,4 @@ class Background {
     std::thread m_thread;
 };
 
-} // namespace desk
+} // namespace core
