@@ -11,6 +11,9 @@
 #include "core/ToolIcons.h"
 #include "core/journal/JournalTables.h"
 #include "core/journal/RecordHistory.h"
+#include "core/papers/PaperDrop.h"
+#include "core/papers/PaperKinds.h"
+#include "core/papers/PaperScreen.h"
 #include "core/records/RecordScreen.h"
 #include "platform/jet/Location.h"
 #include "platform/screen/Forms.h"
@@ -32,12 +35,21 @@
 #include <QShortcut>
 #include <QStatusBar>
 #include <QToolBar>
+#include <QToolButton>
 
 namespace core {
 
 namespace {
 
 const QString placeKey = u"shell"_s; ///< of its window's place
+
+/// The number of the record that a form shows; 0 where it shows none that is stored.
+qint64 recordOf(const screen::Form* form) {
+    if (const auto* module = dynamic_cast<const RecordScreen*>(form))
+        return module->currentKey();
+    const auto* other = dynamic_cast<const ShownRecord*>(form);
+    return other ? other->shownRecord() : 0;
+}
 
 QStringList entriesWithoutScreen() {
     QStringList names;
@@ -71,6 +83,9 @@ MDIMain::MDIMain() : m_area(new QMdiArea(this)) {
     takeInitialPlace();
 
     new Mnemonics(m_area, menuBar());
+    new PaperDrop(this, [this](screen::Form& form, const QStringList& files) {
+        screen::guardedCall([&] { showPapers(&form, files); });
+    });
     auto* closeChild = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_F4), this);
     connect(closeChild, &QShortcut::activated, m_area, &QMdiArea::closeActiveSubWindow);
     // Who closes a screen is back where he came from.
@@ -146,6 +161,12 @@ void MDIMain::makeStatusBar() {
         statusBar()->addPermanentWidget(label);
         return label;
     };
+    m_papers = screen::named(new QToolButton(this), u"cmdPapers"_s, u"Papers of this record"_s);
+    m_papers->setAutoRaise(true);
+    m_papers->setFocusPolicy(Qt::NoFocus); // it has Ctrl+O
+    m_papers->setToolTip(u"Papers of this record (Ctrl+O); files can be dropped on its window"_s);
+    connect(m_papers, &QToolButton::clicked, menuAction(u"mnuPapers"_s), &QAction::trigger);
+    statusBar()->addPermanentWidget(m_papers);
     m_mode = panel("pnlMode", u"Mode of the active module"_s);
     m_user = panel("pnlUser", u"Signed-in user"_s);
     m_database = panel("pnlDatabase", u"Database"_s);
@@ -276,6 +297,8 @@ void MDIMain::performHandler(const QString& name) {
         showRecordHistory();
     else if (is(u"mnuMemory"))
         showMemory();
+    else if (is(u"mnuPapers"))
+        showPapers(screen::Forms::active());
     else if (is(u"mnuListHere"))
         showListHere();
     else if (is(u"mnuTravel"))
@@ -311,11 +334,7 @@ QString MDIMain::popUp(const QString& menu, const QPoint& globalPlace) {
 
 void MDIMain::showRecordHistory() {
     const screen::Form* active = screen::Forms::active();
-    qint64 key = 0;
-    if (const auto* module = dynamic_cast<const RecordScreen*>(active))
-        key = module->currentKey();
-    else if (const auto* other = dynamic_cast<const ShownRecord*>(active))
-        key = other->shownRecord();
+    const qint64 key = recordOf(active);
     if (key == 0 || journalTablesOf(active->name()).isEmpty()) {
         screen::MsgBox(u"Open a record first, a job or a customer for instance: the history is "
                        "that of the record in front."_s,
@@ -337,6 +356,28 @@ void MDIMain::showMemory() {
                        screen::Buttons::Ok, screen::Icon::Information, u"System Message"_s);
 }
 
+/// Of the record of a form, with files that were dropped there.
+void MDIMain::showPapers(const screen::Form* form, const QStringList& files) {
+    const QString papers = u"frmPapers"_s;
+    if (form && form->name() == papers) {
+        screen::Forms::find<PaperScreen>(papers)->addFiles(files);
+        return;
+    }
+    const qint64 key = recordOf(form);
+    if (key == 0 || !paperKindOf(form->name())) {
+        screen::MsgBox(u"Open a record first, a job or an estimate for instance, and save it if it "
+                       "is new: papers lie beside a record."_s,
+                       screen::Buttons::Ok, screen::Icon::Information, u"System Message"_s);
+        return;
+    }
+    const QString name = form->name();
+    screen::Forms::show(papers);
+    if (auto* shown = screen::Forms::find<PaperScreen>(papers)) {
+        shown->showRecord(name, key);
+        shown->addFiles(files);
+    }
+}
+
 void MDIMain::launchTraveler(bool withNotes) {
     auto* jobs = screen::Forms::find<RecordScreen>(u"frmJob"_s);
     if (jobs && jobs->currentKey() != 0)
@@ -351,6 +392,11 @@ void MDIMain::place(screen::Form& form) {
     form.installEventFilter(this);
     if (!journalTablesOf(form.name()).isEmpty()) {
         form.addAction(menuAction(u"mnuUtilitiesRecordHistory"_s));
+        form.setContextMenuPolicy(Qt::ActionsContextMenu);
+    }
+    if (paperKindOf(form.name())) {
+        form.setAcceptDrops(true);
+        form.addAction(menuAction(u"mnuPapers"_s));
         form.setContextMenuPolicy(Qt::ActionsContextMenu);
     }
     if (form.opensMaximized())
@@ -429,6 +475,10 @@ void MDIMain::showStatus() {
     m_database->setText(jet::withoutPassword(state.DatabasePath));
     const QMdiSubWindow* frame = m_area->activeSubWindow();
     const QWidget* form = frame ? frame->widget() : nullptr;
+    const auto* document = dynamic_cast<const screen::Form*>(form);
+    const int papers = form ? form->property(papersProperty).toInt() : 0;
+    m_papers->setVisible(document && paperKindOf(document->name()));
+    m_papers->setText(papers > 0 ? u"Papers (%1)"_s.arg(papers) : u"Papers"_s);
     m_mode->setText(form ? form->property("mode").toString().toUpper() : QString());
 }
 

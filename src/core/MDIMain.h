@@ -14,6 +14,7 @@ class QMdiArea;
 class QMdiSubWindow;
 class QMenu;
 class QToolBar;
+class QToolButton;
 
 namespace screen {
 class Form;
@@ -63,6 +64,7 @@ class MDIMain : public QMainWindow, public Shell {
     void showStatus();
     void launchTraveler(bool withNotes);
     void showRecordHistory();
+    void showPapers(const screen::Form* form, const QStringList& files = {});
     void showListHere();
     void showMemory();
 
@@ -71,6 +73,7 @@ class MDIMain : public QMainWindow, public Shell {
     QLabel* m_user;
     QLabel* m_database;
     QLabel* m_mode;
+    QToolButton* m_papers;
     QMenu* m_windowMenu = nullptr;
     QList<QAction*> m_windowList;
     QHash<QString, QAction*> m_actions; ///< by lower-cased name

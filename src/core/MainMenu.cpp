@@ -159,6 +159,7 @@ const std::vector<MenuEntry>& mainMenu() {
         menu("mnuTools", "&Tools",
              {dialog("mnuFind", "&Find Anything...", "frmFind", "Ctrl+K"),
               ofModule("mnuFileEstimate", handler("mnuMemory", "&Memory of the Shop", "Ctrl+M")),
+              handler("mnuPapers", "&Papers of this Record", "Ctrl+O"),
               handler("mnuSpellCheck", "&Spelling...")}),
         menu("mnuWindow", "&Window",
              {document("mnuStartPage", "&Start Page", "frmStart"),

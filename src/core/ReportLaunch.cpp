@@ -3,6 +3,7 @@
 #include "core/MirsaMain.h"
 #include "core/ReportErrors.h"
 #include "core/Shell.h"
+#include "core/papers/BehindTraveler.h"
 #include "platform/report/Mail.h"
 #include "platform/report/Report.h"
 #include "platform/report/ReportError.h"
@@ -72,17 +73,12 @@ bool sendDefaultReport(const QString& module, const QString& formula, QWidget* p
     }
 }
 
-void launchReportFile(const QString& fileName, const QString& formula, const QString& title,
-                      QWidget* parent, report::RowSource* source) {
-    // Catalogued names and fixed ones may carry the separator in front.
-    QString name = fileName;
-    while (name.startsWith(u'\\') || name.startsWith(u'/'))
-        name.remove(0, 1);
-    launchReportAt(programFile(name), formula, title, parent, source);
-}
+namespace {
 
-void launchReportAt(const QString& path, const QString& formula, const QString& title,
-                    QWidget* parent, report::RowSource* source) {
+using Append = std::function<void(report::Document& document, const report::Progress& progress)>;
+
+void launch(const QString& path, const QString& formula, const QString& title, QWidget* parent,
+            report::RowSource* source, const Append& append = {}) {
     screen::BusyPointer pointer(screen::BusyPointer::ArrowAndHourglass);
     report::DatabaseRowSource database(MainDatabase());
     report::Report report(source ? *source : database);
@@ -91,6 +87,7 @@ void launchReportAt(const QString& path, const QString& formula, const QString& 
     report.windowTitle = title;
     report.currencySymbol = shared().CurrencySymbol;
     report.showMoney = HasAccess(u"ShowDollar"_s);
+    report.append = append;
     const auto* display = parent ? parent->screen() : QGuiApplication::primaryScreen();
     const QRect area = display->geometry();
     const double height = area.height() * shared().PreviewHeightFactor;
@@ -111,7 +108,28 @@ void launchReportAt(const QString& path, const QString& formula, const QString& 
     }
 }
 
+/// Catalogued names and fixed ones may carry the separator in front.
+QString reportPath(QString name) {
+    while (name.startsWith(u'\\') || name.startsWith(u'/'))
+        name.remove(0, 1);
+    return programFile(name);
+}
+
+} // namespace
+
+void launchReportFile(const QString& fileName, const QString& formula, const QString& title,
+                      QWidget* parent, report::RowSource* source) {
+    launch(reportPath(fileName), formula, title, parent, source);
+}
+
+void launchReportAt(const QString& path, const QString& formula, const QString& title,
+                    QWidget* parent, report::RowSource* source) {
+    launch(path, formula, title, parent, source);
+}
+
 void launchTraveler(qint64 jobNo, bool withNotes, QWidget* parent) {
+    if (keepsPapers(MainDatabase()))
+        MainDatabase().expect({behindSelect(jobNo)});
     const QString fileName =
         catalogued(withNotes ? u"Module = 'Jobs' and Filename = 'Job_Traveler_Notes.rpt'"_s
                              : u"Module = 'Jobs' and Filename = 'Job_traveler.rpt'"_s);
@@ -119,7 +137,18 @@ void launchTraveler(qint64 jobNo, bool withNotes, QWidget* parent) {
         complain(u"The Job Traveler Report is missing!"_s, u"No Job Traveler Report"_s);
         return;
     }
-    launchReportFile(fileName, u"{Job.jobno} = %1"_s.arg(jobNo), u"Traveler Report"_s, parent);
+    const std::vector<Paper> papers = papersBehind(jobNo);
+    QStringList complaints;
+    Append append;
+    if (!papers.empty())
+        append = [&](report::Document& document, const report::Progress& progress) {
+            complaints = appendPapers(document, papers, progress);
+        };
+    launch(reportPath(fileName), u"{Job.jobno} = %1"_s.arg(jobNo), u"Traveler Report"_s, parent,
+           nullptr, append);
+    if (!complaints.isEmpty())
+        screen::MsgBox(u"Not every paper stands behind the traveler:\n"_s + complaints.join(u'\n'),
+                       screen::Buttons::Ok, screen::Icon::Exclamation, u"Traveler Report"_s);
 }
 
 } // namespace core

@@ -15,6 +15,7 @@
 #include "core/frmTblPopup.h"
 #include "core/frmUserAddEdit.h"
 #include "core/frmUser_Group.h"
+#include "core/papers/frmPapers.h"
 #include "core/reference/ReferenceForms.h"
 #include "platform/screen/Forms.h"
 
@@ -35,6 +36,7 @@ void registerScreens() {
     Forms::add<frmHistory>();
     Forms::add<frmJournal>();
     Forms::add<frmRecordHistory>();
+    Forms::add<frmPapers>();
     Forms::add<frmDBMaint>();
     Forms::add<frmBackup>();
     registerReferenceScreens();

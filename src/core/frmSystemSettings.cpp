@@ -1,6 +1,7 @@
 #include "core/frmSystemSettings.h"
 
 #include "core/MirsaMain.h"
+#include "core/papers/Papers.h"
 #include "core/records/RecordNumbers.h"
 #include "platform/screen/Layout.h"
 #include "platform/screen/Pointer.h"
@@ -51,6 +52,7 @@ frmSystemSettings::frmSystemSettings()
     buildRates(screen::tab(SSTab1, u"Rates"_s));
     buildSecurity(screen::tab(SSTab1, u"Security"_s));
     buildTime(screen::tab(SSTab1, u"Time"_s));
+    buildPapers(screen::tab(SSTab1, u"Papers"_s));
     buildSpelling(screen::tab(SSTab1, u"Spelling"_s));
 
     PB = screen::named(new QProgressBar(this), u"PB"_s, u"Saving"_s);
@@ -203,6 +205,17 @@ bool frmSystemSettings::keepsHoursOver() const {
     return settings && settings->column(u"HoursOverPercent");
 }
 
+void frmSystemSettings::buildPapers(QWidget* page) {
+    screen::Fields fields(page);
+    txtPapersFolder = fields.text(u"txtPapersFolder"_s, u"&Folder for papers:"_s, wide(60));
+    auto* note = fields.note(
+        u"All stations have to reach it under this name. Empty means the folder Papers beside the "
+        "database file; a database on a server has none by itself. Nothing is moved when another "
+        "is named: move what stands in the old one yourself."_s);
+    note->setMinimumWidth(480);
+    keepTogether(fields);
+}
+
 void frmSystemSettings::buildSpelling(QWidget* page) {
     screen::Fields fields(page);
     using spelling::Options;
@@ -282,6 +295,11 @@ void frmSystemSettings::showRow() {
     if (chkLargeNumbers->isEnabled())
         chkLargeNumbers->setChecked(row[u"LargeNumbers"].toBool());
     txtJournalDays->setValue(row[u"JournalDays"]);
+    txtPapersFolder->setEnabled(keepsPapers(MainDatabase()));
+    if (txtPapersFolder->isEnabled()) {
+        txtPapersFolder->setLimit(MainDatabase().width(table, u"PapersFolder"));
+        txtPapersFolder->setValue(row[u"PapersFolder"]);
+    }
     txtHoursOver->setEnabled(keepsHoursOver());
     if (keepsHoursOver())
         txtHoursOver->setValue(row[u"HoursOverPercent"]);
@@ -316,6 +334,8 @@ void frmSystemSettings::saveRow() {
     row.set(u"JournalDays", days.isEmpty() ? jet::Value() : jet::Value(days.toInt()));
     if (keepsLargeNumbers(MainDatabase()))
         row.set(u"LargeNumbers", chkLargeNumbers->isChecked());
+    if (keepsPapers(MainDatabase()))
+        row.set(u"PapersFolder", txtPapersFolder->text().trimmed());
     if (const QString percent = txtHoursOver->text().trimmed(); keepsHoursOver())
         row.set(u"HoursOverPercent",
                 percent.isEmpty() ? jet::Value() : jet::Value(percent.toInt()));

@@ -42,6 +42,7 @@ class frmSystemSettings : public screen::Form {
     void buildRates(QWidget* page);
     void buildSecurity(QWidget* page);
     void buildTime(QWidget* page);
+    void buildPapers(QWidget* page);
     void buildSpelling(QWidget* page);
     void limitToColumns();
     void fillLists();
@@ -69,6 +70,7 @@ class frmSystemSettings : public screen::Form {
     QCheckBox* chkLargeNumbers;
     controls::TextField* txtJournalDays;
     controls::TextField* txtHoursOver;
+    controls::TextField* txtPapersFolder;
     std::vector<std::pair<QCheckBox*, bool spelling::Options::*>> m_spelling;
     QProgressBar* PB;
     QPushButton* cmdOK;

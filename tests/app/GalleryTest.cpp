@@ -1,10 +1,12 @@
 #include "support/Gallery.h"
 #include "app/Screens.h"
 #include "core/MirsaMain.h"
+#include "core/papers/PaperScreen.h"
 #include "core/records/RecordScreen.h"
 #include "desk/find/Indexer.h"
 #include "platform/values/Clock.h"
 #include "platform/values/Literals.h"
+#include "sample/Papers.h"
 #include "sample/PracticeCompany.h"
 #include "sample/Sample.h"
 #include "support/DatabaseFixture.h"
@@ -44,6 +46,7 @@ class GalleryTest : public testsupport::ScreenFixture {
                     m_folder.filePath(u"mirsa-qb-company"_s));
         sample::fill(core::MainDatabase(), {.years = 1, .jobs = 60});
         EXPECT_TRUE(sample::makePracticeCompany(core::MainDatabase(), m_folder.path()));
+        sample::addPapers(core::MainDatabase(), m_folder.path());
         useDatabase(core::MainDatabase());
     }
     ~GalleryTest() override {
@@ -234,6 +237,16 @@ TEST_F(GalleryTest, TheDeskShowsTheShopInLightAndDarkAndInEachDisplay) {
         EXPECT_GT(rowCount(u"sprQuotes"_s), 0);
         press(u"cmdClose"_s);
         estimate->unload();
+        open(u"frmPapers"_s);
+        fit();
+        screen::Forms::find<core::PaperScreen>(u"frmPapers"_s)
+            ->showRecord(u"frmJob"_s,
+                         core::MainDatabase()
+                             .lookup(u"SELECT MAX(Record) FROM Papers WHERE Kind = 'Job'"_s)
+                             .toLong());
+        EXPECT_EQ(rowCount(u"lvwPapers"_s), 2);
+        save(how);
+        form().unload();
     }
     QApplication::setPalette(usual);
 }

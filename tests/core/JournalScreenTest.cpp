@@ -1,7 +1,7 @@
+#include "core/JobModule.h"
 #include "core/MDIMain.h"
 #include "core/MirsaMain.h"
 #include "core/Screens.h"
-#include "core/records/RecordScreen.h"
 #include "platform/jet/Native.h"
 #include "platform/values/Literals.h"
 #include "support/ShopFixture.h"
@@ -12,15 +12,7 @@ namespace {
 
 using screen::Answer;
 
-/// A module that shows job 1.
-class JobModule : public screen::Form, public core::RecordScreen {
-  public:
-    JobModule() : Form(u"frmJob"_s, u"Job"_s) {}
-    QString mode() const override { return u"Browse"_s; }
-    qint64 currentKey() const override { return m_key; }
-    bool goToRecord(qint64) override { return false; }
-    qint64 m_key = 1;
-};
+using coretest::JobModule;
 
 class JournalScreen : public testsupport::ShopTest {
   protected:

@@ -4,6 +4,7 @@
 #include "platform/jet/Location.h"
 #include "platform/jet/Native.h"
 #include "platform/values/Literals.h"
+#include "sample/Papers.h"
 #include "sample/PracticeCompany.h"
 #include "sample/Sample.h"
 #include "setup/Check.h"
@@ -67,6 +68,7 @@ int fillSample(const QString& folder, const sample::Options& options, QTextStrea
     QElapsedTimer timer;
     timer.start();
     sample::fill(*database, options);
+    sample::addPapers(*database, folder);
     if (!sample::makePracticeCompany(*database, folder))
         throw Refusal(u"The practice company can't be written into "_s + folder);
     out << "The sample shop is filled: " << database->lookup(u"SELECT COUNT(*) FROM Job"_s).toText()

@@ -55,8 +55,11 @@ QString papersSelect(const PaperKind& kind, qint64 record, const QStringList& ot
 
 std::vector<Paper> readPapers(jet::Database& database, const QString& select, const PaperKind& kind,
                               qint64 record) {
+    return readPapers(database.openRecordset(select, jet::RecordsetType::Snapshot), kind, record);
+}
+
+std::vector<Paper> readPapers(jet::Recordset rows, const PaperKind& kind, qint64 record) {
     std::vector<Paper> papers;
-    jet::Recordset rows = database.openRecordset(select, jet::RecordsetType::Snapshot);
     for (; !rows.eof(); rows.moveNext())
         papers.push_back({rows[u"ID"].toLong(),
                           rows.text(u"Kind"),

@@ -30,6 +30,7 @@ bool keepsPapers(jet::Database& database);
 QString papersSelect(const PaperKind& kind, qint64 record, const QStringList& others);
 /// The papers of such a select: the record's own first, the latest of each kind first; of the same
 /// file under the same name beside other records the latest alone, and none that is among its own.
+std::vector<Paper> readPapers(jet::Recordset rows, const PaperKind& kind, qint64 record);
 std::vector<Paper> readPapers(jet::Database& database, const QString& select, const PaperKind& kind,
                               qint64 record);
 

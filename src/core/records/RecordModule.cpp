@@ -2,6 +2,9 @@
 
 #include "core/MirsaMain.h"
 #include "core/ReportLaunch.h"
+#include "core/Shell.h"
+#include "core/papers/PaperScreen.h"
+#include "core/papers/Papers.h"
 #include "platform/controls/DataCombo.h"
 #include "platform/screen/Forms.h"
 #include "platform/screen/MsgBox.h"
@@ -30,6 +33,19 @@ namespace {
 
 void expect(const QStringList& selects) {
     MainDatabase().expect({selects.cbegin(), selects.cend()});
+}
+
+/// The select of a record's papers, of the kinds that may be seen; empty where the screen's records
+/// have none.
+QString papersOf(const QString& screen, qint64 key) {
+    const PaperKind* kind = paperKindOf(screen);
+    if (!kind || !keepsPapers(MainDatabase()))
+        return {};
+    QStringList seen;
+    for (const PaperKind& other : paperKinds())
+        if (!shell() || shell()->mayOpen(other.screen))
+            seen += other.name;
+    return papersSelect(*kind, key, seen);
 }
 
 } // namespace
@@ -93,10 +109,16 @@ void RecordModule::Form_Load() {
     }
     orderTabs();
     m_fields.limitTo(core::MainDatabase(), m_descriptor.table);
+    // Where nothing else of the record is read, its papers come with the lists.
+    if (!rows.isEmpty() && partsOf(rows.bookmark().toLong()).isEmpty())
+        if (const QString papers = papersOf(m_descriptor.formName, rows.bookmark().toLong());
+            !papers.isEmpty())
+            m_papers = MainDatabase().openLater(papers);
     openLookups();
     m_fresh = true;
     ShowModuleMode(Mode::Browse);
     show(rows, names);
+    m_papers = {};
     leaveEmptyView();
     if (hasRecord())
         return;
@@ -344,6 +366,7 @@ void RecordModule::onReposition() {
 
 void RecordModule::showEmpty() {
     m_key = 0;
+    setProperty(papersProperty, 0);
     if (isBrowse()) {
         clearFields();
         if (m_showKey)
@@ -366,6 +389,7 @@ void RecordModule::ShowCurrentRecord() {
     if (m_names)
         m_names->setBoundText(key.toText());
     showRecord();
+    countPapers();
     showTitle();
 }
 
@@ -375,7 +399,24 @@ qint64 RecordModule::currentKey() const {
 
 void RecordModule::expectParts(qint64 key) {
     m_expected = key;
-    expect(partsOf(key));
+    QStringList parts = partsOf(key);
+    const QString papers =
+        m_papers.isOpen() ? QString() : papersOf(m_descriptor.formName, key); // on their way else
+    if (!papers.isEmpty())
+        parts += papers;
+    expect(parts);
+}
+
+/// How many papers the record has; the shell shows it.
+void RecordModule::countPapers() {
+    const QString select = papersOf(m_descriptor.formName, m_key);
+    if (select.isEmpty())
+        return;
+    const jet::Recordset rows =
+        m_papers.isOpen() ? m_papers
+                          : MainDatabase().openRecordset(select, jet::RecordsetType::Snapshot);
+    const auto papers = readPapers(rows, *paperKindOf(m_descriptor.formName), m_key);
+    setProperty(papersProperty, static_cast<int>(papers.size()));
 }
 
 bool RecordModule::findKey(qint64 key) {

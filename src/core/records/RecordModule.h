@@ -286,6 +286,7 @@ class RecordModule : public screen::Form,
     bool findKey(qint64 key);
     /// Lets the parts of a record come with its row.
     void expectParts(qint64 key);
+    void countPapers();
     void giveShortcut(QPushButton* push, Role role);
     bool tellSaveFailed(const jet::Error& error);
     void arrangeButtons();
@@ -306,9 +307,10 @@ class RecordModule : public screen::Form,
     controls::DataCombo* m_names = nullptr;
     QString m_namesSelect, m_namesColumn, m_namesKey;
     ActiveView m_view;
-    qint64 m_key = 0;      ///< of the record shown
-    qint64 m_expected = 0; ///< whose parts are on their way
-    bool m_quiet = false;  ///< the main set moves without being shown
+    qint64 m_key = 0;        ///< of the record shown
+    jet::Recordset m_papers; ///< of the first record, while the module is opened
+    qint64 m_expected = 0;   ///< whose parts are on their way
+    bool m_quiet = false;    ///< the main set moves without being shown
     QTimer* m_draftTimer;
     QJsonObject m_draft; ///< as it was written last; as the entry began, before that
     bool m_draftBegun = false;

@@ -34,6 +34,9 @@ void write(QDataStream& out, const Page& page) {
             for (const float value : item.rectangles)
                 out << value;
             break;
+        case PageItem::Kind::Scan:
+            out << item.picture;
+            break;
         }
     }
 }
@@ -67,6 +70,9 @@ Page read(QDataStream& in) {
                 in >> value;
             break;
         }
+        case PageItem::Kind::Scan:
+            in >> item.picture;
+            break;
         }
     }
     return page;

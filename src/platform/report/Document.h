@@ -15,7 +15,7 @@ namespace report {
 
 /// Something at its place on a page, in millimetres from the paper's upper left corner.
 struct PageItem {
-    enum class Kind : quint8 { Text, Line, Box, Picture, Bars };
+    enum class Kind : quint8 { Text, Line, Box, Picture, Bars, Scan };
     Kind kind = Kind::Text;
     Align align = Align::Left;
     quint16 style = 0; ///< of a text: index into Document::styles; of a picture: into pictures
@@ -27,6 +27,7 @@ struct PageItem {
     QRgb color = 0;                ///< of a line, of a box's frame
     QRgb fill = 0;                 ///< of a box; 0: none
     std::vector<float> rectangles; ///< of bars: x, y, w, h of each in millimetres from the place
+    QByteArray picture;            ///< of a scan: a PNG or JPEG, of this page alone
     bool stretch = false;          ///< during layout: follows the height of its band
 };
 

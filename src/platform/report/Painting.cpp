@@ -77,6 +77,9 @@ void PagePainter::paint(QPainter& painter, const Page& page, double unitsPerMm) 
         case PageItem::Kind::Picture:
             painter.drawImage(place, m_document.pictures[item.style]);
             break;
+        case PageItem::Kind::Scan:
+            painter.drawImage(place, scan(item.picture));
+            break;
         case PageItem::Kind::Bars:
             for (std::size_t index = 0; index + 3 < item.rectangles.size(); index += 4) {
                 const float* bar = &item.rectangles[index];
@@ -88,6 +91,15 @@ void PagePainter::paint(QPainter& painter, const Page& page, double unitsPerMm) 
         }
     }
     painter.restore();
+}
+
+/// What was painted last is likely painted again, while somebody scrolls.
+QImage PagePainter::scan(const QByteArray& picture) const {
+    if (const QImage* known = m_scans.object(picture))
+        return *known;
+    const QImage made = QImage::fromData(picture);
+    m_scans.insert(picture, new QImage(made), made.sizeInBytes());
+    return made;
 }
 
 void writePdf(const Document& document, QIODevice& device,

@@ -2,6 +2,7 @@
 
 #include "platform/report/Document.h"
 
+#include <QCache>
 #include <QFont>
 
 #include <functional>
@@ -25,10 +26,12 @@ class PagePainter {
 
   private:
     double textX(const PageItem& item) const;
+    QImage scan(const QByteArray& picture) const;
 
     const Document& m_document;
     std::vector<QFont> m_fonts;
-    std::vector<double> m_ascents; ///< millimetres
+    std::vector<double> m_ascents;                         ///< millimetres
+    mutable QCache<QByteArray, QImage> m_scans{200 << 20}; ///< bytes
 };
 
 /// Writes all pages as a PDF. `progress` as in layOut. Throws ReportError: fileError, cancelled.

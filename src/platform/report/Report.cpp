@@ -27,9 +27,11 @@ int Report::printReport() {
         if (!showMoney)
             leaveOutMoney(file);
         ProgressBox progress(u"Preparing the report: page %1 ..."_s, windowTitle, parentWindow);
-        std::shared_ptr<const Document> document =
-            layOut(file, m_source, selectionFormula,
-                   {[&](int pages) { return progress.goOn(pages); }, currencySymbol});
+        const Progress goOn = [&](int pages) { return progress.goOn(pages); };
+        std::shared_ptr<Document> document =
+            layOut(file, m_source, selectionFormula, {goOn, currencySymbol});
+        if (append)
+            append(*document, goOn);
         progress.close();
         const WindowPlacing placing{windowTitle.isEmpty() ? file.title : windowTitle,
                                     windowLeft,

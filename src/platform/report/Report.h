@@ -41,6 +41,8 @@ class Report {
     bool showMoney = true; ///< false: what the file marks as money is left out
     int windowHeight = 0, windowWidth = 0, windowTop = 0, windowLeft = 0;
     QPointer<QWidget> parentWindow;
+    /// Puts further pages behind the report's own, before they are shown.
+    std::function<void(Document& document, const Progress& progress)> append;
 
     /// Makes the report and opens its preview. 0, or the engine's code: 20504 no such file, 20515
     /// error in the formula, 20509 and 20525 faults of the file, 20530 no room for the pages, 20533
