@@ -79,6 +79,21 @@ struct Placed {
     bool operator<(const Placed& other) const { return key < other.key; }
 };
 
+/// The first row from `from` on that is behind; a place near by costs few looks, so that rows which
+/// take turns are as cheap as rows which stand together.
+template <typename IsBehind>
+std::vector<int>::const_iterator nextPlace(std::vector<int>::const_iterator from,
+                                           std::vector<int>::const_iterator end,
+                                           const IsBehind& isBehind) {
+    std::ptrdiff_t step = 1;
+    while (end - from >= step && !isBehind(from[step - 1])) {
+        from += step;
+        step *= 2;
+    }
+    return std::partition_point(from, from + std::min(step - 1, end - from),
+                                [&](int row) { return !isBehind(row); });
+}
+
 } // namespace
 
 void sortRows(Rows& rows, const std::vector<SortTerm>& terms, int behind, EngineOrder order) {
@@ -103,16 +118,15 @@ void sortRows(Rows& rows, const std::vector<SortTerm>& terms, int behind, Engine
     std::stable_sort(moved.begin(), moved.end());
     std::vector<int> sorted;
     sorted.reserve(static_cast<std::size_t>(rows.count()));
-    auto from = plain.begin();
+    auto from = plain.cbegin();
     for (const Placed& one : moved) {
         const auto place =
-            std::upper_bound(from, plain.end(), one.key,
-                             [&](const QByteArray& key, int row) { return key < keys.key(row); });
+            nextPlace(from, plain.cend(), [&](int row) { return one.key < keys.key(row); });
         sorted.insert(sorted.end(), from, place);
         sorted.push_back(one.row);
         from = place;
     }
-    sorted.insert(sorted.end(), from, plain.end());
+    sorted.insert(sorted.end(), from, plain.cend());
     rows.pick(sorted);
 }
 

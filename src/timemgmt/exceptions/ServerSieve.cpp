@@ -2,6 +2,8 @@
 
 #include "platform/jet/Native.h"
 
+#include <algorithm>
+
 namespace timemgmt {
 
 namespace {
@@ -10,24 +12,36 @@ namespace {
 constexpr const char* settings[][2] = {
     {"work_mem", "'128MB'"}, {"parallel_tuple_cost", "0"}, {"jit", "off"}};
 
-// Numbers and dates come first: a comparison of texts costs as much as all of them.
+// Each joined table by itself: rows that carry what three joins need cost twice as much. Who has
+// left, or isn't there, is found by the index of employees. The status comes as plain text, which
+// is compared in a tenth of the time, and last.
 constexpr char work[] =
-    "SELECT t.id FROM timelog t LEFT JOIN sign_in s ON t.signid = s.id LEFT JOIN job j ON "
-    "t.jobno = j.jobno LEFT JOIN employee e ON t.empid = e.empid WHERE (s.id IS NULL OR t.empid IS "
-    "DISTINCT FROM s.empid OR t.startdate < s.sign_in OR t.startdate > s.sign_out OR t.suspdate > "
-    "s.sign_out OR t.finishdate > s.sign_out OR (t.jobno > 0 AND j.jobno IS NULL) OR (t.startdate "
-    "> j.shipdate AND t.startdate >= date_trunc('day', j.shipdate) + interval '1 day' AND "
-    "j.shipped <> 0) OR e.empid IS NULL OR (t.startdate > e.terminate AND e.empstatus = "
-    "'Terminated')) AND t.status IS DISTINCT FROM '0'";
+    "WITH RECURSIVE booked(empid) AS ((SELECT min(empid) FROM timelog) UNION ALL SELECT (SELECT "
+    "min(empid) FROM timelog WHERE empid > b.empid) FROM booked b WHERE b.empid IS NOT NULL) "
+    "SELECT t.id FROM timelog t LEFT JOIN sign_in s ON t.signid = s.id WHERE (s.id IS NULL OR "
+    "t.empid IS DISTINCT FROM s.empid OR t.startdate < s.sign_in OR t.startdate > s.sign_out OR "
+    "t.suspdate > s.sign_out OR t.finishdate > s.sign_out) AND t.status::text IS DISTINCT FROM '0' "
+    "UNION ALL SELECT t.id FROM timelog t LEFT JOIN (SELECT jobno, CASE WHEN shipped <> 0 THEN "
+    "date_trunc('day', shipdate) + interval '1 day' END AS after FROM job) j ON t.jobno = j.jobno "
+    "WHERE ((t.jobno > 0 AND j.jobno IS NULL) OR t.startdate >= j.after) AND t.status::text IS "
+    "DISTINCT FROM '0' "
+    "UNION ALL SELECT t.id FROM employee e JOIN timelog t ON t.empid = e.empid AND t.startdate > "
+    "e.terminate WHERE e.empstatus = 'Terminated' AND t.status::text IS DISTINCT FROM '0' "
+    "UNION ALL SELECT id FROM timelog WHERE empid IS NULL AND status::text IS DISTINCT FROM '0' "
+    "UNION ALL SELECT t.id FROM booked b JOIN timelog t ON t.empid = b.empid WHERE NOT EXISTS "
+    "(SELECT 1 FROM employee e WHERE e.empid = b.empid) AND t.status::text IS DISTINCT FROM '0'";
 
-// Who shares time with any later attendance shares it with the next one.
+// Who shares time with any later attendance shares it with the next one; those later ones are
+// looked up then, as they are few.
 constexpr char attendance[] =
-    "SELECT s.id FROM (SELECT id, empid, sign_in, sign_out, max(sign_out) OVER before AS latest, "
-    "lead(sign_in) OVER (PARTITION BY empid ORDER BY sign_in, id) AS next FROM sign_in WINDOW "
-    "before AS (PARTITION BY empid ORDER BY sign_in, id ROWS BETWEEN UNBOUNDED PRECEDING AND 1 "
-    "PRECEDING)) s LEFT JOIN employee e ON s.empid = e.empid WHERE s.sign_out IS NULL OR s.sign_in "
-    "< s.latest OR s.sign_out > s.next OR e.empid IS NULL OR (s.sign_in > e.terminate AND "
-    "e.empstatus = 'Terminated')";
+    "WITH kept AS (SELECT id, empid, sign_in, sign_out, lead(sign_in) OVER (PARTITION BY empid "
+    "ORDER BY sign_in, id) AS next FROM sign_in), shared AS (SELECT * FROM kept WHERE sign_out IS "
+    "NULL OR sign_out > next) SELECT id FROM shared UNION ALL SELECT l.id FROM shared s JOIN "
+    "sign_in l ON l.empid = s.empid AND l.sign_in >= s.sign_in AND l.sign_in < s.sign_out AND "
+    "(l.sign_in, l.id) > (s.sign_in, s.id) UNION ALL SELECT s.id FROM employee e JOIN sign_in s ON "
+    "s.empid = e.empid AND s.sign_in > e.terminate WHERE e.empstatus = 'Terminated' UNION ALL "
+    "SELECT s.id FROM (SELECT DISTINCT empid FROM sign_in) d JOIN sign_in s ON s.empid IS NOT "
+    "DISTINCT FROM d.empid WHERE NOT EXISTS (SELECT 1 FROM employee e WHERE e.empid = d.empid)";
 
 std::vector<qint64> numbers(jet::Database& database, const QByteArray& select) {
     jet::Native native(database);
@@ -38,6 +52,8 @@ std::vector<qint64> numbers(jet::Database& database, const QByteArray& select) {
                 [&](const std::vector<jet::Cell>& cells) { found.push_back(cells[0].integer); });
     for (const auto& [name, value] : settings)
         native.execute(QByteArray("RESET ") + name);
+    std::sort(found.begin(), found.end()); // a record may be in question twice
+    found.erase(std::unique(found.begin(), found.end()), found.end());
     return found;
 }
 
