@@ -9,6 +9,7 @@
 #include "core/ReportLaunch.h"
 #include "core/Spelling.h"
 #include "core/ToolIcons.h"
+#include "core/UndoScreen.h"
 #include "core/journal/JournalTables.h"
 #include "core/journal/RecordHistory.h"
 #include "core/papers/PaperDrop.h"
@@ -77,6 +78,7 @@ MDIMain::MDIMain() : m_area(new QMdiArea(this)) {
     for (const MenuEntry& entry : popupMenus())
         m_popups.insert(entry.name.toLower(), makeMenu(entry, this));
     m_windowMenu = menuAction(u"mnuWindow"_s)->menu();
+    connect(menuAction(u"mnuEdit"_s)->menu(), &QMenu::aboutToShow, this, [this] { nameSteps(); });
     connect(m_windowMenu, &QMenu::aboutToShow, this, [this] { listWindows(); });
     makeToolBar();
     makeStatusBar();
@@ -252,6 +254,10 @@ void MDIMain::ToolBarMainMenu_ButtonClick(int number) {
 // Entries
 
 void MDIMain::perform(const MenuEntry& entry) {
+    // A menu that was opened by keys leaves the keyboard nowhere.
+    QWidget* focus = QApplication::focusWidget();
+    if ((!focus || focus == menuBar()) && m_lastControl && m_lastControl->isVisible())
+        m_lastControl->setFocus(Qt::MenuBarFocusReason);
     screen::guardedCall([&] {
         switch (entry.does) {
         case MenuEntry::Does::Document:
@@ -275,6 +281,8 @@ void MDIMain::performHandler(const QString& name) {
         SwitchUser();
     else if (is(u"mnuFileExit"))
         close();
+    else if (is(u"mnuEditUndo") || is(u"mnuEditRedo"))
+        undoHere(is(u"mnuEditRedo"));
     else if (is(u"mnuEditCut"))
         edit::cut(m_lastControl);
     else if (is(u"mnuEditCopy"))
@@ -345,6 +353,28 @@ void MDIMain::showRecordHistory() {
     screen::Forms::show(u"frmRecordHistory"_s);
     if (auto* history = screen::Forms::find<RecordHistory>(u"frmRecordHistory"_s))
         history->showRecord(name, key);
+}
+
+void MDIMain::undoHere(bool again) {
+    auto* entry = dynamic_cast<UndoScreen*>(screen::Forms::active());
+    if (entry)
+        again ? entry->redoEntry() : entry->undoEntry();
+}
+
+/// What Undo and Redo would do. Their keys belong to the screens.
+void MDIMain::nameSteps() {
+    auto* entry = dynamic_cast<UndoScreen*>(screen::Forms::active());
+    if (entry)
+        entry->settleEntry();
+    const auto name = [this](const QString& action, const QString& word, const QString& step,
+                             const QString& key) {
+        QString caption =
+            step.isEmpty() ? word : word + u' ' + QString(step).replace(u"&"_s, u"&&"_s);
+        menuAction(action)->setText(caption + u'\t' + key);
+        menuAction(action)->setEnabled(!step.isEmpty());
+    };
+    name(u"mnuEditUndo"_s, u"&Undo"_s, entry ? entry->undoName() : QString(), u"Ctrl+Z"_s);
+    name(u"mnuEditRedo"_s, u"&Redo"_s, entry ? entry->redoName() : QString(), u"Ctrl+Y"_s);
 }
 
 void MDIMain::showMemory() {

@@ -67,6 +67,8 @@ class MDIMain : public QMainWindow, public Shell {
     void showPapers(const screen::Form* form, const QStringList& files = {});
     void showListHere();
     void showMemory();
+    void undoHere(bool again);
+    void nameSteps();
 
     QMdiArea* m_area;
     QToolBar* ToolBarMainMenu;

@@ -11,6 +11,7 @@
 #include "platform/values/Format.h"
 #include "platform/values/Literals.h"
 
+#include <QJsonDocument>
 #include <QLabel>
 #include <QPushButton>
 
@@ -23,6 +24,8 @@ using screen::MsgBox;
 using values::Currency;
 
 namespace {
+
+const QString rfqNotesKey = u"rfqNotes"_s; // in the entry's history
 
 QStringList column(const QString& select, const QString& name) {
     jet::Recordset set = core::MainDatabase().openRecordset(select, jet::RecordsetType::Snapshot);
@@ -156,28 +159,51 @@ void frmEstimate::deleteDocument(qint64 estNo) {
 
 // The draft: notes of the RFQ number stand in a table of their own
 
+QJsonObject frmEstimate::packedRfqNotes() {
+    const RfqNotesEntry notes = m_rfqNotes.entry(txtNotes[2]->text());
+    return {{u"CustID"_s, m_rfqNotes.pair().custId},
+            {u"RFQNo"_s, m_rfqNotes.pair().rfqNo},
+            {u"shown"_s, notes.shown},
+            {u"now"_s, notes.now}};
+}
+
+void frmEstimate::takeRfqNotes(const QJsonObject& notes) {
+    m_rfqNotes.show({notes[u"CustID"_s].toInteger(), notes[u"RFQNo"_s].toString()},
+                    notes[u"shown"_s].toString());
+    txtNotes[2]->setText(notes[u"now"_s].toString());
+}
+
 QJsonObject frmEstimate::packedEntry() {
     QJsonObject entry = RoutedDocument::packedEntry();
-    const RfqNotesEntry notes = m_rfqNotes.entry(txtNotes[2]->text());
-    if (notes.now != notes.shown) {
-        entry[u"rfqNotes"_s] = QJsonObject{{u"CustID"_s, m_rfqNotes.pair().custId},
-                                           {u"RFQNo"_s, m_rfqNotes.pair().rfqNo},
-                                           {u"shown"_s, notes.shown},
-                                           {u"now"_s, notes.now}};
-    }
+    const QJsonObject notes = packedRfqNotes();
+    if (notes[u"now"_s] != notes[u"shown"_s])
+        entry[u"rfqNotes"_s] = notes;
     return entry;
 }
 
 void frmEstimate::takeEntry(const QJsonObject& entry) {
     RoutedDocument::takeEntry(entry);
     const QJsonObject notes = entry[u"rfqNotes"_s].toObject();
-    if (notes.isEmpty()) {
+    if (notes.isEmpty())
         txtRfqno_LostFocus();
-        return;
-    }
-    m_rfqNotes.show({notes[u"CustID"_s].toInteger(), notes[u"RFQNo"_s].toString()},
-                    notes[u"shown"_s].toString());
-    txtNotes[2]->setText(notes[u"now"_s].toString());
+    else
+        takeRfqNotes(notes);
+}
+
+std::vector<core::EntryPart> frmEstimate::entryParts() {
+    std::vector<core::EntryPart> parts = RoutedDocument::entryParts();
+    parts.push_back({rfqNotesKey,
+                     jet::Value(QString::fromUtf8(
+                         QJsonDocument(packedRfqNotes()).toJson(QJsonDocument::Compact))),
+                     txtNotes[2]});
+    return parts;
+}
+
+void frmEstimate::restorePart(const QString& key, const jet::Value& value) {
+    if (key == rfqNotesKey)
+        takeRfqNotes(QJsonDocument::fromJson(value.toText().toUtf8()).object());
+    else
+        RoutedDocument::restorePart(key, value);
 }
 
 bool frmEstimate::holdsEntry(const QJsonObject& entry, const jet::Recordset& row) {

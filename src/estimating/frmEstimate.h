@@ -45,6 +45,8 @@ class frmEstimate : public RoutedDocument<EstimateDraft, EstimateHeader>,
     void deleteDocument(qint64 estNo) override;
     QJsonObject packedEntry() override;
     void takeEntry(const QJsonObject& entry) override;
+    std::vector<core::EntryPart> entryParts() override;
+    void restorePart(const QString& key, const jet::Value& value) override;
     bool holdsEntry(const QJsonObject& entry, const jet::Recordset& row) override;
     void reckon() override;
     void customerTaken() override { txtRfqno_LostFocus(); }
@@ -63,6 +65,8 @@ class frmEstimate : public RoutedDocument<EstimateDraft, EstimateHeader>,
     void showJobsCreated();
     void txtRfqno_LostFocus();
     RfqPair pair();
+    QJsonObject packedRfqNotes();
+    void takeRfqNotes(const QJsonObject& notes);
     MemoryShown forMemory();
 
     controls::TextField* txtRfqno = nullptr;

@@ -27,6 +27,10 @@ namespace {
 
 using Column = controls::LineColumn<OrderLine>;
 
+const QString headerWord = u"h:"_s; // in front of their columns' names, in the entry's history
+const QString vendorWord = u"v:"_s;
+const QString numbersKey = u"itemNumbers"_s; // which lines get as they come and go
+
 Column textColumn(const QString& title, int characters, QString OrderLine::*member,
                   bool stretches = false) {
     return {.look = {.title = title, .characters = characters, .stretches = stretches},
@@ -69,6 +73,7 @@ OrderModule::OrderModule(core::ModuleDescriptor module, const OrderKind& kind, W
     m_lines->keep = [](const OrderLine& stands, OrderLine& put) {
         put.itemNumber = stands.itemNumber;
     };
+    followLines(*m_lines, u"item"_s);
     m_lines->touched.connect([this] {
         guarded([this] {
             if (!isNumbered())
@@ -304,6 +309,29 @@ void OrderModule::takeRecord(const jet::Recordset* row) {
 
 OrderDocument OrderModule::document() {
     return {currentKey(), m_header.now(), m_vendor.now(), lines()};
+}
+
+std::vector<core::EntryPart> OrderModule::entryParts() {
+    std::vector<core::EntryPart> parts = DocumentOf::entryParts();
+    m_header.addParts(parts, headerWord);
+    m_vendor.addParts(parts, vendorWord);
+    QStringList numbers;
+    for (const OrderLine& line : m_lines->rows())
+        numbers << QString::number(line.itemNumber);
+    parts.push_back({numbersKey, jet::Value(numbers.join(u' ')), nullptr, true});
+    return parts;
+}
+
+void OrderModule::restorePart(const QString& key, const jet::Value& value) {
+    if (key == numbersKey) {
+        const QStringList numbers = value.toText().split(u' ');
+        for (int place = 0; place < std::min<int>(m_lines->count(), int(numbers.size())); ++place)
+            m_lines->patch(place,
+                           [&](OrderLine& line) { line.itemNumber = numbers[place].toInt(); });
+    } else if (!m_header.restorePart(key, headerWord, value) &&
+               !m_vendor.restorePart(key, vendorWord, value)) {
+        DocumentOf::restorePart(key, value);
+    }
 }
 
 bool OrderModule::isSame(const OrderDocument& a, const OrderDocument& b) const {

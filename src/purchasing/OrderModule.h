@@ -50,6 +50,9 @@ class OrderModule : public core::DocumentOf<OrderDocument> {
     void lockFields(bool locked) override;
     bool validate() override;
     OrderDocument document() override;
+    std::vector<core::EntryPart> entryParts() override;
+    void restorePart(const QString& key, const jet::Value& value) override;
+    void entryRestored() override { MakeTotal(); }
     bool isSame(const OrderDocument& a, const OrderDocument& b) const override;
     QJsonObject pack(const OrderDocument& document, const OrderDocument* before) const override;
     OrderDocument unpack(const QJsonObject& packed, const OrderDocument& stored) const override;

@@ -124,6 +124,12 @@ void DocumentFields::settle() {
     }
 }
 
+QWidget* DocumentFields::widgetOf(const DocumentColumn& column) const {
+    const auto found = std::find_if(m_bound.begin(), m_bound.end(),
+                                    [&](const Bound& one) { return one.column == &column; });
+    return found == m_bound.end() ? nullptr : found->control.widget;
+}
+
 void DocumentFields::setMoneyShown(bool shown) const {
     for (const Bound& one : m_bound) {
         if (!one.column->hidesMoney)

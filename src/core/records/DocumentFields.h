@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/records/DocumentColumns.h"
+#include "core/records/EntryUndo.h"
 #include "platform/screen/BoundFields.h"
 #include "platform/screen/Form.h"
 
@@ -37,6 +38,8 @@ class DocumentFields {
     void read(void* document);
     /// What stands in the fields was not typed: after they were emptied.
     void settle();
+    /// The control of a column; nullptr if there is none.
+    QWidget* widgetOf(const DocumentColumn& column) const;
     /// Shows or hides the secured columns with their labels.
     void setMoneyShown(bool shown) const;
 
@@ -72,6 +75,22 @@ class ShownDocument {
     void show(Doc document) {
         m_now = std::move(document);
         m_fields.show(&m_now);
+    }
+    /// The columns as parts of an entry, each key with that word in front; and one put back. False
+    /// if the key isn't of this document.
+    void addParts(std::vector<EntryPart>& parts, const QString& word) {
+        now();
+        for (const DocumentColumn& column : m_columns.columns())
+            parts.push_back({word + column.name, column.get(&m_now), m_fields.widgetOf(column),
+                             column.reckoned || column.shownOnly || column.control.isEmpty()});
+    }
+    bool restorePart(const QString& key, const QString& word, const jet::Value& value) {
+        if (!key.startsWith(word))
+            return false;
+        const QString name = key.mid(word.size());
+        m_columns.column(name).set(&now(), value);
+        show(name);
+        return true;
     }
     /// Shows one column again, after it was set in now().
     void show(QStringView column) { m_fields.show(&m_now, column); }

@@ -58,6 +58,7 @@ class LinedModule : public DocumentOf<LinedDocument<Header, Row>> {
                 const DocumentLines<Row>& lines, LineTable table)
         : Base(std::move(descriptor)), m_header(header), m_how(lines), m_table(std::move(table)) {
         this->on(m_lines->touched, [this] { linesChanged(); });
+        this->followLines(*m_lines, u"line"_s);
     }
 
   protected:
@@ -94,6 +95,16 @@ class LinedModule : public DocumentOf<LinedDocument<Header, Row>> {
         linesChanged();
     }
     Doc document() override { return {0, m_header.now(), m_lines->visibleRows()}; }
+    std::vector<EntryPart> entryParts() override {
+        std::vector<EntryPart> parts = Base::entryParts();
+        m_header.addParts(parts, u"h:"_s);
+        return parts;
+    }
+    void restorePart(const QString& key, const jet::Value& value) override {
+        if (!m_header.restorePart(key, u"h:"_s, value))
+            Base::restorePart(key, value);
+    }
+    void entryRestored() override { linesChanged(); }
     std::optional<Doc> load(qint64 key) override {
         const jet::Recordset row = openRow(key);
         if (row.isEmpty())

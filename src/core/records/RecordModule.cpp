@@ -53,6 +53,7 @@ QString papersOf(const QString& screen, qint64 key) {
 RecordModule::RecordModule(ModuleDescriptor descriptor)
     : Form(descriptor.formName, descriptor.caption), m_descriptor(std::move(descriptor)),
       m_data(new controls::DataControl(this)), m_modeLabel(new QLabel(this)),
+      m_undo(*this, *this, [this](const std::function<void()>& work) { guarded(work); }),
       m_draftTimer(new QTimer(this)) {
     on(m_draftTimer, &QTimer::timeout, [this] { keepDraft(); });
     screen::named(m_data, m_descriptor.dataControlName, u"Records"_s);
@@ -276,6 +277,7 @@ void RecordModule::setMode(Mode mode) {
     m_mode = mode;
     setProperty("mode", modeWord(mode));
     arrangeDraft();
+    m_undo.restart();
 }
 
 void RecordModule::showTitle() {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/UndoScreen.h"
+#include "core/records/EntryUndo.h"
 #include "core/records/RecordScreen.h"
 #include "platform/controls/DataControl.h"
 #include "platform/jet/Database.h"
@@ -114,7 +116,9 @@ struct ActiveView {
 class RecordModule : public screen::Form,
                      public RecordScreen,
                      public LookupUser,
-                     public DraftScreen {
+                     public DraftScreen,
+                     public UndoScreen,
+                     protected EntrySubject {
   public:
     enum class Mode { Browse, Add, Edit, Copy };
 
@@ -129,6 +133,11 @@ class RecordModule : public screen::Form,
     void refreshLookup(const QString& table) override;
     bool isStored(const Draft& draft) override;
     DraftOpening openDraft(const Draft& draft) override;
+    QString undoName() const override { return m_undo.undoName(); }
+    QString redoName() const override { return m_undo.redoName(); }
+    void settleEntry() override { m_undo.settle(); }
+    void undoEntry() override;
+    void redoEntry() override;
     /// Writes the draft of the open entry, if that has changed since.
     void keepDraft();
 
@@ -265,6 +274,13 @@ class RecordModule : public screen::Form,
     /// Names of fields and boxes that are entered and stand for no column of the table.
     virtual QStringList unboundEntries() const { return {}; }
 
+    // What Ctrl+Z takes back: the bound columns and unbound controls, and what a member adds.
+    std::vector<EntryPart> entryParts() override;
+    void restorePart(const QString& key, const jet::Value& value) override;
+    bool isInEntry() const override { return !isBrowse(); }
+    /// Steps of these lines are steps of the entry; `word` is what people call a line.
+    void followLines(controls::LineList& lines, const QString& word) { m_undo.follow(lines, word); }
+
     /// What the window's title says of the record besides its number: a company's name.
     virtual QString recordName() const { return {}; }
     /// The formula of the report on the record shown.
@@ -311,6 +327,7 @@ class RecordModule : public screen::Form,
     jet::Recordset m_papers; ///< of the first record, while the module is opened
     qint64 m_expected = 0;   ///< whose parts are on their way
     bool m_quiet = false;    ///< the main set moves without being shown
+    EntryUndo m_undo;
     QTimer* m_draftTimer;
     QJsonObject m_draft; ///< as it was written last; as the entry began, before that
     bool m_draftBegun = false;

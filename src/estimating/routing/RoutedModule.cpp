@@ -27,6 +27,8 @@ using core::Role;
 
 namespace {
 
+const QString oneRateKey = u"oneRate"_s; // in the entry's history
+
 const QString& anyCustomer() {
     static const QString select = u"SELECT TOP 1 CustID FROM Customer"_s;
     return select;
@@ -54,6 +56,10 @@ RoutedModule::RoutedModule(core::ModuleDescriptor descriptor, const RoutingKind&
 }
 
 void RoutedModule::Form_Load() {
+    if (!std::exchange(m_followsLines, true)) {
+        followLines(m_routing->operationLines(), u"operation"_s);
+        followLines(m_routing->fixedCostLines(), u"fixed cost"_s);
+    }
     DocumentModule::Form_Load();
     // As after a save: from the first field in the title line a stray key would leave the record.
     if (QPushButton* close = button(Role::Close); close && isBrowse())
@@ -400,6 +406,20 @@ bool RoutedModule::holdsNotes(const QJsonObject& entry, qint64 documentNo) const
 
 void RoutedModule::cancelStaged() {
     NoteStaging(core::MainDatabase(), m_kind, m_routing->documentNo()).cancel();
+}
+
+std::vector<core::EntryPart> RoutedModule::entryParts() {
+    std::vector<core::EntryPart> parts = DocumentModule::entryParts();
+    parts.push_back(
+        {oneRateKey, jet::Value(m_routing->oneShopRate()), control(u"cmdOperRate(0)"_s)});
+    return parts;
+}
+
+void RoutedModule::restorePart(const QString& key, const jet::Value& value) {
+    if (key == oneRateKey)
+        m_routing->setOneShopRate(value.toBool());
+    else
+        DocumentModule::restorePart(key, value);
 }
 
 void RoutedModule::tellNeighbours() {

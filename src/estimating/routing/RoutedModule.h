@@ -43,6 +43,9 @@ class RoutedModule : public core::DocumentModule, public inventory::NewWork {
     void reloadLines() override;
     void tellTooLarge() override;
     void cancelStaged() override;
+    std::vector<core::EntryPart> entryParts() override;
+    void restorePart(const QString& key, const jet::Value& value) override;
+    void entryRestored() override { calculate(); }
     void tellNeighbours() override;
     /// Shows the lines of an entry that another run began, their notes staged again.
     void takeUpLines(RoutedLines lines, bool oneShopRate);
@@ -114,6 +117,7 @@ class RoutedModule : public core::DocumentModule, public inventory::NewWork {
 
     QLabel* lblCustID = nullptr;
     bool m_customerTyped = false;
+    bool m_followsLines = false;
     bool m_tooLarge = false; ///< the figures, and that has been told
     QWidget* fraBrowse = nullptr;
     QWidget* fraEdit = nullptr;
@@ -143,6 +147,15 @@ class RoutedDocument : public core::DocumentOf<Draft, RoutedModule> {
     void setHeaderValue(const QString& column, const jet::Value& value) override {
         m_header.columns().column(column).set(&m_header.now(), value);
         m_header.show(column);
+    }
+    std::vector<core::EntryPart> entryParts() override {
+        std::vector<core::EntryPart> parts = Base::entryParts();
+        m_header.addParts(parts, headerWord());
+        return parts;
+    }
+    void restorePart(const QString& key, const jet::Value& value) override {
+        if (!m_header.restorePart(key, headerWord(), value))
+            Base::restorePart(key, value);
     }
     void keepLinesBefore() override { static_cast<RoutedLines&>(Base::m_before) = this->lines(); }
     bool isSame(const Draft& a, const Draft& b) const override {
@@ -183,6 +196,10 @@ class RoutedDocument : public core::DocumentOf<Draft, RoutedModule> {
     }
 
     core::ShownDocument<Header> m_header;
+
+  private:
+    /// In front of its columns' names, in the entry's history.
+    static QString headerWord() { return u"h:"_s; }
 };
 
 } // namespace estimating

@@ -46,6 +46,8 @@ class RoutingPanel : public QWidget {
     /// Why what was typed into some cell can't be saved, with that cell opened; empty if all is
     /// well.
     QString complaint();
+    controls::LineList& operationLines() { return *m_operations; }
+    controls::LineList& fixedCostLines() { return *m_fixedCosts; }
     /// The operation of the active row; 0 for none.
     qint64 activeOperation() const;
     /// Puts a figure into the time cell of an operation, as if it had been typed there, and goes to

@@ -146,6 +146,8 @@ class LineGrid : public LineView {
             if (!why.isEmpty())
                 return why;
         }
+        if (entries.size() == 1)
+            m_model->nextChange = at(entries.front().column).look.title;
         const typename LineModel<Row>::Group group(*m_model);
         for (auto& [place, row] : changed)
             m_model->change(place, std::move(row));

@@ -2,6 +2,7 @@
 
 #include "platform/controls/Event.h"
 #include "platform/controls/Guard.h"
+#include "platform/values/Literals.h"
 
 #include <algorithm>
 #include <functional>
@@ -41,6 +42,9 @@ class LineList {
     int visibleCount() const {
         return static_cast<int>(std::count(m_hidden.begin(), m_hidden.end(), char{0}));
     }
+    QString word = u"line"_s; ///< what people call a line
+    QString nextChange; ///< what the next change is of, a column's title; the line itself if empty
+
     /// Takes back, or does again, the last thing that the user did; false where there is none.
     virtual bool undo() = 0;
     virtual bool redo() = 0;
@@ -55,6 +59,10 @@ class LineList {
     Event<> touched;
     /// The same, when a step was taken back or done again.
     Event<> restored;
+    /// Before `touched`: the user did something that undo() takes back, and what that was.
+    Event<const QString&> stepped;
+    /// Other rows are shown: nothing that was done can be taken back.
+    Event<> forgotten;
 
   protected:
     void tell(const std::function<void(LineWatcher&)>& news) const {
@@ -96,6 +104,7 @@ class LineModel : public LineList {
         m_done.clear();
         m_undone.clear();
         tell([](LineWatcher& watcher) { watcher.linesReset(); });
+        forgotten();
     }
     /// Shows all lines again, where it is not the rows that changed but how they are shown.
     void redraw() const {
@@ -173,7 +182,28 @@ class LineModel : public LineList {
         m_undone.clear();
         if (m_done.size() > 1000)
             m_done.erase(m_done.begin());
-        guarded([this] { touched(); });
+        const QString name = nameOf(m_done.back());
+        guarded([&] {
+            stepped(name);
+            touched();
+        });
+    }
+
+    QString nameOf(const Steps& steps) {
+        const QString title = std::exchange(nextChange, {});
+        const QString of = steps.size() > 1 ? word + u's' : word;
+        switch (steps.front().kind) {
+        case Kind::Change:
+            return u"change of "_s + (title.isEmpty() ? of : title);
+        case Kind::Insert:
+            return u"insertion of "_s + of;
+        case Kind::Move:
+            return u"move of "_s + of;
+        case Kind::Remove:
+        case Kind::Hide:
+            break;
+        }
+        return u"removal of "_s + of;
     }
 
     bool step(std::vector<Steps>& from, std::vector<Steps>& to, bool forward) {

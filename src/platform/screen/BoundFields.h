@@ -58,6 +58,7 @@ class BoundFields {
     void writeChanges(jet::Recordset& row) const;
     void clear() const;
     void lock(bool locked) const;
+    const std::vector<Column>& columns() const { return m_columns; }
     /// The first field that takes entries; nullptr if there is none.
     QWidget* firstEntry() const;
 
