@@ -131,7 +131,8 @@ CREATE TABLE Journal (
 
 CREATE TABLE Writer (
     ID LONG PRIMARY KEY,
-    Who TEXT(60)
+    Who TEXT(60),
+    [At] DATETIME
 );
 
 CREATE TABLE Papers (
@@ -147,7 +148,8 @@ CREATE TABLE Papers (
 );
 
 CREATE INDEX Papers_Record_Kind ON Papers (Record, Kind);
-CREATE INDEX Journal_Record_TableName ON Journal (Record, TableName);
+DROP INDEX Journal_Record_TableName;
+CREATE INDEX Journal_Record ON Journal (Record);
 CREATE INDEX Journal_At ON Journal ([At]);
 CREATE INDEX Users_UserID ON Users (UserID);
 CREATE INDEX SecurityUsers_id ON SecurityUsers (id);

@@ -352,7 +352,7 @@ TEST_P(Journal, IsSearchedByPersonDayTableAndRecordAndTrimmed) {
     execute(u"UPDATE SystemSettings SET JournalDays = 30");
     core::JournalTrim(testDatabase().location(), now.addDays(31));
     core::trimJournal(db(), now.addDays(31));
-    EXPECT_EQ(told().size(), 0);
+    EXPECT_EQ(told().size(), 1) << "by the last row the next ones are numbered";
 }
 
 TEST_P(Journal, IsMendedWhereItIsNoLongerKept) {
@@ -362,7 +362,9 @@ TEST_P(Journal, IsMendedWhereItIsNoLongerKept) {
     EXPECT_EQ(setup::upgrade(db()).size(), 1);
     EXPECT_TRUE(setup::check(db(), {}).empty());
     execute(u"ALTER TABLE Job ADD COLUMN Colour TEXT(20)");
-    EXPECT_EQ(setup::upgrade(db()).size(), db().isServer() ? 0 : 1);
+    EXPECT_EQ(setup::upgrade(db()).size(), 1);
     execute(u"INSERT INTO Job (Colour) VALUES ('blue')");
-    EXPECT_TRUE(told(u"WHERE TableName = 'Job'"_s).value(0).contains(u"blue"));
+    EXPECT_TRUE(told().last().contains(u"blue"));
+    execute(u"UPDATE Job SET Colour = 'red'");
+    EXPECT_TRUE(told().last().contains(u"red"));
 }

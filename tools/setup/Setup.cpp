@@ -172,11 +172,19 @@ QStringList replacedIndexes() {
 
 qint64 lastGiven(jet::Database& database, const QString& table, const QString& counter) {
     jet::Native native(database);
-    if (!database.isServer())
+    if (!database.isServer()) {
+        const QByteArray named =
+            " WHERE name = '" + values::quoted(table).toUtf8() + "' COLLATE NOCASE";
+        // The journal's numbers are counted by its rows alone.
+        const bool counted =
+            !native.value("SELECT 1 FROM sqlite_schema" + named + " AND sql LIKE '%AUTOINCREMENT%'")
+                 .isNull();
         return native
-            .value("SELECT seq FROM sqlite_sequence WHERE name = '" +
-                   values::quoted(table).toUtf8() + "' COLLATE NOCASE")
+            .value(counted
+                       ? "SELECT seq FROM sqlite_sequence" + named
+                       : "SELECT MAX(" + native.quoted(counter) + ") FROM " + native.quoted(table))
             .toInteger();
+    }
     const QString sequence = native
                                  .value("SELECT pg_get_serial_sequence('" + native.quoted(table) +
                                         "', '" + counter.toLower().toUtf8() + "')")

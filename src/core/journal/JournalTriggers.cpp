@@ -26,9 +26,23 @@ std::vector<std::pair<JournalTable, const jet::Table*>> present(jet::Database& d
 
 // A file
 
-/// A value as JSON. json_quote() would cut a number's last bits, and refuses what isn't text.
-QByteArray json(const QByteArray& value) {
-    return "CASE typeof(" + value + ") WHEN 'real' THEN quote(" + value +
+/// The journal's table. As a counter, its number would be looked up and written in the engine's
+/// list of counters with each statement; as it is, numbers rise as long as the last row stays.
+constexpr char fileTable[] =
+    "CREATE TABLE Journal (ID INTEGER PRIMARY KEY NOT NULL, \"At\" DATETIME, Who TEXT(60) COLLATE "
+    "NOCASE, TableName TEXT(30) COLLATE NOCASE, RowKey TEXT(40) COLLATE NOCASE, Record INT, "
+    "\"Action\" TEXT(1) COLLATE NOCASE, Changes LONGTEXT COLLATE NOCASE)";
+
+/// A value as JSON; what a column mostly holds is asked for first. json_quote() would cut a
+/// number's last bits, and refuses what isn't text.
+QByteArray json(const QByteArray& value, const jet::Column& column) {
+    using Type = jet::ColumnType;
+    QByteArray first;
+    if (column.type == Type::Text || column.type == Type::Memo || column.type == Type::DateTime)
+        first = " WHEN 'text' THEN json_quote(" + value + ')';
+    else if (column.type != Type::Double && column.type != Type::Currency)
+        first = " WHEN 'integer' THEN " + value;
+    return "CASE typeof(" + value + ')' + first + " WHEN 'real' THEN quote(" + value +
            ") WHEN 'blob' THEN json_quote(hex(" + value + ")) ELSE json_quote(" + value + ") END";
 }
 
@@ -38,7 +52,7 @@ QByteArray wholeRow(const jet::Native& native, const jet::Table& table, const QB
     for (const jet::Column& column : table.columns) {
         const QByteArray name = native.quoted(column.name), value = side + '.' + name;
         sql += (sql.isEmpty() ? "" : "||") + ("CASE WHEN " + value) + " IS NULL THEN '' ELSE '," +
-               name + ":'||" + json(value) + " END";
+               name + ":'||" + json(value, column) + " END";
     }
     return "'{'||substr(" + sql + ",2)||'}'";
 }
@@ -54,7 +68,7 @@ QByteArray changes(const jet::Native& native, const jet::Table& table) {
     for (const jet::Column& column : table.columns) {
         const QByteArray name = native.quoted(column.name);
         sql += (sql.isEmpty() ? "" : "||") + ("CASE WHEN " + differs(name)) + " THEN '," + name +
-               ":['||" + json("OLD." + name) + "||','||" + json("NEW." + name) +
+               ":['||" + json("OLD." + name, column) + "||','||" + json("NEW." + name, column) +
                "||']' ELSE '' END";
     }
     return "'{'||substr(" + sql + ",2)||'}'";
@@ -67,6 +81,11 @@ QByteArray anyChange(const jet::Native& native, const jet::Table& table) {
     return sql;
 }
 
+/// A program that signs its transactions says when, too. Working the time out costs more than the
+/// rest of a row; only by needing the other time is it left alone where there is one.
+constexpr char at[] = "coalesce(w.\"At\", strftime('%Y-%m-%d %H:%M:%S', "
+                      "'now'||coalesce(w.\"At\",''), 'localtime'))";
+
 QString triggerName(const QString& table, char event) {
     return u"Journal_"_s + table + u'_' + QLatin1Char(event);
 }
@@ -74,7 +93,7 @@ QString triggerName(const QString& table, char event) {
 /// Only what every SQLite of today has: whatever program writes, its write passes here.
 Parts fileParts(jet::Database& database) {
     const jet::Native native(database);
-    Parts parts;
+    Parts parts{{u"Journal"_s, fileTable}};
     for (const auto& [journalled, table] : present(database)) {
         const QByteArray key =
             table->key() ? native.quoted(table->key()->name) : QByteArray("rowid");
@@ -89,10 +108,10 @@ Parts fileParts(jet::Database& database) {
             parts[name] =
                 "CREATE TRIGGER " + native.quoted(name) + " AFTER " + when +
                 " BEGIN INSERT INTO Journal (\"At\", Who, TableName, RowKey, Record, \"Action\", "
-                "Changes) VALUES (strftime('%Y-%m-%d %H:%M:%S','now','localtime'), "
-                "(SELECT substr(Who,1,60) FROM Writer), '" +
-                journalled.name.toUtf8() + "', substr(" + side + '.' + key + ",1,40), " + record +
-                ", '" + event + "', " + contents + "); END";
+                "Changes) SELECT " +
+                at + ", w.Who, '" + journalled.name.toUtf8() + "', " + side + '.' + key + ", " +
+                record + ", '" + event + "', " + contents +
+                " FROM (SELECT 1) LEFT JOIN Writer w; END";
         };
         const QByteArray on = " ON " + native.quoted(table->name);
         add('I', "INSERT" + on, "NEW", wholeRow(native, *table, "NEW"));
@@ -106,61 +125,94 @@ Parts fileParts(jet::Database& database) {
 // A server
 
 constexpr char rowsFunction[] = "mirsa_journal_rows";
-constexpr char changesFunction[] = "mirsa_journal_changes";
 
-/// What both functions insert, once for all rows of a statement. They run with their owner's
-/// rights: who writes a table may have none on the journal.
-QByteArray functionText(const QByteArray& name, const QByteArray& schema, const QByteArray& body) {
-    return "CREATE OR REPLACE FUNCTION " + name +
+QByteArray changesFunction(const jet::Table& table) {
+    return "mirsa_journal_u_" + table.name.toLower().toUtf8();
+}
+
+/// What a function inserts, once for all rows of a statement. They run with their owner's rights:
+/// who writes a table may have none on the journal.
+QByteArray functionText(const QString& name, const QByteArray& schema, const QByteArray& body) {
+    return "CREATE OR REPLACE FUNCTION " + name.toUtf8() +
            "() RETURNS trigger LANGUAGE plpgsql SECURITY DEFINER SET search_path = " + schema +
            ", pg_temp AS $body$" + body + "$body$";
 }
 
-QByteArray body(const QByteArray& changes, const QByteArray& from) {
+QByteArray body(const QByteArray& table, const QByteArray& key, const QByteArray& record,
+                const QByteArray& changes, const QByteArray& from) {
     return "BEGIN INSERT INTO journal (at, who, tablename, rowkey, record, action, changes) SELECT "
            "localtimestamp, left(coalesce(nullif(current_setting('mirsa.who', true), ''), "
-           "session_user), 60), TG_ARGV[1], left(r.j->>TG_ARGV[0], 40), "
-           "(r.j->>nullif(TG_ARGV[2], ''))::integer, left(TG_OP, 1), " +
-           changes + " FROM " + from + "; RETURN NULL; END";
+           "session_user), 60), " +
+           table + ", left(" + key + ", 40), " + record + ", left(TG_OP, 1), " + changes +
+           " FROM " + from + "; RETURN NULL; END";
 }
 
 QByteArray rowsBody() {
-    return body("(jsonb_strip_nulls(r.j) - '" + QString::fromUtf16(jet::hiddenIdentity).toUtf8() +
+    return body("TG_ARGV[1]", "r.j->>TG_ARGV[0]", "(r.j->>nullif(TG_ARGV[2], ''))::integer",
+                "(jsonb_strip_nulls(r.j) - '" + QString::fromUtf16(jet::hiddenIdentity).toUtf8() +
                     "')::text",
                 "(SELECT to_jsonb(c) AS j FROM told c) r");
 }
 
-/// A row's two states stand at the same place of both tables, also where its key has changed.
-/// Values are compared as JSON, since citext would pass over a change of case.
-QByteArray changesBody() {
-    const auto numbered = [](const QByteArray& table) {
-        return "(SELECT row_number() OVER () AS i, to_jsonb(c) AS j FROM " + table + " c) ";
+/// A table's own, which names its columns: to take rows apart by the names in them would cost ten
+/// times as much. A row's two states stand at the same place of both tables, also where its key
+/// has changed.
+QByteArray changesBody(const jet::Native& native, const JournalTable& journalled,
+                       const jet::Table& table, const QByteArray& key) {
+    QByteArrayList changes, differ;
+    for (const jet::Column& column : table.columns) {
+        const QByteArray name = native.quoted(column.name);
+        // Letter by letter, which this type's own comparison is not.
+        const QByteArray letters =
+            column.type == jet::ColumnType::Text || column.type == jet::ColumnType::Memo ? "::text"
+                                                                                         : "";
+        const QByteArray before = "r." + name + letters, after = "a." + name + letters;
+        differ += before + " IS DISTINCT FROM " + after;
+        changes += "CASE WHEN " + differ.back() + " THEN '" + name + ":['||coalesce(to_json(" +
+                   before + ")::text,'null')||','||coalesce(to_json(" + after +
+                   ")::text,'null')||']' END";
+    }
+    const auto numbered = [](const QByteArray& rows) {
+        return "(SELECT row_number() OVER () AS row_place, c.* FROM " + rows + " c) ";
     };
-    return body("d.t", numbered("before") + "r JOIN " + numbered("after") +
-                           "a USING (i) CROSS JOIN LATERAL (SELECT jsonb_object_agg(n.key, "
-                           "jsonb_build_array(r.j->n.key, n.value))::text AS t FROM "
-                           "jsonb_each(a.j) n WHERE r.j->n.key IS DISTINCT FROM n.value) d WHERE "
-                           "d.t IS NOT NULL");
+    return body('\'' + journalled.name.toUtf8() + '\'', "r." + key + "::text",
+                journalled.record.isEmpty() ? "NULL::integer"
+                                            : "r." + native.quoted(journalled.record) + "::integer",
+                "'{'||concat_ws(','," + changes.join(',') + ")||'}'",
+                numbered("before") + "r JOIN " + numbered("after") + "a USING (row_place) WHERE " +
+                    differ.join(" OR "));
 }
 
-Parts serverParts(jet::Database& database) {
+QString serverKey(const jet::Table& table) {
+    return table.key() ? table.key()->name.toLower() : QString::fromUtf16(jet::hiddenIdentity);
+}
+
+/// By name, what they do.
+Parts serverFunctions(jet::Database& database) {
+    const jet::Native native(database);
+    Parts functions{{QString::fromLatin1(rowsFunction), rowsBody()}};
+    for (const auto& [journalled, table] : present(database))
+        functions[QString::fromUtf8(changesFunction(*table))] =
+            changesBody(native, journalled, *table, native.quoted(serverKey(*table)));
+    return functions;
+}
+
+Parts serverTriggers(jet::Database& database) {
     const jet::Native native(database);
     Parts parts;
     for (const auto& [journalled, table] : present(database)) {
-        const QString key =
-            table->key() ? table->key()->name.toLower() : QString::fromUtf16(jet::hiddenIdentity);
         const auto add = [&, &journalled = journalled,
                           &table = table](char event, const QByteArray& when,
-                                          const QByteArray& tables, const char* function) {
+                                          const QByteArray& tables, const QByteArray& function) {
             const QString name = triggerName(table->name, event).toLower();
             parts[name] = "CREATE TRIGGER " + native.quoted(name) + " AFTER " + when + " ON " +
                           native.quoted(table->name) + " REFERENCING " + tables +
-                          " FOR EACH STATEMENT EXECUTE FUNCTION " + function + "('" + key.toUtf8() +
-                          "', '" + journalled.name.toUtf8() + "', '" +
+                          " FOR EACH STATEMENT EXECUTE FUNCTION " + function + "('" +
+                          serverKey(*table).toUtf8() + "', '" + journalled.name.toUtf8() + "', '" +
                           journalled.record.toLower().toUtf8() + "')";
         };
         add('I', "INSERT", "NEW TABLE AS told", rowsFunction);
-        add('U', "UPDATE", "OLD TABLE AS before NEW TABLE AS after", changesFunction);
+        add('U', "UPDATE", "OLD TABLE AS before NEW TABLE AS after", changesFunction(*table));
         add('D', "DELETE", "OLD TABLE AS told", rowsFunction);
     }
     return parts;
@@ -188,6 +240,22 @@ QByteArrayList drops(jet::Database& database) {
     return statements;
 }
 
+/// The journal's table of a file as it should be, with the rows that it has.
+QByteArrayList newFileTable(jet::Database& database) {
+    if (jet::Native(database)
+            .value("SELECT sql FROM sqlite_schema WHERE name = 'Journal'")
+            .toText() == QLatin1String(fileTable))
+        return {};
+    const QByteArray columns = "ID, \"At\", Who, TableName, RowKey, Record, \"Action\", Changes";
+    return {"ALTER TABLE Journal RENAME TO JournalBefore",
+            fileTable,
+            "INSERT INTO Journal (" + columns + ") SELECT " + columns +
+                " FROM JournalBefore ORDER BY ID",
+            "DROP TABLE JournalBefore",
+            "CREATE INDEX \"Journal_Record\" ON Journal (Record)",
+            "CREATE INDEX \"Journal_At\" ON Journal (\"At\")"};
+}
+
 } // namespace
 
 void installJournal(jet::Database& database) {
@@ -195,11 +263,18 @@ void installJournal(jet::Database& database) {
     if (database.isServer()) {
         const QByteArray schema =
             jet::Native(database).value("SELECT quote_ident(current_schema())").toText().toUtf8();
-        statements += functionText(rowsFunction, schema, rowsBody());
-        statements += functionText(changesFunction, schema, changesBody());
+        statements += "DROP FUNCTION IF EXISTS mirsa_journal_changes()"; // an earlier release's
+        const Parts functions = serverFunctions(database);
+        for (auto function = functions.cbegin(); function != functions.cend(); ++function)
+            statements += functionText(function.key(), schema, function.value());
+        statements += serverTriggers(database).values();
+    } else {
+        statements += newFileTable(database);
+        Parts parts = fileParts(database);
+        parts.remove(u"Journal"_s);
+        statements += parts.values();
     }
-    const Parts parts = database.isServer() ? serverParts(database) : fileParts(database);
-    perform(database, statements + parts.values());
+    perform(database, statements);
 }
 
 void removeJournal(jet::Database& database) {
@@ -212,14 +287,14 @@ bool isJournalKept(jet::Database& database) {
     if (!database.isServer()) {
         wanted = fileParts(database);
         for (const jet::Native::Row& row :
-             native.rows("SELECT name, sql FROM sqlite_schema WHERE type = 'trigger'"))
+             native.rows("SELECT name, sql FROM sqlite_schema WHERE type = 'trigger' OR name = "
+                         "'Journal'"))
             found[row[0].toText()] = row[1].toText().toUtf8();
     } else {
-        wanted = serverParts(database);
+        wanted = serverTriggers(database);
         for (QByteArray& any : wanted)
             any.clear();
-        wanted[QString::fromLatin1(rowsFunction)] = rowsBody();
-        wanted[QString::fromLatin1(changesFunction)] = changesBody();
+        wanted.insert(serverFunctions(database));
         for (const jet::Native::Row& row : native.rows(
                  "SELECT tgname::text, '' FROM pg_trigger WHERE NOT tgisinternal AND tgenabled <> "
                  "'D' UNION ALL SELECT proname::text, prosrc FROM pg_proc WHERE proname LIKE "

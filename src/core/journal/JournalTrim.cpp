@@ -22,10 +22,12 @@ bool trimJournal(jet::Database& database, const QDateTime& now) {
     jet::Native native(database);
     jet::Arguments limit;
     limit.addText(now.addDays(-days).toString(u"yyyy-MM-dd HH:mm:ss"_s));
+    // The last row stays: the next ones are numbered behind it.
     const QByteArray before =
         database.isServer() ? native.parameter(1) + "::timestamp" : native.parameter(1);
     return native.write("DELETE FROM Journal WHERE ID IN (SELECT ID FROM Journal WHERE " +
-                            native.quoted(u"At"_s) + " < " + before + " ORDER BY " +
+                            native.quoted(u"At"_s) + " < " + before +
+                            " AND ID < (SELECT MAX(ID) FROM Journal) ORDER BY " +
                             native.quoted(u"At"_s) + " LIMIT " + QByteArray::number(changesAtOnce) +
                             ')',
                         limit) == changesAtOnce;

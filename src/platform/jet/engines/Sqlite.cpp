@@ -15,6 +15,7 @@ namespace jet {
 namespace {
 
 constexpr int busyMilliseconds = 20000;
+constexpr int mostOfAWriter = 60;
 
 class SqlitePrepared : public Prepared {
   public:
@@ -342,7 +343,10 @@ void Sqlite::begin(int depth, const QString&) {
     try {
         Arguments who;
         who.addText(m_writer);
-        step(m_sign, "INSERT OR REPLACE INTO Writer (ID, Who) VALUES (1, ?1)", who);
+        step(m_sign,
+             "INSERT OR REPLACE INTO Writer (ID, Who, \"At\") VALUES (1, ?1, "
+             "strftime('%Y-%m-%d %H:%M:%S', 'now', 'localtime'))",
+             who);
     } catch (...) {
         rollback(0);
         throw;
@@ -360,11 +364,11 @@ void Sqlite::commit(int depth) {
 }
 
 void Sqlite::setWriter(const QString& who) {
-    const auto table = prepare(
-        "SELECT 1 FROM sqlite_schema WHERE type = 'table' AND name = 'Writer'", Access::Reads);
+    const auto table =
+        prepare("SELECT 1 FROM pragma_table_info('Writer') WHERE name = 'At'", Access::Reads);
     Rows rows;
     step(table, Arguments(), &rows, -1);
-    m_writer = rows.isEmpty() ? QString() : who;
+    m_writer = rows.isEmpty() ? QString() : who.left(mostOfAWriter);
 }
 
 void Sqlite::rollback(int depth) {
