@@ -146,7 +146,11 @@ QString poLinesSelect(qint64 poNumber) {
 }
 
 std::vector<OrderLine> loadRfqLines(jet::Database& database, const QString& select) {
-    return load(database.openRecordset(select, jet::RecordsetType::Snapshot), false);
+    return loadRfqLines(database.openRecordset(select, jet::RecordsetType::Snapshot));
+}
+
+std::vector<OrderLine> loadRfqLines(const jet::Recordset& opened) {
+    return load(opened, false);
 }
 
 std::vector<OrderLine> loadPoLines(jet::Database& database, qint64 poNumber) {

@@ -79,6 +79,7 @@ QString rfqLinesSelect(const QString& key);
 QString firstRfqLinesSelect(qint64 group);
 QString poLinesSelect(qint64 poNumber);
 std::vector<OrderLine> loadRfqLines(jet::Database& database, const QString& select);
+std::vector<OrderLine> loadRfqLines(const jet::Recordset& opened);
 std::vector<OrderLine> loadPoLines(jet::Database& database, qint64 poNumber);
 
 /// Values of a column that were used with a vendor before, for one of his parts where one is given:

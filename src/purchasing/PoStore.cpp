@@ -16,10 +16,6 @@ QString num(qint64 number) {
     return QString::number(number);
 }
 
-QString linesOf(qint64 poNumber) {
-    return u"SELECT ID, ItemNumber FROM POItem WHERE PONumber = "_s + num(poNumber);
-}
-
 QString receiptsOf(qint64 poNumber) {
     return u"SELECT ItemID, Sum(QtyRecvd) AS QtySum FROM POReceived WHERE PONumber = "_s +
            num(poNumber) + u" GROUP BY ItemID"_s;
@@ -50,42 +46,50 @@ Received receivedOf(jet::Database& database, qint64 poNumber) {
 void replacePoLines(jet::Database& database, qint64 poNumber, const Received& received,
                     const std::vector<OrderLine>& lines) {
     qint64 highest = poNumber;
-    for (const OrderLine& line : lines)
-        highest = std::max(highest, line.id);
-    // The old rows first, so that nothing but the new ones is there to be read back.
-    database.execute(u"DELETE * FROM POItem WHERE PONumber is NULL OR PONumber = "_s +
-                     num(poNumber));
-    std::vector<std::vector<jet::Value>> rows;
-    std::map<qint64, qint64> receivedAs; // the line's new number, its ID before
+    QStringList kept;
     for (const OrderLine& line : lines) {
-        const auto number = static_cast<qint64>(rows.size()) + 1;
+        highest = std::max(highest, line.id);
+        if (line.id != 0)
+            kept << num(line.id);
+    }
+    database.execute(u"DELETE * FROM POItem WHERE PONumber is NULL OR PONumber = "_s +
+                     num(poNumber) +
+                     (kept.isEmpty() ? QString() : u" AND ID NOT IN ("_s + kept.join(u',') + u')'));
+    // A line that stays is renumbered where it stands: the journal then tells what was changed, not
+    // that all lines went and came.
+    std::vector<qint64> ids;
+    if (!kept.isEmpty()) {
+        ids = database.takeNumbers(u"POItem"_s, static_cast<int>(lines.size()));
+        highest = std::max(highest, ids.back());
+    }
+    std::vector<std::vector<jet::Value>> added, renumbered, moved;
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        const OrderLine& line = lines[i];
+        const auto number = static_cast<qint64>(i) + 1;
         const auto receipts = line.id == 0 ? received.end() : received.find(line.id);
-        if (receipts != received.end())
-            receivedAs[number] = line.id;
-        std::vector<jet::Value> row{u"%1-%2"_s.arg(poNumber).arg(number), poNumber, number,
-                                    receipts == received.end() ? 0 : receipts->second};
+        std::vector<jet::Value> row;
+        if (line.id != 0)
+            row.emplace_back(line.id);
+        if (!ids.empty())
+            row.emplace_back(ids[i]);
+        row.insert(row.end(), {jet::Value(u"%1-%2"_s.arg(poNumber).arg(number)),
+                               jet::Value(poNumber), jet::Value(number),
+                               jet::Value(receipts == received.end() ? 0 : receipts->second)});
         const std::vector<jet::Value> own = lineColumns().values(line);
         row.insert(row.end(), own.begin(), own.end());
-        rows.push_back(std::move(row));
+        if (receipts != received.end())
+            moved.push_back({line.id, ids[i]});
+        (line.id == 0 ? added : renumbered).push_back(std::move(row));
     }
-    database.insertRows(
-        u"POItem"_s,
+    QStringList columns =
         QStringList{u"ItemKey"_s, u"PONumber"_s, u"ItemNumber"_s, u"ReceivedQuantity"_s} +
-            lineColumns().names(),
-        rows);
-    if (!receivedAs.empty()) {
-        // What was received follows its lines to their new IDs, which are none that ever was.
-        std::vector<std::vector<jet::Value>> moved;
-        for (jet::Recordset line = read(database, linesOf(poNumber)); !line.eof();
-             line.moveNext()) {
-            const qint64 id = line[u"ID"].toLong();
-            highest = std::max(highest, id);
-            const auto before = receivedAs.find(line[u"ItemNumber"].toLong());
-            if (before != receivedAs.end())
-                moved.push_back({before->second, id});
-        }
-        database.updateRows(u"POReceived"_s, {u"ItemID"_s, u"ItemID"_s}, 1, moved);
-    }
+        lineColumns().names();
+    if (!ids.empty())
+        columns.prepend(u"ID"_s);
+    database.updateRows(u"POItem"_s, QStringList{u"ID"_s} + columns, 1, renumbered);
+    database.insertRows(u"POItem"_s, columns, added);
+    // What was received follows its lines to their new IDs, which are none that ever was.
+    database.updateRows(u"POReceived"_s, {u"ItemID"_s, u"ItemID"_s}, 1, moved);
     core::checkRecordNumber(database, highest);
 }
 
@@ -112,13 +116,15 @@ void insertVendor(jet::Database& database, qint64 poNumber, const OrderVendor& v
     database.insertRows(u"POVendor"_s, QStringList(u"OrderNumber"_s) + columns.names(), {row});
 }
 
-qint64 addOrder(jet::Database& database, const OrderDocument& document) {
+qint64 addOrder(jet::Database& database, OrderDocument& document) {
     std::vector<jet::Value> header = orderColumns().values(document.header);
     header.emplace_back(false);
     header.emplace_back(true);
     database.insertRows(u"PO"_s, orderColumns().names() << u"Complete"_s << u"Active"_s, {header});
     const qint64 number = database.lastCounter();
     insertVendor(database, number, document.vendor);
+    for (OrderLine& line : document.lines)
+        line.id = 0;
     replacePoLines(database, number, {}, document.lines);
     return number;
 }

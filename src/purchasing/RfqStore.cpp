@@ -5,6 +5,10 @@
 #include "platform/values/Format.h"
 #include "platform/values/Letters.h"
 
+#include <QHash>
+
+#include <algorithm>
+
 namespace purchasing {
 
 namespace {
@@ -58,24 +62,62 @@ qint64 createGroup(jet::Database& database, qint64 vendor) {
     return group;
 }
 
+namespace {
+
+using Row = std::vector<jet::Value>;
+
+QStringList rfqColumns() {
+    return QStringList{u"ItemKey"_s, u"VOrderKey"_s, u"OrderNumber"_s, u"VendorID"_s,
+                       u"ItemNumber"_s} +
+           lineColumns().names();
+}
+
+/// Letter by letter; nothing and an empty text are two.
+bool same(const Row& a, const Row& b) {
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [](const jet::Value& one, const jet::Value& other) {
+                          return one.isNull() == other.isNull() && one.toText() == other.toText();
+                      });
+}
+
+} // namespace
+
 void replaceRfqLines(jet::Database& database, qint64 group, qint64 vendor,
-                     const std::vector<OrderLine>& lines) {
+                     const std::vector<OrderLine>& lines, std::optional<jet::Recordset> stored) {
     core::checkRecordNumber(database, group);
     const QString key = vendorKey(group, vendor);
-    database.execute(u"DELETE * FROM RFQItem WHERE VOrderKey = "_s + sqlText(key));
-    std::vector<std::vector<jet::Value>> rows;
-    for (const OrderLine& line : lines) {
-        const auto number = static_cast<qint64>(rows.size()) + 1;
-        std::vector<jet::Value> row{u"%1-%2"_s.arg(key).arg(number), key, group, vendor, number};
-        const std::vector<jet::Value> own = lineColumns().values(line);
-        row.insert(row.end(), own.begin(), own.end());
-        rows.push_back(std::move(row));
+    const QStringList columns = rfqColumns();
+    QHash<QString, Row> before;
+    if (stored && !stored->isEmpty())
+        stored->moveFirst(); // it was read to its end
+    for (; stored && !stored->eof(); stored->moveNext()) {
+        Row& row = before[stored->text(u"ItemKey")];
+        for (const QString& column : columns)
+            row.push_back((*stored)[column]);
     }
-    database.insertRows(u"RFQItem"_s,
-                        QStringList{u"ItemKey"_s, u"VOrderKey"_s, u"OrderNumber"_s, u"VendorID"_s,
-                                    u"ItemNumber"_s} +
-                            lineColumns().names(),
-                        rows);
+    QStringList kept;
+    std::vector<Row> added, changed;
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        const auto number = static_cast<qint64>(i) + 1;
+        const QString itemKey = u"%1-%2"_s.arg(key).arg(number);
+        Row row{itemKey, key, group, vendor, number};
+        const Row own = lineColumns().values(lines[i]);
+        row.insert(row.end(), own.begin(), own.end());
+        const auto was = before.constFind(itemKey);
+        if (was == before.constEnd()) {
+            added.push_back(std::move(row));
+            continue;
+        }
+        kept << itemKey;
+        if (!same(*was, row))
+            changed.push_back(std::move(row));
+    }
+    if (!stored || kept.size() != before.size())
+        database.execute(
+            u"DELETE * FROM RFQItem WHERE VOrderKey = "_s + sqlText(key) +
+            (kept.isEmpty() ? QString() : u" AND ItemKey NOT IN ("_s + keyList(kept) + u')'));
+    database.updateRows(u"RFQItem"_s, columns, 1, changed);
+    database.insertRows(u"RFQItem"_s, columns, added);
 }
 
 QString groupSelect(qint64 group) {
@@ -111,7 +153,9 @@ core::SaveOutcome storeRequest(jet::Database& database, qint64 group, OrderDocum
                      rfqLinesSelect(key)});
     jet::Recordset header = database.openRecordset(groupSelect(group));
     jet::Recordset request = database.openRecordset(requestSelect(key));
-    const std::vector<OrderLine> stored = loadRfqLines(database, rfqLinesSelect(key));
+    const jet::Recordset lines =
+        database.openRecordset(rfqLinesSelect(key), jet::RecordsetType::Snapshot);
+    const std::vector<OrderLine> stored = loadRfqLines(lines);
     if (header.isEmpty() || request.isEmpty())
         throw jet::rowDeletedError();
     std::optional<core::ChangedElsewhere> both =
@@ -122,7 +166,7 @@ core::SaveOutcome storeRequest(jet::Database& database, qint64 group, OrderDocum
         both = vendorColumns(rfqKind()).store(request, document.vendor, &before.vendor, settled);
     if (both)
         return {0, {}, std::move(both)};
-    replaceRfqLines(database, group, document.vendor.vendorId, document.lines);
+    replaceRfqLines(database, group, document.vendor.vendorId, document.lines, lines);
     document.documentNo = group;
     transaction.commit();
     return {group};

@@ -23,9 +23,11 @@ std::optional<OrderDocument> loadRequest(jet::Database& database, qint64 group, 
 core::SaveOutcome storeRequest(jet::Database& database, qint64 group, OrderDocument& document,
                                const OrderDocument& before, const QStringList& settled = {});
 
-/// Replaces the lines of a request by these, numbered from 1. Within the caller's transaction.
+/// Replaces the lines of a request by these, numbered from 1; of the `stored` ones (rfqLinesSelect)
+/// those that stay as they are aren't written. Within the caller's transaction.
 void replaceRfqLines(jet::Database& database, qint64 group, qint64 vendor,
-                     const std::vector<OrderLine>& lines);
+                     const std::vector<OrderLine>& lines,
+                     std::optional<jet::Recordset> stored = {});
 
 /// What of a group goes into the next: for each vendor's key whether he is taken, and the keys of
 /// the lines that are.

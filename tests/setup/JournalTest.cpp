@@ -1,3 +1,4 @@
+#include "accounting/SentDocuments.h"
 #include "core/journal/JournalSearch.h"
 #include "core/journal/JournalTables.h"
 #include "core/journal/JournalTriggers.h"
@@ -12,6 +13,7 @@
 #include "platform/values/Literals.h"
 #include "purchasing/PoStore.h"
 #include "purchasing/Receiving.h"
+#include "purchasing/RfqStore.h"
 #include "setup/Check.h"
 #include "setup/Setup.h"
 #include "support/DatabaseFixture.h"
@@ -214,6 +216,48 @@ class Journal : public testsupport::ShopDatabaseFixture {
             inventory::deleteItem(db(), anyOf(u"Items"_s, u"ID"_s));
     }
 
+    /// Quotes of two vendors, an order of one of them that is changed once something came in, the
+    /// bill for it and the invoice.
+    void askOrderAndSend() {
+        const qint64 group = purchasing::createGroup(db(), 1);
+        purchasing::addVendor(db(), group, 2);
+        const QString key = purchasing::vendorKey(group, 1 + random(2));
+        for (const bool again : {false, true}) {
+            const auto before = *purchasing::loadRequest(db(), group, key);
+            purchasing::OrderDocument asked = before;
+            if (again)
+                asked.lines.erase(asked.lines.begin() + random(4));
+            while (asked.lines.size() < 4) {
+                purchasing::OrderLine line;
+                line.partNumber = u"P-%1"_s.arg(random(99));
+                line.notes = text();
+                asked.lines.push_back(line);
+            }
+            asked.lines[2].quantity = 1 + random(9);
+            asked.lines[2].complete();
+            ASSERT_FALSE(purchasing::storeRequest(db(), group, asked, before).conflict);
+        }
+        const qint64 order = purchasing::orderFromRequest(
+            db(), group, {key, {key + u"-1"_s, key + u"-3"_s}}, QDate(2007, 7, 1));
+        auto lines = purchasing::openLines(db(), order);
+        for (purchasing::ReceiveLine& line : lines)
+            line.selected = line.quantity = 1;
+        purchasing::receive(db(), {order, QDate(2007, 6, 13), 1}, lines);
+        const auto before = *purchasing::loadOrder(db(), order);
+        purchasing::OrderDocument changed = before;
+        changed.lines.front().notes = text();
+        changed.lines.emplace_back();
+        ASSERT_FALSE(purchasing::storeOrder(db(), order, changed, &before).conflict);
+        for (const auto kind : {accounting::SentKind::Invoice, accounting::SentKind::Bill})
+            accounting::record(db(), {kind,
+                                      u"17"_s,
+                                      QString::number(order),
+                                      QDate(2007, 6, 14),
+                                      {{text(), u"2.5"_s}, {u"Bar"_s, u"1"_s}}});
+        if (random(3) == 0)
+            purchasing::deleteGroup(db(), group);
+    }
+
   private:
     quint32 m_seed = 7;
 };
@@ -275,8 +319,9 @@ TEST_P(Journal, DoneAgainInAnEmptyShopGivesTheSameRows) {
     for (const auto* name : {u"Turning", u"Milling", u"Grinding"})
         db().execute(u"INSERT INTO Operation (Description, OperType) VALUES ('%1', 'I')"_s.arg(
             QString::fromUtf16(name)));
-    for (int i = 0; i < 60; ++i) {
-        switch (random(4)) {
+    execute(u"INSERT INTO Vendor (company) VALUES ('O''Brien')");
+    for (int i = 0; i < 75; ++i) {
+        switch (random(5)) {
         case 0:
             saveAnEstimate();
             break;
@@ -285,6 +330,9 @@ TEST_P(Journal, DoneAgainInAnEmptyShopGivesTheSameRows) {
             break;
         case 2:
             workOnTheFloor();
+            break;
+        case 3:
+            askOrderAndSend();
             break;
         default:
             buyAndStock();
@@ -298,7 +346,10 @@ TEST_P(Journal, DoneAgainInAnEmptyShopGivesTheSameRows) {
         EXPECT_EQ(contents(empty.database(), table.name), present) << table.name.toStdString();
         filled += present.isEmpty() ? 0 : 1;
     }
-    EXPECT_GT(filled, 18);
+    EXPECT_GT(filled, 23);
+    EXPECT_TRUE(db().hasRows(u"SELECT ID FROM Journal WHERE TableName = 'POItem' AND [Action] = "
+                             "'U' AND Changes LIKE '*ItemNotes*'"_s))
+        << "a line that stays is not told as gone and come";
     EXPECT_GT(db().lookup(u"SELECT COUNT(*) FROM Journal WHERE [Action] = 'D'"_s).toLong(), 10);
 }
 
@@ -359,8 +410,16 @@ TEST_P(Journal, IsMendedWhereItIsNoLongerKept) {
     core::removeJournal(db());
     execute(u"UPDATE SystemSettings SET EstOneRate = 1");
     EXPECT_FALSE(setup::check(db(), {}).empty());
+    const auto seenAtTheStart = [this] {
+        const core::JournalTrim look(testDatabase().location(), QDateTime::currentDateTime());
+        while (look.kept() == core::JournalTrim::Kept::Unknown)
+            std::this_thread::yield();
+        return look.kept() == core::JournalTrim::Kept::Yes;
+    };
+    EXPECT_FALSE(seenAtTheStart());
     EXPECT_EQ(setup::upgrade(db()).size(), 1);
     EXPECT_TRUE(setup::check(db(), {}).empty());
+    EXPECT_TRUE(seenAtTheStart());
     execute(u"ALTER TABLE Job ADD COLUMN Colour TEXT(20)");
     EXPECT_EQ(setup::upgrade(db()).size(), 1);
     execute(u"INSERT INTO Job (Colour) VALUES ('blue')");

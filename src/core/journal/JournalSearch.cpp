@@ -52,6 +52,8 @@ JournalChange readChange(const jet::Schema& schema, const jet::Recordset& row) {
             continue;
         const QJsonArray both = found->toArray();
         const bool changed = change.what == What::Changed;
+        if (changed && column.type == jet::ColumnType::Counter)
+            continue; // a line that was numbered anew: nobody knows it by that
         const QString before =
             change.what == What::Added ? QString() : shown(changed ? both.at(0) : *found, column);
         const QString after =

@@ -1,5 +1,6 @@
 #include "core/journal/JournalTrim.h"
 
+#include "core/journal/JournalTriggers.h"
 #include "platform/jet/Location.h"
 #include "platform/jet/Native.h"
 #include "platform/values/Literals.h"
@@ -45,6 +46,7 @@ void JournalTrim::run(const QString& location, const QDateTime& now) {
     try {
         const auto database = jet::isServerUri(location) ? jet::Database::openServer(location)
                                                          : jet::Database::openFile(location);
+        m_kept = isJournalKept(*database) ? Kept::Yes : Kept::No;
         while (!m_stop && trimJournal(*database, now))
             std::this_thread::sleep_for(pause);
     } catch (const std::exception&) {

@@ -14,8 +14,9 @@ namespace core {
 /// False where there are no more of them. A piece is so small that nobody waits for it.
 bool trimJournal(jet::Database& database, const QDateTime& now);
 
-/// Lets all of them go, beside the program's work, on a thread and a connection of its own. What it
-/// can't do is left for the next time.
+/// Lets all of them go, beside the program's work, on a thread and a connection of its own; and
+/// looks first whether the journal is kept at all, so that nobody waits for that. What it can't do
+/// is left for the next time.
 class JournalTrim {
   public:
     /// `location` is the file's path or the server's URI.
@@ -25,6 +26,9 @@ class JournalTrim {
     JournalTrim(const JournalTrim&) = delete;
     JournalTrim& operator=(const JournalTrim&) = delete;
 
+    enum class Kept { Unknown, Yes, No };
+    Kept kept() const { return m_kept; }
+
     /// The one of the program.
     static std::unique_ptr<JournalTrim>& current();
 
@@ -32,6 +36,7 @@ class JournalTrim {
     void run(const QString& location, const QDateTime& now);
 
     std::atomic<bool> m_stop = false;
+    std::atomic<Kept> m_kept = Kept::Unknown;
     std::thread m_thread;
 };
 

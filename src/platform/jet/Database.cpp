@@ -3,6 +3,7 @@
 #include "platform/jet/Connection.h"
 #include "platform/jet/Location.h"
 #include "platform/jet/ManyRows.h"
+#include "platform/jet/Native.h"
 #include "platform/jet/RecordsetData.h"
 #include "platform/jet/engines/Postgres.h"
 #include "platform/jet/engines/Sqlite.h"
@@ -111,6 +112,33 @@ Touched Database::insertRows(const QString& table, const QStringList& columns,
 Touched Database::updateRows(const QString& table, const QStringList& columns, int keys,
                              const std::vector<std::vector<Value>>& rows) {
     return ManyRows(*m_connection, table, columns).update(rows, keys);
+}
+
+std::vector<qint64> Database::takeNumbers(const QString& table, int count) {
+    const Table* found = schema().table(table);
+    if (found == nullptr || found->key() == nullptr)
+        throw noSuchTableError(table);
+    Native native(*this);
+    const QByteArray name = native.quoted(found->name), key = native.quoted(found->key()->name);
+    std::vector<qint64> numbers;
+    if (isServer()) {
+        for (const Native::Row& row :
+             native.rows("SELECT nextval(pg_get_serial_sequence('" + name + "', '" +
+                         found->key()->name.toLower().toUtf8() + "')) FROM generate_series(1, " +
+                         QByteArray::number(count) + ')'))
+            numbers.push_back(row.front().toInteger());
+        return numbers;
+    }
+    const QByteArray named = " WHERE name = '" + found->name.toUtf8() + '\'';
+    const qint64 last =
+        native
+            .value("SELECT max(coalesce((SELECT seq FROM sqlite_sequence" + named +
+                   "), 0), coalesce((SELECT max(" + key + ") FROM " + name + "), 0))")
+            .toInteger();
+    native.execute("UPDATE sqlite_sequence SET seq = " + QByteArray::number(last + count) + named);
+    for (int i = 1; i <= count; ++i)
+        numbers.push_back(last + i);
+    return numbers;
 }
 
 namespace {

@@ -79,6 +79,9 @@ class Database {
     /// values is for; the others are written.
     Touched updateRows(const QString& table, const QStringList& columns, int keys,
                        const std::vector<std::vector<Value>>& rows);
+    /// Numbers of a table's counter, rising, which no other row will be given: for rows that are to
+    /// be numbered anew. Within a transaction; one wait.
+    std::vector<qint64> takeNumbers(const QString& table, int count);
     /// First field of the first row of a select; Null where there is no row.
     Value lookup(const QString& select);
     bool hasRows(const QString& select);
