@@ -220,7 +220,8 @@ class Takeover : public testsupport::DatabaseFixture {
         for (auto match = remark.globalMatch(report); match.hasNext();)
             found += match.next().captured(1).toLower();
         // Columns that are younger than these files.
-        for (const char16_t* column : {u"hoursoverpercent", u"largenumbers", u"journaldays"})
+        for (const char16_t* column :
+             {u"hoursoverpercent", u"largenumbers", u"journaldays", u"papersfolder"})
             found.removeAll(
                 u"column missing: systemsettings.%1, 1"_s.arg(QString::fromUtf16(column)));
         wanted.sort();
