@@ -58,6 +58,8 @@ JournalChange readChange(const jet::Schema& schema, const jet::Recordset& row) {
             change.what == What::Added ? QString() : shown(changed ? both.at(0) : *found, column);
         const QString after =
             change.what == What::Deleted ? QString() : shown(changed ? both.at(1) : *found, column);
+        if (changed && before.isEmpty() && after.isEmpty())
+            continue; // an empty text in place of none: a save leaves it so, nobody sees it
         change.fields.push_back(
             {column.name, before, after, column.type == jet::ColumnType::Currency});
     }
