@@ -18,8 +18,8 @@ namespace {
 QByteArray pdf(const QByteArray& drawing) {
     const QByteArrayList objects{
         "<</Type/Catalog/Pages 2 0 R>>", "<</Type/Pages/Kids[3 0 R]/Count 1>>",
-        "<</Type/Page/Parent 2 0 R/MediaBox[0 0 612 792]/Contents 4 0 R/Resources<</Font<</F 5 0 "
-        "R>>>>>>",
+        QByteArray("<</Type/Page/Parent 2 0 R/MediaBox[0 0 612 792]/Contents 4 0 R") +
+            "/Resources<</Font<</F 5 0 R>>>>>>",
         "<</Length " + QByteArray::number(drawing.size()) + ">>stream\n" + drawing + "\nendstream",
         "<</Type/Font/Subtype/Type1/BaseFont/Helvetica>>"};
     QByteArray file = "%PDF-1.4\n", places;

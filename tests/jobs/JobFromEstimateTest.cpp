@@ -1,4 +1,5 @@
 #include "jobs/JobFromEstimate.h"
+#include "core/papers/Papers.h"
 #include "platform/values/Literals.h"
 
 #include "JobShop.h"
@@ -108,7 +109,11 @@ TEST_P(JobFromEstimate, StartsWithoutHoursAndKeepsTheEstimateBeside) {
     EXPECT_TRUE(estimateHasJob(database(), m_estNo));
 
     m_order.useNotes = false;
+    core::addPapers(database(), *core::paperKind(u"Estimate"_s), m_estNo,
+                    {{u"AX.pdf"_s, {u"aa"_s, 5}}}, u"Ann"_s);
     const qint64 second = createJob(database(), m_estNo, m_order);
+    EXPECT_EQ(rows(u"SELECT Record, FileName, Hash, AddedBy FROM Papers WHERE Kind = 'Job'"_s),
+              QStringList{u"%1|AX.pdf|aa|Ann"_s.arg(second)});
     EXPECT_FALSE(database().hasRows(u"SELECT * FROM JobOperNote WHERE JobNo = %1"_s.arg(second)));
 }
 

@@ -111,7 +111,7 @@ Content PaperStore::add(const QString& path, const Progress& progress) const {
     if (freeSpace(aside) < from.size())
         throw Refusal(u"There is no room for %1 in the folder for papers, %2."_s.arg(
             name, QDir::toNativeSeparators(m_folder)));
-    const Content content = copyHashing(from, aside, progress);
+    Content content = copyHashing(from, aside, progress);
     try {
         const QString place = pathOf(content.hash);
         // Whoever tidies up must see that it is wanted again. Another user's file can't be told so;

@@ -58,6 +58,7 @@ void tell(const QString& text, Icon icon = Icon::Exclamation) {
 
 std::vector<qint64> idsOf(const std::vector<const Paper*>& papers) {
     std::vector<qint64> ids;
+    ids.reserve(papers.size());
     for (const Paper* paper : papers)
         ids.push_back(paper->id);
     return ids;
