@@ -121,24 +121,22 @@ void EntryUndo::look(bool withFocus) {
     }
     const QWidget* focus = QApplication::focusWidget();
     std::vector<Change> changes;
-    std::vector<std::size_t> places;
     const Change* cause = nullptr;
-    bool waits = false;
     for (std::size_t i = 0; i < now.size(); ++i) {
         if (isSame(now[i].value, m_parts[i].value))
             continue;
         changes.push_back(
             {now[i].key, m_parts[i].value, now[i].value, now[i].widget, now[i].reckoned});
-        places.push_back(i);
     }
     const auto isAt = [focus](const Change& change) {
         return isTypedIn(change.widget) && holdsFocus(change.widget, focus);
     };
     const auto typed = std::count_if(changes.begin(), changes.end(),
                                      [](const Change& change) { return !change.reckoned; });
-    waits = !withFocus && typed == 1 &&
-            std::any_of(changes.begin(), changes.end(),
-                        [&](const Change& change) { return !change.reckoned && isAt(change); });
+    const bool waits = !withFocus && typed == 1 &&
+                       std::any_of(changes.begin(), changes.end(), [&](const Change& change) {
+                           return !change.reckoned && isAt(change);
+                       });
     if (waits && !m_open)
         return;
     if (changes.empty()) {
