@@ -206,8 +206,8 @@ core::SaveOutcome storeOrder(jet::Database& database, qint64 poNumber, OrderDocu
             both = vendorColumns(poKind()).store(vendor, document.vendor, &before->vendor, settled);
         if (both)
             return {0, {}, std::move(both)};
-        for (OrderLine& line : document.lines)
-            line.id = idNow(renewed, line.id);
+        for (OrderLine& line : document.lines) // what is no longer stored is written as a new line
+            line.id = orderLines().find(stored, line.id) ? idNow(renewed, line.id) : 0;
         replacePoLines(database, poNumber, received, document.lines);
     }
     document.documentNo = poNumber;
