@@ -36,9 +36,10 @@ void MemoryBeside::make() {
     if (m_form && screen::Forms::isLoaded(formName))
         return;
     delete m_form.data();
-    m_form = screen::Forms::make(formName).release();
-    m_window = dynamic_cast<MemoryWindow*>(m_form.data());
-    m_form->setParent(m_screen.window(), Qt::Tool);
+    screen::Form* form = screen::Forms::make(formName).release();
+    m_form = form;
+    m_window = dynamic_cast<MemoryWindow*>(form);
+    form->setParent(m_screen.window(), Qt::Tool);
     m_window->setHost({.bring =
                            [this](qint64 operNo, double figure) {
                                goBack();
@@ -50,7 +51,7 @@ void MemoryBeside::make() {
                                platform::remember(wantedKey, false);
                                goBack();
                            }});
-    if (m_form->load())
+    if (form->load())
         platform::remember(wantedKey, true);
     place();
 }

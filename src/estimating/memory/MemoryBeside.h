@@ -6,6 +6,7 @@
 #include <QObject>
 #include <QPointer>
 #include <QTimer>
+#include <QWidget>
 
 #include <functional>
 
@@ -38,8 +39,8 @@ class MemoryBeside : public QObject {
     screen::Form& m_screen;
     Shown m_shown;
     std::function<void(qint64, double)> m_bring;
-    QPointer<screen::Form> m_form;
-    MemoryWindow* m_window = nullptr; ///< the form
+    QPointer<QWidget> m_form; ///< asked for while it goes too, when it is no more than a widget
+    MemoryWindow* m_window = nullptr; ///< the same
     QTimer m_later;
 };
 

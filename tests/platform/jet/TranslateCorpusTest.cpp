@@ -35,7 +35,8 @@ QStringList definitions() {
         const QString path = sources.filePath(folder + u"/tables.sql"_s);
         if (QFile::exists(path))
             for (const QString& statement : textOfFile(path).split(u';'))
-                if (!statement.trimmed().isEmpty())
+                // An index that went is no statement of the dialect: an upgrade reads its name.
+                if (!statement.trimmed().isEmpty() && !statement.contains(u"DROP INDEX"_s))
                     result << statement.trimmed();
     }
     return result;
