@@ -1,9 +1,9 @@
 #include "app/JournalKeeping.h"
 
+#include "core/Beside.h"
 #include "core/MirsaMain.h"
 #include "core/journal/JournalTrim.h"
 #include "platform/screen/MsgBox.h"
-#include "platform/screen/Seams.h"
 #include "platform/values/Clock.h"
 #include "platform/values/Literals.h"
 
@@ -60,12 +60,7 @@ void keepJournalShort(QMainWindow& shell) {
     timer->start();
     trim();
     tellIfNotKept(shell);
-    // A file must be let go before its own connection is.
-    screen::seams().beforeEnd = [before = screen::seams().beforeEnd] {
-        JournalTrim::current().reset();
-        if (before)
-            before();
-    };
+    core::addBeside({[] { JournalTrim::current().reset(); }, {}}); // the next time goes on
 }
 
 } // namespace app

@@ -1,5 +1,6 @@
 #include "app/Start.h"
 
+#include "core/Beside.h"
 #include "core/Login.h"
 #include "core/MDIMain.h"
 #include "core/MirsaMain.h"
@@ -60,6 +61,7 @@ bool Program::openShop(const QString& programFolder) {
         state.DatabasePath = state.MainDatabase->name();
         // A file that was closed is whole by itself: no log beside it that a copy would miss.
         screen::seams().beforeEnd = [&state] {
+            core::endBeside();
             core::drafts::finish();
             state.MainDatabase.reset();
         };

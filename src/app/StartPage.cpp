@@ -1,5 +1,6 @@
 #include "app/StartPage.h"
 
+#include "core/Beside.h"
 #include "core/MDIMain.h"
 #include "core/MirsaMain.h"
 #include "desk/find/Indexer.h"
@@ -46,14 +47,12 @@ void showStartPages(QMainWindow& shell) {
         if (screen::guardedCall([&] { openBehind(shell); }))
             failed.clear();
     });
-    screen::guardedCall([] { desk::Indexer::on(core::MainDatabase().name()); });
-    timer->start();
-    // What reads beside the program lets the database go before its own connection is.
-    screen::seams().beforeEnd = [before = screen::seams().beforeEnd] {
-        desk::Indexer::end();
-        if (before)
-            before();
+    const auto index = [] {
+        screen::guardedCall([] { desk::Indexer::on(core::MainDatabase().name()); });
     };
+    core::addBeside({desk::Indexer::end, index});
+    index();
+    timer->start();
 }
 
 } // namespace app

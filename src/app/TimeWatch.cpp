@@ -1,5 +1,6 @@
 #include "app/TimeWatch.h"
 
+#include "core/Beside.h"
 #include "core/MirsaMain.h"
 #include "platform/screen/Forms.h"
 #include "platform/screen/Layout.h"
@@ -88,12 +89,7 @@ class Count : public QObject {
 
 void watchTimeRecords(QMainWindow& shell) {
     new Count(shell);
-    // A file that others look at must be let go before its own connection is.
-    screen::seams().beforeEnd = [before = screen::seams().beforeEnd] {
-        ExceptionWatch::end();
-        if (before)
-            before();
-    };
+    core::addBeside({ExceptionWatch::end, {}}); // the count begins it again
 }
 
 } // namespace app

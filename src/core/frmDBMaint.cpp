@@ -1,5 +1,6 @@
 #include "core/frmDBMaint.h"
 
+#include "core/Beside.h"
 #include "core/MirsaMain.h"
 #include "core/keeping/Files.h"
 #include "platform/jet/Location.h"
@@ -8,6 +9,7 @@
 #include "platform/screen/Layout.h"
 #include "platform/screen/MsgBox.h"
 #include "platform/screen/Pointer.h"
+#include "platform/screen/Seams.h"
 #include "platform/values/Literals.h"
 
 #include <QApplication>
@@ -130,6 +132,7 @@ void frmDBMaint::runOnServer() const {
 void frmDBMaint::runOnFile() {
     const QString path = shared().DatabasePath;
     const QString fresh = programFile(u"MTEMP.MDB"_s);
+    endBeside();
     shared().MainDatabase.reset(); // the file must be free
     keeping::removeDatabase(fresh);
     std::exception_ptr failure;
@@ -142,8 +145,14 @@ void frmDBMaint::runOnFile() {
         failure = std::make_exception_ptr(jet::Error(jet::errors::other, refusal.text()));
     }
     keeping::removeDatabase(fresh);
-    shared().MainDatabase = jet::Database::openFile(path);
-    signChanges();
+    if (!screen::guardedCall([&path] {
+            shared().MainDatabase = jet::Database::openFile(path);
+            signChanges();
+        })) {
+        screen::seams().endProcess(1); // without a database there is nothing to go on with
+        return;
+    }
+    beginBeside();
     if (failure)
         std::rethrow_exception(failure);
 }

@@ -92,7 +92,8 @@ void fillHistory(jet::Database& database, const HistoryCriteria& criteria) {
 QString historyPartsSelect(qint64 custId) {
     const QString where = custId == 0 ? QString() : u" WHERE CustID = "_s + QString::number(custId);
     return u"SELECT DISTINCT PartNo FROM Job"_s + where +
-           u" UNION SELECT DISTINCT PartNo FROM Estimate"_s + where;
+           u" UNION SELECT DISTINCT PartNo FROM Estimate"_s + where +
+           u" ORDER BY PartNo"_s; // a server's union has none of its own
 }
 
 } // namespace core
