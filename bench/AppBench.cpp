@@ -2,10 +2,10 @@
 // figures in docs/performance.md are of one made with: mirsa-setup sample FOLDER --years 20 --jobs
 // 200000. Saving adds an estimate of its own and deletes it again.
 
+#include "ShopBench.h"
 #include "app/Screens.h"
 #include "core/Login.h"
 #include "core/MDIMain.h"
-#include "core/MirsaMain.h"
 #include "core/records/RecordScreen.h"
 #include "estimating/EstimateStore.h"
 #include "jobs/JobCosting.h"
@@ -14,35 +14,16 @@
 #include "platform/controls/DataControl.h"
 #include "platform/controls/DateField.h"
 #include "platform/controls/ListView.h"
-#include "platform/jet/Location.h"
-#include "platform/screen/Forms.h"
-#include "platform/values/Literals.h"
 
-#include <benchmark/benchmark.h>
 #include <sqlite3.h>
 
-#include <QApplication>
 #include <QCheckBox>
 #include <QPushButton>
 
 using screen::Forms;
+using shopbench::shop;
 
 namespace {
-
-QString shopFolder() {
-    return qEnvironmentVariable("MIRSA_BENCH_SHOP");
-}
-
-jet::Database& shop() {
-    core::SharedState& state = core::shared();
-    if (!state.MainDatabase) {
-        state.ProgramFolder = shopFolder();
-        state.MainDatabase = jet::openProgramFolder(shopFolder());
-        state.CurrentUserName = u"Admin"_s;
-        state.CurrentUserNo = 1;
-    }
-    return *state.MainDatabase;
-}
 
 /// The screens of a record module on the shop, as they stand in the shell.
 screen::Form* openModule(const char* name) {
@@ -155,7 +136,7 @@ void SaveEstimateOf50Lines(benchmark::State& state) {
 void SaveEstimateOf50LinesBare(benchmark::State& state) {
     shop();
     sqlite3* db = nullptr;
-    sqlite3_open(QString(shopFolder() + u"/Mirsa.mdb"_s).toUtf8().constData(), &db);
+    sqlite3_open(QString(core::shared().ProgramFolder + u"/Mirsa.mdb"_s).toUtf8().constData(), &db);
     sqlite3_exec(db, "PRAGMA synchronous = NORMAL", nullptr, nullptr, nullptr);
     sqlite3_busy_timeout(db, 20000);
     const auto prepare = [db](const char* sql) {
@@ -299,16 +280,5 @@ BENCHMARK(AddToTheTimeLog)->Unit(benchmark::kMillisecond)->Iterations(50);
 } // namespace
 
 int main(int argc, char* argv[]) {
-    if (shopFolder().isEmpty()) {
-        std::fputs("MIRSA_BENCH_SHOP has to name a program folder with a sample shop.\n", stderr);
-        return 2;
-    }
-    if (!qEnvironmentVariableIsSet("DISPLAY"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QApplication application(argc, argv);
-    app::registerAllScreens();
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    core::shared().MainDatabase.reset();
-    return 0;
+    return shopbench::run(argc, argv, app::registerAllScreens);
 }

@@ -2,22 +2,13 @@
 // MIRSA_BENCH_SHOP names a program folder with a delivered shop, of a file or a server, which is
 // filled if it has fewer jobs.
 
+#include "ShopBench.h"
 #include "app/Screens.h"
-#include "core/MirsaMain.h"
 #include "platform/controls/Field.h"
 #include "platform/controls/Grid.h"
 #include "platform/controls/GridTools.h"
-#include "platform/jet/Location.h"
-#include "platform/screen/Forms.h"
-#include "platform/values/Literals.h"
 #include "reporting/QueryForm.h"
 #include "support/CsvReader.h"
-
-#include <benchmark/benchmark.h>
-
-#include <QApplication>
-
-#include <cstdio>
 
 namespace {
 
@@ -45,19 +36,7 @@ void fill(jet::Database& database) {
     database.tidy();
 }
 
-jet::Database& shop() {
-    core::SharedState& state = core::shared();
-    if (!state.MainDatabase) {
-        state.ProgramFolder = qEnvironmentVariable("MIRSA_BENCH_SHOP");
-        state.MainDatabase = jet::openProgramFolder(state.ProgramFolder);
-        state.CurrentUserName = u"Admin"_s;
-        fill(*state.MainDatabase);
-    }
-    return *state.MainDatabase;
-}
-
 reporting::QueryForm* question() {
-    shop();
     auto* form = dynamic_cast<reporting::QueryForm*>(screen::Forms::show(u"frmJobQuery"_s));
     dynamic_cast<controls::Field*>(form->control(u"dbcJob1"_s))->setText(u"1"_s);
     form->control<QAbstractButton>(u"chkJob"_s)->setChecked(true);
@@ -133,17 +112,8 @@ BENCHMARK(WriteCsv)->Unit(benchmark::kMillisecond)->UseRealTime();
 } // namespace
 
 int main(int argc, char* argv[]) {
-    if (qEnvironmentVariableIsEmpty("MIRSA_BENCH_SHOP")) {
-        std::fputs("MIRSA_BENCH_SHOP has to name a program folder with a delivered shop.\n",
-                   stderr);
-        return 2;
-    }
-    if (!qEnvironmentVariableIsSet("DISPLAY"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QApplication application(argc, argv);
-    app::registerAllScreens();
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    core::shared().MainDatabase.reset();
-    return 0;
+    return shopbench::run(argc, argv, [] {
+        app::registerAllScreens();
+        fill(shopbench::shop());
+    });
 }

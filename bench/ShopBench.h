@@ -22,6 +22,7 @@ inline jet::Database& shop() {
         state.ProgramFolder = qEnvironmentVariable("MIRSA_BENCH_SHOP");
         state.MainDatabase = jet::openProgramFolder(state.ProgramFolder);
         state.CurrentUserName = u"Admin"_s;
+        state.CurrentUserNo = 1;
     }
     return *state.MainDatabase;
 }

@@ -21,19 +21,12 @@ inline QString practiceCompany() {
 /// A small shop beside a practice company, whose program is the door to QuickBooks.
 class AccountingShop : public testsupport::ShopTest {
   protected:
-    void SetUp() override {
-        ShopTest::SetUp();
-        if (IsSkipped())
-            return;
+    void prepare() override {
         accounting::registerScreens();
         values::setNow(QDateTime(QDate(2026, 3, 9), QTime(8, 0), Qt::UTC));
         core::shared().ProgramFolder = m_folder.path();
         ask({u"make"_s});
         usualDoor();
-    }
-    void TearDown() override {
-        values::setNow(std::nullopt);
-        ShopTest::TearDown();
     }
 
     QString inFolder(const QString& name) const { return m_folder.filePath(name); }

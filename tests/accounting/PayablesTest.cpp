@@ -12,10 +12,8 @@ const QString grid = u"vaSpread1"_s;
 
 class PayablesTest : public AccountingShop {
   protected:
-    void SetUp() override {
-        AccountingShop::SetUp();
-        if (IsSkipped())
-            return;
+    void prepare() override {
+        AccountingShop::prepare();
         m_vendor = insert(u"Vendor"_s, u"Company, Address1, City, Terms, QBSent"_s,
                           u"'Stål & Co','1 Mill','Malmö','Net 10',0"_s);
         insert(u"PO"_s, u"PONumber, Title"_s, u"3004,'Steel'"_s);

@@ -8,16 +8,10 @@ namespace {
 /// The reports of what was sent and what is still to be sent.
 class SentReports : public AccountingShop {
   protected:
-    void SetUp() override {
-        AccountingShop::SetUp();
-        if (IsSkipped())
-            return;
+    void prepare() override {
+        AccountingShop::prepare();
         core::shared().ProgramFolder = testsupport::sourceFile(u"reports"_s);
         report::setPreviewer([this](auto document, const auto&) { m_printed = document; });
-    }
-    void TearDown() override {
-        report::setPreviewer({});
-        AccountingShop::TearDown();
     }
     QString printed(const QString& file) {
         m_printed.reset();

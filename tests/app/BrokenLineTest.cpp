@@ -1,12 +1,9 @@
-#include "app/Screens.h"
 #include "core/MirsaMain.h"
 #include "core/drafts/Draft.h"
 #include "core/records/RecordModule.h"
 #include "platform/values/Literals.h"
-#include "sample/Sample.h"
 #include "support/DelayingLine.h"
-#include "support/ShopFixture.h"
-#include "timemgmt/exceptions/ExceptionWatch.h"
+#include "support/SampleFixture.h"
 
 #include <QElapsedTimer>
 #include <QUrl>
@@ -23,14 +20,11 @@ using screen::Forms;
 
 /// An office at the far end of a line that is cut, falls silent, and whose server ends its
 /// connections, at any moment. MIRSA_TROUBLE_SECONDS says for how long; 20 if not said.
-class BrokenLine : public testsupport::ShopTest {
+class BrokenLine : public testsupport::SampleTest {
   protected:
-    void SetUp() override {
-        ShopTest::SetUp();
-        if (IsSkipped())
-            return;
-        app::registerAllScreens();
-        sample::fill(database(), {.years = 1, .jobs = 12});
+    BrokenLine() : SampleTest(12) {}
+    void prepare() override {
+        SampleTest::prepare();
         m_other = anotherStation();
         m_line = std::make_unique<testsupport::DelayingLine>(databaseLocation());
         core::SharedState& state = core::shared();
@@ -59,9 +53,8 @@ class BrokenLine : public testsupport::ShopTest {
         m_stop = true;
         if (m_trouble.joinable())
             m_trouble.join();
-        timemgmt::ExceptionWatch::end();
         m_line.reset();
-        ShopTest::TearDown();
+        SampleTest::TearDown();
     }
 
     void makeTrouble() {

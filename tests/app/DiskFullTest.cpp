@@ -105,16 +105,27 @@ class DiskFull : public testsupport::ScreenFixture {
         ADD_FAILURE() << "never done";
         return 0;
     }
-    int untilStored(const std::function<void()>& save) {
-        return untilDone([&] {
-            try {
-                save();
-                return true;
-            } catch (const jet::Error& error) {
-                EXPECT_EQ(error.failure(), jet::Failure::DiskFull) << error.what();
-                return false;
-            }
-        });
+    void untilStored(const std::function<void()>& save) {
+        EXPECT_GT(untilDone([&] {
+                      try {
+                          save();
+                          return true;
+                      } catch (const jet::Error& error) {
+                          EXPECT_EQ(error.failure(), jet::Failure::DiskFull) << error.what();
+                          return false;
+                      }
+                  }),
+                  3);
+    }
+    /// A document of a dozen operations.
+    template <class Draft>
+    static Draft routed() {
+        Draft draft;
+        draft.header.custId = 1;
+        estimating::OperRow row;
+        row.operNo = 1;
+        draft.operations.assign(12, row);
+        return draft;
     }
 
     const FullDisk m_disk;
@@ -129,39 +140,28 @@ TEST_F(DiskFull, LeavesWhatIsSavedDoneOrUntouched) {
     const QString notes(9000, u'n');
     qint64 estNo = 0, jobNo = 0, order = 0;
     for (const bool adding : {true, false}) {
-        EXPECT_GT(untilStored([&] {
-                      estimating::EstimateDraft draft;
-                      draft.header.custId = 1;
-                      draft.header.quantity = adding ? 3 : 4;
-                      draft.header.estNotes = notes;
-                      estimating::OperRow row;
-                      row.operNo = 1;
-                      draft.operations.assign(12, row);
-                      estNo = estimating::saveEstimate(*m_database, estNo, draft).key;
-                  }),
-                  3);
-        EXPECT_GT(untilStored([&] {
-                      jobs::JobDraft draft;
-                      draft.header.custId = 1;
-                      draft.header.jobNotes = adding ? notes : notes + u'x';
-                      estimating::OperRow row;
-                      row.operNo = 1;
-                      draft.operations.assign(12, row);
-                      jobNo = jobs::saveJob(*m_database, jobNo, draft).key;
-                  }),
-                  3);
-        EXPECT_GT(untilStored([&] {
-                      purchasing::OrderDocument document;
-                      document.vendor.vendorId = 1;
-                      document.vendor.copied[14] = adding ? notes : notes + u'x';
-                      document.lines.resize(12);
-                      const auto before =
-                          order == 0 ? std::nullopt : purchasing::loadOrder(*m_database, order);
-                      order = purchasing::storeOrder(*m_database, order, document,
-                                                     before ? &*before : nullptr)
-                                  .key;
-                  }),
-                  3);
+        untilStored([&] {
+            auto draft = routed<estimating::EstimateDraft>();
+            draft.header.quantity = adding ? 3 : 4;
+            draft.header.estNotes = notes;
+            estNo = estimating::saveEstimate(*m_database, estNo, draft).key;
+        });
+        untilStored([&] {
+            auto draft = routed<jobs::JobDraft>();
+            draft.header.jobNotes = adding ? notes : notes + u'x';
+            jobNo = jobs::saveJob(*m_database, jobNo, draft).key;
+        });
+        untilStored([&] {
+            purchasing::OrderDocument document;
+            document.vendor.vendorId = 1;
+            document.vendor.copied[14] = adding ? notes : notes + u'x';
+            document.lines.resize(12);
+            const auto before =
+                order == 0 ? std::nullopt : purchasing::loadOrder(*m_database, order);
+            order =
+                purchasing::storeOrder(*m_database, order, document, before ? &*before : nullptr)
+                    .key;
+        });
     }
 }
 

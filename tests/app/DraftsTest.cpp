@@ -1,4 +1,3 @@
-#include "app/Screens.h"
 #include "core/MirsaMain.h"
 #include "core/drafts/Draft.h"
 #include "core/drafts/DraftOffer.h"
@@ -9,9 +8,7 @@
 #include "platform/values/Clock.h"
 #include "platform/values/Literals.h"
 #include "platform/values/Numbers.h"
-#include "sample/Sample.h"
-#include "support/ShopFixture.h"
-#include "timemgmt/exceptions/ExceptionWatch.h"
+#include "support/SampleFixture.h"
 
 #include <QCheckBox>
 #include <QDir>
@@ -28,28 +25,21 @@ using screen::Answer;
 using screen::Forms;
 
 /// Entries that a program which ended otherwise than by its user left behind.
-class Drafts : public testsupport::ShopTest {
+class Drafts : public testsupport::SampleTest {
   protected:
-    void SetUp() override {
-        ShopTest::SetUp();
-        if (IsSkipped())
-            return;
-        app::registerAllScreens();
+    Drafts() : SampleTest(12) {}
+    void prepare() override {
+        SampleTest::prepare();
         values::setNow(QDateTime(QDate(2026, 3, 2), QTime(14, 2)));
-        core::SharedState& state = core::shared();
-        state.CurrencySymbol = u"$"_s;
-        state.DatabasePath = state.MainDatabase->name();
-        sample::fill(database(), {.years = 1, .jobs = 12});
+        core::shared().DatabasePath = database().name();
     }
     void TearDown() override {
-        timemgmt::ExceptionWatch::end();
         for (screen::Form* form : Forms::all()) {
             if (auto* module = dynamic_cast<RecordModule*>(form);
                 module && module->mode() != u"Browse")
                 module->ShowModuleMode(RecordModule::Mode::Browse);
         }
-        ShopTest::TearDown();
-        values::setNow(std::nullopt);
+        SampleTest::TearDown();
     }
 
     RecordModule* begin(const QString& form, qint64 key) {

@@ -1,10 +1,6 @@
 #include "estimating/EstimateStore.h"
-#include "platform/jet/Location.h"
 #include "platform/values/Literals.h"
-
-#include <QCoreApplication>
-
-#include <cstdio>
+#include "support/Station.h"
 
 // A station that saves: EstimateSaver DATABASE FIRST ROUNDS writes estimate after estimate, each
 // with a marked number of operations, edits one of them in between, and says so on standard output.
@@ -37,29 +33,22 @@ EstimateDraft draftOf(int rows, const QString& partNo) {
 } // namespace
 
 int main(int argc, char* argv[]) {
-    const QCoreApplication application(argc, argv);
-    const QStringList words = application.arguments();
-    try {
-        const auto database = jet::isServerUri(words[1]) ? jet::Database::openServer(words[1])
-                                                         : jet::Database::openFile(words[1]);
-        const int rounds = words[3].toInt();
-        qint64 edited = 0;
-        for (int i = 0; i < rounds; ++i) {
-            EstimateDraft draft = draftOf(20 + i % 7, words[2] + QString::number(i));
-            const qint64 estNo = estimating::saveEstimate(*database, 0, draft).key;
-            if (edited == 0)
-                edited = estNo;
-            EstimateDraft change = draftOf(10 + i % 30, words[2] + u"edited"_s);
-            estimating::saveEstimate(*database, edited, change);
-            EstimateDraft passing = draftOf(15, words[2] + u"gone"_s);
-            estimating::deleteEstimate(*database,
-                                       estimating::saveEstimate(*database, 0, passing).key);
-            std::printf("%lld\n", static_cast<long long>(estNo));
-            std::fflush(stdout);
-        }
-    } catch (const jet::Error& error) {
-        std::fprintf(stderr, "%d %s\n", error.number(), error.what());
-        return 1;
-    }
-    return 0;
+    return testsupport::runStation(
+        argc, argv, [](jet::Database& database, const QStringList& words) {
+            const int rounds = words[1].toInt();
+            qint64 edited = 0;
+            for (int i = 0; i < rounds; ++i) {
+                EstimateDraft draft = draftOf(20 + i % 7, words[0] + QString::number(i));
+                const qint64 estNo = estimating::saveEstimate(database, 0, draft).key;
+                if (edited == 0)
+                    edited = estNo;
+                EstimateDraft change = draftOf(10 + i % 30, words[0] + u"edited"_s);
+                estimating::saveEstimate(database, edited, change);
+                EstimateDraft passing = draftOf(15, words[0] + u"gone"_s);
+                estimating::deleteEstimate(database,
+                                           estimating::saveEstimate(database, 0, passing).key);
+                testsupport::tell(QString::number(estNo));
+            }
+            return 0;
+        });
 }

@@ -1,17 +1,12 @@
 #include "support/Gallery.h"
-#include "app/Screens.h"
 #include "core/MirsaMain.h"
 #include "core/papers/PaperScreen.h"
 #include "core/records/RecordScreen.h"
-#include "desk/find/Indexer.h"
-#include "platform/values/Clock.h"
 #include "platform/values/Literals.h"
 #include "sample/Papers.h"
 #include "sample/PracticeCompany.h"
-#include "sample/Sample.h"
-#include "support/DatabaseFixture.h"
 #include "support/Paths.h"
-#include "support/ScreenFixture.h"
+#include "support/SampleFixture.h"
 #include "timemgmt/exceptions/ExceptionWatch.h"
 
 #include <QApplication>
@@ -26,45 +21,27 @@
 namespace {
 
 /// Every screen of the program, opened on the sample shop.
-class GalleryTest : public testsupport::ScreenFixture {
+class GalleryTest : public testsupport::SampleTest {
   protected:
-    GalleryTest()
-        : m_test(testsupport::EngineKind::File, testsupport::TestDatabase::Contents::Shop) {
-        app::registerAllScreens();
-        values::setNow(QDateTime(QDate(2026, 3, 2), QTime(9, 0)));
-        core::SharedState& state = core::shared();
-        state.MainDatabase = m_test.station();
-        state.CurrentUserName = u"Admin"_s;
-        state.CurrentUserNo = 1;
-        state.CurrencySymbol = u"$"_s;
-        state.ProgramFolder = m_folder.path();
+    void prepare() override {
         const QDir reports(testsupport::sourceFile(u"reports"_s));
         const QStringList files = reports.entryList(QDir::Files);
         for (const QString& file : files)
             QFile::link(reports.filePath(file), m_folder.filePath(file));
         QFile::link(testsupport::builtFile(u"tools/qbcompany/mirsa-qb-company"_s),
                     m_folder.filePath(u"mirsa-qb-company"_s));
-        sample::fill(core::MainDatabase(), {.years = 1, .jobs = 60});
-        EXPECT_TRUE(sample::makePracticeCompany(core::MainDatabase(), m_folder.path()));
-        sample::addPapers(core::MainDatabase(), m_folder.path());
-        useDatabase(core::MainDatabase());
-    }
-    ~GalleryTest() override {
-        while (!screen::Forms::all().isEmpty())
-            delete screen::Forms::all().first(); // one may have others with it
-        timemgmt::ExceptionWatch::end();
-        desk::Indexer::end();
-        core::shared().MainDatabase.reset();
-        values::setNow(std::nullopt);
+        SampleTest::prepare();
+        core::shared().ProgramFolder = m_folder.path();
+        EXPECT_TRUE(sample::makePracticeCompany(database(), m_folder.path()));
+        sample::addPapers(database(), m_folder.path());
     }
 
-    testsupport::TestDatabase m_test;
     QTemporaryDir m_folder;
 };
 
 } // namespace
 
-TEST_F(GalleryTest, EveryScreenOpensWithNothingClippedAndEverythingNamed) {
+TEST_P(GalleryTest, EveryScreenOpensWithNothingClippedAndEverythingNamed) {
     QStringList names = screen::Forms::known();
     ASSERT_FALSE(names.isEmpty());
     names.sort();
@@ -79,7 +56,7 @@ TEST_F(GalleryTest, EveryScreenOpensWithNothingClippedAndEverythingNamed) {
     }
 }
 
-TEST_F(GalleryTest, ALetterMeansOneThingOnAllScreens) {
+TEST_P(GalleryTest, ALetterMeansOneThingOnAllScreens) {
     // What many screens can do. Done shares its letter with New, which goes first; it has Ctrl+W.
     // The schedules and the spare parts have captions that claim some of these letters for
     // themselves.
@@ -120,7 +97,7 @@ TEST_F(GalleryTest, ALetterMeansOneThingOnAllScreens) {
     EXPECT_GT(seen.value(u"New"_s), 7);
 }
 
-TEST_F(GalleryTest, TheDialogsOfAJobShowWhatBelongsToIt) {
+TEST_P(GalleryTest, TheDialogsOfAJobShowWhatBelongsToIt) {
     jet::Database& shop = core::MainDatabase();
     const QString first = shop.lookup(u"SELECT MIN(JobNo) FROM Job WHERE Shipped=False"_s).toText();
     shop.execute(u"UPDATE Job SET CustID=1, PONo='PO-58618', AssemblyJobNo=0 WHERE "
@@ -147,14 +124,14 @@ TEST_F(GalleryTest, TheDialogsOfAJobShowWhatBelongsToIt) {
     press(u"cmdClose"_s);
 }
 
-TEST_F(GalleryTest, TheRoutingGetsTheHeightOfEachDisplay) {
+TEST_P(GalleryTest, TheRoutingGetsTheHeightOfEachDisplay) {
     struct Display {
         const char* name;
         QSize inside; ///< of the main window at that size
         double font;
         int rows;
     };
-    const QDir folder(testsupport::builtFile(u"../gallery"_s));
+    const QDir folder = testsupport::galleryFolder();
     const QFont usual = QApplication::font();
     for (const auto& [name, inside, font, rows] :
          {Display{"1366x768", {1297, 605}, 1, 10}, Display{"1920x1080", {1910, 930}, 1, 25},
@@ -178,8 +155,8 @@ TEST_F(GalleryTest, TheRoutingGetsTheHeightOfEachDisplay) {
     QApplication::setFont(usual);
 }
 
-TEST_F(GalleryTest, TheDeskShowsTheShopInLightAndDarkAndInEachDisplay) {
-    const QDir folder(testsupport::builtFile(u"../gallery"_s));
+TEST_P(GalleryTest, TheDeskShowsTheShopInLightAndDarkAndInEachDisplay) {
+    const QDir folder = testsupport::galleryFolder();
     const QPalette usual = QApplication::palette();
     // The latest estimate of a part that was made several times.
     const qint64 again =
@@ -251,7 +228,7 @@ TEST_F(GalleryTest, TheDeskShowsTheShopInLightAndDarkAndInEachDisplay) {
     QApplication::setPalette(usual);
 }
 
-TEST_F(GalleryTest, TheMistakesOfTheSampleShopAreListed) {
+TEST_P(GalleryTest, TheMistakesOfTheSampleShopAreListed) {
     open(u"frmTimeExceptions"_s);
     form().parentWidget()->resize(1180, 480);
     auto& watch = timemgmt::ExceptionWatch::on(core::MainDatabase().name());
@@ -264,8 +241,8 @@ TEST_F(GalleryTest, TheMistakesOfTheSampleShopAreListed) {
         EXPECT_TRUE(shown.contains(QString::fromUtf16(kind))) << shown.toStdString();
 }
 
-TEST_F(GalleryTest, TheScheduleShowsItsJobsAtEachZoomAndInEachDisplay) {
-    const QDir folder(testsupport::builtFile(u"../gallery"_s));
+TEST_P(GalleryTest, TheScheduleShowsItsJobsAtEachZoomAndInEachDisplay) {
+    const QDir folder = testsupport::galleryFolder();
     const auto lookOver = [this] { EXPECT_EQ(testsupport::gallery(form()), QStringList()); };
     jet::Database& shop = core::MainDatabase();
     const QString planned = u" FROM Job WHERE Shipped = False AND JobNo IN (SELECT JobNo FROM "
@@ -317,7 +294,7 @@ TEST_F(GalleryTest, TheScheduleShowsItsJobsAtEachZoomAndInEachDisplay) {
     press(u"cmdDone"_s);
 }
 
-TEST_F(GalleryTest, WhatGoesToQuickBooksShowsAnOrderOfTheShop) {
+TEST_P(GalleryTest, WhatGoesToQuickBooksShowsAnOrderOfTheShop) {
     jet::Database& shop = core::MainDatabase();
     const auto show = [&](const QString& screen, const QString& partner, const QString& order,
                           const QString& grid, const QString& item) {
@@ -343,7 +320,7 @@ TEST_F(GalleryTest, WhatGoesToQuickBooksShowsAnOrderOfTheShop) {
     show(u"frmAP"_s, sent.text(u"Company"), sent.text(u"POID"), u"vaSpread1"_s, u"Material"_s);
 }
 
-TEST_F(GalleryTest, TabReachesEveryControlOfAModuleAndComesRound) {
+TEST_P(GalleryTest, TabReachesEveryControlOfAModuleAndComesRound) {
     for (const char* name : {"frmCustomer", "frmVendor", "frmEmployee", "frmOperation",
                              "frmMiscItems", "frmEstimate", "frmJob", "frmUnitOfMeasure"}) {
         SCOPED_TRACE(name);
@@ -371,3 +348,5 @@ TEST_F(GalleryTest, TabReachesEveryControlOfAModuleAndComesRound) {
         press(u"cmdClose"_s);
     }
 }
+
+INSTANTIATE_TEST_SUITE_P(FileAlone, GalleryTest, ::testing::Values(testsupport::EngineKind::File));

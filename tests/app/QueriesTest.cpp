@@ -1,15 +1,12 @@
-#include "app/Screens.h"
 #include "core/MirsaMain.h"
 #include "core/records/RecordScreen.h"
 #include "platform/report/Painting.h"
 #include "platform/report/Report.h"
 #include "platform/screen/Forms.h"
-#include "platform/values/Clock.h"
 #include "platform/values/Literals.h"
 #include "reporting/Query.h"
-#include "sample/Sample.h"
 #include "support/Paths.h"
-#include "support/ShopFixture.h"
+#include "support/SampleFixture.h"
 
 using core::RecordScreen;
 using reporting::Criterion;
@@ -19,25 +16,15 @@ using screen::Forms;
 namespace {
 
 /// The modules with their queries, on the sample shop.
-class ModuleQueries : public testsupport::ShopTest {
+class ModuleQueries : public testsupport::SampleTest {
   protected:
-    void SetUp() override {
-        ShopTest::SetUp();
-        if (IsSkipped())
-            return;
-        app::registerAllScreens();
-        values::setNow(QDateTime(QDate(2026, 3, 2), QTime(9, 0)));
-        sample::fill(database(), {.years = 1, .jobs = 60});
+    void prepare() override {
+        SampleTest::prepare();
         core::shared().ProgramFolder = testsupport::sourceFile(u"reports"_s);
         report::setPreviewer(
             [this](std::shared_ptr<const report::Document> document, const report::WindowPlacing&) {
                 m_pages += document->pageCount();
             });
-    }
-    void TearDown() override {
-        report::setPreviewer({});
-        values::setNow(std::nullopt);
-        ShopTest::TearDown();
     }
     /// Asks by the first criterion of the member that the shop has something for.
     void ask(const QueryDescriptor& query) {

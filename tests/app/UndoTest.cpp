@@ -1,16 +1,11 @@
-#include "app/Screens.h"
-#include "core/MirsaMain.h"
 #include "core/UndoScreen.h"
 #include "core/records/RecordScreen.h"
 #include "platform/controls/DataCombo.h"
 #include "platform/controls/DateField.h"
 #include "platform/controls/TextField.h"
-#include "platform/values/Clock.h"
 #include "platform/values/Literals.h"
 #include "platform/values/Text.h"
-#include "sample/Sample.h"
-#include "support/ShopFixture.h"
-#include "timemgmt/exceptions/ExceptionWatch.h"
+#include "support/SampleFixture.h"
 
 #include <QAbstractItemModel>
 #include <QCheckBox>
@@ -24,24 +19,9 @@ using screen::Answer;
 using screen::Forms;
 
 /// The entries of all modules, with what their users may do in them by chance.
-class UndoTest : public testsupport::ShopTest {
+class UndoTest : public testsupport::SampleTest {
   protected:
-    void SetUp() override {
-        ShopTest::SetUp();
-        if (IsSkipped())
-            return;
-        app::registerAllScreens();
-        values::setNow(QDateTime(QDate(2026, 3, 2), QTime(9, 0)));
-        core::shared().CurrentUserNo = 1;
-        core::shared().CurrencySymbol = u"$"_s;
-        sample::fill(database(), {.years = 1, .jobs = 40});
-    }
-    void TearDown() override {
-        timemgmt::ExceptionWatch::end();
-        ShopTest::TearDown();
-        values::setNow(std::nullopt);
-    }
-
+    UndoTest() : SampleTest(40) {}
     int below(int limit) {
         return static_cast<int>(m_random() % static_cast<unsigned>(std::max(1, limit)));
     }

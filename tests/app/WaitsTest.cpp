@@ -1,4 +1,3 @@
-#include "app/Screens.h"
 #include "core/MirsaMain.h"
 #include "core/ReportLaunch.h"
 #include "core/records/RecordScreen.h"
@@ -7,13 +6,9 @@
 #include "platform/controls/DataCombo.h"
 #include "platform/report/Document.h"
 #include "platform/report/Report.h"
-#include "platform/values/Clock.h"
 #include "platform/values/Literals.h"
-#include "sample/Sample.h"
-#include "support/DatabaseFixture.h"
 #include "support/Paths.h"
-#include "support/ScreenFixture.h"
-#include "timemgmt/exceptions/ExceptionWatch.h"
+#include "support/SampleFixture.h"
 
 #include <QDir>
 #include <QTabWidget>
@@ -28,33 +23,17 @@ using screen::Forms;
 
 /// What the steps of the screens cost on a server, in waits for it. A step that exceeds its budget
 /// is slow for everybody who sits at the far end of a line.
-class WaitsTest : public testsupport::ScreenFixture {
+class WaitsTest : public testsupport::SampleTest {
   protected:
-    void SetUp() override {
-        MIRSA_NEEDS_ENGINE(testsupport::EngineKind::Server);
-        m_test = std::make_unique<testsupport::TestDatabase>(
-            testsupport::EngineKind::Server, testsupport::TestDatabase::Contents::Shop);
-        app::registerAllScreens();
-        values::setNow(QDateTime(QDate(2026, 3, 2), QTime(9, 0)));
-        core::SharedState& state = core::shared();
-        state.MainDatabase = m_test->station();
-        state.CurrentUserName = u"Admin"_s;
-        state.CurrentUserNo = 1;
-        state.CurrencySymbol = u"$"_s;
-        state.ProgramFolder = m_folder.path();
-        sample::fill(core::MainDatabase(), {.years = 1, .jobs = 60});
-        useDatabase(core::MainDatabase());
+    void prepare() override {
+        SampleTest::prepare();
+        core::shared().ProgramFolder = m_folder.path();
         std::vector<std::vector<jet::Value>> names;
         for (int i = 1; i <= 1500; ++i)
             names.push_back({u"Company %1"_s.arg(i)});
-        m_test->database().insertRows(u"Customer"_s, {u"company"_s}, names);
-        m_test->database().insertRows(u"Vendor"_s, {u"company"_s}, names);
-    }
-    void TearDown() override {
-        timemgmt::ExceptionWatch::end();
-        ScreenFixture::TearDown();
-        core::shared().MainDatabase.reset();
-        values::setNow(std::nullopt);
+        const auto other = anotherStation();
+        other->insertRows(u"Customer"_s, {u"company"_s}, names);
+        other->insertRows(u"Vendor"_s, {u"company"_s}, names);
     }
     void within(quint64 budget, const char* step, const std::function<void()>& work) {
         // After a write, nothing that was read before is at hand.
@@ -77,11 +56,10 @@ class WaitsTest : public testsupport::ScreenFixture {
         ADD_FAILURE() << "nothing begins with " << beginning.toStdString();
     }
 
-    std::unique_ptr<testsupport::TestDatabase> m_test;
     QTemporaryDir m_folder;
 };
 
-TEST_F(WaitsTest, RecordModulesStayWithinTheirBudgets) {
+TEST_P(WaitsTest, RecordModulesStayWithinTheirBudgets) {
     const struct {
         const char* screen;
         const char* field; ///< that is changed before the save
@@ -115,7 +93,7 @@ TEST_F(WaitsTest, RecordModulesStayWithinTheirBudgets) {
     }
 }
 
-TEST_F(WaitsTest, TheScheduleOfAJobStaysWithinItsBudgets) {
+TEST_P(WaitsTest, TheScheduleOfAJobStaysWithinItsBudgets) {
     jet::Database& shop = core::MainDatabase();
     const qint64 job = shop.lookup(u"SELECT MAX(Job.JobNo) FROM Job INNER JOIN JobOperSchedule ON "
                                    "Job.JobNo = JobOperSchedule.JobNo WHERE Shipped = False"_s)
@@ -141,7 +119,7 @@ TEST_F(WaitsTest, TheScheduleOfAJobStaysWithinItsBudgets) {
     press(u"cmdDone"_s);
 }
 
-TEST_F(WaitsTest, StockAndTimeStayWithinTheirBudgets) {
+TEST_P(WaitsTest, StockAndTimeStayWithinTheirBudgets) {
     const auto lookup = [](const QString& select) {
         return core::MainDatabase().lookup(select).toText();
     };
@@ -248,7 +226,7 @@ TEST_F(WaitsTest, StockAndTimeStayWithinTheirBudgets) {
     use(time);
 }
 
-TEST_F(WaitsTest, DeletionsPapersAndTheAssemblyTreeStayWithinTheirBudgets) {
+TEST_P(WaitsTest, DeletionsPapersAndTheAssemblyTreeStayWithinTheirBudgets) {
     jet::Database& shop = core::MainDatabase();
     ASSERT_TRUE(open(u"frmEstimate"_s));
     expectBoxContaining(u"delete"_s, Answer::Yes);
@@ -274,11 +252,10 @@ TEST_F(WaitsTest, DeletionsPapersAndTheAssemblyTreeStayWithinTheirBudgets) {
     report::setPreviewer([&](const std::shared_ptr<const report::Document>& document,
                              const report::WindowPlacing&) { pages += document->pageCount(); });
     within(3, "traveler", [&] { core::launchTraveler(job, true, nullptr); });
-    report::setPreviewer({});
     EXPECT_GT(pages, 0);
 }
 
-TEST_F(WaitsTest, ScreensOpenWithinTwoWaits) {
+TEST_P(WaitsTest, ScreensOpenWithinTwoWaits) {
     QStringList names = Forms::known();
     names.sort();
     for (const QString& name : std::as_const(names)) {
@@ -294,5 +271,8 @@ TEST_F(WaitsTest, ScreensOpenWithinTwoWaits) {
         form->hide();
     }
 }
+
+INSTANTIATE_TEST_SUITE_P(ServerAlone, WaitsTest,
+                         ::testing::Values(testsupport::EngineKind::Server));
 
 } // namespace

@@ -33,10 +33,7 @@ class Module : public screen::Form, public core::RecordScreen, public core::Part
 
 class History : public testsupport::ShopTest {
   protected:
-    void SetUp() override {
-        ShopTest::SetUp();
-        if (IsSkipped())
-            return;
+    void prepare() override {
         core::registerScreens();
         for (const char16_t* name : {u"frmJob", u"frmEstimate", u"frmRFQ", u"frmPO"}) {
             const QString form = QString::fromUtf16(name);

@@ -16,10 +16,7 @@ using coretest::JobModule;
 
 class JournalScreen : public testsupport::ShopTest {
   protected:
-    void SetUp() override {
-        ShopTest::SetUp();
-        if (IsSkipped())
-            return;
+    void prepare() override {
         core::registerScreens();
         screen::Forms::add(u"frmJob"_s, [] { return std::make_unique<JobModule>(); });
         jet::Native(database()).setWriter(u"Anna"_s);

@@ -16,10 +16,7 @@ using screen::Answer;
 
 class Login : public testsupport::ShopTest {
   protected:
-    void SetUp() override {
-        ShopTest::SetUp();
-        if (IsSkipped())
-            return;
+    void prepare() override {
         core::registerScreens();
         database().execute(u"DELETE * FROM Users"_s);
         database().execute(u"INSERT INTO Users (UserID, username, [password], usergroupid) "

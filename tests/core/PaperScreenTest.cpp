@@ -35,10 +35,7 @@ using screen::Answer;
 /// The papers of job 1, whose part has an estimate.
 class PaperScreen : public testsupport::ShopTest {
   protected:
-    void SetUp() override {
-        ShopTest::SetUp();
-        if (IsSkipped())
-            return;
+    void prepare() override {
         QStandardPaths::setTestModeEnabled(true);
         core::registerScreens();
         screen::Forms::add(u"frmJob"_s, [] { return std::make_unique<coretest::JobModule>(); });
@@ -307,5 +304,4 @@ TEST_P(PaperScreen, PapersArePrintedBehindTheTraveler) {
         QFile(stored(paper(row))).remove();
     expectBoxContaining(u"the file is missing"_s);
     EXPECT_EQ(pages(), alone + 3);
-    report::setPreviewer({});
 }

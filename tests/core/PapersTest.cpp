@@ -169,10 +169,7 @@ namespace {
 
 class Papers : public testsupport::ShopDatabaseFixture {
   protected:
-    void SetUp() override {
-        ShopDatabaseFixture::SetUp();
-        if (IsSkipped())
-            return;
+    void prepare() override {
         execute(u"INSERT INTO Estimate (PartNo) VALUES ('ax-1')");
         execute(u"INSERT INTO Job (PartNo) VALUES ('AX-1')");
         execute(u"INSERT INTO Job (PartNo) VALUES ('BX')");

@@ -9,11 +9,7 @@ namespace {
 
 class Preferences : public testsupport::ShopTest {
   protected:
-    void SetUp() override {
-        ShopTest::SetUp();
-        if (!IsSkipped())
-            core::registerScreens();
-    }
+    void prepare() override { core::registerScreens(); }
     void openPreferences() { ASSERT_TRUE(open(u"frmSystemSettings"_s)); }
     QString stored(const char* columns) {
         return rows(u"SELECT "_s + QString::fromLatin1(columns) + u" FROM SystemSettings"_s)

@@ -19,10 +19,7 @@ class Neighbour : public screen::Form, public core::LookupUser {
 
 class Reference : public testsupport::ShopTest {
   protected:
-    void SetUp() override {
-        ShopTest::SetUp();
-        if (IsSkipped())
-            return;
+    void prepare() override {
         core::registerScreens();
         Neighbour::told.clear();
     }

@@ -15,10 +15,7 @@ namespace {
 
 class ReportLaunch : public testsupport::ShopTest {
   protected:
-    void SetUp() override {
-        ShopTest::SetUp();
-        if (IsSkipped())
-            return;
+    void prepare() override {
         core::shared().ProgramFolder = folder.path();
         for (const auto* name : {"Customers.rpt", "Job_Traveler.rpt", "Job_Traveler_Notes.rpt",
                                  "Job_Report.rpt", "Estimate_Quote.rpt"})
@@ -30,10 +27,6 @@ class ReportLaunch : public testsupport::ShopTest {
         });
         database().execute(u"INSERT INTO Customer (company) VALUES ('Zeta Gears')"_s);
         database().execute(u"INSERT INTO Customer (company) VALUES ('Alpha Molds')"_s);
-    }
-    void TearDown() override {
-        report::setPreviewer({});
-        ShopTest::TearDown();
     }
     void expectCritical(const QString& text, const QString& title) {
         expectBox(text, screen::Answer::Ok, title, screen::Buttons::Ok, screen::Icon::Critical);

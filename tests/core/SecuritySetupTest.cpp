@@ -18,10 +18,7 @@ using screen::Answer;
 
 class SecuritySetup : public testsupport::ShopTest {
   protected:
-    void SetUp() override {
-        ShopTest::SetUp();
-        if (IsSkipped())
-            return;
+    void prepare() override {
         core::registerScreens();
         database().execute(
             u"INSERT INTO users (userid, username, password) VALUES('pat','Pat Miller','Lathe')"_s);

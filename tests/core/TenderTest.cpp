@@ -133,10 +133,7 @@ class frmTender : public core::LinedModule<Tender, Item> {
 
 class TenderTest : public testsupport::ShopTest {
   protected:
-    void SetUp() override {
-        ShopTest::SetUp();
-        if (IsSkipped())
-            return;
+    void prepare() override {
         database().execute(u"CREATE TABLE Tender (TenderNo COUNTER PRIMARY KEY, Title TEXT(20), "
                            "Active YESNO, VendorID LONG, Company TEXT(40), Terms TEXT(20), "
                            "Total CURRENCY)"_s);

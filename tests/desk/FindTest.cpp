@@ -1,15 +1,12 @@
-#include "app/Screens.h"
 #include "core/MirsaMain.h"
 #include "core/journal/JournalTriggers.h"
 #include "core/records/RecordScreen.h"
 #include "desk/find/FindKinds.h"
 #include "desk/find/Finder.h"
 #include "desk/find/Indexer.h"
-#include "platform/values/Clock.h"
 #include "platform/values/Literals.h"
-#include "sample/Sample.h"
 #include "support/Paths.h"
-#include "support/ShopFixture.h"
+#include "support/SampleFixture.h"
 
 #include <QFile>
 #include <QLabel>
@@ -25,15 +22,10 @@ using desk::FoundRecord;
 using screen::Forms;
 using testsupport::EngineKind;
 
-class FindTest : public testsupport::ShopTest {
+class FindTest : public testsupport::SampleTest {
   protected:
-    void SetUp() override {
-        ShopTest::SetUp();
-        if (IsSkipped())
-            return;
-        app::registerAllScreens();
-        values::setNow(QDateTime(QDate(2026, 3, 2), QTime(9, 0)));
-        sample::fill(database(), {.years = 1, .jobs = 60});
+    void prepare() override {
+        SampleTest::prepare();
         database().execute(u"UPDATE Job SET JobNotes = 'Ship with Łódź crate' WHERE JobNo = 7"_s);
         m_shop = anotherStation();
         m_indexer = desk::Indexer::on(database().name());
@@ -43,9 +35,7 @@ class FindTest : public testsupport::ShopTest {
     void TearDown() override {
         m_finder.reset();
         m_shop.reset();
-        desk::Indexer::end();
-        values::setNow(std::nullopt);
-        ShopTest::TearDown();
+        SampleTest::TearDown();
     }
     /// Until the index has been compared with the database once more.
     void waitForLook() {

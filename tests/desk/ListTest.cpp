@@ -1,4 +1,3 @@
-#include "app/Screens.h"
 #include "core/MirsaMain.h"
 #include "core/records/RecordScreen.h"
 #include "desk/ListReader.h"
@@ -6,11 +5,9 @@
 #include "desk/Rights.h"
 #include "platform/controls/RowTable.h"
 #include "platform/report/Report.h"
-#include "platform/values/Clock.h"
 #include "platform/values/Literals.h"
-#include "sample/Sample.h"
 #include "support/CsvReader.h"
-#include "support/ShopFixture.h"
+#include "support/SampleFixture.h"
 
 #include <QFile>
 #include <QLineEdit>
@@ -23,21 +20,8 @@ using desk::ListReader;
 using screen::Answer;
 using screen::Forms;
 
-class ListTest : public testsupport::ShopTest {
+class ListTest : public testsupport::SampleTest {
   protected:
-    void SetUp() override {
-        ShopTest::SetUp();
-        if (IsSkipped())
-            return;
-        app::registerAllScreens();
-        values::setNow(QDateTime(QDate(2026, 3, 2), QTime(9, 0)));
-        sample::fill(database(), {.years = 1, .jobs = 60});
-    }
-    void TearDown() override {
-        report::setPreviewer({});
-        values::setNow(std::nullopt);
-        ShopTest::TearDown();
-    }
     controls::RowTable& table() {
         return *dynamic_cast<controls::RowTable*>(control(u"lvwRows"_s)->parentWidget());
     }

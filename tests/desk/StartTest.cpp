@@ -1,4 +1,3 @@
-#include "app/Screens.h"
 #include "core/MirsaMain.h"
 #include "core/records/RecordScreen.h"
 #include "desk/StartFacts.h"
@@ -7,9 +6,7 @@
 #include "platform/values/Clock.h"
 #include "platform/values/Format.h"
 #include "platform/values/Literals.h"
-#include "sample/Sample.h"
-#include "support/ShopFixture.h"
-#include "timemgmt/exceptions/ExceptionWatch.h"
+#include "support/SampleFixture.h"
 
 #include <QTest>
 #include <QTreeWidget>
@@ -23,15 +20,10 @@ using screen::Forms;
 
 const QDate today(2026, 3, 2);
 
-class StartPageTest : public testsupport::ShopTest {
+class StartPageTest : public testsupport::SampleTest {
   protected:
-    void SetUp() override {
-        ShopTest::SetUp();
-        if (IsSkipped())
-            return;
-        app::registerAllScreens();
-        values::setNow(QDateTime(today, QTime(9, 0)));
-        sample::fill(database(), {.years = 1, .jobs = 60});
+    void prepare() override {
+        SampleTest::prepare();
         // What the sample may not have: without a price, not invoiced, not stocked, unanswered.
         database().execute(u"INSERT INTO Estimate (CustID, RFQNo, PartNo, EstDate, QtyQPA) VALUES "
                            "(1, 'R-9', 'P-9', #02/20/2026#, 0)"_s);
@@ -44,11 +36,6 @@ class StartPageTest : public testsupport::ShopTest {
                            "PONumber = 1"_s);
         database().execute(u"UPDATE RFQItem SET UnitPrice = 0 WHERE OrderNumber = 1"_s);
         database().execute(u"UPDATE Items SET FlagQuantity = Quantity + 1 WHERE ID < 4"_s);
-    }
-    void TearDown() override {
-        timemgmt::ExceptionWatch::end();
-        values::setNow(std::nullopt);
-        ShopTest::TearDown();
     }
     std::vector<StartSection> read() {
         return desk::startSections(database(), desk::Rights::read(database()), today);

@@ -1,11 +1,6 @@
-#include "core/MirsaMain.h"
-#include "core/Screens.h"
+#include "estimating/EstimatingShop.h"
 #include "estimating/NoteStaging.h"
-#include "estimating/Screens.h"
-#include "estimating/ShopRows.h"
-#include "platform/values/Clock.h"
 #include "platform/values/Literals.h"
-#include "support/ShopFixture.h"
 
 using namespace shoprows;
 using screen::Answer;
@@ -13,29 +8,15 @@ using screen::Answer;
 namespace {
 
 /// The estimate module on a shop with two customers, three operations and two fixed cost items.
-class EstimateScreenTest : public testsupport::ShopTest {
+class EstimateScreenTest : public EstimatingShop {
   protected:
-    void SetUp() override {
-        ShopTest::SetUp();
-        if (IsSkipped())
-            return;
-        core::registerScreens();
-        estimating::registerScreens();
-        core::shared().CurrencySymbol = u"$"_s;
-        values::setNow(QDateTime(QDate(2026, 11, 22), QTime(9, 0)));
+    void prepare() override {
+        EstimatingShop::prepare();
         jet::Database& db = database();
-        m_acme = customer(db, u"Acme"_s);
         m_bolt = customer(db, u"Bolt & Nut"_s);
-        m_mill = operation(db, u"Mill"_s);
-        m_turn = operation(db, u"Turn"_s, u'I', 35);
-        m_plate = operation(db, u"Plating"_s, u'C', 0);
         operationNote(db, m_mill, u"Use coolant"_s);
         item(db, u"Bar"_s, u"FT"_s, 12.5);
         item(db, u"Sheet"_s, u"EA"_s, 4);
-    }
-    void TearDown() override {
-        ShopTest::TearDown();
-        values::setNow(std::nullopt);
     }
 
     /// Saves an estimate of Mill (2.5 h at 40), Turn (1 h at 35) and Plating (100) behind the
@@ -64,7 +45,7 @@ class EstimateScreenTest : public testsupport::ShopTest {
                     "ORDER BY EstNo, SeqNo"_s);
     }
 
-    qint64 m_acme = 0, m_bolt = 0, m_mill = 0, m_turn = 0, m_plate = 0;
+    qint64 m_bolt = 0;
 };
 
 enum OperColumn { Seq, Note, Description, Time, Unit, Rate };

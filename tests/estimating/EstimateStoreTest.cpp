@@ -12,10 +12,7 @@ namespace {
 
 class EstimateStoreTest : public testsupport::ShopDatabaseFixture {
   protected:
-    void SetUp() override {
-        ShopDatabaseFixture::SetUp();
-        if (IsSkipped())
-            return;
+    void prepare() override {
         m_customer = customer(db(), u"O'Brien & Sons"_s);
         m_mill = operation(db(), u"Mill"_s);
         m_plate = operation(db(), u"Plating"_s, u'C', 0);

@@ -1,13 +1,8 @@
 #include "estimating/memory/Memory.h"
 #include "core/MemoryScreen.h"
-#include "core/MirsaMain.h"
-#include "core/Screens.h"
-#include "estimating/Screens.h"
-#include "estimating/ShopRows.h"
+#include "estimating/EstimatingShop.h"
 #include "platform/system/Remembered.h"
-#include "platform/values/Clock.h"
 #include "platform/values/Literals.h"
-#include "support/ShopFixture.h"
 
 #include <QTest>
 
@@ -20,26 +15,8 @@ using estimating::MemoryLine;
 namespace {
 
 /// A shop with some years of jobs of a few parts.
-class MemoryTest : public testsupport::ShopTest {
+class MemoryTest : public EstimatingShop {
   protected:
-    void SetUp() override {
-        ShopTest::SetUp();
-        if (IsSkipped())
-            return;
-        core::registerScreens();
-        estimating::registerScreens();
-        core::shared().CurrencySymbol = u"$"_s;
-        values::setNow(QDateTime(QDate(2026, 11, 22), QTime(9, 0)));
-        m_mill = operation(database(), u"Mill"_s);
-        m_turn = operation(database(), u"Turn"_s, u'I', 35);
-        m_plate = operation(database(), u"Plating"_s, u'C', 0);
-        m_acme = customer(database(), u"Acme"_s);
-    }
-    void TearDown() override {
-        ShopTest::TearDown();
-        values::setNow(std::nullopt);
-    }
-
     qint64 add(const QString& table, const QString& columns, const QString& values) {
         database().execute(u"INSERT INTO %1 (%2) VALUES (%3)"_s.arg(table, columns, values));
         return database().lastCounter();
@@ -116,8 +93,6 @@ class MemoryTest : public testsupport::ShopTest {
                   sorted[sorted.size() - 1 - std::min(quarter + 1, sorted.size() - 1)]);
         EXPECT_LE(spread.high, sorted[sorted.size() - 1 - quarter] + 1e-9);
     }
-
-    qint64 m_mill = 0, m_turn = 0, m_plate = 0, m_acme = 0;
 };
 
 enum Column { Operation, Of, Jobs, Pieces, Estimated, Booked, BookedHalf, Each, EachHalf, ForLot };

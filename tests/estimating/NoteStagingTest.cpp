@@ -13,10 +13,7 @@ namespace {
 
 class NoteStagingTest : public testsupport::ShopDatabaseFixture {
   protected:
-    void SetUp() override {
-        ShopDatabaseFixture::SetUp();
-        if (IsSkipped())
-            return;
+    void prepare() override {
         for (int i = 0; i < 12; ++i)
             m_operations.push_back(operation(db(), u"Op %1"_s.arg(i)));
     }

@@ -16,10 +16,7 @@ namespace {
 
 class OperationCatalogue : public testsupport::ShopTest {
   protected:
-    void SetUp() override {
-        ShopTest::SetUp();
-        if (IsSkipped())
-            return;
+    void prepare() override {
         registerCatalogue();
         database().execute(u"DELETE * FROM Operation"_s);
         database().execute(u"DELETE * FROM OperDepartment"_s);

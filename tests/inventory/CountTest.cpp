@@ -29,10 +29,7 @@ TEST(StockSeries, IsReckonedBackFromTodayAndNeverBelowZero) {
 
 class Counting : public testsupport::ShopTest {
   protected:
-    void SetUp() override {
-        ShopTest::SetUp();
-        if (IsSkipped())
-            return;
+    void prepare() override {
         values::setNow(QDateTime(today, QTime(9, 0)));
         registerScreens();
         m_type = saveFolder(database(), typeView(), 0, 0, u"Bolts"_s);
@@ -44,10 +41,6 @@ class Counting : public testsupport::ShopTest {
         m_bolt = item(u"Bolt"_s, m_room, 20);
         m_nut = item(u"Nut"_s, m_rack, 5);
         item(u"Elsewhere"_s, saveFolder(database(), locationView(), 0, 0, u"Yard"_s), 5);
-    }
-    void TearDown() override {
-        ShopTest::TearDown();
-        values::setNow({});
     }
     qint64 run(const QString& insert) {
         database().execute(insert);

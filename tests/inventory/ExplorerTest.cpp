@@ -18,10 +18,7 @@ const QString system = u"System Message"_s;
 
 class Explorers : public testsupport::ShopTest {
   protected:
-    void SetUp() override {
-        ShopTest::SetUp();
-        if (IsSkipped())
-            return;
+    void prepare() override {
         values::setNow(QDateTime(QDate(2026, 3, 2), QTime(9, 0)));
         registerScreens();
         jet::Database& db = database();
@@ -34,10 +31,6 @@ class Explorers : public testsupport::ShopTest {
         m_bolt = item(u"Hex bolt"_s, 20, 15);
         m_nut = item(u"Nut"_s, 5, 0);
         open(u"frmInventory"_s);
-    }
-    void TearDown() override {
-        ShopTest::TearDown();
-        values::setNow({});
     }
     qint64 item(const QString& description, qint64 quantity, qint64 flag) {
         Item made;

@@ -21,10 +21,7 @@ const QString system = u"System Message"_s;
 
 class FromStock : public testsupport::ShopTest {
   protected:
-    void SetUp() override {
-        ShopTest::SetUp();
-        if (IsSkipped())
-            return;
+    void prepare() override {
         values::setNow(QDateTime(QDate(2026, 3, 2), QTime(9, 0)));
         registerScreens();
         m_type = saveFolder(database(), typeView(), 0, 0, u"Bolts"_s);
@@ -35,10 +32,6 @@ class FromStock : public testsupport::ShopTest {
         m_vendor = run(u"INSERT INTO Vendor (Company, Address1, City, Terms, OurNotes) VALUES "
                        "('O''Brass', 'Dock 4', 'Leith', 'Net 30', 'ring first')"_s);
         m_bolt = item(u"Hex bolt"_s, u"P-1"_s, 5, 20);
-    }
-    void TearDown() override {
-        ShopTest::TearDown();
-        values::setNow({});
     }
     qint64 run(const QString& insert) {
         database().execute(insert);

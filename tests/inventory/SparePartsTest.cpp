@@ -14,10 +14,7 @@ namespace {
 
 class Spares : public testsupport::ShopTest {
   protected:
-    void SetUp() override {
-        ShopTest::SetUp();
-        if (IsSkipped())
-            return;
+    void prepare() override {
         values::setNow(QDateTime(QDate(2026, 3, 2), QTime(9, 0)));
         registerScreens();
         m_fjord = run(u"INSERT INTO Customer (Company) VALUES ('Fjord')"_s);
@@ -25,10 +22,6 @@ class Spares : public testsupport::ShopTest {
         m_pat = run(u"INSERT INTO Employee (firstname, lastname) VALUES ('Pat', 'Miller')"_s);
         m_job = run(u"INSERT INTO Job (CustID, PartNo, PONo, Quantity, InvoiceTotal) VALUES "
                     "(%1, 'AB-7', 'PO 9', 40, 120)"_s.arg(m_fjord));
-    }
-    void TearDown() override {
-        ShopTest::TearDown();
-        values::setNow({});
     }
     qint64 run(const QString& insert) {
         database().execute(insert);

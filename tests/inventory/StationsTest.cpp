@@ -22,10 +22,7 @@ class StockStations : public testsupport::ShopDatabaseFixture {
     static constexpr int stations = 4;
     static constexpr qint64 begin = 30;
 
-    void SetUp() override {
-        ShopDatabaseFixture::SetUp();
-        if (IsSkipped() || HasFatalFailure())
-            return;
+    void prepare() override {
         const qint64 type = saveFolder(db(), typeView(), 0, 0, u"Bolts"_s);
         const qint64 location = saveFolder(db(), locationView(), 0, 0, u"Rack"_s);
         for (int i = 0; i < 6; ++i) {

@@ -1,9 +1,7 @@
 #include "inventory/Issue.h"
 #include "inventory/Restock.h"
-#include "platform/jet/Location.h"
 #include "platform/values/Literals.h"
-
-#include <QCoreApplication>
+#include "support/Station.h"
 
 #include <cstdio>
 
@@ -113,17 +111,11 @@ class Mover {
 } // namespace
 
 int main(int argc, char* argv[]) {
-    const QCoreApplication application(argc, argv);
-    const QStringList words = application.arguments();
-    try {
-        const auto database = jet::isServerUri(words[1]) ? jet::Database::openServer(words[1])
-                                                         : jet::Database::openFile(words[1]);
-        Mover mover(*database, words[2].toLongLong());
-        for (int left = words[3].toInt(); left > 0; --left)
-            mover.step();
-    } catch (const std::exception& error) {
-        std::fprintf(stderr, "%s\n", error.what());
-        return 1;
-    }
-    return 0;
+    return testsupport::runStation(argc, argv,
+                                   [](jet::Database& database, const QStringList& words) {
+                                       Mover mover(database, words[0].toLongLong());
+                                       for (int left = words[1].toInt(); left > 0; --left)
+                                           mover.step();
+                                       return 0;
+                                   });
 }

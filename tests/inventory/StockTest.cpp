@@ -10,10 +10,7 @@ namespace {
 
 class Stock : public testsupport::ShopTest {
   protected:
-    void SetUp() override {
-        ShopTest::SetUp();
-        if (IsSkipped())
-            return;
+    void prepare() override {
         m_type = saveFolder(database(), typeView(), 0, 0, u"Bolts"_s);
         m_location = saveFolder(database(), locationView(), 0, 0, u"Rack 1"_s);
         database().execute(u"INSERT INTO Employee (firstname, lastname, EmpStatus) VALUES "

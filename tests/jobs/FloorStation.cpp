@@ -1,9 +1,6 @@
-#include "platform/jet/Location.h"
 #include "platform/values/Literals.h"
+#include "support/Station.h"
 
-#include <QCoreApplication>
-
-#include <cstdio>
 #include <poll.h>
 #include <unistd.h>
 
@@ -22,39 +19,30 @@ bool inputHasEnded() {
 } // namespace
 
 int main(int argc, char* argv[]) {
-    const QCoreApplication application(argc, argv);
-    const QStringList words = application.arguments();
-    try {
-        const auto database = jet::isServerUri(words[1]) ? jet::Database::openServer(words[1])
-                                                         : jet::Database::openFile(words[1]);
-        const QString &job = words[2], &operation = words[3], &item = words[4];
-        for (bool last = false; !last;) {
-            last = inputHasEnded();
-            const QString status = last ? u"F"_s : u"D"_s;
-            database->execute(
-                u"INSERT INTO Timelog (EmpID, JobNo, OperNo, Status, "
-                "StartDate) VALUES(1,%1,%2,'A',#3/2/2026 8:00 AM#)"_s.arg(job, operation));
-            const QString id = QString::number(database->lastCounter());
-            database->execute(u"UPDATE Timelog SET SuspDate = #3/2/2026 8:15 AM#, "
-                              "AccumTime = 0.25, Status = '%1' WHERE ID = %2"_s.arg(status, id));
-            const QString ofJob = u" WHERE JobNo = "_s + job;
-            const int rows =
-                database->execute(
-                    u"UPDATE JobOper SET OperTime_Amount = OperTime_Amount "
-                    "+ 0.25, Status = '%1'%2 AND OperNo = %3"_s.arg(status, ofJob, operation)) +
-                database->execute(u"UPDATE JobMiscCost SET Quantity = Quantity + 1, "
-                                  "CostAmount = UnitPrice * (Quantity + 1)%1 AND "
-                                  "ItemNo = %2"_s.arg(ofJob, item));
-            if (rows != 2) {
-                std::fprintf(stderr, "an update met %d rows of 2\n", rows);
-                return 2;
+    return testsupport::runStation(
+        argc, argv, [](jet::Database& database, const QStringList& words) {
+            const QString &job = words[0], &operation = words[1], &item = words[2];
+            for (bool last = false; !last;) {
+                last = inputHasEnded();
+                const QString status = last ? u"F"_s : u"D"_s;
+                database.execute(
+                    u"INSERT INTO Timelog (EmpID, JobNo, OperNo, Status, "
+                    "StartDate) VALUES(1,%1,%2,'A',#3/2/2026 8:00 AM#)"_s.arg(job, operation));
+                const QString id = QString::number(database.lastCounter());
+                database.execute(u"UPDATE Timelog SET SuspDate = #3/2/2026 8:15 AM#, "
+                                 "AccumTime = 0.25, Status = '%1' WHERE ID = %2"_s.arg(status, id));
+                const QString ofJob = u" WHERE JobNo = "_s + job;
+                const int rows =
+                    database.execute(
+                        u"UPDATE JobOper SET OperTime_Amount = OperTime_Amount "
+                        "+ 0.25, Status = '%1'%2 AND OperNo = %3"_s.arg(status, ofJob, operation)) +
+                    database.execute(u"UPDATE JobMiscCost SET Quantity = Quantity + 1, "
+                                     "CostAmount = UnitPrice * (Quantity + 1)%1 AND "
+                                     "ItemNo = %2"_s.arg(ofJob, item));
+                if (rows != 2)
+                    throw std::runtime_error("the updates met not two rows");
+                testsupport::tell(u"booked"_s);
             }
-            std::puts("booked");
-            std::fflush(stdout);
-        }
-    } catch (const jet::Error& error) {
-        std::fprintf(stderr, "%d %s\n", error.number(), error.what());
-        return 1;
-    }
-    return 0;
+            return 0;
+        });
 }

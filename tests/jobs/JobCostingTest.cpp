@@ -65,10 +65,7 @@ QString tenThousandths(qint64 n) {
 
 class JobCosting : public JobShop {
   protected:
-    void SetUp() override {
-        JobShop::SetUp();
-        if (IsSkipped())
-            return;
+    void prepare() override {
         for (int i = 0; i < 4; ++i) {
             const QString number = QString::number(i);
             m_inhouse.push_back(operation(u"In "_s + number, u"I"_s, u"40"_s));

@@ -18,10 +18,7 @@ namespace {
 
 class JobFromEstimate : public JobShop {
   protected:
-    void SetUp() override {
-        JobShop::SetUp();
-        if (IsSkipped())
-            return;
+    void prepare() override {
         registerScreens();
         values::setNow(QDateTime(QDate(2026, 3, 2), QTime(8, 0), Qt::UTC));
         m_turning = operation(u"Turning"_s, u"I"_s, u"40"_s);
@@ -66,10 +63,6 @@ class JobFromEstimate : public JobShop {
         m_order.dueDate = QDate(2026, 3, 20);
         m_order.poNo = u"PO-1"_s;
         m_order.useNotes = true;
-    }
-    void TearDown() override {
-        values::setNow(std::nullopt);
-        JobShop::TearDown();
     }
 
     qint64 m_estNo = 0;

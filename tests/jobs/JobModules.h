@@ -10,17 +10,10 @@
 /// The shop of JobShop with the screens of jobs, on Monday, March 9, 2026.
 class JobModules : public JobShop {
   protected:
-    void SetUp() override {
-        JobShop::SetUp();
-        if (IsSkipped())
-            return;
+    void prepare() override {
         jobs::registerScreens();
         estimating::registerRoutingDialogs();
         values::setNow(QDateTime(QDate(2026, 3, 9), QTime(8, 0), Qt::UTC));
-    }
-    void TearDown() override {
-        values::setNow(std::nullopt);
-        JobShop::TearDown();
     }
     static QString s(const char16_t* text) { return QString::fromUtf16(text); }
 };

@@ -12,10 +12,8 @@ inline constexpr int estimatedColumn = 6;
 /// The job module on a shop with one job of three operations.
 class JobScreen : public JobModules {
   protected:
-    void SetUp() override {
-        JobModules::SetUp();
-        if (IsSkipped())
-            return;
+    void prepare() override {
+        JobModules::prepare();
         m_acme = customer(u"Acme"_s);
         const char16_t* names[] = {u"Boring", u"Milling", u"Plating", u"Turning"};
         for (int i = 0; i < 4; ++i) {

@@ -12,10 +12,8 @@ namespace {
 
 class Shipping : public JobModules {
   protected:
-    void SetUp() override {
-        JobModules::SetUp();
-        if (IsSkipped())
-            return;
+    void prepare() override {
+        JobModules::prepare();
         m_job = job(customer(s(u"Acme")), s(u"12-34"), 10);
     }
     qint64 employee(const char16_t* first, const char16_t* last) {

@@ -26,10 +26,7 @@ class Neighbour : public screen::Form, public core::LookupUser {
 
 class Customer : public testsupport::ShopTest {
   protected:
-    void SetUp() override {
-        ShopTest::SetUp();
-        masters::registerScreens();
-    }
+    void prepare() override { masters::registerScreens(); }
     void add(const QString& name) {
         database().execute(u"INSERT INTO Customer (company) VALUES ('"_s +
                            QString(name).replace(u"'"_s, u"''"_s) + u"')"_s);

@@ -85,17 +85,10 @@ class TimeManagement : public screen::Form, public core::LookupUser {
 
 class Employee : public testsupport::ShopTest {
   protected:
-    void SetUp() override {
-        ShopTest::SetUp();
-        if (IsSkipped())
-            return;
+    void prepare() override {
         masters::registerScreens();
         values::setNow(QDateTime(QDate(2026, 3, 2), QTime(8, 0)));
         sql("INSERT INTO Shifts (Description) VALUES ('Night')");
-    }
-    void TearDown() override {
-        values::setNow(std::nullopt);
-        ShopTest::TearDown();
     }
     void sql(const char* statement) { database().execute(QString::fromLatin1(statement)); }
     void addThree() {

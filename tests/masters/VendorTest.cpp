@@ -20,10 +20,7 @@ class Buyer : public screen::Form, public core::LookupUser {
 
 class Vendor : public testsupport::ShopTest {
   protected:
-    void SetUp() override {
-        ShopTest::SetUp();
-        masters::registerScreens();
-    }
+    void prepare() override { masters::registerScreens(); }
     void addTwo() {
         sql("INSERT INTO Vendor (company) VALUES ('Apex Supply')");
         sql("INSERT INTO Vendor (company) VALUES ('Borel Steel')");

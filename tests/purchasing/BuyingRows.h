@@ -10,17 +10,13 @@ namespace testsupport {
 /// A shop that buys: vendors and an employee, on 3/2/2026.
 class BuyingRows : public ShopDatabaseFixture {
   protected:
-    void SetUp() override {
-        ShopDatabaseFixture::SetUp();
-        if (IsSkipped() || HasFatalFailure())
-            return;
+    void prepare() override {
         values::setNow(QDateTime(QDate(2026, 3, 2), QTime(9, 0)));
         m_harrow = vendor(u"Harrow Bearings"_s);
         m_obrien = vendor(u"O'Brien Steel"_s);
         execute(u"INSERT INTO Employee (firstname, lastname) VALUES ('Ann', 'Berg')");
         m_ann = db().lastCounter();
     }
-    void TearDown() override { values::setNow({}); }
 
     qint64 vendor(const QString& company) {
         db().execute(

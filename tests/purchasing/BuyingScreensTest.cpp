@@ -21,10 +21,7 @@ namespace {
 /// The screens of buying on a shop with three vendors, one employee and one item of inventory.
 class Buying : public testsupport::ShopTest {
   protected:
-    void SetUp() override {
-        ShopTest::SetUp();
-        if (IsSkipped())
-            return;
+    void prepare() override {
         core::registerScreens();
         estimating::registerScreens();
         purchasing::registerScreens();
@@ -43,10 +40,6 @@ class Buying : public testsupport::ShopTest {
                    "'York'"_s);
         db.execute(u"INSERT INTO Items (PartNumber, Description, Units, Quantity) VALUES ('A-1', "
                    "'Bar', 'EA', 10)"_s);
-    }
-    void TearDown() override {
-        ShopTest::TearDown();
-        values::setNow(std::nullopt);
     }
 
     void addItem(const QString& dialog, const QString& part, const QString& description,

@@ -11,10 +11,8 @@ constexpr qint64 highest = 32767;
 /// A shop whose numbers are about to leave what older programs know.
 class NumberLimit : public testsupport::BuyingRows {
   protected:
-    void SetUp() override {
-        BuyingRows::SetUp();
-        if (IsSkipped() || HasFatalFailure())
-            return;
+    void prepare() override {
+        BuyingRows::prepare();
         db().execute(u"INSERT INTO RFQ (PONumber, Title) VALUES (%1, 'Last')"_s.arg(highest));
         db().execute(
             u"INSERT INTO PO (PONumber, Title, Active) VALUES (%1, 'Last', True)"_s.arg(highest));

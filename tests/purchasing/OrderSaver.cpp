@@ -3,15 +3,11 @@
 // and again, with a line of output for each round. Title and every line of a document say its
 // round, the ship-to city how many lines it has.
 
-#include "platform/jet/Location.h"
 #include "platform/values/Literals.h"
 #include "purchasing/PoStore.h"
 #include "purchasing/Receiving.h"
 #include "purchasing/RfqStore.h"
-
-#include <QCoreApplication>
-
-#include <cstdio>
+#include "support/Station.h"
 
 using namespace purchasing;
 
@@ -44,42 +40,36 @@ QStringList keysOf(jet::Database& database, const QString& select) {
 } // namespace
 
 int main(int argc, char* argv[]) {
-    const QCoreApplication application(argc, argv);
-    const QStringList words = application.arguments();
-    try {
-        const auto database = jet::isServerUri(words[1]) ? jet::Database::openServer(words[1])
-                                                         : jet::Database::openFile(words[1]);
-        const qint64 order = words[2].toLongLong(), group = words[3].toLongLong();
-        const QString key =
-            keysOf(*database,
-                   u"SELECT VOrderKey FROM RFQVendor WHERE OrderNumber = %1"_s.arg(group))
-                .value(0);
-        const QString itemsOfOrder = u"SELECT ItemKey FROM POItem WHERE PONumber = %1"_s.arg(order);
-        const QString itemsOfRequest =
-            u"SELECT ItemKey FROM RFQItem WHERE VOrderKey = '%1'"_s.arg(key);
-        for (int round = 1; round < 100000; ++round) {
-            const OrderDocument stored = *loadOrder(*database, order);
-            OrderDocument saved = changed(stored, round);
-            if (storeOrder(*database, order, saved, &stored).conflict)
-                return 2;
-            auto lines = openLines(*database, order);
-            for (ReceiveLine& line : lines) {
-                line.selected = line.stock = true;
-                line.quantity = 1;
+    return testsupport::runStation(
+        argc, argv, [](jet::Database& database, const QStringList& words) {
+            const qint64 order = words[0].toLongLong(), group = words[1].toLongLong();
+            const QString key =
+                keysOf(database,
+                       u"SELECT VOrderKey FROM RFQVendor WHERE OrderNumber = %1"_s.arg(group))
+                    .value(0);
+            const QString itemsOfOrder =
+                u"SELECT ItemKey FROM POItem WHERE PONumber = %1"_s.arg(order);
+            const QString itemsOfRequest =
+                u"SELECT ItemKey FROM RFQItem WHERE VOrderKey = '%1'"_s.arg(key);
+            for (int round = 1; round < 100000; ++round) {
+                const OrderDocument stored = *loadOrder(database, order);
+                OrderDocument saved = changed(stored, round);
+                if (storeOrder(database, order, saved, &stored).conflict)
+                    return 2;
+                auto lines = openLines(database, order);
+                for (ReceiveLine& line : lines) {
+                    line.selected = line.stock = true;
+                    line.quantity = 1;
+                }
+                receive(database, {order, QDate(2026, 3, 2), 1}, lines);
+                copyOrder(database, order, keysOf(database, itemsOfOrder), QDate(2026, 4, 1));
+                const OrderDocument asked = *loadRequest(database, group, key);
+                OrderDocument asking = changed(asked, round);
+                if (storeRequest(database, group, asking, asked).conflict)
+                    return 3;
+                copyGroup(database, group, {{key, keysOf(database, itemsOfRequest)}});
+                testsupport::tell(u"round"_s);
             }
-            receive(*database, {order, QDate(2026, 3, 2), 1}, lines);
-            copyOrder(*database, order, keysOf(*database, itemsOfOrder), QDate(2026, 4, 1));
-            const OrderDocument asked = *loadRequest(*database, group, key);
-            OrderDocument asking = changed(asked, round);
-            if (storeRequest(*database, group, asking, asked).conflict)
-                return 3;
-            copyGroup(*database, group, {{key, keysOf(*database, itemsOfRequest)}});
-            std::puts("round");
-            std::fflush(stdout);
-        }
-    } catch (const jet::Error& error) {
-        std::fprintf(stderr, "%d %s\n", error.number(), error.what());
-        return 1;
-    }
-    return 0;
+            return 0;
+        });
 }

@@ -10,10 +10,8 @@ namespace {
 
 class Receiving : public testsupport::BuyingRows {
   protected:
-    void SetUp() override {
-        BuyingRows::SetUp();
-        if (IsSkipped() || HasFatalFailure())
-            return;
+    void prepare() override {
+        BuyingRows::prepare();
         execute(u"INSERT INTO PO (Title, Active) VALUES ('Order', True)");
         m_po = db().lastCounter();
         db().execute(

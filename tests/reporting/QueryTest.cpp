@@ -55,20 +55,13 @@ class Module : public screen::Form, public core::RecordScreen, public core::Part
 /// The queries on the sample shop.
 class Queries : public testsupport::ShopTest {
   protected:
-    void SetUp() override {
-        ShopTest::SetUp();
-        if (IsSkipped())
-            return;
+    void prepare() override {
         values::setNow(QDateTime(QDate(2026, 3, 2), QTime(9, 0)));
         sample::fill(database(), {.years = 1, .jobs = 60});
         core::shared().ProgramFolder = testsupport::sourceFile(u"reports"_s);
         reporting::registerScreens();
         for (const QString& name : {u"frmJob"_s, u"frmCustomer"_s, u"frmRFQ"_s})
             screen::Forms::add(name, [name] { return std::make_unique<Module>(name); });
-    }
-    void TearDown() override {
-        values::setNow(std::nullopt);
-        ShopTest::TearDown();
     }
 
     QString one(const QString& select) const { return database().lookup(select).toText(); }

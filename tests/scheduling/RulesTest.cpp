@@ -23,10 +23,7 @@ const QDate due(2026, 3, 20);
 
 class Scheduling : public testsupport::ShopDatabaseFixture {
   protected:
-    void SetUp() override {
-        ShopDatabaseFixture::SetUp();
-        if (IsSkipped())
-            return;
+    void prepare() override {
         run(u"INSERT INTO OperDepartment (department) VALUES('Mill')"_s);
         run(u"INSERT INTO OperDepartment (department) VALUES('Lathe')"_s);
         for (const char* text : {"Boring", "Milling", "O''Neil cut", "Turning"}) {

@@ -3,36 +3,32 @@
 
 #include "platform/values/Literals.h"
 #include "scheduling/ScheduleChart.h"
-
-#include <QCoreApplication>
-
-#include <cstdio>
+#include "support/Station.h"
 
 int main(int argc, char* argv[]) {
-    const QCoreApplication application(argc, argv);
-    const QString location = QString::fromLocal8Bit(argv[1]);
-    const qint64 jobNo = QString::fromLocal8Bit(argv[2]).toLongLong();
-    const auto database = location.startsWith(u"postgresql:") ? jet::Database::openServer(location)
-                                                              : jet::Database::openFile(location);
-    for (int round = 0; round < 100000; ++round) {
-        gantt::Model model;
-        scheduling::ScheduleChart chart(model);
-        const auto job = scheduling::loadJob(*database, jobNo);
-        model.addColumn(u"Operation"_s);
-        chart.showJob(*job);
-        for (int row = 1; row <= model.rowCount(); ++row) {
-            for (int number = 1; number <= model.barCount(row); ++number) {
-                gantt::Bar bar = model.bar(row, number);
-                bar.text = QString::number(round);
-                model.setBar(row, number, bar);
+    return testsupport::runStation(
+        argc, argv, [](jet::Database& database, const QStringList& words) {
+            const qint64 jobNo = words[0].toLongLong();
+            for (int round = 0; round < 100000; ++round) {
+                gantt::Model model;
+                scheduling::ScheduleChart chart(model);
+                const auto job = scheduling::loadJob(database, jobNo);
+                model.addColumn(u"Operation"_s);
+                chart.showJob(*job);
+                for (int row = 1; row <= model.rowCount(); ++row) {
+                    for (int number = 1; number <= model.barCount(row); ++number) {
+                        gantt::Bar bar = model.bar(row, number);
+                        bar.text = QString::number(round);
+                        model.setBar(row, number, bar);
+                    }
+                }
+                if (scheduling::saveEntries(database, {jobNo}, chart.changes(),
+                                            scheduling::JobDates{jobNo, job->limits.dateIn,
+                                                                 job->limits.dueDate, round % 4,
+                                                                 1}))
+                    return 1;
+                testsupport::tell(u"saved"_s);
             }
-        }
-        if (scheduling::saveEntries(
-                *database, {jobNo}, chart.changes(),
-                scheduling::JobDates{jobNo, job->limits.dateIn, job->limits.dueDate, round % 4, 1}))
-            return 1;
-        std::puts("saved");
-        std::fflush(stdout);
-    }
-    return 0;
+            return 0;
+        });
 }

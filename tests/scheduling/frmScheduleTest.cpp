@@ -29,10 +29,7 @@ const QDate due(2026, 3, 20);
 /// The scheduler on a shop with two jobs of one purchase order, three operations each.
 class ScheduleScreen : public testsupport::ShopTest {
   protected:
-    void SetUp() override {
-        ShopTest::SetUp();
-        if (IsSkipped())
-            return;
+    void prepare() override {
         scheduling::registerScreens();
         jobs::registerScreens();
         estimating::registerRoutingDialogs();
@@ -52,10 +49,6 @@ class ScheduleScreen : public testsupport::ShopTest {
         m_entry = entry(m_job, 2, u"second"_s, 1);
         entry(m_job, 3, u"third"_s, 2);
         entry(m_newer, 1, u"other"_s, 1);
-    }
-    void TearDown() override {
-        values::setNow(std::nullopt);
-        ShopTest::TearDown();
     }
     qint64 insert(const QString& what) {
         database().execute(u"INSERT INTO "_s + what);

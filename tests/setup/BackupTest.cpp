@@ -19,10 +19,7 @@ using setuptest::run;
 /// A program folder on either engine, with a counter that writers keep.
 class Backup : public testsupport::ShopDatabaseFixture {
   protected:
-    void SetUp() override {
-        ShopDatabaseFixture::SetUp();
-        if (IsSkipped())
-            return;
+    void prepare() override {
         execute(u"UPDATE SystemSettings SET ArchiveMonths = 0");
         if (GetParam() == testsupport::EngineKind::Server) {
             keeping::writeWhole(folder() + u"/Mirsa.server"_s, testDatabase().location().toUtf8());

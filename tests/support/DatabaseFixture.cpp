@@ -1,5 +1,6 @@
 #include "support/DatabaseFixture.h"
 
+#include "platform/values/Clock.h"
 #include "platform/values/Literals.h"
 #include "setup/Setup.h"
 
@@ -110,6 +111,11 @@ std::unique_ptr<jet::Database> TestDatabase::station() const {
 void DatabaseFixture::SetUp() {
     MIRSA_NEEDS_ENGINE(GetParam());
     m_test = std::make_unique<TestDatabase>(GetParam(), m_contents);
+    prepare();
+}
+
+void DatabaseFixture::TearDown() {
+    values::setNow(std::nullopt);
 }
 
 QStringList DatabaseFixture::rows(jet::Database& database, const QString& select) {

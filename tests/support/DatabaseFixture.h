@@ -63,7 +63,10 @@ class DatabaseFixture : public ::testing::TestWithParam<EngineKind> {
   protected:
     explicit DatabaseFixture(TestDatabase::Contents contents = TestDatabase::Contents::Empty)
         : m_contents(contents) {}
-    void SetUp() override;
+    void SetUp() final;
+    void TearDown() override;
+    /// What a fixture adds to the database before each of its tests.
+    virtual void prepare() {}
 
     jet::Database& db() { return m_test->database(); }
     std::unique_ptr<jet::Database> station() const { return m_test->station(); }

@@ -15,7 +15,7 @@
 #include <QCalendarWidget>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QDir>
+#include <QFileInfo>
 #include <QGroupBox>
 #include <QHeaderView>
 #include <QLabel>
@@ -249,10 +249,16 @@ void settleLayout(QWidget* frame) {
 
 } // namespace
 
+QDir galleryFolder() {
+    const QString program = QFileInfo(QCoreApplication::applicationFilePath()).baseName();
+    QDir folder(builtFile(u"../gallery/"_s) + (program == u"test_app" ? QString() : program));
+    folder.mkpath(u"."_s);
+    return folder;
+}
+
 QStringList gallery(screen::Form& form) {
     QStringList found;
-    QDir folder(builtFile(u"../gallery"_s));
-    folder.mkpath(u"."_s);
+    const QDir folder = galleryFolder();
     QWidget* frame = qobject_cast<QMdiSubWindow*>(form.parentWidget());
     if (!frame)
         frame = &form;

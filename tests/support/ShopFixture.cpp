@@ -1,6 +1,8 @@
 #include "support/ShopFixture.h"
 
 #include "core/MirsaMain.h"
+#include "platform/report/Report.h"
+#include "platform/values/Clock.h"
 #include "platform/values/Literals.h"
 
 namespace testsupport {
@@ -13,6 +15,7 @@ void ShopTest::SetUp() {
     state.DatabasePath = m_test->location();
     state.CurrentUserName = u"Admin"_s;
     useDatabase(*state.MainDatabase);
+    prepare();
 }
 
 void ShopTest::TearDown() {
@@ -20,6 +23,8 @@ void ShopTest::TearDown() {
     while (!screen::Forms::all().isEmpty())
         delete screen::Forms::all().first(); // one may have others with it
     core::shared() = core::SharedState();
+    report::setPreviewer({});
+    values::setNow(std::nullopt);
 }
 
 jet::Database& ShopTest::database() const {

@@ -8,11 +8,14 @@
 namespace testsupport {
 
 /// A screen test on a fresh database of the shop, once on each engine, with the delivered rows and
-/// no others. The administrator is signed in. MIRSA_BOTH_ENGINES(TheFixture) runs its TEST_Ps.
+/// no others. The administrator is signed in. MIRSA_BOTH_ENGINES(TheFixture) runs its TEST_Ps. The
+/// clock, the preview and what all screens share are put back at the end.
 class ShopTest : public ScreenFixture, public ::testing::WithParamInterface<EngineKind> {
   protected:
-    void SetUp() override;
+    void SetUp() final;
     void TearDown() override;
+    /// What a fixture adds to the shop before each of its tests.
+    virtual void prepare() {}
 
     /// The database that the screens work on.
     jet::Database& database() const;

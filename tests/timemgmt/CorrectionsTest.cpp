@@ -96,10 +96,7 @@ struct Shop {
 
 class Corrections : public testsupport::TimeRows {
   protected:
-    void SetUp() override {
-        TimeRows::SetUp();
-        if (IsSkipped() || HasFatalFailure())
-            return;
+    void prepare() override {
         for (const char16_t* type : {u"I", u"I", u"O", u"C"})
             operation(QString::fromUtf16(type));
         for (int employee = 1; employee <= people; ++employee)

@@ -17,11 +17,7 @@ class TimeExceptions : public testsupport::TimeShop {
   protected:
     using Key = timemgmt::TimeException::Key;
 
-    void SetUp() override {
-        TimeShop::SetUp();
-        if (!IsSkipped() && !HasFatalFailure())
-            makeShop();
-    }
+    void prepare() override { makeShop(); }
     std::set<Key> keys(const ExceptionList& list) {
         std::set<Key> all;
         for (const auto& line : list.lines()) {

@@ -13,10 +13,7 @@ using testsupport::Floor;
 
 class OpenWork : public testsupport::TimeRows {
   protected:
-    void SetUp() override {
-        TimeRows::SetUp();
-        if (IsSkipped() || HasFatalFailure())
-            return;
+    void prepare() override {
         m_inHouse = operation(u"I"_s);
         m_overhead = operation(u"O"_s);
         m_job = job(m_inHouse);

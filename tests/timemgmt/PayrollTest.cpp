@@ -162,10 +162,7 @@ TEST(Payroll, AgreesWithTheRulesMinuteByMinute) {
 
 class PayrollScreen : public testsupport::ShopTest {
   protected:
-    void SetUp() override {
-        ShopTest::SetUp();
-        if (IsSkipped() || HasFatalFailure())
-            return;
+    void prepare() override {
         registerScreens();
         values::setNow(QDateTime(QDate(2026, 3, 17), QTime(10, 0)));
         core::shared().ProgramFolder = testsupport::sourceFile(u"reports"_s);
@@ -200,11 +197,6 @@ class PayrollScreen : public testsupport::ShopTest {
               "#3/16/2026 6:00 AM#)"})
             database().execute(QString::fromUtf16(statement));
         open(u"frmPayrollHours"_s);
-    }
-    void TearDown() override {
-        report::setPreviewer({});
-        values::setNow(std::nullopt);
-        ShopTest::TearDown();
     }
     const QString list = u"lvwHours"_s;
 };

@@ -16,10 +16,7 @@ using screen::Answer;
 
 class ShiftScreens : public testsupport::ShopTest {
   protected:
-    void SetUp() override {
-        ShopTest::SetUp();
-        if (IsSkipped() || HasFatalFailure())
-            return;
+    void prepare() override {
         timemgmt::registerScreens();
         core::shared().ProgramFolder = m_folder.path();
         open(u"frmShifts"_s);

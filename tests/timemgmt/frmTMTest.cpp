@@ -27,10 +27,7 @@ namespace {
 /// and operations 1 and 3.
 class TimeScreens : public testsupport::ShopTest {
   protected:
-    void SetUp() override {
-        ShopTest::SetUp();
-        if (IsSkipped() || HasFatalFailure())
-            return;
+    void prepare() override {
         values::setNow(QDateTime(QDate(2026, 3, 10), QTime(9, 0)));
         timemgmt::registerScreens();
         core::shared().ProgramFolder = testsupport::sourceFile(u"reports"_s);
@@ -49,11 +46,6 @@ class TimeScreens : public testsupport::ShopTest {
         run(u"INSERT INTO JobOper (JobNo, SeqNo, OperNo, OperShopRate, Status) VALUES(1,2,3,0,' ')"_s);
         attendance(u"#03/05/2026 7:00:00 AM#,#03/05/2026 3:00:00 PM#");
         attendance(u"#03/09/2026 7:00:00 AM#,NULL");
-    }
-    void TearDown() override {
-        report::setPreviewer({});
-        values::setNow(std::nullopt);
-        ShopTest::TearDown();
     }
     void run(const QString& statement) { database().execute(statement); }
     void attendance(const char16_t* range) {

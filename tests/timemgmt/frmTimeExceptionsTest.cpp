@@ -42,10 +42,7 @@ class TimeManagement : public screen::Form, public timemgmt::TimeScreen {
 
 class TimeExceptionsScreen : public testsupport::ShopTest {
   protected:
-    void SetUp() override {
-        ShopTest::SetUp();
-        if (IsSkipped() || HasFatalFailure())
-            return;
+    void prepare() override {
         timemgmt::registerScreens();
         screen::Forms::add(u"frmSignAddEdit"_s, [] { return std::make_unique<SignIn>(); });
         screen::Forms::add(u"frmTM"_s, [] { return std::make_unique<TimeManagement>(); });
@@ -63,7 +60,6 @@ class TimeExceptionsScreen : public testsupport::ShopTest {
     }
     void TearDown() override {
         timemgmt::ExceptionWatch::end();
-        values::setNow(std::nullopt);
         ShopTest::TearDown();
     }
     void waitForList() {

@@ -13,10 +13,7 @@ namespace {
 
 class DatabaseTest : public DatabaseFixture {
   protected:
-    void SetUp() override {
-        DatabaseFixture::SetUp();
-        if (IsSkipped() || HasFatalFailure())
-            return;
+    void prepare() override {
         execute(u"CREATE TABLE Customer (CustID COUNTER PRIMARY KEY, Name TEXT(10), Code TEXT(3), "
                 u"Credit CURRENCY, Rank INTEGER, Since DATETIME)");
         execute(u"CREATE UNIQUE INDEX CustomerCode ON Customer (Code)");

@@ -66,10 +66,7 @@ const QStringList names{u"Zebra"_s,
 
 class LettersTest : public DatabaseFixture {
   protected:
-    void SetUp() override {
-        DatabaseFixture::SetUp();
-        if (IsSkipped() || HasFatalFailure())
-            return;
+    void prepare() override {
         execute(u"CREATE TABLE Named (ID LONG PRIMARY KEY, Name TEXT(60), Half LONG)");
         execute(u"CREATE INDEX Named_Name ON Named (Name)");
         std::vector<std::vector<jet::Value>> rows;

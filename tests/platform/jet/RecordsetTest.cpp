@@ -7,10 +7,7 @@ namespace {
 
 class RecordsetTest : public DatabaseFixture {
   protected:
-    void SetUp() override {
-        DatabaseFixture::SetUp();
-        if (IsSkipped() || HasFatalFailure())
-            return;
+    void prepare() override {
         execute(u"CREATE TABLE Part (PartNo COUNTER PRIMARY KEY, Name TEXT(12), Price CURRENCY, "
                 u"Stock LONG, Shelf INTEGER, Weight DOUBLE, Active YESNO, Made DATETIME, "
                 u"Note MEMO, Unit TEXT(5) DEFAULT 'EA')");

@@ -13,10 +13,7 @@ namespace {
 /// Several stations at one database, as connections and as processes.
 class StationsTest : public DatabaseFixture {
   protected:
-    void SetUp() override {
-        DatabaseFixture::SetUp();
-        if (IsSkipped() || HasFatalFailure())
-            return;
+    void prepare() override {
         execute(u"CREATE TABLE Item (ItemID COUNTER PRIMARY KEY, Name TEXT(20), Stock LONG)");
         execute(u"INSERT INTO Item (Name, Stock) VALUES ('Bolt', 0)");
     }

@@ -10,10 +10,7 @@ namespace {
 /// What steps cost on a server, in waits for it; and that they end in the same rows on a file.
 class WaitsTest : public DatabaseFixture {
   protected:
-    void SetUp() override {
-        DatabaseFixture::SetUp();
-        if (IsSkipped() || HasFatalFailure())
-            return;
+    void prepare() override {
         execute(u"CREATE TABLE Part (PartID COUNTER PRIMARY KEY, Name TEXT(20),"
                 u" Stock LONG, Price CURRENCY, Made DATETIME, Active YESNO, Note MEMO)");
         execute(u"CREATE UNIQUE INDEX PartName ON Part (Name)");

@@ -15,19 +15,9 @@ QString shown(double value, QStringView mask = u"#,##0.00") {
 }
 
 /// The lists and costs of jobs as printed on the sample shop, against sums of the test's own.
-class JobReports : public ::testing::TestWithParam<testsupport::EngineKind> {
+class JobReports : public testsupport::ShopDatabaseFixture {
   protected:
-    void SetUp() override {
-        MIRSA_NEEDS_ENGINE(GetParam());
-        m_shop = std::make_unique<testsupport::TestDatabase>(
-            GetParam(), testsupport::TestDatabase::Contents::Shop);
-        sample::fill(m_shop->database(), {1, 60, QDate(2026, 3, 2)});
-    }
-    jet::Database& db() { return m_shop->database(); }
-    struct Access : testsupport::DatabaseFixture {
-        using DatabaseFixture::rows;
-    };
-    QStringList rows(const QString& select) { return Access::rows(db(), select); }
+    void prepare() override { sample::fill(db(), {1, 60, QDate(2026, 3, 2)}); }
     double number(const QString& select) { return db().lookup(select).toDouble(); }
     void execute(const QString& statement) { db().execute(statement); }
 
@@ -55,8 +45,6 @@ class JobReports : public ::testing::TestWithParam<testsupport::EngineKind> {
         }
         return found;
     }
-
-    std::unique_ptr<testsupport::TestDatabase> m_shop;
 };
 
 constexpr auto inHouse = u"FROM JobOper INNER JOIN Operation ON JobOper.OperNo = Operation.OperNo "
