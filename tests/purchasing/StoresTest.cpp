@@ -147,6 +147,21 @@ TEST_P(Stores, SavedLinesGetNewNumbersAndTheirReceiptsFollow) {
     EXPECT_EQ(rows(u"SELECT ID FROM POItem"_s).size(), 3);
 }
 
+TEST_P(Stores, ALineThatAnotherBuyerTookAwayAndIsOnTheScreenAgainIsWrittenAnew) {
+    const qint64 po = order({line(u"A"_s, 5, 1), line(u"B"_s, 6, 1)});
+    const OrderDocument before = *loadOrder(db(), po);
+    OrderDocument shorter = before;
+    shorter.lines.pop_back();
+    EXPECT_FALSE(storeOrder(*station(), po, shorter, &before).conflict);
+    // The lines were loaded again, and then that was taken back for one of them.
+    const OrderDocument again = *loadOrder(db(), po);
+    OrderDocument mine = again;
+    mine.lines.push_back(before.lines[1]);
+    mine.lines[0].quantity = 50;
+    EXPECT_FALSE(storeOrder(db(), po, mine, &again).conflict);
+    EXPECT_EQ(lines(po), u"%1-1|A|50|0|5 / %1-2|B|6|0|6"_s.arg(po));
+}
+
 TEST_P(Stores, TwoBuyersOnOneRequestAreJoined) {
     const qint64 made = group();
     const QString key = vendorKey(made, m_harrow);
