@@ -3,6 +3,7 @@
 #include "core/MirsaMain.h"
 #include "core/ReportLaunch.h"
 #include "core/records/RecordScreen.h"
+#include "platform/controls/DataCombo.h"
 #include "platform/controls/DropMenu.h"
 #include "platform/controls/HistoryKeys.h"
 #include "platform/screen/Forms.h"
@@ -17,7 +18,6 @@
 
 #include <QCheckBox>
 #include <QLabel>
-#include <QLineEdit>
 #include <QRadioButton>
 #include <QScopedValueRollback>
 
@@ -49,14 +49,6 @@ std::pair<QDate, QDate> rangeOf(const Limits& dates) {
     return {first, dates.dueDate.value_or(first.addDays(30))};
 }
 
-/// A customer's active jobs and their orders.
-QStringList listSelects(qint64 custId) {
-    const QString id = QString::number(custId);
-    return {u"SELECT JobNo FROM Job WHERE CustID = "_s + id + u" AND Shipped = FALSE"_s,
-            u"SELECT DISTINCT PONo FROM Job WHERE CustID = "_s + id +
-                u" AND Shipped = FALSE AND PONo IS NOT NULL"_s};
-}
-
 } // namespace
 
 // Opening
@@ -79,7 +71,7 @@ void frmSchedule::Form_Load() {
         refuse();
         return;
     }
-    dbcCustomer->setRows(customers, u"Company"_s, u"Custid"_s);
+    fraSelect->setCustomers(customers);
     m_capacity = loadCapacity(database, values::today());
     showDates({});
     setMode(false);
@@ -95,21 +87,22 @@ void frmSchedule::Form_Load() {
         return;
     const qint64 custId = row[u"CustID"].toLong();
     const auto [first, last] = rangeOf({row[u"JobDateIn"].toDate(), row[u"JobDueDate"].toDate()});
-    expect(listSelects(custId) << plannedSelect(first, last));
+    expect(JobSelection::selects(custId) << plannedSelect(first, last));
     const auto job = loadJob(database, jobNo);
-    showCustomer(custId);
-    dbcJobNo->setBoundText(QString::number(jobNo));
+    fraSelect->showCustomer(database, custId);
+    fraSelect->chooseJob(jobNo);
     // One that was shipped meanwhile isn't among them.
-    if (job && isChosen())
+    if (job && fraSelect->isChosen())
         show({*job});
 }
 
 void frmSchedule::wire() {
-    on(dbcCustomer->chosen, &frmSchedule::customerChosen);
-    on(dbcJobNo->chosen, [this] { show(); });
-    on(dbcJobPO->chosen, [this] { show(); });
-    for (QRadioButton* option : {optJobNo, optJobPO})
-        on(option, &frmSchedule::optShow_Click);
+    on(fraSelect->customerChosen, [this](qint64 custId) {
+        expect(JobSelection::selects(custId));
+        fraSelect->showCustomer(core::MainDatabase(), custId);
+        show();
+    });
+    on(fraSelect->chosen, [this] { show(); });
     for (QCheckBox* box : {chkMultiMove, chkMultiResize})
         on(box, &frmSchedule::arrange);
     for (controls::DateField* field : {txtJobDateIn, txtJobDueDate}) {
@@ -154,56 +147,6 @@ bool frmSchedule::Form_QueryUnload() {
     }
 }
 
-// What is chosen
-
-qint64 frmSchedule::customer() const {
-    return txtCustomerNo->text().toLongLong();
-}
-
-qint64 frmSchedule::jobNo() const {
-    return dbcJobNo->boundText().toLongLong();
-}
-
-QString frmSchedule::order() const {
-    return dbcJobPO->boundText();
-}
-
-bool frmSchedule::byOrder() const {
-    return optJobPO->isChecked();
-}
-
-bool frmSchedule::isChosen() const {
-    return byOrder() ? !order().isEmpty() : jobNo() != 0;
-}
-
-void frmSchedule::showCustomer(qint64 custId) {
-    dbcCustomer->setBoundText(QString::number(custId));
-    // One without active jobs isn't in the list.
-    txtCustomerNo->setText(dbcCustomer->boundText());
-    jet::Database& database = core::MainDatabase();
-    const QStringList selects = listSelects(custId);
-    const jet::Recordset jobs = database.openRecordset(selects[0], jet::RecordsetType::Snapshot);
-    const jet::Recordset orders = database.openRecordset(selects[1], jet::RecordsetType::Snapshot);
-    dbcJobNo->clear();
-    dbcJobPO->clear();
-    dbcJobNo->setRows(jobs, u"JobNo"_s, u"JobNo"_s);
-    dbcJobPO->setRows(orders, u"PONo"_s, u"PONo"_s);
-}
-
-void frmSchedule::customerChosen() {
-    if (dbcCustomer->boundText().isEmpty())
-        return;
-    const qint64 custId = dbcCustomer->boundText().toLongLong();
-    expect(listSelects(custId));
-    showCustomer(custId);
-    show();
-}
-
-void frmSchedule::optShow_Click() {
-    arrange();
-    show();
-}
-
 // Showing
 
 void frmSchedule::show() {
@@ -211,12 +154,13 @@ void frmSchedule::show() {
     jet::Database& database = core::MainDatabase();
     // What is read again has mostly kept its dates.
     const gantt::Model& model = ctSchedule->model();
-    if (isChosen() && !m_chart.jobs().empty())
+    if (fraSelect->isChosen() && !m_chart.jobs().empty())
         expect({plannedSelect(model.firstDay(), model.lastDay())});
     std::vector<ScheduledJob> jobs;
-    if (byOrder() && isChosen())
-        jobs = loadOrder(database, order(), customer());
-    else if (auto job = isChosen() ? loadJob(database, jobNo()) : std::nullopt)
+    if (fraSelect->byOrder() && fraSelect->isChosen())
+        jobs = loadOrder(database, fraSelect->order(), fraSelect->customer());
+    else if (auto job =
+                 fraSelect->isChosen() ? loadJob(database, fraSelect->jobNo()) : std::nullopt)
         jobs.push_back(std::move(*job));
     show(jobs);
 }
@@ -233,9 +177,9 @@ void frmSchedule::show(const std::vector<ScheduledJob>& jobs) {
     } else {
         showLooks(jobs.front());
         showDates(jobs.front().limits);
-        byOrder() ? m_chart.showOrder(jobs) : m_chart.showJob(jobs.front());
+        fraSelect->byOrder() ? m_chart.showOrder(jobs) : m_chart.showJob(jobs.front());
     }
-    readPlanned();
+    m_load.read(core::MainDatabase(), m_capacity);
     m_showing = false;
     followLoad();
     arrange();
@@ -292,9 +236,9 @@ void frmSchedule::showRange(const Limits& dates) {
     if (!isPlausible(dates.dateIn) || !isPlausible(dates.dueDate))
         return;
     ctSchedule->model().setViewRange(*dates.dateIn, *dates.dueDate);
-    if (byOrder())
+    if (fraSelect->byOrder())
         m_chart.redrawBlocks(m_limits);
-    readPlanned();
+    m_load.read(core::MainDatabase(), m_capacity);
 }
 
 bool frmSchedule::eventFilter(QObject* watched, QEvent* event) {
@@ -308,61 +252,8 @@ bool frmSchedule::eventFilter(QObject* watched, QEvent* event) {
     return ChartForm::eventFilter(watched, event);
 }
 
-// The load
-
-/// Reads what the other jobs have planned for the chart's departments within its range.
-void frmSchedule::readPlanned() {
-    const gantt::Model& model = ctSchedule->model();
-    std::vector<qint64> departments;
-    for (int row = 1; row <= model.rowCount(); ++row) {
-        const qint64 department = m_chart.row(row).operation.department;
-        if (m_chart.isOperation(row) && m_capacity.departments.contains(department) &&
-            std::find(departments.begin(), departments.end(), department) == departments.end())
-            departments.push_back(department);
-    }
-    m_others = LoadTable(m_capacity, departments, model.firstDay(), model.lastDay());
-    if (departments.empty())
-        return;
-    for (const PlannedWork& work :
-         loadPlanned(core::MainDatabase(), model.firstDay(), model.lastDay(), m_chart.jobs()))
-        m_others.add(work);
-}
-
-/// The load by all jobs that aren't on the chart, and by those on it but one.
-LoadTable frmSchedule::loadOfOthers(qint64 alone) const {
-    const gantt::Model& model = ctSchedule->model();
-    LoadTable table = m_others;
-    for (int row = 1; row <= model.rowCount(); ++row) {
-        const ChartRow& of = m_chart.row(row);
-        if (!m_chart.isOperation(row) || of.jobNo == alone)
-            continue;
-        for (const gantt::Bar& bar : model.bars(row)) {
-            if (bar.style == 0 && bar.state != State::Deleted)
-                table.add({of.operation.department, of.jobNo, of.operation.description, bar.span});
-        }
-    }
-    return table;
-}
-
 void frmSchedule::followLoad() {
-    LoadTable table = m_others;
-    const gantt::Model& model = ctSchedule->model();
-    QHash<gantt::BarId, gantt::Span> moving;
-    for (const gantt::BarMove& move : ctSchedule->moving())
-        moving.insert(model.bar(move.row, move.bar).id, move.span);
-    for (int row = 1; row <= model.rowCount(); ++row) {
-        const ChartRow& of = m_chart.row(row);
-        if (!m_chart.isOperation(row))
-            continue;
-        for (const gantt::Bar& bar : model.bars(row)) {
-            if (bar.style != 0 || bar.state == State::Deleted)
-                continue;
-            const auto moved = moving.constFind(bar.id);
-            table.add({of.operation.department, of.jobNo, of.operation.description,
-                       moved == moving.cend() ? bar.span : *moved});
-        }
-    }
-    showLoad(std::move(table));
+    showLoad(m_load.whole(ctSchedule->moving()));
 }
 
 // Modes
@@ -394,10 +285,8 @@ void frmSchedule::arrange() {
         control(QString::fromUtf16(name))->setEnabled(!m_editing);
     if (!Forms::isKnown(u"frmScheduleQuery"_s))
         control(u"cmdQryRpt"_s)->setEnabled(false);
-    dbcJobNo->setEnabled(!m_editing && !byOrder());
-    dbcJobPO->setEnabled(!m_editing && byOrder());
-    lblDateIn->setText(byOrder() ? u"View Start:"_s : u"Date In:"_s);
-    lblDueDate->setText(byOrder() ? u"View End:"_s : u"Due Date:"_s);
+    lblDateIn->setText(fraSelect->byOrder() ? u"View Start:"_s : u"Date In:"_s);
+    lblDueDate->setText(fraSelect->byOrder() ? u"View End:"_s : u"Due Date:"_s);
     chkMultiMove->setEnabled(m_editing);
     for (QWidget* widget : {static_cast<QWidget*>(chkMultiResize), static_cast<QWidget*>(optSeq),
                             static_cast<QWidget*>(optDate)})
@@ -411,7 +300,7 @@ void frmSchedule::arrange() {
 }
 
 void frmSchedule::cmdEdit_Click() {
-    if (!isChosen())
+    if (!fraSelect->isChosen())
         return;
     // What another station has saved since is worked on, not what was read when the job was chosen.
     show();
@@ -456,7 +345,7 @@ QHash<qint64, Limits> frmSchedule::limitsNow() const {
     QHash<qint64, Limits> limits;
     for (const auto& [jobNo, dates] : m_limits)
         limits.insert(jobNo, dates);
-    if (!byOrder() && !m_limits.empty())
+    if (!fraSelect->byOrder() && !m_limits.empty())
         limits[m_limits.front().first] = {txtJobDateIn->date(), txtJobDueDate->date()};
     return limits;
 }
@@ -482,8 +371,8 @@ void frmSchedule::editEntry(int row, int bar) {
     request.seqNo = of.seqNo;
     request.operation = of.operation;
     request.limits = limitsNow().value(of.jobNo);
-    request.inOrder = byOrder();
-    request.order = byOrder() ? order() : QString();
+    request.inOrder = fraSelect->byOrder();
+    request.order = fraSelect->byOrder() ? fraSelect->order() : QString();
     request.shown = shownEntries();
     request.row = row;
     request.number = bar != 0 ? bar : ctSchedule->model().barCount(row) + 1;
@@ -525,7 +414,7 @@ void frmSchedule::cmdFit_Click() {
         return;
     gantt::Model& model = ctSchedule->model();
     qint64 jobNo = m_chart.jobs().front();
-    if (byOrder()) {
+    if (fraSelect->byOrder()) {
         if (model.selectedRow() == 0) {
             say(u"Please select the job whose entries are to be fitted."_s);
             return;
@@ -533,7 +422,7 @@ void frmSchedule::cmdFit_Click() {
         jobNo = m_chart.row(model.selectedRow()).jobNo;
     }
     const QString refusal =
-        fit(model, m_chart, jobNo, limitsNow().value(jobNo), loadOfOthers(jobNo));
+        fit(model, m_chart, jobNo, limitsNow().value(jobNo), m_load.without(jobNo));
     if (!refusal.isEmpty())
         say(refusal);
     ctSchedule->setFocus();
@@ -589,8 +478,8 @@ void frmSchedule::cmdSave_Click() {
 bool frmSchedule::save() {
     jet::Database& database = core::MainDatabase();
     std::optional<JobDates> dates;
-    if (byOrder()) {
-        m_limits = loadLimits(database, order(), customer());
+    if (fraSelect->byOrder()) {
+        m_limits = loadLimits(database, fraSelect->order(), fraSelect->customer());
     } else {
         if (!txtJobDateIn->date()) {
             complain(u"Please enter Date In!"_s, txtJobDateIn);
@@ -633,14 +522,14 @@ void frmSchedule::cmdQryRpt_Click() {
 }
 
 void frmSchedule::cmdQuery_Click() {
-    if (customer() == 0 || !isChosen())
+    if (fraSelect->customer() == 0 || !fraSelect->isChosen())
         return;
-    QString formula = u"{Job.JobNo} = "_s + QString::number(jobNo());
-    if (byOrder()) {
+    QString formula = u"{Job.JobNo} = "_s + QString::number(fraSelect->jobNo());
+    if (fraSelect->byOrder()) {
         // A formula takes text in either quote.
-        const QChar quote = order().contains(u'\'') ? u'"' : u'\'';
-        formula = u"{Job.PONo} = "_s + quote + order() + quote + u" AND {Job.CustID} = "_s +
-                  QString::number(customer());
+        const QChar quote = fraSelect->order().contains(u'\'') ? u'"' : u'\'';
+        formula = u"{Job.PONo} = "_s + quote + fraSelect->order() + quote +
+                  u" AND {Job.CustID} = "_s + QString::number(fraSelect->customer());
     }
     core::launchDefaultReport(u"Schedule"_s, formula, u"Job Schedule Report"_s, this);
 }

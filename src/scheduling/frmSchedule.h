@@ -1,8 +1,9 @@
 #pragma once
 
-#include "platform/controls/DataCombo.h"
 #include "platform/controls/DateField.h"
 #include "scheduling/ChartForm.h"
+#include "scheduling/ChartLoad.h"
+#include "scheduling/JobSelection.h"
 #include "scheduling/MultiMove.h"
 #include "scheduling/ScheduleChart.h"
 
@@ -10,7 +11,6 @@
 
 class QCheckBox;
 class QLabel;
-class QLineEdit;
 class QRadioButton;
 
 namespace controls {
@@ -48,23 +48,12 @@ class frmSchedule : public ChartForm {
 
   private:
     // Layout
-    QWidget* selectionPane();
     QWidget* datesPane();
     QWidget* viewPane();
     QWidget* movePane();
     void makeButtons(QBoxLayout* inside);
     void wire();
     void wireChart();
-
-    // What is chosen
-    qint64 customer() const;
-    qint64 jobNo() const;
-    QString order() const;
-    bool isChosen() const;
-    bool byOrder() const;
-    void showCustomer(qint64 custId);
-    void customerChosen();
-    void optShow_Click();
 
     // Showing
     void show();
@@ -77,8 +66,6 @@ class frmSchedule : public ChartForm {
     void dateChanged();
     void setDates(const Limits& dates);
     QHash<qint64, Limits> limitsNow() const;
-    void readPlanned();
-    LoadTable loadOfOthers(qint64 alone) const;
     void followLoad();
 
     // Entries
@@ -89,12 +76,7 @@ class frmSchedule : public ChartForm {
     void openMenu(const QPoint& place);
     bool save();
 
-    QRadioButton* optJobNo = nullptr;
-    QRadioButton* optJobPO = nullptr;
-    controls::DataCombo* dbcCustomer = nullptr;
-    controls::DataCombo* dbcJobNo = nullptr;
-    controls::DataCombo* dbcJobPO = nullptr;
-    QLineEdit* txtCustomerNo = nullptr;
+    JobSelection* fraSelect;
     QLabel* lblDateIn = nullptr;
     QLabel* lblDueDate = nullptr;
     controls::DateField* txtJobDateIn = nullptr;
@@ -105,7 +87,6 @@ class frmSchedule : public ChartForm {
     QRadioButton* optSeq = nullptr;
     QCheckBox* chkMultiMove = nullptr;
     QCheckBox* chkMultiResize = nullptr;
-    QWidget* fraSelect = nullptr;
     controls::DropMenu* ctDropMenu1;
 
     /// A visit to a date field is one step of the history, whatever is typed in it.
@@ -114,7 +95,7 @@ class frmSchedule : public ChartForm {
     };
 
     ScheduleChart m_chart;
-    LoadTable m_others; ///< what the jobs that are not on the chart have planned
+    ChartLoad m_load;
     std::vector<std::pair<qint64, Limits>> m_limits; ///< as they stand in the jobs
     Limits m_dates;                                  ///< of the fields
     std::shared_ptr<DateStep> m_typing;              ///< while somebody is in one of them

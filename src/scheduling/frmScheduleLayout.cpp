@@ -7,7 +7,6 @@
 #include <QCheckBox>
 #include <QGroupBox>
 #include <QLabel>
-#include <QLineEdit>
 #include <QRadioButton>
 #include <QShortcut>
 #include <QVBoxLayout>
@@ -16,11 +15,12 @@ namespace scheduling {
 
 frmSchedule::frmSchedule()
     : ChartForm(QString::fromLatin1(formName), u"Schedule"_s, u"Job schedule"_s),
-      ctDropMenu1(new controls::DropMenu(this)), m_chart(ctSchedule->model()) {
+      fraSelect(new JobSelection(this)), ctDropMenu1(new controls::DropMenu(this)),
+      m_chart(ctSchedule->model()), m_load(ctSchedule->model(), m_chart) {
     auto* outside = new QVBoxLayout(this);
     auto* head = new QHBoxLayout;
     outside->addLayout(head);
-    head->addWidget(selectionPane(), 2);
+    head->addWidget(fraSelect, 2);
     head->addWidget(datesPane());
     head->addWidget(viewPane());
     head->addWidget(movePane());
@@ -28,41 +28,6 @@ frmSchedule::frmSchedule()
     makeButtons(outside);
     wire();
     wireChart();
-}
-
-QWidget* frmSchedule::selectionPane() {
-    fraSelect = new QGroupBox(u"Show"_s, this);
-    fraSelect->setObjectName(u"fraSelect"_s);
-    auto* grid = new QGridLayout(fraSelect);
-    const auto combo = [&](const QString& name, const QString& spoken, int characters) {
-        auto* made = screen::named(new controls::DataCombo(fraSelect), name, spoken);
-        made->setMinimumContentsLength(characters);
-        made->setTypingAllowed(false);
-        return made;
-    };
-    auto* caption = new QLabel(u"C&ustomer:"_s, fraSelect);
-    dbcCustomer = combo(u"dbcCustomer"_s, u"Customer"_s, 20);
-    caption->setBuddy(dbcCustomer);
-    txtCustomerNo =
-        screen::named(new QLineEdit(fraSelect), u"txtCustomerNo"_s, u"Customer number"_s);
-    txtCustomerNo->setReadOnly(true);
-    txtCustomerNo->setFocusPolicy(Qt::ClickFocus);
-    txtCustomerNo->setMaximumWidth(70);
-    optJobNo = screen::named(new QRadioButton(u"&Job No.:"_s, fraSelect), u"optJobNo"_s);
-    dbcJobNo = combo(u"dbcJobNo"_s, u"Job number"_s, 8);
-    optJobPO = screen::named(new QRadioButton(u"&PO No.:"_s, fraSelect), u"optJobPO"_s);
-    dbcJobPO = combo(u"dbcJobPO"_s, u"Purchase order of the customer"_s, 10);
-    optJobNo->setChecked(true);
-    grid->addWidget(caption, 0, 0);
-    grid->addWidget(dbcCustomer, 0, 1, 1, 2);
-    grid->addWidget(txtCustomerNo, 0, 3);
-    grid->addWidget(optJobNo, 1, 0);
-    grid->addWidget(dbcJobNo, 1, 1);
-    grid->addWidget(optJobPO, 1, 2);
-    grid->addWidget(dbcJobPO, 1, 3);
-    grid->setColumnStretch(1, 1);
-    grid->setColumnStretch(3, 1);
-    return fraSelect;
 }
 
 QWidget* frmSchedule::datesPane() {
