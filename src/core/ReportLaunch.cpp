@@ -35,7 +35,7 @@ void complain(const QString& text, const QString& title) {
 
 /// File of a module's default report; empty after a box.
 QString defaultOf(const QString& module) {
-    const QString fileName = catalogued(u"Module = '"_s + module + u"' and Default = true"_s);
+    QString fileName = catalogued(u"Module = '"_s + module + u"' and Default = true"_s);
     if (fileName.isEmpty()) {
         complain(u"You do not have a Default Report specified for this Module or the "
                  "Default Report is missing!"_s,

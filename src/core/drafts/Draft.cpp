@@ -30,10 +30,10 @@ QString asWords(const QJsonObject& object) {
     const QJsonArray names = object[u"columns"_s].toArray();
     const QJsonArray values = object[u"values"_s].toArray();
     if (!names.isEmpty() && object.contains(u"keys"_s)) {
-        for (const QJsonValue& row : values) {
+        for (const QJsonValue row : values) {
             QStringList cells;
             const QJsonArray cellsOfRow = row.toArray();
-            for (const QJsonValue& cell : cellsOfRow)
+            for (const QJsonValue cell : cellsOfRow)
                 cells << unpackedValue(cell).toText();
             text += cells.join(u'\t') + u'\n';
         }
