@@ -1,5 +1,6 @@
 #include "jobs/AssemblyRules.h"
 
+#include "platform/jet/Native.h"
 #include "platform/values/Literals.h"
 #include "platform/values/Text.h"
 
@@ -140,24 +141,35 @@ void Assembly::moved(qint64 number, qint64 under) {
     m_under.insert(number, under);
 }
 
+namespace {
+
+/// A record and all that it hangs under, as stored; empty if it isn't there.
+QSet<qint64> upwards(jet::Database& database, const AssemblyKind& kind, qint64 from) {
+    jet::Native native(database);
+    const QByteArray table = native.quoted(kind.table), key = native.quoted(kind.keyColumn),
+                     parent = native.quoted(kind.parentColumn);
+    QSet<qint64> met;
+    // UNION leaves out what was met before: an old loop ends there.
+    for (const jet::Native::Row& row :
+         native.rows("WITH RECURSIVE upwards(at, parent) AS (SELECT " + key + ", " + parent +
+                     " FROM " + table + " WHERE " + key + " = " + QByteArray::number(from) +
+                     " UNION SELECT t." + key + ", t." + parent + " FROM " + table +
+                     " t JOIN upwards u ON t." + key + " = u.parent) SELECT at FROM upwards"))
+        met.insert(row.front().toInteger());
+    return met;
+}
+
+} // namespace
+
 Hanging hangUnder(jet::Database& database, const AssemblyKind& kind, qint64 number, qint64 parent) {
     jet::Transaction transaction(database);
-    QSet<qint64> seen;
-    for (qint64 at = parent; at != 0 && !seen.contains(at);) {
-        if (at == number)
+    if (parent != 0) {
+        // Further up a missing parent is an old broken link, and no matter here.
+        const QSet<qint64> above = upwards(database, kind, parent);
+        if (above.contains(number) || parent == number)
             return Hanging::Loop;
-        seen.insert(at);
-        const jet::Recordset row =
-            database.openRecordset(u"SELECT "_s + kind.parentColumn + u" FROM "_s + kind.table +
-                                       u" WHERE "_s + kind.keyColumn + u"="_s + QString::number(at),
-                                   jet::RecordsetType::Snapshot);
-        if (row.isEmpty()) {
-            // Further up a missing parent is an old broken link, and no matter here.
-            if (at == parent)
-                return Hanging::ParentGone;
-            break;
-        }
-        at = row.field(0).toLong();
+        if (above.isEmpty())
+            return Hanging::ParentGone;
     }
     const int touched = database.execute(
         u"UPDATE "_s + kind.table + u" SET "_s + kind.parentColumn + u"="_s +

@@ -73,6 +73,13 @@ bool ReferenceDialog::save() {
             return false;
         }
     }
+    std::vector<jet::WantedSet> duplicates;
+    for (std::size_t i = 0; i < m_fields.size(); ++i) {
+        if (m_table.fields[i].unique)
+            duplicates.emplace_back(duplicateSelect(m_table, m_table.fields[i],
+                                                    texts[static_cast<qsizetype>(i)], m_key));
+    }
+    MainDatabase().expect(duplicates);
     for (std::size_t i = 0; i < m_fields.size(); ++i) {
         const QString& text = texts[static_cast<qsizetype>(i)];
         if (m_table.fields[i].unique &&
