@@ -63,7 +63,7 @@ class DatabaseFixture : public ::testing::TestWithParam<EngineKind> {
   protected:
     explicit DatabaseFixture(TestDatabase::Contents contents = TestDatabase::Contents::Empty)
         : m_contents(contents) {}
-    void SetUp() final;
+    void SetUp() override;
     void TearDown() override;
     /// What a fixture adds to the database before each of its tests.
     virtual void prepare() {}

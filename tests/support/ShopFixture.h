@@ -12,7 +12,7 @@ namespace testsupport {
 /// clock, the preview and what all screens share are put back at the end.
 class ShopTest : public ScreenFixture, public ::testing::WithParamInterface<EngineKind> {
   protected:
-    void SetUp() final;
+    void SetUp() override;
     void TearDown() override;
     /// What a fixture adds to the shop before each of its tests.
     virtual void prepare() {}
