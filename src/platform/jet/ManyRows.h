@@ -4,9 +4,10 @@
 
 namespace jet {
 
-/// Rows that one statement writes: see Database::insertRows and updateRows. A file takes them one
-/// by one, which is quickest there; a server takes each column as one array, so that the statement
-/// is the same for any number of rows.
+/// Rows that one statement writes: see Database::insertRows and updateRows. A server takes each
+/// column as one array, so that the statement is the same for any number of rows. A file takes them
+/// one by one, or, where they are more, from a table of the connection's own: with triggers on the
+/// table, each statement would first put aside all the pages that it may have to restore.
 class ManyRows {
   public:
     using Values = std::vector<std::vector<Value>>;
@@ -24,6 +25,8 @@ class ManyRows {
     QByteArray unnested() const;
     QString keyOf(QChar kind, int keys) const;
     Touched oneByOne(CachedStatement& statement, const Values& rows, int keys);
+    Touched atOnce(CachedStatement& statement, const Values& rows);
+    bool goAtOnce(const Values& rows) const;
 
     Connection& m_connection;
     const Table& m_table;

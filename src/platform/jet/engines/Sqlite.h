@@ -8,6 +8,11 @@
 
 namespace jet {
 
+/// A table of each connection's own, with the columns c0, c1 and so on, from which a statement
+/// takes many rows. It is empty between statements.
+constexpr char givenTable[] = "GivenRows";
+constexpr int givenColumns = 64;
+
 /// A database file.
 class Sqlite : public Engine {
   public:
