@@ -102,8 +102,8 @@ TEST_P(GalleryTest, TheDialogsOfAJobShowWhatBelongsToIt) {
     const QString first = shop.lookup(u"SELECT MIN(JobNo) FROM Job WHERE Shipped=False"_s).toText();
     shop.execute(u"UPDATE Job SET CustID=1, PONo='PO-58618', AssemblyJobNo=0 WHERE "
                  "Shipped=False"_s);
-    shop.execute(u"UPDATE Job SET AssemblyJobNo=%1 WHERE Shipped=False AND JobNo>%1 "
-                 "AND JobNo<%1+4"_s.arg(first));
+    shop.execute(u"UPDATE Job SET AssemblyJobNo=%1 WHERE JobNo IN (SELECT TOP 3 JobNo FROM Job "
+                 "WHERE Shipped=False AND JobNo>%1 ORDER BY JobNo)"_s.arg(first));
     for (const char* date : {"02/20/2026", "02/27/2026"}) {
         shop.execute(
             u"INSERT INTO jobship (jobno, shippeddate, quantity, "
@@ -239,6 +239,22 @@ TEST_P(GalleryTest, TheMistakesOfTheSampleShopAreListed) {
     for (const auto* kind : {u"Never signed out|", u"Overlapping attendance|",
                              u"Over the estimate|", u"Entered by hand|", u"Employee has left|"})
         EXPECT_TRUE(shown.contains(QString::fromUtf16(kind))) << shown.toStdString();
+}
+
+TEST_P(GalleryTest, AnEmployeesTimeAndAUsersRightsAreShown) {
+    open(u"frmTM"_s);
+    type(u"dbcEmpNum"_s,
+         database()
+             .lookup(u"SELECT MAX(EmpID) FROM Timelog WHERE StartDate > #02/25/2026#"_s)
+             .toText());
+    check(u"optDisplay(1)"_s);
+    choose(u"cboCanned"_s, u"Previous 7 Days"_s);
+    press(u"chkShow"_s);
+    EXPECT_GT(rowCount(u"sprMain"_s), 0);
+    EXPECT_EQ(testsupport::gallery(form()), QStringList());
+    open(u"frmUser_Group"_s);
+    choose(u"cboUsers"_s, u"Lee Loner"_s);
+    EXPECT_EQ(testsupport::gallery(form()), QStringList());
 }
 
 TEST_P(GalleryTest, TheScheduleShowsItsJobsAtEachZoomAndInEachDisplay) {
