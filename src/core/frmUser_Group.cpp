@@ -243,6 +243,24 @@ void frmUser_Group::setGroupOf(qint64 user, qint64 group) {
                            number(user));
 }
 
+namespace {
+
+/// Puts the rows (number, name) that a list lacks into it and into a second one; the last is then
+/// the chosen one.
+template <class List>
+void addNew(jet::Recordset rows, controls::ListCombo& list, List& second) {
+    for (; !rows.eof(); rows.moveNext()) {
+        const qint64 key = rows.field(0).toLong();
+        if (list.findData(key) >= 0)
+            continue;
+        list.addRow(rows.field(1).toText(), key);
+        second.addRow(rows.field(1).toText(), key);
+    }
+    list.setCurrentIndex(list.count() - 1);
+}
+
+} // namespace
+
 void frmUser_Group::cboUserGroup_Click() {
     setGroupOf(cboUsers->itemNumber(), cboUserGroup->itemNumber());
 }
@@ -250,15 +268,7 @@ void frmUser_Group::cboUserGroup_Click() {
 void frmUser_Group::cmdUnew_Click() {
     if (!screen::Forms::dialog<AddEditDialog>(u"frmUserAddEdit"_s)->ShowForm(u"New"_s, 0))
         return;
-    jet::Recordset users = snapshot(u"SELECT * FROM users ORDER BY id"_s);
-    for (; !users.eof(); users.moveNext()) {
-        const qint64 key = users[u"id"].toLong();
-        if (cboUsers->findData(key) >= 0)
-            continue;
-        cboUsers->addRow(users.text(u"username"), key);
-        ListUsers->addRow(users.text(u"username"), key);
-    }
-    cboUsers->setCurrentIndex(cboUsers->count() - 1);
+    addNew(snapshot(u"SELECT id, username FROM users ORDER BY id"_s), *cboUsers, *ListUsers);
     cboUsers_Click();
 }
 
@@ -335,15 +345,8 @@ void frmUser_Group::ListUsers_ItemCheck(int row) {
 void frmUser_Group::cmdGnew_Click() {
     if (!screen::Forms::dialog<AddEditDialog>(u"frmGroupAddEdit"_s)->ShowForm(u"New"_s, 0))
         return;
-    jet::Recordset groups = snapshot(u"SELECT * FROM groups ORDER BY groupid"_s);
-    for (; !groups.eof(); groups.moveNext()) {
-        const qint64 key = groups[u"groupid"].toLong();
-        if (cboGroups->findData(key) >= 0)
-            continue;
-        cboGroups->addRow(groups.text(u"groupname"), key);
-        cboUserGroup->addRow(groups.text(u"groupname"), key);
-    }
-    cboGroups->setCurrentIndex(cboGroups->count() - 1);
+    addNew(snapshot(u"SELECT groupid, groupname FROM groups ORDER BY groupid"_s), *cboGroups,
+           *cboUserGroup);
     cboGroups_Click();
 }
 

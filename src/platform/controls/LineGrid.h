@@ -142,7 +142,7 @@ class LineGrid : public LineView {
         for (const Entry& entry : entries) {
             if (changed.empty() || changed.back().first != entry.place)
                 changed.emplace_back(entry.place, m_model->row(entry.place));
-            const QString why = put(changed.back().second, entry.column, entry.typed);
+            QString why = put(changed.back().second, entry.column, entry.typed);
             if (!why.isEmpty())
                 return why;
         }
