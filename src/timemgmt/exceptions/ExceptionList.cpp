@@ -140,6 +140,31 @@ class WholeFile {
     std::vector<TimeException> m_found;
 };
 
+/// Reads all records of a server; the attendance on a second connection where one can be had.
+std::vector<TimeException> readServer(jet::Database& database, const ShopFacts& facts,
+                                      const ExceptionList::Connect& connect,
+                                      const std::function<bool()>& stop) {
+    const auto ofAttendance = [&facts](jet::Database& on) {
+        return checkList(on, facts, checkAttendance, signIn, attendanceInQuestion(on));
+    };
+    std::future<std::optional<std::vector<TimeException>>> beside;
+    if (connect)
+        beside = std::async(std::launch::async, [&]() -> decltype(beside.get()) {
+            if (const auto own = connect())
+                return ofAttendance(*own);
+            return {};
+        });
+    auto found = checkList(database, facts, checkWork, timelog, workInQuestion(database));
+    append(found, checkManual(database, facts));
+    append(found, checkWork(database, facts, {u"Timelog.Status = 'A'"_s, false}));
+    append(found, checkOperations(database, facts));
+    auto attendance = beside.valid() ? beside.get() : std::nullopt;
+    if (!attendance && !(stop && stop()))
+        attendance = ofAttendance(database);
+    append(found, std::move(attendance).value_or(std::vector<TimeException>()));
+    return found;
+}
+
 } // namespace
 
 bool ExceptionList::readAll(jet::Database& database, const QDateTime& now, const Connect& connect,
@@ -154,13 +179,7 @@ bool ExceptionList::readAll(jet::Database& database, const QDateTime& now, const
     if (ofFile) {
         found = std::move(*ofFile);
     } else if (database.isServer()) {
-        found = checkList(database, facts, checkWork, timelog, workInQuestion(database));
-        append(found, checkManual(database, facts));
-        append(found, checkWork(database, facts, {u"Timelog.Status = 'A'"_s, false}));
-        append(found, checkOperations(database, facts));
-        if (!stop || !stop())
-            append(found, checkList(database, facts, checkAttendance, signIn,
-                                    attendanceInQuestion(database)));
+        found = readServer(database, facts, connect, stop);
     } else {
         for (qint64 from = 1; from <= lastWork && !(stop && stop()); from += atATime)
             append(found,
