@@ -190,6 +190,13 @@ QStringList menuNames() {
     return names;
 }
 
+QStringList menuNamesFrom(const QString& name) {
+    QStringList names;
+    if (const MenuEntry* entry = menuEntry(name))
+        collectNames({*entry}, names);
+    return names;
+}
+
 const MenuEntry* menuEntry(const QString& name) {
     const MenuEntry* entry = find(mainMenu(), name);
     return entry ? entry : find(popupMenus(), name);

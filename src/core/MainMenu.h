@@ -32,6 +32,8 @@ const std::vector<MenuEntry>& popupMenus();
 
 /// Names of all entries of both, parents before their children.
 QStringList menuNames();
+/// Name of an entry and of all that are below it; none if there is no such entry.
+QStringList menuNamesFrom(const QString& name);
 /// Entry by name without regard to case; nullptr if there is none.
 const MenuEntry* menuEntry(const QString& name);
 

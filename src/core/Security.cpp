@@ -49,6 +49,13 @@ QSet<QString> folded(const QStringList& names) {
     return result;
 }
 
+/// The menus that are gone for whoever may not use them; all that is below them carries a right.
+const QStringList& securedMenus() {
+    static const QStringList menus{u"mnuAddOns"_s, u"mnuOptionsTables"_s, u"mnuOptionsUtilities"_s,
+                                   u"mnuOptions"_s, u"mnuOptionsReports"_s};
+    return menus;
+}
+
 QStringList codes(jet::Recordset rows) {
     QStringList result;
     for (; !rows.eof(); rows.moveNext())
@@ -85,9 +92,7 @@ bool ShellRights::isEnabled(const QString& menu) const {
 }
 
 bool ShellRights::isVisible(const QString& menu) const {
-    static const QSet<QString> vanishing =
-        folded({u"mnuAddOns"_s, u"mnuOptionsTables"_s, u"mnuOptionsUtilities"_s, u"mnuOptions"_s,
-                u"mnuOptionsReports"_s});
+    static const QSet<QString> vanishing = folded(securedMenus());
     return !vanishing.contains(menu.toLower()) || isEnabled(menu);
 }
 
@@ -132,6 +137,12 @@ ShellRights readShellRights(jet::Database& database, const QStringList& menuName
         const MenuEntry* entry = menuEntry(name);
         if (entry && !entry->right.isEmpty())
             input.sharedRights.insert(name, entry->right);
+    }
+    if (state.CurrentUserName
+            .isEmpty()) { // as the catalogue is delivered: at the start nobody waits
+        for (const QString& menu : securedMenus())
+            input.catalogueCodes += menuNamesFrom(menu);
+        return ShellRights(input);
     }
     const QString catalogue = u"SELECT securitycode, displayorder FROM securityobjects"
                               " WHERE LEFT(securitycode,3)='mnu' ORDER BY displayorder"_s;

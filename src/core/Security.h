@@ -42,7 +42,8 @@ inline constexpr int toolButtons = 22;
 QString toolButtonMenu(int number);
 bool isToolSeparator(int number);
 
-/// The rights of the signed-in user, read from the catalogue and the grants.
+/// The rights of the signed-in user, read from the catalogue and the grants; while nobody is signed
+/// in, nothing is read.
 ShellRights readShellRights(jet::Database& database, const QStringList& menuNames,
                             const QStringList& unavailableMenus);
 

@@ -145,8 +145,15 @@ TEST_P(Login, TheMenusFollowTheRights) {
     const auto enabled = [&shell](const char* name) {
         return shell.menuAction(QString::fromLatin1(name))->isEnabled();
     };
+    const quint64 waits = database().waits();
     shell.SecureMenuObjects();
-    EXPECT_FALSE(enabled("mnuFileJob")) << "before the login all that is listed is off";
+    EXPECT_EQ(database().waits(), waits) << "the start reads no rights before somebody signs in";
+    auto listed = database().openRecordset(
+        u"SELECT securitycode FROM SecurityObjects WHERE LEFT(securitycode,3)='mnu'"_s,
+        jet::RecordsetType::Snapshot);
+    for (; !listed.eof(); listed.moveNext())
+        EXPECT_FALSE(shell.menuAction(listed.text(u"securitycode"))->isEnabled())
+            << listed.text(u"securitycode").toStdString() << " before the login";
     EXPECT_FALSE(shell.menuAction(u"mnuAddOns"_s)->isVisible());
     EXPECT_TRUE(enabled("mnuFileLogin"));
 

@@ -1,6 +1,6 @@
 // Many stations at once, without windows, by the program's own rules:
 //
-//   bench_stations FOLDER STATIONS FLOORS SECONDS [THINK_MS [KILL_EVERY_MS]]
+//   many-stations FOLDER STATIONS FLOORS SECONDS [THINK_MS [KILL_EVERY_MS]]
 //
 // FOLDER is a program folder with a delivered or filled shop, of a file or a server. Each station
 // is a process that edits estimates and jobs which others edit too, each floor program one that
@@ -445,7 +445,7 @@ int main(int argc, char* argv[]) {
     const int think = words.size() > 5 ? words[5].toInt() : 1000;
     const int killEvery = words.value(6).toInt();
     if (stations < 1 || floors < 0 || seconds < 1 || stations + floors > mostStations) {
-        std::fputs("bench_stations FOLDER STATIONS FLOORS SECONDS [THINK_MS [KILL_EVERY_MS]]\n",
+        std::fputs("many-stations FOLDER STATIONS FLOORS SECONDS [THINK_MS [KILL_EVERY_MS]]\n",
                    stderr);
         return 2;
     }
