@@ -1,4 +1,5 @@
 #include "core/keeping/Backup.h"
+#include "core/keeping/BackupJob.h"
 #include "core/keeping/Files.h"
 #include "core/keeping/PaperBackup.h"
 #include "core/papers/Papers.h"
@@ -122,6 +123,26 @@ TEST_P(Backup, AKillAtAnyMomentLeavesAGoodOldOneOrAGoodNewOne) {
     EXPECT_GE(written(*open()), 1);
     ASSERT_EQ(run({u"backup"_s, folder(), target()}).code, 0);
     EXPECT_EQ(QDir(target()).entryList({u"*.unfinished*"_s}), QStringList());
+}
+
+TEST_P(Backup, TheDaysOwnGoesOnBesideTheWorkAndEndsWithTheProgram) {
+    const auto database = open();
+    write(*database);
+    { const keeping::BackupJob brokenOff(folder(), target()); }
+    EXPECT_EQ(QDir(target()).entryList({u"*.unfinished*"_s}), QStringList());
+    keeping::BackupJob job(folder(), target());
+    do
+        write(*database);
+    while (job.isRunning());
+    EXPECT_EQ(job.failure(), QString());
+    const QDateTime now = QDateTime::currentDateTime();
+    EXPECT_FALSE(keeping::isBackupDue(folder(), now));
+    EXPECT_TRUE(keeping::isBackupDue(folder(), now.addDays(1)));
+
+    const keeping::BackupJob nowhere(folder(), u"/proc/nowhere"_s);
+    while (nowhere.isRunning())
+        QThread::msleep(5);
+    EXPECT_FALSE(nowhere.failure().isEmpty());
 }
 
 TEST_P(Backup, WhatWasChangedSinceItWasFoundGoodIsRefused) {

@@ -404,6 +404,13 @@ TEST_P(Journal, IsSearchedByPersonDayTableAndRecordAndTrimmed) {
     core::JournalTrim(testDatabase().location(), now.addDays(31));
     core::trimJournal(db(), now.addDays(31));
     EXPECT_EQ(told().size(), 1) << "by the last row the next ones are numbered";
+
+    execute(u"INSERT INTO POReceived (PONumber, ItemID, QtyRecvd) VALUES (7, 200, 3)");
+    execute(u"UPDATE POReceived SET ItemID = 204");
+    execute(u"UPDATE POReceived SET ItemID = 208, QtyRecvd = 5");
+    const QStringList receipts = found({.tables = QStringList{u"POReceived"_s}});
+    EXPECT_EQ(receipts.size(), 2) << "nobody sees how its order's lines are numbered";
+    EXPECT_TRUE(receipts.first().endsWith(u"|3|5"_s)) << receipts.first().toStdString();
 }
 
 TEST_P(Journal, IsMendedWhereItIsNoLongerKept) {

@@ -55,14 +55,18 @@ void JournalForm::makeList(QBoxLayout* outside, QPushButton* first) {
 
 void JournalForm::showChanges(const JournalCriteria& criteria) {
     const screen::BusyPointer hourglass;
-    const std::vector<JournalChange> changes = searchJournal(MainDatabase(), criteria, mostChanges);
+    std::vector<JournalChange> changes = searchJournal(MainDatabase(), criteria, mostChanges);
+    const bool more = changes.size() == mostChanges;
+    std::erase_if(changes, [](const JournalChange& change) {
+        return change.what == JournalChange::What::Changed && change.fields.empty();
+    });
     m_lines = journalLines(changes, m_showMoney);
     sprJournal->setRows(m_lines);
     if (changes.empty())
         lblShown->setText(u"No change was found."_s);
-    else if (changes.size() == mostChanges)
+    else if (more)
         lblShown->setText(
-            u"The latest %L1 changes. Narrow the search to see older ones."_s.arg(changes.size()));
+            u"The latest %L1 changes. Narrow the search to see older ones."_s.arg(mostChanges));
     else
         lblShown->setText(changes.size() == 1
                               ? u"1 change."_s

@@ -37,7 +37,7 @@ const std::vector<JournalTable>& journalTables() {
         {u"PO"_s, u"PONumber"_s, u"Purchase orders"_s, orders},
         {u"POVendor"_s, u"OrderNumber"_s, u"Orders' vendors"_s, orders},
         {u"POItem"_s, u"PONumber"_s, u"Orders' lines"_s, orders},
-        {u"POReceived"_s, u"PONumber"_s, u"Receipts"_s, orders},
+        {u"POReceived"_s, u"PONumber"_s, u"Receipts"_s, orders, u"ItemID"_s},
         {u"Items"_s, u"ID"_s, u"Items in stock"_s, inventory},
         {u"ItemIssue"_s, u"ItemID"_s, u"Issues"_s, inventory},
         {u"ItemReStock"_s, u"ItemID"_s, u"Restocking"_s, inventory},

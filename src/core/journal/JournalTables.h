@@ -13,6 +13,7 @@ struct JournalTable {
     QString record; ///< the column with the number of the record that a row belongs to; empty: none
     QString words;  ///< what people call its rows
     QString right;  ///< the menu entry of the module whose rows they are
+    QString line = {}; ///< the column that says to which line of a document a row belongs, if any
 };
 /// Those that carry money, hours, stock and documents.
 const std::vector<JournalTable>& journalTables();
