@@ -61,7 +61,10 @@ frmInventory::frmInventory()
         m_lastUsed = tvMain;
         ListSelected(key);
     });
-    on(lvMain->selectionChangedByUser, [this] { m_lastUsed = lvMain; });
+    on(lvMain->selectionChangedByUser, [this] {
+        m_lastUsed = lvMain;
+        countPapers();
+    });
     // Whoever goes to the list by the keyboard means what is selected there.
     on(qApp, &QApplication::focusChanged, [this](QWidget*, QWidget* now) {
         if (now == tvMain || now == lvMain)
@@ -151,7 +154,18 @@ QSize frmInventory::sizeHint() const {
 }
 
 void frmInventory::Form_Load() {
+    m_papers = std::make_unique<core::PaperCount>(*this);
     showView(0);
+}
+
+bool frmInventory::Form_QueryUnload() {
+    m_papers.reset();
+    return true;
+}
+
+void frmInventory::countPapers() {
+    if (m_papers)
+        m_papers->show(selectedItem());
 }
 
 void frmInventory::showView(qint64 item) {
@@ -219,6 +233,7 @@ void frmInventory::ListSelected(const QString& key) {
 
 void frmInventory::showCount() {
     txtObjCount->setText(QString::number(lvMain->rowCount()) + u" object(s)"_s);
+    countPapers();
 }
 
 qint64 frmInventory::folderShown() const {
@@ -253,6 +268,7 @@ void frmInventory::showAgain() {
 void frmInventory::goToItem(qint64 itemId) {
     openPath(pathOfItem(core::MainDatabase(), *m_view, itemId));
     lvMain->selectKey(itemKey(itemId));
+    countPapers();
     m_lastUsed = lvMain;
 }
 

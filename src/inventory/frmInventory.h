@@ -1,8 +1,11 @@
 #pragma once
 
 #include "core/journal/RecordHistory.h"
+#include "core/records/PaperCount.h"
 #include "inventory/InventoryDialogs.h"
 #include "platform/screen/Form.h"
+
+#include <memory>
 
 class QLabel;
 
@@ -20,6 +23,7 @@ class frmInventory : public screen::Form, public Explorer, public core::ShownRec
     static constexpr char formName[] = "frmInventory";
     frmInventory();
     void Form_Load() override;
+    bool Form_QueryUnload() override;
     QSize sizeHint() const override;
 
     qint64 shownRecord() const override { return selectedItem(); }
@@ -38,6 +42,7 @@ class frmInventory : public screen::Form, public Explorer, public core::ShownRec
     /// The view's tree from its root on, and the folder of an item in it; the root for none.
     void showView(qint64 item);
     void showCount();
+    void countPapers();
     void openRow();
     qint64 folderShown() const;
     /// The selected item; 0 where none is, or a folder.
@@ -69,6 +74,7 @@ class frmInventory : public screen::Form, public Explorer, public core::ShownRec
     QWidget* m_lastUsed = nullptr; ///< tree or list
     QString m_node;                ///< whose list is shown
     std::vector<QPushButton*> m_commands;
+    std::unique_ptr<core::PaperCount> m_papers; ///< while it is open
 };
 
 } // namespace inventory

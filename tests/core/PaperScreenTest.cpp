@@ -5,6 +5,7 @@
 #include "core/ReportLaunch.h"
 #include "core/Screens.h"
 #include "core/papers/Papers.h"
+#include "platform/jet/Native.h"
 #include "platform/report/Document.h"
 #include "platform/report/Painting.h"
 #include "platform/report/Report.h"
@@ -172,6 +173,45 @@ TEST_P(PaperScreen, WhatIsMissingOrChangedIsSaidInTheListAndNotOpened) {
     EXPECT_EQ(started, QStringList());
     add({m_folder.filePath(u"a.pdf"_s), m_folder.filePath(u"b.pdf"_s)});
     EXPECT_EQ(shown(), (QStringList{u"b.pdf|This job||"_s, u"a.pdf|This job||"_s}));
+}
+
+TEST_P(PaperScreen, ALineThatBreaksWhileARowIsWrittenLosesNothing) {
+    if (GetParam() != testsupport::EngineKind::Server)
+        GTEST_SKIP() << "a file has no line";
+    const auto other = anotherStation();
+    jet::Native(*other).execute(
+        "CREATE FUNCTION breaks() RETURNS trigger LANGUAGE plpgsql AS 'BEGIN PERFORM "
+        "pg_terminate_backend(pg_backend_pid()); RETURN NEW; END'");
+    jet::Native(*other).execute(
+        "CREATE TRIGGER breaks BEFORE INSERT ON papers EXECUTE FUNCTION breaks()");
+    look();
+    const QString drawing = file(u"a.pdf"_s, "a drawing");
+    expectBoxContaining(u"server can't be reached"_s, Answer::Retry);
+    expectBoxContaining(u"server can't be reached"_s, Answer::Close);
+    expectBoxContaining(u"could not be put beside the record"_s);
+    add({drawing});
+    EXPECT_EQ(shown(), QStringList());
+    jet::Native(*other).execute("DROP TRIGGER breaks ON papers");
+    add({drawing});
+    EXPECT_EQ(shown(), QStringList{u"a.pdf|This job||"_s});
+    EXPECT_EQ(core::paperStore(database(), m_folder.path()).contents().size(), 1U);
+}
+
+TEST_P(PaperScreen, NothingIsAddedToARecordOrAFolderThatIsGone) {
+    look();
+    add({file(u"a.pdf"_s, "a drawing")});
+    const QString folder = m_folder.filePath(u"Papers"_s);
+    ASSERT_TRUE(QDir().rename(folder, folder + u'x'));
+    look();
+    EXPECT_EQ(shown(), QStringList{u"a.pdf|This job||Out of reach"_s});
+    expectBoxContaining(u"is out of reach. Nothing was added."_s);
+    add({file(u"b.pdf"_s, "b drawing")});
+    EXPECT_FALSE(QFileInfo::exists(folder)) << "another one than that of the other stations";
+    ASSERT_TRUE(QDir().rename(folder + u'x', folder));
+    anotherStation()->execute(u"DELETE * FROM Job"_s);
+    expectBoxContaining(u"Job 1 isn't there any more"_s);
+    add({m_folder.filePath(u"b.pdf"_s)});
+    EXPECT_EQ(rows(u"SELECT FileName FROM Papers"_s), QStringList());
 }
 
 TEST_P(PaperScreen, FilesAreDroppedOnTheModuleAndPasted) {

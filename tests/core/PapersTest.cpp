@@ -1,8 +1,10 @@
 #include "core/papers/Papers.h"
 #include "core/keeping/Files.h"
+#include "core/papers/Aside.h"
 #include "platform/values/Literals.h"
 #include "support/DatabaseFixture.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QRandomGenerator>
@@ -121,6 +123,33 @@ TEST_F(Store, SaysWhatItCannotTake) {
     EXPECT_EQ(rests(), QStringList());
 }
 
+TEST_F(Store, LongWorkIsDoneAsideAndBrokenOffByHim) {
+    const Content photo = store.add(file(u"photo.jpg"_s, noise(4 << 20)));
+    const auto here = std::this_thread::get_id();
+    int painted = 0;
+    State state = State::Good;
+    QMetaObject::invokeMethod(
+        QCoreApplication::instance(), [&] { ++painted; }, Qt::QueuedConnection);
+    core::runAside(
+        [&](const keeping::Progress& progress) {
+            EXPECT_NE(std::this_thread::get_id(), here);
+            while (progress(42))
+                QThread::msleep(5);
+            state = store.check(photo, progress);
+        },
+        [&](int percent) {
+            EXPECT_EQ(std::this_thread::get_id(), here);
+            return percent != 42;
+        });
+    EXPECT_EQ(state, State::Unreadable);
+    EXPECT_EQ(painted, 1);
+    EXPECT_EQ(refusal([&] {
+                  core::runAside([&](const auto&) { store.add(m_from.path()); },
+                                 [](int) { return true; });
+              }),
+              refusal([&] { store.add(m_from.path()); }));
+}
+
 TEST_F(Store, StationsThatAddTheSameFileAtOnceKeepOne) {
     const QString photo = file(u"photo.jpg"_s, noise(1 << 20));
     std::atomic<int> failed = 0;
@@ -180,7 +209,8 @@ class Papers : public testsupport::ShopDatabaseFixture {
         execute(u"INSERT INTO POItem (ItemKey, PONumber, PartNumber) VALUES ('2', 1, 'AX-1')");
     }
     int add(const QString& kind, qint64 record, const QString& file, const QString& hash) {
-        return core::addPapers(db(), *core::paperKind(kind), record, {{file, {hash, 5}}}, u"Ann"_s);
+        return core::addPapers(db(), *core::paperKind(kind), record, {{file, {hash, 5}}}, u"Ann"_s)
+            .value_or(-1);
     }
     QStringList papers(const QString& kind, qint64 record,
                        const QStringList& others = {u"Estimate"_s, u"Job"_s, u"PO"_s}) {

@@ -1,4 +1,6 @@
 #include "core/Shell.h"
+#include "core/papers/PaperScreen.h"
+#include "core/papers/Papers.h"
 #include "inventory/Issue.h"
 #include "inventory/Screens.h"
 #include "platform/controls/ListView.h"
@@ -7,6 +9,8 @@
 #include "platform/values/Literals.h"
 #include "support/Gallery.h"
 #include "support/ShopFixture.h"
+
+#include <QTest>
 
 using namespace inventory;
 using screen::Answer;
@@ -86,6 +90,24 @@ TEST_P(Explorers, FoldersOpenByKeysAndTheViewKeepsTheItemInSight) {
     doubleClickRow(u"lvMain"_s, 0);
     EXPECT_EQ(tree()->selectedKey(), u"C"_s + n(m_room));
     EXPECT_EQ(shown(), QStringList(u"Rack 1"_s));
+}
+
+TEST_P(Explorers, PapersOfTheItemAreCountedBesideAllWaits) {
+    const core::PaperKind& kind = *core::paperKind(u"Item"_s);
+    core::addPapers(database(), kind, m_bolt, {{u"a.pdf"_s, {u"aa"_s, 1}}, {u"b.pdf"_s, {u"bb"_s, 1}}},
+                    u"Ann"_s);
+    const auto counts = [this](int papers) {
+        return QTest::qWaitFor([&] { return form().property(core::papersProperty) == papers; });
+    };
+    goToBolts();
+    EXPECT_TRUE(counts(2)) << "the first one is chosen";
+    go(u"lvMain"_s);
+    const quint64 waits = database().waits();
+    key(Qt::Key_Down);
+    EXPECT_TRUE(counts(0));
+    key(Qt::Key_Up);
+    EXPECT_TRUE(counts(2));
+    EXPECT_EQ(database().waits(), waits);
 }
 
 TEST_P(Explorers, FoldersAreMadeRenamedAndDeletedWithEveryCheckInItsOrder) {

@@ -176,6 +176,7 @@ TEST_P(Backup, HasThePapersOnceAndBringsThemBack) {
     using State = keeping::PaperStore::State;
     const keeping::PaperStore shop(folder() + u"/Drawings"_s), kept(target() + u"/Papers"_s);
     open()->execute(u"UPDATE SystemSettings SET PapersFolder = 'Drawings'"_s);
+    open()->execute(u"INSERT INTO Job (PartNo) VALUES ('AX')"_s);
     const core::PaperKind& job = *core::paperKind(u"Job"_s);
     std::vector<keeping::Content> contents;
     for (const char* text : {"drawing", "certificate", "photo"}) {
@@ -235,6 +236,20 @@ TEST_P(Backup, HasThePapersOnceAndBringsThemBack) {
     // Where the folder is out of reach the database's backup is good all the same, and says so.
     open()->execute(u"UPDATE SystemSettings SET PapersFolder = 'Elsewhere'"_s);
     EXPECT_TRUE(backUp().contains(u"It has no papers: "_s));
+    // It goes on keeping what earlier ones have, and nothing is put into a place that isn't there.
+    for (const keeping::BackupFile& backup : keeping::backupsIn(target()))
+        if (backup.path != keeping::backupsIn(target()).front().path)
+            QFile::remove(keeping::paperListOf(backup.path));
+    keeping::trimPapers(target());
+    EXPECT_EQ(kept.check(contents[0]), State::Good);
+    for (const QStringList& words : {QStringList{}, QStringList{u"--mend"_s}}) {
+        const auto told = run(QStringList{u"check"_s, folder()} + words);
+        EXPECT_EQ(told.code, 1);
+        EXPECT_EQ(told.out.count(u"Papers: the folder"_s), 1) << told.out.toStdString();
+        EXPECT_EQ(told.out.count(u"out of reach"_s), 1);
+        EXPECT_FALSE(told.out.contains(u"missing"_s));
+        EXPECT_FALSE(QFileInfo::exists(folder() + u"/Elsewhere"_s));
+    }
     keeping::writeWhole(folder() + u"/Mirsa.backup"_s, "folder=Backups\n");
     EXPECT_TRUE(keeping::backupWarning(folder(), QDateTime::currentDateTime())
                     .contains(u"has no papers"_s));

@@ -10,6 +10,8 @@
 #include <QHash>
 #include <QSet>
 
+#include <optional>
+
 namespace keeping {
 
 namespace {
@@ -30,13 +32,17 @@ std::vector<Content> named(jet::Database& database) {
     return all;
 }
 
-std::vector<Content> readList(const QString& path) {
+/// Nothing where there is a list that can't be read.
+std::optional<std::vector<Content>> readList(const QString& path) {
     std::vector<Content> all;
     QFile file(path);
-    if (file.open(QIODevice::ReadOnly))
-        for (const QString& line : QString::fromLatin1(file.readAll()).split(u'\n'))
-            if (const QString hash = line.section(u' ', 0, 0); hash.size() == 64)
-                all.push_back({hash, line.section(u' ', 1, 1).toLongLong()});
+    if (!file.exists())
+        return all;
+    if (!file.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    for (const QString& line : QString::fromLatin1(file.readAll()).split(u'\n'))
+        if (const QString hash = line.section(u' ', 0, 0); hash.size() == 64)
+            all.push_back({hash, line.section(u' ', 1, 1).toLongLong()});
     return all;
 }
 
@@ -68,49 +74,83 @@ QString paperListOf(const QString& backup) {
     return backup.left(backup.lastIndexOf(u'.')) + u".papers"_s;
 }
 
+namespace {
+
+/// Enters what a backup has into its list.
+class PaperList {
+  public:
+    bool has(const Content& content) const { return m_hashes.contains(content.hash); }
+    void enter(const Content& content) {
+        if (has(content))
+            return;
+        m_hashes.insert(content.hash);
+        m_text += content.hash.toLatin1() + ' ' + QByteArray::number(content.bytes) + '\n';
+    }
+    int count() const { return static_cast<int>(m_hashes.size()); }
+    void write(const QString& backup) const {
+        if (!m_hashes.isEmpty())
+            writeWhole(paperListOf(backup), m_text);
+    }
+
+  private:
+    QSet<QString> m_hashes;
+    QByteArray m_text;
+};
+
+/// Why nothing can be taken from a folder that records name papers of; empty if it can.
+QString outOfReach(const QString& folder) {
+    if (folder.isEmpty())
+        return u"the preferences name no folder for them"_s;
+    return PaperStore(folder).isInReach()
+               ? QString()
+               : u"the folder %1 is out of reach or empty"_s.arg(folder);
+}
+
+} // namespace
+
 PapersTaken takePapers(jet::Database& database, const QString& programFolder, const QString& backup,
                        const Progress& progress) {
     PapersTaken taken;
-    const QString folder = papersFolderOf(database, programFolder);
-    if (folder.isEmpty())
+    if (!hasPapers(database))
         return taken;
     bool brokenOff = false;
     const Progress goOn = [&](int) {
         brokenOff = brokenOff || (progress && !progress(100));
         return !brokenOff;
     };
+    const std::vector<Content> wanted = named(database);
+    const QString folder = papersFolderOf(database, programFolder);
+    const PaperStore from(folder);
+    const PaperStore to = papersOfBackups(QFileInfo(backup).absolutePath());
+    PaperList list;
     try {
-        const std::vector<Content> wanted = named(database);
-        const PaperStore from(folder);
-        const PaperStore to = papersOfBackups(QFileInfo(backup).absolutePath());
-        if (!wanted.empty() && !QFileInfo(folder).isReadable())
-            throw Refusal(u"the folder "_s + folder + u" can't be reached"_s);
-        from.removeRests(QDateTime::currentDateTime());
-        QByteArray list;
-        QSet<QString> had;
-        const auto enter = [&](const Content& content) {
-            had.insert(content.hash);
-            list += content.hash.toLatin1() + ' ' + QByteArray::number(content.bytes) + '\n';
-        };
-        for (const Content& content : from.contents()) {
-            if (to.look(content) != State::Good && pass(content, from, to, goOn) != State::Good)
-                continue;
-            if (!goOn(100))
-                throw Refusal(QString());
-            enter(content);
+        if (!wanted.empty())
+            taken.failure = outOfReach(folder);
+        if (taken.failure.isEmpty() && !folder.isEmpty()) {
+            from.removeRests(QDateTime::currentDateTime());
+            for (const Content& content : from.contents()) {
+                if (to.look(content) != State::Good && pass(content, from, to, goOn) != State::Good)
+                    continue;
+                if (!goOn(100))
+                    throw Refusal(QString());
+                list.enter(content);
+            }
+            for (const Content& content : wanted)
+                taken.missing += from.look(content) != State::Good || to.look(content) != State::Good;
         }
-        for (const Content& content : wanted) {
-            // What is missing here the backups may have from better days.
-            if (!had.contains(content.hash) && to.look(content) == State::Good)
-                enter(content);
-            taken.missing += from.look(content) != State::Good || !had.contains(content.hash);
-        }
-        taken.count = static_cast<int>(had.size());
-        if (taken.count > 0)
-            writeWhole(paperListOf(backup), list);
     } catch (const Refusal& refusal) {
         if (brokenOff)
             throw Refusal(u"The backup was broken off."_s);
+        taken = {0, 0, refusal.text()};
+    }
+    // What can't be had here the backups may have from better days: they go on keeping it.
+    for (const Content& content : wanted)
+        if (!list.has(content) && to.look(content) == State::Good)
+            list.enter(content);
+    taken.count = list.count();
+    try {
+        list.write(backup);
+    } catch (const Refusal& refusal) {
         taken = {0, 0, refusal.text()};
     }
     return taken;
@@ -137,9 +177,13 @@ void trimPapers(const QString& backupFolder) {
     if (!QFileInfo(kept.folder()).isDir())
         return;
     QSet<QString> listed;
-    for (const BackupFile& backup : backupsIn(backupFolder))
-        for (const Content& content : readList(paperListOf(backup.path)))
+    for (const BackupFile& backup : backupsIn(backupFolder)) {
+        const auto list = readList(paperListOf(backup.path));
+        if (!list)
+            return; // nobody knows what it keeps
+        for (const Content& content : *list)
             listed.insert(content.hash);
+    }
     for (const Content& content : kept.contents())
         if (!listed.contains(content.hash))
             kept.remove(content.hash);
@@ -148,7 +192,11 @@ void trimPapers(const QString& backupFolder) {
 
 QString restorePapers(const QString& backup, jet::Database& database,
                       const QString& programFolder) {
-    const std::vector<Content> list = readList(paperListOf(backup));
+    const auto read = readList(paperListOf(backup));
+    if (!read)
+        return u"The papers weren't put back: their list, %1, can't be read."_s.arg(
+            paperListOf(backup));
+    const std::vector<Content>& list = *read;
     if (list.empty())
         return {};
     const PaperStore kept = papersOfBackups(QFileInfo(backup).absolutePath());
@@ -183,16 +231,29 @@ QString restorePapers(const QString& backup, jet::Database& database,
 std::vector<PaperFinding> checkPapers(jet::Database& database, const QString& programFolder,
                                       bool mend) {
     std::vector<PaperFinding> findings;
-    if (!hasPapers(database))
+    const std::vector<Content> wanted =
+        hasPapers(database) ? named(database) : std::vector<Content>();
+    if (wanted.empty())
         return findings;
     const QString folder = papersFolderOf(database, programFolder);
     const PaperStore shop(folder);
     const PaperStore kept = papersOfBackups(backupSettings(programFolder).folder);
+    const auto unreached = [&](const QString& why) -> std::vector<PaperFinding> {
+        return {{{},
+                 u"%1: none of its papers (%2) was checked or put back. If it was emptied, add one "
+                 "of them again and repeat this."_s.arg(why)
+                     .arg(wanted.size()),
+                 false}};
+    };
+    if (const QString why = outOfReach(folder); !why.isEmpty())
+        return unreached(why);
     QHash<QString, std::pair<QString, bool>> wrong; ///< by hash
-    for (const Content& content : named(database)) {
-        const State state = folder.isEmpty() ? State::Unreadable : shop.check(content);
+    for (const Content& content : wanted) {
+        const State state = shop.check(content);
         if (state == State::Good)
             continue;
+        if (const QString why = outOfReach(folder); state == State::Unreadable && !why.isEmpty())
+            return unreached(why);
         bool mended = false;
         if (mend && state != State::Unreadable) {
             try {
@@ -203,7 +264,6 @@ std::vector<PaperFinding> checkPapers(jet::Database& database, const QString& pr
         }
         wrong[content.hash] = {state == State::Missing   ? u"the file is missing"_s
                                : state == State::Changed ? u"the file was changed from outside"_s
-                               : folder.isEmpty()        ? u"no folder for papers is named"_s
                                                          : u"the file can't be read"_s,
                                mended};
     }

@@ -18,6 +18,7 @@ struct PapersTaken {
     QString failure; ///< why they could not be copied; empty if they could
 };
 /// Copies what the backups haven't got yet and writes the list of all that this one has, beside it.
+/// Where the shop's folder is out of reach, that is what earlier backups have of what records name.
 /// Throws Refusal only where `progress` breaks it off.
 PapersTaken takePapers(jet::Database& database, const QString& programFolder, const QString& backup,
                        const Progress& progress);
@@ -35,12 +36,13 @@ QString paperListOf(const QString& backup);
 /// tell of it; empty if the backup has no papers.
 QString restorePapers(const QString& backup, jet::Database& database, const QString& programFolder);
 
-/// A paper that is missing or was changed outside.
+/// A paper that is missing or was changed outside; or that the folder is out of reach, and then
+/// there is no record and nothing else is told.
 struct PaperFinding {
     QString record, text;
     bool mended = false;
 };
-/// Reads all papers. With `mend`, what the backups have is put back.
+/// Reads all papers. With `mend`, what the backups have is put back, into a folder in reach alone.
 std::vector<PaperFinding> checkPapers(jet::Database& database, const QString& programFolder,
                                       bool mend);
 

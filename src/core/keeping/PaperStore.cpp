@@ -5,6 +5,7 @@
 
 #include <QCryptographicHash>
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
 #include <QUuid>
@@ -117,7 +118,8 @@ Content PaperStore::add(const QString& path, const Progress& progress) const {
         // Whoever tidies up must see that it is wanted again. Another user's file can't be told so;
         // it gives way to ours, which is the same.
         QFile there(place);
-        if (check(content) == State::Good && there.open(QIODevice::ReadOnly) &&
+        if (check(content, [&](int) { return !progress || progress(100); }) == State::Good &&
+            there.open(QIODevice::ReadOnly) &&
             there.setFileTime(QDateTime::currentDateTime(), QFileDevice::FileModificationTime)) {
             QFile::remove(aside);
             return content;
@@ -157,10 +159,15 @@ PaperStore::State PaperStore::copyOut(const Content& content, const QString& pat
     return State::Good;
 }
 
+bool PaperStore::isInReach() const {
+    return QFileInfo(m_folder).isReadable() &&
+           QDirIterator(m_folder, {u"??"_s}, QDir::Dirs | QDir::NoDotAndDotDot).hasNext();
+}
+
 PaperStore::State PaperStore::look(const Content& content) const {
     const QFileInfo file(pathOf(content.hash));
     if (!file.exists())
-        return QFileInfo(m_folder).isReadable() ? State::Missing : State::Unreadable;
+        return isInReach() ? State::Missing : State::Unreadable;
     return file.size() == content.bytes ? State::Good : State::Changed;
 }
 

@@ -25,13 +25,16 @@ class PaperStore {
         Good,
         Missing,
         Changed,    ///< something else stands under its name
-        Unreadable, ///< the folder or the file can't be read just now
+        Unreadable, ///< the folder is out of reach, or the file can't be read just now
     };
     /// A larger file isn't taken.
     static constexpr qint64 mostBytes = qint64(1) << 30;
 
     explicit PaperStore(QString folder) : m_folder(std::move(folder)) {}
     const QString& folder() const { return m_folder; }
+    /// Whether the folder can be read and something of a store stands in it. A bare one is the
+    /// place of a disk or a share that isn't there now.
+    bool isInReach() const;
 
     /// Takes a file in. What is there already, whole, isn't written again. Throws Refusal, with
     /// nothing new left: a folder, nothing to read, too large, no room, broken off.
@@ -42,7 +45,7 @@ class PaperStore {
 
     /// Whether it is there with its size: a look, nothing is read.
     State look(const Content& content) const;
-    /// Reads all of it.
+    /// Reads all of it. Broken off, it says that it couldn't be read.
     State check(const Content& content, const Progress& progress = {}) const;
     QString pathOf(const QString& hash) const;
 

@@ -7,6 +7,7 @@
 #include "platform/values/Literals.h"
 #include "platform/values/Text.h"
 
+#include <QFileInfo>
 #include <QSet>
 
 #include <algorithm>
@@ -87,12 +88,16 @@ std::vector<Paper> readPapers(jet::Recordset rows, const PaperKind& kind, qint64
     return papers;
 }
 
-int addPapers(jet::Database& database, const PaperKind& kind, qint64 record,
+std::optional<int> addPapers(jet::Database& database, const PaperKind& kind, qint64 record,
               const std::vector<NamedContent>& files, const QString& by) {
     jet::Transaction transaction(database);
     QSet<QString> known;
-    jet::Recordset rows =
-        database.openRecordset(papersSelect(kind, record, {}), jet::RecordsetType::Snapshot);
+    std::vector<jet::Recordset> sets = database.together(
+        {papersSelect(kind, record, {}), u"SELECT %1 FROM %2 WHERE %1 = %3"_s.arg(kind.key, kind.table)
+                                             .arg(record)});
+    if (sets.back().isEmpty())
+        return std::nullopt;
+    jet::Recordset& rows = sets.front();
     for (; !rows.eof(); rows.moveNext())
         known.insert(identity(rows.text(u"Hash"), rows.text(u"FileName")));
     const int width = database.width(u"Papers", u"FileName");
@@ -140,6 +145,11 @@ QString behindSelect(qint64 jobNo) {
     return u"SELECT %1 FROM Papers WHERE Record = %2 AND Kind = 'Job' AND Behind = True ORDER BY "
            "ID"_s.arg(columns)
                .arg(jobNo);
+}
+
+bool isGone(jet::Database& database, const keeping::PaperStore& store) {
+    return !QFileInfo::exists(store.folder()) &&
+           database.hasRows(u"SELECT TOP 1 ID FROM Papers"_s);
 }
 
 keeping::PaperStore paperStore(jet::Database& database, const QString& programFolder) {

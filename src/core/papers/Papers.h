@@ -6,6 +6,7 @@
 
 #include <QDateTime>
 
+#include <optional>
 #include <vector>
 
 namespace core {
@@ -40,8 +41,9 @@ struct NamedContent {
     keeping::Content content;
 };
 /// Puts papers beside a record, in one transaction. What lies there already, the same file under
-/// the same name, is passed over. Returns how many were added.
-int addPapers(jet::Database& database, const PaperKind& kind, qint64 record,
+/// the same name, is passed over, so that it can be tried again. Returns how many were added; nothing
+/// where the record has gone, whose number may be given again.
+std::optional<int> addPapers(jet::Database& database, const PaperKind& kind, qint64 record,
               const std::vector<NamedContent>& files, const QString& by);
 /// Takes them away. What they hold stays in the store until a backup has it.
 void removePapers(jet::Database& database, const std::vector<qint64>& ids);
@@ -54,6 +56,10 @@ void carryPapers(jet::Database& database, const QString& fromKind, qint64 from,
 
 /// The papers that are printed behind a job's traveler, in the order in which they came.
 QString behindSelect(qint64 jobNo);
+
+/// Whether the store's folder is gone though papers are stored in it: nothing may be added then,
+/// since a folder made in its place is another one than that of the other stations.
+bool isGone(jet::Database& database, const keeping::PaperStore& store);
 
 /// The store of the open shop. Throws keeping::Refusal where the preferences name no folder and
 /// there is none by itself. `programFolder` is that of this station.

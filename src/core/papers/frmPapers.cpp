@@ -1,7 +1,9 @@
 #include "core/papers/frmPapers.h"
 
 #include "core/MirsaMain.h"
+#include "core/journal/RecordHistory.h"
 #include "core/keeping/Files.h"
+#include "core/papers/Aside.h"
 #include "core/papers/PaperDrop.h"
 #include "core/papers/PaperFiles.h"
 #include "core/records/RecordScreen.h"
@@ -56,11 +58,11 @@ void tell(const QString& text, Icon icon = Icon::Exclamation) {
     screen::MsgBox(text, Buttons::Ok, icon, title);
 }
 
-std::vector<qint64> idsOf(const std::vector<const Paper*>& papers) {
+std::vector<qint64> idsOf(const std::vector<Paper>& papers) {
     std::vector<qint64> ids;
     ids.reserve(papers.size());
-    for (const Paper* paper : papers)
-        ids.push_back(paper->id);
+    for (const Paper& paper : papers)
+        ids.push_back(paper.id);
     return ids;
 }
 
@@ -179,7 +181,8 @@ void frmPapers::reload() {
 void frmPapers::tellModule() const {
     screen::Form* module = screen::Forms::find(m_kind->screen);
     const auto* records = dynamic_cast<RecordScreen*>(module);
-    if (records && records->currentKey() == m_key)
+    const auto* list = dynamic_cast<ShownRecord*>(module);
+    if (m_key == (records ? records->currentKey() : list ? list->shownRecord() : 0))
         module->setProperty(papersProperty, static_cast<int>(m_papers.size()));
 }
 
@@ -220,12 +223,12 @@ QString frmPapers::placeOf(const Paper& paper) const {
                         : u"%1 %2"_s.arg(kind ? kind->words : paper.kind).arg(paper.record);
 }
 
-std::vector<const Paper*> frmPapers::selected(bool own) const {
-    std::vector<const Paper*> papers;
+std::vector<Paper> frmPapers::selected(bool own) const {
+    std::vector<Paper> papers;
     for (const int row : lvwPapers->selectedRows())
         for (const Paper& paper : m_papers)
             if (paper.id == lvwPapers->keyNumber(row) && (!own || isOwn(paper)))
-                papers.push_back(&paper);
+                papers.push_back(paper);
     return papers;
 }
 
@@ -238,70 +241,69 @@ std::optional<PaperStore> frmPapers::store() {
     }
 }
 
-bool frmPapers::tellState(const Paper& paper, State state) {
+void frmPapers::tellState(const Paper& paper, State state) {
     showState(paper.content.hash, state);
-    switch (state) {
-    case State::Good:
-        return true;
-    case State::Missing:
+    if (state == State::Missing)
         tell(paper.fileName + u" is missing from the folder for papers: somebody has removed the "
                               "file there."_s);
-        break;
-    case State::Changed:
+    else if (state == State::Changed)
         tell(paper.fileName + u" isn't what was stored: the file was changed from outside. It "
                               "isn't opened."_s);
-        break;
-    case State::Unreadable:
+    else if (state == State::Unreadable)
         tell(paper.fileName +
              u" can't be read just now. The folder for papers may be out of reach."_s);
-        break;
+}
+
+void frmPapers::work(const QString& words, std::size_t files,
+                     const std::function<void(const keeping::Progress&)>& work) {
+    const screen::BusyPointer hourglass;
+    report::ProgressBox progress(words, windowTitle(), this, static_cast<int>(files) * 100);
+    runAside(work, [&](int percent) { return progress.goOn(percent); });
+}
+
+bool frmPapers::copyTo(const Paper& paper, const QString& path) {
+    const auto files = store();
+    if (!files)
+        return false;
+    State state = State::Unreadable;
+    try {
+        work(u"Reading %1 ..."_s.arg(paper.fileName), 1, [&](const keeping::Progress& progress) {
+            state = files->copyOut(paper.content, path, progress);
+        });
+    } catch (const keeping::Refusal& refusal) {
+        tell(refusal.text());
+        return false;
     }
-    return false;
+    tellState(paper, state);
+    return state == State::Good;
 }
 
 void frmPapers::cmdOpen_Click() {
-    const auto files = store();
-    if (!files)
-        return;
-    for (const Paper* paper : selected(false)) {
+    for (const Paper& paper : selected(false)) {
+        QString path;
         try {
-            QString path;
-            {
-                const screen::BusyPointer hourglass;
-                path = placeForCopy(paper->fileName);
-                if (const State state = files->copyOut(paper->content, path);
-                    state != State::Good) {
-                    path.clear();
-                    tellState(*paper, state);
-                }
-            }
-            if (path.isEmpty())
-                continue;
-            // What is opened is a copy: nothing that is done to it comes back by itself.
-            QFile::setPermissions(path, QFileDevice::ReadOwner);
-            QString error;
-            if (!screen::seams().startProgram(u"xdg-open"_s, {path}, error))
-                tell(paper->fileName + u" can't be opened: "_s + error);
+            path = placeForCopy(paper.fileName);
         } catch (const keeping::Refusal& refusal) {
             tell(refusal.text());
+            return;
         }
+        if (!copyTo(paper, path))
+            continue;
+        // What is opened is a copy: nothing that is done to it comes back by itself.
+        QFile::setPermissions(path, QFileDevice::ReadOwner);
+        QString error;
+        if (!screen::seams().startProgram(u"xdg-open"_s, {path}, error))
+            tell(paper.fileName + u" can't be opened: "_s + error);
     }
 }
 
 void frmPapers::cmdSave_Click() {
-    const auto files = store();
-    if (!files)
-        return;
-    for (const Paper* paper : selected(false)) {
-        const QString path = screen::seams().saveFile(u"Save a Copy"_s, paper->fileName, {});
+    for (const Paper& paper : selected(false)) {
+        const QString path = screen::seams().saveFile(u"Save a Copy"_s, paper.fileName, {});
         if (path.isEmpty())
             return;
-        try {
-            if (tellState(*paper, files->copyOut(paper->content, path)))
-                QFile::setPermissions(path, QFile::permissions(path) | QFileDevice::WriteOwner);
-        } catch (const keeping::Refusal& refusal) {
-            tell(refusal.text());
-        }
+        if (copyTo(paper, path))
+            QFile::setPermissions(path, QFile::permissions(path) | QFileDevice::WriteOwner);
     }
 }
 
@@ -336,70 +338,96 @@ void frmPapers::addFiles(const QStringList& paths) {
     const auto files = store();
     if (!files || !keepsPapers(MainDatabase()))
         return;
-    std::vector<NamedContent> stored;
-    QStringList refused;
-    const int total = static_cast<int>(paths.size()) * 100;
-    {
-        const screen::BusyPointer hourglass;
-        report::ProgressBox progress(u"Storing the files ..."_s, windowTitle(), this, total);
-        int before = 0;
-        for (const QString& path : paths) {
-            try {
-                const auto goOn = [&](int percent) { return progress.goOn(before + percent); };
-                stored.push_back({QFileInfo(path).fileName(), files->add(path, goOn)});
-            } catch (const keeping::Refusal& refusal) {
-                refused += refusal.text();
-            }
-            before += 100;
-        }
-        addPapers(MainDatabase(), *m_kind, m_key, stored, shared().CurrentUserName);
-        // Somebody may have tidied up between the two.
-        for (qsizetype i = 0; i < paths.size(); ++i)
-            for (const NamedContent& file : stored)
-                if (QFileInfo(paths[i]).fileName() == file.fileName &&
-                    files->look(file.content) == State::Missing)
-                    files->add(paths[i]);
+    if (isGone(MainDatabase(), *files)) {
+        tell(u"The folder for papers, %1, is out of reach. Nothing was added."_s.arg(
+            files->folder()));
+        return;
     }
-    reload();
-    for (const NamedContent& file : stored)
-        for (const Paper& paper : m_papers)
-            if (isOwn(paper) && paper.fileName == file.fileName)
-                lvwPapers->selectKey(u"P%1"_s.arg(paper.id));
-    arrange();
-    lvwPapers->setFocus();
+    QStringList refused;
+    const std::vector<NamedContent> stored = storeFiles(*files, paths, refused);
+    if (!stored.empty() && putBeside(stored)) {
+        reload();
+        for (const NamedContent& file : stored)
+            for (const Paper& paper : m_papers)
+                if (isOwn(paper) && paper.content.hash == file.content.hash)
+                    lvwPapers->selectKey(u"P%1"_s.arg(paper.id));
+        arrange();
+        lvwPapers->setFocus();
+    }
     if (!refused.isEmpty())
         tell(refused.join(u"\n"_s));
 }
 
+bool frmPapers::putBeside(const std::vector<NamedContent>& stored) {
+    std::optional<int> added;
+    // Retry writes the rows alone, and passes over what was written before the line broke.
+    const bool written = guarded([&] {
+        added = addPapers(MainDatabase(), *m_kind, m_key, stored, shared().CurrentUserName);
+    });
+    if (!written)
+        tell(u"The papers could not be put beside the record. Your files are as they were: add "
+             "them again when the database can be reached."_s);
+    else if (!added)
+        tell(u"%1 %2 isn't there any more: somebody has deleted it. Your files are as they were."_s
+                 .arg(m_kind->words)
+                 .arg(m_key));
+    return added.has_value();
+}
+
+std::vector<NamedContent> frmPapers::storeFiles(const PaperStore& files, const QStringList& paths,
+                                                QStringList& refused) {
+    std::vector<NamedContent> stored;
+    work(u"Storing the files ..."_s, static_cast<std::size_t>(paths.size()),
+         [&](const keeping::Progress& progress) {
+             int before = 0;
+             bool brokenOff = false;
+             for (const QString& path : paths) {
+                 if (brokenOff)
+                     break;
+                 try {
+                     const auto goOn = [&](int percent) {
+                         brokenOff = !progress(before + percent);
+                         return !brokenOff;
+                     };
+                     stored.push_back({QFileInfo(path).fileName(), files.add(path, goOn)});
+                 } catch (const keeping::Refusal& refusal) {
+                     refused += refusal.text();
+                 }
+                 before += 100;
+             }
+         });
+    return stored;
+}
+
 void frmPapers::cmdKeep_Click() {
     std::vector<NamedContent> files;
-    for (const Paper* paper : selected(false))
-        if (!isOwn(*paper))
-            files.push_back({paper->fileName, paper->content});
-    addPapers(MainDatabase(), *m_kind, m_key, files, shared().CurrentUserName);
-    reload();
+    for (const Paper& paper : selected(false))
+        if (!isOwn(paper))
+            files.push_back({paper.fileName, paper.content});
+    if (putBeside(files))
+        reload();
 }
 
 void frmPapers::cmdBehind_Click() {
-    const std::vector<const Paper*> papers = selected(true);
-    for (const Paper* paper : papers)
-        if (!isPrintable(paper->fileName)) {
-            tell(paper->fileName + u" is neither a PDF nor a picture: only these are printed "
+    const std::vector<Paper> papers = selected(true);
+    for (const Paper& paper : papers)
+        if (!isPrintable(paper.fileName)) {
+            tell(paper.fileName + u" is neither a PDF nor a picture: only these are printed "
                                    "behind the traveler."_s);
             return;
         }
     const bool all =
-        std::all_of(papers.begin(), papers.end(), [](const Paper* paper) { return paper->behind; });
+        std::all_of(papers.begin(), papers.end(), [](const Paper& paper) { return paper.behind; });
     printBehind(MainDatabase(), idsOf(papers), !all);
     reload();
 }
 
 void frmPapers::cmdRemove_Click() {
-    const std::vector<const Paper*> papers = selected(true);
+    const std::vector<Paper> papers = selected(true);
     if (!cmdRemove->isEnabled() || papers.empty())
         return;
     const QString what =
-        papers.size() == 1 ? papers.front()->fileName : u"these %1 papers"_s.arg(papers.size());
+        papers.size() == 1 ? papers.front().fileName : u"these %1 papers"_s.arg(papers.size());
     if (!screen::confirmDeletion(u"Do you want to remove %1 from %2 %3? The file itself is kept "
                                  "until a backup has it."_s.arg(what, m_kind->words)
                                      .arg(m_key),

@@ -37,10 +37,20 @@ class frmPapers : public screen::Form, public PaperScreen {
     QString placeOf(const Paper& paper) const;
     bool isOwn(const Paper& paper) const;
     /// Those that are selected; with `own`, those of the record itself.
-    std::vector<const Paper*> selected(bool own) const;
-    /// A message where one that was to be opened or copied isn't what was stored.
-    bool tellState(const Paper& paper, keeping::PaperStore::State state);
+    std::vector<Paper> selected(bool own) const;
+    /// Work on files beside the screen, under a box with progress and Cancel where it takes long.
+    /// `files` of them, each of 100 parts.
+    void work(const QString& words, std::size_t files,
+              const std::function<void(const keeping::Progress&)>& work);
+    /// Copies a stored paper to a path. False where it wasn't, which has been told.
+    bool copyTo(const Paper& paper, const QString& path);
+    void tellState(const Paper& paper, keeping::PaperStore::State state);
     std::optional<keeping::PaperStore> store();
+    /// What of the paths could be stored; the reasons for the others in `refused`.
+    std::vector<NamedContent> storeFiles(const keeping::PaperStore& files, const QStringList& paths,
+                                         QStringList& refused);
+    /// The rows of what was stored. False where they weren't written, which has been told.
+    bool putBeside(const std::vector<NamedContent>& stored);
 
     void cmdOpen_Click();
     void cmdSave_Click();

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/records/DocumentColumns.h"
-#include "core/records/EntryUndo.h"
+#include "core/records/EntryPart.h"
 #include "platform/screen/BoundFields.h"
 #include "platform/screen/Form.h"
 

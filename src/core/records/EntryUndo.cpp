@@ -149,7 +149,7 @@ void EntryUndo::look(bool withFocus) {
     }
     if (!m_open && cause) {
         const QString words = cause->widget ? wordsOf(cause->widget) : QString();
-        push({words.isEmpty() ? u"change"_s : u"change of "_s + words, nullptr, {}});
+        push({.name = words.isEmpty() ? u"change"_s : u"change of "_s + words});
     } else if (m_done.empty()) {
         return; // reckoned anew without cause: the first step will put it back
     }
@@ -170,7 +170,7 @@ void EntryUndo::look(bool withFocus) {
 void EntryUndo::lineStep(controls::LineList& lines, const QString& name) {
     if (m_applying || !m_subject.isInEntry())
         return;
-    push({name, &lines, {}});
+    push({.name = name, .lines = &lines});
     m_open = true;
     m_later.start(0);
 }
@@ -188,27 +188,29 @@ bool EntryUndo::redo() {
 bool EntryUndo::step(std::vector<Step>& from, std::vector<Step>& to, bool forward) {
     if (from.empty() || !m_subject.isInEntry())
         return false;
-    const Step one = from.back();
     {
         const QScopedValueRollback applying(m_applying, true);
-        apply(one, forward);
+        apply(from.back(), forward);
     }
+    to.push_back(std::move(from.back()));
     from.pop_back();
-    to.push_back(one);
     m_open = false;
     m_parts = m_subject.entryParts();
     return true;
 }
 
-void EntryUndo::apply(const Step& step, bool forward) {
+void EntryUndo::apply(Step& step, bool forward) {
     const auto put = [&](bool reckoned) {
         for (const Change& change : step.changes) {
             if (change.reckoned == reckoned)
                 m_subject.restorePart(change.key, forward ? change.after : change.before);
         }
     };
-    if (step.lines)
+    // Where the line breaks amid a step, the next try doesn't take another step of the lines.
+    if (step.lines && step.linesBack == forward) {
         forward ? step.lines->redo() : step.lines->undo();
+        step.linesBack = !forward;
+    }
     put(false);
     put(false); // one may have changed another that was put back before it
     m_subject.entryRestored();

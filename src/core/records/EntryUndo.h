@@ -1,7 +1,7 @@
 #pragma once
 
+#include "core/records/EntryPart.h"
 #include "platform/controls/LineModel.h"
-#include "platform/jet/Value.h"
 
 #include <QObject>
 #include <QString>
@@ -14,26 +14,6 @@ class QKeyEvent;
 class QWidget;
 
 namespace core {
-
-/// Something of an entry that has one value at a time: a column of its header, a box.
-struct EntryPart {
-    QString key; ///< tells it from the others
-    jet::Value value;
-    QWidget* widget = nullptr; ///< where it is entered; nullptr for figures behind the screen
-    bool reckoned = false;     ///< comes from the others: changes of it alone are no step
-};
-
-/// What an entry is to its history.
-class EntrySubject {
-  public:
-    virtual ~EntrySubject() = default;
-    /// All parts as they stand now, in an order in which they can be put back.
-    virtual std::vector<EntryPart> entryParts() = 0;
-    virtual void restorePart(const QString& key, const jet::Value& value) = 0;
-    /// Parts or lines were put back: what hangs on them is to be made anew.
-    virtual void entryRestored() {}
-    virtual bool isInEntry() const = 0;
-};
 
 /// What was done in an entry, step by step, until it ends: changes of fields and boxes, and what
 /// was done to lines. Ctrl+Z takes the last step back and Ctrl+Y does it again, wherever the focus
@@ -73,11 +53,12 @@ class EntryUndo : public QObject {
         QString name;
         controls::LineList* lines = nullptr;
         std::vector<Change> changes;
+        bool linesBack = false; ///< its lines are taken back
     };
     void look(bool withFocus);
     void lineStep(controls::LineList& lines, const QString& name);
     bool step(std::vector<Step>& from, std::vector<Step>& to, bool forward);
-    void apply(const Step& step, bool forward);
+    void apply(Step& step, bool forward);
     void push(Step step);
     bool isTyping(const QWidget* focus, bool forward) const;
     bool handle(QWidget* focus, QEvent* event);

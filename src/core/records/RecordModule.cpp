@@ -5,6 +5,8 @@
 #include "core/Shell.h"
 #include "core/papers/PaperScreen.h"
 #include "core/papers/Papers.h"
+#include "core/records/EntryUndo.h"
+#include "core/records/PaperCount.h"
 #include "platform/controls/DataCombo.h"
 #include "platform/screen/Forms.h"
 #include "platform/screen/MsgBox.h"
@@ -35,25 +37,13 @@ void expect(const QStringList& selects) {
     MainDatabase().expect({selects.cbegin(), selects.cend()});
 }
 
-/// The select of a record's papers, of the kinds that may be seen; empty where the screen's records
-/// have none.
-QString papersOf(const QString& screen, qint64 key) {
-    const PaperKind* kind = paperKindOf(screen);
-    if (!kind || !keepsPapers(MainDatabase()))
-        return {};
-    QStringList seen;
-    for (const PaperKind& other : paperKinds())
-        if (!shell() || shell()->mayOpen(other.screen))
-            seen += other.name;
-    return papersSelect(*kind, key, seen);
-}
-
 } // namespace
 
 RecordModule::RecordModule(ModuleDescriptor descriptor)
     : Form(descriptor.formName, descriptor.caption), m_descriptor(std::move(descriptor)),
       m_data(new controls::DataControl(this)), m_modeLabel(new QLabel(this)),
-      m_undo(*this, *this, [this](const std::function<void()>& work) { guarded(work); }),
+      m_undo(std::make_unique<EntryUndo>(
+          *this, static_cast<EntrySubject&>(*this), [this](const std::function<void()>& work) { guarded(work); })),
       m_draftTimer(new QTimer(this)) {
     on(m_draftTimer, &QTimer::timeout, [this] { keepDraft(); });
     screen::named(m_data, m_descriptor.dataControlName, u"Records"_s);
@@ -70,6 +60,8 @@ RecordModule::RecordModule(ModuleDescriptor descriptor)
         on(ask, &QShortcut::activated, [this] { GotoRecord(); });
     }
 }
+
+RecordModule::~RecordModule() = default;
 
 void RecordModule::bindKey(controls::Field* field) {
     field->setLocked(true);
@@ -277,7 +269,7 @@ void RecordModule::setMode(Mode mode) {
     m_mode = mode;
     setProperty("mode", modeWord(mode));
     arrangeDraft();
-    m_undo.restart();
+    m_undo->restart();
 }
 
 void RecordModule::showTitle() {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/UndoScreen.h"
-#include "core/records/EntryUndo.h"
+#include "core/records/EntryPart.h"
 #include "core/records/RecordScreen.h"
 #include "platform/controls/DataControl.h"
 #include "platform/jet/Database.h"
@@ -13,6 +13,7 @@
 #include <QJsonObject>
 #include <QString>
 
+#include <memory>
 #include <vector>
 
 class QBoxLayout;
@@ -23,9 +24,12 @@ class QTimer;
 
 namespace controls {
 class DataCombo;
-}
+class LineList;
+} // namespace controls
 
 namespace core {
+
+class EntryUndo;
 
 /// What tells one record module from another, as far as words and SQL go.
 struct ModuleDescriptor {
@@ -123,6 +127,7 @@ class RecordModule : public screen::Form,
     enum class Mode { Browse, Add, Edit, Copy };
 
     explicit RecordModule(ModuleDescriptor descriptor);
+    ~RecordModule() override;
 
     QString mode() const override { return modeWord(m_mode); }
     qint64 currentKey() const override;
@@ -133,9 +138,9 @@ class RecordModule : public screen::Form,
     void refreshLookup(const QString& table) override;
     bool isStored(const Draft& draft) override;
     DraftOpening openDraft(const Draft& draft) override;
-    QString undoName() const override { return m_undo.undoName(); }
-    QString redoName() const override { return m_undo.redoName(); }
-    void settleEntry() override { m_undo.settle(); }
+    QString undoName() const override;
+    QString redoName() const override;
+    void settleEntry() override;
     void undoEntry() override;
     void redoEntry() override;
     /// Writes the draft of the open entry, if that has changed since.
@@ -279,7 +284,7 @@ class RecordModule : public screen::Form,
     void restorePart(const QString& key, const jet::Value& value) override;
     bool isInEntry() const override { return !isBrowse(); }
     /// Steps of these lines are steps of the entry; `word` is what people call a line.
-    void followLines(controls::LineList& lines, const QString& word) { m_undo.follow(lines, word); }
+    void followLines(controls::LineList& lines, const QString& word);
 
     /// What the window's title says of the record besides its number: a company's name.
     virtual QString recordName() const { return {}; }
@@ -327,7 +332,7 @@ class RecordModule : public screen::Form,
     jet::Recordset m_papers; ///< of the first record, while the module is opened
     qint64 m_expected = 0;   ///< whose parts are on their way
     bool m_quiet = false;    ///< the main set moves without being shown
-    EntryUndo m_undo;
+    std::unique_ptr<EntryUndo> m_undo;
     QTimer* m_draftTimer;
     QJsonObject m_draft; ///< as it was written last; as the entry began, before that
     bool m_draftBegun = false;

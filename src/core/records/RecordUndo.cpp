@@ -1,3 +1,4 @@
+#include "core/records/EntryUndo.h"
 #include "core/records/RecordModule.h"
 #include "platform/controls/Field.h"
 #include "platform/values/Literals.h"
@@ -15,12 +16,28 @@ const QString unboundWord = u"u:"_s;
 
 } // namespace
 
+QString RecordModule::undoName() const {
+    return m_undo->undoName();
+}
+
+QString RecordModule::redoName() const {
+    return m_undo->redoName();
+}
+
+void RecordModule::settleEntry() {
+    m_undo->settle();
+}
+
+void RecordModule::followLines(controls::LineList& lines, const QString& word) {
+    m_undo->follow(lines, word);
+}
+
 void RecordModule::undoEntry() {
-    guarded([this] { m_undo.undo(); });
+    guarded([this] { m_undo->undo(); });
 }
 
 void RecordModule::redoEntry() {
-    guarded([this] { m_undo.redo(); });
+    guarded([this] { m_undo->redo(); });
 }
 
 std::vector<EntryPart> RecordModule::entryParts() {
