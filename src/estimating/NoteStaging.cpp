@@ -31,7 +31,7 @@ std::optional<QString> NoteStaging::note(qint64 seqNo) const {
     return set.text(u"OperNotes");
 }
 
-bool NoteStaging::write(qint64 seqNo, const QString& text) {
+bool NoteStaging::write(qint64 seqNo, const QString& text, qint64 id) {
     const QString& table = m_kind.noteTable;
     jet::Transaction transaction(m_database);
     if (text.isEmpty()) {
@@ -39,6 +39,10 @@ bool NoteStaging::write(qint64 seqNo, const QString& text) {
     } else if (note(seqNo)) {
         m_database.execute(u"UPDATE "_s + table + u" SET "_s + table + u".OperNotes = '"_s +
                            values::quoted(text) + u"'"_s + where(seqNo));
+    } else if (id != 0) {
+        m_database.execute(u"Insert into "_s + table + u"(ID,"_s + m_kind.documentKey +
+                           u",SeqNo,OperNotes) VALUES("_s + num(id) + u","_s + num(m_documentNo) +
+                           u","_s + num(seqNo) + u",'"_s + values::quoted(text) + u"')"_s);
     } else {
         // Without an ID the column takes its default 0: the note isn't bound to a saved row.
         m_database.execute(u"Insert into "_s + table + u"("_s + m_kind.documentKey +

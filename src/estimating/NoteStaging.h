@@ -23,8 +23,9 @@ class NoteStaging {
     /// The note of the row at a place (from 1); nothing if it has none.
     std::optional<QString> note(qint64 seqNo) const;
     /// What the note dialog's OK does: the text replaces the note or becomes one, and an empty text
-    /// deletes it. Returns whether the row has a note now.
-    bool write(qint64 seqNo, const QString& text);
+    /// deletes it. Returns whether the row has a note now. One that becomes a note is bound to the
+    /// saved row `id`, where that is told.
+    bool write(qint64 seqNo, const QString& text, qint64 id = 0);
     /// A new note, not bound to a saved row.
     void stage(qint64 seqNo, const QString& text);
 

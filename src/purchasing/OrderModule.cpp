@@ -70,7 +70,7 @@ values::KeyFilter withoutQuoteAndPipe() {
 OrderModule::OrderModule(core::ModuleDescriptor module, const OrderKind& kind, Words words)
     : DocumentOf(std::move(module)), m_kind(kind), m_vendor(vendorColumns(kind)),
       m_words(std::move(words)) {
-    m_lines->keep = [](const OrderLine& stands, OrderLine& put) {
+    m_lines->changing = [](int, const OrderLine& stands, OrderLine& put) {
         put.itemNumber = stands.itemNumber;
     };
     followLines(*m_lines, u"item"_s);

@@ -120,11 +120,49 @@ class UndoTest : public testsupport::SampleTest {
             key(Qt::Key_Delete);
         }
     }
+    /// What is picked in a dialog and inserted, or written in a window of its own.
+    void changeByDialog() {
+        const QString module = form().name();
+        const auto picks = [this](const QString& list) {
+            return [this, list] {
+                selectRow(list, below(rowCount(list)));
+                press(u"cmdOK"_s);
+            };
+        };
+        if (module == u"frmPO" || module == u"frmRFQ") {
+            whenShown(module + u"addItem"_s, [this] {
+                type(u"txtPartNumber"_s, u"P-%1"_s.arg(below(9)));
+                type(u"txtDescription"_s, u"Bar "_s + QString::number(below(100)));
+                type(u"txtQty"_s, QString::number(1 + below(40)));
+                type(u"dbcUnits"_s, u"EA"_s);
+                press(u"cmdOK"_s);
+            });
+            press(u"cmdAddItem"_s);
+        } else if (form().control(u"sprOper"_s)) {
+            const int operations = rowCount(u"sprOper"_s), what = below(4);
+            if (what == 0 && operations < 8) {
+                whenShown(u"frmInsOper"_s, picks(u"lstOper"_s));
+                press(u"cmdOper(0)"_s);
+            } else if (what == 1 && rowCount(u"sprMisc"_s) < 4) {
+                whenShown(u"frmInsItem"_s, picks(u"lstItems"_s));
+                press(u"cmdMisc(0)"_s);
+            } else if (operations > 0) {
+                whenShown(module == u"frmJob" ? u"frmJobOperNote"_s : u"frmEstOperNote"_s, [this] {
+                    const int words = below(4);
+                    type(u"Text1"_s, words == 0 ? QString() : u"Note %1"_s.arg(words));
+                    press(u"cmdOK"_s);
+                });
+                clickCell(u"sprOper"_s, below(operations), 1);
+            }
+        }
+    }
     void changeAnything() {
         const QStringList fields = entries(isField), boxes = entries(isBox),
                           grids = entries(isGrid);
-        const int what = below(10);
-        if (what < 4 && !grids.isEmpty())
+        const int what = below(13);
+        if (what > 9)
+            changeByDialog();
+        else if (what < 4 && !grids.isEmpty())
             changeGrid(grids[below(int(grids.size()))]);
         else if (what == 4 && !boxes.isEmpty())
             check(boxes[below(int(boxes.size()))], below(2) == 0);
@@ -206,6 +244,9 @@ TEST_P(UndoTest, AStepIsOneThingThatTheUserDid) {
         key(Qt::Key_Z, Qt::ControlModifier);
         settle();
     };
+    database().execute(u"DELETE * FROM EstOperNote"_s);
+    database().execute(u"INSERT INTO EstOperNote (ID, EstNo, SeqNo, OperNotes) SELECT ID, EstNo, "
+                       "SeqNo, 'Two clamps' FROM EstOper WHERE SeqNo = 1"_s);
     open(u"frmEstimate"_s);
     press(u"cmdEdit"_s);
     settle();
@@ -222,7 +263,7 @@ TEST_P(UndoTest, AStepIsOneThingThatTheUserDid) {
     EXPECT_EQ(entry().undoName(), u"change of Quantity"_s);
     EXPECT_NE(text(u"fpQtyPrice(0)"_s), price);
     // Rows with their notes: the figures follow each step.
-    const QString notes = u"SELECT SeqNo, OperNotes FROM EstOperNote ORDER BY EstNo, SeqNo"_s;
+    const QString notes = u"SELECT ID, SeqNo, OperNotes FROM EstOperNote ORDER BY EstNo, SeqNo"_s;
     const QStringList was = rows(notes);
     const QStringList operations = cells(u"sprOper"_s);
     go(u"sprOper"_s);
@@ -245,8 +286,20 @@ TEST_P(UndoTest, AStepIsOneThingThatTheUserDid) {
     EXPECT_EQ(text(u"fpQtyPrice(0)"_s), price);
     EXPECT_EQ(focusName(), u"txtQuantity"_s) << "it is shown where";
     EXPECT_TRUE(entry().undoName().isEmpty());
+    // A note is written at once. Taken back, it is the stored one again, and outlives Cancel.
+    whenShown(u"frmEstOperNote"_s, [this] {
+        type(u"Text1"_s, QString());
+        press(u"cmdOK"_s);
+    });
+    clickCell(u"sprOper"_s, 0, 1);
+    EXPECT_NE(rows(notes), was);
+    settle();
+    EXPECT_EQ(entry().undoName(), u"change of Note"_s);
+    undoKey();
+    EXPECT_EQ(rows(notes), was);
     expectBoxContaining(u"cancel"_s, Answer::Yes);
     press(u"cmdCancel"_s);
+    EXPECT_EQ(rows(notes), was);
     EXPECT_TRUE(entry().redoName().isEmpty());
     form().unload();
     settle();

@@ -59,13 +59,17 @@ struct NoteRequest {
     bool locked = false; ///< shown only
 };
 
+/// What stood in a row's note and what stands there now; empty for no note.
+struct WrittenNote {
+    QString before, after;
+};
+
 /// What "frmEstOperNote" and "frmJobOperNote" offer.
 class OperationNoteDialog {
   public:
     virtual ~OperationNoteDialog() = default;
-    /// The note that the row has after the dialog, empty for none; nothing if it was left
-    /// unchanged.
-    virtual std::optional<QString> edit(const NoteRequest& request) = 0;
+    /// Nothing if the note was left as it was.
+    virtual std::optional<WrittenNote> edit(const NoteRequest& request) = 0;
 };
 
 } // namespace estimating

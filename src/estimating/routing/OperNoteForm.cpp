@@ -70,15 +70,16 @@ OperNoteForm::OperNoteForm(const RoutingKind& kind)
     resize(520, 380);
 }
 
-std::optional<QString> OperNoteForm::edit(const NoteRequest& request) {
+std::optional<WrittenNote> OperNoteForm::edit(const NoteRequest& request) {
     m_request = request;
     jet::Database& database = core::MainDatabase();
     lblDocument->setText(m_kind.documentLabel + (request.documentNo == 0
                                                      ? u"New"_s
                                                      : QString::number(request.documentNo)));
     lblSeqNo->setText(u"Seq No.: "_s + QString::number(request.seqNo));
-    Text1->setText(
-        NoteStaging(database, m_kind, request.documentNo).note(request.seqNo).value_or(QString()));
+    m_before =
+        NoteStaging(database, m_kind, request.documentNo).note(request.seqNo).value_or(QString());
+    Text1->setText(m_before);
     m_shown = Text1->text();
     Text1->setLocked(request.locked);
     for (QAction* action : m_changing)
@@ -104,7 +105,8 @@ void OperNoteForm::cmdOK_Click() {
     if (!m_request.locked) {
         NoteStaging(core::MainDatabase(), m_kind, m_request.documentNo)
             .write(m_request.seqNo, Text1->text());
-        m_written = Text1->text();
+        if (Text1->text() != m_shown)
+            m_written = {m_before, Text1->text()};
     }
     hideModal();
 }

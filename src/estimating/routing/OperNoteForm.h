@@ -14,7 +14,7 @@ namespace estimating {
 class OperNoteForm : public screen::Form, public OperationNoteDialog {
   public:
     explicit OperNoteForm(const RoutingKind& kind);
-    std::optional<QString> edit(const NoteRequest& request) override;
+    std::optional<WrittenNote> edit(const NoteRequest& request) override;
 
   private:
     void cmdOK_Click();
@@ -22,6 +22,7 @@ class OperNoteForm : public screen::Form, public OperationNoteDialog {
 
     const RoutingKind& m_kind;
     NoteRequest m_request;
+    QString m_before;
     QString m_shown;
     QString m_defaultNote;
     QLabel* lblDocument;
@@ -31,7 +32,7 @@ class OperNoteForm : public screen::Form, public OperationNoteDialog {
     QPushButton* cmdCancel;
     QAction* mnuEditInsert;
     std::vector<QAction*> m_changing; ///< menu entries that change the text
-    std::optional<QString> m_written;
+    std::optional<WrittenNote> m_written;
 };
 
 } // namespace estimating

@@ -16,6 +16,7 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
+#include <QScopedValueRollback>
 #include <QVBoxLayout>
 
 namespace estimating {
@@ -95,9 +96,8 @@ QWidget* RoutingPanel::operPane() {
     m_operations->staging = [this](const controls::LineStep& step, OperRow& row) {
         stage(step, row);
     };
-    m_operations->keep = [](const OperRow& stands, OperRow& put) {
-        put.hasNote = stands.hasNote;
-        put.newNote = stands.newNote;
+    m_operations->changing = [this](int place, const OperRow& stands, const OperRow& put) {
+        writeNote(place, stands, put);
     };
     m_operations->restored.connect([this] { m_form.guarded([this] { costChanged(); }); });
     m_oper->entryTaken.connect([this](int, int) { m_form.guarded([this] { costChanged(); }); });
@@ -287,6 +287,7 @@ void RoutingPanel::showRows(qint64 documentNo, std::vector<OperRow> operations,
     m_documentNo = documentNo;
     m_oneShopRate = oneShopRate;
     m_notes.clear();
+    m_storedNotes.clear();
     m_operations->setRows(std::move(operations));
     m_fixedCosts->setRows(std::move(fixedCosts));
     showRateMode();
@@ -443,10 +444,29 @@ void RoutingPanel::openNote(int row) {
         {m_documentNo, row + 1, m_operations->row(row).description, m_mode == RoutingMode::Browse});
     if (!note)
         return;
-    m_operations->patch(row, [&](OperRow& oper) {
-        oper.hasNote = !note->isEmpty();
-        oper.newNote = *note;
-    });
+    // What stood there is known by now: it is what undo writes.
+    OperRow oper = m_operations->row(row);
+    if (oper.hasNote && oper.newNote.isEmpty()) {
+        m_storedNotes.insert(oper.operNo);
+        m_operations->patch(row, [&](OperRow& stands) { stands.newNote = note->before; });
+    }
+    oper.hasNote = !note->after.isEmpty();
+    oper.newNote = note->after;
+    const QScopedValueRollback written(m_noteIsWritten, true);
+    m_operations->nextChange = u"Note"_s;
+    m_operations->change(row, std::move(oper));
+}
+
+/// A step that is taken back or done again writes the note where its row stands now. That of a row
+/// as it was stored is bound to it again, so that it outlives a Cancel as it does without any step.
+void RoutingPanel::writeNote(int place, const OperRow& stands, const OperRow& put) {
+    const bool same = stands.hasNote == put.hasNote && stands.newNote == put.newNote;
+    const bool asStored = put.hasNote && put.newNote.isEmpty(); // and so it stands by now
+    if (m_noteIsWritten || same || asStored)
+        return;
+    NoteStaging(core::MainDatabase(), m_kind, m_documentNo)
+        .write(place + 1, put.hasNote ? put.newNote : QString(),
+               m_storedNotes.contains(put.operNo) ? put.id : 0);
 }
 
 } // namespace estimating

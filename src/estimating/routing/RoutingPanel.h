@@ -10,6 +10,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <set>
 #include <vector>
 
 class QPushButton;
@@ -95,6 +96,7 @@ class RoutingPanel : public QWidget {
     void removeItem();
     void switchRateMode(bool oneShopRate);
     void openNote(int row);
+    void writeNote(int place, const OperRow& stands, const OperRow& put);
 
     screen::Form& m_form;
     const RoutingKind& m_kind;
@@ -105,6 +107,8 @@ class RoutingPanel : public QWidget {
     int m_noteColumn = -1;
     int m_timeColumn = -1;
     std::map<qint64, KeptNote> m_notes; ///< by operation
+    std::set<qint64> m_storedNotes;     ///< operations whose notes were there before the entry
+    bool m_noteIsWritten = false;       ///< by its dialog
     QPushButton* m_operButtons[2] = {};
     QPushButton* m_miscButtons[2] = {};
     QPushButton* m_rateButtons[2] = {};

@@ -139,7 +139,7 @@ class LineModel : public LineList {
         if (from != to)
             run({Kind::Move, from, to, row(from), row(from)});
     }
-    /// Changes what undo doesn't touch, such as a mark of what is kept elsewhere; see keep.
+    /// Changes what is no step for undo, such as what was found out of a row.
     template <class Fn>
     void patch(int place, Fn change) {
         change(m_rows[static_cast<std::size_t>(place)]);
@@ -154,9 +154,9 @@ class LineModel : public LineList {
     /// Before a line comes, goes or moves, forward or taken back. What it throws leaves the lines
     /// as they are. It may complete a row that comes.
     std::function<void(const LineStep&, Row&)> staging;
-    /// Carries over from the row that stands to the one that undo puts in its place what isn't
+    /// The same before a row is changed. It may carry over from the row that stands what isn't
     /// undone.
-    std::function<void(const Row& stands, Row& put)> keep;
+    std::function<void(int place, const Row& stands, Row& put)> changing;
 
   private:
     enum class Kind { Change, Insert, Remove, Move, Hide };
@@ -261,8 +261,8 @@ class LineModel : public LineList {
     }
     void put(int place, Row row) {
         Row& stands = m_rows[static_cast<std::size_t>(place)];
-        if (keep)
-            keep(stands, row);
+        if (changing)
+            changing(place, stands, row);
         stands = std::move(row);
         tell([place](LineWatcher& watcher) { watcher.lineChanged(place); });
     }

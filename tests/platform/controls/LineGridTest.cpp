@@ -101,7 +101,7 @@ TEST_F(LineGridTest, BothGridsShowWhatOneTakesAndItIsTakenBackStepByStep) {
     EXPECT_EQ(parts->activeRow(), 1) << "a hidden line is not the active one";
     lines->patch(1, [](Line& line) { line.mark = true; });
     EXPECT_TRUE(parts->hasPicture(1, 4));
-    lines->keep = [](const Line& stands, Line& put) { put.mark = stands.mark; };
+    lines->changing = [](int, const Line& stands, Line& put) { put.mark = stands.mark; };
     {
         const LineModel<Line>::Group group(*lines);
         lines->insert(3, {14, u"Pin"_s, 1});
