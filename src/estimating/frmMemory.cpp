@@ -21,6 +21,8 @@ using Kind = GridColumn::Kind;
 
 namespace {
 
+constexpr qint64 patienceMilliseconds = 10000;
+
 enum LineColumn {
     Operation,
     Of,
@@ -184,6 +186,9 @@ QSize frmMemory::sizeHint() const {
 void frmMemory::Form_Load() {
     m_byUser = false;
     m_isRead = false;
+    m_isAsked = false;
+    m_failure.clear();
+    m_failed.invalidate();
     m_shown = {};
     m_background = std::make_unique<core::Background>(core::MainDatabase().name(), this);
     show({});
@@ -205,7 +210,9 @@ void frmMemory::closeEvent(QCloseEvent* event) {
 // Reading
 
 void frmMemory::follow(const MemoryShown& shown) {
-    const bool asked = shown.question != m_shown.question || (!m_isRead && m_failure.isEmpty());
+    // A line that broke is tried again, not at each step of the user.
+    const bool tryAgain = m_failed.isValid() && m_failed.hasExpired(patienceMilliseconds);
+    const bool asked = shown.question != m_shown.question || !m_isAsked || tryAgain;
     const bool otherLot = shown.quantity != m_shown.quantity;
     const bool moved = shown.activeOper != m_shown.activeOper;
     m_shown = shown;
@@ -222,7 +229,9 @@ void frmMemory::read() {
     if (!m_background)
         return;
     m_isRead = false;
+    m_isAsked = true;
     m_failure.clear();
+    m_failed.invalidate();
     auto memory = std::make_shared<Memory>();
     m_background->run([memory, question = m_shown.question, today = values::today()](
                           jet::Database& database,
@@ -233,6 +242,8 @@ void frmMemory::read() {
                                   return; // another answer is on its way
                               m_isRead = failure.isEmpty();
                               m_failure = failure;
+                              if (!m_isRead)
+                                  m_failed.start();
                               show(std::move(*memory));
                               selectActive();
                           });
@@ -328,7 +339,7 @@ void frmMemory::showQuotes() {
 
 void frmMemory::showState() {
     const MemoryLine* shown = line();
-    cmdBring->setEnabled(m_shown.isEntry && shown && shown->operation.operNo != 0);
+    cmdBring->setEnabled(m_isRead && m_shown.isEntry && shown && shown->operation.operNo != 0);
     QString state;
     if (!m_failure.isEmpty())
         state = u"Could not be read: "_s + m_failure;
@@ -403,7 +414,9 @@ std::optional<double> frmMemory::figureOfJob(int row, int column) const {
 
 void frmMemory::bring(std::optional<double> figure) {
     const MemoryLine* shown = line();
-    if (figure && shown && shown->operation.operNo != 0 && m_shown.isEntry && m_host.bring)
+    // What is still shown while another part is read belongs to the last one.
+    if (m_isRead && figure && shown && shown->operation.operNo != 0 && m_shown.isEntry &&
+        m_host.bring)
         m_host.bring(shown->operation.operNo, std::round(*figure * 100) / 100); // as it is shown
 }
 

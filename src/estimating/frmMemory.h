@@ -5,6 +5,8 @@
 #include "platform/controls/Grid.h"
 #include "platform/screen/Form.h"
 
+#include <QElapsedTimer>
+
 #include <memory>
 
 class QLabel;
@@ -62,8 +64,10 @@ class frmMemory : public screen::Form, public MemoryWindow {
     MemoryShown m_shown;
     Memory m_memory;
     QString m_failure;
-    bool m_isRead = false; ///< what is shown answers the question
-    bool m_byUser = false; ///< is being closed by the user
+    QElapsedTimer m_failed; ///< since the reading failed
+    bool m_isRead = false;  ///< what is shown answers the question
+    bool m_isAsked = false; ///< since it was opened
+    bool m_byUser = false;  ///< is being closed by the user
     Host m_host;
     std::unique_ptr<core::Background> m_background; ///< ends first
 };
