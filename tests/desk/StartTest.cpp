@@ -1,4 +1,5 @@
 #include "core/MirsaMain.h"
+#include "core/keeping/Files.h"
 #include "core/records/RecordScreen.h"
 #include "desk/StartFacts.h"
 #include "desk/frmStart.h"
@@ -7,7 +8,9 @@
 #include "platform/values/Format.h"
 #include "platform/values/Literals.h"
 #include "support/SampleFixture.h"
+#include "timemgmt/exceptions/ExceptionWatch.h"
 
+#include <QDir>
 #include <QTest>
 #include <QTreeWidget>
 
@@ -157,6 +160,51 @@ TEST_P(StartPageTest, ItIsReadInOneWaitAndByRights) {
                        "SecurityObjects WHERE securitycode = 'mnuInventory'"_s);
     ASSERT_EQ(read().size(), 1U);
     EXPECT_EQ(read().front().title, u"Items under their minimum"_s);
+}
+
+TEST_P(StartPageTest, ExceptionsAreCountedAndTheBackupsAgeTold) {
+    QTemporaryDir folder;
+    core::shared().ProgramFolder = folder.path();
+    const auto backup = [&](const QDateTime& now) {
+        return desk::backupSection(folder.path(), desk::Rights::read(database()), now)->title;
+    };
+    const QDateTime now = values::now();
+    EXPECT_EQ(backup(now), u"There is no good backup"_s);
+    QDir(folder.path()).mkdir(u"Backups"_s);
+    for (const auto& [day, check] : {std::pair{u"25"_s, u"good"_s}, {u"28"_s, u"failed"_s}}) {
+        const QString name = folder.filePath(u"Backups/Mirsa-202602%1-080000"_s.arg(day));
+        keeping::writeWhole(name + u".mdb"_s, "x");
+        keeping::writeWhole(name + u".txt"_s,
+                            u"file=Mirsa-202602%1-080000.mdb\nmade=2026-02-%1T08:00:00\nsize=1\n"
+                            "check=%2\n"_s.arg(day, check)
+                                .toUtf8());
+    }
+    EXPECT_EQ(backup(now), u"The last good backup is 5 days old"_s);
+    EXPECT_EQ(backup(now.addDays(-4)), u"The last good backup is of yesterday"_s);
+    EXPECT_EQ(backup(QDateTime(QDate(2026, 2, 25), QTime(23, 59))),
+              u"The last good backup is of today"_s);
+
+    // Of a shop whose only fault are attendances that never ended.
+    database().execute(u"DELETE * FROM Timelog"_s);
+    database().execute(u"DELETE * FROM Sign_in"_s);
+    database().execute(u"DELETE * FROM JobOper"_s);
+    for (const char* day : {"23", "24", "25"})
+        database().execute(u"INSERT INTO Sign_in (EmpID, Sign_in) SELECT MIN(EmpID), #02/%1/2026 "
+                           "07:00:00# FROM Employee"_s.arg(QString::fromLatin1(day)));
+    auto& watch = timemgmt::ExceptionWatch::on(database().name());
+    watch.check(now);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return watch.lines() && !watch.isReading(); }));
+    open(u"frmStart"_s);
+    auto* tree = control<QTreeWidget>(u"tvwToday"_s);
+    const QString wanted =
+        u"Time exceptions: "_s +
+        database().lookup(u"SELECT COUNT(*) FROM Sign_in WHERE Sign_out Is Null"_s).toText();
+    EXPECT_TRUE(
+        QTest::qWaitFor([&] { return !tree->findItems(wanted, Qt::MatchExactly).isEmpty(); }, 8000))
+        << watch.lines()->size();
+    tree->setCurrentItem(tree->findItems(wanted, Qt::MatchExactly).value(0));
+    key(Qt::Key_Return);
+    EXPECT_TRUE(Forms::find(u"frmTimeExceptions"_s));
 }
 
 TEST_P(StartPageTest, LinesLeadToTheirRecordAndHeadingsToTheirList) {

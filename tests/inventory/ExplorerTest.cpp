@@ -94,8 +94,8 @@ TEST_P(Explorers, FoldersOpenByKeysAndTheViewKeepsTheItemInSight) {
 
 TEST_P(Explorers, PapersOfTheItemAreCountedBesideAllWaits) {
     const core::PaperKind& kind = *core::paperKind(u"Item"_s);
-    core::addPapers(database(), kind, m_bolt, {{u"a.pdf"_s, {u"aa"_s, 1}}, {u"b.pdf"_s, {u"bb"_s, 1}}},
-                    u"Ann"_s);
+    core::addPapers(database(), kind, m_bolt,
+                    {{u"a.pdf"_s, {u"aa"_s, 1}}, {u"b.pdf"_s, {u"bb"_s, 1}}}, u"Ann"_s);
     const auto counts = [this](int papers) {
         return QTest::qWaitFor([&] { return form().property(core::papersProperty) == papers; });
     };

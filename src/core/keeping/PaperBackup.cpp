@@ -101,9 +101,8 @@ class PaperList {
 QString outOfReach(const QString& folder) {
     if (folder.isEmpty())
         return u"the preferences name no folder for them"_s;
-    return PaperStore(folder).isInReach()
-               ? QString()
-               : u"the folder %1 is out of reach or empty"_s.arg(folder);
+    return PaperStore(folder).isInReach() ? QString()
+                                          : u"the folder %1 is out of reach or empty"_s.arg(folder);
 }
 
 } // namespace
@@ -136,7 +135,8 @@ PapersTaken takePapers(jet::Database& database, const QString& programFolder, co
                 list.enter(content);
             }
             for (const Content& content : wanted)
-                taken.missing += from.look(content) != State::Good || to.look(content) != State::Good;
+                taken.missing +=
+                    from.look(content) != State::Good || to.look(content) != State::Good;
         }
     } catch (const Refusal& refusal) {
         if (brokenOff)

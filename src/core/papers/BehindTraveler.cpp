@@ -20,8 +20,7 @@ namespace {
 
 /// Of a large one the work on the report goes on meanwhile, and can be cancelled.
 keeping::PaperStore::State checked(const keeping::PaperStore& store,
-                                   const keeping::Content& content,
-                                   const keeping::Progress& goOn) {
+                                   const keeping::Content& content, const keeping::Progress& goOn) {
     auto state = keeping::PaperStore::State::Unreadable;
     bool goesOn = true;
     runAside([&](const keeping::Progress& read) { state = store.check(content, read); },

@@ -89,12 +89,12 @@ std::vector<Paper> readPapers(jet::Recordset rows, const PaperKind& kind, qint64
 }
 
 std::optional<int> addPapers(jet::Database& database, const PaperKind& kind, qint64 record,
-              const std::vector<NamedContent>& files, const QString& by) {
+                             const std::vector<NamedContent>& files, const QString& by) {
     jet::Transaction transaction(database);
     QSet<QString> known;
     std::vector<jet::Recordset> sets = database.together(
-        {papersSelect(kind, record, {}), u"SELECT %1 FROM %2 WHERE %1 = %3"_s.arg(kind.key, kind.table)
-                                             .arg(record)});
+        {papersSelect(kind, record, {}),
+         u"SELECT %1 FROM %2 WHERE %1 = %3"_s.arg(kind.key, kind.table).arg(record)});
     if (sets.back().isEmpty())
         return std::nullopt;
     jet::Recordset& rows = sets.front();
@@ -148,8 +148,7 @@ QString behindSelect(qint64 jobNo) {
 }
 
 bool isGone(jet::Database& database, const keeping::PaperStore& store) {
-    return !QFileInfo::exists(store.folder()) &&
-           database.hasRows(u"SELECT TOP 1 ID FROM Papers"_s);
+    return !QFileInfo::exists(store.folder()) && database.hasRows(u"SELECT TOP 1 ID FROM Papers"_s);
 }
 
 keeping::PaperStore paperStore(jet::Database& database, const QString& programFolder) {

@@ -41,10 +41,10 @@ struct NamedContent {
     keeping::Content content;
 };
 /// Puts papers beside a record, in one transaction. What lies there already, the same file under
-/// the same name, is passed over, so that it can be tried again. Returns how many were added; nothing
-/// where the record has gone, whose number may be given again.
+/// the same name, is passed over, so that it can be tried again. Returns how many were added;
+/// nothing where the record has gone, whose number may be given again.
 std::optional<int> addPapers(jet::Database& database, const PaperKind& kind, qint64 record,
-              const std::vector<NamedContent>& files, const QString& by);
+                             const std::vector<NamedContent>& files, const QString& by);
 /// Takes them away. What they hold stays in the store until a backup has it.
 void removePapers(jet::Database& database, const std::vector<qint64>& ids);
 void printBehind(jet::Database& database, const std::vector<qint64>& ids, bool behind);

@@ -413,7 +413,7 @@ void frmPapers::cmdBehind_Click() {
     for (const Paper& paper : papers)
         if (!isPrintable(paper.fileName)) {
             tell(paper.fileName + u" is neither a PDF nor a picture: only these are printed "
-                                   "behind the traveler."_s);
+                                  "behind the traveler."_s);
             return;
         }
     const bool all =

@@ -43,7 +43,8 @@ RecordModule::RecordModule(ModuleDescriptor descriptor)
     : Form(descriptor.formName, descriptor.caption), m_descriptor(std::move(descriptor)),
       m_data(new controls::DataControl(this)), m_modeLabel(new QLabel(this)),
       m_undo(std::make_unique<EntryUndo>(
-          *this, static_cast<EntrySubject&>(*this), [this](const std::function<void()>& work) { guarded(work); })),
+          *this, static_cast<EntrySubject&>(*this),
+          [this](const std::function<void()>& work) { guarded(work); })),
       m_draftTimer(new QTimer(this)) {
     on(m_draftTimer, &QTimer::timeout, [this] { keepDraft(); });
     screen::named(m_data, m_descriptor.dataControlName, u"Records"_s);
