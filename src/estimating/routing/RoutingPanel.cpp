@@ -160,7 +160,7 @@ controls::LineColumn<OperRow> RoutingPanel::figureColumn(const QString& title, i
             .take =
                 [which](OperRow& row, const QString& typed) {
                     Currency read;
-                    const QString why = readFigure(typed, read);
+                    QString why = readFigure(typed, read);
                     if (why.isEmpty())
                         row.*which = read.toDouble();
                     return why;
@@ -218,7 +218,7 @@ std::vector<controls::LineColumn<MiscRow>> RoutingPanel::miscColumns() {
     const auto secret = [this](const MiscRow&) { return !m_showDollar; };
     const auto take = [](Currency MiscRow::*which) {
         return [which](MiscRow& row, const QString& typed) {
-            const QString why = readFigure(typed, row.*which);
+            QString why = readFigure(typed, row.*which);
             if (!why.isEmpty())
                 return why;
             try {
