@@ -132,7 +132,7 @@ QString askPassword() {
         tcsetattr(STDIN_FILENO, TCSAFLUSH, &silent);
     }
 #endif
-    const QString line = QTextStream(stdin).readLine();
+    QString line = QTextStream(stdin).readLine();
 #ifdef Q_OS_UNIX
     if (terminal)
         tcsetattr(STDIN_FILENO, TCSAFLUSH, &before);

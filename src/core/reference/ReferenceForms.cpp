@@ -12,7 +12,6 @@
 
 namespace core {
 
-using screen::Answer;
 using screen::Buttons;
 using screen::Icon;
 using screen::MsgBox;

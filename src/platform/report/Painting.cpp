@@ -97,7 +97,7 @@ void PagePainter::paint(QPainter& painter, const Page& page, double unitsPerMm) 
 QImage PagePainter::scan(const QByteArray& picture) const {
     if (const QImage* known = m_scans.object(picture))
         return *known;
-    const QImage made = QImage::fromData(picture);
+    QImage made = QImage::fromData(picture);
     m_scans.insert(picture, new QImage(made), made.sizeInBytes());
     return made;
 }

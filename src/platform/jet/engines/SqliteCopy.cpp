@@ -102,7 +102,7 @@ QMap<QString, qint64> copyDatabaseFile(const QString& from, const QString& to,
     const File target(to, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
     // What is counted and what is copied is read within one transaction: the same moment.
     source.column("BEGIN");
-    const QMap<QString, qint64> rows = source.rowsOfTables();
+    QMap<QString, qint64> rows = source.rowsOfTables();
     sqlite3_backup* backup = sqlite3_backup_init(target.handle(), "main", source.handle(), "main");
     if (!backup)
         throw target.failure();
